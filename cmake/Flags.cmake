@@ -1,0 +1,19 @@
+# One target carries the flags that every part of the project is compiled with.
+add_library(kestrin_flags INTERFACE)
+target_compile_features(kestrin_flags INTERFACE cxx_std_20)
+target_include_directories(kestrin_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+set_target_properties(kestrin_flags PROPERTIES CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+if(MSVC)
+  target_compile_options(kestrin_flags INTERFACE /W4 /WX /utf-8)
+else()
+  target_compile_options(kestrin_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
+endif()
+
+if(KESTRIN_SANITIZE)
+  target_compile_options(kestrin_flags INTERFACE
+    -fsanitize=${KESTRIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(kestrin_flags INTERFACE -fsanitize=${KESTRIN_SANITIZE})
+endif()

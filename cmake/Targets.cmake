@@ -1,0 +1,17 @@
+# kestrin_library(NAME SOURCES file... [LINK library...] [PRIVATE_LINK library...])
+# A static library of this project. What stands under LINK is part of its headers, PRIVATE_LINK is not.
+function(kestrin_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC kestrin_flags ${arg_LINK} PRIVATE ${arg_PRIVATE_LINK})
+endfunction()
+
+# kestrin_test(NAME SOURCES file... [LINK library...])
+# A GoogleTest program; every test case in it is known to ctest. Sources may include "support/..." from tests/.
+function(kestrin_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE kestrin_flags ${arg_LINK} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()

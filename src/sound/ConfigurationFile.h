@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "sound/LSU_Configuration.h"
+
+namespace kestrin::sound {
+
+/// What loading a configuration shows while it goes on: the slot lists and the memory status.
+class ConfigurationView {
+ public:
+  virtual ~ConfigurationView() = default;
+  /// The slot's list display becomes empty.
+  virtual void EmptySlot(SlotKind kind) = 0;
+  /// The bare file name appears in the slot's list at `position` (from 1).
+  virtual void ShowFile(SlotKind kind, int position, const std::string& name) = 0;
+  /// Memory gauge and send button follow the configuration.
+  virtual void UpdateMemoryStatus() = 0;
+};
+
+/// How loading a configuration ended.
+struct LoadResult {
+  /// False: "Not a valid configuration file"; what was loaded up to that point stays loaded.
+  bool valid = false;
+  /// Paths of the files that could not be found or are not valid, in the order of the file.
+  std::vector<std::filesystem::path> failed;
+  /// What is wrong with a file that is not valid, for a tool tip or a log: the file, the line number and what was
+  /// expected there; "" when valid.
+  std::string detail;
+
+  /// The text for the person: "" when everything loaded, else the one message of this result.
+  [[nodiscard]] std::string Message() const;
+};
+
+/// The ".lscfg" file: which sound sits in which slot, with which volume. See docs/file-formats.md.
+class ConfigurationFile {
+ public:
+  static constexpr const char* kFilter =
+      "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
+
+  /// Writes the configuration as `path`, whole or not at all. Returns "" or a text naming the file and what is wrong.
+  [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path);
+
+  /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read.
+  [[nodiscard]] static LoadResult Load(const std::filesystem::path& path, LSU_Configuration& configuration,
+                                       ConfigurationView& view);
+};
+
+}  // namespace kestrin::sound
