@@ -142,12 +142,14 @@ class TLS {
 
   int BindUnbound();
   void RefreshReportIndices();
-  void PutCode(std::uint8_t code) { m_command[0] = code; }
+  /// Element 0 becomes `code`, then the whole command is written.
+  [[nodiscard]] bool Send(std::uint8_t code);
   void Put16(int element, std::int32_t value);
   void Put24(int element, std::int32_t value);
   [[nodiscard]] std::int32_t Response16() const;
   [[nodiscard]] bool Acknowledged();
-  [[nodiscard]] bool WriteData(int firstElement, std::span<const std::uint8_t> data);
+  /// Puts flash data into the command from `firstElement` on and sends it; true when the board got the same sum.
+  [[nodiscard]] bool SendData(std::uint8_t code, int firstElement, std::span<const std::uint8_t> data);
 
   std::array<TOneHidVar, 2> m_variables;
   THIDagent* m_agent = nullptr;

@@ -29,7 +29,7 @@ class TOneHidVar {
 
   [[nodiscard]] const std::string& VarName() const { return m_varName; }
   /// Returns the type of HID Report (0 = Input, 1 = Output, 2 = Feature) that contains this var
-  [[nodiscard]] device::ReportType RptType() const { return m_rptType; }
+  [[nodiscard]] ReportType RptType() const { return m_rptType; }
   [[nodiscard]] std::int32_t UsagePage() const { return m_usagePage; }
   [[nodiscard]] std::int32_t Usage() const { return m_usage; }
   /// The agent's number of the variable; -1 while unbound.
@@ -65,8 +65,11 @@ class TOneHidVar {
   void SetBoolValue(bool) {}
 
  private:
+  [[nodiscard]] std::int32_t Get(std::int32_t (THIDagent::*value)() const) const;
+  void Set(void (THIDagent::*set)(std::int32_t), std::int32_t value);
+
   std::string m_varName;
-  device::ReportType m_rptType = device::ReportType::Input;
+  ReportType m_rptType = ReportType::Input;
   std::int32_t m_usagePage = 0;
   std::int32_t m_usage = 0;
   std::int32_t m_scaleMode = 0;
