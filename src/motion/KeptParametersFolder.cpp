@@ -1,0 +1,49 @@
+#include "motion/KeptParametersFolder.h"
+
+#include <fstream>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "base/WholeFile.h"
+#include "motion/DetectionParameter.h"
+
+namespace kestrin::motion {
+
+namespace fs = std::filesystem;
+
+KeptParametersFolder::KeptParametersFolder(fs::path folder) : m_folder(std::move(folder)) {}
+
+std::optional<device::AccParam> KeptParametersFolder::Find(const std::string& serialNumber) const {
+  std::ifstream file(FileOf(serialNumber));
+  device::AccParam parameters;
+  for (const DetectionParameter& parameter : kDetectionParameters) {
+    std::string name;
+    std::int32_t value = -1;
+    if (!(file >> name >> value) || name != parameter.name || value < 0 || value > 255) return std::nullopt;
+    parameters.*parameter.field = value;
+  }
+  return parameters;
+}
+
+std::string KeptParametersFolder::Keep(const std::string& serialNumber, const device::AccParam& parameters) {
+  std::error_code error;
+  fs::create_directories(m_folder, error);
+  if (error) return "The folder \"" + m_folder.string() + "\" could not be made: " + error.message();
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  for (const DetectionParameter& parameter : kDetectionParameters)
+    text << parameter.name << ' ' << parameters.*parameter.field << '\n';
+  return base::WriteWholeFile(FileOf(serialNumber), text.str());
+}
+
+void KeptParametersFolder::Forget(const std::string& serialNumber) {
+  std::error_code error;
+  fs::remove(FileOf(serialNumber), error);
+}
+
+fs::path KeptParametersFolder::FileOf(const std::string& serialNumber) const {
+  return m_folder / (serialNumber + ".txt");
+}
+
+}  // namespace kestrin::motion

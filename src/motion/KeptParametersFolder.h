@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+
+#include "motion/KeptParameters.h"
+
+namespace kestrin::motion {
+
+/// Kept parameters as one text file a board: "SERIAL.txt" with the six numbers as the board holds them, in command order,
+/// one a line behind its name ("MotionTh 180").
+class KeptParametersFolder final : public KeptParameters {
+ public:
+  /// `folder` is made when something is to be kept.
+  explicit KeptParametersFolder(std::filesystem::path folder);
+
+  /// A damaged file counts as nothing remembered.
+  [[nodiscard]] std::optional<device::AccParam> Find(const std::string& serialNumber) const override;
+  [[nodiscard]] std::string Keep(const std::string& serialNumber, const device::AccParam& parameters) override;
+  void Forget(const std::string& serialNumber) override;
+
+ private:
+  [[nodiscard]] std::filesystem::path FileOf(const std::string& serialNumber) const;
+
+  std::filesystem::path m_folder;
+};
+
+}  // namespace kestrin::motion
