@@ -22,6 +22,9 @@ class LSU_SoundFile {
   /// The largest magnitude that the ten bits of a coded sample hold.
   static constexpr int kLargestMagnitude = 1023;
 
+  /// Bytes in the coded stream of a file with that many samples: three for every two, an odd count getting one more.
+  [[nodiscard]] static std::int64_t CodedBytes(std::int32_t samples) { return (std::int64_t{samples} + 1) / 2 * 3; }
+
   /// Starts over with the file `FileNameAndPath`: volume 100 %, samples counted, peak measured, no coded stream.
   /// True when the file is usable: its name ends in ".lsu" (any letter case), it reads, it has at least 49 samples and
   /// one of them is not 0. Never creates a file; refuses folders and files of more than 2^31-1 samples.
