@@ -1,0 +1,16 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/hid/HidAgent.h"
+#include "platform/hid/HidStack.h"
+
+namespace kestrin::hid {
+
+/// Whether `a` is numbered before `b`: "hidraw9" comes before "hidraw10".
+[[nodiscard]] bool ComesBefore(const HidNode& a, const HidNode& b);
+
+/// ListBoards() over a given stack.
+[[nodiscard]] std::vector<BoardListing> ListBoards(HidStack& stack);
+
+}  // namespace kestrin::hid

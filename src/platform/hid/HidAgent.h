@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/Clock.h"
+#include "base/EventPump.h"
+#include "device/THIDagent.h"
+
+namespace kestrin::hid {
+
+/// What an agent for real boards is made with.
+struct HidAgentOptions {
+  /// Gets its turn at least every 20 ms while a read waits.
+  base::EventPump pump;
+  /// The only board to open, a path as ListBoards() gives it; "" for any.
+  std::string onlyPath;
+};
+
+/// The agent for boards on this computer's USB, over the system's HID stack. One at a time; `clock` must outlive it.
+[[nodiscard]] std::unique_ptr<device::THIDagent> CreateHidAgent(const base::Clock& clock, HidAgentOptions options = {});
+
+/// A board found on USB. Texts are UTF-8.
+struct BoardListing {
+  std::string path;
+  std::string manufacturer;
+  std::string product;
+  /// The serial number text of the USB descriptor; the number that the board itself answers is another.
+  std::string serialNumber;
+  /// Whether this user may open it.
+  bool accessible = false;
+  /// When it cannot be opened: why, and how to permit it. "" otherwise.
+  std::string advice;
+};
+
+/// The boards that are plugged in, in the order in which an agent numbers them. Asks for the boards' ids alone.
+/// Not to be called while an agent made by CreateHidAgent() lives.
+[[nodiscard]] std::vector<BoardListing> ListBoards();
+
+}  // namespace kestrin::hid

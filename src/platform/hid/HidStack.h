@@ -1,0 +1,70 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace kestrin::hid {
+
+/// One HID interface that the system knows. Texts are UTF-8.
+struct HidNode {
+  std::string path;
+  std::int32_t vendorId = 0;
+  std::int32_t productId = 0;
+  std::string manufacturer;
+  std::string product;
+  /// The serial number text of the USB descriptor; the board's own number is another.
+  std::string serialNumber;
+};
+
+/// One opened HID interface; closes it at its end. Reports begin with a byte for the report id when they are written
+/// (0 when the interface uses none), and when they are read only if the interface uses ids.
+class HidConnection {
+ public:
+  virtual ~HidConnection() = default;
+
+  /// The bytes of the report descriptor; empty when they cannot be had.
+  [[nodiscard]] virtual std::vector<std::uint8_t> ReportDescriptor() = 0;
+  /// The USB string of that number as UTF-8; "" when it cannot be had.
+  [[nodiscard]] virtual std::string IndexedString(std::uint32_t index) = 0;
+
+  /// Writes an output report. Returns the bytes taken, -1 on failure.
+  [[nodiscard]] virtual int Write(std::span<const std::uint8_t> report) = 0;
+  /// Waits at most `timeout` for an input report and copies as much of it as fits. Returns the bytes copied, 0 when
+  /// none came, -1 on failure.
+  [[nodiscard]] virtual int Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) = 0;
+  /// Writes a feature report. Returns the bytes taken, -1 on failure.
+  [[nodiscard]] virtual int WriteFeature(std::span<const std::uint8_t> report) = 0;
+  /// Asks for the feature report whose id is in byte 0. Returns the bytes with the id, -1 on failure.
+  [[nodiscard]] virtual int ReadFeature(std::span<std::uint8_t> report) = 0;
+
+  /// Whether the device that was opened is no longer there. Another one may by now have its path.
+  [[nodiscard]] virtual bool IsGone() = 0;
+};
+
+/// What came of opening an interface.
+struct OpenOutcome {
+  /// Empty when it could not be opened.
+  std::unique_ptr<HidConnection> connection;
+  /// The system knows the interface but does not let this user open it.
+  bool notPermitted = false;
+  /// Why it could not be opened, in the system's words.
+  std::string reason;
+};
+
+/// The system's HID library as far as an agent needs it.
+class HidStack {
+ public:
+  virtual ~HidStack() = default;
+
+  /// The interfaces with exactly these ids, each path once. Nothing else is asked for: on some systems mice and
+  /// keyboards stall while they are asked for their names.
+  [[nodiscard]] virtual std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) = 0;
+  /// Opens an interface that Enumerate() has named.
+  [[nodiscard]] virtual OpenOutcome Open(const HidNode& node) = 0;
+};
+
+}  // namespace kestrin::hid

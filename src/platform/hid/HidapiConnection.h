@@ -1,0 +1,42 @@
+#pragma once
+
+#include <hidapi.h>
+
+#include <memory>
+
+#include "platform/hid/HidStack.h"
+#include "platform/hid/NodeIdentity.h"
+
+namespace kestrin::hid {
+
+/// Text of hidapi as UTF-8; "" for a null pointer.
+[[nodiscard]] std::string Utf8(const wchar_t* text);
+
+/// The interfaces with exactly these ids, each path once; none for an id that is not in 1 .. 65535.
+[[nodiscard]] std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productId);
+
+/// An interface opened with hidapi. Private to the adapter: its header needs the library's.
+class HidapiConnection final : public HidConnection {
+ public:
+  struct Closer {
+    void operator()(hid_device* device) const { hid_close(device); }
+  };
+  using Handle = std::unique_ptr<hid_device, Closer>;
+
+  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity);
+
+  [[nodiscard]] std::vector<std::uint8_t> ReportDescriptor() override;
+  [[nodiscard]] std::string IndexedString(std::uint32_t index) override;
+  [[nodiscard]] int Write(std::span<const std::uint8_t> report) override;
+  [[nodiscard]] int Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) override;
+  [[nodiscard]] int WriteFeature(std::span<const std::uint8_t> report) override;
+  [[nodiscard]] int ReadFeature(std::span<std::uint8_t> report) override;
+  [[nodiscard]] bool IsGone() override;
+
+ private:
+  Handle m_device;
+  HidNode m_node;
+  NodeIdentity m_identity;
+};
+
+}  // namespace kestrin::hid

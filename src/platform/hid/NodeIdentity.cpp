@@ -1,0 +1,54 @@
+#include "platform/hid/NodeIdentity.h"
+
+#include <fcntl.h>
+#include <linux/hidraw.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace kestrin::hid {
+
+namespace {
+
+std::string Words(int error) { return std::generic_category().message(error); }
+
+}  // namespace
+
+NodeProbe ProbeNode(const std::string& path) {
+  NodeProbe probe;
+  const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+  if (file < 0) {
+    probe.notPermitted = errno == EACCES || errno == EPERM;
+    probe.reason = Words(errno);
+    return probe;
+  }
+  int size = 0;
+  struct stat status {};
+  if (::ioctl(file, HIDIOCGRDESCSIZE, &size) < 0 || ::fstat(file, &status) < 0) {
+    probe.reason = Words(errno);
+  } else {
+    probe.usable = true;
+    probe.identity = {status.st_rdev, status.st_ino};
+  }
+  ::close(file);
+  return probe;
+}
+
+bool IsNodeGone(const std::string& path, const NodeIdentity& identity) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) < 0 || NodeIdentity{status.st_rdev, status.st_ino} != identity;
+}
+
+std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path) {
+  const std::string name = std::filesystem::path(path).filename().string();
+  std::ifstream file("/sys/class/hidraw/" + name + "/device/report_descriptor", std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace kestrin::hid

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kestrin::hid {
+
+/// Which device file stands at a path: the same path means another device after an unplug and a plug.
+struct NodeIdentity {
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+
+  friend bool operator==(const NodeIdentity&, const NodeIdentity&) = default;
+};
+
+/// What came of looking at a device file before the library opens it.
+struct NodeProbe {
+  bool usable = false;
+  bool notPermitted = false;
+  /// Why it is not usable, in the system's words.
+  std::string reason;
+  NodeIdentity identity;
+};
+
+/// Opens the device file at `path`, asks for its descriptor's size and closes it again. hidapi 0.13.1 crashes when a
+/// node can be opened but not asked, as it happens when the board is unplugged in that moment; so it is tried here
+/// first.
+[[nodiscard]] NodeProbe ProbeNode(const std::string& path);
+/// Whether `identity` no longer stands at `path`.
+[[nodiscard]] bool IsNodeGone(const std::string& path, const NodeIdentity& identity);
+/// The report descriptor of the device file at `path`; empty when it cannot be read. Needs no permission.
+[[nodiscard]] std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path);
+
+}  // namespace kestrin::hid

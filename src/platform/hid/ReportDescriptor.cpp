@@ -1,0 +1,36 @@
+#include "platform/hid/ReportDescriptor.h"
+
+#include <algorithm>
+
+#include "platform/hid/DescriptorReader.h"
+
+namespace kestrin::hid {
+
+ReportDescriptor::Result ReportDescriptor::Read(std::span<const std::uint8_t> bytes) {
+  Result result;
+  result.error = DescriptorReader(result.descriptor).Read(bytes);
+  if (!result.error.empty()) result.descriptor = ReportDescriptor();
+  return result;
+}
+
+bool ReportDescriptor::UsesReportIds() const {
+  return std::any_of(m_reports.begin(), m_reports.end(), [](const DescriptorReport& report) { return report.id != 0; });
+}
+
+std::size_t ReportDescriptor::LongestReport(device::ReportType type) const {
+  std::size_t longest = 0;
+  for (const DescriptorReport& report : m_reports) {
+    if (report.type == type) longest = std::max(longest, report.Bytes());
+  }
+  return longest;
+}
+
+std::int32_t ReportDescriptor::Find(device::ReportType type, std::int32_t usage, std::int32_t usagePage) const {
+  const auto found = std::find_if(m_variables.begin(), m_variables.end(), [&](const DescriptorVariable& variable) {
+    return m_reports[variable.report].type == type && variable.usagePage == usagePage &&
+           variable.usageMinimum <= usage && usage <= variable.usageMaximum;
+  });
+  return found == m_variables.end() ? -1 : static_cast<std::int32_t>(found - m_variables.begin());
+}
+
+}  // namespace kestrin::hid

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Clock.h"
+#include "base/EventPump.h"
+#include "device/THIDagent.h"
+#include "platform/hid/DeviceMonitor.h"
+#include "platform/hid/HidInterface.h"
+#include "platform/hid/HidStack.h"
+
+namespace kestrin::hid {
+
+/// THIDagent over a HID stack.
+///
+/// A search asks for the ids of the match alone; a match that does not set both ids finds nothing, because asking every
+/// HID device for its names stalls mice and keyboards on some systems.
+///
+/// While a read waits, the event pump gets its turn at least every 20 ms, and handlers that it runs may call the agent:
+/// a second transfer is refused (false), a search opens nothing, Refresh() leaves notices for later, Stop() ends the
+/// wait as failed and takes effect behind it. What they select is forgotten when the wait goes on.
+/// Coming and going is reported from Refresh() alone; ReportArrived() and ReportTimedOut() at the end of a read.
+class StackAgent final : public device::THIDagent {
+ public:
+  /// Makes what notices devices; called by Start().
+  using MonitorFactory = std::function<std::unique_ptr<DeviceMonitor>()>;
+
+  /// With `onlyPath` the agent sees no board but the one there. `clock` must outlive the agent.
+  StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonitor, const base::Clock& clock,
+             base::EventPump pump, std::string onlyPath = "");
+  ~StackAgent() override;
+  StackAgent(const StackAgent&) = delete;
+  StackAgent& operator=(const StackAgent&) = delete;
+
+  void SetEvents(device::HidAgentEvents* events) override { m_events = events; }
+  void Start() override;
+  void Stop() override;
+  void SetMatch(const device::HidMatch& match) override { m_match = match; }
+  [[nodiscard]] bool SearchAndOpen() override;
+  void Refresh() override;
+  [[nodiscard]] std::string AccessProblem() const override { return m_accessProblem; }
+
+  [[nodiscard]] std::int32_t NumberOfInterfaces() const override;
+  void SelectInterface(std::int32_t number) override;
+  [[nodiscard]] std::int32_t VendorId() const override { return Interface().Node().vendorId; }
+  [[nodiscard]] std::int32_t ProductId() const override { return Interface().Node().productId; }
+  [[nodiscard]] std::int32_t InterfaceHandle() const override { return Interface().Handle(); }
+
+  [[nodiscard]] std::int32_t FindVariable(device::ReportType type, std::int32_t usage,
+                                          std::int32_t usagePage) const override;
+  void SelectVariable(std::int32_t number) override;
+  [[nodiscard]] std::int32_t VariableReportNumber() const override;
+  [[nodiscard]] device::VariableAttributes Attributes() const override;
+  /// HID devices have no place for a name or an option; both only insist on a current variable.
+  void SetVariableName(const std::string& name) override;
+  void SetVariableOption(std::int32_t option) override;
+  [[nodiscard]] std::int32_t ScaledValue() const override;
+  void SetScaledValue(std::int32_t value) override;
+  [[nodiscard]] std::int32_t UnScaledValue() const override;
+  void SetUnScaledValue(std::int32_t value) override;
+  void SetElements(std::span<const std::uint8_t> values) override;
+  void GetElements(std::span<std::uint8_t> values) const override;
+
+  void SetCurrentRptNum(std::int32_t number) override { m_current.report = number; }
+  [[nodiscard]] bool WriteReport() override;
+  [[nodiscard]] bool ReadReport() override;
+
+ private:
+  /// What is current; -1 for none.
+  struct Selection {
+    std::int32_t interfaceNumber = -1;
+    std::int32_t variable = -1;
+    std::int32_t report = -1;
+  };
+  struct PendingEvent {
+    enum class Kind { Closed, Removed, Arrived };
+    Kind kind = Kind::Closed;
+    std::int32_t handle = 0;
+    std::string path;
+  };
+
+  [[nodiscard]] HidInterface& Interface() const;
+  /// The current variable's number.
+  [[nodiscard]] std::size_t Variable() const;
+  /// The type of the current report, if there is one.
+  [[nodiscard]] std::optional<device::ReportType> CurrentReportType() const;
+  [[nodiscard]] bool IsOpen(const std::string& path) const;
+  [[nodiscard]] bool IsWanted(const std::string& path) const { return m_onlyPath.empty() || path == m_onlyPath; }
+  void OpenMatching();
+  /// Opens one interface and tells. Returns why not, "" when it is open.
+  [[nodiscard]] std::string Open(const HidNode& node);
+  [[nodiscard]] bool WaitForInput();
+  void CollectNotices();
+  void Deliver(const PendingEvent& event);
+  /// Takes an interface out of the list and moves the selection with it. False when it is not in the list.
+  bool Close(std::int32_t handle);
+  /// A stop takes effect once nobody is in the middle of a transfer or a search.
+  void StopIfWanted();
+  void CloseAll();
+
+  std::unique_ptr<HidStack> m_stack;
+  MonitorFactory m_makeMonitor;
+  const base::Clock& m_clock;
+  base::EventPump m_pump;
+  std::string m_onlyPath;
+
+  device::HidAgentEvents* m_events = nullptr;
+  device::HidMatch m_match;
+  std::unique_ptr<DeviceMonitor> m_monitor;
+  std::vector<std::unique_ptr<HidInterface>> m_interfaces;
+  std::deque<PendingEvent> m_pending;
+  Selection m_current;
+  std::int32_t m_lastHandle = 0;
+  std::string m_accessProblem;
+  bool m_inTransfer = false;
+  bool m_searching = false;
+  bool m_delivering = false;
+  bool m_stopWanted = false;
+};
+
+}  // namespace kestrin::hid
