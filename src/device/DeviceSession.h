@@ -13,8 +13,8 @@
 
 namespace kestrin::device {
 
-/// Finds the board, recognises it, notices it going and coming back, says good-bye. Boards whose interfaces are open stand
-/// in the device list; item 1 is the one that everything talks to.
+/// Finds the board, recognises it, notices it going and coming back, says good-bye. Boards whose interfaces are open
+/// stand in the device list; item 1 is the one that everything talks to.
 class DeviceSession final : public HidAgentEvents {
  public:
   static constexpr std::int32_t kReconnectMilliseconds = 1000;

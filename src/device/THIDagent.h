@@ -124,7 +124,8 @@ class THIDagent {
   [[nodiscard]] virtual std::int32_t UnScaledValue() const = 0;
   virtual void SetUnScaledValue(std::int32_t value) = 0;
 
-  /// Sets elements 0 .. values.size() - 1 of the current variable, one byte each. Elements beyond the field are left out.
+  /// Sets elements 0 .. values.size() - 1 of the current variable, one byte each. Elements beyond the field are left
+  /// out.
   virtual void SetElements(std::span<const std::uint8_t> values) = 0;
   /// Copies elements 0 .. values.size() - 1 of the current variable; elements that the field does not have read 0.
   virtual void GetElements(std::span<std::uint8_t> values) const = 0;

@@ -44,8 +44,8 @@ class TLS {
 
   // --- Binding ---
 
-  /// Binds both variables to the agent's last opened interface. Returns how many stay unbound (0: all bound), or -1 when
-  /// the interface is not a Kestrin board's; nothing is bound then.
+  /// Binds both variables to the agent's last opened interface. Returns how many stay unbound (0: all bound), or -1
+  /// when the interface is not a Kestrin board's; nothing is bound then.
   [[nodiscard]] int BindVars(THIDagent& agent);
   /// Unbinds both variables and binds them to the agent's current interface. Returns how many stay unbound.
   int ReBind(THIDagent& agent);
@@ -105,15 +105,16 @@ class TLS {
   [[nodiscard]] std::int32_t GetID();
   /// Good-bye: the program lets go of the board. True when the report was written.
   [[nodiscard]] bool Bye();
-  /// Starts erasing the flash; the board answers when it is done, see CheckCompletion(). True when the report was written.
+  /// Starts erasing the flash; the board answers when it is done, see CheckCompletion(). True when the report was
+  /// written.
   [[nodiscard]] bool ClearFlash();
   /// Reads one pending answer without sending anything. True when it is 10, 10.
   [[nodiscard]] bool CheckCompletion();
   /// Writes 1,024 bytes at a 24-bit flash address. True when the board's answer equals their sum modulo 65536.
   /// Throws std::out_of_range when `data` has fewer than 1,024 bytes.
   [[nodiscard]] bool Write1k(std::int32_t address, std::span<const std::uint8_t> data);
-  /// Writes the first `count` bytes (0 .. 1,021) of `data` at a 24-bit flash address. True when the board's answer equals
-  /// their sum modulo 65536. Throws std::out_of_range for a larger count or less data.
+  /// Writes the first `count` bytes (0 .. 1,021) of `data` at a 24-bit flash address. True when the board's answer
+  /// equals their sum modulo 65536. Throws std::out_of_range for a larger count or less data.
   [[nodiscard]] bool WriteLess(std::int32_t address, std::int32_t count, std::span<const std::uint8_t> data);
   /// Asks for the sum of `count` flash bytes from `address` on; the answer is left in the response buffer, high byte
   /// first. True when write and read succeeded.

@@ -40,7 +40,8 @@ constexpr std::uint8_t kAcknowledge = 10;
 
 std::int32_t SixBitSigned(std::uint8_t byte) { return byte > 31 ? 32 - byte : byte; }
 
-/// The whole number that goes out for a pulse time in milliseconds: 0.29 s is 290 ms, also where the product is a hair less.
+/// The whole number that goes out for a pulse time in milliseconds: 0.29 s is 290 ms, also where the product is a hair
+/// less.
 std::int32_t Whole(double milliseconds) {
   constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::clamp(base::RoundHalfEven(milliseconds), 0.0, kLargest));
@@ -66,9 +67,7 @@ void TLS::Put24(int element, std::int32_t value) {
 
 std::int32_t TLS::Response16() const { return base::GetBig16(m_response); }
 
-bool TLS::Acknowledged() {
-  return ReadInputRptB() && m_response[0] == kAcknowledge && m_response[1] == kAcknowledge;
-}
+bool TLS::Acknowledged() { return ReadInputRptB() && m_response[0] == kAcknowledge && m_response[1] == kAcknowledge; }
 
 bool TLS::Send(std::uint8_t code) {
   m_command[0] = code;

@@ -13,9 +13,9 @@ namespace kestrin::motion {
 
 /// Reads and changes a sound board's detection parameters.
 ///
-/// An interrupted download may have left values of this board remembered. What the person sets here on purpose is newer:
-/// it replaces the remembered value of the same parameter, and once the board holds everything that is remembered,
-/// nothing needs to be remembered any more.
+/// An interrupted download may have left values of this board remembered. What the person sets here on purpose is
+/// newer: it replaces the remembered value of the same parameter, and once the board holds everything that is
+/// remembered, nothing needs to be remembered any more.
 class AccelerometerSetup {
  public:
   /// `serialNumber` is the board's. All must outlive the setup.

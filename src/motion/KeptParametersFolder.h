@@ -6,8 +6,8 @@
 
 namespace kestrin::motion {
 
-/// Kept parameters as one text file a board: "SERIAL.txt" with the six numbers as the board holds them, in command order,
-/// one a line behind its name ("MotionTh 180").
+/// Kept parameters as one text file a board: "SERIAL.txt" with the six numbers as the board holds them, in command
+/// order, one a line behind its name ("MotionTh 180").
 class KeptParametersFolder final : public KeptParameters {
  public:
   /// `folder` is made when something is to be kept.
