@@ -1,0 +1,27 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "motion/KeptParameters.h"
+
+namespace kestrin::support {
+
+/// Kept parameters in memory; `problem` makes the next Keep() fail.
+class MemoryKeptParameters final : public motion::KeptParameters {
+ public:
+  std::map<std::string, device::AccParam> kept;
+  std::string problem;
+
+  [[nodiscard]] std::optional<device::AccParam> Find(const std::string& serialNumber) const override {
+    const auto found = kept.find(serialNumber);
+    return found == kept.end() ? std::nullopt : std::optional(found->second);
+  }
+  [[nodiscard]] std::string Keep(const std::string& serialNumber, const device::AccParam& parameters) override {
+    if (problem.empty()) kept[serialNumber] = parameters;
+    return problem;
+  }
+  void Forget(const std::string& serialNumber) override { kept.erase(serialNumber); }
+};
+
+}  // namespace kestrin::support

@@ -1,0 +1,114 @@
+#include "motion/AccelerometerSetup.h"
+
+#include <gtest/gtest.h>
+
+#include "support/MemoryKeptParameters.h"
+#include "support/ScriptedAgent.h"
+
+namespace kestrin::motion {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+const DetectionParameter* const kMotionTh = &kDetectionParameters[0];
+const DetectionParameter* const kFOCTime = &kDetectionParameters[5];
+constexpr device::AccParam kErased{255, 255, 255, 255, 255, 255};
+
+class AccelerometerSetupTest : public ::testing::Test {
+ protected:
+  AccelerometerSetupTest() {
+    m_agent.Open(support::ScriptedAgent::BoardInterface(1));
+    EXPECT_EQ(m_board.BindVars(m_agent), 0);
+    m_agent.onWrite = [this](const Bytes& report) { Answer(report); };
+  }
+
+  /// A board that holds `m_held`; it ignores commands that it does not know.
+  void Answer(const Bytes& report) {
+    if (report[0] == 41) {
+      const auto byte = [](std::int32_t value) { return static_cast<std::uint8_t>(value); };
+      m_agent.Answers({{byte(m_held.MotionTh), byte(m_held.MotionDeb)},
+                       {byte(m_held.ImpactTh), byte(m_held.ImpactDeb)},
+                       {byte(m_held.ImpactTm), byte(m_held.FOCTime)}});
+    }
+    if (report[0] == 42) {
+      if (m_accepts) m_held = {report[1], report[2], report[3], report[4], report[5], report[6]};
+      m_agent.Answers({{10, m_accepts ? std::uint8_t{10} : std::uint8_t{0}}});
+    }
+  }
+
+  Bytes Codes() const {
+    Bytes codes;
+    for (const Bytes& report : m_agent.written) codes.push_back(report[0]);
+    return codes;
+  }
+
+  support::ScriptedAgent m_agent;
+  device::TLS m_board;
+  support::MemoryKeptParameters m_kept;
+  AccelerometerSetup m_setup{m_board, "S", m_kept};
+  device::AccParam m_held{180, 2, 10, 50, 125, 13};
+  bool m_accepts = true;
+};
+
+TEST_F(AccelerometerSetupTest, ReadsWhatTheBoardHolds) {
+  EXPECT_EQ(m_setup.Read(), m_held);
+  m_agent.onWrite = nullptr;
+  EXPECT_EQ(m_setup.Read(), std::nullopt);
+}
+
+TEST_F(AccelerometerSetupTest, ChangesTheNamedValuesAndRestartsTheBoard) {
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}, {kFOCTime, 54}}), (device::AccParam{99, 2, 10, 50, 125, 14}));
+  EXPECT_EQ(Codes(), (Bytes{41, 42, 0, 41}));
+}
+
+TEST_F(AccelerometerSetupTest, ARefusedChangeRestartsNothing) {
+  m_accepts = false;
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), std::nullopt);
+  EXPECT_EQ(Codes(), (Bytes{41, 42}));
+}
+
+TEST_F(AccelerometerSetupTest, AChangeOfABoardThatDoesNotAnswerSendsNoValues) {
+  m_agent.onWrite = nullptr;
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), std::nullopt);
+  EXPECT_EQ(Codes(), (Bytes{41}));
+}
+
+TEST_F(AccelerometerSetupTest, FactoryValuesNeedNoReadingBefore) {
+  m_held = kErased;
+  EXPECT_EQ(m_setup.RestoreDefaults(), (device::AccParam{180, 2, 10, 50, 125, 13}));
+  EXPECT_EQ(Codes(), (Bytes{42, 0, 41}));
+}
+
+TEST_F(AccelerometerSetupTest, KeptValuesComeBackAndAreForgottenOnceConfirmed) {
+  m_held = kErased;
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  m_kept.kept["other"] = {9, 9, 9, 9, 9, 9};
+  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{1, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Kept(), std::nullopt);
+  EXPECT_EQ(m_kept.kept.size(), 1u);
+  EXPECT_EQ(m_setup.RestoreKept(), std::nullopt) << "nothing is kept any more";
+}
+
+TEST_F(AccelerometerSetupTest, KeptValuesStayWhenTheBoardRefusesThem) {
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  m_accepts = false;
+  EXPECT_EQ(m_setup.RestoreKept(), std::nullopt);
+  EXPECT_TRUE(m_setup.Kept().has_value());
+}
+
+TEST_F(AccelerometerSetupTest, AChangeReplacesTheKeptValueOfTheSameParameter) {
+  m_held = kErased;
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), (device::AccParam{99, 255, 255, 255, 255, 255}));
+  EXPECT_EQ(m_setup.Kept(), (device::AccParam{99, 2, 3, 4, 5, 6}));
+}
+
+TEST_F(AccelerometerSetupTest, AChangeOfAllValuesLeavesNothingToKeep) {
+  m_held = kErased;
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  ASSERT_TRUE(m_setup.RestoreDefaults().has_value());
+  EXPECT_EQ(m_setup.Kept(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace kestrin::motion

@@ -1,0 +1,71 @@
+#include "motion/KeptParametersFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/TestFiles.h"
+
+namespace kestrin::motion {
+namespace {
+
+constexpr device::AccParam kValues{180, 2, 10, 50, 125, 13};
+
+TEST(KeptParametersFolder, RemembersForEachBoardAcrossObjects) {
+  const support::TemporaryFolder folder;
+  {
+    KeptParametersFolder kept(folder / "new" / "folder");
+    EXPECT_EQ(kept.Keep("4B535401", kValues), "");
+    EXPECT_EQ(kept.Keep("00000002", {1, 2, 3, 4, 5, 6}), "");
+  }
+  const KeptParametersFolder later(folder / "new" / "folder");
+  EXPECT_EQ(later.Find("4B535401"), kValues);
+  EXPECT_EQ(later.Find("00000002"), (device::AccParam{1, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(later.Find("00000003"), std::nullopt);
+}
+
+TEST(KeptParametersFolder, ForgetsOneBoardOnly) {
+  const support::TemporaryFolder folder;
+  KeptParametersFolder kept(folder.Path());
+  ASSERT_EQ(kept.Keep("A", kValues), "");
+  ASSERT_EQ(kept.Keep("B", kValues), "");
+  kept.Forget("A");
+  EXPECT_EQ(kept.Find("A"), std::nullopt);
+  EXPECT_EQ(kept.Find("B"), kValues);
+  EXPECT_NO_THROW(kept.Forget("A"));
+}
+
+TEST(KeptParametersFolder, WritesOneNamedNumberALine) {
+  const support::TemporaryFolder folder;
+  KeptParametersFolder kept(folder.Path());
+  ASSERT_EQ(kept.Keep("A", kValues), "");
+  EXPECT_EQ(support::ReadBytes(folder / "A.txt"),
+            "MotionTh 180\nMotionDeb 2\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime 13\n");
+}
+
+TEST(KeptParametersFolder, TakesADamagedFileAsNothing) {
+  const support::TemporaryFolder folder;
+  const KeptParametersFolder kept(folder.Path());
+  const char* const damaged[] = {
+      "",
+      "MotionTh 180\n",
+      "MotionTh 180\nMotionDeb 2\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime\n",
+      "MotionTh 256\nMotionDeb 2\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime 13\n",
+      "MotionTh -1\nMotionDeb 2\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime 13\n",
+      "MotionDeb 2\nMotionTh 180\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime 13\n",
+      "MotionTh x\nMotionDeb 2\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime 13\n",
+  };
+  for (const char* content : damaged) {
+    support::WriteBytes(folder / "A.txt", content);
+    EXPECT_EQ(kept.Find("A"), std::nullopt) << content;
+  }
+}
+
+TEST(KeptParametersFolder, SaysWhatIsWrongWhenItCannotRemember) {
+  const support::TemporaryFolder folder;
+  support::WriteBytes(folder / "file", "in the way");
+  KeptParametersFolder kept(folder / "file" / "below");
+  EXPECT_THAT(kept.Keep("A", kValues), ::testing::HasSubstr("could not be made"));
+}
+
+}  // namespace
+}  // namespace kestrin::motion
