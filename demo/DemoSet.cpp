@@ -1,0 +1,79 @@
+#include "demo/DemoSet.h"
+
+#include <span>
+#include <system_error>
+#include <utility>
+
+#include "base/WholeFile.h"
+#include "demo/Clashes.h"
+#include "demo/Finish.h"
+#include "demo/IdleHum.h"
+#include "demo/Lockups.h"
+#include "demo/PowerSounds.h"
+#include "demo/Swings.h"
+#include "sound/ConfigurationFile.h"
+#include "sound/LSU_Configuration.h"
+#include "sound/PathText.h"
+
+namespace kestrin::demo {
+
+namespace fs = std::filesystem;
+using sound::SlotKind;
+
+namespace {
+
+/// A ".lsu" file: a header word, then the samples, little-endian.
+std::string FileBytes(std::span<const std::int16_t> samples) {
+  std::string bytes(4, '\0');
+  bytes.reserve(4 + 2 * samples.size());
+  for (const std::int16_t sample : samples) {
+    const auto word = static_cast<std::uint16_t>(sample);
+    bytes += static_cast<char>(word & 0xFF);
+    bytes += static_cast<char>(word >> 8);
+  }
+  return bytes;
+}
+
+}  // namespace
+
+std::vector<DemoSound> DemoSounds() {
+  constexpr double kSoft = 0.01;
+  constexpr double kAtOnce = 0.001;
+  constexpr double kTail = 0.08;
+  std::vector<DemoSound> sounds{
+      {SlotKind::Boot, "boot.lsu", 70, false, [] { return Finish(BootChime(), kAtOnce, 0.3); }},
+      {SlotKind::PwrOn, "power on.lsu", 90, false, [] { return Finish(PowerOn(), kSoft, kTail); }},
+      {SlotKind::PwrOff, "power off.lsu", 90, false, [] { return Finish(PowerOff(), kSoft, 0.15); }},
+      {SlotKind::Idle, "idle.lsu", 55, true, [] { return FinishLoop(IdleHum()); }}};
+  const auto add = [&sounds](SlotKind slot, const char* name, int number, std::int16_t volume, bool loops, auto make) {
+    sounds.push_back({slot, name + std::to_string(number) + ".lsu", volume, loops, std::move(make)});
+  };
+  for (int n = 1; n <= kSwings; ++n) {
+    add(SlotKind::Motion, "swing", n, 80, false, [n] { return Finish(Swing(n), kTail, kTail); });
+  }
+  for (int n = 1; n <= kClashes; ++n) {
+    add(SlotKind::Impact, "clash", n, 100, false, [n] { return Finish(Clash(n), kAtOnce, 0.15); });
+  }
+  for (int n = 1; n <= kLockups; ++n) {
+    add(SlotKind::Lockup, "lockup", n, 75, true, [n] { return FinishLoop(Lockup(n)); });
+  }
+  return sounds;
+}
+
+std::string WriteDemoSet(const fs::path& folder) {
+  std::error_code error;
+  const fs::path home = fs::absolute(folder, error).lexically_normal();
+  if (!error) fs::create_directories(home, error);
+  if (error) return sound::TextOf(folder) + ": the folder cannot be made: " + error.message();
+
+  sound::LSU_Configuration configuration;
+  for (const DemoSound& demo : DemoSounds()) {
+    const fs::path path = home / demo.fileName;
+    if (std::string failure = base::WriteWholeFile(path, FileBytes(demo.make())); !failure.empty()) return failure;
+    if (!configuration.AddFile(path, demo.slot)) return sound::TextOf(path) + ": not a usable sound file";
+    configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
+  }
+  return sound::ConfigurationFile::Save(configuration, home / "demo.lscfg");
+}
+
+}  // namespace kestrin::demo

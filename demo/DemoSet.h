@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "sound/SlotKind.h"
+
+namespace kestrin::demo {
+
+/// One sound of the demo set.
+struct DemoSound {
+  sound::SlotKind slot;
+  std::string fileName;
+  /// Playback volume in percent. The files are all equally loud at their peak; this sets them in relation.
+  std::int16_t volume;
+  /// True: its end meets its start.
+  bool loops;
+  /// Synthesises the samples; the same ones every time.
+  std::function<std::vector<std::int16_t>()> make;
+};
+
+/// All sounds of the set: every slot is filled, lists in the order of their positions.
+[[nodiscard]] std::vector<DemoSound> DemoSounds();
+
+/// Writes all sounds and "demo.lscfg", which names them by their absolute paths, into `folder`, made when absent.
+/// Returns
+/// "" or a text that names the file and says what is wrong.
+[[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder);
+
+}  // namespace kestrin::demo

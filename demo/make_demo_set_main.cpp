@@ -1,0 +1,21 @@
+// make_demo_set FOLDER: synthesises the demo set into that folder.
+
+#include <exception>
+#include <iostream>
+
+#include "demo/DemoSet.h"
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: make_demo_set FOLDER\n";
+    return 2;
+  }
+  try {
+    const std::string failure = kestrin::demo::WriteDemoSet(argv[1]);
+    if (failure.empty()) return 0;
+    std::cerr << "make_demo_set: " << failure << "\n";
+  } catch (const std::exception& error) {
+    std::cerr << "make_demo_set: " << error.what() << "\n";
+  }
+  return 1;
+}
