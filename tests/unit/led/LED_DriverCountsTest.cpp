@@ -191,6 +191,15 @@ TEST(GetToff, CoefficientsOfAbsurdSizeNeitherThrowNorLight) {
   EXPECT_EQ(driver.GetToff(kLum, 1, 899), 1);
 }
 
+TEST(GetToff, ADutyCycleFarAboveFullIsFullDrive) {
+  RecordText record;
+  record.channels[0].dutyCoef = "0_0_1e300_0";
+  LED_Driver driver = DriverOf(record);
+  driver.OverDrive = 100;
+  EXPECT_EQ(driver.GetToff(kLum, 1, 1), 1001);
+  EXPECT_EQ(driver.GetToff(kLum, 1, 899), 1001);
+}
+
 TEST(GetToff, OfADriverWithoutARecordIsOne) {
   const LED_Driver driver;
   for (const SetType type : {kDuty, kLum, kShare})
