@@ -37,7 +37,8 @@ class LED_Pulse {
   [[nodiscard]] std::int32_t GetToff_Low(int channel) const { return m_channels[Index(channel)].toffLow; }
   [[nodiscard]] std::int32_t GetToff_High(int channel) const { return m_channels[Index(channel)].toffHigh; }
 
-  /// Derives the counts of the driver's channels from their levels; channels that the LED type does not have keep theirs.
+  /// Derives the counts of the driver's channels from their levels; channels that the LED type does not have keep
+  /// theirs.
   void CalculateTimes(const LED_Driver& driver);
 
  private:
