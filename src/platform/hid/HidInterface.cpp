@@ -18,8 +18,9 @@ constexpr int kMostLateReports = 256;
 std::int32_t MapRange(std::int32_t value, std::int32_t fromLow, std::int32_t fromHigh, std::int32_t toLow,
                       std::int32_t toHigh) {
   if (fromLow >= fromHigh || toLow >= toHigh) return value;
-  const double part = (static_cast<double>(value) - fromLow) / (static_cast<double>(fromHigh) - fromLow);
-  const double mapped = base::RoundHalfEven(toLow + part * (static_cast<double>(toHigh) - toLow));
+  // Multiplied first, so that a half stays a half.
+  const double product = (static_cast<double>(value) - fromLow) * (static_cast<double>(toHigh) - toLow);
+  const double mapped = base::RoundHalfEven(toLow + product / (static_cast<double>(fromHigh) - fromLow));
   return static_cast<std::int32_t>(
       std::clamp<double>(mapped, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }

@@ -34,7 +34,7 @@ NodeProbe ProbeNode(const std::string& path) {
     probe.reason = Words(errno);
   } else {
     probe.usable = true;
-    probe.identity = {status.st_rdev, status.st_ino};
+    probe.identity = {status.st_dev, status.st_ino};
   }
   ::close(file);
   return probe;
@@ -42,7 +42,7 @@ NodeProbe ProbeNode(const std::string& path) {
 
 bool IsNodeGone(const std::string& path, const NodeIdentity& identity) {
   struct stat status {};
-  return ::stat(path.c_str(), &status) < 0 || NodeIdentity{status.st_rdev, status.st_ino} != identity;
+  return ::stat(path.c_str(), &status) < 0 || NodeIdentity{status.st_dev, status.st_ino} != identity;
 }
 
 std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path) {

@@ -1,0 +1,45 @@
+#include "platform/hid/BoardList.h"
+
+#include <gmock/gmock.h>
+
+#include "support/BoardDescriptors.h"
+#include "support/FakeHidStack.h"
+
+namespace kestrin::hid {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(BoardList, ListsBoardsInOrderWithTheirTextsAndWhetherTheyOpen) {
+  test::FakeHidBus bus;
+  bus.Plug("/dev/hidraw11", test::BoardDescriptor()).node.serialNumber = "SN11";
+  bus.Plug("/dev/hidraw2", test::BoardDescriptor()).notPermitted = true;
+  bus.Plug("/dev/hidraw3", test::BoardDescriptor(), 0x1234, 0x5678);
+  bus.Plug("/dev/hidraw12", test::BoardDescriptor()).openError = "No such device";
+  test::FakeHidStack stack(bus);
+  const std::vector<BoardListing> boards = ListBoards(stack);
+  ASSERT_EQ(boards.size(), 3U);
+
+  EXPECT_EQ(boards[0].path, "/dev/hidraw2");
+  EXPECT_FALSE(boards[0].accessible);
+  EXPECT_THAT(boards[0].advice, HasSubstr("/dev/hidraw2, but you are not permitted to open it"));
+
+  EXPECT_EQ(boards[1].path, "/dev/hidraw11");
+  EXPECT_EQ(boards[1].manufacturer, "Kestrin");
+  EXPECT_EQ(boards[1].product, "Board");
+  EXPECT_EQ(boards[1].serialNumber, "SN11");
+  EXPECT_TRUE(boards[1].accessible);
+  EXPECT_EQ(boards[1].advice, "");
+
+  EXPECT_FALSE(boards[2].accessible);
+  EXPECT_THAT(boards[2].advice, HasSubstr("No such device"));
+}
+
+TEST(BoardList, IsEmptyWithoutBoards) {
+  test::FakeHidBus bus;
+  test::FakeHidStack stack(bus);
+  EXPECT_TRUE(ListBoards(stack).empty());
+}
+
+}  // namespace
+}  // namespace kestrin::hid
