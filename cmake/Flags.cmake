@@ -17,6 +17,12 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(kestrin_flags INTERFACE -Wno-restrict)
 endif()
 
+# Coding and pulse times round a product and a sum one after the other. Processors that can do both in one step round once
+# only, and compilers would use that step unasked.
+if(NOT MSVC)
+  target_compile_options(kestrin_flags INTERFACE -ffp-contract=off)
+endif()
+
 if(KESTRIN_SANITIZE)
   target_compile_options(kestrin_flags INTERFACE
     -fsanitize=${KESTRIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "sound/FlashBlock.h"
 #include "sound/Verification.h"
 
 namespace kestrin::sound {
@@ -157,33 +158,15 @@ std::optional<DownloadOutcome> Download::WriteFiles(device::TLS& board) {
 }
 
 bool Download::WriteFile(device::TLS& board, const LSU_SoundFile& file) {
-  constexpr std::int32_t kBlock = device::TLS::kBlockSize;
-  const std::int32_t length = file.NrOfBytes();
-  std::int32_t address = file.StartAddress();
-  std::int32_t done = 0;
   std::vector<std::uint8_t> bytes;
-  if (length > kBlock) {
-    for (; length - done >= kBlock; done += kBlock) {
-      if (!file.GetBytes(bytes, static_cast<std::size_t>(done), kBlock) || !board.Write1k(address, bytes)) return false;
-      address += kBlock;
-      AddProgress(bytes.size());
-      base::Pump(m_pump);
-      // A file can take half a minute on the wire: too long to wait for its end.
-      if (m_cancelDownload) return false;
-    }
-  }
-  return file.GetBytes(bytes, static_cast<std::size_t>(done), static_cast<std::size_t>(length - done)) &&
-         WriteRest(board, address, bytes);
-}
-
-bool Download::WriteRest(device::TLS& board, std::int32_t address, std::span<const std::uint8_t> rest) {
-  // A report carries at most 1,021 bytes behind WriteLess, a rest may have up to 1,024.
-  while (!rest.empty()) {
-    const std::size_t size = std::min<std::size_t>(rest.size(), device::TLS::kLargestRest);
-    if (!board.WriteLess(address, static_cast<std::int32_t>(size), rest)) return false;
-    AddProgress(size);
-    address += static_cast<std::int32_t>(size);
-    rest = rest.subspan(size);
+  for (const FlashBlock& block : FlashBlocks(file.NrOfBytes())) {
+    const std::int32_t address = file.StartAddress() + block.offset;
+    if (!file.GetBytes(bytes, static_cast<std::size_t>(block.offset), static_cast<std::size_t>(block.size))) return false;
+    if (!(block.whole ? board.Write1k(address, bytes) : board.WriteLess(address, block.size, bytes))) return false;
+    AddProgress(block.size);
+    base::Pump(m_pump);
+    // A file can take half a minute on the wire: too long to wait for its end.
+    if (m_cancelDownload) return false;
   }
   return true;
 }
@@ -196,9 +179,9 @@ bool Download::WriteTable(device::TLS& board) {
   return Verification::CheckTable(board, m_configuration).Ok();
 }
 
-void Download::AddProgress(std::size_t bytes) {
-  m_bytesWritten += static_cast<std::int64_t>(bytes);
-  m_progress += static_cast<double>(bytes) * 100 / (static_cast<double>(m_configuration.TotalNrOfSamples()) * 1.5);
+void Download::AddProgress(std::int32_t bytes) {
+  m_bytesWritten += bytes;
+  m_progress += bytes * 100.0 / (static_cast<double>(m_configuration.TotalNrOfSamples()) * 1.5);
   ShowPercent(WholePercent(m_progress));
 }
 
@@ -252,7 +235,9 @@ DownloadOutcome Download::End(DownloadOutcome outcome) {
 
 DownloadOutcome Download::EndWithCancelled() { return EndWith(DownloadOutcome::Cancelled, "Canceled"); }
 
-DownloadOutcome Download::EndWithConnectionLost() { return EndWith(DownloadOutcome::ConnectionLost, "Connection lost"); }
+DownloadOutcome Download::EndWithConnectionLost() {
+  return EndWith(DownloadOutcome::ConnectionLost, "Connection lost");
+}
 
 std::string Download::BoardHoldsText() const {
   const auto about = [this]() -> std::string {
@@ -264,7 +249,8 @@ std::string Download::BoardHoldsText() const {
       case BoardHolds::NoSet:
         return "The board holds no complete sound set. Repeat the download before you use the saber.";
       case BoardHolds::UnverifiedSet:
-        return "The board holds the sounds, but their table could not be verified. Repeat the download before you use the "
+        return "The board holds the sounds, but their table could not be verified. Repeat the download before you use "
+               "the "
                "saber.";
       case BoardHolds::NewSetNotRestarted:
         return "The board holds the new sounds. Unplug it and plug it in again to use them.";

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 
 #include "base/Clock.h"
@@ -73,14 +72,13 @@ class Download {
   [[nodiscard]] std::optional<DownloadOutcome> Code();
   [[nodiscard]] std::optional<DownloadOutcome> WriteFiles(device::TLS& board);
   [[nodiscard]] bool WriteFile(device::TLS& board, const LSU_SoundFile& file);
-  [[nodiscard]] bool WriteRest(device::TLS& board, std::int32_t address, std::span<const std::uint8_t> rest);
   [[nodiscard]] bool WriteTable(device::TLS& board);
-  void AddProgress(std::size_t bytes);
+  void AddProgress(std::int32_t bytes);
   void ShowInformation(const std::string& text);
   void ShowPercent(std::optional<int> percent);
   DownloadOutcome RefuseWith(DownloadOutcome outcome, const std::string& message);
-  /// Shows how the run ended and what the board holds. The outcome is Cancelled, whatever else went wrong, once the person
-  /// has aborted.
+  /// Shows how the run ended and what the board holds. The outcome is Cancelled, whatever else went wrong, once the
+  /// person has aborted.
   DownloadOutcome EndWith(DownloadOutcome outcome, const std::string& information);
   DownloadOutcome End(DownloadOutcome outcome);
   DownloadOutcome EndWithCancelled();

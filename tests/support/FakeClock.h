@@ -2,7 +2,7 @@
 
 #include "base/Clock.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// A clock that only moves when somebody waits or the test says so.
 class FakeClock final : public base::Clock {
@@ -15,4 +15,8 @@ class FakeClock final : public base::Clock {
   Duration m_now{};
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support
+
+namespace kestrin::test {
+using support::FakeClock;
+}

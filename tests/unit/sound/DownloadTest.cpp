@@ -1,0 +1,473 @@
+#include "sound/Download.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/AnsweringBoard.h"
+#include "support/CompleteSet.h"
+#include "support/FakeClock.h"
+#include "support/MemoryKeptParameters.h"
+#include "support/RecordingDownloadView.h"
+
+namespace kestrin::sound {
+namespace {
+
+using support::AnsweringBoard;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr const char* kSerial = "4B535401";
+constexpr device::AccParam kErased{255, 255, 255, 255, 255, 255};
+constexpr device::AccParam kBefore{1, 2, 3, 4, 5, 6};
+
+class DownloadTest : public ::testing::Test {
+ protected:
+  DownloadOutcome Send(std::int32_t flashSize = 4 << 20, const std::string& serial = kSerial) {
+    return m_download.Send({m_board.tls, serial, flashSize});
+  }
+  /// Cancels as soon as the information shows `text`.
+  void CancelAt(const std::string& text) {
+    m_view.onInformation = [this, text](const std::string& information) {
+      if (information == text) m_download.Cancel();
+    };
+  }
+  /// Cancels when report number `number` (from 1) of that code was written.
+  void CancelAtReport(int code, int number) {
+    m_board.bend = [this, code, number, seen = 0](const AnsweringBoard::Report& report) mutable {
+      if (report[0] == code && ++seen == number) m_download.Cancel();
+    };
+  }
+  void ExpectCancelled() {
+    EXPECT_EQ(m_view.information, "Canceled");
+    EXPECT_EQ(m_view.button, "Close");
+    EXPECT_EQ(m_view.percents.back(), std::nullopt);
+    EXPECT_FALSE(m_view.hideTimerStarted);
+    EXPECT_THAT(m_view.log, ::testing::Not(::testing::Contains("info:SUCCESS !")));
+    EXPECT_THAT(m_board.ReportsOf(0), IsEmpty()) << "no restart";
+  }
+
+  support::CompleteSet m_set;
+  AnsweringBoard m_board;
+  support::RecordingDownloadView m_view;
+  support::MemoryKeptParameters m_kept;
+  support::FakeClock m_clock;
+  std::function<void()> m_pump;
+  Download m_download{m_set.configuration, m_view, m_kept, m_clock, [this] {
+                        if (m_pump) m_pump();
+                      }};
+};
+
+TEST_F(DownloadTest, GoesStepByStep) {
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  // Seven files of 100 samples: 150 coded bytes each, one WriteLess; then the table and its checksum.
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10, 42, 21, 21, 21, 21, 21, 21, 21, 21, 30, 0));
+  EXPECT_THAT(m_view.log,
+              ElementsAre("frame", "button:Cancel", "info:Erasing flash memory ...", "percent:0 %", "percent:0 %",
+                          "info:Coding data...", "percent:", "info:Downloading...", "percent:0 %", "info:SUCCESS !",
+                          "percent:", "hide timer", "button:Close"));
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("new sounds"));
+  EXPECT_FALSE(m_download.IsRunning());
+  EXPECT_EQ(m_download.Information(), "SUCCESS !");
+  EXPECT_EQ(m_download.BytesWritten(), 7 * 150 + 48);
+}
+
+TEST_F(DownloadTest, WritesFilesInFlashOrderAtTheirAddresses) {
+  m_set.Add(SlotKind::Motion, 200);
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  const auto writes = m_board.ReportsOf(21);
+  // Boot, power on, power off, idle, motion 1 and 2, impact, lock-up: each 150 bytes (the second motion file 300), each
+  // one byte behind the end of the one before; then the table.
+  const int addresses[] = {512, 663, 814, 965, 1116, 1267, 1568, 1719, 12};
+  const int counts[] = {150, 150, 150, 150, 150, 300, 150, 150, 54};
+  ASSERT_EQ(writes.size(), std::size(addresses));
+  for (std::size_t i = 0; i < writes.size(); ++i) {
+    EXPECT_EQ(AnsweringBoard::Number24(writes[i], 1), addresses[i]);
+    EXPECT_EQ(AnsweringBoard::Number24(writes[i], 4), counts[i]);
+  }
+  // The checksum question leaves the table's two checksum bytes out.
+  const auto check = m_board.ReportsOf(30).front();
+  EXPECT_EQ(AnsweringBoard::Number24(check, 1), 12);
+  EXPECT_EQ(AnsweringBoard::Number24(check, 4), 52);
+}
+
+TEST_F(DownloadTest, ALongFileGoesInWholeBlocksAndARest) {
+  m_set.Add(SlotKind::Boot, 1366);  // 2,049 coded bytes
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  const auto blocks = m_board.ReportsOf(20);
+  ASSERT_EQ(blocks.size(), 2u);
+  EXPECT_EQ(AnsweringBoard::Number24(blocks[0], 1), 512);
+  EXPECT_EQ(AnsweringBoard::Number24(blocks[1], 1), 1536);
+  const auto rest = m_board.ReportsOf(21).front();
+  EXPECT_EQ(AnsweringBoard::Number24(rest, 1), 2560);
+  EXPECT_EQ(AnsweringBoard::Number24(rest, 4), 1);
+}
+
+TEST_F(DownloadTest, ARestTooLongForOneReportGoesAsTwo) {
+  m_set.Add(SlotKind::Boot, 682);  // 1,023 coded bytes
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  const auto rests = m_board.ReportsOf(21);
+  EXPECT_EQ(AnsweringBoard::Number24(rests[0], 4), 1021);
+  EXPECT_EQ(AnsweringBoard::Number24(rests[1], 1), 512 + 1021);
+  EXPECT_EQ(AnsweringBoard::Number24(rests[1], 4), 2);
+}
+
+TEST_F(DownloadTest, PercentGrowsToAHundred) {
+  m_set.Add(SlotKind::Idle, 48000);
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  // From the second 0 % (the erase showed the first ones) to the end nothing falls.
+  int last = 0;
+  bool writing = false;
+  for (std::size_t i = 0; i + 1 < m_view.percents.size(); ++i) {
+    if (!m_view.percents[i]) continue;
+    if (m_view.percents[i] == 0) writing = true;
+    if (writing && m_view.percents[i] == 0) last = 0;
+    EXPECT_GE(*m_view.percents[i], last);
+    last = *m_view.percents[i];
+  }
+  EXPECT_EQ(last, 100);
+}
+
+// --- What refuses a run ---
+
+struct MissingCase {
+  SlotKind kind;
+  const char* message;
+};
+
+TEST_F(DownloadTest, NamesTheMissingPieceAndSendsNothing) {
+  const MissingCase cases[] = {
+      {SlotKind::Boot, "Boot file is missing"},
+      {SlotKind::PwrOn, "Power On file is missing"},
+      {SlotKind::PwrOff, "Power Off file is missing"},
+      {SlotKind::Idle, "Idle file is missing"},
+      {SlotKind::Motion, "At least one motion file is required"},
+      {SlotKind::Impact, "At least one impact file is required"},
+      {SlotKind::Lockup, "At least one locku-up file is required"},
+  };
+  for (const MissingCase& c : cases) {
+    support::CompleteSet set;
+    set.configuration.RemoveFile(1, c.kind);
+    Download download(set.configuration, m_view, m_kept, m_clock, {});
+    EXPECT_EQ(download.Send({m_board.tls, kSerial, 4 << 20}), DownloadOutcome::Incomplete);
+    EXPECT_EQ(m_view.message, c.message);
+    EXPECT_EQ(download.Information(), c.message);
+  }
+  EXPECT_EQ(m_board.agent.writesTried, 0);
+  EXPECT_FALSE(m_view.frameVisible);
+}
+
+TEST_F(DownloadTest, RefusesASetLargerThanTheBoard) {
+  m_set.configuration.SetMaxNrOfSamples(700);
+  EXPECT_EQ(Send(), DownloadOutcome::Success) << "exactly full still fits";
+  m_set.configuration.SetMaxNrOfSamples(699);
+  EXPECT_EQ(Send(), DownloadOutcome::TooLarge);
+  EXPECT_THAT(m_view.message, HasSubstr("do not fit"));
+}
+
+TEST_F(DownloadTest, RefusesALayoutBeyondTheFlash) {
+  // The last stream starts at 512 + 6 * 151 and has 150 bytes.
+  EXPECT_EQ(Send(512 + 6 * 151 + 150), DownloadOutcome::Success);
+  EXPECT_EQ(Send(512 + 6 * 151 + 149), DownloadOutcome::TooLarge);
+}
+
+TEST_F(DownloadTest, NamesEveryFileThatCannotBeSentAndSendsNothing) {
+  const auto boot = m_set.configuration.FileAt(SlotKind::Boot).FileNameAndPath();
+  const auto idle = m_set.configuration.FileAt(SlotKind::Idle).FileNameAndPath();
+  std::filesystem::remove(boot);
+  support::WriteSoundFile(idle, support::SomeSamples(99));
+  m_set.configuration.SetVolume(SlotKind::Motion, 1, 200);
+  EXPECT_EQ(Send(), DownloadOutcome::Incomplete);
+  EXPECT_THAT(m_view.message,
+              AllOf(HasSubstr(boot.filename().string()), HasSubstr(idle.filename().string()), HasSubstr("motion")));
+  EXPECT_EQ(m_board.agent.writesTried, 0);
+  EXPECT_FALSE(m_view.frameVisible);
+}
+
+// --- Detection parameters ---
+
+TEST_F(DownloadTest, PutsTheDetectionParametersBack) {
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_EQ(m_board.accelerometer, kBefore);
+  EXPECT_THAT(m_kept.kept, IsEmpty());
+}
+
+TEST_F(DownloadTest, LeavesABoardAloneWhoseParametersCannotBeRead) {
+  m_board.silentFor = 41;
+  EXPECT_EQ(Send(), DownloadOutcome::ConnectionLost);
+  EXPECT_EQ(m_view.information, "Connection lost");
+  EXPECT_EQ(m_view.button, "Close");
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41));
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("not changed"));
+}
+
+TEST_F(DownloadTest, LeavesABoardAloneWhoseSerialNumberIsUnknown) {
+  EXPECT_EQ(Send(4 << 20, device::TLS::kNoSerialNumber), DownloadOutcome::ConnectionLost);
+  EXPECT_EQ(m_board.agent.writesTried, 0);
+}
+
+TEST_F(DownloadTest, LeavesABoardAloneWhoseParametersCannotBeRemembered) {
+  m_kept.problem = "\"kept.txt\" could not be written: the disk is full";
+  EXPECT_EQ(Send(), DownloadOutcome::Incomplete);
+  EXPECT_EQ(m_view.information, m_kept.problem);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41));
+}
+
+TEST_F(DownloadTest, RemembersParametersThatCouldNotBeWrittenBackUntilTheNextDownload) {
+  m_board.silentFor = 42;
+  m_board.bend = [this](const AnsweringBoard::Report& report) {
+    if (report[0] == 42) m_board.accelerometer = kErased;
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::ConnectionLost);
+  EXPECT_EQ(m_kept.Find(kSerial), kBefore);
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("parameters are kept"));
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10, 42));
+
+  m_board.silentFor = -1;
+  m_board.bend = nullptr;
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_EQ(m_board.accelerometer, kBefore);
+  EXPECT_THAT(m_kept.kept, IsEmpty());
+}
+
+TEST_F(DownloadTest, AnotherBoardsParametersStayRemembered) {
+  m_kept.kept["other"] = {9, 9, 9, 9, 9, 9};
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_EQ(m_board.accelerometer, kBefore);
+  EXPECT_EQ(m_kept.kept.size(), 1u);
+}
+
+// --- The erase ---
+
+TEST_F(DownloadTest, AnEraseDoneOnThe20thPollStillCounts) {
+  m_board.eraseFailures = 19;
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+}
+
+TEST_F(DownloadTest, AnEraseNotDoneAfter20PollsIsALostConnection) {
+  m_board.eraseFailures = 20;
+  EXPECT_EQ(Send(), DownloadOutcome::ConnectionLost);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10));
+  EXPECT_EQ(m_board.agent.readsTried, 3 + 20);
+  EXPECT_EQ(m_view.information, "Connection lost");
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("no complete sound set"));
+  EXPECT_EQ(m_kept.Find(kSerial), kBefore);
+}
+
+TEST_F(DownloadTest, AnEraseThatCannotBeSentIsALostConnection) {
+  m_board.agent.failWrites = {2};
+  EXPECT_EQ(Send(), DownloadOutcome::ConnectionLost);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41));
+}
+
+TEST_F(DownloadTest, ErasePercentIsTheShareOf30SecondsInWholeSeconds) {
+  m_board.eraseFailures = 19;
+  m_board.agent.whileReading = [this] { m_clock.Advance(std::chrono::milliseconds(2900)); };
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  // Three reads of the parameters come before the erase; then each poll lasts 2.9 s: 0, 2, 5, 8, 11, 14, ... whole seconds.
+  const std::vector<std::optional<int>> first(m_view.percents.begin(), m_view.percents.begin() + 7);
+  EXPECT_THAT(first, ElementsAre(0, 0, 7, 17, 27, 37, 47));
+  EXPECT_THAT(std::vector<std::optional<int>>(m_view.percents.begin() + 12, m_view.percents.begin() + 21),
+              ::testing::Each(std::optional<int>(100)))
+      << "31 s and more are 100 %";
+}
+
+TEST_F(DownloadTest, ALateEraseAnswerIsNotTakenForAnAnswerOfTheNextRun) {
+  CancelAtReport(10, 1);
+  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
+  ASSERT_EQ(m_board.agent.answers.size(), 1u) << "the erase has not been confirmed yet";
+  m_board.bend = nullptr;
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_EQ(m_board.accelerometer, kBefore);
+}
+
+// --- Failures under way ---
+
+TEST_F(DownloadTest, AnyBlockThatFailsIsALostConnection) {
+  // Reports 4 to 10 are the seven files.
+  for (int report = 4; report <= 10; ++report) {
+    AnsweringBoard board;
+    board.agent.failWrites = {report};
+    EXPECT_EQ(m_download.Send({board.tls, kSerial, 4 << 20}), DownloadOutcome::ConnectionLost);
+    EXPECT_EQ(m_view.information, "Connection lost");
+    EXPECT_THAT(board.ReportsOf(0), IsEmpty());
+    EXPECT_EQ(static_cast<int>(board.agent.written.size()), report - 1) << "nothing is sent behind the failure";
+  }
+}
+
+TEST_F(DownloadTest, AWrongSumIsALostConnection) {
+  m_board.bend = [this](const AnsweringBoard::Report& report) {
+    if (report[0] == 21) m_board.agent.answers.back() = support::ScriptedAgent::Answer{0, 0};
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::ConnectionLost);
+}
+
+TEST_F(DownloadTest, ATableThatCannotBeVerifiedIsAMemoryCheckErrorAndRestartsNothing) {
+  const struct {
+    int silentFor;
+    bool wrongSum;
+  } cases[] = {{30, false}, {-1, true}};
+  for (const auto& c : cases) {
+    AnsweringBoard board;
+    board.silentFor = c.silentFor;
+    if (c.wrongSum)
+      board.bend = [&board](const AnsweringBoard::Report& report) {
+        if (report[0] == 30) (*board.agent.answers.back())[1] ^= 1;
+      };
+    EXPECT_EQ(m_download.Send({board.tls, kSerial, 4 << 20}), DownloadOutcome::MemoryCheckError);
+    EXPECT_EQ(m_view.information, "Memory check error");
+    EXPECT_EQ(m_view.button, "Close");
+    EXPECT_THAT(board.ReportsOf(0), IsEmpty());
+    EXPECT_THAT(m_view.boardHolds, HasSubstr("could not be verified"));
+  }
+}
+
+TEST_F(DownloadTest, ATableThatCannotBeWrittenIsAMemoryCheckErrorToo) {
+  m_board.agent.failWrites = {11};
+  EXPECT_EQ(Send(), DownloadOutcome::MemoryCheckError);
+  EXPECT_THAT(m_board.ReportsOf(30), IsEmpty());
+}
+
+TEST_F(DownloadTest, AVerifiedSetIsASuccessAlsoWhenTheRestartFails) {
+  m_board.agent.failWrites = {13};
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("Unplug it and plug it in again"));
+}
+
+TEST_F(DownloadTest, AFileThatChangesAfterTheEraseEndsTheRunWithItsName) {
+  const auto idle = m_set.configuration.FileAt(SlotKind::Idle).FileNameAndPath();
+  m_view.onInformation = [&](const std::string& information) {
+    if (information == "Coding data...") support::WriteSoundFile(idle, support::SomeSamples(500));
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Incomplete);
+  EXPECT_THAT(m_view.information, HasSubstr(idle.filename().string()));
+  EXPECT_EQ(m_view.button, "Close");
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10, 42));
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("no complete sound set"));
+}
+
+TEST_F(DownloadTest, AFileThatBecomesTooLoudAfterTheEraseEndsTheRunToo) {
+  m_view.onInformation = [&](const std::string& information) {
+    if (information == "Coding data...") m_set.configuration.SetVolume(SlotKind::Idle, 1, 1000);
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Incomplete);
+  EXPECT_THAT(m_view.information, HasSubstr("idle"));
+}
+
+TEST_F(DownloadTest, AnErrorOfTheViewEndsTheRunInsteadOfTheProgram) {
+  m_view.onInformation = [](const std::string& information) {
+    if (information == "Downloading...") throw std::runtime_error("the window is gone");
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Incomplete);
+  EXPECT_EQ(m_view.information, "the window is gone");
+  EXPECT_FALSE(m_download.IsRunning());
+}
+
+// --- Cancel ---
+
+TEST_F(DownloadTest, CancelDuringTheEraseStopsBeforeAnyWrite) {
+  CancelAtReport(10, 1);
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10));
+  ExpectCancelled();
+  EXPECT_EQ(m_kept.Find(kSerial), kBefore);
+}
+
+TEST_F(DownloadTest, CancelWhileTheEraseAnswersStopsBeforeAnyWrite) {
+  m_board.agent.whileReading = [this] {
+    if (m_board.agent.written.back()[0] == 10) m_download.Cancel();
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10));
+  ExpectCancelled();
+}
+
+TEST_F(DownloadTest, CancelBeforeTheEraseLeavesTheBoardAlone) {
+  CancelAtReport(41, 1);
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41));
+  ExpectCancelled();
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("not changed"));
+}
+
+TEST_F(DownloadTest, CancelWhileCodingStopsBeforeAnyWrite) {
+  CancelAt("Coding data...");
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10, 42));
+  ExpectCancelled();
+}
+
+TEST_F(DownloadTest, CancelDuringTheWritesLeavesTheTableUnwritten) {
+  m_set.Add(SlotKind::Boot, 48000);  // 72,000 coded bytes: 70 whole blocks
+  CancelAtReport(20, 5);
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_EQ(m_board.ReportsOf(20).size(), 5u);
+  EXPECT_THAT(m_board.ReportsOf(21), IsEmpty());
+  ExpectCancelled();
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("no complete sound set"));
+}
+
+TEST_F(DownloadTest, CancelAtTheLastBlockLeavesTheTableUnwritten) {
+  CancelAtReport(21, 7);
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_EQ(m_board.ReportsOf(21).size(), 7u);
+  EXPECT_THAT(m_board.ReportsOf(30), IsEmpty());
+  ExpectCancelled();
+}
+
+TEST_F(DownloadTest, CancelDuringTheTableIsNeverShownAsDone) {
+  CancelAtReport(30, 1);
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  ExpectCancelled();
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("new sounds"));
+}
+
+TEST_F(DownloadTest, CancelStaysCancelledWhateverGoesWrongAfterwards) {
+  m_board.bend = [this](const AnsweringBoard::Report& report) {
+    if (report[0] != 21) return;
+    m_download.Cancel();
+    m_board.agent.answers.clear();
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  ExpectCancelled();
+}
+
+TEST_F(DownloadTest, TheButtonAsksBeforeItCancels) {
+  m_view.onInformation = [this](const std::string& information) {
+    if (information == "Downloading...") m_download.CancelButton();
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Success) << "OK resumes";
+  EXPECT_EQ(m_view.question,
+            "Are you sure you want to cancel downloading ? \n"
+            "This might result in unsable behaviour !\n"
+            "Press OK to resume downloading or Cancel to abort");
+  m_view.abort = true;
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+}
+
+TEST_F(DownloadTest, AnEndedRunsButtonHidesTheFrame) {
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  m_download.CancelButton();
+  EXPECT_FALSE(m_view.frameVisible);
+  EXPECT_EQ(m_view.question, "");
+}
+
+TEST_F(DownloadTest, WithoutARunCancelDoesNothing) {
+  m_download.Cancel();
+  EXPECT_THAT(m_view.log, IsEmpty());
+}
+
+TEST_F(DownloadTest, EveryEndWorksAgainAfterwards) {
+  m_board.silentFor = 30;
+  ASSERT_EQ(Send(), DownloadOutcome::MemoryCheckError);
+  m_board.silentFor = -1;
+  CancelAtReport(21, 3);
+  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
+  m_board.bend = nullptr;
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_EQ(m_board.accelerometer, kBefore);
+}
+
+}  // namespace
+}  // namespace kestrin::sound
