@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Clock.h"
+#include "simulator/FaultPlan.h"
+
+namespace kestrin::simulator {
+
+/// What kind of board to simulate.
+struct BoardOptions {
+  /// What reports cost.
+  enum class Wire {
+    /// Nothing.
+    None,
+    /// The time that they take on full-speed USB.
+    Usb,
+  };
+
+  struct Parsed;
+  /// Reads "KEY=VALUE,KEY=VALUE", what stands behind "sim:" on the command line; "" means that all is as it comes.
+  /// Every key may stand once, `fault` as often as wanted.
+  [[nodiscard]] static Parsed Parse(std::string_view text);
+
+  /// Empty: what the state folder holds, or the factory's.
+  std::optional<std::uint16_t> id;
+  std::optional<std::uint32_t> serial;
+  /// The folder that keeps the board's state between runs; empty: the state lives in memory.
+  std::filesystem::path dir;
+  /// How long erasing the flash takes.
+  base::Clock::Duration erase{};
+  Wire wire = Wire::None;
+  std::vector<Fault> faults;
+};
+
+/// What became of a text: the options, or which key or value is wrong and what is allowed.
+struct BoardOptions::Parsed {
+  BoardOptions options;
+  /// "" when the text was good.
+  std::string problem;
+};
+
+}  // namespace kestrin::simulator

@@ -1,0 +1,120 @@
+#include "simulator/BoardStore.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "base/WholeFile.h"
+#include "device/BoardIdentity.h"
+#include "simulator/BoardStateJson.h"
+#include "simulator/Json.h"
+
+namespace kestrin::simulator {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::uint8_t kErased = 0xFF;
+
+std::string Quoted(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return "\"" + std::string(text.begin(), text.end()) + "\"";
+}
+
+/// Reads "board.json" if it is there. Returns "" or what is wrong.
+std::string ReadState(const fs::path& path, BoardState& state) {
+  std::error_code error;
+  if (!fs::exists(path, error) && !error) return "";
+  const std::uintmax_t length = fs::file_size(path, error);
+  std::string text(error ? 0 : static_cast<std::size_t>(length), '\0');
+  std::ifstream file(path, std::ios::binary);
+  file.read(text.data(), static_cast<std::streamsize>(text.size()));
+  if (error || !file) return Quoted(path) + " could not be read: look at its permissions";
+  Json::Parsed parsed = Json::Parse(text);
+  if (parsed.value) parsed.problem = FromJson(*parsed.value, state);
+  if (parsed.problem.empty()) return "";
+  return Quoted(path) + " is damaged: " + parsed.problem + "; repair it, or delete it for a board from the factory";
+}
+
+}  // namespace
+
+std::size_t FlashSizeOf(std::uint16_t id) {
+  const std::int32_t capacity = device::Identify(id).memoryCapacity.value_or(device::kDefaultMemoryCapacity);
+  return static_cast<std::size_t>(device::FlashSize(capacity));
+}
+
+BoardStore::BoardStore(const fs::path& folder)
+    : m_flashPath(folder / "flash.bin"), m_statePath(folder / "board.json") {}
+
+BoardStore::Opened BoardStore::Open(const BoardOptions& options) {
+  Opened opened;
+  std::error_code error;
+  fs::create_directories(options.dir, error);
+  // Told by the folder rather than by the error: a folder that is there already is fine, however it is spelt.
+  std::error_code ignored;
+  if (!fs::is_directory(options.dir, ignored)) {
+    opened.problem = "The folder " + Quoted(options.dir) + " for the simulated board could not be made" +
+                     (error ? ": " + error.message() : "; a file of that name is in the way");
+    return opened;
+  }
+  std::unique_ptr<BoardStore> store(new BoardStore(options.dir));
+  opened.problem = ReadState(store->m_statePath, opened.state);
+  if (!opened.problem.empty()) return opened;
+  opened.state.id = options.id.value_or(opened.state.id);
+  opened.state.serial = options.serial.value_or(opened.state.serial);
+
+  opened.flash.assign(FlashSizeOf(opened.state.id), kErased);
+  const bool present = fs::exists(store->m_flashPath, error);
+  if (present) {
+    const std::uintmax_t length = fs::file_size(store->m_flashPath, error);
+    if (!error && length > opened.flash.size()) {
+      opened.problem = Quoted(store->m_flashPath) + " is larger than the board's flash of " +
+                       std::to_string(opened.flash.size()) + " bytes: choose the board's id that it was written for";
+      return opened;
+    }
+    store->m_length = error ? 0 : static_cast<std::size_t>(length);
+  }
+  store->OpenFlash(present ? std::ios::openmode{} : std::ios::trunc);
+  store->m_flash.read(reinterpret_cast<char*>(opened.flash.data()), static_cast<std::streamsize>(store->m_length));
+  store->CheckFlash();
+  store->WriteState(opened.state);
+  opened.problem = store->Problem();
+  if (opened.problem.empty()) opened.store = std::move(store);
+  return opened;
+}
+
+void BoardStore::OpenFlash(std::ios::openmode mode) {
+  m_flash.close();
+  m_flash.clear();
+  m_flash.open(m_flashPath, std::ios::in | std::ios::out | std::ios::binary | mode);
+}
+
+void BoardStore::CheckFlash() {
+  if (!m_flash && m_problem.empty())
+    m_problem = Quoted(m_flashPath) + " could not be read or written: look at the folder's permissions and free space";
+}
+
+void BoardStore::WriteFlash(std::span<const std::uint8_t> flash, std::size_t address, std::size_t count) {
+  if (!m_problem.empty() || count == 0) return;
+  // The range begins where the file ends at the latest: what lies between is erased, and written as such.
+  const std::size_t start = std::min(address, m_length);
+  m_flash.seekp(static_cast<std::streamoff>(start));
+  m_flash.write(reinterpret_cast<const char*>(flash.data() + start),
+                static_cast<std::streamsize>(address + count - start));
+  m_flash.flush();
+  m_length = std::max(m_length, address + count);
+  CheckFlash();
+}
+
+void BoardStore::EraseFlash() {
+  if (!m_problem.empty()) return;
+  OpenFlash(std::ios::trunc);
+  m_length = 0;
+  CheckFlash();
+}
+
+void BoardStore::WriteState(const BoardState& state) {
+  if (m_problem.empty()) m_problem = base::WriteWholeFile(m_statePath, ToJson(state).Format());
+}
+
+}  // namespace kestrin::simulator

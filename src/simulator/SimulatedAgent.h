@@ -1,0 +1,128 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/Clock.h"
+#include "base/EventPump.h"
+#include "device/THIDagent.h"
+#include "simulator/BoardOptions.h"
+#include "simulator/FaultPlan.h"
+#include "simulator/UsbWire.h"
+#include "simulator/VirtualBoard.h"
+
+namespace kestrin::simulator {
+
+/// A HID stack with one simulated board on it: one interface with the path "sim", variable and report 0 the command
+/// (output, 1,028 bytes), variable and report 1 the response (input, 2 bytes).
+///
+/// The board can be unplugged and plugged in at any time, also while a report read waits; the notices about it are
+/// raised by the next Refresh() outside of a transfer, once Start() was called.
+class SimulatedAgent final : public device::THIDagent {
+ public:
+  /// A read that waits gives the person's interface its turn at least this often.
+  static constexpr base::Clock::Duration kSlice = std::chrono::milliseconds(20);
+
+  struct Created;
+  /// The board that the options describe, plugged in. The clock must outlive the agent.
+  [[nodiscard]] static Created Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump = {});
+
+  /// The board on the other end.
+  [[nodiscard]] VirtualBoard& Board() { return *m_board; }
+  [[nodiscard]] bool IsPlugged() const { return m_plugged; }
+  /// Pulls the board off: it loses its power and whatever it was about to answer.
+  void Unplug();
+  /// Plugs it in again.
+  void Plug();
+
+  void SetEvents(device::HidAgentEvents* events) override { m_events = events; }
+  void Start() override { m_started = true; }
+  void Stop() override;
+  void SetMatch(const device::HidMatch& match) override { m_match = match; }
+  /// Finds nothing while the board is unplugged, while the notice of an unplugging is still to come, and once the board
+  /// cannot keep its state.
+  [[nodiscard]] bool SearchAndOpen() override;
+  void Refresh() override;
+  /// Why the board can no longer keep its state in its folder.
+  [[nodiscard]] std::string AccessProblem() const override { return m_board->Problem(); }
+
+  [[nodiscard]] std::int32_t NumberOfInterfaces() const override { return m_open ? 1 : 0; }
+  void SelectInterface(std::int32_t number) override;
+  [[nodiscard]] std::int32_t VendorId() const override;
+  [[nodiscard]] std::int32_t ProductId() const override;
+  [[nodiscard]] std::int32_t InterfaceHandle() const override;
+
+  [[nodiscard]] std::int32_t FindVariable(device::ReportType type, std::int32_t usage,
+                                          std::int32_t usagePage) const override;
+  void SelectVariable(std::int32_t number) override;
+  [[nodiscard]] std::int32_t VariableReportNumber() const override;
+  [[nodiscard]] device::VariableAttributes Attributes() const override;
+  void SetVariableName(const std::string& name) override;
+  void SetVariableOption(std::int32_t option) override;
+  /// The boards have no scale: the same as the unscaled value.
+  [[nodiscard]] std::int32_t ScaledValue() const override { return UnScaledValue(); }
+  void SetScaledValue(std::int32_t value) override { SetUnScaledValue(value); }
+  [[nodiscard]] std::int32_t UnScaledValue() const override;
+  void SetUnScaledValue(std::int32_t value) override;
+
+  void SetElements(std::span<const std::uint8_t> values) override;
+  void GetElements(std::span<std::uint8_t> values) const override;
+
+  void SetCurrentRptNum(std::int32_t number) override { m_currentReport = number; }
+  /// Also false when the board cannot keep its state any more.
+  [[nodiscard]] bool WriteReport() override;
+  [[nodiscard]] bool ReadReport() override;
+
+ private:
+  enum Number : std::int32_t { kCommand = 0, kResponse = 1 };
+  /// What the HID stack has noticed and nobody was told yet.
+  enum class Notice { Removal, Arrival };
+
+  SimulatedAgent(std::unique_ptr<VirtualBoard> board, const BoardOptions& options, base::Clock& clock,
+                 base::EventPump pump);
+
+  [[nodiscard]] bool Matches() const;
+  void RequireInterface() const;
+  [[nodiscard]] std::span<std::uint8_t> Values();
+  [[nodiscard]] std::span<const std::uint8_t> Values() const;
+  void Deliver(bool flip);
+  [[nodiscard]] std::optional<VirtualBoard::Answer> WaitForAnswer();
+  void Pass(std::size_t bytes);
+
+  base::Clock& m_clock;
+  base::EventPump m_pump;
+  std::unique_ptr<VirtualBoard> m_board;
+  FaultPlan m_faults;
+  std::optional<UsbWire> m_wire;
+
+  device::HidAgentEvents* m_events = nullptr;
+  device::HidMatch m_match;
+  std::vector<Notice> m_notices;
+  bool m_started = false;
+  bool m_plugged = true;
+  /// The interface is open; after an unplugging until its notice was raised.
+  bool m_open = false;
+  /// The open interface reaches the board.
+  bool m_connected = false;
+  bool m_inTransfer = false;
+  std::int32_t m_handle = 0;
+
+  bool m_selected = false;
+  std::int32_t m_currentVariable = -1;
+  std::int32_t m_currentReport = -1;
+  std::array<std::uint8_t, VirtualBoard::kReportSize> m_command{};
+  VirtualBoard::Answer m_response{};
+};
+
+/// An agent, or a text that says why there is no board.
+struct SimulatedAgent::Created {
+  std::unique_ptr<SimulatedAgent> agent;
+  std::string problem;
+};
+
+}  // namespace kestrin::simulator

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/Clock.h"
+#include "simulator/BoardOptions.h"
+#include "simulator/BoardState.h"
+#include "simulator/BoardStore.h"
+
+namespace kestrin::simulator {
+
+/// A Kestrin board as its firmware behaves: takes command reports of 1,028 bytes, gives answer reports of two bytes. It
+/// knows nothing of how reports travel, so it serves behind an agent as well as behind a HID device node.
+///
+/// Every model answers every command; unknown codes get no answer. Of each report only the elements of the command
+/// itself count: hosts leave earlier commands' bytes in the rest. Numbers are sent most significant byte first.
+///
+/// - Flash: 8 MiB for model 64, else 4 MiB, erased byte 0xFF. A write can only clear bits; only an erase sets them. The
+///   answer to a write is the sum of the data bytes as they arrived, whatever the flash then holds. Addresses beyond
+///   the flash: nothing is written, and they count nothing in a checksum.
+/// - An erase also makes each detection parameter 255. The firmware has one thread: while it erases it takes reports
+/// but
+///   works them off afterwards, in order. Done, it answers 10, 10 once. Flash and parameters are gone from its
+///   beginning on, so that a board that loses power in the middle holds nothing.
+/// - The acceleration is that of a board lying still.
+class VirtualBoard {
+ public:
+  using Time = base::Clock::Duration;
+  using Answer = std::array<std::uint8_t, 2>;
+  static constexpr std::size_t kReportSize = 1028;
+  using Report = std::array<std::uint8_t, kReportSize>;
+  using ReportView = std::span<const std::uint8_t, kReportSize>;
+
+  struct Created;
+  /// A board as the options want it, with its state from the options' folder if they name one. (`wire` and `faults` are
+  /// matters of the way to the board.)
+  [[nodiscard]] static Created Create(const BoardOptions& options);
+
+  /// A board that keeps its state in memory, with an erased flash.
+  explicit VirtualBoard(const BoardState& state = {}, Time eraseTime = {});
+
+  /// The bytes that a report brings to the flash; none when it is no write command. A count beyond the report's end
+  /// brings no more than the report carries.
+  [[nodiscard]] static std::span<const std::uint8_t> FlashData(ReportView report);
+
+  /// A command report that arrives at `now`: 1,028 bytes, or 1,029 with a leading report id 0 as some HID stacks
+  /// deliver it. Reports of any other length are ignored.
+  void Receive(std::span<const std::uint8_t> report, Time now);
+  /// Takes the next answer that is ready at `now`; empty when there is none (yet). Times never go back from one call to
+  /// the next.
+  [[nodiscard]] std::optional<Answer> NextAnswer(Time now);
+  /// The end of an erase that is under way; empty when the board is idle. Before that moment no new answer gets ready.
+  [[nodiscard]] std::optional<Time> BusyUntil() const { return m_eraseEnd; }
+  /// The board loses its power: answers, reports not yet worked off and an erase under way are gone, all else stays.
+  void LosePower();
+
+  [[nodiscard]] const BoardState& State() const { return m_state; }
+  [[nodiscard]] std::span<const std::uint8_t> Flash() const { return m_flash; }
+  /// Why the state can no longer be kept in its folder; "" while all is well.
+  [[nodiscard]] std::string Problem() const { return m_store ? m_store->Problem() : ""; }
+
+ private:
+  VirtualBoard(BoardStore::Opened opened, Time eraseTime);
+
+  /// Ends an erase whose time is over and works off what arrived during it.
+  void Advance(Time now);
+  void Execute(ReportView report, Time now);
+
+  void Put(std::uint8_t first, std::uint8_t second) { m_answers.push_back({first, second}); }
+  void Put16(std::uint16_t value);
+  void Acknowledge();
+  /// The state has changed: it is kept, and the host told so.
+  void Accept();
+  void KeepState();
+
+  void Erase(Time now);
+  void Write(std::uint32_t address, std::span<const std::uint8_t> data);
+  [[nodiscard]] std::uint16_t FlashSum(std::uint32_t address, std::uint32_t count) const;
+  void AnswerPulse(std::size_t set);
+  void TakePulse(ReportView report, std::size_t set);
+
+  BoardState m_state;
+  std::vector<std::uint8_t> m_flash;
+  std::unique_ptr<BoardStore> m_store;
+  Time m_eraseTime;
+  std::optional<Time> m_eraseEnd;
+  std::deque<Report> m_waiting;
+  /// Answers not taken yet begin at m_nextAnswer; the front is emptied all at once, so that the memory is used again.
+  std::vector<Answer> m_answers;
+  std::size_t m_nextAnswer = 0;
+};
+
+/// A board, or a text that says what is wrong with its state folder.
+struct VirtualBoard::Created {
+  std::unique_ptr<VirtualBoard> board;
+  std::string problem;
+};
+
+}  // namespace kestrin::simulator
