@@ -1,0 +1,15 @@
+# Sourced by ./run and ./test: how a preset is configured.
+# shellcheck shell=bash
+
+jobs="$(nproc 2>/dev/null || echo 2)"
+
+configure() {  # PRESET [cmake options]
+  local preset="$1"
+  shift
+  local -a options=("$@")
+  if command -v ccache >/dev/null; then options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi
+  # A build folder that came along when the project was copied or moved belongs to another place.
+  local cache="$project/build/$preset/CMakeCache.txt"
+  if [ -e "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$cache"; then options+=(--fresh); fi
+  (cd "$project" && cmake --preset "$preset" "${options[@]}")
+}

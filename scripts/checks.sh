@@ -1,0 +1,93 @@
+# Sourced by ./test: the checks that are no test programs.
+# shellcheck shell=bash
+
+fuzz_seconds="${KESTRIN_FUZZ_SECONDS:-20}"
+longest_file=500
+
+project_files() { (cd "$project" && find . \( -name .git -o -name build -o -name 'build-*' \) -prune -o -type f -print); }
+source_files() { project_files | grep -E '^\./(src|demo|tests|benchmarks|fuzz)/.*\.(cpp|h)$'; }
+
+check_files() {
+  local twins file lines long=""
+  twins="$(project_files | sort | tr '[:upper:]' '[:lower:]' | uniq -d)"
+  if [ -z "$twins" ]; then pass; else fail "these names differ by letter case only: $twins"; fi
+
+  while read -r file; do
+    lines=$(wc -l <"$project/$file")
+    [ "$lines" -le $longest_file ] || long="$long $file ($lines)"
+  done < <(source_files)
+  if [ -z "$long" ]; then pass; else fail "longer than $longest_file lines:$long"; fi
+
+  if (cd "$project" && source_files | xargs clang-format-14 --dry-run --Werror); then
+    pass
+  else
+    fail "the layout; clang-format-14 -i puts it right"
+  fi
+}
+
+# Not even by way of another library.
+check_no_qt() {
+  local program="$project/build/release/bin/kestrinctl" libraries
+  if ! libraries="$(ldd "$program")"; then
+    fail "there is no $program"
+  elif grep -i qt <<<"$libraries"; then
+    fail "kestrinctl is linked with the above"
+  else
+    pass
+  fi
+}
+
+# An empty search path hides every outside library from CMake, as on a machine that has none.
+core_only() { PKG_CONFIG_LIBDIR=/nonexistent build_and_test core-only; }
+
+fuzz_all() {
+  build_preset fuzz || return
+  local target work
+  work="$(mktemp -d)"
+  # Two at a time; each leaves its status and its output.
+  for target in "$project"/build/fuzz/bin/*_fuzz; do
+    [ -x "$target" ] || continue
+    while [ "$(jobs -rp | wc -l)" -ge 2 ]; do wait -n; done
+    fuzz_one "$target" "$work" &
+  done
+  wait
+  for target in "$work"/*.status; do
+    [ -e "$target" ] || continue
+    local name
+    name="$(basename "$target" .status)"
+    if [ "$(cat "$target")" -eq 0 ]; then
+      pass
+      grep -E '^(Done|#.*DONE)' "$work/$name.log" | tail -n 1 | sed "s/^/$name: /"
+    else
+      tail -n 60 "$work/$name.log"
+      fail "$name; its finding is in $work"
+    fi
+  done
+}
+
+# New inputs go into a folder of their own: the corpus in the project stays as it is.
+fuzz_one() {  # PROGRAM WORK-FOLDER
+  local name corpus found
+  name="$(basename "$1")"
+  corpus="$project/fuzz/corpus/${name%_fuzz}"
+  found="$2/$name"
+  mkdir -p "$found"
+  local -a inputs=("$found")
+  if [ -d "$corpus" ]; then inputs+=("$corpus"); fi
+  "${steady[@]}" "$1" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$2/$name-" \
+    -print_final_stats=0 "${inputs[@]}" >"$2/$name.log" 2>&1
+  echo $? >"$2/$name.status"
+}
+
+check_tidy() {
+  local log
+  log="$(mktemp)"
+  # clang does not know every warning that g++ is told to leave out.
+  if run-clang-tidy-14 -quiet -p "$project/build/release" -j "$jobs" -extra-arg=-Wno-unknown-warning-option \
+    "^$project/(src|demo)/" >"$log" 2>&1; then
+    pass
+  else
+    grep -E '(error|warning):' "$log" | sort -u
+    fail "clang-tidy; everything it said is in $log"
+  fi
+}

@@ -1,0 +1,84 @@
+# Sourced by ./test: runs one section after the other and adds up what passed and what failed.
+# shellcheck shell=bash
+
+passed=0
+failed=0
+summary=()
+
+# Checks report with these two; a failure is followed by what was wrong.
+pass() { passed=$((passed + 1)); }
+fail() {
+  failed=$((failed + 1))
+  echo "FAILED: $*"
+}
+
+section() {  # TITLE COMMAND...
+  local title="$1" passed_before=$passed failed_before=$failed start=$SECONDS
+  shift
+  printf '\n==== %s\n' "$title"
+  "$@"
+  local seconds=$((SECONDS - start)) ok=$((passed - passed_before)) bad=$((failed - failed_before))
+  # A section that checked nothing has not shown anything.
+  if [ $((ok + bad)) -eq 0 ]; then
+    fail "nothing was checked"
+    bad=1
+  fi
+  printf -- '---- %s: %d passed, %d failed, %d s\n' "$title" "$ok" "$bad" "$seconds"
+  summary+=("$(printf '%-60s %5d passed %4d failed %5d s' "$title" "$ok" "$bad" "$seconds")")
+}
+
+finish() {
+  printf '\n==== Summary (%d s)\n' "$SECONDS"
+  if [ ${#summary[@]} -gt 0 ]; then printf '%s\n' "${summary[@]}"; fi
+  printf '\n%d passed, %d failed\n' "$passed" "$failed"
+  [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
+  exit
+}
+
+# Configures and builds a preset; its output is shown only when it fails.
+build_preset() {  # PRESET [cmake options]
+  local preset="$1" log
+  log="$(mktemp)"
+  if { configure "$@" && "${steady[@]}" cmake --build "$project/build/$preset" -j "$jobs"; } >"$log" 2>&1; then
+    rm -f "$log"
+    return 0
+  fi
+  tail -n 100 "$log"
+  fail "the build of preset $preset; everything it said is in $log"
+  return 1
+}
+
+# Sanitizers want the address space as they know it; where it is allowed, programs run with nothing moved about.
+steady=()
+if command -v setarch >/dev/null && setarch "$(uname -m)" -R true 2>/dev/null; then steady=(setarch "$(uname -m)" -R); fi
+
+build_and_test() {  # PRESET [cmake options]
+  local preset="$1" results
+  case "$preset" in fuzz) ;; *) set -- "$@" -DKESTRIN_TESTS=ON ;; esac
+  build_preset "$@" || return
+  results="$project/build/$preset/test-results.xml"
+  rm -f "$results"
+  "${steady[@]}" ctest --test-dir "$project/build/$preset" -j "$jobs" --output-on-failure --no-tests=error \
+    --output-junit "$results" | grep -vE '^ *Start |^ *[0-9]+/[0-9]+ .*Passed'
+  local status=${PIPESTATUS[0]}
+  count_results "$results" "$status"
+}
+
+count_results() {  # JUNIT-FILE CTEST-STATUS
+  local total bad skipped
+  if [ ! -s "$1" ]; then
+    fail "ctest left no results"
+    return
+  fi
+  total=$(suite_number tests "$1")
+  bad=$(suite_number failures "$1")
+  skipped=$(($(suite_number skipped "$1") + $(suite_number disabled "$1")))
+  passed=$((passed + total - bad - skipped))
+  failed=$((failed + bad))
+  if [ "$skipped" -gt 0 ]; then echo "$skipped tests were skipped."; fi
+  if [ "$2" -ne 0 ] && [ "$bad" -eq 0 ]; then fail "ctest ended with status $2"; fi
+}
+
+suite_number() {  # ATTRIBUTE JUNIT-FILE -> the number in the suite's opening tag
+  tr '\n' ' ' <"$2" | sed -n "s/.*<testsuite [^>]*[[:space:]]$1=\"\([0-9]*\)\".*/\1/p"
+}
