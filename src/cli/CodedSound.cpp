@@ -1,0 +1,41 @@
+#include "cli/CodedSound.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "cli/CommandFailure.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+using sound::LSU_SoundFile;
+
+void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume) {
+  syntax.Number("--volume V", volume, 0, kLargestVolume, "Playback volume in percent, 100 if not given");
+}
+
+std::string NotValid(const std::string& path) { return "Not a valid file: " + path; }
+
+LSU_SoundFile ReadSound(const std::string& path) {
+  LSU_SoundFile file;
+  if (!file.ReadFile(sound::PathOf(path))) throw CommandFailure(ExitCode::Failed, NotValid(path));
+  return file;
+}
+
+void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const base::EventPump& pump) {
+  if (volume) file.SetVolume(static_cast<std::int16_t>(*volume));
+  try {
+    if (!file.Code(pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotCodable(pump));
+  } catch (const std::overflow_error& tooLoud) {
+    throw CommandFailure(ExitCode::Failed, tooLoud.what());
+  }
+}
+
+void RequireOtherFile(const std::string& source, const std::string& output) {
+  std::error_code noSuchFile;
+  if (std::filesystem::equivalent(sound::PathOf(source), sound::PathOf(output), noSuchFile))
+    throw CommandFailure(ExitCode::WrongUsage, output + " is the sound file itself: choose another output file.");
+}
+
+}  // namespace kestrin::cli

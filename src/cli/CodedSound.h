@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/EventPump.h"
+#include "cli/Syntax.h"
+#include "sound/LSU_SoundFile.h"
+
+namespace kestrin::cli {
+
+/// The largest volume in percent that configuration files hold.
+inline constexpr std::int32_t kLargestVolume = 32767;
+
+/// Declares `--volume`.
+void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume);
+
+/// The text about a file that is no usable sound.
+[[nodiscard]] std::string NotValid(const std::string& path);
+
+/// Reads a sound file. Throws CommandFailure when it is not usable.
+[[nodiscard]] sound::LSU_SoundFile ReadSound(const std::string& path);
+
+/// Codes a file that was read, at `volume` if there is one. Throws CommandFailure when it cannot be coded.
+void CodeSound(sound::LSU_SoundFile& file, std::optional<std::int32_t> volume, const base::EventPump& pump);
+
+/// Throws CommandFailure when `output` names the file `source` itself, which would be lost.
+void RequireOtherFile(const std::string& source, const std::string& output);
+
+}  // namespace kestrin::cli

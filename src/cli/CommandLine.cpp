@@ -1,0 +1,184 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <exception>
+#include <map>
+#include <ostream>
+#include <string_view>
+#include <utility>
+
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+/// Declares arguments at a parser of one command.
+class ParserSyntax final : public Syntax {
+ public:
+  explicit ParserSyntax(CLI::App& parser) : m_parser(parser) {}
+
+  void Text(const std::string& name, std::string& target, const std::string& help, Need need) override {
+    const Names names = Split(name);
+    Describe(*m_parser.add_option(names.option, target, help), names, need);
+  }
+
+  void Texts(const std::string& name, std::vector<std::string>& target, const std::string& help, Need need) override {
+    const Names names = Split(name);
+    CLI::Option& option = *m_parser.add_option(names.option, target, help);
+    Describe(option, names, need);
+    // What follows an option's one value belongs to somebody else.
+    if (name.starts_with("-")) option.allow_extra_args(false);
+  }
+
+  void Number(const std::string& name, std::optional<std::int32_t>& target, std::int32_t minimum, std::int32_t maximum,
+              const std::string& help) override {
+    const Names names = Split(name);
+    const std::string range = std::to_string(minimum) + " to " + std::to_string(maximum);
+    const auto parse = [&target, minimum, maximum](const std::string& text) {
+      std::int32_t number = 0;
+      const char* const end = text.data() + text.size();
+      const auto [stop, error] = std::from_chars(text.data(), end, number);
+      if (error != std::errc{} || stop != end || number < minimum || number > maximum) return false;
+      target = number;
+      return true;
+    };
+    CLI::Option& option = *m_parser.add_option_function<std::string>(
+        names.option, [parse](const std::string& text) { static_cast<void>(parse(text)); }, help + " (" + range + ")");
+    option.check(
+        [parse, range](const std::string& text) -> std::string {
+          return parse(text) ? "" : "\"" + text + "\" is no whole number from " + range;
+        },
+        "");
+    Describe(option, names, Need::Optional);
+  }
+
+ private:
+  struct Names {
+    std::string option;
+    std::string value;
+  };
+
+  static Names Split(const std::string& name) {
+    const std::size_t blank = name.find(' ');
+    return blank == name.npos ? Names{name, ""} : Names{name.substr(0, blank), name.substr(blank + 1)};
+  }
+
+  static void Describe(CLI::Option& option, const Names& names, Need need) {
+    option.type_name(names.value);
+    option.required(need == Need::Required);
+  }
+
+  CLI::App& m_parser;
+};
+
+/// The parser of the whole command line.
+class Parser {
+ public:
+  Parser(const std::vector<std::unique_ptr<Command>>& commands, const std::string& version, GlobalOptions& options)
+      : m_app("Gets sounds onto Kestrin light-saber boards and sets the boards up.", "kestrinctl") {
+    m_app.set_version_flag("--version", "kestrinctl " + version);
+    m_app.fallthrough();
+    m_app.footer("--board, --program-folder, --json and --quiet may stand before the command or behind it.");
+    m_app.require_subcommand(1);
+    m_app.add_option("--board", options.board, "auto, hid:PATH, sim or sim:KEY=VALUE,...")
+        ->type_name("BOARD")
+        ->capture_default_str();
+    m_app
+        .add_option("--program-folder", options.programFolder, "The folder with pictures, help file and LED catalogue")
+        ->type_name("DIR");
+    m_app.add_flag("--json", options.json, "Print one JSON document");
+    m_app.add_flag("--quiet", options.quiet, "Show no progress");
+    for (const auto& command : commands) Add(*command);
+  }
+
+  /// The command that the arguments name. Throws CLI::ParseError.
+  Command& Parse(int argc, const char* const* argv) {
+    m_app.parse(argc, argv);
+    const auto named =
+        std::find_if(m_parsers.begin(), m_parsers.end(), [](const auto& entry) { return entry.first->parsed(); });
+    return *named->second;
+  }
+
+  [[nodiscard]] std::string Help() const { return m_app.help(); }
+
+ private:
+  void Add(Command& command) {
+    const std::string name = command.Name();
+    const std::size_t blank = name.find(' ');
+    CLI::App* const parent = blank == name.npos ? &m_app : &Group(name.substr(0, blank));
+    CLI::App* const parser =
+        parent->add_subcommand(blank == name.npos ? name : name.substr(blank + 1), command.Description());
+    ParserSyntax syntax(*parser);
+    command.Declare(syntax);
+    m_parsers.emplace_back(parser, &command);
+  }
+
+  CLI::App& Group(const std::string& name) {
+    CLI::App*& group = m_groups[name];
+    if (group == nullptr) {
+      group = m_app.add_subcommand(name, std::string(GroupDescription(name)));
+      group->require_subcommand(1);
+    }
+    return *group;
+  }
+
+  CLI::App m_app;
+  std::map<std::string, CLI::App*> m_groups;
+  std::vector<std::pair<CLI::App*, Command*>> m_parsers;
+};
+
+Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& interrupt) {
+  try {
+    const BoardChoice board = BoardChoice::Parse(options.board);
+    Context context{options, board, interrupt};
+    return command.Run(context);
+  } catch (const CommandFailure& failure) {
+    return {failure.Code(), nullptr, "", failure.what()};
+  } catch (const std::exception& error) {
+    return {ExitCode::Failed, nullptr, "", error.what()};
+  }
+}
+
+}  // namespace
+
+CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands, std::string version)
+    : m_commands(std::move(commands)), m_version(std::move(version)) {}
+
+int CommandLine::Run(int argc, const char* const* argv, Interrupt& interrupt, std::ostream& out,
+                     std::ostream& errors) noexcept {
+  try {
+    GlobalOptions options;
+    Parser parser(m_commands, m_version, options);
+    Report report;
+    try {
+      Command& command = parser.Parse(argc, argv);
+      report = RunCommand(command, options, interrupt);
+    } catch (const CLI::CallForHelp&) {
+      out << parser.Help();
+      return static_cast<int>(ExitCode::Done);
+    } catch (const CLI::CallForVersion& version) {
+      out << version.what() << '\n';
+      return static_cast<int>(ExitCode::Done);
+    } catch (const CLI::ParseError& error) {
+      // The options count as given only once everything was parsed.
+      options.json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
+      report = {ExitCode::WrongUsage, nullptr, "", error.what() + std::string("\nRun \"kestrinctl --help\" for help.")};
+    }
+    Output(out, errors, options.json).Print(report);
+    if (!out.good()) {
+      errors << "kestrinctl: the result could not be written\n";
+      if (report.code == ExitCode::Done) report.code = ExitCode::Failed;
+    }
+    return static_cast<int>(report.code);
+  } catch (const std::exception& error) {
+    errors << "kestrinctl: " << error.what() << '\n';
+    return static_cast<int>(ExitCode::Failed);
+  }
+}
+
+}  // namespace kestrin::cli

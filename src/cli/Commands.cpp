@@ -1,0 +1,37 @@
+#include "cli/Commands.h"
+
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace kestrin::cli {
+
+namespace {
+
+constexpr std::array<std::unique_ptr<Command> (*)(), 14> kMakers{
+    MakeDevicesCommand,    MakeInfoCommand,       MakeSoundInfoCommand,     MakeSoundCodeCommand,   MakeSoundWavCommand,
+    MakeConfigMakeCommand, MakeConfigShowCommand, MakeConfigMapCommand,     MakeDownloadCommand,    MakeVerifyCommand,
+    MakeAccelGetCommand,   MakeAccelSetCommand,   MakeAccelDefaultsCommand, MakeAccelRestoreCommand};
+
+constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kGroups{{
+    {"sound", "Measure, code and convert sound files"},
+    {"config", "Make and look at configuration files: which sound sits in which slot"},
+    {"accel", "The six detection parameters of the acceleration sensor"},
+}};
+
+}  // namespace
+
+std::vector<std::unique_ptr<Command>> AllCommands() {
+  std::vector<std::unique_ptr<Command>> commands;
+  for (const auto make : kMakers) commands.push_back(make());
+  return commands;
+}
+
+std::string_view GroupDescription(std::string_view group) {
+  for (const auto& [name, description] : kGroups)
+    if (name == group) return description;
+  throw std::out_of_range("no such group of commands: " + std::string(group));
+}
+
+}  // namespace kestrin::cli

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "cli/Command.h"
+
+namespace kestrin::cli {
+
+/// The commands, in the order in which the help lists them.
+[[nodiscard]] std::vector<std::unique_ptr<Command>> AllCommands();
+
+/// What the help says about a group of commands ("sound", "config", ...).
+[[nodiscard]] std::string_view GroupDescription(std::string_view group);
+
+// Each is defined in the file of its command, commands/<Name>Command.cpp.
+[[nodiscard]] std::unique_ptr<Command> MakeDevicesCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeInfoCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSoundInfoCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSoundCodeCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSoundWavCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigMakeCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigShowCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigMapCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeAccelGetCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeAccelSetCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeAccelDefaultsCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeAccelRestoreCommand();
+
+}  // namespace kestrin::cli

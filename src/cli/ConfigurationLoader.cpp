@@ -1,0 +1,87 @@
+#include "cli/ConfigurationLoader.h"
+
+#include "cli/CommandFailure.h"
+#include "cli/TextTable.h"
+#include "sound/ConfigurationFile.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+using sound::LSU_Configuration;
+using sound::LSU_SoundFile;
+
+namespace {
+
+/// Nobody watches the slots while they are filled.
+class NoView final : public sound::ConfigurationView {
+ public:
+  void EmptySlot(sound::SlotKind) override {}
+  void ShowFile(sound::SlotKind, int, const std::string&) override {}
+  void UpdateMemoryStatus() override {}
+};
+
+Document DocumentOf(const LSU_SoundFile& file) {
+  return {{"path", sound::TextOf(file.FileNameAndPath())}, {"volume", file.Volume()}, {"samples", file.NrOfSamples()}};
+}
+
+Document DocumentOf(const LSU_Configuration& configuration, const sound::Slot& slot) {
+  if (!slot.isList) return DocumentOf(configuration.FileAt(slot.kind));
+  Document files = Document::array();
+  for (int position = 1; position <= configuration.Count(slot.kind); ++position)
+    files.push_back(DocumentOf(configuration.FileAt(slot.kind, position)));
+  return files;
+}
+
+}  // namespace
+
+LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration) {
+  NoView view;
+  const sound::LoadResult result = sound::ConfigurationFile::Load(sound::PathOf(path), configuration, view);
+  if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.detail);
+  LoadedFiles loaded{{}, result.Message()};
+  for (const auto& failed : result.failed) loaded.failed.push_back(sound::TextOf(failed));
+  return loaded;
+}
+
+std::string LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
+  const LoadedFiles loaded = LoadConfiguration(path, configuration);
+  const std::string aboutFiles = loaded.message.empty() ? "" : loaded.message + "\n";
+  if (const int missing = configuration.CheckIntegrity(); missing != 0)
+    throw CommandFailure(ExitCode::Failed, aboutFiles + LSU_Configuration::IntegrityMessage(missing));
+  const auto map = configuration.MakeMemoryMap([](int) { return true; }, pump);
+  if (!map.complete) throw CommandFailure(ExitCode::Failed, aboutFiles + map.failure);
+  return loaded.message;
+}
+
+Report ReportOf(const LSU_Configuration& configuration, const LoadedFiles& loaded) {
+  Document slots = Document::object();
+  TextTable table({{"slot"},
+                   {"#", TextTable::Align::Right},
+                   {"volume", TextTable::Align::Right},
+                   {"samples", TextTable::Align::Right},
+                   {"file"}});
+  // Here the slots stand in the order of their keywords in the file, which is the flash's too.
+  for (const sound::Slot& slot : sound::kSlots) {
+    slots[std::string(slot.name)] = DocumentOf(configuration, slot);
+    const int entries = slot.isList ? configuration.Count(slot.kind) : 1;
+    for (int position = 1; position <= entries; ++position) {
+      const LSU_SoundFile& file = configuration.FileAt(slot.kind, position);
+      table.Add({std::string(slot.title), std::to_string(position), std::to_string(file.Volume()) + " %",
+                 std::to_string(file.NrOfSamples()), sound::TextOf(file.FileNameAndPath())});
+    }
+  }
+
+  const int missing = configuration.CheckIntegrity();
+  const std::string missingMessage = LSU_Configuration::IntegrityMessage(missing);
+  Report report;
+  report.document = {{"slots", slots},
+                     {"totalSamples", configuration.TotalNrOfSamples()},
+                     {"missing", {{"code", missing}, {"message", missingMessage}}},
+                     {"failed", loaded.failed}};
+  report.text = table.Text() + "\n" + std::to_string(configuration.TotalNrOfSamples()) + " samples in all\n" +
+                (missing == 0 ? "" : missingMessage + "\n");
+  report.message = loaded.message;
+  return report;
+}
+
+}  // namespace kestrin::cli

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/ProgressLine.h"
+#include "sound/DownloadView.h"
+
+namespace kestrin::cli {
+
+/// A download on the command line: its phases as progress; how it ended stands in the command's report.
+class ConsoleDownloadView final : public sound::DownloadView {
+ public:
+  /// `progress` must outlive the view.
+  explicit ConsoleDownloadView(ProgressLine& progress) : m_progress(progress) {}
+
+  /// What the board holds after the run; "" when nothing was started.
+  [[nodiscard]] const std::string& BoardHolds() const { return m_boardHolds; }
+
+  void ShowMessage(const std::string&) override {}
+  void ShowFrame() override {}
+  void HideFrame() override {}
+  void ShowInformation(const std::string& text) override {
+    // Work that goes on is announced with dots; the other texts say how the run ended.
+    if (text.ends_with("...")) m_progress.Phase(text);
+  }
+  void ShowPercent(std::optional<int> percent) override {
+    if (percent) m_progress.Percent(*percent);
+  }
+  void ShowButton(const std::string&) override {}
+  void ShowBoardHolds(const std::string& text) override {
+    m_progress.End();
+    m_boardHolds = text;
+  }
+  /// Who presses Ctrl-C means it.
+  [[nodiscard]] bool AskAbort(const std::string&) override { return true; }
+  void StartHideFrameTimer() override {}
+
+ private:
+  ProgressLine& m_progress;
+  std::string m_boardHolds;
+};
+
+}  // namespace kestrin::cli

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace kestrin::cli {
+
+/// How the program ends; scripts rely on the numbers.
+enum class ExitCode : int {
+  Done = 0,
+  Failed = 1,
+  WrongUsage = 2,
+  NoBoard = 3,
+  /// Stopped by Ctrl-C.
+  Interrupted = 130,
+};
+
+}  // namespace kestrin::cli

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "base/Clock.h"
+#include "cli/Command.h"
+#include "device/DeviceSession.h"
+
+namespace kestrin::cli {
+
+/// The chosen board, online for as long as the object lives; says good-bye to it at the end.
+class OnlineBoard {
+ public:
+  /// Throws CommandFailure when there is no such board or it may not be opened.
+  explicit OnlineBoard(Context& context);
+  ~OnlineBoard();
+  OnlineBoard(const OnlineBoard&) = delete;
+  OnlineBoard& operator=(const OnlineBoard&) = delete;
+
+  [[nodiscard]] device::TLS& Board() { return *m_session.Board(); }
+  [[nodiscard]] const device::DeviceSession& Session() const { return m_session; }
+  /// The text of the serial label.
+  [[nodiscard]] const std::string& SerialLabel() const { return m_view.serialLabel; }
+  /// Whether the board told its serial number.
+  [[nodiscard]] bool Answered() const { return m_session.SerialNumber() != device::TLS::kNoSerialNumber; }
+  /// Throws CommandFailure when the board is an LED driver.
+  void RequireSoundBoard() const;
+
+ private:
+  /// The command line's session: it goes on with a board or not at all.
+  class View final : public device::SessionView {
+   public:
+    void ShowOnline(bool) override {}
+    /// What the label said last is remembered until the end.
+    void ShowSerialLabel(const std::string& text) override { serialLabel = text; }
+    void SetMemoryCapacity(std::int32_t) override {}
+    void EnableFileButtons() override {}
+    void EnableBoardButtons(bool) override {}
+    void ShowLedFrame(bool) override {}
+    void ReadAccData() override {}
+    [[nodiscard]] bool InitLedDrivers() override { return true; }
+    void ShowMessage(const std::string&) override {}
+    [[nodiscard]] bool AskWorkOffline(const std::string&, const std::string& advice) override {
+      accessProblem = advice;
+      return false;
+    }
+    void StartGoOnlineTimer(std::int32_t) override {}
+    void StopGoOnlineTimer() override {}
+
+    std::string serialLabel;
+    std::string accessProblem;
+  };
+
+  base::SystemClock m_clock;
+  std::unique_ptr<device::THIDagent> m_agent;
+  View m_view;
+  device::DeviceSession m_session;
+};
+
+}  // namespace kestrin::cli

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include "base/Clock.h"
+#include "cli/GlobalOptions.h"
+
+namespace kestrin::cli {
+
+/// Shows how long work gets on. On a terminal: one line for each phase, with a bar, the percentage and the time left,
+/// drawn anew as it grows. Elsewhere: the phase's name on a line of its own. With `--quiet`: nothing. It appears on
+/// standard output, with `--json` on standard error.
+class ProgressLine {
+ public:
+  /// The clock must outlive the line.
+  ProgressLine(const GlobalOptions& options, const base::Clock& clock);
+  ~ProgressLine();
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+
+  /// A new phase begins.
+  void Phase(const std::string& name);
+  /// How much of the phase is done, 0 .. 100.
+  void Percent(int percent);
+  /// Nothing more is drawn on the line; the next text starts a new one.
+  void End();
+
+ private:
+  void Draw();
+  [[nodiscard]] std::string TimeLeft() const;
+
+  std::ostream& m_out;
+  const base::Clock& m_clock;
+  bool m_quiet;
+  bool m_terminal;
+  std::string m_phase;
+  std::optional<int> m_percent;
+  base::Clock::Duration m_started{};
+  std::string m_drawn;
+};
+
+}  // namespace kestrin::cli

@@ -1,0 +1,48 @@
+#include <array>
+#include <map>
+
+#include "cli/AccelerometerBoard.h"
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "motion/DetectionParameter.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+class AccelSetCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "accel set"; }
+  [[nodiscard]] std::string Description() const override {
+    return "Change detection parameters; those not named keep what the board holds";
+  }
+
+  void Declare(Syntax& syntax) override {
+    for (std::size_t i = 0; i < m_values.size(); ++i) {
+      const motion::DetectionParameter& parameter = motion::kDetectionParameters[i];
+      const bool time = parameter.field == &device::AccParam::FOCTime;
+      syntax.Number("--" + std::string(parameter.name) + (time ? " MS" : " N"), m_values[i], parameter.minimum,
+                    parameter.maximum, std::string(parameter.caption) + ", " + std::string(parameter.group));
+    }
+  }
+
+  [[nodiscard]] Report Run(Context& context) override {
+    std::map<const motion::DetectionParameter*, std::int32_t> values;
+    for (std::size_t i = 0; i < m_values.size(); ++i)
+      if (m_values[i]) values[&motion::kDetectionParameters[i]] = *m_values[i];
+    if (values.empty())
+      throw CommandFailure(ExitCode::WrongUsage, "Name at least one parameter to set, for example --MotionTh 180.");
+    AccelerometerBoard board(context);
+    return AccelerometerBoard::ReportOf(board.Setup().Change(values), kNotAccepted);
+  }
+
+ private:
+  /// By the parameters' places in kDetectionParameters.
+  std::array<std::optional<std::int32_t>, motion::kDetectionParameters.size()> m_values;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeAccelSetCommand() { return std::make_unique<AccelSetCommand>(); }
+
+}  // namespace kestrin::cli

@@ -1,0 +1,98 @@
+#include <array>
+#include <charconv>
+#include <filesystem>
+#include <system_error>
+
+#include "cli/CodedSound.h"
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "cli/ConfigurationLoader.h"
+#include "sound/ConfigurationFile.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A sound as the arguments name it: "PATH" or "PATH:VOLUME".
+struct SoundArgument {
+  fs::path path;
+  std::optional<std::int16_t> volume;
+};
+
+SoundArgument ParseSound(const std::string& text) {
+  const std::size_t colon = text.rfind(':');
+  const bool endsInNumber =
+      colon != text.npos && colon + 1 < text.size() && text.find_first_not_of("0123456789", colon + 1) == text.npos;
+  std::error_code error;
+  if (!endsInNumber || fs::exists(sound::PathOf(text), error)) return {sound::PathOf(text), std::nullopt};
+  std::int32_t volume = 0;
+  const auto [end, problem] = std::from_chars(text.data() + colon + 1, text.data() + text.size(), volume);
+  if (problem != std::errc{} || volume > kLargestVolume)
+    throw CommandFailure(ExitCode::WrongUsage,
+                         text + ": the volume is at most " + std::to_string(kLargestVolume) + " %");
+  return {sound::PathOf(text.substr(0, colon)), static_cast<std::int16_t>(volume)};
+}
+
+/// The path from the root, so that the set loads from anywhere; as short as that is without becoming another file's.
+fs::path FromRoot(const fs::path& path) {
+  const fs::path whole = fs::absolute(path);
+  const fs::path shorter = whole.lexically_normal();
+  std::error_code error;
+  return fs::equivalent(whole, shorter, error) ? shorter : whole;
+}
+
+class ConfigMakeCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "config make"; }
+  [[nodiscard]] std::string Description() const override { return "Write a configuration file"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("OUT", m_output, "The configuration file (.lscfg)", Syntax::Need::Required);
+    for (std::size_t i = 0; i < sound::kSlots.size(); ++i) {
+      const sound::Slot& slot = sound::kSlots[i];
+      const std::string name = "--" + std::string(slot.name) + " F";
+      const std::string help = std::string(slot.title) + " sound: PATH or PATH:VOLUME";
+      if (slot.isList)
+        syntax.Texts(name, m_sounds[i], help + "; up to " + std::to_string(sound::kListCapacity) + " times",
+                     Syntax::Need::Optional);
+      else
+        syntax.Text(name, m_singles[i], help, Syntax::Need::Optional);
+    }
+  }
+
+  [[nodiscard]] Report Run(Context&) override {
+    sound::LSU_Configuration configuration;
+    for (std::size_t i = 0; i < sound::kSlots.size(); ++i) {
+      const sound::Slot& slot = sound::kSlots[i];
+      if (!m_singles[i].empty()) Add(configuration, slot, m_singles[i]);
+      for (const std::string& text : m_sounds[i]) Add(configuration, slot, text);
+    }
+    const std::string problem = sound::ConfigurationFile::Save(configuration, sound::PathOf(m_output));
+    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
+    return ReportOf(configuration, {});
+  }
+
+ private:
+  static void Add(sound::LSU_Configuration& configuration, const sound::Slot& slot, const std::string& text) {
+    if (slot.isList && configuration.Count(slot.kind) == sound::kListCapacity)
+      throw CommandFailure(ExitCode::Failed, "Maximum number of " + std::string(slot.title) + " files reached");
+    const SoundArgument argument = ParseSound(text);
+    const fs::path path = FromRoot(argument.path);
+    if (!configuration.AddFile(path, slot.kind)) throw CommandFailure(ExitCode::Failed, NotValid(sound::TextOf(path)));
+    if (argument.volume) configuration.SetVolume(slot.kind, configuration.Count(slot.kind), *argument.volume);
+  }
+
+  std::string m_output;
+  /// By the slots' places in kSlots: the one sound of single slots, the sounds of lists.
+  std::array<std::string, sound::kSlots.size()> m_singles;
+  std::array<std::vector<std::string>, sound::kSlots.size()> m_sounds;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeConfigMakeCommand() { return std::make_unique<ConfigMakeCommand>(); }
+
+}  // namespace kestrin::cli

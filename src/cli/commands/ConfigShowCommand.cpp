@@ -1,0 +1,31 @@
+#include "cli/Commands.h"
+#include "cli/ConfigurationLoader.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+class ConfigShowCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "config show"; }
+  [[nodiscard]] std::string Description() const override { return "Load a configuration file and list its sounds"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
+  }
+
+  [[nodiscard]] Report Run(Context&) override {
+    sound::LSU_Configuration configuration;
+    const LoadedFiles loaded = LoadConfiguration(m_file, configuration);
+    return ReportOf(configuration, loaded);
+  }
+
+ private:
+  std::string m_file;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeConfigShowCommand() { return std::make_unique<ConfigShowCommand>(); }
+
+}  // namespace kestrin::cli

@@ -1,0 +1,93 @@
+#include <chrono>
+
+#include "cli/Commands.h"
+#include "cli/ConfigurationLoader.h"
+#include "cli/ConsoleDownloadView.h"
+#include "cli/KeptParametersPlace.h"
+#include "cli/OnlineBoard.h"
+#include "device/BoardIdentity.h"
+#include "sound/Download.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+std::string_view NameOf(sound::DownloadOutcome outcome) {
+  switch (outcome) {
+    case sound::DownloadOutcome::Success:
+      return "success";
+    case sound::DownloadOutcome::Incomplete:
+      return "incomplete";
+    case sound::DownloadOutcome::TooLarge:
+      return "too-large";
+    case sound::DownloadOutcome::ConnectionLost:
+      return "connection-lost";
+    case sound::DownloadOutcome::MemoryCheckError:
+      return "memory-check-error";
+    case sound::DownloadOutcome::Cancelled:
+      return "cancelled";
+  }
+  return "";
+}
+
+ExitCode CodeOf(sound::DownloadOutcome outcome) {
+  if (outcome == sound::DownloadOutcome::Success) return ExitCode::Done;
+  return outcome == sound::DownloadOutcome::Cancelled ? ExitCode::Interrupted : ExitCode::Failed;
+}
+
+class DownloadCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "download"; }
+  [[nodiscard]] std::string Description() const override { return "Write a set of sounds into the board"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
+  }
+
+  [[nodiscard]] Report Run(Context& context) override {
+    sound::LSU_Configuration configuration;
+    const LoadedFiles loaded = LoadConfiguration(m_file, configuration);
+    motion::KeptParametersFolder kept = OpenKeptParameters();
+    OnlineBoard online(context);
+    online.RequireSoundBoard();
+    const device::DeviceSession& session = online.Session();
+    configuration.SetMaxNrOfSamples(session.MemoryCapacity());
+
+    base::SystemClock clock;
+    ProgressLine progress(context.options, clock);
+    ConsoleDownloadView view(progress);
+    sound::Download download(configuration, view, kept, clock, context.interrupt.Pump());
+    const InterruptAction cancel(context.interrupt, [&] {
+      progress.Phase("Stopping ...");
+      download.Cancel();
+    });
+    const base::Clock::Duration start = clock.Now();
+    const sound::DownloadOutcome outcome =
+        download.Send({online.Board(), session.SerialNumber(), device::FlashSize(session.MemoryCapacity())});
+    const std::chrono::duration<double> time = clock.Now() - start;
+    progress.End();
+
+    Report report;
+    report.code = CodeOf(outcome);
+    report.document = {{"outcome", NameOf(outcome)},
+                       {"information", download.Information()},
+                       {"seconds", time.count()},
+                       {"bytes", download.BytesWritten()}};
+    const std::string ending = download.Information() + (view.BoardHolds().empty() ? "" : "\n" + view.BoardHolds());
+    report.message = loaded.message;
+    if (outcome == sound::DownloadOutcome::Success)
+      report.text = ending + "\n";
+    else
+      report.message += (loaded.message.empty() ? "" : "\n") + ending;
+    return report;
+  }
+
+ private:
+  std::string m_file;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeDownloadCommand() { return std::make_unique<DownloadCommand>(); }
+
+}  // namespace kestrin::cli

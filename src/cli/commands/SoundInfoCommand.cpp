@@ -1,0 +1,76 @@
+#include <array>
+#include <cstdio>
+
+#include "cli/CodedSound.h"
+#include "cli/Commands.h"
+#include "cli/TextTable.h"
+#include "sound/LSU_SoundFile.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+std::string WithTwoDecimals(double number) {
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%.2f", number);
+  return text.data();
+}
+
+class SoundInfoCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "sound info"; }
+  [[nodiscard]] std::string Description() const override { return "Measure sound files"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Texts("FILE", m_files, "Sound files (.lsu)", Syntax::Need::Required);
+    DeclareVolume(syntax, m_volume);
+  }
+
+  [[nodiscard]] Report Run(Context& context) override {
+    using Align = TextTable::Align;
+    Document files = Document::array();
+    TextTable table({{"file"},
+                     {"samples", Align::Right},
+                     {"seconds", Align::Right},
+                     {"peak", Align::Right},
+                     {"coded bytes", Align::Right},
+                     {"checksum", Align::Right}});
+    Report report;
+    for (const std::string& path : m_files) {
+      context.interrupt.Look();
+      sound::LSU_SoundFile file;
+      if (!file.ReadFile(sound::PathOf(path))) {
+        files.push_back({{"path", path}, {"valid", false}});
+        table.Add({path, "not valid"});
+        report.code = ExitCode::Failed;
+        report.message += (report.message.empty() ? "" : "\n") + NotValid(path);
+        continue;
+      }
+      CodeSound(file, m_volume, context.interrupt.Pump());
+      const double seconds = static_cast<double>(file.NrOfSamples()) / sound::LSU_SoundFile::kSamplesPerSecond;
+      files.push_back({{"path", path},
+                       {"valid", true},
+                       {"samples", file.NrOfSamples()},
+                       {"seconds", seconds},
+                       {"peak", file.Peak()},
+                       {"codedBytes", file.NrOfBytes()},
+                       {"checksum", file.GetFileCRC()}});
+      table.Add({path, std::to_string(file.NrOfSamples()), WithTwoDecimals(seconds), std::to_string(file.Peak()),
+                 std::to_string(file.NrOfBytes()), std::to_string(file.GetFileCRC())});
+    }
+    report.document = {{"files", files}};
+    report.text = table.Text();
+    return report;
+  }
+
+ private:
+  std::vector<std::string> m_files;
+  std::optional<std::int32_t> m_volume;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeSoundInfoCommand() { return std::make_unique<SoundInfoCommand>(); }
+
+}  // namespace kestrin::cli

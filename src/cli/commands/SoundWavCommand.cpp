@@ -1,0 +1,42 @@
+#include "cli/CodedSound.h"
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "cli/TextTable.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+class SoundWavCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "sound wav"; }
+  [[nodiscard]] std::string Description() const override { return "Write a sound as a WAV file"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("FILE", m_file, "Sound file (.lsu)", Syntax::Need::Required);
+    syntax.Text("--output OUT", m_output, "The WAV file", Syntax::Need::Required);
+  }
+
+  [[nodiscard]] Report Run(Context&) override {
+    RequireOtherFile(m_file, m_output);
+    const sound::LSU_SoundFile file = ReadSound(m_file);
+    if (!file.WriteWav(sound::PathOf(m_output)))
+      throw CommandFailure(ExitCode::Failed,
+                           m_output + " could not be written. Check that its folder exists and has room.");
+    Report report;
+    report.document = {{"samples", file.NrOfSamples()}};
+    report.text = AlignedPairs({{"Samples", std::to_string(file.NrOfSamples())}, {"Written to", m_output}});
+    return report;
+  }
+
+ private:
+  std::string m_file;
+  std::string m_output;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeSoundWavCommand() { return std::make_unique<SoundWavCommand>(); }
+
+}  // namespace kestrin::cli
