@@ -1,5 +1,5 @@
-// How fast a sound is coded, beside what the machine needs to copy the same bytes and what sox needs for a volume change
-// of the same samples. One item is one sample.
+// How fast a sound is coded, beside what the machine needs to copy the same bytes and what sox needs for a volume
+// change of the same samples. One item is one sample.
 
 #include <benchmark/benchmark.h>
 
@@ -49,8 +49,8 @@ class Sound {
   [[nodiscard]] const std::vector<std::int16_t>& Samples() const { return m_samples; }
 
  private:
-  fs::path m_folder = fs::temp_directory_path() /
-                      ("kestrin benchmark " + std::to_string(Clock::now().time_since_epoch().count()));
+  fs::path m_folder =
+      fs::temp_directory_path() / ("kestrin benchmark " + std::to_string(Clock::now().time_since_epoch().count()));
   std::vector<std::int16_t> m_samples;
 };
 
@@ -63,7 +63,8 @@ void CountSamples(benchmark::State& state) {
   state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * static_cast<std::int64_t>(kSamples));
 }
 
-/// Reading the file from the system's cache included; the stream's memory is taken anew each time, as for a fresh sound.
+/// Reading the file from the system's cache included; the stream's memory is taken anew each time, as for a fresh
+/// sound.
 void CodeFreshSound(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
@@ -110,8 +111,8 @@ void CopySameBytes(benchmark::State& state) {
 }
 BENCHMARK(CopySameBytes);
 
-/// A volume change by sox, the whole process; then coding, often enough for a steady mean. `sox/Code` tells how many times
-/// longer sox takes.
+/// A volume change by sox, the whole process; then coding, often enough for a steady mean. `sox/Code` tells how many
+/// times longer sox takes.
 void SoxVolumeChange(benchmark::State& state) {
   if (std::system("sox --version > /dev/null 2>&1") != 0) return state.SkipWithError("sox is not installed");
   const fs::path raw = TheSound().Folder() / "noise.s16";
@@ -120,8 +121,8 @@ void SoxVolumeChange(benchmark::State& state) {
     file.write(reinterpret_cast<const char*>(TheSound().Samples().data()), kSamples * sizeof(std::int16_t));
   }
   const std::string format = "-t s16 -r 48000 -c 1 ";
-  const std::string command = "sox " + format + "\"" + raw.string() + "\" " + format + "\"" + raw.string() +
-                              ".out\" vol 0.5";
+  const std::string command =
+      "sox " + format + "\"" + raw.string() + "\" " + format + "\"" + raw.string() + ".out\" vol 0.5";
   LSU_SoundFile sound;
   if (!sound.ReadFile(TheSound().Path())) return state.SkipWithError("the sound cannot be read");
   Clock::duration sox{0};

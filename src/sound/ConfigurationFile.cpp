@@ -52,7 +52,8 @@ class Lines {
   Lines(const Lines&) = delete;
   Lines& operator=(const Lines&) = delete;
 
-  /// The next line without its end, CR LF or LF. Throws NotValid behind the last line; `expected` says what was awaited.
+  /// The next line without its end, CR LF or LF. Throws NotValid behind the last line; `expected` says what was
+  /// awaited.
   std::string_view Next(std::string_view expected) {
     ++m_number;
     if (m_rest.empty()) Fail("the file ends where " + std::string(expected) + " is expected");
@@ -78,8 +79,7 @@ class Lines {
 /// One load, from the first line to the last.
 class Loader {
  public:
-  Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view,
-         std::vector<fs::path>& failed)
+  Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view, std::vector<fs::path>& failed)
       : m_lines(path), m_configuration(configuration), m_view(view), m_failed(failed) {}
 
   void Run() {

@@ -37,8 +37,7 @@ struct LoadResult {
 /// The ".lscfg" file: which sound sits in which slot, with which volume. See docs/file-formats.md.
 class ConfigurationFile {
  public:
-  static constexpr const char* kFilter =
-      "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
+  static constexpr const char* kFilter = "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
 
   /// Writes the configuration as `path`, whole or not at all. Returns "" or a text naming the file and what is wrong.
   [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path);

@@ -61,7 +61,8 @@ void LSU_Configuration::RemoveFile(int FileNumber, SlotKind FileType) {
   m_totalNrOfSamples -= file.NrOfSamples();
   file.Remove();
   if (!slot.isList) return;
-  for (int later = FileNumber + 1; later <= count; ++later) FileAt(FileType, later - 1).TakeOver(FileAt(FileType, later));
+  for (int later = FileNumber + 1; later <= count; ++later)
+    FileAt(FileType, later - 1).TakeOver(FileAt(FileType, later));
   m_lists[PlaceOf(slot)].count = count - 1;
 }
 

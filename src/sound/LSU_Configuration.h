@@ -45,8 +45,8 @@ class LSU_Configuration {
   /// slot. Throws std::out_of_range when the list is full: callers look first.
   [[nodiscard]] bool AddFile(const std::filesystem::path& FileName, SlotKind FileType);
 
-  /// Empties a single slot, or takes list entry `FileNumber` (from 1) out and closes the gap; volumes and peaks stay with
-  /// their positions. Throws std::out_of_range when the list has no such entry.
+  /// Empties a single slot, or takes list entry `FileNumber` (from 1) out and closes the gap; volumes and peaks stay
+  /// with their positions. Throws std::out_of_range when the list has no such entry.
   void RemoveFile(int FileNumber, SlotKind FileType);
 
   /// The most important missing piece as its slot number, 0 when the configuration is complete.

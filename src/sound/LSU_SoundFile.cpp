@@ -52,8 +52,8 @@ Obstacle ObstacleOf(SampleReader::State state) {
   return Obstacle::Unreadable;
 }
 
-/// Reads a file that had `count` samples and gives those that are coded to `take`, block by block, up to the first block
-/// that is too loud. The first sample is never coded, nor is the last of an even count.
+/// Reads a file that had `count` samples and gives those that are coded to `take`, block by block, up to the first
+/// block that is too loud. The first sample is never coded, nor is the last of an even count.
 Reading ReadCodedSamples(const fs::path& path, std::int32_t count, const SampleCoder& coder,
                          const base::EventPump& pump, const TakeBlock& take) {
   if (LSU_SoundFile::CodedBytes(count) > std::numeric_limits<std::int32_t>::max()) return {Obstacle::TooLong, 0};

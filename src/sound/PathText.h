@@ -12,8 +12,8 @@ namespace kestrin::sound {
   return {text.begin(), text.end()};
 }
 
-/// The path of a UTF-8 text. Where paths are bytes they are taken as they stand; where they are characters a text that is
-/// no UTF-8 is taken in the system's own code page, in which older programs wrote.
+/// The path of a UTF-8 text. Where paths are bytes they are taken as they stand; where they are characters a text that
+/// is no UTF-8 is taken in the system's own code page, in which older programs wrote.
 [[nodiscard]] inline std::filesystem::path PathOf(std::string_view text) {
   try {
     return std::u8string(text.begin(), text.end());

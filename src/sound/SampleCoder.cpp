@@ -9,8 +9,8 @@
 #include "base/Numbers.h"
 #include "sound/LSU_SoundFile.h"
 
-// One coding loop, compiled twice where the compiler can: for every processor of the kind, and for those that have wider
-// vectors. Being inlined into both is what makes it two.
+// One coding loop, compiled twice where the compiler can: for every processor of the kind, and for those that have
+// wider vectors. Being inlined into both is what makes it two.
 #if defined(__GNUC__) && defined(__x86_64__)
 #define KESTRIN_HAS_AVX2
 #define KESTRIN_INLINED [[gnu::always_inline]] inline
@@ -23,8 +23,9 @@ namespace kestrin::sound {
 namespace {
 
 // Added to a double of less than 2^51, this leaves no bits behind the point: the processor itself rounds the sum to the
-// nearest whole number, halves to even, which then stands in the low bits. Unlike a call to a rounding function it works
-// on several numbers at once everywhere. (This file must be compiled without contracting a * b + c into one step.)
+// nearest whole number, halves to even, which then stands in the low bits. Unlike a call to a rounding function it
+// works on several numbers at once everywhere. (This file must be compiled without contracting a * b + c into one
+// step.)
 constexpr double kToWhole = 6755399441055744.0;  // 1.5 * 2^52
 // The same for whole numbers of fours: these low bits hold a quarter of the rounded sum.
 constexpr double kToFours = 4 * kToWhole;
@@ -58,8 +59,8 @@ constexpr std::size_t kGroup = 64;
 /// Codes each pair into the low three bytes of a word. Branches are written as masks, for the same reason.
 KESTRIN_INLINED void CodeWords(const std::int16_t* samples, std::size_t pairs, double factor, std::uint32_t* words) {
   const double scale = std::fabs(factor);
-  const double scaleToQuarters = 4 * scale;                   // exact, as is every rounding below therefore
-  const std::int32_t negate = factor < 0 ? -1 : 0;            // x ^ -1 - -1 is -x
+  const double scaleToQuarters = 4 * scale;                      // exact: only the exponent changes
+  const std::int32_t negate = factor < 0 ? -1 : 0;               // x ^ -1 - -1 is -x
   const std::int32_t firstSign = factor != 0 ? 0b1000'0000 : 0;  // at volume 0 nothing is below 0
   for (std::size_t i = 0; i < pairs; ++i) {
     const std::uint32_t pair = PairAt(samples + 2 * i);
@@ -75,8 +76,8 @@ KESTRIN_INLINED void CodeWords(const std::int16_t* samples, std::size_t pairs, d
     const std::int32_t restMagnitude = (rest ^ belowZero) - belowZero;
 
     // The first sign is that of the unrounded value, the second that of the rounded one, which is none at 0.
-    const std::int32_t signs = ((((first ^ negate) - negate) >> 31) & firstSign) |
-                               (((second ^ negate) >> 31) & (-b >> 31) & 0b0100'0000);
+    const std::int32_t signs =
+        ((((first ^ negate) - negate) >> 31) & firstSign) | (((second ^ negate) >> 31) & (-b >> 31) & 0b0100'0000);
     const std::int32_t middle = restMagnitude + (b & 3) + signs;
     words[i] = static_cast<std::uint32_t>((a >> 2) | middle << 8 | (b >> 2) << 16);
   }

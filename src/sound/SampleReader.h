@@ -33,8 +33,8 @@ class SampleReader {
 
   [[nodiscard]] State GetState() const { return m_state; }
 
-  /// The next samples, at most `most` and at most a block; they stay valid until the next call. Fewer than asked for only
-  /// at the end of the file or when a read failed (see GetState()); half a sample at the end is none.
+  /// The next samples, at most `most` and at most a block; they stay valid until the next call. Fewer than asked for
+  /// only at the end of the file or when a read failed (see GetState()); half a sample at the end is none.
   [[nodiscard]] std::span<const std::int16_t> Next(std::size_t most = kBlock);
 
  private:

@@ -17,8 +17,8 @@
 
 namespace kestrin::support {
 
-/// A folder of its own for one test, removed with everything in it at the end. Its name holds a blank, so that code which
-/// trips over blanks in paths is found.
+/// A folder of its own for one test, removed with everything in it at the end. Its name holds a blank, so that code
+/// which trips over blanks in paths is found.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
@@ -78,8 +78,8 @@ inline std::filesystem::path WriteSoundFile(const std::filesystem::path& path, s
   return WriteBytes(path, SoundFileBytes(samples));
 }
 
-/// Samples that differ from one another, from -`peak` to `peak`, with ±`peak` (the sign by `seed`) among those that are
-/// coded. Another seed gives other samples.
+/// Samples that differ from one another, from -`peak` to `peak`, with one of these two (which one depends on `seed`) as
+/// the first that is coded. Another seed gives other samples.
 inline std::vector<std::int16_t> SomeSamples(std::size_t count, std::int16_t peak = 20000, unsigned seed = 1) {
   std::vector<std::int16_t> samples(count);
   std::uint32_t state = seed * 2654435761U + 1;

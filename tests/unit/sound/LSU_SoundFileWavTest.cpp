@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "sound/LSU_SoundFile.h"
+#include "sound/SampleReader.h"
+#include "support/TestFiles.h"
+
+namespace kestrin::sound {
+namespace {
+
+namespace fs = std::filesystem;
+using support::ReadBytes;
+using support::SomeSamples;
+using support::TemporaryFolder;
+using support::WriteSoundFile;
+
+TEST(LSU_SoundFileWav, TheHeaderIsExactlyThese44Bytes) {
+  const TemporaryFolder folder;
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(1000))));
+  ASSERT_TRUE(file.WriteWav(folder / "temp.wav"));
+  const std::string expected(
+      "RIFF\xF4\x07\x00\x00"  // 2036 = 2 * 1000 + 36
+      "WAVEfmt \x10\x00\x00\x00"
+      "\x01\x00\x01\x00"
+      "\x80\xBB\x00\x00"  // 48000
+      "\x00\x77\x01\x00"  // 96000
+      "\x02\x00\x10\x00"
+      "data\xD0\x07\x00\x00",  // 2000
+      44);
+  EXPECT_EQ(ReadBytes(folder / "temp.wav").substr(0, 44), expected);
+}
+
+TEST(LSU_SoundFileWav, TheDataIsTheFileFromByteFourOnWhateverTheVolume) {
+  const TemporaryFolder folder;
+  for (const std::size_t count :
+       {std::size_t{49}, std::size_t{50}, SampleReader::kBlock, 2 * SampleReader::kBlock + 1}) {
+    const auto path = WriteSoundFile(folder / "a.lsu", SomeSamples(count, 32767));
+    LSU_SoundFile file;
+    ASSERT_TRUE(file.ReadFile(path));
+    file.SetVolume(7);
+    EXPECT_TRUE(file.WriteWav(folder / "temp.wav"));
+    const std::string wav = ReadBytes(folder / "temp.wav");
+    EXPECT_EQ(wav.size(), 44 + 2 * count);
+    EXPECT_EQ(wav.substr(44), ReadBytes(path).substr(4));
+  }
+}
+
+TEST(LSU_SoundFileWav, HalfASampleAtTheEndIsNotCopied) {
+  const TemporaryFolder folder;
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(support::WriteBytes(folder / "a.lsu", support::SoundFileBytes(SomeSamples(50)) + "x")));
+  EXPECT_TRUE(file.WriteWav(folder / "temp.wav"));
+  EXPECT_EQ(fs::file_size(folder / "temp.wav"), 144U);
+}
+
+TEST(LSU_SoundFileWav, AFileOfThatNameIsReplaced) {
+  const TemporaryFolder folder;
+  support::WriteBytes(folder / "temp.wav", std::string(5000, 'x'));
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(49))));
+  EXPECT_TRUE(file.WriteWav(folder / "temp.wav"));
+  EXPECT_EQ(fs::file_size(folder / "temp.wav"), 142U);
+}
+
+TEST(LSU_SoundFileWav, OfASoundThatIsGoneOrShorterNoFileIsLeft) {
+  const TemporaryFolder folder;
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(100))));
+  for (const bool gone : {false, true}) {
+    WriteSoundFile(folder / "a.lsu", SomeSamples(99));
+    if (gone) fs::remove(folder / "a.lsu");
+    support::WriteBytes(folder / "temp.wav", "an older sound");
+    EXPECT_FALSE(file.WriteWav(folder / "temp.wav"));
+    EXPECT_FALSE(fs::exists(folder / "temp.wav"));
+  }
+}
+
+TEST(LSU_SoundFileWav, WithoutASoundNothingIsWritten) {
+  const TemporaryFolder folder;
+  EXPECT_FALSE(LSU_SoundFile().WriteWav(folder / "temp.wav"));
+  EXPECT_TRUE(fs::is_empty(folder.Path()));
+}
+
+TEST(LSU_SoundFileWav, WhereNothingCanBeWrittenTheResultIsFalse) {
+  const TemporaryFolder folder;
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(49))));
+  EXPECT_FALSE(file.WriteWav(folder / "no such folder" / "temp.wav"));
+  fs::create_directory(folder / "temp.wav");
+  EXPECT_FALSE(file.WriteWav(folder / "temp.wav"));
+  EXPECT_TRUE(fs::is_directory(folder / "temp.wav"));
+}
+
+TEST(LSU_SoundFileWav, TheSoundItselfIsNeverOverwritten) {
+  const TemporaryFolder folder;
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(49))));
+  const std::string before = ReadBytes(folder / "a.lsu");
+  EXPECT_FALSE(file.WriteWav(folder / "." / "a.lsu"));
+  EXPECT_EQ(ReadBytes(folder / "a.lsu"), before);
+}
+
+}  // namespace
+}  // namespace kestrin::sound
