@@ -1,0 +1,203 @@
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "rig/RigFixture.h"
+
+namespace kestrin::rig {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Finding : public RigFixture {};
+
+TEST_F(Finding, NoBoardIsNoBoard) {
+  CreateAgent();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+  EXPECT_THAT(hid::ListBoards(), IsEmpty());
+}
+
+TEST_F(Finding, ABoardIsOpenedWithItsReportLengthsAndBound) {
+  mock.Plug(3);
+  CreateAgent();
+  ASSERT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
+  EXPECT_EQ(events.lines, Lines{"opened 1 2/1028 /dev/hidraw3"});
+  ASSERT_EQ(tls.BindVars(*agent), 0);
+  EXPECT_EQ(agent->VendorId(), 0x04D8);
+  EXPECT_EQ(agent->ProductId(), 0xFA37);
+  EXPECT_EQ(tls.CommandVariable().Attributes().SizeInBits, 8);
+  EXPECT_EQ(tls.CommandVariable().Attributes().LogicalMaximum, 255);
+  EXPECT_TRUE(tls.HasHandle(1));
+  EXPECT_EQ(tls.GetSN(), "4B535401");
+}
+
+TEST_F(Finding, ABoardWithReportIdsIsUsedTheSameWay) {
+  MockBoard::Description numbered;
+  numbered.descriptor = test::NumberedBoardDescriptor();
+  numbered.port = 2;
+  MockBoard device(host, numbered);
+  std::vector<Bytes> received;
+  device.onReport = [&](const Bytes& report) {
+    received.push_back(report);
+    return std::vector<Bytes>{{3, 9, 9, 9, 9}, {2, 0x12, 0x34}, {3, 9, 9, 9, 9}, {2, 0xAB, 0xCD}};
+  };
+  device.Plug(0);
+  CreateAgent();
+  ASSERT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
+  EXPECT_EQ(events.lines, Lines{"opened 1 4/1028 /dev/hidraw0"});
+  ASSERT_EQ(tls.BindVars(*agent), 0);
+  EXPECT_EQ(tls.GetSN(), "1234ABCD");
+  ASSERT_EQ(received.size(), 1U);
+  EXPECT_EQ(received[0].size(), 1029U);
+  EXPECT_EQ(received[0][0], 1);  // The report's id
+  EXPECT_EQ(received[0][1], 1);  // The command
+}
+
+TEST_F(Finding, ABoardThatAProgramOffersIsUsedTheSameWay) {
+  MockBoard::Description offered;
+  offered.virtualBus = true;
+  offered.port = 2;
+  MockBoard device(host, offered);
+  device.AnswerWith(board);
+  device.Plug(0);
+  CreateAgent();
+  ASSERT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
+  ASSERT_EQ(tls.BindVars(*agent), 0);
+  EXPECT_EQ(tls.GetSN(), "4B535401");
+}
+
+TEST_F(Finding, AForeignDeviceWithTheSameUsagesIsIgnored) {
+  for (const auto& [vendor, product] : {std::pair(0x04D8, 0xFA38), std::pair(0x1209, 0xFA37)}) {
+    MockBoard::Description foreign;
+    foreign.vendorId = static_cast<std::uint16_t>(vendor);
+    foreign.productId = static_cast<std::uint16_t>(product);
+    foreign.port = 2;
+    MockBoard device(host, foreign);
+    device.Plug(0);
+    CreateAgent();
+    EXPECT_FALSE(agent->SearchAndOpen());
+    EXPECT_THAT(hid::ListBoards(), IsEmpty());
+    EXPECT_EQ(device.Writes(), 0);
+    device.Unplug();
+  }
+  EXPECT_THAT(events.lines, IsEmpty());
+}
+
+TEST_F(Finding, TheArrivalOfAForeignDeviceIsNotTold) {
+  CreateAgent();
+  MockBoard::Description foreign;
+  foreign.productId = 0xFA38;
+  foreign.port = 2;
+  MockBoard device(host, foreign);
+  device.Plug(0);
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+}
+
+TEST_F(Finding, OfTwoBoardsEachAnswersForItself) {
+  simulator::BoardState otherState;
+  otherState.serial = 0x00C0FFEE;
+  simulator::VirtualBoard otherBoard(otherState);
+  MockBoard::Description description;
+  description.port = 2;
+  MockBoard other(host, description);
+  other.AnswerWith(otherBoard);
+  other.Plug(10);
+  mock.Plug(9);
+  CreateAgent();
+  ASSERT_TRUE(agent->SearchAndOpen());
+  EXPECT_EQ(events.lines, (Lines{"opened 1 2/1028 /dev/hidraw9", "opened 2 2/1028 /dev/hidraw10"}));
+  device::TLS otherTls;
+  ASSERT_EQ(otherTls.BindVars(*agent), 0);
+  EXPECT_EQ(otherTls.GetSN(), "00C0FFEE");
+  agent->SelectInterface(0);
+  ASSERT_EQ(tls.ReBind(*agent), 0);
+  EXPECT_EQ(tls.GetSN(), "4B535401");
+}
+
+TEST_F(Finding, OnlyTheBoardAtAGivenPathIsOpened) {
+  MockBoard::Description description;
+  description.port = 2;
+  MockBoard other(host, description);
+  other.Plug(1);
+  mock.Plug(0);
+  CreateAgent("/dev/hidraw1");
+  ASSERT_TRUE(agent->SearchAndOpen());
+  EXPECT_EQ(events.lines, Lines{"opened 1 2/1028 /dev/hidraw1"});
+}
+
+TEST_F(Finding, BoardsAreListedWithTheTextsOfTheirUsbDescriptors) {
+  MockBoard::Description description;
+  description.port = 2;
+  MockBoard other(host, description);
+  other.Plug(11);
+  mock.Plug(4);
+  const std::vector<hid::BoardListing> boards = hid::ListBoards();
+  ASSERT_EQ(boards.size(), 2U);
+  EXPECT_EQ(boards[0].path, "/dev/hidraw4");
+  EXPECT_EQ(boards[0].manufacturer, "Kestrin");
+  EXPECT_EQ(boards[0].product, "Kestrin Bl\xC3\xA5tt");
+  EXPECT_EQ(boards[0].serialNumber, "SN0001");
+  EXPECT_TRUE(boards[0].accessible);
+  EXPECT_EQ(boards[0].advice, "");
+  EXPECT_EQ(boards[1].path, "/dev/hidraw11");
+  EXPECT_EQ(boards[1].serialNumber, "SN0002");
+}
+
+TEST_F(Finding, ABoardWhoseDescriptorIsDamagedIsNamed) {
+  MockBoard::Description damaged;
+  damaged.descriptor = {0x06, 0x00, 0xFF, 0xA1, 0x01};
+  damaged.port = 2;
+  MockBoard device(host, damaged);
+  device.Plug(0);
+  CreateAgent();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_THAT(agent->AccessProblem(), HasSubstr("/dev/hidraw0"));
+  EXPECT_THAT(agent->AccessProblem(), HasSubstr("the report descriptor ends inside a collection"));
+}
+
+/// Takes away this process's right to open everything, as long as it lives.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() : m_user(::geteuid()) {
+    if (m_user == 0) m_changed = ::seteuid(65534) == 0;
+  }
+  ~OrdinaryUser() {
+    if (m_changed) m_changed = ::seteuid(m_user) != 0;
+  }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+ private:
+  uid_t m_user;
+  bool m_changed = false;
+};
+
+TEST_F(Finding, ABoardWithoutPermissionIsToldApartUntilItIsPermitted) {
+  mock.Plug(5);
+  // The mocked tree is readable for all as the real one is; only the node is not.
+  ASSERT_EQ(::chmod(host.RealPath("").c_str(), 0755), 0);
+  ASSERT_EQ(::chmod(mock.RealNode().c_str(), 0), 0);
+  CreateAgent();
+  {
+    const OrdinaryUser user;
+    EXPECT_FALSE(agent->SearchAndOpen());
+    EXPECT_THAT(agent->AccessProblem(), HasSubstr("/dev/hidraw5, but you are not permitted to open it"));
+    EXPECT_THAT(agent->AccessProblem(), HasSubstr("sudo cp 70-kestrin.rules /etc/udev/rules.d/"));
+    EXPECT_THAT(events.lines, IsEmpty());
+
+    const std::vector<hid::BoardListing> boards = hid::ListBoards();
+    ASSERT_EQ(boards.size(), 1U);
+    EXPECT_EQ(boards[0].path, "/dev/hidraw5");
+    EXPECT_FALSE(boards[0].accessible);
+    EXPECT_EQ(boards[0].advice, agent->AccessProblem());
+  }
+  ASSERT_EQ(::chmod(mock.RealNode().c_str(), 0600), 0);
+  EXPECT_TRUE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+}
+
+}  // namespace
+}  // namespace kestrin::rig

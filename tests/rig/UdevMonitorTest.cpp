@@ -1,0 +1,49 @@
+#include "platform/hid/UdevMonitor.h"
+
+#include <gmock/gmock.h>
+
+#include "rig/MockBoard.h"
+
+namespace kestrin::rig {
+namespace {
+
+using Kind = hid::DeviceNotice::Kind;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class UdevMonitorNotices : public testing::TestWithParam<hid::UdevMonitor::Source> {
+ protected:
+  MockHost host;
+  MockBoard mock{host};
+};
+
+TEST_P(UdevMonitorNotices, TellsBoardsThatComeAndNodesThatGo) {
+  hid::UdevMonitor monitor(GetParam());
+  ASSERT_TRUE(monitor.IsListening());
+  EXPECT_THAT(monitor.Collect(0x04D8, 0xFA37), IsEmpty());
+  mock.Plug(0);
+  EXPECT_THAT(monitor.Collect(0x04D8, 0xFA37), ElementsAre(hid::DeviceNotice{Kind::Arrived, "/dev/hidraw0"}));
+  EXPECT_THAT(monitor.Collect(0x04D8, 0xFA37), IsEmpty());
+  mock.Unplug();
+  mock.Plug(7);
+  EXPECT_THAT(monitor.Collect(0x04D8, 0xFA37), ElementsAre(hid::DeviceNotice{Kind::Removed, "/dev/hidraw0"},
+                                                           hid::DeviceNotice{Kind::Arrived, "/dev/hidraw7"}));
+}
+
+TEST_P(UdevMonitorNotices, DoesNotTellDevicesOfOtherIds) {
+  hid::UdevMonitor monitor(GetParam());
+  mock.Plug(0);
+  EXPECT_THAT(monitor.Collect(0x04D8, 0xFA38), IsEmpty());
+  mock.Unplug();
+  mock.Plug(0);
+  EXPECT_THAT(monitor.Collect(0x04D9, 0xFA37), ElementsAre(hid::DeviceNotice{Kind::Removed, "/dev/hidraw0"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sources, UdevMonitorNotices,
+                         testing::Values(hid::UdevMonitor::Source::Udevd, hid::UdevMonitor::Source::Kernel),
+                         [](const auto& source) {
+                           return source.param == hid::UdevMonitor::Source::Udevd ? "Udevd" : "Kernel";
+                         });
+
+}  // namespace
+}  // namespace kestrin::rig
