@@ -177,8 +177,10 @@ class OrdinaryUser {
 
 TEST_F(Finding, ABoardWithoutPermissionIsToldApartUntilItIsPermitted) {
   mock.Plug(5);
-  // The mocked tree is readable for all as the real one is; only the node is not.
+  // The mocked tree is readable for all as the real one is, and the socket behind a mocked node is asked for before the
+  // node is opened. Only the node itself is closed.
   ASSERT_EQ(::chmod(host.RealPath("").c_str(), 0755), 0);
+  ASSERT_EQ(::chmod(host.RealPath("/ioctl" + mock.Node()).c_str(), 0777), 0);
   ASSERT_EQ(::chmod(mock.RealNode().c_str(), 0), 0);
   CreateAgent();
   {

@@ -1,5 +1,7 @@
 #include "platform/hid/HidapiConnection.h"
 
+#include <locale.h>
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -30,6 +32,28 @@ void AppendUtf8(std::uint32_t codePoint, std::string& text) {
     putRest(0);
   }
 }
+
+/// Makes this thread's texts UTF-8 for as long as it lives. On Linux hidapi converts the texts of USB descriptors by
+/// the locale, and loses those with anything but ASCII while a program has not chosen one.
+class Utf8Scope {
+ public:
+#ifdef __linux__
+  Utf8Scope() : m_utf8(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
+    if (m_utf8 != nullptr) m_before = ::uselocale(m_utf8);
+  }
+  ~Utf8Scope() {
+    if (m_utf8 == nullptr) return;
+    ::uselocale(m_before);
+    ::freelocale(m_utf8);
+  }
+  Utf8Scope(const Utf8Scope&) = delete;
+  Utf8Scope& operator=(const Utf8Scope&) = delete;
+
+ private:
+  locale_t m_utf8 = nullptr;
+  locale_t m_before = nullptr;
+#endif
+};
 
 bool IsSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
@@ -111,6 +135,7 @@ std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productI
   std::vector<HidNode> nodes;
   // To hidapi an id of 0 means any.
   if (vendorId <= 0 || vendorId > 0xFFFF || productId <= 0 || productId > 0xFFFF) return nodes;
+  [[maybe_unused]] const Utf8Scope texts;
   const std::unique_ptr<hid_device_info, Freer> list(
       hid_enumerate(static_cast<unsigned short>(vendorId), static_cast<unsigned short>(productId)));
   for (const hid_device_info* info = list.get(); info != nullptr; info = info->next) {
