@@ -1,7 +1,6 @@
 # Sourced by ./test: the checks that are no test programs.
 # shellcheck shell=bash
 
-fuzz_seconds="${KESTRIN_FUZZ_SECONDS:-20}"
 longest_file=500
 
 project_files() { (cd "$project" && find . \( -name .git -o -name build -o -name 'build-*' \) -prune -o -type f -print); }
@@ -40,43 +39,10 @@ check_no_qt() {
 # An empty search path hides every outside library from CMake, as on a machine that has none.
 core_only() { PKG_CONFIG_LIBDIR=/nonexistent build_and_test core-only; }
 
+# Built by clang as well, so this is also where the second compiler has its say. Every target is a test known to ctest.
 fuzz_all() {
   build_preset fuzz || return
-  local target work
-  work="$(mktemp -d)"
-  # Two at a time; each leaves its status and its output.
-  for target in "$project"/build/fuzz/bin/*_fuzz; do
-    [ -x "$target" ] || continue
-    while [ "$(jobs -rp | wc -l)" -ge 2 ]; do wait -n; done
-    fuzz_one "$target" "$work" &
-  done
-  wait
-  for target in "$work"/*.status; do
-    [ -e "$target" ] || continue
-    local name
-    name="$(basename "$target" .status)"
-    if [ "$(cat "$target")" -eq 0 ]; then
-      pass
-      grep -E '^(Done|#.*DONE)' "$work/$name.log" | tail -n 1 | sed "s/^/$name: /"
-    else
-      tail -n 60 "$work/$name.log"
-      fail "$name; its finding is in $work"
-    fi
-  done
-}
-
-# New inputs go into a folder of their own: the corpus in the project stays as it is.
-fuzz_one() {  # PROGRAM WORK-FOLDER
-  local name corpus found
-  name="$(basename "$1")"
-  corpus="$project/fuzz/corpus/${name%_fuzz}"
-  found="$2/$name"
-  mkdir -p "$found"
-  local -a inputs=("$found")
-  if [ -d "$corpus" ]; then inputs+=("$corpus"); fi
-  "${steady[@]}" "$1" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$2/$name-" \
-    -print_final_stats=0 "${inputs[@]}" >"$2/$name.log" 2>&1
-  echo $? >"$2/$name.status"
+  run_tests fuzz "$project/build/fuzz/fuzz"
 }
 
 check_tidy() {
