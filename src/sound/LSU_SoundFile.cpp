@@ -23,6 +23,8 @@ namespace {
 
 constexpr std::int32_t kFewestSamples = 49;
 constexpr std::int64_t kMostSamples = std::numeric_limits<std::int32_t>::max();
+/// The header word of the file, in samples.
+constexpr std::int64_t kHeaderWords = 2;
 constexpr std::size_t kWavHeaderBytes = 44;
 
 /// What stands in the way of coding a file.
@@ -121,6 +123,11 @@ bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath) {
   const std::string name = TextOf(m_path);
   const std::size_t point = name.rfind('.');
   if (point == name.npos || !base::EqualsIgnoringCase(std::string_view(name).substr(point + 1), "LSU")) return false;
+
+  // Gigabytes need not be read to be refused; a file that grows meanwhile is counted below.
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(m_path, error);
+  if (!error && size / sizeof(std::int16_t) > static_cast<std::uintmax_t>(kMostSamples + kHeaderWords)) return false;
 
   SampleReader reader(m_path);
   std::int64_t count = 0;

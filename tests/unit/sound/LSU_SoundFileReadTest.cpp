@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
+#include <system_error>
 #include <vector>
 
 #include "sound/LSU_SoundFile.h"
@@ -122,6 +124,18 @@ TEST(LSU_SoundFileRead, AFolderIsRejected) {
   std::filesystem::create_directory(folder / "a.lsu");
   LSU_SoundFile file;
   EXPECT_FALSE(file.ReadFile(folder / "a.lsu"));
+}
+
+TEST(LSU_SoundFileRead, MoreSamplesThanCanBeCountedAreRejectedWithoutReadingThemAll) {
+  const TemporaryFolder folder;
+  const auto path = WriteSoundFile(folder / "a.lsu", SomeSamples(100));
+  // A file with a hole: it takes no room on the disk.
+  std::error_code error;
+  std::filesystem::resize_file(path, 4 + 2 * (std::uintmax_t{1} << 31), error);
+  if (error) GTEST_SKIP() << "no file of that size can be made here: " << error.message();
+  LSU_SoundFile file;
+  EXPECT_FALSE(file.ReadFile(path));
+  EXPECT_EQ(file.NrOfSamples(), 0);
 }
 
 #ifdef __linux__
