@@ -39,12 +39,12 @@ class MemberReader {
 
   template <typename Number>
   void Read(const char* name, Number& out) {
-    if (const Json* const value = Find(name)) ReadNumber(*value, m_way + name, out);
+    if (const Json* const value = Find(name)) ReadNumber(*value, Way(name), out);
   }
 
   template <typename Number, std::size_t size>
   void Read(const char* name, std::array<Number, size>& out) {
-    if (const Json* const value = Find(name)) ReadNumbers(*value, m_way + name, out);
+    if (const Json* const value = Find(name)) ReadNumbers(*value, Way(name), out);
   }
 
   /// The member, nullptr when there is none or something was wrong before.
@@ -53,7 +53,7 @@ class MemberReader {
   /// The elements of a member that must be an array of that many; nullptr when there is none or something is wrong.
   [[nodiscard]] const Json::Array* FindArray(const char* name, std::size_t size) {
     const Json* const value = Find(name);
-    return value == nullptr ? nullptr : ArrayOf(*value, m_way + name, size);
+    return value == nullptr ? nullptr : ArrayOf(*value, Way(name), size);
   }
 
   template <typename Number>
@@ -83,6 +83,8 @@ class MemberReader {
   }
 
  private:
+  [[nodiscard]] std::string Way(const char* name) const { return m_way.empty() ? name : m_way + "." + name; }
+
   const Json::Array* ArrayOf(const Json& value, const std::string& way, std::size_t size) {
     const Json::Array* const elements = value.Elements();
     if (elements != nullptr && elements->size() == size) return elements;
@@ -96,7 +98,7 @@ class MemberReader {
 };
 
 void FromJson(const Json& json, const std::string& way, PulseState& pulse, std::string& problem) {
-  MemberReader reader(json, way + ".", problem);
+  MemberReader reader(json, way, problem);
   reader.Read("low", pulse.low);
   reader.Read("high", pulse.high);
   if (const Json::Array* const channels = reader.FindArray("counts", pulse.counts.size())) {
@@ -115,7 +117,7 @@ void FromJson(const Json& json, const std::string& way, PulseState& pulse, std::
 
 void FromJson(const Json& json, LedConfigState& config, std::string& problem) {
   constexpr double kLargest = std::numeric_limits<std::uint16_t>::max();
-  MemberReader reader(json, "ledConfig.", problem);
+  MemberReader reader(json, "ledConfig", problem);
   reader.Read("code", config.code);
   if (const Json* const value = reader.Find("voltage")) {
     const double* const voltage = value->Number();

@@ -65,12 +65,12 @@ VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options) {
     opened = BoardStore::Open(options);
     if (!opened.problem.empty()) return {nullptr, std::move(opened.problem)};
   }
-  return {std::unique_ptr<VirtualBoard>(new VirtualBoard(std::move(opened), options.erase)), ""};
+  return {std::unique_ptr<VirtualBoard>(new VirtualBoard(options.erase, std::move(opened))), ""};
 }
 
-VirtualBoard::VirtualBoard(const BoardState& state, Time eraseTime) : VirtualBoard(InMemory(state), eraseTime) {}
+VirtualBoard::VirtualBoard(const BoardState& state, Time eraseTime) : VirtualBoard(eraseTime, InMemory(state)) {}
 
-VirtualBoard::VirtualBoard(BoardStore::Opened opened, Time eraseTime)
+VirtualBoard::VirtualBoard(Time eraseTime, BoardStore::Opened opened)
     : m_state(opened.state),
       m_flash(std::move(opened.flash)),
       m_store(std::move(opened.store)),

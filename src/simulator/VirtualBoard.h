@@ -68,7 +68,7 @@ class VirtualBoard {
   [[nodiscard]] std::string Problem() const { return m_store ? m_store->Problem() : ""; }
 
  private:
-  VirtualBoard(BoardStore::Opened opened, Time eraseTime);
+  VirtualBoard(Time eraseTime, BoardStore::Opened opened);
 
   /// Ends an erase whose time is over and works off what arrived during it.
   void Advance(Time now);
