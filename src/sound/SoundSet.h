@@ -1,0 +1,167 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/EventPump.h"
+#include "sound/ConfigurationFile.h"
+#include "sound/LSU_Configuration.h"
+#include "sound/SlotKind.h"
+#include "sound/SoundSetListener.h"
+
+namespace kestrin::sound {
+
+/// Where a sound sits: a slot, and in a list the position from 1.
+struct SoundPlace {
+  SlotKind kind = SlotKind::Boot;
+  int position = 1;
+
+  friend bool operator==(const SoundPlace&, const SoundPlace&) = default;
+};
+
+/// Everything that a person does to the set of sounds: each change can be undone and redone, and the set knows whether
+/// it differs from its file. The configuration is the owner's; while the set lives, all changes go through it.
+///
+/// Methods that can fail in service return "" or the text for the person; nothing has then changed. While a set is
+/// loaded, everything else is refused with kBusy.
+class SoundSet {
+ public:
+  /// Steps that can be undone; older ones are forgotten.
+  static constexpr std::size_t kHistory = 100;
+  static constexpr std::string_view kNotValid = "Not a valid file";
+  static constexpr std::string_view kBusy = "Please wait until the sounds are loaded";
+
+  /// Everything that changes while it lives is undone in one step.
+  class Group {
+   public:
+    explicit Group(SoundSet& set) : m_set(set) { m_set.BeginGroup(); }
+    ~Group() { m_set.EndGroup(); }
+    Group(const Group&) = delete;
+    Group& operator=(const Group&) = delete;
+
+   private:
+    SoundSet& m_set;
+  };
+
+  /// The configuration must outlive the set.
+  explicit SoundSet(LSU_Configuration& configuration);
+  SoundSet(const SoundSet&) = delete;
+  SoundSet& operator=(const SoundSet&) = delete;
+
+  [[nodiscard]] const LSU_Configuration& Configuration() const { return m_configuration; }
+  /// Files in use in the slot: 0 or 1 in a single slot, 0 .. 12 in a list.
+  [[nodiscard]] int Count(SlotKind kind) const { return m_configuration.Count(kind); }
+  /// Whether a sound sits there.
+  [[nodiscard]] bool Holds(const SoundPlace& place) const {
+    return place.position >= 1 && place.position <= Count(place.kind);
+  }
+  /// The sound that sits there. Throws std::out_of_range when none does.
+  [[nodiscard]] const LSU_SoundFile& At(const SoundPlace& place) const;
+
+  /// Puts the file into the slot: a single slot's sound is replaced, a list grows at its end. A full list reads
+  /// nothing and returns FullMessage(), a file that is no sound returns kNotValid.
+  [[nodiscard]] std::string Add(SlotKind kind, const std::filesystem::path& path);
+  /// The message for a list that holds 12 files already; "" for a single slot.
+  [[nodiscard]] static std::string FullMessage(SlotKind kind);
+
+  /// Takes a sound out. In a list the later ones move up, while volumes stay with their positions. Nothing happens
+  /// when there is no such sound.
+  std::string Remove(SlotKind kind, int position);
+  /// Moves a sound inside its list, together with its volume.
+  std::string Move(SlotKind kind, int from, int to);
+  /// Moves or copies a sound with its volume into another slot, in a list to the position `to` (beyond the end: to the
+  /// end). Refused like Add(); the sound then stays where it was.
+  [[nodiscard]] std::string MoveTo(const SoundPlace& from, SlotKind kind, int to);
+  [[nodiscard]] std::string CopyTo(const SoundPlace& from, SlotKind kind, int to);
+  /// Sets the volume in percent. Changes of one sound right after another are one step to undo.
+  std::string SetVolume(SlotKind kind, int position, std::int16_t percent);
+
+  /// Empties all slots and starts a set without a name.
+  std::string Clear();
+  /// Loads a configuration file; `pump` gets its turn after every sound. What a file that is not valid held up to its
+  /// flaw stays loaded, under the name of the set before.
+  [[nodiscard]] LoadResult Load(const std::filesystem::path& path, const base::EventPump& pump = {});
+  /// Saves the set, which then bears the file's name. Returns "" or a text that names the file and what is wrong.
+  [[nodiscard]] std::string Save(const std::filesystem::path& path);
+  /// Whether Load() is under way.
+  [[nodiscard]] bool IsLoading() const { return m_loading; }
+
+  [[nodiscard]] bool CanUndo() const { return !m_undo.empty() && !m_loading; }
+  [[nodiscard]] bool CanRedo() const { return !m_redo.empty() && !m_loading; }
+  /// What the next Undo() or Redo() takes back or does again, for a menu ("Add hum.lsu"); "" when there is nothing.
+  [[nodiscard]] std::string UndoText() const { return m_undo.empty() ? "" : m_undo.back().text; }
+  [[nodiscard]] std::string RedoText() const { return m_redo.empty() ? "" : m_redo.back().text; }
+  /// Brings back exactly what was there before the last step, or after it. Nothing happens when there is none.
+  void Undo();
+  void Redo();
+
+  /// The file that the set was loaded from or saved to; empty when there is none.
+  [[nodiscard]] const std::filesystem::path& Path() const { return m_origin->path; }
+  /// The file's name without its extension; "New set" when there is no file.
+  [[nodiscard]] std::string Name() const;
+  /// Whether the set differs from its file, or from an empty set when it has none.
+  [[nodiscard]] bool IsModified() const;
+
+  /// The samples that the board holds.
+  void SetCapacity(std::int32_t samples);
+  /// Whether the board can hold the set.
+  [[nodiscard]] bool Fits() const {
+    return m_configuration.TotalNrOfSamples() <= m_configuration.MaxNrOfSamples();
+  }
+
+  /// The listener must live until it is removed.
+  void AddListener(SoundSetListener& listener);
+  void RemoveListener(SoundSetListener& listener);
+
+ private:
+  /// The file of a set and what it holds. Steps over the same file share it, so that a save counts for all of them.
+  struct Origin {
+    std::filesystem::path path;
+    LSU_Configuration saved;
+  };
+  /// How the set was at one moment.
+  struct Moment {
+    LSU_Configuration configuration;
+    std::shared_ptr<Origin> origin;
+  };
+  /// A step, with the moment on its other side.
+  struct Step {
+    std::string text;
+    Moment moment;
+  };
+  class LoadView;
+
+  void BeginGroup();
+  void EndGroup();
+  [[nodiscard]] Moment Now() const;
+  void Restore(Moment&& moment);
+  /// Remembers the moment `before` a change that has just been made, and tells the listeners.
+  void Changed(Moment&& before, std::string text);
+  void Swap(std::deque<Step>& from, std::deque<Step>& to);
+  void Forget(std::deque<Step>& steps);
+  std::string Transfer(const SoundPlace& from, SlotKind kind, int to, bool copy);
+  void TellSlot(SlotKind kind);
+  void TellMemory();
+  void TellModified();
+
+  LSU_Configuration& m_configuration;
+  std::shared_ptr<Origin> m_origin;
+  std::deque<Step> m_undo;
+  std::deque<Step> m_redo;
+  /// The sound whose volume the last step changed, while nothing else has happened.
+  std::optional<SoundPlace> m_volumeStep;
+  int m_groupDepth = 0;
+  bool m_groupHasStep = false;
+  bool m_loading = false;
+  std::vector<SoundSetListener*> m_listeners;
+};
+
+}  // namespace kestrin::sound

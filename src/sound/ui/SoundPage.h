@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <filesystem>
+#include <map>
+
+#include "sound/SoundSet.h"
+
+class QAction;
+class QButtonGroup;
+
+namespace kestrin::app {
+class SpecialFolders;
+}
+
+namespace kestrin::sound::ui {
+
+class DetailPanel;
+class FileExplorer;
+class MemoryGauge;
+class SlotPanel;
+class SoundActions;
+
+/// The page on which a person puts sounds into the slots: file explorer, the seven slots, the selected sound, the
+/// board's memory.
+class SoundPage : public QWidget, private SoundSetListener {
+  Q_OBJECT
+
+ public:
+  /// The hint for the page; the run of blanks belongs to it.
+  static constexpr const char* kHint = "Double-click to add/remove files          CTRL+Click to play LSU File";
+
+  /// Set and folders must outlive the page.
+  SoundPage(SoundSet& set, const app::SpecialFolders& folders, QWidget* parent = nullptr);
+  ~SoundPage() override;
+
+  /// Shows the folder in the file explorer and its drive in the drive list.
+  void SetFolder(const std::filesystem::path& folder);
+  /// The samples that the board holds.
+  void SetMemoryCapacity(int samples);
+  /// Makes the memory gauge follow the set. The page does so itself after every change that went through the set.
+  void UpdateMemoryStatus();
+  /// Whether the board can hold the set.
+  [[nodiscard]] bool Fits() const;
+  /// Shows which sound is playing; empty: none.
+  void SetPlaying(const QString& path);
+  /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
+  void SetBusy(bool busy);
+  /// Selects the slot's option button and gives its list the keyboard.
+  void FocusSlot(SlotKind kind);
+  /// The slot into which sounds go: the one whose option button is selected.
+  [[nodiscard]] SlotKind SelectedSlot() const;
+
+  /// Undo and redo with their texts, shortcuts and states, for menus and toolbars.
+  [[nodiscard]] QAction* UndoAction() const { return m_undoAction; }
+  [[nodiscard]] QAction* RedoAction() const { return m_redoAction; }
+
+ signals:
+  /// The person wants to hear this file.
+  void playRequested(const QString& path);
+  /// The person wants silence.
+  void stopRequested();
+  /// Something to tell the person in a message box.
+  void message(const QString& text);
+  /// What the control under the pointer is for; empty when there is nothing to say.
+  void hint(const QString& text);
+  /// Fits() has changed.
+  void fitsChanged(bool fits);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void SlotChanged(SlotKind kind) override;
+  void MemoryChanged() override;
+  void ModifiedChanged() override;
+
+  void MakeActions();
+  void MakeLayout();
+  void ConnectExplorer();
+  void ConnectSlot(SlotPanel& panel);
+  void SelectSound(const SoundPlace& place);
+  void ShowFile(const QString& path);
+
+  SoundSet& m_set;
+  QAction* m_undoAction = nullptr;
+  QAction* m_redoAction = nullptr;
+  QAction* m_stopAction = nullptr;
+  SoundActions* m_actions = nullptr;
+  FileExplorer* m_explorer = nullptr;
+  std::map<SlotKind, SlotPanel*> m_slots;
+  QButtonGroup* m_options = nullptr;
+  DetailPanel* m_detail = nullptr;
+  MemoryGauge* m_gauge = nullptr;
+  bool m_fits = true;
+  bool m_busy = false;
+};
+
+}  // namespace kestrin::sound::ui
