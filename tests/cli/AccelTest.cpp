@@ -1,0 +1,124 @@
+#include "KestrinctlTest.h"
+#include "SoundSet.h"
+
+namespace kestrin::support {
+namespace {
+
+using AccelTest = KestrinctlTest;
+
+Json Parameters(int motionTh, int motionDeb, int impactTh, int impactDeb, int impactTm, int focTime) {
+  return {{"MotionTh", motionTh},   {"MotionDeb", motionDeb}, {"ImpactTh", impactTh},
+          {"ImpactDeb", impactDeb}, {"ImpactTm", impactTm},   {"FOCTime", focTime}};
+}
+
+TEST_F(AccelTest, GetShowsTheFactoryValuesOfANewBoard) {
+  EXPECT_EQ(RunJson(0, {"--board", "sim", "accel", "get"}), Parameters(180, 2, 10, 50, 125, 52));
+}
+
+TEST_F(AccelTest, SetChangesWhatIsNamedAndNothingElse) {
+  EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--ImpactTh", "0"}), Parameters(180, 2, 0, 50, 125, 52));
+  EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--MotionTh", "255", "--ImpactTm", "1"}), Parameters(255, 2, 0, 50, 1, 52));
+  EXPECT_EQ(RunOnBoard(0, {"accel", "get"}), Parameters(255, 2, 0, 50, 1, 52));
+  EXPECT_EQ(BoardState()["accelerometer"], Json::array({255, 2, 0, 50, 1, 13}));
+  EXPECT_EQ(BoardState()["resets"], 2);
+  EXPECT_EQ(RunOnBoard(0, {"accel", "defaults"}), Parameters(180, 2, 10, 50, 125, 52));
+  EXPECT_EQ(RunOnBoard(0, {"accel", "get"}), Parameters(180, 2, 10, 50, 125, 52));
+}
+
+TEST_F(AccelTest, TheFlashPeriodGoesInUnitsOfFourMilliseconds) {
+  // Ties go to the even unit.
+  const std::pair<const char*, int> periods[] = {{"20", 5},  {"50", 12}, {"53", 13},
+                                                 {"54", 14}, {"58", 14}, {"1000", 250}};
+  for (const auto& [milliseconds, units] : periods) {
+    EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--FOCTime", milliseconds})["FOCTime"], 4 * units);
+    EXPECT_EQ(BoardState()["accelerometer"][5], units);
+  }
+}
+
+TEST_F(AccelTest, EveryRangeIsGuardedAndNamed) {
+  struct Range {
+    const char* option;
+    int minimum;
+    int maximum;
+  };
+  const Range ranges[] = {{"MotionTh", 1, 255},  {"MotionDeb", 2, 25}, {"ImpactTh", 0, 31},
+                          {"ImpactDeb", 1, 255}, {"ImpactTm", 1, 255}, {"FOCTime", 20, 1000}};
+  for (const Range& range : ranges) {
+    const std::string option = "--" + std::string(range.option);
+    const std::string text = std::to_string(range.minimum) + " to " + std::to_string(range.maximum);
+    for (const int value : {range.minimum - 1, range.maximum + 1}) {
+      const Finished finished = Run({"--board", Board(), "accel", "set", option, std::to_string(value)});
+      EXPECT_EQ(finished.code, 2) << option << value;
+      EXPECT_NE(finished.errors.find(text), std::string::npos) << finished.errors;
+    }
+    for (const int value : {range.minimum, range.maximum})
+      EXPECT_EQ(RunOnBoard(0, {"accel", "set", option, std::to_string(value)})[range.option], value);
+    EXPECT_EQ(Run({"--board", Board(), "accel", "set", option, "7.5"}).code, 2);
+  }
+}
+
+TEST_F(AccelTest, PeopleReadAlignedValues) {
+  const Finished finished = Run({"--board", "sim", "accel", "get"});
+  EXPECT_EQ(finished.code, 0);
+  EXPECT_NE(finished.out.find("\nMotionTh     180  Threshold"), std::string::npos) << finished.out;
+  EXPECT_NE(finished.out.find("\nFOCTime       52  Flash period [ms]"), std::string::npos) << finished.out;
+}
+
+TEST_F(AccelTest, ABoardThatDoesNotAnswerFails) {
+  EXPECT_EQ(RunOnBoard(1, {"accel", "get"}, "fault=read:5")["error"], "The board did not answer.");
+  for (const char* fault : {"fault=write:3", "fault=read:4"}) {
+    EXPECT_EQ(Keys(RunOnBoard(1, {"accel", "set", "--MotionTh", "9"}, fault)), std::vector<std::string>{"error"});
+    EXPECT_EQ(Keys(RunOnBoard(1, {"accel", "defaults"}, fault)), std::vector<std::string>{"error"});
+  }
+}
+
+TEST_F(AccelTest, RestoreWithoutAnythingKeptFailsAndChangesNothing) {
+  static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionTh", "9"}));
+  const Json document = RunOnBoard(1, {"accel", "restore"});
+  const std::string error = document["error"];
+  EXPECT_NE(error.find("Nothing is kept for this board"), std::string::npos) << error;
+  EXPECT_EQ(BoardState()["accelerometer"][0], 9);
+}
+
+class AccelRestoreTest : public KestrinctlTest {
+ protected:
+  /// A download that loses the board when the parameters are to come back.
+  void InterruptDownload() {
+    static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionTh", "9", "--FOCTime", "100"}));
+    static_cast<void>(RunOnBoard(1, {"download", m_set.configuration.string()}, "fault=write:5"));
+    ASSERT_EQ(BoardState()["accelerometer"], Json::array({255, 255, 255, 255, 255, 255}));
+  }
+
+  SoundSet m_set = WriteSoundSet(m_folder.Path());
+};
+
+TEST_F(AccelRestoreTest, WhatAnInterruptedDownloadKeptComesBack) {
+  InterruptDownload();
+  EXPECT_EQ(RunOnBoard(0, {"accel", "restore"}), Parameters(9, 2, 10, 50, 125, 100));
+  EXPECT_EQ(BoardState()["accelerometer"], Json::array({9, 2, 10, 50, 125, 25}));
+  static_cast<void>(RunOnBoard(1, {"accel", "restore"}));
+}
+
+TEST_F(AccelRestoreTest, ItIsKeptPerBoard) {
+  InterruptDownload();
+  static_cast<void>(RunJson(1, {"--board", "sim:serial=11111111", "accel", "restore"}));
+  EXPECT_EQ(RunOnBoard(0, {"accel", "restore"})["MotionTh"], 9);
+}
+
+TEST_F(AccelRestoreTest, GetPointsToIt) {
+  InterruptDownload();
+  const Finished finished = Run({"--board", Board(), "accel", "get"});
+  EXPECT_EQ(finished.code, 0);
+  EXPECT_NE(finished.errors.find("kestrinctl accel restore"), std::string::npos) << finished.errors;
+  static_cast<void>(RunOnBoard(0, {"accel", "restore"}));
+  EXPECT_EQ(Run({"--board", Board(), "accel", "get"}).errors, "");
+}
+
+TEST_F(AccelRestoreTest, ARestoreThatFailsKeepsThem) {
+  InterruptDownload();
+  static_cast<void>(RunOnBoard(1, {"accel", "restore"}, "fault=write:3"));
+  EXPECT_EQ(RunOnBoard(0, {"accel", "restore"})["MotionTh"], 9);
+}
+
+}  // namespace
+}  // namespace kestrin::support

@@ -1,0 +1,143 @@
+#include "ChildProcess.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <stdexcept>
+
+extern char** environ;
+
+namespace kestrin::support {
+
+namespace {
+
+[[noreturn]] void Fail(const std::string& what) { throw std::runtime_error("the test cannot " + what); }
+
+/// Two ends of a channel: what the child writes into `child` arrives at `test`.
+struct Channel {
+  int test = -1;
+  int child = -1;
+};
+
+Channel OpenPipe() {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) Fail("open a pipe");
+  return {ends[0], ends[1]};
+}
+
+Channel OpenTerminal() {
+  const int test = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (test < 0 || grantpt(test) != 0 || unlockpt(test) != 0) Fail("open a terminal");
+  const int child = open(ptsname(test), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (child < 0) Fail("open a terminal's other end");
+  return {test, child};
+}
+
+std::vector<std::string> Environment(const std::vector<std::string>& changes) {
+  const auto name = [](const std::string& variable) { return variable.substr(0, variable.find('=')); };
+  std::vector<std::string> result;
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    const bool changed = std::any_of(changes.begin(), changes.end(),
+                                     [&](const auto& change) { return name(change) == name(*variable); });
+    if (!changed) result.emplace_back(*variable);
+  }
+  for (const std::string& change : changes)
+    if (change.find('=') != change.npos) result.push_back(change);
+  return result;
+}
+
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  for (std::string& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+/// Closes `descriptor` when nothing more comes out of it.
+void Read(int& descriptor, std::string& text) {
+  std::array<char, 4096> bytes{};
+  const ssize_t count = read(descriptor, bytes.data(), bytes.size());
+  if (count > 0) {
+    text.append(bytes.data(), static_cast<std::size_t>(count));
+  } else if (count == 0 || errno != EINTR) {
+    // A terminal whose program has gone gives an error.
+    close(descriptor);
+    descriptor = -1;
+  }
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+                           Output output) {
+  const Channel out = output == Output::Pipe ? OpenPipe() : OpenTerminal();
+  const Channel errors = OpenPipe();
+  // Everything is made ready before the fork: behind it only a few calls are allowed.
+  std::vector<std::string> arguments = command;
+  std::vector<std::string> variables = Environment(environment);
+  const std::vector<char*> argumentPointers = Pointers(arguments);
+  const std::vector<char*> variablePointers = Pointers(variables);
+  m_pid = fork();
+  if (m_pid < 0) Fail("start a process");
+  if (m_pid == 0) {
+    dup2(out.child, STDOUT_FILENO);
+    dup2(errors.child, STDERR_FILENO);
+    execve(argumentPointers[0], argumentPointers.data(), variablePointers.data());
+    _exit(127);
+  }
+  close(out.child);
+  close(errors.child);
+  m_out = out.test;
+  m_errors = errors.test;
+}
+
+ChildProcess::~ChildProcess() {
+  if (m_pid > 0) {
+    kill(m_pid, SIGKILL);
+    waitpid(m_pid, nullptr, 0);
+  }
+  if (m_out >= 0) close(m_out);
+  if (m_errors >= 0) close(m_errors);
+}
+
+void ChildProcess::WaitForOutput(const std::string& text) {
+  while (m_finished.out.find(text) == std::string::npos)
+    if (!ReadMore()) throw std::runtime_error("the program ended without printing " + text + ": " + m_finished.errors);
+}
+
+void ChildProcess::WaitForErrors(const std::string& text) {
+  while (m_finished.errors.find(text) == std::string::npos)
+    if (!ReadMore()) throw std::runtime_error("the program ended without the error output " + text);
+}
+
+void ChildProcess::Signal(int number) const { kill(m_pid, number); }
+
+Finished ChildProcess::Wait() {
+  while (ReadMore()) {
+  }
+  int status = 0;
+  while (waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {
+  }
+  m_pid = -1;
+  m_finished.code = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  return m_finished;
+}
+
+bool ChildProcess::ReadMore() {
+  if (m_out < 0 && m_errors < 0) return false;
+  // poll() passes over descriptors that are negative.
+  std::array<pollfd, 2> waiting{{{m_out, POLLIN, 0}, {m_errors, POLLIN, 0}}};
+  if (poll(waiting.data(), waiting.size(), -1) < 0) return true;
+  if (waiting[0].revents != 0) Read(m_out, m_finished.out);
+  if (waiting[1].revents != 0) Read(m_errors, m_finished.errors);
+  return true;
+}
+
+}  // namespace kestrin::support
