@@ -1,0 +1,169 @@
+// A whole download of a full set into the simulated board: how many bytes of flash data a second arrive without wire
+// time, and how much longer than the pure wire time it takes over full-speed USB.
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "base/Clock.h"
+#include "device/DeviceSession.h"
+#include "simulator/SimulatedAgent.h"
+#include "sound/Download.h"
+#include "sound/FlashBlock.h"
+
+namespace kestrin::sound {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A set that fills the smaller board to the last sample: 40 files of noise.
+class FullSet {
+ public:
+  FullSet() {
+    fs::create_directories(m_folder);
+    int remaining = device::kDefaultMemoryCapacity;
+    int files = 40;
+    for (const Slot& slot : kSlots)
+      for (int position = 1; position <= (slot.isList ? kListCapacity : 1); ++position) {
+        const int samples = remaining / files--;
+        remaining -= samples;
+        const fs::path path = m_folder / (std::string(slot.name) + std::to_string(position) + ".lsu");
+        Write(path, samples);
+        if (!configuration.AddFile(path, slot.kind)) std::abort();
+      }
+    configuration.SetMaxNrOfSamples(device::kDefaultMemoryCapacity);
+  }
+  ~FullSet() {
+    std::error_code ignored;
+    fs::remove_all(m_folder, ignored);
+  }
+  FullSet(const FullSet&) = delete;
+  FullSet& operator=(const FullSet&) = delete;
+
+  LSU_Configuration configuration;
+
+ private:
+  static void Write(const fs::path& path, int count) {
+    std::vector<std::int16_t> samples(static_cast<std::size_t>(count));
+    std::uint32_t state = static_cast<std::uint32_t>(count);
+    for (std::int16_t& sample : samples) {
+      state = state * 1664525U + 1013904223U;
+      sample = static_cast<std::int16_t>(state >> 16);
+    }
+    std::ofstream file(path, std::ios::binary);
+    file.write("lsu\0", 4);
+    file.write(reinterpret_cast<const char*>(samples.data()),
+               static_cast<std::streamsize>(samples.size() * sizeof(std::int16_t)));
+  }
+
+  fs::path m_folder =
+      fs::temp_directory_path() /
+      ("kestrin download " + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+};
+
+class NoSessionView final : public device::SessionView {
+  void ShowOnline(bool) override {}
+  void ShowSerialLabel(const std::string&) override {}
+  void SetMemoryCapacity(std::int32_t) override {}
+  void EnableFileButtons() override {}
+  void EnableBoardButtons(bool) override {}
+  void ShowLedFrame(bool) override {}
+  void ReadAccData() override {}
+  bool InitLedDrivers() override { return true; }
+  void ShowMessage(const std::string&) override {}
+  bool AskWorkOffline(const std::string&, const std::string&) override { return true; }
+  void StartGoOnlineTimer(std::int32_t) override {}
+  void StopGoOnlineTimer() override {}
+};
+
+class NoDownloadView final : public DownloadView {
+  void ShowMessage(const std::string&) override {}
+  void ShowFrame() override {}
+  void HideFrame() override {}
+  void ShowInformation(const std::string&) override {}
+  void ShowPercent(std::optional<int>) override {}
+  void ShowButton(const std::string&) override {}
+  void ShowBoardHolds(const std::string&) override {}
+  bool AskAbort(const std::string&) override { return false; }
+  void StartHideFrameTimer() override {}
+};
+
+class NothingKept final : public motion::KeptParameters {
+  [[nodiscard]] std::optional<device::AccParam> Find(const std::string&) const override { return std::nullopt; }
+  [[nodiscard]] std::string Keep(const std::string&, const device::AccParam&) override { return ""; }
+  void Forget(const std::string&) override {}
+};
+
+/// A board online behind a session.
+struct Rig {
+  explicit Rig(const simulator::BoardOptions& options)
+      : agent(simulator::SimulatedAgent::Create(options, clock).agent), session(*agent, sessionView) {
+    static_cast<void>(session.SearchAtStartUp());
+  }
+
+  base::SystemClock clock;
+  std::unique_ptr<simulator::SimulatedAgent> agent;
+  NoSessionView sessionView;
+  device::DeviceSession session;
+  NoDownloadView view;
+  NothingKept kept;
+};
+
+DownloadOutcome Send(FullSet& set, Rig& rig, Download& download) {
+  return download.Send(
+      {*rig.session.Board(), rig.session.SerialNumber(), device::FlashSize(set.configuration.MaxNrOfSamples())});
+}
+
+/// From the check of the files to the restart, the board made anew each time.
+void DownloadFullSet(benchmark::State& state) {
+  FullSet set;
+  std::int64_t bytes = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto rig = std::make_unique<Rig>(simulator::BoardOptions{});
+    Download download(set.configuration, rig->view, rig->kept, rig->clock, {});
+    state.ResumeTiming();
+    if (Send(set, *rig, download) != DownloadOutcome::Success) return state.SkipWithError("the download failed");
+    bytes += download.BytesWritten();
+    state.PauseTiming();
+    rig.reset();
+    state.ResumeTiming();
+  }
+  state.SetBytesProcessed(bytes);
+}
+BENCHMARK(DownloadFullSet)->Unit(benchmark::kMillisecond);
+
+/// The same over full-speed USB: `over wire` is the time beyond what the reports alone need, as a share of it.
+void DownloadOverUsb(benchmark::State& state) {
+  FullSet set;
+  simulator::BoardOptions options;
+  options.wire = simulator::BoardOptions::Wire::Usb;
+  for (auto _ : state) {
+    Rig rig(options);
+    Download download(set.configuration, rig.view, rig.kept, rig.clock, {});
+    const auto start = rig.clock.Now();
+    if (Send(set, rig, download) != DownloadOutcome::Success) return state.SkipWithError("the download failed");
+    const double taken = std::chrono::duration<double>(rig.clock.Now() - start).count();
+    // 1,028 bytes are 17 packets of 64, an answer is one, a millisecond each. GetAccParam and its three answers,
+    // ClearFlash and SetAccParam with one answer each, the blocks with one each, table and checksum with one each,
+    // Reset.
+    std::int64_t blocks = 0;
+    for (const SlotFile& entry : set.configuration.FilesInFlashOrder())
+      blocks += static_cast<std::int64_t>(FlashBlocks(entry.file->NrOfBytes()).size());
+    const double wire = static_cast<double>((1 + 1 + 1 + blocks + 2 + 1) * 17 + (3 + 1 + 1 + blocks + 2)) / 1000;
+    state.counters["wire s"] = wire;
+    state.counters["over wire %"] = (taken / wire - 1) * 100;
+    state.SetIterationTime(taken);
+  }
+}
+BENCHMARK(DownloadOverUsb)->Unit(benchmark::kSecond)->UseManualTime()->Iterations(1);
+
+}  // namespace
+}  // namespace kestrin::sound
