@@ -10,8 +10,8 @@ namespace kestrin::simulator {
 
 namespace {
 
-template <typename Number, std::size_t size>
-Json NumbersToJson(const std::array<Number, size>& numbers) {
+template <typename Number, std::size_t Size>
+Json NumbersToJson(const std::array<Number, Size>& numbers) {
   return Json(Json::Array(numbers.begin(), numbers.end()));
 }
 
@@ -42,8 +42,8 @@ class MemberReader {
     if (const Json* const value = Find(name)) ReadNumber(*value, Way(name), out);
   }
 
-  template <typename Number, std::size_t size>
-  void Read(const char* name, std::array<Number, size>& out) {
+  template <typename Number, std::size_t Size>
+  void Read(const char* name, std::array<Number, Size>& out) {
     if (const Json* const value = Find(name)) ReadNumbers(*value, Way(name), out);
   }
 
@@ -67,8 +67,8 @@ class MemberReader {
     }
   }
 
-  template <typename Number, std::size_t size>
-  void ReadNumbers(const Json& value, const std::string& way, std::array<Number, size>& out) {
+  template <typename Number, std::size_t Size>
+  void ReadNumbers(const Json& value, const std::string& way, std::array<Number, Size>& out) {
     const Json::Array* const elements = ArrayOf(value, way, out.size());
     for (std::size_t i = 0; elements != nullptr && i < out.size(); ++i)
       ReadNumber((*elements)[i], Element(way, i), out[i]);

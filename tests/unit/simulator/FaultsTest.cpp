@@ -112,7 +112,9 @@ TEST_F(FaultsTest, AFlippedBitOfABlockShowsInTheAnswer) {
   EXPECT_NE(*answer, (VirtualBoard::Answer{0x94, 0x00}));
   EXPECT_EQ(DifferentBits(agent->Board(), 1024, 1024, 0xA5), 1);
 
-  ASSERT_TRUE(WriteCommand(*agent, {20, 0, 8, 0}));
+  // The same report once more, as the host still holds it.
+  agent->SetCurrentRptNum(0);
+  ASSERT_TRUE(agent->WriteReport());
   EXPECT_EQ(ReadAnswer(*agent), (VirtualBoard::Answer{0x94, 0x00})) << "the host's own copy is not damaged";
 }
 
