@@ -11,8 +11,8 @@
 
 namespace kestrin::support {
 
-/// A sound board in its simplest form behind a scripted agent: it answers what a download asks, with the right sums, and
-/// keeps every report that came. Tests bend single answers with `bend`.
+/// A sound board in its simplest form behind a scripted agent: it answers what a download asks, with the right sums,
+/// and keeps every report that came. Tests bend single answers with `bend`.
 class AnsweringBoard {
  public:
   using Report = std::vector<std::uint8_t>;

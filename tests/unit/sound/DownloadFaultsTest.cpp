@@ -1,5 +1,5 @@
-// One thing goes wrong at every single report of a download: the run ends as it must, never claims a success over a wrong
-// flash, never loses the detection parameters, and the next download works.
+// One thing goes wrong at every single report of a download: the run ends as it must, never claims a success over a
+// wrong flash, never loses the detection parameters, and the next download works.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -85,9 +85,9 @@ class Rig {
       for (const std::size_t number : {address, length})
         for (const int shift : {16, 8, 0}) table.push_back(static_cast<std::uint8_t>(number >> shift));
       const auto decoded = support::DecodeStream(Flash().subspan(address, length));
-      // The first pair is never coded; the samples 1, 2, 3, ... follow. 20,000 is the loudest of every file. What is left
-      // of the first magnitude of a pair below its two low bits is added to the two low bits of the second: up to 1.5
-      // and 3.5 steps between what was coded and what is read back.
+      // The first pair is never coded; the samples 1, 2, 3, ... follow. 20,000 is the loudest of every file. What is
+      // left of the first magnitude of a pair below its two low bits is added to the two low bits of the second: up
+      // to 1.5 and 3.5 steps between what was coded and what is read back.
       for (std::size_t i = 2; i < decoded.size() && i - 1 < samples.size(); ++i) {
         const double tolerance = i % 2 == 0 ? 1.51 : 3.51;
         if (std::abs(decoded[i] - samples[i - 1] * 999.0 / 20000) > tolerance) return false;
@@ -112,8 +112,8 @@ class Rig {
   Download m_download{m_set.configuration, m_view, m_kept, m_clock, {}};
 };
 
-/// What the reports of one run are, in order: seven files of 2,000 samples, 3,000 coded bytes each, so two whole blocks and
-/// a rest; going online comes before.
+/// What the reports of one run are, in order: seven files of 2,000 samples, 3,000 coded bytes each, so two whole blocks
+/// and a rest; going online comes before.
 enum class Step { Identify, KeepParameters, Erase, PutBack, Files, Table, Restart };
 
 std::vector<Step> WrittenSteps() {
@@ -200,7 +200,8 @@ TEST_F(DownloadFaults, WithoutAnyTheFlashHoldsTheSet) {
 TEST_F(DownloadFaults, AWriteThatFails) {
   const std::vector<Step> steps = WrittenSteps();
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    // A board whose identity question failed counts as the smaller sound board; without a serial number nothing is sent.
+    // A board whose identity question failed counts as the smaller sound board; without a serial number nothing is
+    // sent.
     const auto expected = i == 0 ? DownloadOutcome::Success : OutcomeOfALostReport(steps[i]);
     ExpectEnd({Fault::Kind::WriteFails, i + 1}, expected);
   }

@@ -63,10 +63,9 @@ TEST_F(DownloadTest, GoesStepByStep) {
   EXPECT_EQ(Send(), DownloadOutcome::Success);
   // Seven files of 100 samples: 150 coded bytes each, one WriteLess; then the table and its checksum.
   EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10, 42, 21, 21, 21, 21, 21, 21, 21, 21, 30, 0));
-  EXPECT_THAT(m_view.log,
-              ElementsAre("frame", "button:Cancel", "info:Erasing flash memory ...", "percent:0 %", "percent:0 %",
-                          "info:Coding data...", "percent:", "info:Downloading...", "percent:0 %", "info:SUCCESS !",
-                          "percent:", "hide timer", "button:Close"));
+  EXPECT_THAT(m_view.log, ElementsAre("frame", "button:Cancel", "info:Erasing flash memory ...", "percent:0 %",
+                                      "percent:0 %", "info:Coding data...", "percent:", "info:Downloading...",
+                                      "percent:0 %", "info:SUCCESS !", "percent:", "hide timer", "button:Close"));
   EXPECT_THAT(m_view.boardHolds, HasSubstr("new sounds"));
   EXPECT_FALSE(m_download.IsRunning());
   EXPECT_EQ(m_download.Information(), "SUCCESS !");
@@ -265,7 +264,8 @@ TEST_F(DownloadTest, ErasePercentIsTheShareOf30SecondsInWholeSeconds) {
   m_board.eraseFailures = 19;
   m_board.agent.whileReading = [this] { m_clock.Advance(std::chrono::milliseconds(2900)); };
   ASSERT_EQ(Send(), DownloadOutcome::Success);
-  // Three reads of the parameters come before the erase; then each poll lasts 2.9 s: 0, 2, 5, 8, 11, 14, ... whole seconds.
+  // Three reads of the parameters come before the erase; then each poll lasts 2.9 s: 0, 2, 5, 8, 11, 14, ... whole
+  // seconds.
   const std::vector<std::optional<int>> first(m_view.percents.begin(), m_view.percents.begin() + 7);
   EXPECT_THAT(first, ElementsAre(0, 0, 7, 17, 27, 37, 47));
   EXPECT_THAT(std::vector<std::optional<int>>(m_view.percents.begin() + 12, m_view.percents.begin() + 21),
