@@ -1,5 +1,6 @@
 #include "sound/LSU_Configuration.h"
 
+#include <algorithm>
 #include <limits>
 #include <span>
 #include <stdexcept>
@@ -64,6 +65,35 @@ void LSU_Configuration::RemoveFile(int FileNumber, SlotKind FileType) {
   for (int later = FileNumber + 1; later <= count; ++later)
     FileAt(FileType, later - 1).TakeOver(FileAt(FileType, later));
   m_lists[PlaceOf(slot)].count = count - 1;
+}
+
+void LSU_Configuration::MoveFile(SlotKind FileType, int from, int to) {
+  const Slot& slot = SlotOf(FileType);
+  const int count = Count(FileType);
+  for (const int position : {from, to})
+    if (!slot.isList || position < 1 || position > count)
+      throw std::out_of_range("there is no file " + std::to_string(position) + " to move in a list of " +
+                              std::to_string(count));
+  // Positions count from 1.
+  const auto first = m_lists[PlaceOf(slot)].files.begin();
+  if (from < to)
+    std::rotate(first + from - 1, first + from, first + to);
+  else
+    std::rotate(first + to - 1, first + from - 1, first + from);
+}
+
+LSU_Configuration LSU_Configuration::WithoutStreams() const {
+  LSU_Configuration copy;
+  for (std::size_t single = 0; single < m_singles.size(); ++single)
+    copy.m_singles[single] = m_singles[single].WithoutStream();
+  for (std::size_t list = 0; list < m_lists.size(); ++list) {
+    copy.m_lists[list].count = m_lists[list].count;
+    for (std::size_t entry = 0; entry < m_lists[list].files.size(); ++entry)
+      copy.m_lists[list].files[entry] = m_lists[list].files[entry].WithoutStream();
+  }
+  copy.m_totalNrOfSamples = m_totalNrOfSamples;
+  copy.m_maxNrOfSamples = m_maxNrOfSamples;
+  return copy;
 }
 
 int LSU_Configuration::CheckIntegrity() const {

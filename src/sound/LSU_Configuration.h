@@ -49,6 +49,13 @@ class LSU_Configuration {
   /// with their positions. Throws std::out_of_range when the list has no such entry.
   void RemoveFile(int FileNumber, SlotKind FileType);
 
+  /// Moves list entry `from` to `to`; those in between close up. Unlike RemoveFile() this takes each sound along whole,
+  /// with volume and peak. Throws std::out_of_range when the list has no such entries.
+  void MoveFile(SlotKind FileType, int from, int to);
+
+  /// The same configuration without coded streams, to remember it by.
+  [[nodiscard]] LSU_Configuration WithoutStreams() const;
+
   /// The most important missing piece as its slot number, 0 when the configuration is complete.
   [[nodiscard]] int CheckIntegrity() const;
   /// The message for a code of CheckIntegrity(); "" for 0.

@@ -247,4 +247,12 @@ void LSU_SoundFile::TakeOver(const LSU_SoundFile& next) {
   m_nrOfSamples = next.m_nrOfSamples;
 }
 
+LSU_SoundFile LSU_SoundFile::WithoutStream() const {
+  LSU_SoundFile copy;
+  copy.TakeOver(*this);
+  copy.m_peak = m_peak;
+  copy.m_volume = m_volume;
+  return copy;
+}
+
 }  // namespace kestrin::sound

@@ -72,6 +72,9 @@ class LSU_SoundFile {
   /// coded stream belong to the position and stay.
   void TakeOver(const LSU_SoundFile& next);
 
+  /// The same sound with an empty coded stream, to remember it by: streams are large, and Code() builds them anew.
+  [[nodiscard]] LSU_SoundFile WithoutStream() const;
+
  private:
   std::filesystem::path m_path;
   std::int32_t m_nrOfSamples = 0;

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/EventPump.h"
@@ -39,7 +39,7 @@ class SoundSet {
   static constexpr std::string_view kNotValid = "Not a valid file";
   static constexpr std::string_view kBusy = "Please wait until the sounds are loaded";
 
-  /// Everything that changes while it lives is undone in one step.
+  /// Everything that changes while it lives is one step to undo.
   class Group {
    public:
     explicit Group(SoundSet& set) : m_set(set) { m_set.BeginGroup(); }
@@ -113,9 +113,7 @@ class SoundSet {
   /// The samples that the board holds.
   void SetCapacity(std::int32_t samples);
   /// Whether the board can hold the set.
-  [[nodiscard]] bool Fits() const {
-    return m_configuration.TotalNrOfSamples() <= m_configuration.MaxNrOfSamples();
-  }
+  [[nodiscard]] bool Fits() const { return m_configuration.TotalNrOfSamples() <= m_configuration.MaxNrOfSamples(); }
 
   /// The listener must live until it is removed.
   void AddListener(SoundSetListener& listener);
@@ -142,15 +140,16 @@ class SoundSet {
   void BeginGroup();
   void EndGroup();
   [[nodiscard]] Moment Now() const;
-  void Restore(Moment&& moment);
-  /// Remembers the moment `before` a change that has just been made, and tells the listeners.
-  void Changed(Moment&& before, std::string text);
-  void Swap(std::deque<Step>& from, std::deque<Step>& to);
-  void Forget(std::deque<Step>& steps);
+  /// Puts the configuration of a moment back; the capacity is the board's and stays.
+  void PutBack(const LSU_Configuration& configuration);
+  /// Remembers the moment `before` a change that has just been made.
+  void Remember(Moment&& before, std::string text);
+  /// The last step of `from` is taken back and becomes the last of `to`.
+  void Travel(std::deque<Step>& from, std::deque<Step>& to);
   std::string Transfer(const SoundPlace& from, SlotKind kind, int to, bool copy);
-  void TellSlot(SlotKind kind);
-  void TellMemory();
-  void TellModified();
+  /// Tells the listeners that these slots have changed, and all that follows from it.
+  void Tell(std::initializer_list<SlotKind> kinds);
+  void TellAll();
 
   LSU_Configuration& m_configuration;
   std::shared_ptr<Origin> m_origin;
