@@ -2,18 +2,18 @@
 
 #include <string>
 
-#include "cli/BoardChoice.h"
 #include "cli/GlobalOptions.h"
 #include "cli/Interrupt.h"
 #include "cli/Report.h"
 #include "cli/Syntax.h"
+#include "platform/boards/BoardChoice.h"
 
 namespace kestrin::cli {
 
 /// What a command works in.
 struct Context {
   const GlobalOptions& options;
-  const BoardChoice& board;
+  const boards::BoardChoice& board;
   Interrupt& interrupt;
 };
 

@@ -134,8 +134,9 @@ class Parser {
 
 Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& interrupt) {
   try {
-    const BoardChoice board = BoardChoice::Parse(options.board);
-    Context context{options, board, interrupt};
+    const boards::BoardChoice::Parsed board = boards::BoardChoice::Parse(options.board);
+    if (!board.problem.empty()) throw CommandFailure(ExitCode::WrongUsage, board.problem);
+    Context context{options, board.choice, interrupt};
     return command.Run(context);
   } catch (const CommandFailure& failure) {
     return {failure.Code(), nullptr, "", failure.what()};

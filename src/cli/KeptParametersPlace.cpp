@@ -12,7 +12,7 @@ motion::KeptParametersFolder OpenKeptParameters() {
         ExitCode::Failed,
         "The folder for your data is not known, and the board's detection parameters must be kept there. "
         "Set the environment variable HOME and try again.");
-  return motion::KeptParametersFolder(folder / "detection-parameters");
+  return motion::KeptParametersFolder(folder / motion::KeptParametersFolder::kFolderName);
 }
 
 }  // namespace kestrin::cli

@@ -1,14 +1,24 @@
 #include "cli/OnlineBoard.h"
 
 #include <exception>
+#include <utility>
 
-#include "cli/Agents.h"
 #include "cli/CommandFailure.h"
+#include "platform/boards/BoardAgent.h"
 
 namespace kestrin::cli {
 
-OnlineBoard::OnlineBoard(Context& context)
-    : m_agent(MakeAgent(context.board, m_clock, context.interrupt.Pump())), m_session(*m_agent, m_view) {
+namespace {
+
+std::unique_ptr<device::THIDagent> AgentOf(Context& context, base::Clock& clock) {
+  boards::BoardAgent made = boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump());
+  if (!made.problem.empty()) throw CommandFailure(ExitCode::Failed, made.problem);
+  return std::move(made.agent);
+}
+
+}  // namespace
+
+OnlineBoard::OnlineBoard(Context& context) : m_agent(AgentOf(context, m_clock)), m_session(*m_agent, m_view) {
   if (m_session.SearchAtStartUp() == device::DeviceSession::StartUp::Online) return;
   // A board that may not be opened is there: another failure, with a way out of its own.
   if (!m_view.accessProblem.empty()) throw CommandFailure(ExitCode::Failed, m_view.accessProblem);

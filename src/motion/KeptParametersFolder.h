@@ -10,6 +10,9 @@ namespace kestrin::motion {
 /// order, one a line behind its name ("MotionTh 180").
 class KeptParametersFolder final : public KeptParameters {
  public:
+  /// What such a folder is called among what the program keeps for a person.
+  static constexpr const char* kFolderName = "detection-parameters";
+
   /// `folder` is made when something is to be kept.
   explicit KeptParametersFolder(std::filesystem::path folder);
 

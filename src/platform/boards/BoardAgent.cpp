@@ -1,0 +1,16 @@
+#include "platform/boards/BoardAgent.h"
+
+#include <utility>
+
+#include "platform/hid/HidAgent.h"
+#include "simulator/SimulatedAgent.h"
+
+namespace kestrin::boards {
+
+BoardAgent MakeBoardAgent(const BoardChoice& choice, base::Clock& clock, const base::EventPump& pump) {
+  if (choice.kind != BoardChoice::Kind::Simulated) return {hid::CreateHidAgent(clock, {pump, choice.path}), ""};
+  simulator::SimulatedAgent::Created created = simulator::SimulatedAgent::Create(choice.simulated, clock, pump);
+  return {std::move(created.agent), std::move(created.problem)};
+}
+
+}  // namespace kestrin::boards
