@@ -112,6 +112,7 @@ int TLS::VariableCount() const {
 bool TLS::WriteOutputRptA() {
   if (m_outputReport < 0) return false;
   try {
+    m_variables[kCommand].SelectInterface();
     m_agent->SelectVariable(m_commandVariable);
     m_agent->SetElements(m_command);
     m_agent->SetCurrentRptNum(m_outputReport);
@@ -124,6 +125,7 @@ bool TLS::WriteOutputRptA() {
 bool TLS::ReadInputRptB() {
   if (m_inputReport < 0) return false;
   try {
+    m_variables[kResponse].SelectInterface();
     m_agent->SetCurrentRptNum(m_inputReport);
     const bool read = m_agent->ReadReport();
     m_agent->SelectVariable(m_responseVariable);

@@ -42,9 +42,19 @@ void TOneHidVar::UnBind() {
   m_varIdentity = m_objectId;
 }
 
+void TOneHidVar::SelectInterface() const {
+  // Interfaces are renumbered when one is closed; the handle stays.
+  for (std::int32_t number = 0; number < m_agent->NumberOfInterfaces(); ++number) {
+    m_agent->SelectInterface(number);
+    if (m_agent->InterfaceHandle() == m_hidHandle) return;
+  }
+  throw AgentError("the variable's interface is closed");
+}
+
 bool TOneHidVar::update(bool read) {
   if (m_rptIndex < 0) return false;
   try {
+    SelectInterface();
     m_agent->SetCurrentRptNum(m_rptIndex);
     const bool reads = m_rptType == ReportType::Input || (m_rptType == ReportType::Feature && read);
     return reads ? m_agent->ReadReport() : m_agent->WriteReport();
@@ -64,6 +74,7 @@ void TOneHidVar::SetUnScaledValue(std::int32_t value) { Set(&THIDagent::SetUnSca
 std::int32_t TOneHidVar::Get(std::int32_t (THIDagent::*value)() const) const {
   if (!IsBound()) return 0;
   try {
+    SelectInterface();
     m_agent->SelectVariable(m_varIndex);
     return (m_agent->*value)();
   } catch (const AgentError&) {
@@ -74,6 +85,7 @@ std::int32_t TOneHidVar::Get(std::int32_t (THIDagent::*value)() const) const {
 void TOneHidVar::Set(void (THIDagent::*set)(std::int32_t), std::int32_t value) {
   if (!IsBound()) return;
   try {
+    SelectInterface();
     m_agent->SelectVariable(m_varIndex);
     (m_agent->*set)(value);
   } catch (const AgentError&) {

@@ -11,7 +11,7 @@ struct Fault {
   enum class Kind {
     /// The report does not reach the board.
     WriteFails,
-    /// The answer is lost.
+    /// The answer comes too late for that read: the next one gets it, unless a report is written before.
     ReadFails,
     /// The board is gone; written and read reports are counted together.
     Unplug,

@@ -231,10 +231,8 @@ bool SimulatedAgent::ReadReport() {
   if (!m_selected || !m_connected || m_currentReport != kResponse) return false;
   const FaultPlan::Verdict verdict = m_faults.NextRead();
   if (verdict.unplug) Unplug();
-  if (verdict.fails) {
-    static_cast<void>(m_board->NextAnswer(m_clock.Now()));
-    return false;
-  }
+  // The answer stays where it is, as one that comes just too late would.
+  if (verdict.fails) return false;
   const std::optional<VirtualBoard::Answer> answer = WaitForAnswer();
   if (answer) m_response = *answer;
   if (m_events != nullptr && answer) m_events->ReportArrived(m_handle, kResponse);

@@ -35,7 +35,7 @@ TEST_F(Finding, ABoardIsOpenedWithItsReportLengthsAndBound) {
 
 TEST_F(Finding, ABoardWithReportIdsIsUsedTheSameWay) {
   MockBoard::Description numbered;
-  numbered.descriptor = test::NumberedBoardDescriptor();
+  numbered.descriptor = support::NumberedBoardDescriptor();
   numbered.port = 2;
   MockBoard device(host, numbered);
   std::vector<Bytes> received;

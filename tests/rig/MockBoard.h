@@ -25,7 +25,7 @@ class MockBoard {
   struct Description {
     std::uint16_t vendorId = 0x04D8;
     std::uint16_t productId = 0xFA37;
-    Bytes descriptor = test::BoardDescriptor();
+    Bytes descriptor = support::BoardDescriptor();
     /// Which port it is plugged into; every board at the same time needs its own.
     int port = 1;
     /// A device of a program instead of one on USB: no USB parents, no interface number.

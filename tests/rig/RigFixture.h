@@ -56,9 +56,9 @@ class RigFixture : public testing::Test {
   MockHost host;
   simulator::VirtualBoard board;
   MockBoard mock{host};
-  test::FakeClock clock;
+  support::FakeClock clock;
   base::Clock::Duration turnTime = std::chrono::seconds(1);
-  test::RecordedAgentEvents events;
+  support::RecordedAgentEvents events;
   std::function<void()> onTurn;
   int turns = 0;
   std::unique_ptr<device::THIDagent> agent;

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// What a board without report ids describes: 1,028 bytes out, two bytes in.
 inline std::vector<std::uint8_t> BoardDescriptor() {
@@ -50,4 +50,4 @@ inline std::vector<std::uint8_t> NumberedBoardDescriptor() {
   };
 }
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -16,7 +16,3 @@ class FakeClock final : public base::Clock {
 };
 
 }  // namespace kestrin::support
-
-namespace kestrin::test {
-using support::FakeClock;
-}

@@ -14,7 +14,7 @@
 #include "platform/hid/HidStack.h"
 #include "support/FakeClock.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// A HID device as a test scripts it. Waiting for its reports moves the fake clock instead of taking time.
 struct FakeHidDevice {
@@ -163,4 +163,4 @@ class FakeDeviceMonitor final : public hid::DeviceMonitor {
   FakeHidBus& m_bus;
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

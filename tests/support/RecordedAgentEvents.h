@@ -6,7 +6,7 @@
 
 #include "device/THIDagent.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// Writes down every event as a line of text, and lets a test act inside a handler.
 class RecordedAgentEvents final : public device::HidAgentEvents {
@@ -40,4 +40,4 @@ class RecordedAgentEvents final : public device::HidAgentEvents {
   }
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

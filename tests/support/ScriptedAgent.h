@@ -61,6 +61,8 @@ class ScriptedAgent : public device::THIDagent {
   // --- What was seen ---
 
   std::vector<std::vector<std::uint8_t>> written;
+  /// The handles of the interfaces that they were written to.
+  std::vector<std::int32_t> writtenTo;
   int writesTried = 0;
   int readsTried = 0;
   int searches = 0;
@@ -155,6 +157,7 @@ class ScriptedAgent : public device::THIDagent {
     ++writesTried;
     if (std::find(failWrites.begin(), failWrites.end(), writesTried) != failWrites.end()) return false;
     written.push_back(m_output);
+    writtenTo.push_back(InterfaceHandle());
     if (onWrite) onWrite(written.back());
     return true;
   }

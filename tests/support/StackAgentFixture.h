@@ -11,7 +11,7 @@
 #include "support/FakeHidStack.h"
 #include "support/RecordedAgentEvents.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// A StackAgent over a fake bus, looking for boards.
 class StackAgentFixture : public testing::Test {
@@ -62,4 +62,4 @@ class StackAgentFixture : public testing::Test {
   std::unique_ptr<hid::StackAgent> agent;
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

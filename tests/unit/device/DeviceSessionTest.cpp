@@ -223,6 +223,17 @@ TEST_F(DeviceSessionTest, AClosedInterfaceDropsItsBoardAndRebindsTheOthers) {
   EXPECT_EQ(m_session.Board(), nullptr);
 }
 
+TEST_F(DeviceSessionTest, OfSeveralBoardsEverythingGoesToTheFirst) {
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1), ScriptedAgent::BoardInterface(2)};
+  AnswerIdentity(0);
+  ASSERT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  ASSERT_TRUE(m_session.Board()->Bye());
+  EXPECT_THAT(m_agent.writtenTo, ElementsAre(1, 1, 1));
+  m_agent.Close(1);
+  ASSERT_TRUE(m_session.Board()->Bye());
+  EXPECT_EQ(m_agent.writtenTo.back(), 2);
+}
+
 TEST_F(DeviceSessionTest, UnpluggedAndPluggedInAgainItComesBackByItself) {
   StartOnline(0);
   m_agent.Close(1);

@@ -14,8 +14,8 @@ namespace {
 using support::ReadBytes;
 using support::TemporaryFolder;
 using support::WriteBytes;
-using test::Ask;
-using test::kDone;
+using support::Ask;
+using support::kDone;
 using ::testing::HasSubstr;
 
 constexpr const char* kFactoryJson = R"({
@@ -274,16 +274,16 @@ TEST_F(BoardStoreTest, AFlashImageLargerThanTheFlashIsNamedAndLeftAsItIs) {
 }
 
 TEST_F(BoardStoreTest, ABoardThatCannotKeepItsStateFailsInsteadOfForgetting) {
-  test::FakeClock clock;
+  support::FakeClock clock;
   BoardOptions options;
   options.dir = Dir();
   const SimulatedAgent::Created created = SimulatedAgent::Create(options, clock);
   ASSERT_EQ(created.problem, "");
   SimulatedAgent& agent = *created.agent;
-  test::OpenAndSelect(agent);
-  EXPECT_TRUE(test::WriteCommand(agent, {42, 1, 2, 3, 4, 5, 6}));
+  support::OpenAndSelect(agent);
+  EXPECT_TRUE(support::WriteCommand(agent, {42, 1, 2, 3, 4, 5, 6}));
   std::filesystem::remove_all(Dir());
-  EXPECT_FALSE(test::WriteCommand(agent, {42, 6, 5, 4, 3, 2, 1}));
+  EXPECT_FALSE(support::WriteCommand(agent, {42, 6, 5, 4, 3, 2, 1}));
   EXPECT_THAT(agent.AccessProblem(), HasSubstr("board.json"));
   agent.Stop();
   EXPECT_FALSE(agent.SearchAndOpen());
@@ -291,7 +291,7 @@ TEST_F(BoardStoreTest, ABoardThatCannotKeepItsStateFailsInsteadOfForgetting) {
 
 TEST_F(BoardStoreTest, AnAgentIsNotMadeForADamagedFolder) {
   WriteJson("{");
-  test::FakeClock clock;
+  support::FakeClock clock;
   BoardOptions options;
   options.dir = Dir();
   const SimulatedAgent::Created created = SimulatedAgent::Create(options, clock);

@@ -10,9 +10,9 @@
 namespace kestrin::simulator {
 namespace {
 
-using test::OpenAndSelect;
-using test::ReadAnswer;
-using test::WriteCommand;
+using support::OpenAndSelect;
+using support::ReadAnswer;
+using support::WriteCommand;
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 
@@ -29,8 +29,8 @@ class FaultsTest : public ::testing::Test {
     return std::move(created.agent);
   }
 
-  test::FakeClock m_clock;
-  test::EventRecorder m_recorder;
+  support::FakeClock m_clock;
+  support::EventRecorder m_recorder;
 };
 
 TEST_F(FaultsTest, AFailedWriteDoesNotReachTheBoard) {
@@ -42,13 +42,21 @@ TEST_F(FaultsTest, AFailedWriteDoesNotReachTheBoard) {
   EXPECT_EQ(agent->Board().State().resets, 2U);
 }
 
-TEST_F(FaultsTest, AFailedReadFailsAtOnceAndItsAnswerIsLost) {
+TEST_F(FaultsTest, AFailedReadFailsAtOnceAndItsAnswerComesLate) {
   const auto agent = Make("fault=read:2");
   ASSERT_TRUE(WriteCommand(*agent, {41}));
   EXPECT_EQ(ReadAnswer(*agent), (VirtualBoard::Answer{180, 2}));
   EXPECT_FALSE(ReadAnswer(*agent));
   EXPECT_EQ(m_clock.Now(), 0s);
-  EXPECT_EQ(ReadAnswer(*agent), (VirtualBoard::Answer{125, 13}));
+  EXPECT_EQ(ReadAnswer(*agent), (VirtualBoard::Answer{10, 50}));
+}
+
+TEST_F(FaultsTest, ALateAnswerIsNotTakenForTheNextCommands) {
+  const auto agent = Make("fault=read:1");
+  ASSERT_TRUE(WriteCommand(*agent, {1}));
+  EXPECT_FALSE(ReadAnswer(*agent));
+  ASSERT_TRUE(WriteCommand(*agent, {41}));
+  EXPECT_EQ(ReadAnswer(*agent), (VirtualBoard::Answer{180, 2}));
 }
 
 TEST_F(FaultsTest, AReadThatFailsDuringAnEraseDoesNotLoseItsCompletion) {

@@ -12,9 +12,9 @@ namespace {
 
 using device::AgentError;
 using device::ReportType;
-using test::OpenAndSelect;
-using test::ReadAnswer;
-using test::WriteCommand;
+using support::OpenAndSelect;
+using support::ReadAnswer;
+using support::WriteCommand;
 using namespace std::chrono_literals;
 using ::testing::Each;
 using ::testing::ElementsAre;
@@ -32,8 +32,8 @@ class SimulatedAgentTest : public ::testing::Test {
     return std::move(created.agent);
   }
 
-  test::FakeClock m_clock;
-  test::EventRecorder m_recorder;
+  support::FakeClock m_clock;
+  support::EventRecorder m_recorder;
 };
 
 TEST_F(SimulatedAgentTest, ASearchOpensOneInterfaceOnce) {

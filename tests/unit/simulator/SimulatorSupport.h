@@ -10,7 +10,7 @@
 #include "simulator/SimulatedAgent.h"
 #include "simulator/VirtualBoard.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 using namespace std::chrono_literals;
 using simulator::VirtualBoard;
@@ -87,4 +87,4 @@ inline std::optional<VirtualBoard::Answer> ReadAnswer(device::THIDagent& agent) 
   return answer;
 }
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

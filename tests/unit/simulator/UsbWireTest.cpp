@@ -30,7 +30,7 @@ TEST(UsbWire, AMillisecondForEveryPacketOf64Bytes) {
   };
   for (const Row row : {Row{0, 0ms}, Row{1, 1ms}, Row{2, 1ms}, Row{64, 1ms}, Row{65, 2ms}, Row{1024, 16ms},
                         Row{1025, 17ms}, Row{1028, 17ms}}) {
-    test::FakeClock clock;
+    support::FakeClock clock;
     UsbWire wire(clock);
     wire.Transfer(row.bytes);
     EXPECT_EQ(clock.Now(), row.time) << row.bytes;
@@ -53,7 +53,7 @@ TEST(UsbWire, OversleepingDoesNotAddUp) {
 }
 
 TEST(UsbWire, APauseIsNotMadeUpFor) {
-  test::FakeClock clock;
+  support::FakeClock clock;
   UsbWire wire(clock);
   wire.Transfer(1028);
   clock.Advance(1s);

@@ -11,11 +11,11 @@
 namespace kestrin::simulator {
 namespace {
 
-using test::AllAnswers;
-using test::Answers;
-using test::Ask;
-using test::CommandReport;
-using test::kDone;
+using support::AllAnswers;
+using support::Answers;
+using support::Ask;
+using support::CommandReport;
+using support::kDone;
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -11,12 +11,12 @@ namespace {
 using testing::HasSubstr;
 
 TEST(BoardList, ListsBoardsInOrderWithTheirTextsAndWhetherTheyOpen) {
-  test::FakeHidBus bus;
-  bus.Plug("/dev/hidraw11", test::BoardDescriptor()).node.serialNumber = "SN11";
-  bus.Plug("/dev/hidraw2", test::BoardDescriptor()).notPermitted = true;
-  bus.Plug("/dev/hidraw3", test::BoardDescriptor(), 0x1234, 0x5678);
-  bus.Plug("/dev/hidraw12", test::BoardDescriptor()).openError = "No such device";
-  test::FakeHidStack stack(bus);
+  support::FakeHidBus bus;
+  bus.Plug("/dev/hidraw11", support::BoardDescriptor()).node.serialNumber = "SN11";
+  bus.Plug("/dev/hidraw2", support::BoardDescriptor()).notPermitted = true;
+  bus.Plug("/dev/hidraw3", support::BoardDescriptor(), 0x1234, 0x5678);
+  bus.Plug("/dev/hidraw12", support::BoardDescriptor()).openError = "No such device";
+  support::FakeHidStack stack(bus);
   const std::vector<BoardListing> boards = ListBoards(stack);
   ASSERT_EQ(boards.size(), 3U);
 
@@ -36,8 +36,8 @@ TEST(BoardList, ListsBoardsInOrderWithTheirTextsAndWhetherTheyOpen) {
 }
 
 TEST(BoardList, IsEmptyWithoutBoards) {
-  test::FakeHidBus bus;
-  test::FakeHidStack stack(bus);
+  support::FakeHidBus bus;
+  support::FakeHidStack stack(bus);
   EXPECT_TRUE(ListBoards(stack).empty());
 }
 

@@ -17,8 +17,8 @@ class PollingMonitorLook : public testing::Test {
  protected:
   std::vector<DeviceNotice> Look() { return monitor.Collect(0x04D8, 0xFA37); }
 
-  test::FakeHidBus bus;
-  test::FakeHidStack stack{bus};
+  support::FakeHidBus bus;
+  support::FakeHidStack stack{bus};
   PollingMonitor monitor{stack, bus.clock};
 };
 

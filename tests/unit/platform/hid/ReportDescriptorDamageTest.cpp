@@ -82,7 +82,7 @@ TEST(DamagedReportDescriptor, ReportsOfExactlyTheLimitAreRead) {
 }
 
 TEST(DamagedReportDescriptor, EveryCutOfTheBoardsDescriptorIsRefused) {
-  const Bytes whole = test::BoardDescriptor();
+  const Bytes whole = support::BoardDescriptor();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
     const bool beforeCollection = length == 3 || length == 5;  // whole items, nothing opened yet

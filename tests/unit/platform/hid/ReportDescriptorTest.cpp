@@ -28,7 +28,7 @@ ReportDescriptor ReadField(const Bytes& before, const Bytes& main = {0x81, 0x02}
 }
 
 TEST(ReportDescriptor, ReadsTheBoardsTwoReports) {
-  const ReportDescriptor board = Read(test::BoardDescriptor());
+  const ReportDescriptor board = Read(support::BoardDescriptor());
   ASSERT_EQ(board.Reports().size(), 2U);
   EXPECT_EQ(board.Reports()[0].type, ReportType::Output);
   EXPECT_EQ(board.Reports()[0].Bytes(), 1028U);
@@ -55,7 +55,7 @@ TEST(ReportDescriptor, ReadsTheBoardsTwoReports) {
 }
 
 TEST(ReportDescriptor, FindsTheBoardsVariablesByTypeUsageAndPage) {
-  const ReportDescriptor board = Read(test::BoardDescriptor());
+  const ReportDescriptor board = Read(support::BoardDescriptor());
   EXPECT_EQ(board.Find(ReportType::Output, 1, 0xFF00), 0);
   EXPECT_EQ(board.Find(ReportType::Input, 2, 0xFF00), 1);
   EXPECT_EQ(board.Find(ReportType::Input, 1, 0xFF00), -1);
@@ -65,7 +65,7 @@ TEST(ReportDescriptor, FindsTheBoardsVariablesByTypeUsageAndPage) {
 }
 
 TEST(ReportDescriptor, KeepsReportsOfDifferentIdsApart) {
-  const ReportDescriptor board = Read(test::NumberedBoardDescriptor());
+  const ReportDescriptor board = Read(support::NumberedBoardDescriptor());
   EXPECT_TRUE(board.UsesReportIds());
   ASSERT_EQ(board.Reports().size(), 3U);
   EXPECT_EQ(board.Reports()[0].id, 1);

@@ -11,9 +11,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 
-class StackAgentEvents : public test::StackAgentFixture {
+class StackAgentEvents : public support::StackAgentFixture {
  protected:
-  test::FakeHidDevice& Plug(const std::string& path) { return bus.Plug(path, test::BoardDescriptor()); }
+  support::FakeHidDevice& Plug(const std::string& path) { return bus.Plug(path, support::BoardDescriptor()); }
 };
 
 TEST_F(StackAgentEvents, ASearchAsksForTheMatchsIdsOnly) {
@@ -39,8 +39,8 @@ TEST_F(StackAgentEvents, ASearchWithoutBothIdsAsksForNothing) {
 }
 
 TEST_F(StackAgentEvents, ADeviceOfOtherIdsWithTheSameUsagesIsIgnored) {
-  bus.Plug("/dev/hidraw0", test::BoardDescriptor(), 0x04D8, 0xFA38);
-  bus.Plug("/dev/hidraw1", test::BoardDescriptor(), 0x04D9, 0xFA37);
+  bus.Plug("/dev/hidraw0", support::BoardDescriptor(), 0x04D8, 0xFA38);
+  bus.Plug("/dev/hidraw1", support::BoardDescriptor(), 0x04D9, 0xFA37);
   Create();
   EXPECT_FALSE(agent->SearchAndOpen());
   EXPECT_THAT(events.lines, IsEmpty());
@@ -72,7 +72,7 @@ TEST_F(StackAgentEvents, AnInterfaceIsTheLastOneWhenItsOpeningIsTold) {
 }
 
 TEST_F(StackAgentEvents, ASecondSearchOpensOnlyWhatIsNew) {
-  test::FakeHidDevice& first = Plug("/dev/hidraw0");
+  support::FakeHidDevice& first = Plug("/dev/hidraw0");
   Create();
   EXPECT_TRUE(agent->SearchAndOpen());
   Plug("/dev/hidraw1");
@@ -108,7 +108,7 @@ TEST_F(StackAgentEvents, ABoardThatMayNotBeOpenedIsToldApartFromNone) {
 }
 
 TEST_F(StackAgentEvents, TheAccessProblemGoesWithTheNextSearch) {
-  test::FakeHidDevice& board = Plug("/dev/hidraw3");
+  support::FakeHidDevice& board = Plug("/dev/hidraw3");
   board.notPermitted = true;
   Create();
   EXPECT_FALSE(agent->SearchAndOpen());
@@ -133,7 +133,7 @@ TEST_F(StackAgentEvents, ABoardThatFailsToOpenIsNamedWithTheReason) {
 }
 
 TEST_F(StackAgentEvents, ABoardWithADamagedDescriptorIsClosedAgainAndNamed) {
-  test::FakeHidDevice& board = bus.Plug("/dev/hidraw0", {0x06, 0x00});
+  support::FakeHidDevice& board = bus.Plug("/dev/hidraw0", {0x06, 0x00});
   Create();
   EXPECT_FALSE(agent->SearchAndOpen());
   EXPECT_EQ(board.opened, 0);
@@ -203,7 +203,7 @@ TEST_F(StackAgentEvents, OfTwoBoardsThatGoBothAreClosedBeforeEitherIsRemoved) {
 TEST_F(StackAgentEvents, ABoardThatArrivesIsToldAndNotOpened) {
   Create();
   EXPECT_FALSE(agent->SearchAndOpen());
-  test::FakeHidDevice& board = Plug("/dev/hidraw4");
+  support::FakeHidDevice& board = Plug("/dev/hidraw4");
   bus.notices = {{Kind::Arrived, "/dev/hidraw4"}};
   agent->Refresh();
   EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw4"});
@@ -270,7 +270,7 @@ TEST_F(StackAgentEvents, AFailedTransferOfABoardThatIsGoneNeedsNoNotice) {
 }
 
 TEST_F(StackAgentEvents, AFailedTransferOfABoardThatIsThereClosesNothing) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.readFails = true;
   EXPECT_FALSE(agent->ReadReport());
   agent->Refresh();
@@ -280,8 +280,8 @@ TEST_F(StackAgentEvents, AFailedTransferOfABoardThatIsThereClosesNothing) {
 
 TEST_F(StackAgentEvents, NoticesInsideAWaitAreKeptForLater) {
   Plug("/dev/hidraw1");
-  test::FakeHidDevice* board = nullptr;
-  board = &OpenBoard(test::BoardDescriptor(), [&] {
+  support::FakeHidDevice* board = nullptr;
+  board = &OpenBoard(support::BoardDescriptor(), [&] {
     bus.Unplug("/dev/hidraw1");
     bus.notices = {{Kind::Removed, "/dev/hidraw1"}};
     agent->Refresh();
@@ -296,9 +296,9 @@ TEST_F(StackAgentEvents, NoticesInsideAWaitAreKeptForLater) {
 }
 
 TEST_F(StackAgentEvents, ASearchInsideAWaitOpensNothing) {
-  test::FakeHidDevice* board = nullptr;
-  board = &OpenBoard(test::BoardDescriptor(), [&] {
-    bus.Plug("/dev/hidraw1", test::BoardDescriptor());
+  support::FakeHidDevice* board = nullptr;
+  board = &OpenBoard(support::BoardDescriptor(), [&] {
+    bus.Plug("/dev/hidraw1", support::BoardDescriptor());
     EXPECT_TRUE(agent->SearchAndOpen());
     EXPECT_EQ(agent->NumberOfInterfaces(), 1);
     board->input.push_back({1, 2});
@@ -319,7 +319,7 @@ TEST_F(StackAgentEvents, ALookInsideAHandlerDoesNotMixTheEventsUp) {
 }
 
 TEST_F(StackAgentEvents, StoppingClosesEverythingWithoutAWordAndStopsWatching) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   agent->Stop();
   EXPECT_EQ(agent->NumberOfInterfaces(), 0);
   EXPECT_EQ(board.opened, 0);

@@ -11,10 +11,10 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class StackAgentTransfer : public test::StackAgentFixture {};
+class StackAgentTransfer : public support::StackAgentFixture {};
 
 TEST_F(StackAgentTransfer, WritesTheWholeReportBehindAZero) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   SelectCommand();
   Bytes command(1028);
   for (std::size_t i = 0; i < command.size(); ++i) command[i] = static_cast<std::uint8_t>(i * 7 + 1);
@@ -26,7 +26,7 @@ TEST_F(StackAgentTransfer, WritesTheWholeReportBehindAZero) {
 }
 
 TEST_F(StackAgentTransfer, WritesAndReadsReportsWithTheirIds) {
-  test::FakeHidDevice& board = OpenBoard(test::NumberedBoardDescriptor());
+  support::FakeHidDevice& board = OpenBoard(support::NumberedBoardDescriptor());
   SelectCommand();
   agent->SetElements(Bytes{42});
   ASSERT_TRUE(agent->WriteReport());
@@ -42,14 +42,14 @@ TEST_F(StackAgentTransfer, WritesAndReadsReportsWithTheirIds) {
 }
 
 TEST_F(StackAgentTransfer, PassesOverReportsOfAnotherId) {
-  test::FakeHidDevice& board = OpenBoard(test::NumberedBoardDescriptor());
+  support::FakeHidDevice& board = OpenBoard(support::NumberedBoardDescriptor());
   board.input = {{3, 1, 2, 3, 4}, {3, 5, 6, 7, 8}, {2, 20, 21}};
   ASSERT_TRUE(agent->ReadReport());
   EXPECT_THAT(Answer(), ElementsAre(20, 21));
 }
 
 TEST_F(StackAgentTransfer, ReportsOfAnotherIdDoNotLengthenTheWait) {
-  test::FakeHidDevice& board = OpenBoard(test::NumberedBoardDescriptor());
+  support::FakeHidDevice& board = OpenBoard(support::NumberedBoardDescriptor());
   board.onWait = [&] { board.input.push_back({3, 1, 2, 3, 4}); };
   agent->SetEvents(nullptr);
   // Each pass takes no fake time by itself; a tenth of a second goes by in the pump.
@@ -62,7 +62,7 @@ TEST_F(StackAgentTransfer, ReportsOfAnotherIdDoNotLengthenTheWait) {
 }
 
 TEST_F(StackAgentTransfer, AWriteThatIsNotTakenWholeFails) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   SelectCommand();
   for (const int taken : {0, 1, 1028, 1030, -1}) {
     board.writeResult = taken;
@@ -73,7 +73,7 @@ TEST_F(StackAgentTransfer, AWriteThatIsNotTakenWholeFails) {
 }
 
 TEST_F(StackAgentTransfer, ThrowsLateAnswersAwayBeforeItWrites) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.input = {{1, 1}, {2}, {3, 3, 3}};
   board.onWrite = [&](const Bytes&) { board.input.push_back({9, 9}); };
   SelectCommand();
@@ -85,7 +85,7 @@ TEST_F(StackAgentTransfer, ThrowsLateAnswersAwayBeforeItWrites) {
 }
 
 TEST_F(StackAgentTransfer, ADeviceThatNeverStopsSendingDoesNotHoldUpAWrite) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.input.assign(100000, {1, 1});
   SelectCommand();
   EXPECT_TRUE(agent->WriteReport());
@@ -94,7 +94,7 @@ TEST_F(StackAgentTransfer, ADeviceThatNeverStopsSendingDoesNotHoldUpAWrite) {
 
 TEST_F(StackAgentTransfer, WaitsThreeSecondsInSlicesOfTwentyMilliseconds) {
   int turns = 0;
-  test::FakeHidDevice& board = OpenBoard(test::BoardDescriptor(), [&] { ++turns; });
+  support::FakeHidDevice& board = OpenBoard(support::BoardDescriptor(), [&] { ++turns; });
   EXPECT_FALSE(agent->ReadReport());
   EXPECT_EQ(bus.clock.Now(), 3000ms);
   EXPECT_EQ(board.waits.size(), 150U);
@@ -104,19 +104,19 @@ TEST_F(StackAgentTransfer, WaitsThreeSecondsInSlicesOfTwentyMilliseconds) {
 }
 
 TEST_F(StackAgentTransfer, TimeThatThePumpTakesCounts) {
-  OpenBoard(test::BoardDescriptor(), [&] { bus.clock.Advance(1s); });
+  OpenBoard(support::BoardDescriptor(), [&] { bus.clock.Advance(1s); });
   EXPECT_FALSE(agent->ReadReport());
   EXPECT_LE(bus.clock.Now(), 3060ms);
 }
 
 TEST_F(StackAgentTransfer, TheLastSliceIsOnlyAsLongAsTheTimeThatIsLeft) {
-  test::FakeHidDevice& board = OpenBoard(test::BoardDescriptor(), [&] { bus.clock.Advance(1475ms); });
+  support::FakeHidDevice& board = OpenBoard(support::BoardDescriptor(), [&] { bus.clock.Advance(1475ms); });
   EXPECT_FALSE(agent->ReadReport());
   EXPECT_THAT(board.waits, ElementsAre(20ms, 20ms, 10ms));
 }
 
 TEST_F(StackAgentTransfer, ReadsAnAnswerThatComesWithinTheTime) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.onWait = [&] {
     if (bus.clock.Now() >= 2980ms) board.input.push_back({10, 10});
   };
@@ -126,7 +126,7 @@ TEST_F(StackAgentTransfer, ReadsAnAnswerThatComesWithinTheTime) {
 }
 
 TEST_F(StackAgentTransfer, AnAnswerOfAWrongLengthFailsAndLeavesTheValue) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.input = {{7, 8}};
   ASSERT_TRUE(agent->ReadReport());
   for (const Bytes& wrong : {Bytes{1}, Bytes{1, 2, 3}, Bytes(64, 1)}) {
@@ -137,7 +137,7 @@ TEST_F(StackAgentTransfer, AnAnswerOfAWrongLengthFailsAndLeavesTheValue) {
 }
 
 TEST_F(StackAgentTransfer, AnAnswerOfTheRightIdAndAWrongLengthFails) {
-  test::FakeHidDevice& board = OpenBoard(test::NumberedBoardDescriptor());
+  support::FakeHidDevice& board = OpenBoard(support::NumberedBoardDescriptor());
   for (const Bytes& wrong : {Bytes{2}, Bytes{2, 1}, Bytes{2, 1, 2, 3}}) {
     board.input = {wrong};
     EXPECT_FALSE(agent->ReadReport()) << wrong.size();
@@ -145,7 +145,7 @@ TEST_F(StackAgentTransfer, AnAnswerOfTheRightIdAndAWrongLengthFails) {
 }
 
 TEST_F(StackAgentTransfer, AWaitEndsAtOnceWhenTheDeviceGoes) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.onWait = [&] { board.gone = bus.clock.Now() >= 100ms; };
   EXPECT_FALSE(agent->ReadReport());
   EXPECT_EQ(bus.clock.Now(), 100ms);
@@ -153,7 +153,7 @@ TEST_F(StackAgentTransfer, AWaitEndsAtOnceWhenTheDeviceGoes) {
 }
 
 TEST_F(StackAgentTransfer, NothingIsWrittenToADeviceThatIsGone) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   board.gone = true;
   SelectCommand();
   EXPECT_FALSE(agent->WriteReport());
@@ -161,9 +161,9 @@ TEST_F(StackAgentTransfer, NothingIsWrittenToADeviceThatIsGone) {
 }
 
 TEST_F(StackAgentTransfer, ASecondTransferInsideAWaitIsRefused) {
-  test::FakeHidDevice* board = nullptr;
+  support::FakeHidDevice* board = nullptr;
   int refused = 0;
-  board = &OpenBoard(test::BoardDescriptor(), [&] {
+  board = &OpenBoard(support::BoardDescriptor(), [&] {
     SelectCommand();
     if (!agent->WriteReport()) ++refused;
     SelectAnswer();
@@ -177,8 +177,8 @@ TEST_F(StackAgentTransfer, ASecondTransferInsideAWaitIsRefused) {
 }
 
 TEST_F(StackAgentTransfer, WhatHandlersSelectInsideAWaitIsForgotten) {
-  test::FakeHidDevice* board = nullptr;
-  board = &OpenBoard(test::BoardDescriptor(), [&] {
+  support::FakeHidDevice* board = nullptr;
+  board = &OpenBoard(support::BoardDescriptor(), [&] {
     SelectCommand();
     board->input.push_back({5, 6});
   });
@@ -188,7 +188,7 @@ TEST_F(StackAgentTransfer, WhatHandlersSelectInsideAWaitIsForgotten) {
 }
 
 TEST_F(StackAgentTransfer, StoppingInsideAWaitEndsItAndThenTakesEffect) {
-  test::FakeHidDevice& board = OpenBoard(test::BoardDescriptor(), [&] { agent->Stop(); });
+  support::FakeHidDevice& board = OpenBoard(support::BoardDescriptor(), [&] { agent->Stop(); });
   EXPECT_FALSE(agent->ReadReport());
   EXPECT_EQ(bus.clock.Now(), 20ms);
   EXPECT_EQ(agent->NumberOfInterfaces(), 0);
@@ -197,7 +197,7 @@ TEST_F(StackAgentTransfer, StoppingInsideAWaitEndsItAndThenTakesEffect) {
 }
 
 TEST_F(StackAgentTransfer, ReportsThatDoNotExistOrGoTheOtherWayAreRefused) {
-  test::FakeHidDevice& board = OpenBoard();
+  support::FakeHidDevice& board = OpenBoard();
   for (const std::int32_t number : {-1, 2, 1000}) {
     agent->SetCurrentRptNum(number);
     EXPECT_FALSE(agent->WriteReport()) << number;
@@ -214,7 +214,7 @@ TEST_F(StackAgentTransfer, ReportsThatDoNotExistOrGoTheOtherWayAreRefused) {
 
 TEST_F(StackAgentTransfer, FeatureReportsGoBothWays) {
   const Bytes descriptor{0x06, 0x00, 0xFF, 0x75, 0x08, 0x95, 0x03, 0x85, 0x07, 0x09, 0x05, 0xB1, 0x02};
-  test::FakeHidDevice& board = bus.Plug("/dev/hidraw0", descriptor);
+  support::FakeHidDevice& board = bus.Plug("/dev/hidraw0", descriptor);
   Create();
   ASSERT_TRUE(agent->SearchAndOpen());
   agent->SelectInterface(0);

@@ -9,9 +9,9 @@ using device::ReportType;
 using testing::ElementsAre;
 
 /// An output report of fields that do not stand at byte borders.
-class StackAgentValues : public test::StackAgentFixture {
+class StackAgentValues : public support::StackAgentFixture {
  protected:
-  test::FakeHidDevice& OpenOdd() {
+  support::FakeHidDevice& OpenOdd() {
     return OpenDevice({
         0x06, 0x00, 0xFF, 0x15, 0x00,                                            // page FF00, from 0
         0x25, 0x07, 0x75, 0x03, 0x95, 0x04, 0x09, 0x01, 0x91, 0x02,              // usage 1: 4 x 3 bits
@@ -22,8 +22,8 @@ class StackAgentValues : public test::StackAgentFixture {
         0x75, 0x0C, 0x95, 0x02, 0x09, 0x04, 0x91, 0x02,                          // usage 4: 2 x 12 bits
     });
   }
-  test::FakeHidDevice& OpenDevice(const Bytes& descriptor) {
-    test::FakeHidDevice& device = bus.Plug("/dev/hidraw0", descriptor);
+  support::FakeHidDevice& OpenDevice(const Bytes& descriptor) {
+    support::FakeHidDevice& device = bus.Plug("/dev/hidraw0", descriptor);
     Create();
     EXPECT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
     agent->SelectInterface(0);
@@ -32,7 +32,7 @@ class StackAgentValues : public test::StackAgentFixture {
 };
 
 TEST_F(StackAgentValues, PacksElementsOfAnyWidth) {
-  test::FakeHidDevice& device = OpenOdd();
+  support::FakeHidDevice& device = OpenOdd();
   Select(ReportType::Output, 1);
   agent->SetElements(Bytes{1, 2, 3, 4});
   Select(ReportType::Output, 2);
