@@ -26,5 +26,9 @@ endif()
 if(KESTRIN_SANITIZE)
   target_compile_options(kestrin_flags INTERFACE
     -fsanitize=${KESTRIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # Between the sanitizers' own steps g++ loses sight of what has been set.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(kestrin_flags INTERFACE -Wno-maybe-uninitialized)
+  endif()
   target_link_options(kestrin_flags INTERFACE -fsanitize=${KESTRIN_SANITIZE})
 endif()

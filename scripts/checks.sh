@@ -36,13 +36,21 @@ check_no_qt() {
   fi
 }
 
-# An empty search path hides every outside library from CMake, as on a machine that has none.
-core_only() { PKG_CONFIG_LIBDIR=/nonexistent build_and_test core-only; }
+# An empty search path hides every outside library from CMake, as on a machine that has none. This is also the build
+# without optimisation, in which the standard library looks after its own preconditions.
+core_only() {
+  PKG_CONFIG_LIBDIR=/nonexistent build_and_test core-only -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_CXX_FLAGS_DEBUG="-O0 -g1 -D_GLIBCXX_ASSERTIONS"
+}
 
-# Built by clang as well, so this is also where the second compiler has its say. Every target is a test known to ctest.
+# What runs beside the one thread: the command line with its signals. Its tests start the built program.
+thread_tests() {
+  build_preset tsan "kestrinctl kestrin_cli_tests" -DKESTRIN_TESTS=ON && run_tests tsan "$project/build/tsan/tests/cli"
+}
+
+# Built by clang, so this is also where the second compiler has its say. Every target is a test known to ctest.
 fuzz_all() {
-  build_preset fuzz || return
-  run_tests fuzz "$project/build/fuzz/fuzz"
+  build_preset fuzz all && run_tests fuzz "$project/build/fuzz/fuzz"
 }
 
 check_tidy() {

@@ -35,15 +35,19 @@ finish() {
   exit
 }
 
-# Configures and builds a preset; its output is shown only when it fails.
-build_preset() {  # PRESET [cmake options]
+# Configures a preset and builds TARGETS of it (all by default); what that says is shown only when it fails.
+build_preset() {  # PRESET "TARGETS" [cmake options]
   local preset="$1" log
+  local -a targets
+  read -ra targets <<<"$2"
+  shift 2
   log="$(mktemp)"
-  if { configure "$@" && "${steady[@]}" cmake --build "$project/build/$preset" -j "$jobs"; } >"$log" 2>&1; then
+  if { configure "$preset" "$@" &&
+    "${steady[@]}" cmake --build "$project/build/$preset" -j "$jobs" --target "${targets[@]}"; } >"$log" 2>&1; then
     rm -f "$log"
     return 0
   fi
-  tail -n 100 "$log"
+  tail -n 60 "$log" | cut -c -400
   fail "the build of preset $preset; everything it said is in $log"
   return 1
 }
@@ -52,8 +56,8 @@ build_preset() {  # PRESET [cmake options]
 steady=()
 if command -v setarch >/dev/null && setarch "$(uname -m)" -R true 2>/dev/null; then steady=(setarch "$(uname -m)" -R); fi
 
-build_and_test() {  # PRESET
-  build_preset "$1" -DKESTRIN_TESTS=ON && run_tests "$1" "$project/build/$1"
+build_and_test() {  # PRESET [cmake options]
+  build_preset "$1" all -DKESTRIN_TESTS=ON "${@:2}" && run_tests "$1" "$project/build/$1"
 }
 
 run_tests() {  # PRESET FOLDER-OF-THE-TESTS
