@@ -36,7 +36,7 @@ void Card::paintEvent(QPaintEvent* /*event*/) {
   if (m_slot) {
     painter.save();
     painter.setClipPath(shape);
-    painter.fillRect(QRectF(0, 0, kStripe, height()), SlotColor(*m_slot, palette()));
+    painter.fillRect(QRectF(0, 0, kStripe + width - 1, height()), SlotColor(*m_slot, palette()));
     painter.restore();
   }
   if (m_slot && !m_isChosen) {

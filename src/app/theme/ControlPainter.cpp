@@ -92,6 +92,20 @@ void ControlPainter::ButtonPanel(bool isPrimary, bool isQuiet) const {
   if (focused) Box(rect, kRadius, Qt::transparent, color(ColorRole::Accent), kRing);
 }
 
+void ControlPainter::Tab() const {
+  const auto color = [this](ColorRole role) { return ColorOf(role, m_option->palette); };
+  const QRectF rect(m_option->rect);
+  const bool enabled = Has(QStyle::State_Enabled);
+  if (enabled && Has(QStyle::State_MouseOver)) {
+    Box(rect.adjusted(0, 0, 0, -3), kRadius, color(ColorRole::AccentSoft), Qt::transparent, 0);
+  }
+  if (Has(QStyle::State_Selected)) {
+    const QColor mark = color(enabled ? ColorRole::Accent : ColorRole::Line);
+    Box({rect.left() + 4, rect.bottom() - 3, rect.width() - 8, 3}, 1.5, mark, Qt::transparent, 0);
+  }
+  if (enabled && Has(QStyle::State_HasFocus)) Box(rect, kRadius, Qt::transparent, color(ColorRole::Accent), kRing);
+}
+
 void ControlPainter::Field(bool hasFocus) const {
   const auto color = [this](ColorRole role) { return ColorOf(role, m_option->palette); };
   const bool enabled = Has(QStyle::State_Enabled);
@@ -193,7 +207,7 @@ void ControlPainter::ProgressContents(const QStyleOptionProgressBar& bar) const 
   shape.addRoundedRect(rect, radius, radius);
   m_painter->setClipPath(shape, Qt::IntersectClip);
   const bool enabled = Has(QStyle::State_Enabled);
-  Box(Done(bar), radius, ColorOf(enabled ? ColorRole::Accent : ColorRole::Outline, bar.palette), Qt::transparent, 0);
+  m_painter->fillRect(Done(bar), ColorOf(enabled ? ColorRole::Accent : ColorRole::Outline, bar.palette));
 }
 
 void ControlPainter::ProgressText(const QStyleOptionProgressBar& bar) const {

@@ -19,6 +19,8 @@ class ControlPainter {
 
   /// The ground of a push or tool button. A quiet one shows itself only under the pointer, pressed, checked or focused.
   void ButtonPanel(bool isPrimary, bool isQuiet) const;
+  /// The tab of a page: the one that is shown is underlined.
+  void Tab() const;
   /// The ground of an input field or a closed combo box.
   void Field(bool hasFocus) const;
   /// The frame of a list: a line, or the ring of the focus.

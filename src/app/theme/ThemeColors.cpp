@@ -19,7 +19,7 @@ constexpr std::array<Pair, 13> kColors{{
     {0xfff4f5f7, 0xff1b1e24},  // Background
     {0xffffffff, 0xff242830},  // Card
     {0xffdcdfe4, 0xff363c47},  // Line
-    {0xff727c8b, 0xff87919f},  // Outline
+    {0xff7f8997, 0xff747e8c},  // Outline
     {0xff1d2129, 0xffe8eaee},  // Text
     {0xff566070, 0xffaab2c0},  // Soft
     {0xff1560cf, 0xff5b9cff},  // Accent

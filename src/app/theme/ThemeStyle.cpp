@@ -2,7 +2,9 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOption>
@@ -22,6 +24,7 @@ constexpr int kIndicator = 22;
 constexpr int kScrollBarExtent = 12;
 constexpr int kShortestScrollHandle = 32;
 constexpr int kGrooveThickness = 4;
+constexpr int kFieldPadding = 4;
 
 /// The option with the text in the colour that can be read on the main button's ground.
 template <typename Option>
@@ -30,6 +33,13 @@ Option OnAccent(const Option& option) {
   copy.palette.setColor(QPalette::Active, QPalette::ButtonText, ColorOf(ColorRole::AccentText, option.palette));
   copy.palette.setColor(QPalette::Inactive, QPalette::ButtonText, ColorOf(ColorRole::AccentText, option.palette));
   return copy;
+}
+
+/// The height that Fusion leaves for the title above a group box's frame.
+int TitleHeight(const QWidget* widget) {
+  const auto* box = qobject_cast<const QGroupBox*>(widget);
+  if (box == nullptr || box->title().isEmpty()) return 0;
+  return box->fontMetrics().height() + 3;
 }
 
 bool IsMainPushButton(const QStyleOptionButton* button, const QWidget* widget) {
@@ -71,8 +81,13 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_Frame:
       return controls.ListFrame();
     case PE_FrameGroupBox:
+      return controls.Box(option->rect.adjusted(0, TitleHeight(widget), 0, 0), 8,
+                          ColorOf(ColorRole::Card, option->palette), ColorOf(ColorRole::Line, option->palette), 1);
+    case PE_FrameTabWidget:
       return controls.Box(option->rect, 8, ColorOf(ColorRole::Card, option->palette),
                           ColorOf(ColorRole::Line, option->palette), 1);
+    case PE_FrameTabBarBase:
+      return;
     case PE_PanelItemViewItem:
       if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
         if (item->backgroundBrush.style() != Qt::NoBrush) painter->fillRect(item->rect, item->backgroundBrush);
@@ -104,6 +119,7 @@ void ThemeStyle::drawControl(ControlElement element, const QStyleOption* option,
       return QProxyStyle::drawControl(element, &main, painter, widget);
     }
   }
+  if (element == CE_TabBarTabShape) return ControlPainter(painter, option).Tab();
   const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
   if (bar != nullptr && bar->state.testFlag(State_Horizontal)) {
     const ControlPainter controls(painter, option);
@@ -114,7 +130,13 @@ void ThemeStyle::drawControl(ControlElement element, const QStyleOption* option,
       // Without an end in sight Fusion's moving stripes tell that work goes on.
       QStyleOptionProgressBar busy(*bar);
       busy.palette.setColor(QPalette::Highlight, ColorOf(ColorRole::Accent, bar->palette));
-      return QProxyStyle::drawControl(element, &busy, painter, widget);
+      QPainterPath shape;
+      shape.addRoundedRect(bar->rect, bar->rect.height() / 2.0, bar->rect.height() / 2.0);
+      painter->save();
+      painter->setClipPath(shape, Qt::IntersectClip);
+      QProxyStyle::drawControl(element, &busy, painter, widget);
+      painter->restore();
+      return;
     }
   }
   QProxyStyle::drawControl(element, option, painter, widget);
@@ -146,6 +168,8 @@ void ThemeStyle::DrawSlider(const QStyleOptionComplex* option, QPainter* painter
   if (slider->subControls.testFlag(SC_SliderTickmarks)) {
     QStyleOptionSlider ticks(*slider);
     ticks.subControls = SC_SliderTickmarks;
+    // Fusion takes the colour of the marks from the window's ground, which is too dark in the dark scheme.
+    ticks.palette.setColor(QPalette::Window, ColorOf(ColorRole::Soft, option->palette));
     QProxyStyle::drawComplexControl(CC_Slider, &ticks, painter, widget);
   }
   const QRect groove = subControlRect(CC_Slider, option, SC_SliderGroove, widget);
@@ -206,7 +230,17 @@ void ThemeStyle::DrawScrollBar(const QStyleOptionComplex* option, QPainter* pain
 QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                  const QWidget* widget) const {
   const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
-  if (control != CC_ScrollBar || bar == nullptr) return QProxyStyle::subControlRect(control, option, part, widget);
+  if (control != CC_ScrollBar || bar == nullptr) {
+    const QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+    const int inward = option->direction == Qt::LeftToRight ? kFieldPadding : -kFieldPadding;
+    // Fields keep their text and their arrows off their round corners.
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+      return rect.translated(inward, 0).adjusted(0, 0, -kFieldPadding, 0);
+    if (control == CC_ComboBox && part == SC_ComboBoxArrow) return rect.translated(-inward, 0);
+    if (control == CC_SpinBox && (part == SC_SpinBoxUp || part == SC_SpinBoxDown)) return rect.translated(-inward, 0);
+    if (control == CC_SpinBox && part == SC_SpinBoxEditField) return rect.adjusted(kFieldPadding, 0, -kFieldPadding, 0);
+    return rect;
+  }
 
   // Without arrow buttons the groove is the whole bar.
   const bool isHorizontal = bar->orientation == Qt::Horizontal;
@@ -236,6 +270,15 @@ QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
   }
 }
 
+QRect ThemeStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  if (element == SE_LineEditContents && frame != nullptr && frame->lineWidth > 0) {
+    return rect.adjusted(kFieldPadding, 0, -kFieldPadding, 0);
+  }
+  return rect;
+}
+
 QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                    const QWidget* widget) const {
   const QSize content = QProxyStyle::sizeFromContents(type, option, size, widget);
@@ -245,7 +288,7 @@ QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     case CT_ComboBox:
     case CT_LineEdit:
     case CT_SpinBox:
-      return content.expandedTo({0, kControlHeight});
+      return content.grownBy({kFieldPadding, 0, kFieldPadding, 0}).expandedTo({0, kControlHeight});
     case CT_ItemViewItem:
       return content.expandedTo({0, kRowHeight});
     case CT_ToolButton:
@@ -267,6 +310,9 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_SliderControlThickness:
     case PM_SliderLength:
       return kIndicator;
+    case PM_FocusFrameHMargin:
+      // The room beside the text of a row.
+      return 6;
     case PM_ScrollBarExtent:
       return kScrollBarExtent;
     case PM_LayoutHorizontalSpacing:
