@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/help/HelpContextTable.h"
+#include "app/help/HelpSource.h"
+
+namespace kestrin::platform {
+
+/// The help file "kestrinusb.chm": pages, contents and context numbers, read by chmlib. Where the program was built
+/// without that library, every file is a problem that says so.
+///
+/// A file that does not bear its seal (app/help/HelpSeal.h) is reported as damaged and not read any further.
+class CompiledHelp : public app::HelpSource {
+ public:
+  static constexpr const char* kFileName = "kestrinusb.chm";
+
+  /// Opens the file; what is wrong with it is in `Problem`.
+  explicit CompiledHelp(const std::filesystem::path& file);
+  ~CompiledHelp() override;
+  CompiledHelp(const CompiledHelp&) = delete;
+  CompiledHelp& operator=(const CompiledHelp&) = delete;
+
+  [[nodiscard]] std::string Problem() const override { return m_problem; }
+  [[nodiscard]] std::optional<std::string> Page(const std::string& path) const override;
+  [[nodiscard]] std::optional<std::string> PlaceOf(std::uint32_t context) const override;
+  [[nodiscard]] std::vector<app::HelpEntry> Contents() const override;
+  [[nodiscard]] std::vector<std::string> Pages() const override;
+
+ private:
+  struct Archive;
+
+  std::string m_problem;
+  std::unique_ptr<Archive> m_archive;
+  app::HelpContextTable m_contexts;
+};
+
+}  // namespace kestrin::platform

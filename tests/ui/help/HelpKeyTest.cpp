@@ -1,0 +1,85 @@
+#include "app/help/HelpKey.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QWidget>
+#include <vector>
+
+#include "app/help/TopicOf.h"
+
+namespace kestrin::app {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QKeyEvent press(QEvent::KeyPress, key, modifiers);
+  QApplication::sendEvent(&widget, &press);
+}
+
+TEST(TopicOf, NearestWidgetWithATopicCounts) {
+  QWidget window;
+  QWidget panel(&window);
+  QLineEdit inner(&panel);
+  EXPECT_EQ(TopicOf(&inner), HelpContext::Overview);
+  SetHelpContext(window, HelpContext::Main);
+  EXPECT_EQ(TopicOf(&inner), HelpContext::Main);
+  SetHelpContext(panel, HelpContext::Explorer);
+  EXPECT_EQ(TopicOf(&inner), HelpContext::Explorer);
+  SetHelpContext(inner, HelpContext::FileList);
+  EXPECT_EQ(TopicOf(&inner), HelpContext::FileList);
+  EXPECT_EQ(TopicOf(&window), HelpContext::Main);
+}
+
+TEST(TopicOf, NoWidgetHasTheOverview) { EXPECT_EQ(TopicOf(nullptr), HelpContext::Overview); }
+
+TEST(TopicOf, TopicIsThePropertyThatFormsCanSet) {
+  QWidget widget;
+  widget.setProperty("helpContext", 1050);
+  EXPECT_EQ(TopicOf(&widget), HelpContext::Memory);
+}
+
+class HelpKeyTest : public ::testing::Test {
+ protected:
+  HelpKeyTest() {
+    SetHelpContext(m_window, HelpContext::Slots);
+    QObject::connect(&m_key, &HelpKey::topicRequested, [this](HelpContext context) { m_asked.push_back(context); });
+  }
+
+  HelpKey m_key;
+  QWidget m_window;
+  QLineEdit m_inner{&m_window};
+  std::vector<HelpContext> m_asked;
+};
+
+TEST_F(HelpKeyTest, F1AsksForTheTopicOfTheControlOnce) {
+  Press(m_inner, Qt::Key_F1);
+  EXPECT_THAT(m_asked, ElementsAre(HelpContext::Slots));
+}
+
+TEST_F(HelpKeyTest, OtherKeysAskForNothing) {
+  Press(m_inner, Qt::Key_F2);
+  Press(m_inner, Qt::Key_F1, Qt::ShiftModifier);
+  Press(m_inner, Qt::Key_F1, Qt::ControlModifier);
+  EXPECT_THAT(m_asked, IsEmpty());
+}
+
+TEST_F(HelpKeyTest, OtherKeysReachTheirControl) {
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+  QApplication::sendEvent(&m_inner, &press);
+  EXPECT_EQ(m_inner.text(), "a");
+}
+
+TEST_F(HelpKeyTest, KeyHeldDownAsksOnce) {
+  Press(m_inner, Qt::Key_F1);
+  QKeyEvent repeated(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, QString(), true);
+  QApplication::sendEvent(&m_inner, &repeated);
+  EXPECT_THAT(m_asked, ElementsAre(HelpContext::Slots));
+}
+
+}  // namespace
+}  // namespace kestrin::app
