@@ -81,7 +81,7 @@ class SoundPage : public QWidget, private SoundSetListener {
   void ConnectExplorer();
   void ConnectSlot(SlotPanel& panel);
   void SelectSound(const SoundPlace& place);
-  void ShowFile(const QString& path);
+  void ShowFile(const std::filesystem::path& path);
 
   SoundSet& m_set;
   QAction* m_undoAction = nullptr;
@@ -94,7 +94,6 @@ class SoundPage : public QWidget, private SoundSetListener {
   DetailPanel* m_detail = nullptr;
   MemoryGauge* m_gauge = nullptr;
   bool m_fits = true;
-  bool m_busy = false;
 };
 
 }  // namespace kestrin::sound::ui

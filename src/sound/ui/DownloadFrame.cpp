@@ -1,0 +1,174 @@
+#include "sound/ui/DownloadFrame.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "app/Dialogs.h"
+#include "app/theme/Theme.h"
+#include "app/theme/ThemeColors.h"
+#include "base/TimeLeft.h"
+
+namespace kestrin::sound::ui {
+
+namespace {
+
+constexpr int kGrid = 8;
+constexpr int kWidth = 460;
+
+app::ColorRole ColorOfOutcome(std::optional<DownloadOutcome> outcome) {
+  if (!outcome) return app::ColorRole::Text;
+  switch (*outcome) {
+    case DownloadOutcome::Success:
+      return app::ColorRole::Ok;
+    case DownloadOutcome::Cancelled:
+      return app::ColorRole::Warning;
+    default:
+      return app::ColorRole::Error;
+  }
+}
+
+QLabel* MakeLabel(const char* name, QWidget& parent) {
+  auto* const label = new QLabel(&parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+}  // namespace
+
+DownloadFrame::DownloadFrame(app::Dialogs& dialogs, const base::Clock& clock, QWidget* parent)
+    : Card(parent), m_dialogs(dialogs), m_clock(clock), m_hideTimer(new QTimer(this)) {
+  setObjectName("DownloadFrame");
+  setAccessibleName(tr("Download"));
+  MakeLayout();
+  m_hideTimer->setObjectName("HideFrameTimer");
+  m_hideTimer->setSingleShot(true);
+  m_hideTimer->setInterval(kHideMilliseconds);
+  connect(m_hideTimer, &QTimer::timeout, this, &DownloadFrame::HideFrame);
+  connect(m_button, &QPushButton::clicked, this, &DownloadFrame::buttonPressed);
+  hide();
+}
+
+void DownloadFrame::MakeLayout() {
+  auto* const title = MakeLabel("DownloadTitle", *this);
+  title->setText(tr("Download to the board"));
+  app::Theme::MakeSoft(*title);
+  m_information = MakeLabel("InformationLabel", *this);
+  m_information->setWordWrap(true);
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.4);
+  large.setBold(true);
+  m_information->setFont(large);
+  m_percent = MakeLabel("PercentLabel", *this);
+  m_percent->setFont(large);
+  m_percent->setAlignment(Qt::AlignRight | Qt::AlignBottom);
+  m_bar = new QProgressBar(this);
+  m_bar->setObjectName("DownloadBar");
+  m_bar->setAccessibleName(tr("Progress of the download"));
+  m_bar->setRange(0, 100);
+  m_bar->setTextVisible(false);
+  m_timeLeft = MakeLabel("TimeLeftLabel", *this);
+  app::Theme::MakeSoft(*m_timeLeft);
+  m_boardHolds = MakeLabel("BoardHoldsLabel", *this);
+  m_boardHolds->setWordWrap(true);
+  m_button = new QPushButton(this);
+  m_button->setObjectName("CancelBtn");
+  m_button->setMinimumWidth(12 * kGrid);
+
+  auto* const state = new QHBoxLayout;
+  state->addWidget(m_information, 1);
+  state->addWidget(m_percent);
+  auto* const bottom = new QHBoxLayout;
+  bottom->addWidget(m_timeLeft, 1);
+  bottom->addWidget(m_button);
+  auto* const all = new QVBoxLayout(this);
+  all->setContentsMargins(3 * kGrid, 3 * kGrid, 3 * kGrid, 2 * kGrid);
+  all->setSpacing(kGrid);
+  all->addWidget(title);
+  all->addLayout(state);
+  all->addWidget(m_bar);
+  all->addWidget(m_boardHolds);
+  all->addLayout(bottom);
+  setFixedWidth(kWidth);
+}
+
+void DownloadFrame::ShowOutcome(DownloadOutcome outcome) {
+  m_outcome = outcome;
+  ColorInformation();
+  m_bar->setValue(outcome == DownloadOutcome::Success ? m_bar->maximum() : m_bar->value());
+  m_bar->setEnabled(outcome == DownloadOutcome::Success);
+  m_timeLeft->clear();
+}
+
+void DownloadFrame::ShowMessage(const std::string& text) { m_dialogs.ShowError(QString::fromStdString(text)); }
+
+void DownloadFrame::ShowFrame() {
+  m_hideTimer->stop();
+  m_outcome.reset();
+  ColorInformation();
+  m_information->clear();
+  m_bar->setEnabled(true);
+  ShowPercent(std::nullopt);
+  m_boardHolds->clear();
+  m_boardHolds->hide();
+  show();
+  m_button->setFocus();
+}
+
+void DownloadFrame::HideFrame() {
+  m_hideTimer->stop();
+  hide();
+}
+
+void DownloadFrame::ShowInformation(const std::string& text) {
+  m_phaseStarted = m_clock.Now();
+  m_timeLeft->clear();
+  m_information->setText(QString::fromStdString(text));
+  m_information->setAccessibleName(m_information->text());
+}
+
+void DownloadFrame::ShowPercent(std::optional<int> percent) {
+  m_percent->setText(percent ? QString::number(*percent) + " %" : QString());
+  m_bar->setValue(percent.value_or(0));
+  const auto left = base::SecondsLeft(m_clock.Now() - m_phaseStarted, percent.value_or(0));
+  m_timeLeft->setText(left ? tr("%1 left").arg(QString::fromStdString(base::MinutesAndSeconds(*left))) : QString());
+}
+
+void DownloadFrame::ShowButton(const std::string& caption) { m_button->setText(QString::fromStdString(caption)); }
+
+void DownloadFrame::ShowBoardHolds(const std::string& text) {
+  m_boardHolds->setText(QString::fromStdString(text));
+  m_boardHolds->setVisible(!text.empty());
+}
+
+bool DownloadFrame::AskAbort(const std::string& question) {
+  return !m_dialogs.AskOkCancel(QString::fromStdString(question), "", app::Dialogs::Harmless::Ok);
+}
+
+void DownloadFrame::StartHideFrameTimer() { m_hideTimer->start(); }
+
+void DownloadFrame::changeEvent(QEvent* event) {
+  Card::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && m_information != nullptr) ColorInformation();
+}
+
+void DownloadFrame::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape)
+    m_button->click();
+  else
+    Card::keyPressEvent(event);
+}
+
+void DownloadFrame::ColorInformation() {
+  QPalette colors = m_information->palette();
+  colors.setColor(QPalette::WindowText, app::ColorOf(ColorOfOutcome(m_outcome), palette()));
+  m_information->setPalette(colors);
+}
+
+}  // namespace kestrin::sound::ui

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <optional>
+
+#include "app/theme/Card.h"
+#include "base/Clock.h"
+#include "sound/Download.h"
+#include "sound/DownloadView.h"
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QTimer;
+
+namespace kestrin::app {
+class Dialogs;
+}
+
+namespace kestrin::sound::ui {
+
+/// Shows a download: what is being done, how far it is and how long it will take, and at the end what the board holds.
+class DownloadFrame : public app::Card, public DownloadView {
+  Q_OBJECT
+
+ public:
+  /// A successful download's frame stays for so many milliseconds before it hides itself.
+  static constexpr int kHideMilliseconds = 6000;
+
+  /// Both must outlive the frame, which starts hidden.
+  DownloadFrame(app::Dialogs& dialogs, const base::Clock& clock, QWidget* parent = nullptr);
+
+  /// The run has ended so: its information gets the colour of it.
+  void ShowOutcome(DownloadOutcome outcome);
+
+  void ShowMessage(const std::string& text) override;
+  void ShowFrame() override;
+  void HideFrame() override;
+  void ShowInformation(const std::string& text) override;
+  void ShowPercent(std::optional<int> percent) override;
+  void ShowButton(const std::string& caption) override;
+  void ShowBoardHolds(const std::string& text) override;
+  [[nodiscard]] bool AskAbort(const std::string& question) override;
+  void StartHideFrameTimer() override;
+
+ signals:
+  /// The button was pressed, whatever it says just now.
+  void buttonPressed();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void MakeLayout();
+  void ColorInformation();
+
+  app::Dialogs& m_dialogs;
+  const base::Clock& m_clock;
+  QLabel* m_information = nullptr;
+  QLabel* m_percent = nullptr;
+  QProgressBar* m_bar = nullptr;
+  QLabel* m_timeLeft = nullptr;
+  QLabel* m_boardHolds = nullptr;
+  QPushButton* m_button = nullptr;
+  QTimer* m_hideTimer = nullptr;
+  std::optional<DownloadOutcome> m_outcome;
+  base::Clock::Duration m_phaseStarted{};
+};
+
+}  // namespace kestrin::sound::ui

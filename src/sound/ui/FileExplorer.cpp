@@ -1,0 +1,208 @@
+#include "sound/ui/FileExplorer.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QFileSystemWatcher>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStyle>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <memory>
+
+#include "app/theme/Theme.h"
+#include "sound/ui/FileListModel.h"
+#include "sound/ui/FolderContents.h"
+#include "sound/ui/LatestJob.h"
+#include "sound/ui/SoundListView.h"
+#include "sound/ui/SoundTexts.h"
+
+namespace kestrin::sound::ui {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Changes of a folder come in bursts; it is read again when they have ended.
+constexpr int kBurstMilliseconds = 300;
+
+/// Whether `folder` is `drive` or lies in it.
+bool IsWithin(const fs::path& folder, const fs::path& drive) {
+  const auto [end, ignored] = std::mismatch(drive.begin(), drive.end(), folder.begin(), folder.end());
+  return end == drive.end() || (std::next(end) == drive.end() && end->empty());
+}
+
+}  // namespace
+
+FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
+    : Card(parent),
+      m_specialFolders(folders),
+      m_job(new LatestJob(this)),
+      m_folders(new FileListModel(this)),
+      m_files(new FileListModel(this)),
+      m_driveList(new QComboBox(this)),
+      m_up(new QToolButton(this)),
+      m_path(new QLabel(this)),
+      m_dirList(new SoundListView(this)),
+      m_fileList(new SoundListView(this)),
+      m_hint(new QLabel(this)),
+      m_watcher(new QFileSystemWatcher(this)),
+      m_readAgain(new QTimer(this)) {
+  m_driveList->setObjectName(QStringLiteral("DriveList"));
+  m_up->setObjectName(QStringLiteral("UpBtn"));
+  m_path->setObjectName(QStringLiteral("FolderLabel"));
+  m_dirList->setObjectName(QStringLiteral("DirList"));
+  m_fileList->setObjectName(QStringLiteral("FileList"));
+  m_hint->setObjectName(QStringLiteral("HintLabel"));
+  m_driveList->setAccessibleName(QStringLiteral("Drive"));
+  m_up->setAccessibleName(QStringLiteral("Folder above"));
+  m_dirList->setAccessibleName(QStringLiteral("Folders"));
+  m_fileList->setAccessibleName(QStringLiteral("Sound files"));
+  m_dirList->setModel(m_folders);
+  m_fileList->setModel(m_files);
+  m_dirList->setSelectionMode(QAbstractItemView::SingleSelection);
+  m_dirList->setDragEnabled(false);
+  MakeLayout();
+  FillDrives();
+
+  connect(m_driveList, &QComboBox::activated, this, &FileExplorer::ChooseDrive);
+  connect(m_up, &QToolButton::clicked, this, &FileExplorer::GoUp);
+  connect(m_dirList, &SoundListView::doubleClickedPlain, this, &FileExplorer::OpenChosenFolder);
+  connect(m_dirList, &SoundListView::enterPressed, this, &FileExplorer::OpenChosenFolder);
+  connect(m_dirList, &SoundListView::deletePressed, this, &FileExplorer::GoUp);
+  m_readAgain->setSingleShot(true);
+  m_readAgain->setInterval(kBurstMilliseconds);
+  connect(m_watcher, &QFileSystemWatcher::directoryChanged, m_readAgain, qOverload<>(&QTimer::start));
+  connect(m_readAgain, &QTimer::timeout, this, &FileExplorer::Read);
+  auto* refresh = new QAction(QStringLiteral("Read the folder again"), this);
+  refresh->setShortcut(QKeySequence::Refresh);
+  refresh->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  connect(refresh, &QAction::triggered, this, &FileExplorer::Read);
+  addAction(refresh);
+}
+
+void FileExplorer::MakeLayout() {
+  auto* title = new QLabel(QStringLiteral("Sounds on this computer"), this);
+  QFont bold = title->font();
+  bold.setBold(true);
+  title->setFont(bold);
+  m_up->setArrowType(Qt::UpArrow);
+  m_up->setToolTip(QStringLiteral("Go to the folder above (Backspace in the folder list)"));
+  m_up->setFocusPolicy(Qt::TabFocus);
+  m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  m_path->setTextFormat(Qt::PlainText);
+  app::Theme::MakeSoft(*m_path);
+  app::Theme::MakeSoft(*m_hint);
+  m_hint->setWordWrap(true);
+  m_driveList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  m_dirList->SetEmptyText(QStringLiteral("No folders in here"));
+
+  auto* where = new QHBoxLayout;
+  where->setSpacing(4);
+  where->addWidget(m_up);
+  where->addWidget(m_path, 1);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(12, 12, 12, 12);
+  column->setSpacing(8);
+  column->addWidget(title);
+  column->addWidget(m_driveList);
+  column->addLayout(where);
+  for (SoundListView* list : {m_dirList, m_fileList}) {
+    auto* frame = new Card(this);
+    auto* inside = new QVBoxLayout(frame);
+    inside->setContentsMargins(1, 4, 1, 4);
+    inside->addWidget(list);
+    list->setMinimumHeight(56);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    column->addWidget(frame, list == m_dirList ? 2 : 5);
+  }
+  column->addWidget(m_hint);
+}
+
+void FileExplorer::FillDrives() {
+  m_drives = {{"Desktop", m_specialFolders.Desktop()}, {"My Documents", m_specialFolders.Documents()}};
+  for (app::Drive& drive : m_specialFolders.Drives()) m_drives.push_back(std::move(drive));
+  for (const app::Drive& drive : m_drives) m_driveList->addItem(TextFrom(std::string_view(drive.label)));
+}
+
+void FileExplorer::ChooseDrive(int index) {
+  if (index >= 0) Open(m_drives.at(static_cast<std::size_t>(index)).path);
+}
+
+void FileExplorer::SetFolder(const fs::path& folder) {
+  constexpr std::size_t kFirstDrive = 2;
+  std::size_t best = 0;
+  for (std::size_t drive = kFirstDrive; drive < m_drives.size(); ++drive) {
+    const fs::path& path = m_drives[drive].path;
+    // The innermost: a home folder rather than the root.
+    if (IsWithin(folder, path) && (best == 0 || IsWithin(path, m_drives[best].path))) best = drive;
+  }
+  if (best != 0) m_driveList->setCurrentIndex(static_cast<int>(best));
+  Open(folder);
+}
+
+void FileExplorer::Open(const fs::path& folder) {
+  if (folder.empty()) return;
+  if (!m_folder.empty()) m_watcher->removePath(TextFrom(m_folder));
+  m_folder = folder;
+  m_watcher->addPath(TextFrom(folder));
+  const QString name = TextFrom(folder.filename());
+  m_path->setText(name.isEmpty() ? TextFrom(folder) : name);
+  m_path->setToolTip(TextFrom(folder));
+  m_up->setEnabled(folder.has_parent_path() && folder.parent_path() != folder);
+  // What the folder before held must not be taken for this one's.
+  m_folders->Show({});
+  m_files->Show({});
+  m_fileList->SetEmptyText(QStringLiteral("Reading the folder ..."));
+  Read();
+}
+
+void FileExplorer::GoUp() {
+  const fs::path left = m_folder;
+  if (!m_up->isEnabled()) return;
+  Open(m_folder.parent_path());
+  m_left = left;
+}
+
+void FileExplorer::OpenChosenFolder() {
+  const QModelIndex index = m_dirList->currentIndex();
+  if (index.isValid()) Open(m_folders->At(index.row()).path);
+}
+
+void FileExplorer::Read() {
+  if (m_folder.empty()) return;
+  m_job->Start([this, folder = m_folder](const LatestJob::GoOn& goOn, const LatestJob::Deliver& deliver) {
+    auto contents = std::make_shared<FolderContents>(FolderContents::Of(folder, goOn));
+    deliver([this, contents] { Show(*contents); });
+  });
+}
+
+void FileExplorer::Show(FolderContents& contents) {
+  std::vector<fs::path> chosen = SelectedFiles();
+  m_fileList->SetEmptyText(contents.complete ? QStringLiteral("No sound files (.lsu) in this folder")
+                                             : QStringLiteral("This folder cannot be read"));
+  m_folders->Show(std::move(contents.folders));
+  m_files->Show(std::move(contents.sounds));
+  if (!m_left.empty()) m_dirList->SelectRow(m_folders->RowOf(std::exchange(m_left, {})));
+  // Reading the same folder again leaves the person where they were.
+  if (!chosen.empty()) m_fileList->SelectRow(m_files->RowOf(chosen.front()));
+  emit folderShown();
+}
+
+std::vector<fs::path> FileExplorer::SelectedFiles() const {
+  std::vector<fs::path> files;
+  for (const int row : m_fileList->SelectedRows()) files.push_back(m_files->At(row).path);
+  return files;
+}
+
+fs::path FileExplorer::FileAt(int row) const {
+  return row >= 0 && row < m_files->rowCount() ? m_files->At(row).path : fs::path();
+}
+
+void FileExplorer::SetPlaying(const fs::path& path) { m_files->SetPlaying(path); }
+
+void FileExplorer::SetHint(const QString& hint) { m_hint->setText(hint); }
+
+}  // namespace kestrin::sound::ui

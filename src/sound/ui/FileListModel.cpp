@@ -1,0 +1,69 @@
+#include "sound/ui/FileListModel.h"
+
+#include <QLocale>
+#include <QMimeData>
+#include <QUrl>
+
+#include "sound/ui/SoundRowDelegate.h"
+#include "sound/ui/SoundTexts.h"
+
+namespace kestrin::sound::ui {
+
+void FileListModel::Show(std::vector<FolderEntry> entries) {
+  beginResetModel();
+  m_entries = std::move(entries);
+  endResetModel();
+}
+
+int FileListModel::RowOf(const std::filesystem::path& path) const {
+  for (std::size_t row = 0; row < m_entries.size(); ++row)
+    if (m_entries[row].path == path) return static_cast<int>(row);
+  return -1;
+}
+
+void FileListModel::SetPlaying(const std::filesystem::path& path) {
+  m_playing = path;
+  if (!m_entries.empty()) emit dataChanged(index(0), index(rowCount() - 1), {SoundRowDelegate::kPlayingRole});
+}
+
+int FileListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+}
+
+QVariant FileListModel::data(const QModelIndex& index, int role) const {
+  const FolderEntry& entry = At(index.row());
+  const bool isSound = entry.size > 0;
+  switch (role) {
+    case Qt::DisplayRole:
+      return entry.name;
+    case Qt::ToolTipRole:
+      return TextFrom(entry.path);
+    case SoundRowDelegate::kDetailRole:
+      return isSound ? Duration(entry.Samples()) : QString();
+    case SoundRowDelegate::kFurtherRole:
+      return isSound ? QLocale().formattedDataSize(entry.size, 0, QLocale::DataSizeTraditionalFormat) : QString();
+    case SoundRowDelegate::kPlayingRole:
+      return !m_playing.empty() && entry.path == m_playing;
+    case Qt::AccessibleTextRole:
+      return isSound ? entry.name + QStringLiteral(", ") + Duration(entry.Samples()) : entry.name;
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
+  return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren
+                         : Qt::NoItemFlags;
+}
+
+QStringList FileListModel::mimeTypes() const { return {QStringLiteral("text/uri-list")}; }
+
+QMimeData* FileListModel::mimeData(const QModelIndexList& indexes) const {
+  QList<QUrl> urls;
+  for (const QModelIndex& index : indexes) urls.append(QUrl::fromLocalFile(TextFrom(At(index.row()).path)));
+  auto* data = new QMimeData;
+  data->setUrls(urls);
+  return data;
+}
+
+}  // namespace kestrin::sound::ui

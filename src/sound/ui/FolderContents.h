@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+namespace kestrin::sound::ui {
+
+/// A sound file or a folder as browsing shows it.
+struct FolderEntry {
+  std::filesystem::path path;
+  QString name;
+  /// Bytes of a file, 0 for a folder.
+  qint64 size = 0;
+
+  /// The samples that a file of this size holds; whether it is a sound only shows when it is read.
+  [[nodiscard]] qint64 Samples() const { return size > 4 ? (size - 4) / 2 : 0; }
+};
+
+/// What a folder holds, hidden folders left out, both lists sorted as people count.
+struct FolderContents {
+  std::vector<FolderEntry> folders;
+  std::vector<FolderEntry> sounds;
+  /// False: the folder cannot be read, or not to its end.
+  bool complete = false;
+
+  /// Reads the folder; `goOn` is asked at every entry, and when it says false the contents are incomplete.
+  [[nodiscard]] static FolderContents Of(const std::filesystem::path& folder, const std::function<bool()>& goOn = {});
+};
+
+}  // namespace kestrin::sound::ui

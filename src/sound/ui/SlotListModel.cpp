@@ -1,0 +1,125 @@
+#include "sound/ui/SlotListModel.h"
+
+#include <QDataStream>
+#include <QIODevice>
+#include <QMimeData>
+#include <QUrl>
+#include <algorithm>
+
+#include "sound/ui/SoundRowDelegate.h"
+#include "sound/ui/SoundTexts.h"
+
+namespace kestrin::sound::ui {
+
+namespace {
+
+constexpr const char* kSoundsFormat = "application/x-kestrin-sounds";
+constexpr const char* kUrlFormat = "text/uri-list";
+
+}  // namespace
+
+SlotListModel::SlotListModel(const SoundSet& set, SlotKind kind, QObject* parent)
+    : QAbstractListModel(parent), m_set(set), m_kind(kind) {
+  Refresh();
+}
+
+void SlotListModel::Refresh() {
+  std::vector<Row> rows;
+  for (int position = 1; position <= m_set.Count(m_kind); ++position) {
+    const LSU_SoundFile& file = m_set.At({m_kind, position});
+    rows.push_back({file.FileNameAndPath(), FileName(file.FileNameAndPath()), file.NrOfSamples(), file.Volume()});
+  }
+  const auto before = static_cast<int>(m_rows.size());
+  const auto now = static_cast<int>(rows.size());
+  if (now > before) {
+    beginInsertRows({}, before, now - 1);
+    m_rows = std::move(rows);
+    endInsertRows();
+  } else if (now < before) {
+    beginRemoveRows({}, now, before - 1);
+    m_rows = std::move(rows);
+    endRemoveRows();
+  } else {
+    m_rows = std::move(rows);
+  }
+  if (const int kept = std::min(before, now); kept > 0) emit dataChanged(index(0), index(kept - 1));
+}
+
+void SlotListModel::SetPlaying(const std::filesystem::path& path) {
+  m_playing = path;
+  if (!m_rows.empty()) emit dataChanged(index(0), index(rowCount() - 1), {SoundRowDelegate::kPlayingRole});
+}
+
+std::optional<SlotListModel::Dragged> SlotListModel::DraggedFrom(const QMimeData& data) {
+  if (!data.hasFormat(QLatin1String(kSoundsFormat))) return std::nullopt;
+  QByteArray bytes = data.data(QLatin1String(kSoundsFormat));
+  QDataStream stream(&bytes, QIODevice::ReadOnly);
+  qint32 kind = 0;
+  QList<qint32> positions;
+  stream >> kind >> positions;
+  const bool isSlot = std::any_of(kSlots.begin(), kSlots.end(),
+                                  [&](const Slot& slot) { return static_cast<qint32>(slot.kind) == kind; });
+  if (stream.status() != QDataStream::Ok || !isSlot) return std::nullopt;
+  return Dragged{static_cast<SlotKind>(kind), {positions.begin(), positions.end()}};
+}
+
+std::vector<std::filesystem::path> SlotListModel::FilesOf(const QMimeData& data) {
+  std::vector<std::filesystem::path> files;
+  for (const QUrl& url : data.urls())
+    if (url.isLocalFile()) files.push_back(PathFrom(url.toLocalFile()));
+  return files;
+}
+
+int SlotListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+QVariant SlotListModel::data(const QModelIndex& index, int role) const {
+  const Row& row = m_rows.at(static_cast<std::size_t>(index.row()));
+  const QString volume = row.volume == 100 ? QString() : QString::number(row.volume) + QStringLiteral(" %");
+  switch (role) {
+    case Qt::DisplayRole:
+      return row.name;
+    case Qt::ToolTipRole:
+      return TextFrom(row.path);
+    case SoundRowDelegate::kNumberRole:
+      return SlotOf(m_kind).isList ? QString::number(index.row() + 1) : QString();
+    case SoundRowDelegate::kDetailRole:
+      return Duration(row.samples);
+    case SoundRowDelegate::kFurtherRole:
+      return volume;
+    case SoundRowDelegate::kPlayingRole:
+      return !m_playing.empty() && row.path == m_playing;
+    case Qt::AccessibleTextRole:
+      return PlaceTitle({m_kind, index.row() + 1}) + QStringLiteral(": ") + row.name + QStringLiteral(", ") +
+             Duration(row.samples) + (volume.isEmpty() ? QString() : QStringLiteral(", volume ") + volume);
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags SlotListModel::flags(const QModelIndex& index) const {
+  // Drops go between rows, so only the list itself takes them.
+  return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren
+                         : Qt::ItemIsDropEnabled;
+}
+
+QStringList SlotListModel::mimeTypes() const { return {QLatin1String(kSoundsFormat), QLatin1String(kUrlFormat)}; }
+
+QMimeData* SlotListModel::mimeData(const QModelIndexList& indexes) const {
+  QList<qint32> positions;
+  for (const QModelIndex& index : indexes) positions.append(index.row() + 1);
+  std::sort(positions.begin(), positions.end());
+  QList<QUrl> urls;
+  for (const qint32 position : positions)
+    urls.append(QUrl::fromLocalFile(TextFrom(m_rows.at(static_cast<std::size_t>(position - 1)).path)));
+  QByteArray bytes;
+  QDataStream stream(&bytes, QIODevice::WriteOnly);
+  stream << static_cast<qint32>(m_kind) << positions;
+  auto* data = new QMimeData;
+  data->setData(QLatin1String(kSoundsFormat), bytes);
+  data->setUrls(urls);
+  return data;
+}
+
+}  // namespace kestrin::sound::ui

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <optional>
+#include <vector>
+
+#include "sound/SoundSet.h"
+
+namespace kestrin::sound::ui {
+
+/// The sounds of one slot for its list: bare file names, positions, durations, volumes.
+class SlotListModel : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  /// Sounds that are dragged out of a slot.
+  struct Dragged {
+    SlotKind kind;
+    std::vector<int> positions;
+  };
+
+  SlotListModel(const SoundSet& set, SlotKind kind, QObject* parent = nullptr);
+
+  /// Takes up what the set holds now. Rows that stay keep their selection.
+  void Refresh();
+  void SetPlaying(const std::filesystem::path& path);
+  [[nodiscard]] SlotKind Kind() const { return m_kind; }
+
+  /// The sounds that were dragged out of a slot of this program; none when the data is something else.
+  [[nodiscard]] static std::optional<Dragged> DraggedFrom(const QMimeData& data);
+  /// The local files and folders of the data.
+  [[nodiscard]] static std::vector<std::filesystem::path> FilesOf(const QMimeData& data);
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+  [[nodiscard]] QStringList mimeTypes() const override;
+  [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
+  [[nodiscard]] Qt::DropActions supportedDragActions() const override { return Qt::CopyAction | Qt::MoveAction; }
+  [[nodiscard]] Qt::DropActions supportedDropActions() const override { return Qt::CopyAction | Qt::MoveAction; }
+
+ private:
+  struct Row {
+    std::filesystem::path path;
+    QString name;
+    std::int32_t samples;
+    int volume;
+  };
+
+  const SoundSet& m_set;
+  SlotKind m_kind;
+  std::vector<Row> m_rows;
+  std::filesystem::path m_playing;
+};
+
+}  // namespace kestrin::sound::ui

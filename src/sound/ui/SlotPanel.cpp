@@ -1,0 +1,111 @@
+#include "sound/ui/SlotPanel.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "app/theme/Theme.h"
+#include "app/theme/ThemeColors.h"
+#include "sound/ui/SlotList.h"
+#include "sound/ui/SlotListModel.h"
+#include "sound/ui/SoundActions.h"
+#include "sound/ui/SoundTexts.h"
+
+namespace kestrin::sound::ui {
+
+namespace {
+
+/// The names by which the controls of a slot are known.
+struct ControlNames {
+  SlotKind kind;
+  const char* option;
+  const char* list;
+};
+
+constexpr std::array<ControlNames, 7> kControls{{
+    {SlotKind::Boot, "BootOption", "BootFileList"},
+    {SlotKind::PwrOn, "PwrOnOption", "PwrOnFileList"},
+    {SlotKind::PwrOff, "PwrOffOption", "PwrOffFileList"},
+    {SlotKind::Idle, "IdleOption", "IdleFileList"},
+    {SlotKind::Motion, "MtOption", "MtFileList"},
+    {SlotKind::Impact, "ImpOption", "ImpFileList"},
+    {SlotKind::Lockup, "LkOption", "LkfileList"},
+}};
+
+}  // namespace
+
+SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
+    : Card(parent),
+      m_kind(kind),
+      m_sounds(new SlotListModel(actions.Set(), kind, this)),
+      m_option(new QRadioButton(SlotMnemonic(kind), this)),
+      m_count(new QLabel(this)),
+      m_list(new SlotList(actions, *m_sounds, this)) {
+  for (const ControlNames& names : kControls) {
+    if (names.kind != kind) continue;
+    m_option->setObjectName(QLatin1String(names.option));
+    m_list->setObjectName(QLatin1String(names.list));
+  }
+  const bool isList = SlotOf(kind).isList;
+  m_option->setAutoExclusive(false);
+  m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));
+  m_option->setToolTip(QStringLiteral("Double-clicked files go into ") + SlotTitle(kind));
+  m_list->setAccessibleName(SlotTitle(kind) + (isList ? QStringLiteral(" sounds") : QStringLiteral(" sound")));
+  QFont bold = m_option->font();
+  bold.setBold(true);
+  m_option->setFont(bold);
+  app::Theme::MakeSoft(*m_count);
+  m_count->setVisible(isList);
+
+  auto* head = new QHBoxLayout;
+  head->setSpacing(8);
+  head->addWidget(m_option);
+  head->addStretch();
+  head->addWidget(m_count);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(8, 8, 8, 8);
+  column->setSpacing(4);
+  column->addLayout(head);
+  column->addWidget(m_list);
+  head->setContentsMargins(4, 0, 4, 0);
+
+  setSizePolicy(QSizePolicy::Expanding, isList ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  m_option->installEventFilter(this);
+  connect(m_option, &QRadioButton::toggled, this, &SlotPanel::ShowSelected);
+  ShowSelected(false);
+  Refresh();
+}
+
+QColor SlotPanel::Stripe() const { return app::SlotColor(m_kind, palette()); }
+
+void SlotPanel::Refresh() {
+  m_sounds->Refresh();
+  const int count = m_sounds->rowCount();
+  m_count->setText(QStringLiteral("%1 of %2").arg(count).arg(kListCapacity));
+}
+
+void SlotPanel::ShowSelected(bool selected) {
+  SetHighlighted(selected);
+  // A single slot has one line.
+  const QString more =
+      SlotOf(m_kind).isList ? QStringLiteral("Double-click a sound to add it") : QStringLiteral("Empty");
+  m_list->SetEmptyText(selected ? more : QStringLiteral("Empty"));
+}
+
+bool SlotPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == m_option && event->type() == QEvent::Shortcut) {
+    m_option->setChecked(true);
+    m_list->setFocus(Qt::ShortcutFocusReason);
+    return true;
+  }
+  return Card::eventFilter(watched, event);
+}
+
+void SlotPanel::mousePressEvent(QMouseEvent* event) {
+  m_option->setChecked(true);
+  Card::mousePressEvent(event);
+}
+
+}  // namespace kestrin::sound::ui

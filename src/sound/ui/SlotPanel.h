@@ -1,0 +1,45 @@
+#pragma once
+
+#include "sound/SlotKind.h"
+#include "sound/ui/Card.h"
+
+class QLabel;
+class QRadioButton;
+
+namespace kestrin::sound::ui {
+
+class SlotList;
+class SlotListModel;
+class SoundActions;
+
+/// One slot: its option button, how full it is, its list.
+class SlotPanel : public Card {
+  Q_OBJECT
+
+ public:
+  SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent = nullptr);
+
+  [[nodiscard]] SlotKind Kind() const { return m_kind; }
+  [[nodiscard]] QRadioButton* Option() const { return m_option; }
+  [[nodiscard]] SlotList* List() const { return m_list; }
+  [[nodiscard]] SlotListModel* Sounds() const { return m_sounds; }
+  /// Takes up what the set holds now.
+  void Refresh();
+
+  QColor Stripe() const override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  void ShowSelected(bool selected);
+
+  SlotKind m_kind;
+  SlotListModel* m_sounds;
+  QRadioButton* m_option;
+  QLabel* m_count;
+  SlotList* m_list;
+};
+
+}  // namespace kestrin::sound::ui

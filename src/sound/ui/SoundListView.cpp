@@ -1,0 +1,140 @@
+#include "sound/ui/SoundListView.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "app/theme/ThemeColors.h"
+#include "sound/ui/SoundRowDelegate.h"
+
+namespace kestrin::sound::ui {
+
+namespace {
+
+/// CTRL and nothing else; the number block does not count as a key that is held.
+bool IsExactlyCtrl(Qt::KeyboardModifiers held) { return (held & ~Qt::KeypadModifier) == Qt::ControlModifier; }
+
+}  // namespace
+
+SoundListView::SoundListView(QWidget* parent) : QListView(parent) {
+  setItemDelegate(new SoundRowDelegate(this));
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setUniformItemSizes(true);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setTextElideMode(Qt::ElideMiddle);
+  setMouseTracking(true);
+  setDragEnabled(true);
+  setFrameShape(QFrame::NoFrame);
+}
+
+void SoundListView::SetEmptyText(const QString& text) {
+  m_emptyText = text;
+  viewport()->update();
+}
+
+QList<int> SoundListView::SelectedRows() const {
+  QList<int> rows;
+  if (selectionModel() == nullptr) return rows;
+  for (const QModelIndex& index : selectionModel()->selectedRows()) rows.append(index.row());
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+void SoundListView::SelectRow(int row) {
+  const QModelIndex index = model()->index(row, 0);
+  if (index.isValid())
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+  else
+    selectionModel()->clear();
+}
+
+void SoundListView::mousePressEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->position().toPoint());
+  QListView::mousePressEvent(event);
+  if (!index.isValid()) return;
+  if (event->button() != Qt::MiddleButton) emit rowChosen(index.row());
+  if (event->button() == Qt::LeftButton && IsExactlyCtrl(event->modifiers())) emit playWanted(index);
+}
+
+void SoundListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (event->modifiers() != Qt::NoModifier) {
+    // Pressing fast with CTRL plays each time.
+    if (event->button() == Qt::LeftButton && IsExactlyCtrl(event->modifiers()) && index.isValid())
+      emit playWanted(index);
+    return;
+  }
+  QListView::mouseDoubleClickEvent(event);
+  if (event->button() == Qt::LeftButton && index.isValid()) emit doubleClickedPlain(index);
+}
+
+void SoundListView::keyPressEvent(QKeyEvent* event) {
+  const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (isPlain && currentIndex().isValid()) {
+    switch (event->key()) {
+      case Qt::Key_Return:
+      case Qt::Key_Enter:
+        emit enterPressed();
+        return;
+      case Qt::Key_Delete:
+      case Qt::Key_Backspace:
+        emit deletePressed();
+        return;
+      case Qt::Key_Space:
+        emit playWanted(currentIndex());
+        return;
+      default:
+        break;
+    }
+  }
+  QListView::keyPressEvent(event);
+}
+
+void SoundListView::focusInEvent(QFocusEvent* event) {
+  QListView::focusInEvent(event);
+  // A click names its row itself.
+  if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason && model()->rowCount() > 0) {
+    if (SelectedRows().isEmpty()) SelectRow(std::max(0, currentIndex().row()));
+    emit rowChosen(currentIndex().row());
+  }
+  viewport()->update();
+}
+
+void SoundListView::focusOutEvent(QFocusEvent* event) {
+  QListView::focusOutEvent(event);
+  viewport()->update();
+}
+
+void SoundListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QListView::currentChanged(current, previous);
+  if (current.isValid() && hasFocus()) emit rowChosen(current.row());
+}
+
+QItemSelectionModel::SelectionFlags SoundListView::selectionCommand(const QModelIndex& index,
+                                                                    const QEvent* event) const {
+  // CTRL and the mouse play a sound; they do not pick rows one by one.
+  if (event != nullptr && event->type() == QEvent::MouseButtonPress &&
+      IsExactlyCtrl(static_cast<const QMouseEvent*>(event)->modifiers()))
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::Clear;
+  return QListView::selectionCommand(index, event);
+}
+
+void SoundListView::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  QPainter painter(viewport());
+  const bool isEmpty = model() == nullptr || model()->rowCount() == 0;
+  if (isEmpty && !m_emptyText.isEmpty()) {
+    painter.setPen(app::ColorOf(app::ColorRole::Soft, palette()));
+    painter.drawText(viewport()->rect().adjusted(8, 4, -8, -4), Qt::AlignTop | Qt::AlignLeft | Qt::TextWordWrap,
+                     m_emptyText);
+  }
+  // With a current row the row shows where the keyboard is.
+  if (hasFocus() && !currentIndex().isValid()) {
+    painter.setPen(app::ColorOf(app::ColorRole::Accent, palette()));
+    painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+  }
+}
+
+}  // namespace kestrin::sound::ui

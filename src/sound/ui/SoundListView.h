@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QListView>
+
+namespace kestrin::sound::ui {
+
+/// A list of sounds: plays with CTRL and the mouse, and tells what the person does with mouse and keyboard.
+class SoundListView : public QListView {
+  Q_OBJECT
+
+ public:
+  explicit SoundListView(QWidget* parent = nullptr);
+
+  /// What stands in the list while it is empty.
+  void SetEmptyText(const QString& text);
+  /// The selected rows from the first to the last.
+  [[nodiscard]] QList<int> SelectedRows() const;
+  /// Makes that row the current and only selected one; -1: none.
+  void SelectRow(int row);
+
+ signals:
+  /// The mouse was pressed on a row with CTRL and nothing else held, or the blank key on the current one.
+  void playWanted(const QModelIndex& index);
+  /// A double click without any key held.
+  void doubleClickedPlain(const QModelIndex& index);
+  void enterPressed();
+  void deletePressed();
+  /// A row became the one that the person works with, by mouse or keyboard.
+  void rowChosen(int row);
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                                     const QEvent* event) const override;
+
+ private:
+  QString m_emptyText;
+};
+
+}  // namespace kestrin::sound::ui

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "sound/SlotKind.h"
+#include "sound/ui/FolderContents.h"
+
+class QMenu;
+class QWidget;
+
+namespace kestrin::sound::ui {
+
+class SlotList;
+class SlotListModel;
+class SoundActions;
+
+/// The menu for the chosen files of the file list: add them to `target` or another slot, play the first.
+[[nodiscard]] std::unique_ptr<QMenu> MakeFileMenu(SoundActions& actions,
+                                                  const std::vector<std::filesystem::path>& files, SlotKind target,
+                                                  QWidget* parent);
+
+/// The menu for the selected sounds of a slot: play, remove, reorder, move and copy to another slot. The list must
+/// outlive the menu.
+[[nodiscard]] std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds);
+
+}  // namespace kestrin::sound::ui

@@ -1,0 +1,202 @@
+#include "sound/ui/SoundPage.h"
+
+#include <QAction>
+#include <QButtonGroup>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "sound/ui/DetailPanel.h"
+#include "sound/ui/FileExplorer.h"
+#include "sound/ui/MemoryGauge.h"
+#include "sound/ui/SlotList.h"
+#include "sound/ui/SlotListModel.h"
+#include "sound/ui/SlotPanel.h"
+#include "sound/ui/SoundActions.h"
+#include "sound/ui/SoundMenus.h"
+#include "sound/ui/SoundTexts.h"
+
+namespace kestrin::sound::ui {
+
+namespace {
+
+constexpr int kGap = 8;
+
+/// Shows a context menu and takes it away when it closes.
+void PopUp(std::unique_ptr<QMenu> menu, const QPoint& where) {
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu.release()->popup(where);
+}
+
+}  // namespace
+
+SoundPage::SoundPage(SoundSet& set, const app::SpecialFolders& folders, QWidget* parent)
+    : QWidget(parent),
+      m_set(set),
+      m_actions(new SoundActions(set, this)),
+      m_explorer(new FileExplorer(folders, this)),
+      m_options(new QButtonGroup(this)) {
+  MakeActions();
+  for (const Slot& slot : kSlots) {
+    auto* panel = new SlotPanel(*m_actions, slot.kind, this);
+    m_slots[slot.kind] = panel;
+    m_options->addButton(panel->Option(), static_cast<int>(slot.kind));
+    ConnectSlot(*panel);
+  }
+  m_detail = new DetailPanel(*m_actions, this);
+  m_gauge = new MemoryGauge(this);
+  MakeLayout();
+  ConnectExplorer();
+  connect(m_actions, &SoundActions::message, this, &SoundPage::message);
+  connect(m_actions, &SoundActions::playRequested, this, &SoundPage::playRequested);
+  connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
+  m_slots[SlotKind::Boot]->Option()->setChecked(true);
+  m_set.AddListener(*this);
+  m_fits = m_set.Fits();
+  UpdateMemoryStatus();
+  ModifiedChanged();
+}
+
+SoundPage::~SoundPage() { m_set.RemoveListener(*this); }
+
+void SoundPage::MakeActions() {
+  m_undoAction = new QAction(this);
+  m_redoAction = new QAction(this);
+  m_stopAction = new QAction(QStringLiteral("Stop playing"), this);
+  m_undoAction->setObjectName(QStringLiteral("UndoAction"));
+  m_redoAction->setObjectName(QStringLiteral("RedoAction"));
+  m_undoAction->setShortcuts(QKeySequence::Undo);
+  m_redoAction->setShortcuts(QKeySequence::Redo);
+  m_stopAction->setShortcut(Qt::Key_Escape);
+  m_stopAction->setEnabled(false);
+  connect(m_undoAction, &QAction::triggered, m_actions, &SoundActions::Undo);
+  connect(m_redoAction, &QAction::triggered, m_actions, &SoundActions::Redo);
+  connect(m_stopAction, &QAction::triggered, this, &SoundPage::stopRequested);
+  addActions({m_undoAction, m_redoAction, m_stopAction});
+}
+
+void SoundPage::MakeLayout() {
+  auto* singles = new QHBoxLayout;
+  auto* lists = new QHBoxLayout;
+  for (const Slot& slot : kSlots) (slot.isList ? lists : singles)->addWidget(m_slots[slot.kind], 1);
+  auto* right = new QVBoxLayout;
+  right->addLayout(singles);
+  right->addLayout(lists, 1);
+  right->addWidget(m_detail);
+  right->addWidget(m_gauge);
+  auto* page = new QHBoxLayout(this);
+  page->addWidget(m_explorer, 4);
+  page->addLayout(right, 11);
+  for (QBoxLayout* layout : std::initializer_list<QBoxLayout*>{singles, lists, right, page}) layout->setSpacing(kGap);
+  page->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
+  m_explorer->setMinimumWidth(240);
+  m_explorer->setMaximumWidth(400);
+}
+
+void SoundPage::ConnectExplorer() {
+  m_explorer->SetHint(QLatin1String(kHint));
+  SoundListView* files = m_explorer->Files();
+  const auto add = [this] { m_actions->Add(SelectedSlot(), m_explorer->SelectedFiles()); };
+  connect(files, &SoundListView::doubleClickedPlain, this,
+          [this](const QModelIndex& index) { m_actions->Add(SelectedSlot(), {m_explorer->FileAt(index.row())}); });
+  connect(files, &SoundListView::enterPressed, this, add);
+  connect(files, &SoundListView::playWanted, this,
+          [this](const QModelIndex& index) { m_actions->Play(m_explorer->FileAt(index.row())); });
+  connect(files, &SoundListView::rowChosen, this, [this](int row) { ShowFile(m_explorer->FileAt(row)); });
+  files->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(files, &QWidget::customContextMenuRequested, this, [this, files](const QPoint& where) {
+    PopUp(MakeFileMenu(*m_actions, m_explorer->SelectedFiles(), SelectedSlot(), this), files->mapToGlobal(where));
+  });
+  files->viewport()->installEventFilter(this);
+}
+
+void SoundPage::ConnectSlot(SlotPanel& panel) {
+  SlotList* list = panel.List();
+  const SlotKind kind = panel.Kind();
+  connect(list, &SoundListView::doubleClickedPlain, this,
+          [this, kind](const QModelIndex& index) { m_actions->Remove(kind, {index.row() + 1}); });
+  connect(list, &SoundListView::deletePressed, list, &SlotList::RemoveSelected);
+  connect(list, &SoundListView::playWanted, this, [this, kind](const QModelIndex& index) {
+    m_actions->Play(m_set.At({kind, index.row() + 1}).FileNameAndPath());
+  });
+  connect(list, &SoundListView::rowChosen, this, [this, kind](int row) { SelectSound({kind, row + 1}); });
+  list->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(list, &QWidget::customContextMenuRequested, this, [this, &panel, list](const QPoint& where) {
+    PopUp(MakeSlotMenu(*m_actions, *list, *panel.Sounds()), list->mapToGlobal(where));
+  });
+  list->viewport()->installEventFilter(this);
+}
+
+void SoundPage::SelectSound(const SoundPlace& place) {
+  // One sound is selected on the page, wherever it sits.
+  for (const auto& [kind, panel] : m_slots)
+    if (kind != place.kind) panel->List()->SelectRow(-1);
+  m_explorer->Files()->clearSelection();
+  m_detail->ShowPlace(place);
+}
+
+void SoundPage::ShowFile(const std::filesystem::path& path) {
+  for (const auto& [kind, panel] : m_slots) panel->List()->SelectRow(-1);
+  m_detail->ShowFile(path);
+}
+
+void SoundPage::SetFolder(const std::filesystem::path& folder) { m_explorer->SetFolder(folder); }
+
+void SoundPage::SetMemoryCapacity(int samples) { m_set.SetCapacity(samples); }
+
+bool SoundPage::Fits() const { return m_set.Fits(); }
+
+void SoundPage::UpdateMemoryStatus() {
+  m_gauge->Show(MemoryUse::Of(m_set.Configuration()));
+  if (m_fits == m_set.Fits()) return;
+  m_fits = m_set.Fits();
+  emit fitsChanged(m_fits);
+}
+
+void SoundPage::SetPlaying(const QString& path) {
+  const std::filesystem::path playing = PathFrom(path);
+  m_stopAction->setEnabled(!path.isEmpty());
+  m_detail->SetPlaying(playing);
+  m_explorer->SetPlaying(playing);
+  for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(playing);
+}
+
+void SoundPage::SetBusy(bool busy) {
+  m_actions->SetBusy(busy);
+  m_detail->Refresh();
+  ModifiedChanged();
+}
+
+void SoundPage::FocusSlot(SlotKind kind) {
+  m_slots.at(kind)->Option()->setChecked(true);
+  m_slots.at(kind)->List()->setFocus(Qt::ShortcutFocusReason);
+}
+
+SlotKind SoundPage::SelectedSlot() const { return static_cast<SlotKind>(m_options->checkedId()); }
+
+void SoundPage::SlotChanged(SlotKind kind) {
+  m_slots.at(kind)->Refresh();
+  if (m_detail->Place() && m_detail->Place()->kind == kind) m_detail->Refresh();
+}
+
+void SoundPage::MemoryChanged() { UpdateMemoryStatus(); }
+
+void SoundPage::ModifiedChanged() {
+  const auto show = [this](QAction& action, const QString& verb, const std::string& what, bool possible) {
+    const QString text = TextFrom(std::string_view(what));
+    action.setText(text.isEmpty() ? verb : verb + QStringLiteral(": ") + text);
+    action.setEnabled(possible && !m_actions->IsBusy());
+  };
+  show(*m_undoAction, QStringLiteral("Undo"), m_set.UndoText(), m_set.CanUndo());
+  show(*m_redoAction, QStringLiteral("Redo"), m_set.RedoText(), m_set.CanRedo());
+}
+
+bool SoundPage::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Enter) emit hint(QLatin1String(kHint));
+  if (event->type() == QEvent::Leave) emit hint(QString());
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace kestrin::sound::ui
