@@ -24,6 +24,7 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kGroups{{
 
 std::vector<std::unique_ptr<Command>> AllCommands() {
   std::vector<std::unique_ptr<Command>> commands;
+  commands.reserve(std::size(kMakers));
   for (const auto make : kMakers) commands.push_back(make());
   return commands;
 }

@@ -62,7 +62,7 @@ Reading ReadCodedSamples(const fs::path& path, std::int32_t count, const SampleC
   SampleReader reader(path);
   Reading reading;
   bool complete = reader.Next(1).size() == 1;
-  for (auto left = static_cast<std::size_t>((count - 1) / 2 * 2); left > 0 && complete;) {
+  for (auto left = static_cast<std::size_t>(count - 1) / 2 * 2; left > 0 && complete;) {
     const std::size_t wanted = std::min(left, SampleReader::kBlock);
     const std::span<const std::int16_t> block = reader.Next(wanted);
     complete = block.size() == wanted;
