@@ -79,13 +79,19 @@ void HelpBrowser::Mark(const QStringList& words) {
   m_words = words;
   MarkWords();
   if (extraSelections().isEmpty()) return;
-  QTextCursor first = extraSelections().constFirst().cursor;
-  for (const ExtraSelection& selection : extraSelections()) {
-    if (selection.cursor.selectionStart() < first.selectionStart()) first = selection.cursor;
+  QTextCursor first = document()->find(words.join(' '));
+  if (first.isNull()) {
+    first = extraSelections().constFirst().cursor;
+    for (const ExtraSelection& selection : extraSelections()) {
+      if (selection.cursor.selectionStart() < first.selectionStart()) first = selection.cursor;
+    }
   }
   first.clearSelection();
   setTextCursor(first);
-  ensureCursorVisible();
+  // Not at the very edge of the page, so that the lines around it can be read as well.
+  constexpr int kShareAbove = 3;
+  QScrollBar& bar = *verticalScrollBar();
+  bar.setValue(bar.value() + cursorRect(first).top() - viewport()->height() / kShareAbove);
 }
 
 void HelpBrowser::MarkWords() {
@@ -94,8 +100,8 @@ void HelpBrowser::MarkWords() {
     for (QTextCursor found = document()->find(word, 0); !found.isNull(); found = document()->find(word, found)) {
       ExtraSelection selection;
       selection.cursor = found;
-      selection.format.setBackground(palette().highlight());
-      selection.format.setForeground(palette().highlightedText());
+      selection.format.setBackground(palette().link());
+      selection.format.setForeground(palette().base());
       selections.append(selection);
     }
   }

@@ -17,7 +17,8 @@ class HelpBrowser : public QTextBrowser {
 
   /// Shows a place ("slots.html#boot").
   void ShowPlace(const QString& place);
-  /// Marks every occurrence of the words on the page and goes to the first; no words: no marks.
+  /// Marks every occurrence of the words on the page and goes to where they stand side by side, else to the first one;
+  /// no words: no marks.
   void Mark(const QStringList& words);
   /// How many places are marked.
   [[nodiscard]] int MarkCount() const { return static_cast<int>(extraSelections().size()); }

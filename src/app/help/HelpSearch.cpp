@@ -50,9 +50,12 @@ std::vector<HelpSearch::Hit> HelpSearch::Find(const QStringList& words) {
   if (words.isEmpty()) return {};
   if (!m_read) ReadPages();
 
+  // Words that stand side by side, as in a message, are what was looked for.
+  const QString phrase = words.join(' ');
   std::vector<std::pair<qsizetype, Hit>> ranked;
   for (const PageText& page : m_pages) {
-    constexpr qsizetype kTitleWorth = 1000;
+    constexpr qsizetype kTitleWorth = 10000;
+    constexpr qsizetype kPhraseWorth = 1000;
     qsizetype worth = 0;
     bool all = true;
     for (const QString& word : words) {
@@ -62,11 +65,14 @@ std::vector<HelpSearch::Hit> HelpSearch::Find(const QStringList& words) {
       worth += (inTitle > 0 ? kTitleWorth : 0) + inText;
     }
     if (!all) continue;
-    const qsizetype at = page.text.indexOf(words.constFirst(), 0, Qt::CaseInsensitive);
+    qsizetype at = page.text.indexOf(phrase, 0, Qt::CaseInsensitive);
+    if (at >= 0) worth += kPhraseWorth;
+    if (at < 0) at = page.text.indexOf(words.constFirst(), 0, Qt::CaseInsensitive);
     ranked.emplace_back(worth, Hit{page.path, page.title, at < 0 ? QString() : ExtractAround(page.text, at)});
   }
   std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
   std::vector<Hit> hits;
+  hits.reserve(ranked.size());
   for (auto& [worth, hit] : ranked) hits.push_back(std::move(hit));
   return hits;
 }

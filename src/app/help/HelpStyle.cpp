@@ -24,9 +24,11 @@ QString HelpStyle(const QPalette& palette) {
   return QStringLiteral(
              "h1 { font-size: 20px; font-weight: 600; margin-top: 0px; margin-bottom: 12px; }"
              "h2 { font-size: 16px; font-weight: 600; margin-top: 20px; margin-bottom: 6px; }"
+             "p, li, td { line-height: 130%; }"
              "p { margin-top: 0px; margin-bottom: 10px; }"
              "li { margin-bottom: 5px; }"
-             "table { border-collapse: collapse; border-color: %1; margin-top: 4px; margin-bottom: 12px; }"
+             "table { border-collapse: collapse; margin-top: 4px; margin-bottom: 12px; }"
+             "th, td { border: 1px solid %1; }"
              "th { background-color: %2; text-align: left; font-weight: 600; }"
              ".note, pre, code { background-color: %2; }")
       .arg(line, shade);

@@ -48,6 +48,7 @@ HelpWindow::HelpWindow(const HelpSource& source, QWidget* parent)
   m_page->ShowPlace(QString::fromLatin1(kFirstPage));
 
   const bool usable = m_source.Problem().empty();
+  m_first->setEnabled(usable);
   m_searchText->setEnabled(usable);
   m_side->setVisible(usable);
 }
@@ -186,8 +187,10 @@ void HelpWindow::FillContents() {
     auto* const item = branch.isEmpty() ? new QTreeWidgetItem(m_contents) : new QTreeWidgetItem(branch.constLast());
     item->setText(0, QString::fromStdString(entry.title));
     item->setData(0, kPlaceRole, QString::fromStdString(entry.place));
+    item->setSizeHint(0, QSize(0, fontMetrics().height() + kGrid));
     branch.append(item);
   }
+  m_contents->expandAll();
 }
 
 void HelpWindow::ShowTopic(HelpContext context) {

@@ -39,6 +39,13 @@ TEST_F(HelpSearchTest, TitlesComeFirstThenPagesThatSayItMoreOften) {
   EXPECT_EQ(Find("saber"), QStringList({"b.html", "a.html", "c.html"}));
 }
 
+TEST_F(HelpSearchTest, WordsSideBySideCountMoreThanManyApart) {
+  m_help.Add("d.html", "Much", "<p>red red red blade blade blade</p>");
+  m_help.Add("e.html", "Little", "<p>Here is filler. A Red\nBlade once.</p>");
+  EXPECT_EQ(Find("blade red"), QStringList({"d.html", "e.html"}));
+  EXPECT_EQ(Find("a red blade"), QStringList({"e.html", "d.html"}));
+}
+
 TEST_F(HelpSearchTest, EveryWordMustBeOnThePage) {
   EXPECT_EQ(Find("saber hum loud"), QStringList({"c.html"}));
   EXPECT_EQ(Find("saber nowhere"), QStringList());
