@@ -58,8 +58,8 @@ check_tidy() {
   log="$(mktemp)"
   # clang does not know every warning that g++ is told to leave out. Its analyzer takes as long as all other checks
   # together; it is for the editor, where it looks at one file.
-  if run-clang-tidy-14 -quiet -checks='-clang-analyzer-*' -p "$project/build/release" -j "$jobs" -extra-arg=-Wno-unknown-warning-option \
-    "^$project/(src|demo)/" >"$log" 2>&1; then
+  if run-clang-tidy-14 -quiet -checks='-clang-analyzer-*' -p "$project/build/release" -j "$jobs" \
+    -extra-arg=-Wno-unknown-warning-option "^$project/(src|demo)/" >"$log" 2>&1; then
     pass
   else
     grep -E '(error|warning):' "$log" | sort -u
