@@ -39,8 +39,6 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   QFont bold = m_name->font();
   bold.setBold(true);
   m_name->setFont(bold);
-  // A long name gives way to the controls; the tool tip has all of it.
-  m_name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   m_name->setTextFormat(Qt::PlainText);
   app::Theme::MakeSoft(*m_where);
   m_volumeLabel->setBuddy(m_volume);
@@ -53,9 +51,9 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
 
   auto* head = new QHBoxLayout;
   head->setSpacing(8);
-  head->addWidget(m_name, 2);
+  head->addWidget(m_name);
   head->addWidget(m_where);
-  head->addSpacing(8);
+  head->addStretch(1);
   head->addWidget(m_play);
   head->addSpacing(8);
   head->addWidget(m_volumeLabel);
@@ -103,7 +101,10 @@ void DetailPanel::Refresh() {
 
 void DetailPanel::ShowSound(const std::filesystem::path& path, const QString& where) {
   m_path = path;
-  m_name->setText(path.empty() ? QStringLiteral("No sound selected") : FileName(path));
+  // A long name gives way to the controls; the tool tip has all of it.
+  constexpr int kWidestName = 200;
+  m_name->setText(path.empty() ? QStringLiteral("No sound selected")
+                               : m_name->fontMetrics().elidedText(FileName(path), Qt::ElideMiddle, kWidestName));
   m_name->setToolTip(TextFrom(path));
   m_where->setText(where);
   m_where->setVisible(!where.isEmpty());

@@ -15,6 +15,7 @@
 #include "app/theme/Theme.h"
 #include "sound/ui/FileListModel.h"
 #include "sound/ui/FolderContents.h"
+#include "sound/ui/HintLabel.h"
 #include "sound/ui/LatestJob.h"
 #include "sound/ui/SoundListView.h"
 #include "sound/ui/SoundTexts.h"
@@ -47,7 +48,7 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
       m_path(new QLabel(this)),
       m_dirList(new SoundListView(this)),
       m_fileList(new SoundListView(this)),
-      m_hint(new QLabel(this)),
+      m_hint(new HintLabel(this)),
       m_watcher(new QFileSystemWatcher(this)),
       m_readAgain(new QTimer(this)) {
   m_driveList->setObjectName(QStringLiteral("DriveList"));
@@ -95,7 +96,6 @@ void FileExplorer::MakeLayout() {
   m_path->setTextFormat(Qt::PlainText);
   app::Theme::MakeSoft(*m_path);
   app::Theme::MakeSoft(*m_hint);
-  m_hint->setWordWrap(true);
   m_driveList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_dirList->SetEmptyText(QStringLiteral("No folders in here"));
 

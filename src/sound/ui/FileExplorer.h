@@ -17,6 +17,7 @@ namespace kestrin::sound::ui {
 
 class FileListModel;
 struct FolderContents;
+class HintLabel;
 class LatestJob;
 class SoundListView;
 
@@ -67,7 +68,7 @@ class FileExplorer : public Card {
   QLabel* m_path;
   SoundListView* m_dirList;
   SoundListView* m_fileList;
-  QLabel* m_hint;
+  HintLabel* m_hint;
   QFileSystemWatcher* m_watcher;
   QTimer* m_readAgain;
 };

@@ -72,22 +72,19 @@ void SoundListView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void SoundListView::keyPressEvent(QKeyEvent* event) {
   const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-  if (isPlain && currentIndex().isValid()) {
-    switch (event->key()) {
-      case Qt::Key_Return:
-      case Qt::Key_Enter:
-        emit enterPressed();
-        return;
-      case Qt::Key_Delete:
-      case Qt::Key_Backspace:
-        emit deletePressed();
-        return;
-      case Qt::Key_Space:
-        emit playWanted(currentIndex());
-        return;
-      default:
-        break;
-    }
+  const bool isDelete = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (isPlain && isDelete) {
+    emit deletePressed();
+    return;
+  }
+  if (isPlain && currentIndex().isValid() && isEnter) {
+    emit enterPressed();
+    return;
+  }
+  if (isPlain && currentIndex().isValid() && event->key() == Qt::Key_Space) {
+    emit playWanted(currentIndex());
+    return;
   }
   QListView::keyPressEvent(event);
 }

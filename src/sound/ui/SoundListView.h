@@ -24,6 +24,7 @@ class SoundListView : public QListView {
   /// A double click without any key held.
   void doubleClickedPlain(const QModelIndex& index);
   void enterPressed();
+  /// Delete or the backspace key, also in an empty list.
   void deletePressed();
   /// A row became the one that the person works with, by mouse or keyboard.
   void rowChosen(int row);

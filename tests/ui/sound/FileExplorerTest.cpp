@@ -1,0 +1,137 @@
+#include <QComboBox>
+#include <QToolButton>
+
+#include "SoundPageFixture.h"
+#include "sound/ui/SoundRowDelegate.h"
+
+namespace kestrin::sound::ui {
+namespace {
+
+class FileExplorerTest : public SoundPageFixture {
+ protected:
+  void Choose(int drive) {
+    auto* drives = Get<QComboBox>("DriveList");
+    drives->setCurrentIndex(drive);
+    emit drives->activated(drive);
+  }
+};
+
+TEST_F(FileExplorerTest, TheDriveListBeginsWithDesktopAndMyDocuments) {
+  Open();
+  const auto* drives = Get<QComboBox>("DriveList");
+  ASSERT_EQ(drives->count(), 4);
+  EXPECT_EQ(drives->itemText(0), "Desktop");
+  EXPECT_EQ(drives->itemText(1), "My Documents");
+  EXPECT_EQ(drives->itemText(2), "Root");
+  EXPECT_EQ(drives->itemText(3), "Stick");
+}
+
+TEST_F(FileExplorerTest, WithoutAnyDriveTheTwoPlacesAreStillThere) {
+  FakeFolders none;
+  SoundPage other(set, none);
+  const auto* drives = other.findChild<QComboBox*>("DriveList");
+  ASSERT_EQ(drives->count(), 2);
+  EXPECT_EQ(drives->itemText(0), "Desktop");
+  EXPECT_EQ(drives->itemText(1), "My Documents");
+  // A system that does not know its desktop: choosing it does nothing.
+  emit const_cast<QComboBox*>(drives)->activated(0);
+}
+
+TEST_F(FileExplorerTest, AFolderSelectsTheInnermostDriveItLiesOn) {
+  std::filesystem::create_directories(folder / "fonts");
+  Open();
+  EXPECT_EQ(Get<QComboBox>("DriveList")->currentText(), "Stick");
+  ShowFolder([&] { page->SetFolder(folder.Path().parent_path()); });
+  EXPECT_EQ(Get<QComboBox>("DriveList")->currentText(), "Root");
+  ShowFolder([&] { page->SetFolder(folder / "fonts"); });
+  EXPECT_EQ(Get<QComboBox>("DriveList")->currentText(), "Stick");
+}
+
+TEST_F(FileExplorerTest, EveryPlaceShowsItsFiles) {
+  Open();
+  support::WriteSoundFile(folder / "desktop" / "d.lsu", support::SomeSamples(100));
+  support::WriteSoundFile(folder / "documents" / "m.lsu", support::SomeSamples(100));
+  Sound("s.lsu", 100);
+  ShowFolder([&] { Choose(0); });
+  EXPECT_EQ(Shown("FileList"), "d.lsu");
+  ShowFolder([&] { Choose(1); });
+  EXPECT_EQ(Shown("FileList"), "m.lsu");
+  ShowFolder([&] { Choose(3); });
+  EXPECT_EQ(Shown("FileList"), "s.lsu");
+}
+
+TEST_F(FileExplorerTest, OnlySoundFilesAreListedAsPeopleCount) {
+  for (const char* name : {"swing 10.lsu", "swing 2.LSU", "Boot.lsu", "notes.txt", "lsu", "a.lsu.bak"})
+    Sound(name, 4800);
+  std::filesystem::create_directories(folder / "folder.lsu");
+  std::filesystem::create_directories(folder / ".hidden");
+  Open();
+  EXPECT_EQ(Shown("FileList"), "Boot.lsu swing 2.LSU swing 10.lsu");
+  EXPECT_EQ(Shown("DirList"), "desktop documents folder.lsu");
+}
+
+TEST_F(FileExplorerTest, FilesShowDurationAndSize) {
+  Sound("a.lsu", 72000);
+  Open();
+  const QModelIndex file = IndexOf("FileList", "a.lsu");
+  EXPECT_EQ(file.data(SoundRowDelegate::kDetailRole).toString(), "1.5 s");
+  // 144,004 bytes in units of 1,024.
+  EXPECT_EQ(file.data(SoundRowDelegate::kFurtherRole).toString(), "141 kB");
+}
+
+TEST_F(FileExplorerTest, FoldersOpenByDoubleClickAndByEnterAndLeadBackUp) {
+  std::filesystem::create_directories(folder / "fonts" / "ember");
+  Open();
+  ShowFolder([&] { DoubleClick("DirList", "fonts"); });
+  EXPECT_EQ(Shown("DirList"), "ember");
+  EXPECT_EQ(Text("FolderLabel"), "fonts");
+  Click("DirList", "ember");
+  ShowFolder([&] { QTest::keyClick(List("DirList"), Qt::Key_Return); });
+  EXPECT_EQ(Text("FolderLabel"), "ember");
+  EXPECT_EQ(Shown("DirList"), "");
+  ShowFolder([&] { Get<QToolButton>("UpBtn")->click(); });
+  EXPECT_EQ(Text("FolderLabel"), "fonts");
+  // The folder that was left is found again at once.
+  EXPECT_EQ(List("DirList")->currentIndex().data().toString(), "ember");
+  List("DirList")->setFocus();
+  ShowFolder([&] { QTest::keyClick(List("DirList"), Qt::Key_Backspace); });
+  EXPECT_EQ(Shown("DirList"), "desktop documents fonts");
+}
+
+TEST_F(FileExplorerTest, EvenAnEmptyFolderLeadsUpByKey) {
+  std::filesystem::create_directories(folder / "fonts");
+  Open();
+  ShowFolder([&] { DoubleClick("DirList", "fonts"); });
+  List("DirList")->setFocus();
+  ShowFolder([&] { QTest::keyClick(List("DirList"), Qt::Key_Backspace); });
+  EXPECT_EQ(List("DirList")->currentIndex().data().toString(), "fonts");
+}
+
+TEST_F(FileExplorerTest, ANewFileAppearsByItself) {
+  Open();
+  ShowFolder([&] { Sound("new.lsu", 100); });
+  EXPECT_EQ(Shown("FileList"), "new.lsu");
+}
+
+TEST_F(FileExplorerTest, AFolderThatIsGoneIsEmpty) {
+  Sound("a.lsu", 100);
+  Open();
+  ShowFolder([&] { page->SetFolder(folder / "no such folder"); });
+  EXPECT_EQ(Shown("FileList"), "");
+  EXPECT_EQ(Shown("DirList"), "");
+}
+
+TEST_F(FileExplorerTest, EnterAddsAllChosenFilesInOneStep) {
+  for (const char* name : {"a.lsu", "b.lsu", "c.lsu"}) Sound(name, 100);
+  Open();
+  page->FocusSlot(SlotKind::Motion);
+  Click("FileList", "a.lsu");
+  Click("FileList", "c.lsu", Qt::ShiftModifier);
+  QTest::keyClick(List("FileList"), Qt::Key_Return);
+  EXPECT_EQ(Shown("MtFileList"), "a.lsu b.lsu c.lsu");
+  page->UndoAction()->trigger();
+  EXPECT_EQ(Shown("MtFileList"), "");
+}
+
+}  // namespace
+}  // namespace kestrin::sound::ui

@@ -1,0 +1,183 @@
+#include <QRadioButton>
+
+#include "SoundPageFixture.h"
+#include "sound/ui/SoundRowDelegate.h"
+
+namespace kestrin::sound::ui {
+namespace {
+
+class SlotListsTest : public SoundPageFixture {
+ protected:
+  QVariant Shows(const char* list, const QString& name, int role) { return IndexOf(list, name).data(role); }
+};
+
+struct Controls {
+  SlotKind kind;
+  const char* option;
+  const char* list;
+};
+
+const std::vector<Controls> kControls{
+    {SlotKind::Boot, "BootOption", "BootFileList"},       {SlotKind::PwrOn, "PwrOnOption", "PwrOnFileList"},
+    {SlotKind::PwrOff, "PwrOffOption", "PwrOffFileList"}, {SlotKind::Idle, "IdleOption", "IdleFileList"},
+    {SlotKind::Motion, "MtOption", "MtFileList"},         {SlotKind::Impact, "ImpOption", "ImpFileList"},
+    {SlotKind::Lockup, "LkOption", "LkfileList"},
+};
+
+TEST_F(SlotListsTest, TheBootOptionIsSelectedFirstAndAlwaysExactlyOne) {
+  Open();
+  EXPECT_EQ(page->SelectedSlot(), SlotKind::Boot);
+  for (const Controls& each : kControls) {
+    QTest::mouseClick(Get<QRadioButton>(each.option), Qt::LeftButton, {}, QPoint(10, 10));
+    EXPECT_EQ(page->SelectedSlot(), each.kind) << each.option;
+    int checked = 0;
+    for (const Controls& other : kControls) checked += static_cast<int>(Get<QRadioButton>(other.option)->isChecked());
+    EXPECT_EQ(checked, 1) << each.option;
+    // A click on the selected one does not take the choice away.
+    QTest::mouseClick(Get<QRadioButton>(each.option), Qt::LeftButton, {}, QPoint(10, 10));
+    EXPECT_EQ(page->SelectedSlot(), each.kind) << each.option;
+  }
+}
+
+TEST_F(SlotListsTest, ADoubleClickAddsToTheSelectedSlotAndAnotherTakesItOut) {
+  Sound("hum 1.lsu", 4800);
+  Open();
+  for (const Controls& each : kControls) {
+    Get<QRadioButton>(each.option)->setChecked(true);
+    DoubleClick("FileList", "hum 1.lsu");
+    EXPECT_EQ(Names(each.kind), "hum 1.lsu@100") << each.option;
+    EXPECT_EQ(Shown(each.list), "hum 1.lsu") << each.list;
+    DoubleClick(each.list, "hum 1.lsu");
+    EXPECT_EQ(Names(each.kind), "") << each.option;
+    EXPECT_EQ(Shown(each.list), "") << each.list;
+  }
+  EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(SlotListsTest, ASingleSlotShowsTheNewNameInPlaceOfTheOld) {
+  Sound("a.lsu", 100);
+  Sound("b.lsu", 100);
+  Open();
+  DoubleClick("FileList", "a.lsu");
+  DoubleClick("FileList", "b.lsu");
+  EXPECT_EQ(Shown("BootFileList"), "b.lsu");
+}
+
+TEST_F(SlotListsTest, AFileThatIsNoSoundIsRefusedAndTheDisplayKept) {
+  Sound("a.lsu", 100);
+  support::WriteBytes(folder / "broken.lsu", "too short");
+  Open();
+  DoubleClick("FileList", "a.lsu");
+  DoubleClick("FileList", "broken.lsu");
+  EXPECT_EQ(messages, QStringList{QStringLiteral("Not a valid file")});
+  EXPECT_EQ(Shown("BootFileList"), "a.lsu");
+  Get<QRadioButton>("MtOption")->setChecked(true);
+  DoubleClick("FileList", "broken.lsu");
+  EXPECT_EQ(messages.size(), 2);
+  EXPECT_EQ(Shown("MtFileList"), "");
+}
+
+TEST_F(SlotListsTest, TheThirteenthFileOfAListIsRefused) {
+  const std::vector<std::pair<Controls, const char*>> lists{
+      {kControls[4], "Maximum number of Motion files reached"},
+      {kControls[5], "Maximum number of Impact files reached"},
+      {kControls[6], "Maximum number of Lock-up files reached"},
+  };
+  Sound("more.lsu", 100);
+  Open();
+  for (const auto& [controls, text] : lists) {
+    Fill(controls.kind, 12);
+    messages.clear();
+    Get<QRadioButton>(controls.option)->setChecked(true);
+    DoubleClick("FileList", "more.lsu");
+    EXPECT_EQ(messages, QStringList{QLatin1String(text)});
+    EXPECT_EQ(List(controls.list)->model()->rowCount(), 12);
+    EXPECT_EQ(set.Count(controls.kind), 12);
+  }
+}
+
+TEST_F(SlotListsTest, RowsShowPositionDurationAndAVolumeThatIsNotFull) {
+  Open();
+  ASSERT_EQ(set.Add(SlotKind::Motion, Sound("a.lsu", 48000)), "");
+  ASSERT_EQ(set.Add(SlotKind::Motion, Sound("b.lsu", 120000)), "");
+  set.SetVolume(SlotKind::Motion, 2, 80);
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kNumberRole).toString(), "1");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kNumberRole).toString(), "2");
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kDetailRole).toString(), "1.0 s");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kDetailRole).toString(), "2.5 s");
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kFurtherRole).toString(), "");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kFurtherRole).toString(), "80 %");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", Qt::AccessibleTextRole).toString(), "Motion 2: b.lsu, 2.5 s, volume 80 %");
+}
+
+TEST_F(SlotListsTest, ListsSayHowManyOfTwelveTheyHold) {
+  Open();
+  Fill(SlotKind::Impact, 3);
+  QStringList texts;
+  for (const QLabel* label : page->findChildren<QLabel*>())
+    if (label->isVisible() && label->text().contains(QLatin1String(" of 12"))) texts.append(label->text());
+  texts.sort();
+  EXPECT_EQ(texts.join(QLatin1Char(',')).toStdString(), "0 of 12,0 of 12,3 of 12");
+}
+
+TEST_F(SlotListsTest, RemovingFromAListShowsThePositionsVolume) {
+  Open();
+  Fill(SlotKind::Motion, 3);
+  set.SetVolume(SlotKind::Motion, 2, 40);
+  DoubleClick("MtFileList", "motion 2.lsu");
+  EXPECT_EQ(Shown("MtFileList"), "motion 1.lsu motion 3.lsu");
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100 motion 3.lsu@40");
+}
+
+TEST_F(SlotListsTest, TheHintKeepsItsRunOfBlanks) {
+  Open();
+  const std::string hint = "Double-click to add/remove files          CTRL+Click to play LSU File";
+  EXPECT_EQ(Text("HintLabel"), hint);
+  QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+  QApplication::sendEvent(List("MtFileList")->viewport(), &enter);
+  ASSERT_FALSE(hints.isEmpty());
+  EXPECT_EQ(hints.last().toStdString(), hint);
+}
+
+TEST_F(SlotListsTest, ALoadedSetAppearsInTheLists) {
+  Fill(SlotKind::Boot, 1);
+  Fill(SlotKind::Lockup, 2);
+  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  set.Clear();
+  Open();
+  Fill(SlotKind::Motion, 2);
+  ASSERT_TRUE(set.Load(folder / "a.lscfg").valid);
+  EXPECT_EQ(Shown("BootFileList"), "boot 1.lsu");
+  EXPECT_EQ(Shown("LkfileList"), "lockup 1.lsu lockup 2.lsu");
+  EXPECT_EQ(Shown("MtFileList"), "");
+}
+
+TEST_F(SlotListsTest, WhileBusyNothingChanges) {
+  Sound("a.lsu", 100);
+  Open();
+  Fill(SlotKind::Boot, 1);
+  page->SetBusy(true);
+  DoubleClick("FileList", "a.lsu");
+  DoubleClick("BootFileList", "boot 1.lsu");
+  page->UndoAction()->trigger();
+  EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@100");
+  EXPECT_FALSE(page->UndoAction()->isEnabled());
+  page->SetBusy(false);
+  EXPECT_TRUE(page->UndoAction()->isEnabled());
+  DoubleClick("FileList", "a.lsu");
+  EXPECT_EQ(Names(SlotKind::Boot), "a.lsu@100");
+}
+
+TEST_F(SlotListsTest, EveryControlHasANameForScreenReaders) {
+  Open();
+  for (QWidget* control : page->findChildren<QWidget*>()) {
+    if (control->focusPolicy() == Qt::NoFocus || !control->isVisible() || control->objectName().startsWith("qt_"))
+      continue;
+    const auto* button = qobject_cast<QAbstractButton*>(control);
+    const bool hasName = !control->accessibleName().isEmpty() || (button != nullptr && !button->text().isEmpty());
+    EXPECT_TRUE(hasName) << control->metaObject()->className() << " " << control->objectName().toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace kestrin::sound::ui

@@ -1,0 +1,101 @@
+#include <QSlider>
+
+#include "SoundPageFixture.h"
+
+namespace kestrin::sound::ui {
+namespace {
+
+class VolumeTest : public SoundPageFixture {
+ protected:
+  QSlider* Slider() { return Get<QSlider>("VolSlider"); }
+};
+
+TEST_F(VolumeTest, TheSliderGoesFromZeroToAHundred) {
+  Open();
+  EXPECT_EQ(Slider()->minimum(), 0);
+  EXPECT_EQ(Slider()->maximum(), 100);
+  EXPECT_FALSE(Slider()->isEnabled());
+}
+
+TEST_F(VolumeTest, AClickMovesTheSliderToTheSoundsVolume) {
+  Open();
+  Fill(SlotKind::Motion, 2);
+  Fill(SlotKind::Idle, 1);
+  set.SetVolume(SlotKind::Motion, 2, 35);
+  set.SetVolume(SlotKind::Idle, 1, 70);
+  Click("MtFileList", "motion 2.lsu");
+  EXPECT_EQ(Slider()->value(), 35);
+  EXPECT_EQ(Text("VolumeLabel"), "35 %");
+  EXPECT_EQ(Text("SelectedSoundLabel"), "motion 2.lsu");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 2");
+  Click("IdleFileList", "idle 1.lsu");
+  EXPECT_EQ(Slider()->value(), 70);
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Idle");
+  Click("MtFileList", "motion 1.lsu");
+  EXPECT_EQ(Slider()->value(), 100);
+  // Looking at volumes changes none.
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100 motion 2.lsu@35");
+  EXPECT_EQ(Names(SlotKind::Idle), "idle 1.lsu@70");
+}
+
+TEST_F(VolumeTest, TheSliderSetsTheVolumeOfTheSelectedSoundOnly) {
+  Open();
+  Fill(SlotKind::Motion, 2);
+  Fill(SlotKind::Impact, 2);
+  Click("ImpFileList", "impact 2.lsu");
+  Slider()->setValue(55);
+  EXPECT_EQ(Names(SlotKind::Impact), "impact 1.lsu@100 impact 2.lsu@55");
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100 motion 2.lsu@100");
+  EXPECT_EQ(Text("VolumeLabel"), "55 %");
+}
+
+TEST_F(VolumeTest, ThePressOfAKeyMovesTheSlider) {
+  Open();
+  Fill(SlotKind::Boot, 1);
+  Click("BootFileList", "boot 1.lsu");
+  Slider()->setFocus();
+  QTest::keyClick(Slider(), Qt::Key_Left);
+  EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@99");
+  QTest::keyClick(Slider(), Qt::Key_Home);
+  EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@0");
+}
+
+TEST_F(VolumeTest, AVolumeThatTheSliderCannotShowIsNotCutOff) {
+  Open();
+  Fill(SlotKind::Boot, 1);
+  set.SetVolume(SlotKind::Boot, 1, 140);
+  Click("BootFileList", "boot 1.lsu");
+  EXPECT_EQ(Slider()->value(), 100);
+  EXPECT_EQ(Text("VolumeLabel"), "140 %");
+  EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@140");
+}
+
+TEST_F(VolumeTest, WithoutASelectedSoundTheSliderChangesNothing) {
+  Sound("a.lsu", 100);
+  Open();
+  Fill(SlotKind::Boot, 1);
+  Click("BootFileList", "boot 1.lsu");
+  Click("FileList", "a.lsu");
+  EXPECT_FALSE(Slider()->isEnabled());
+  EXPECT_EQ(Text("SelectedSoundLabel"), "a.lsu");
+  Slider()->setValue(3);
+  EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@100");
+  Click("BootFileList", "boot 1.lsu");
+  EXPECT_TRUE(Slider()->isEnabled());
+  set.Remove(SlotKind::Boot, 1);
+  EXPECT_FALSE(Slider()->isEnabled());
+  EXPECT_EQ(Text("SelectedSoundLabel"), "No sound selected");
+}
+
+TEST_F(VolumeTest, WhileBusyTheSliderCannotBeMoved) {
+  Open();
+  Fill(SlotKind::Boot, 1);
+  Click("BootFileList", "boot 1.lsu");
+  page->SetBusy(true);
+  EXPECT_FALSE(Slider()->isEnabled());
+  page->SetBusy(false);
+  EXPECT_TRUE(Slider()->isEnabled());
+}
+
+}  // namespace
+}  // namespace kestrin::sound::ui
