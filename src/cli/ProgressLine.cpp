@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/TimeLeft.h"
 #include "cli/Terminal.h"
 
 namespace kestrin::cli {
@@ -63,13 +64,8 @@ void ProgressLine::Draw() {
 }
 
 std::string ProgressLine::TimeLeft() const {
-  using std::chrono::seconds;
-  const auto elapsed = m_clock.Now() - m_started;
-  // The first second says nothing about the rest.
-  if (*m_percent == 0 || *m_percent == 100 || elapsed < seconds(1)) return "";
-  const auto left = std::chrono::duration_cast<seconds>(elapsed * (100 - *m_percent) / *m_percent).count();
-  const std::string inMinute = std::to_string(left % 60);
-  return "  " + std::to_string(left / 60) + ":" + (inMinute.size() < 2 ? "0" : "") + inMinute + " left";
+  const auto left = base::SecondsLeft(m_clock.Now() - m_started, *m_percent);
+  return left ? "  " + base::MinutesAndSeconds(*left) + " left" : "";
 }
 
 }  // namespace kestrin::cli

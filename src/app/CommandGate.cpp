@@ -1,0 +1,43 @@
+#include "app/CommandGate.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <utility>
+
+namespace kestrin::app {
+
+void CommandGate::WhenFree(std::function<void()> action) {
+  if (IsBusy())
+    m_waiting.push_back(std::move(action));
+  else
+    action();
+}
+
+base::EventPump CommandGate::Pump() {
+  return [this] { HandleEvents(); };
+}
+
+void CommandGate::Leave() {
+  if (--m_passages > 0 || m_waiting.empty()) return;
+  // Not from here: whoever holds the passage may be in the middle of its own good-bye.
+  QTimer::singleShot(0, this, [this] { RunWaiting(); });
+}
+
+void CommandGate::RunWaiting() {
+  while (!IsBusy() && !m_waiting.empty()) {
+    const std::function<void()> action = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    action();
+  }
+}
+
+void CommandGate::HandleEvents() {
+  const auto now = std::chrono::steady_clock::now();
+  if (m_pumping || now - m_lastTurn < kInterval) return;
+  m_pumping = true;
+  QCoreApplication::processEvents();
+  m_lastTurn = std::chrono::steady_clock::now();
+  m_pumping = false;
+}
+
+}  // namespace kestrin::app

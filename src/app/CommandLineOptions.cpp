@@ -1,0 +1,42 @@
+#include "app/CommandLineOptions.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include "sound/PathText.h"
+
+namespace kestrin::app {
+
+CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& arguments,
+                                                     const std::filesystem::path& programFolder) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription("Configuration tool for Kestrin light-saber sound boards.");
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
+  const QCommandLineOption board("board", "The board: auto (default), hid:PATH, sim or sim:KEY=VALUE,...", "BOARD",
+                                 "auto");
+  const QCommandLineOption folder("program-folder", "The folder with pictures and help (default: that of the program).",
+                                  "DIR");
+  parser.addOptions({board, folder});
+  parser.addPositionalArgument("FILE", "A sound set (.lscfg) to open.", "[FILE]");
+
+  const auto problem = [&parser](const QString& text) {
+    return Parsed{{}, "", text + "\n" + parser.helpText().section('\n', 0, 0)};
+  };
+  if (!parser.parse(arguments)) return problem(parser.errorText());
+  if (parser.isSet(help)) return {{}, parser.helpText(), ""};
+  if (parser.isSet(version))
+    return {{}, QCoreApplication::applicationName() + ' ' + QCoreApplication::applicationVersion() + '\n', ""};
+  const QStringList files = parser.positionalArguments();
+  if (files.size() > 1) return problem("Give one sound set only.");
+
+  const boards::BoardChoice::Parsed choice = boards::BoardChoice::Parse(parser.value(board).toStdString());
+  if (!choice.problem.empty()) return problem(QString::fromStdString(choice.problem));
+  CommandLineOptions options;
+  options.board = choice.choice;
+  options.programFolder = parser.isSet(folder) ? sound::PathOf(parser.value(folder).toStdString()) : programFolder;
+  if (!files.isEmpty()) options.set = sound::PathOf(files.constFirst().toStdString());
+  return {options, "", ""};
+}
+
+}  // namespace kestrin::app

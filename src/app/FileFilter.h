@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace kestrin::app {
+
+/// A file dialog's filter in the form "NAME|PATTERN;PATTERN|NAME|PATTERN" as Qt has it: "NAME (PATTERN PATTERN);;...".
+/// A pattern that NAME already shows in parentheses is not shown twice.
+[[nodiscard]] QString QtFileFilter(const QString& filter);
+
+}  // namespace kestrin::app

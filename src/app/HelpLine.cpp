@@ -1,0 +1,101 @@
+#include "app/HelpLine.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <array>
+
+#include "app/theme/Theme.h"
+
+namespace kestrin::app {
+
+namespace {
+
+struct HoverText {
+  const char* control;
+  const char* text;
+};
+
+constexpr std::array<HoverText, 15> kHoverTexts{{
+    {"LoadBtn", "LOAD Configuration File"},
+    {"SaveBtn", "SAVE Configuration File"},
+    {"ConfigBtn", "CONFIGURE Hardware"},
+    {"SendBtn", "DOWNLOAD Sound Files to Kestrin"},
+    {"UpdateBtn", "UPDATE Sound Files (Requires Internet)"},
+    {"btnUpdateLED", "Update LED Configuration"},
+    {"btnSendFoc", "Apply and Test"},
+    {"btnSendPulse", "Apply and Test"},
+    {"Frame1", HelpLine::kPressF1},
+    {"FrameFoc", HelpLine::kPressF1},
+    {"frmLED", HelpLine::kPressF1},
+    {"HelpLabel", HelpLine::kPressF1},
+    {"labelLED1", HelpLine::kPressF1},
+    {"OnlinePicture", HelpLine::kPressF1},
+    {"PickColor_frame", HelpLine::kPressF1},
+}};
+
+}  // namespace
+
+HelpLine::HelpLine(QWidget* parent) : QLabel(kPressF1, parent) {
+  setObjectName("HelpLabel");
+  setTextFormat(Qt::PlainText);
+  // A long text must not widen the window.
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  Theme::MakeSoft(*this);
+  m_newsTimer.setSingleShot(true);
+  m_newsTimer.setInterval(kNewsMilliseconds);
+  connect(&m_newsTimer, &QTimer::timeout, this, [this] {
+    m_news.clear();
+    Show();
+  });
+}
+
+void HelpLine::Explain(QWidget& root) {
+  for (const HoverText& row : kHoverTexts) {
+    QList<QWidget*> controls = root.findChildren<QWidget*>(row.control);
+    if (root.objectName() == row.control) controls.append(&root);
+    for (QWidget* const control : controls) {
+      m_texts[control] = row.text;
+      control->installEventFilter(this);
+      connect(control, &QObject::destroyed, this, [this, control] { m_texts.remove(control); });
+    }
+  }
+}
+
+void HelpLine::ShowHint(const QString& hint) {
+  m_hint = hint;
+  if (!hint.isEmpty()) m_news.clear();
+  Show();
+}
+
+void HelpLine::ShowNews(const QString& news) {
+  m_news = news;
+  m_newsTimer.start();
+  Show();
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+bool HelpLine::eventFilter(QObject* watched, QEvent* event) {
+  const QString text = m_texts.value(watched);
+  switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::FocusIn:
+      ShowHint(text == kPressF1 ? QString() : text);
+      break;
+    case QEvent::Leave:
+    case QEvent::FocusOut:
+      ShowHint({});
+      break;
+    default:
+      break;
+  }
+  return QLabel::eventFilter(watched, event);
+}
+
+void HelpLine::Show() {
+  const QString text = !m_news.isEmpty() ? m_news : !m_hint.isEmpty() ? m_hint : QString(kPressF1);
+  setText(text);
+  setToolTip(text == kPressF1 ? QString() : text);
+}
+
+}  // namespace kestrin::app

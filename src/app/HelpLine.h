@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QHash>
+#include <QLabel>
+#include <QTimer>
+
+namespace kestrin::app {
+
+/// The help line `HelpLabel`: says what the control under the pointer, or with the focus, is for, and tells short news
+/// that need no message box.
+class HelpLine : public QLabel {
+  Q_OBJECT
+
+ public:
+  static constexpr const char* kPressF1 = "Press F1 for help";
+  /// News stay for so long, unless the person points at another control before.
+  static constexpr int kNewsMilliseconds = 10000;
+
+  explicit HelpLine(QWidget* parent = nullptr);
+
+  /// The controls in `root`, and `root` itself, that have a text of their own say it from now on.
+  void Explain(QWidget& root);
+  /// What the pointer is on says this; "" for nothing in particular.
+  void ShowHint(const QString& hint);
+  void ShowNews(const QString& news);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Show();
+
+  QString m_hint;
+  QString m_news;
+  QTimer m_newsTimer;
+  QHash<const QObject*, QString> m_texts;
+};
+
+}  // namespace kestrin::app

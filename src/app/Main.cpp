@@ -1,0 +1,405 @@
+#include "app/Main.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QFrame>
+#include <QMimeData>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "app/CommandGate.h"
+#include "app/Dialogs.h"
+#include "app/LedSetup.h"
+#include "app/Overlay.h"
+#include "app/SleepBlocker.h"
+#include "app/SpecialFolders.h"
+#include "app/UpdateDialog.h"
+#include "app/WaitFrame.h"
+#include "app/help/TopicOf.h"
+#include "device/BoardIdentity.h"
+#include "motion/AccelerometerSetup.h"
+#include "motion/ui/ConfigFrame.h"
+#include "sound/PathText.h"
+#include "sound/ui/DownloadFrame.h"
+#include "sound/ui/SoundPage.h"
+
+namespace kestrin::app {
+
+namespace {
+
+constexpr int kGrid = 8;
+constexpr QSize kFirstSize{1180, 760};
+constexpr const char* kGeometryKey = "windowGeometry";
+
+QString TextOf(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
+std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+
+/// The one set among what is dragged; empty when there is anything else.
+QString SetIn(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  if (urls.size() != 1) return {};
+  const QString path = urls.constFirst().toLocalFile();
+  return path.endsWith(".lscfg", Qt::CaseInsensitive) ? path : QString();
+}
+
+QWidget* MakeLine() {
+  auto* const line = new QFrame;
+  line->setFrameShape(QFrame::HLine);
+  return line;
+}
+
+}  // namespace
+
+Main::Main(const Surroundings& surroundings)
+    : m_around(surroundings),
+      m_pictures(TextOf(surroundings.programFolder)),
+      m_set(m_configuration),
+      m_session(surroundings.agent, *this),
+      m_setFile(m_set, surroundings.dialogs, surroundings.gate, surroundings.settings),
+      m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}) {
+  setObjectName("Main");
+  setWindowTitle(kCaption);
+  setWindowIcon(m_pictures.Icon("kestrin.bmp"));
+  setAcceptDrops(true);
+  MakeLayout();
+  MakePanels();
+  Connect();
+  m_set.AddListener(*this);
+  SetHelpContext(*this, HelpContext::Main);
+  m_helpLine->Explain(*this);
+  ModifiedChanged();
+  UpdateButtons();
+  resize(kFirstSize);
+  restoreGeometry(m_around.settings.value(kGeometryKey).toByteArray());
+}
+
+Main::~Main() {
+  Unload();
+  m_set.RemoveListener(*this);
+  // They refer to what this window owns, which goes before its child widgets would.
+  qDeleteAll(findChildren<QWidget*>(Qt::FindDirectChildrenOnly));
+}
+
+void Main::MakeLayout() {
+  auto* const all = new QWidget(this);
+  m_tools = new ToolRow(m_pictures, all);
+  m_page = new sound::ui::SoundPage(m_set, m_around.folders);
+  m_ledFrame = new QWidget;
+  m_ledFrame->setObjectName("frmLED");
+  auto* const led = new QVBoxLayout(m_ledFrame);
+  led->addWidget(m_around.led.MakeFrame(*m_ledFrame));
+  m_pages = new QStackedWidget(all);
+  m_pages->addWidget(m_page);
+  m_pages->addWidget(m_ledFrame);
+  m_helpLine = new HelpLine(all);
+  m_helpLine->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
+
+  m_tools->AddUndoAndRedo(*m_page->UndoAction(), *m_page->RedoAction());
+  m_tools->SetLoadMenu(m_setFile.Menu());
+  auto* const column = new QVBoxLayout(all);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(m_tools);
+  column->addWidget(MakeLine());
+  column->addWidget(m_pages, 1);
+  column->addWidget(MakeLine());
+  column->addWidget(m_helpLine);
+  setCentralWidget(all);
+  SetHelpContext(*m_ledFrame, HelpContext::LedFrame);
+  SetHelpContext(*m_helpLine, HelpContext::HelpLine);
+}
+
+void Main::MakePanels() {
+  m_configFrame = new motion::ui::ConfigFrame;
+  SetHelpContext(*m_configFrame, HelpContext::ConfigFrame);
+  m_downloadFrame = new sound::ui::DownloadFrame(m_around.dialogs, m_around.clock);
+  SetHelpContext(*m_downloadFrame, HelpContext::DownloadFrame);
+  m_download.emplace(m_configuration, *m_downloadFrame, m_around.kept, m_around.clock, m_around.gate.Pump());
+  for (QWidget* const panel : {static_cast<QWidget*>(m_configFrame), static_cast<QWidget*>(m_downloadFrame)}) {
+    auto* const overlay = new Overlay(*panel, *this);
+    connect(overlay, &Overlay::shown, this, [this] { SetCovered(true); });
+    connect(overlay, &Overlay::hidden, this, [this] { SetCovered(false); });
+    connect(overlay, &Overlay::clickedBeside, this, [this] {
+      if (m_downloadFrame->isVisible() && !m_download->IsRunning()) m_downloadFrame->HideFrame();
+    });
+  }
+  m_waitFrame = new WaitFrame(*this);
+}
+
+void Main::Connect() {
+  CommandGate& gate = m_around.gate;
+  m_goOnlineTimer.setObjectName("GoOnlineTimer");
+  connect(&m_goOnlineTimer, &QTimer::timeout, this, &Main::TickGoOnline);
+  connect(&m_noticeTimer, &QTimer::timeout, this, &Main::LookForNotices);
+
+  connect(m_tools, &ToolRow::pressed, this,
+          [this, &gate](ToolRow::Tool tool) { gate.WhenFree([this, tool] { Press(tool); }); });
+  connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
+  connect(&m_setFile, &SetFile::opened, this, [this] {
+    if (!m_session.IsOnline()) m_pages->setCurrentWidget(m_page);
+  });
+  connect(m_configFrame, &motion::ui::ConfigFrame::sendRequested, this,
+          [this, &gate] { gate.WhenFree([this] { SendAccParam(); }); });
+  connect(m_downloadFrame, &sound::ui::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
+
+  connect(m_page, &sound::ui::SoundPage::playRequested, this,
+          [this](const QString& path) { PlayLsuFile(PathOf(path)); });
+  connect(m_page, &sound::ui::SoundPage::stopRequested, &m_preview, &Preview::Stop);
+  connect(m_page, &sound::ui::SoundPage::message, this,
+          [this](const QString& text) { m_around.dialogs.ShowError(text); });
+  connect(m_page, &sound::ui::SoundPage::hint, m_helpLine, &HelpLine::ShowHint);
+  connect(m_page, &sound::ui::SoundPage::fitsChanged, this, &Main::UpdateButtons);
+  connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
+  connect(&m_preview, &Preview::playing, m_page, &sound::ui::SoundPage::SetPlaying);
+  connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
+}
+
+bool Main::StartUp() {
+  m_session.SetLoading(true);
+  m_tools->ShowLogo();
+  m_page->SetFolder(m_around.programFolder);
+  SetMemoryCapacity(m_session.MemoryCapacity());
+  {
+    const CommandGate::Passage passage(m_around.gate);
+    if (m_session.SearchAtStartUp() == device::DeviceSession::StartUp::Quit) {
+      Unload();
+      return false;
+    }
+  }
+  m_page->FocusSlot(sound::SlotKind::Boot);
+  if (m_around.update != nullptr) m_around.update->Initialise();
+  m_session.SetLoading(false);
+  // Not before: a board that was plugged in meanwhile must not be overlooked.
+  m_noticeTimer.start(kNoticeInterval);
+  return true;
+}
+
+void Main::OpenSet(const std::filesystem::path& path) {
+  m_around.gate.WhenFree([this, path] { m_setFile.OpenPath(path); });
+}
+
+void Main::PlayLsuFile(const std::filesystem::path& path) { m_preview.Play(path); }
+
+std::filesystem::path Main::fGetSpecialFolder(int CSIDL) const {
+  switch (CSIDL) {
+    case kDesktopDirectory:
+      return m_around.folders.Desktop();
+    case kPersonal:
+      return m_around.folders.Documents();
+    default:
+      return {};
+  }
+}
+
+void Main::ShowOnline(bool online) { m_tools->ShowOnline(online); }
+
+void Main::ShowSerialLabel(const std::string& text) {
+  m_tools->ShowSerial(QString::fromStdString(text));
+  ShowBoards();
+}
+
+void Main::ShowBoards() {
+  const std::size_t boards = m_session.NumberOfBoards();
+  const bool several = m_session.IsOnline() && boards > 1;
+  m_tools->ShowBoards(several ? tr("%1 boards are connected; this is the first one, which is used.").arg(boards) : "");
+}
+
+void Main::SetMemoryCapacity(std::int32_t samples) { m_page->SetMemoryCapacity(samples); }
+
+void Main::EnableFileButtons() { UpdateButtons(); }
+
+void Main::EnableBoardButtons(bool enabled) {
+  m_boardButtons = enabled;
+  UpdateButtons();
+}
+
+void Main::ShowLedFrame(bool visible) { m_pages->setCurrentWidget(visible ? m_ledFrame : m_page); }
+
+void Main::ReadAccData() {
+  motion::AccelerometerSetup setup(*m_session.Board(), m_session.SerialNumber(), m_around.kept);
+  if (const auto held = setup.Read())
+    m_configFrame->ShowValues(*held, m_session.DeviceRevision());
+  else
+    m_helpLine->ShowNews(tr("The board did not tell its motion and impact parameters."));
+}
+
+bool Main::InitLedDrivers() {
+  device::TLS& board = *m_session.Board();
+  const bool valid = m_around.led.InitLedDrivers(board);
+  m_ledFailure.reset();
+  if (!valid) m_ledFailure.emplace(board.ClassDebugID(), m_around.led.CatalogueStamp());
+  return valid;
+}
+
+void Main::ShowMessage(const std::string& text) { m_around.dialogs.ShowError(QString::fromStdString(text)); }
+
+bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
+  return m_around.dialogs.AskOkCancel(QString::fromStdString(question), QString::fromStdString(advice),
+                                      Dialogs::Harmless::Cancel);
+}
+
+void Main::StartGoOnlineTimer(std::int32_t milliseconds) { m_goOnlineTimer.start(milliseconds); }
+
+void Main::StopGoOnlineTimer() { m_goOnlineTimer.stop(); }
+
+void Main::TickGoOnline() {
+  // While the window starts up, the notice timer does not run either.
+  if (m_around.gate.IsBusy() || !m_noticeTimer.isActive()) return;
+  const device::TLS* const board = m_session.Board();
+  // The same board with the same catalogue would only fail again.
+  if (board != nullptr && m_ledFailure == std::pair(board->ClassDebugID(), m_around.led.CatalogueStamp())) return;
+  const CommandGate::Passage passage(m_around.gate);
+  m_session.GoOnlineTimerTick();
+}
+
+void Main::LookForNotices() {
+  if (m_around.gate.IsBusy()) return;
+  const CommandGate::Passage passage(m_around.gate);
+  m_around.agent.Refresh();
+  ShowBoards();
+}
+
+void Main::ModifiedChanged() {
+  m_tools->ShowSet(QString::fromStdString(m_set.Name()), m_set.IsModified(), TextOf(m_set.Path()));
+}
+
+void Main::Press(ToolRow::Tool tool) {
+  switch (tool) {
+    case ToolRow::Tool::Load:
+      m_setFile.Open();
+      break;
+    case ToolRow::Tool::Save:
+      m_setFile.Save();
+      break;
+    case ToolRow::Tool::Config:
+      m_configFrame->Open(m_session.DeviceRevision());
+      break;
+    case ToolRow::Tool::Update:
+      if (m_around.update != nullptr) m_around.update->Open(*this);
+      break;
+    case ToolRow::Tool::Send:
+      Send();
+      break;
+  }
+}
+
+void Main::Send() {
+  // It may have gone since the button was pressed.
+  device::TLS* const board = m_session.Board();
+  if (board == nullptr || !WhyNoSend().isEmpty()) return;
+  const CommandGate::Passage passage(m_around.gate);
+  SetRunning(true);
+  m_around.sleep.Block("Sounds are being written into the board.");
+  const std::int32_t flash = device::FlashSize(m_session.MemoryCapacity());
+  m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash}));
+  m_around.sleep.Unblock();
+  SetRunning(false);
+}
+
+void Main::SendAccParam() {
+  if (!m_session.IsOnline() || m_session.Board() == nullptr) {
+    m_helpLine->ShowNews(tr("No board is connected: nothing was sent."));
+    return;
+  }
+  const CommandGate::Passage passage(m_around.gate);
+  motion::AccelerometerSetup setup(*m_session.Board(), m_session.SerialNumber(), m_around.kept);
+  if (const auto held = setup.Change(m_configFrame->Values())) {
+    m_configFrame->ShowValues(*held, m_session.DeviceRevision());
+    m_helpLine->ShowNews(tr("The board has taken the new values."));
+  } else {
+    m_helpLine->ShowNews(tr("The board did not confirm the new values. Check its plug and send them again."));
+  }
+}
+
+void Main::SetRunning(bool running) {
+  m_running = running;
+  m_page->SetBusy(running);
+  UpdateButtons();
+}
+
+void Main::SetCovered(bool covered) {
+  if (covered) m_focusBefore = focusWidget();
+  m_tools->setEnabled(!covered);
+  m_pages->setEnabled(!covered);
+  if (!covered && m_focusBefore != nullptr) m_focusBefore->setFocus();
+}
+
+void Main::UpdateButtons() {
+  const auto show = [this](ToolRow::Tool tool, const QString& why) {
+    if (why.isEmpty())
+      m_tools->Enable(tool);
+    else
+      m_tools->Disable(tool, why);
+  };
+  const QString wait = m_running ? tr("Please wait until this is done.") : QString();
+  show(ToolRow::Tool::Load, wait);
+  show(ToolRow::Tool::Save, wait);
+  show(ToolRow::Tool::Config, WhyNoBoard());
+  show(ToolRow::Tool::Send, WhyNoSend());
+  const QString noUpdate =
+      m_around.update == nullptr ? tr("This version does not fetch sounds from the Internet.") : QString();
+  show(ToolRow::Tool::Update, noUpdate.isEmpty() ? WhyNoBoard() : noUpdate);
+}
+
+QString Main::WhyNoBoard() const {
+  if (m_running) return tr("Please wait until this is done.");
+  if (m_boardButtons) return {};
+  if (m_session.NumberOfBoards() == 0) return tr("No sound board is connected.");
+  if (m_session.DeviceType() == device::DeviceType::LedDriver)
+    return tr("The board is an LED driver: it has neither sounds nor an acceleration sensor.");
+  return tr("The board does not answer. Unplug it and plug it in again.");
+}
+
+QString Main::WhyNoSend() const {
+  const QString noBoard = WhyNoBoard();
+  if (!noBoard.isEmpty() || m_set.Fits()) return noBoard;
+  return tr("The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
+}
+
+void Main::closeEvent(QCloseEvent* event) {
+  if (m_unloaded) return;
+  if (!MayClose()) {
+    event->ignore();
+    return;
+  }
+  m_around.settings.setValue(kGeometryKey, saveGeometry());
+  Unload();
+  emit closed();
+}
+
+bool Main::MayClose() {
+  if (!m_around.gate.IsBusy()) return m_setFile.MayLose();
+  const bool wanted = !m_download->IsRunning() ||
+                      m_around.dialogs.AskOkCancel(tr("The download is not done yet. Cancel it and close the window?\n"
+                                                      "Without a complete download the board has no sounds."),
+                                                   "", Dialogs::Harmless::Cancel);
+  if (!wanted) return false;
+  m_download->Cancel();
+  // What is going on comes to a safe end first.
+  m_around.gate.WhenFree([this] { close(); });
+  return false;
+}
+
+void Main::Unload() {
+  if (std::exchange(m_unloaded, true)) return;
+  m_goOnlineTimer.stop();
+  m_noticeTimer.stop();
+  m_preview.Stop();
+  m_session.Exit();
+  if (m_around.update != nullptr) m_around.update->Unload();
+}
+
+void Main::dragEnterEvent(QDragEnterEvent* event) {
+  if (!m_running && !SetIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void Main::dropEvent(QDropEvent* event) {
+  const QString path = SetIn(*event->mimeData());
+  event->acceptProposedAction();
+  // Not from here: the program that it comes from waits for the end of this, and there may be a question.
+  QTimer::singleShot(0, this, [this, path] { OpenSet(PathOf(path)); });
+}
+
+}  // namespace kestrin::app

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "app/HelpLine.h"
+#include "app/Preview.h"
+#include "app/SetFile.h"
+#include "app/Surroundings.h"
+#include "app/ToolRow.h"
+#include "app/theme/Pictures.h"
+#include "device/DeviceSession.h"
+#include "device/SessionView.h"
+#include "sound/Download.h"
+#include "sound/LSU_Configuration.h"
+#include "sound/SoundSet.h"
+#include "sound/SoundSetListener.h"
+
+class QStackedWidget;
+
+namespace kestrin::motion::ui {
+class ConfigFrame;
+}
+namespace kestrin::sound::ui {
+class DownloadFrame;
+class SoundPage;
+}  // namespace kestrin::sound::ui
+
+namespace kestrin::app {
+
+/// The program's window. It owns the session with the board, the set of sounds and the download for the whole run, and
+/// shows them; their rules stand in those classes.
+class Main : public QMainWindow, private device::SessionView, private sound::SoundSetListener {
+  Q_OBJECT
+
+ public:
+  static constexpr const char* kCaption = "Corvent Kestrin Launcher v2.2.2";
+  /// How often plugging and unplugging is asked for, in milliseconds.
+  static constexpr int kNoticeInterval = 250;
+
+  /// The shell's numbers of two of its folders.
+  static constexpr int kDesktopDirectory = 16;
+  static constexpr int kPersonal = 5;
+
+  explicit Main(const Surroundings& surroundings);
+  ~Main() override;
+
+  /// Makes the window ready, looks for a board and asks whether to go on when there is none. False: the person wants to
+  /// end the program; the window was not shown.
+  [[nodiscard]] bool StartUp();
+  /// Opens a set, as the command line names it.
+  void OpenSet(const std::filesystem::path& path);
+  /// Plays one ".lsu" file.
+  void PlayLsuFile(const std::filesystem::path& path);
+  /// The shell's folder of that number: 16 desktop, 5 personal; empty for all others.
+  [[nodiscard]] std::filesystem::path fGetSpecialFolder(int CSIDL) const;
+
+ signals:
+  /// The window was closed, the board let go: the program ends.
+  void closed();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void MakeLayout();
+  void MakePanels();
+  void Connect();
+
+  void ShowOnline(bool online) override;
+  void ShowSerialLabel(const std::string& text) override;
+  void SetMemoryCapacity(std::int32_t samples) override;
+  void EnableFileButtons() override;
+  void EnableBoardButtons(bool enabled) override;
+  void ShowLedFrame(bool visible) override;
+  void ReadAccData() override;
+  [[nodiscard]] bool InitLedDrivers() override;
+  void ShowMessage(const std::string& text) override;
+  [[nodiscard]] bool AskWorkOffline(const std::string& question, const std::string& advice) override;
+  void StartGoOnlineTimer(std::int32_t milliseconds) override;
+  void StopGoOnlineTimer() override;
+
+  void ModifiedChanged() override;
+  void MemoryChanged() override { UpdateButtons(); }
+
+  void Press(ToolRow::Tool tool);
+  void Send();
+  void SendAccParam();
+  void TickGoOnline();
+  void LookForNotices();
+  void SetRunning(bool running);
+  void SetCovered(bool covered);
+  void UpdateButtons();
+  /// Why a button cannot be used; "" when it can.
+  [[nodiscard]] QString WhyNoBoard() const;
+  [[nodiscard]] QString WhyNoSend() const;
+  void ShowBoards();
+  [[nodiscard]] bool MayClose();
+  void Unload();
+
+  Surroundings m_around;
+  Pictures m_pictures;
+
+  sound::LSU_Configuration m_configuration;
+  sound::SoundSet m_set;
+  device::DeviceSession m_session;
+  SetFile m_setFile;
+  Preview m_preview;
+
+  ToolRow* m_tools = nullptr;
+  QStackedWidget* m_pages = nullptr;
+  sound::ui::SoundPage* m_page = nullptr;
+  QWidget* m_ledFrame = nullptr;
+  HelpLine* m_helpLine = nullptr;
+  QWidget* m_waitFrame = nullptr;
+  motion::ui::ConfigFrame* m_configFrame = nullptr;
+  sound::ui::DownloadFrame* m_downloadFrame = nullptr;
+  std::optional<sound::Download> m_download;
+
+  /// What had the keyboard before a panel was laid over the window.
+  QPointer<QWidget> m_focusBefore;
+  QTimer m_goOnlineTimer;
+  QTimer m_noticeTimer;
+  bool m_boardButtons = false;
+  bool m_running = false;
+  bool m_unloaded = false;
+  /// The LED driver and the catalogue for which there was a message already: the board's number and the file's stamp.
+  std::optional<std::pair<std::int32_t, std::string>> m_ledFailure;
+};
+
+}  // namespace kestrin::app

@@ -1,0 +1,137 @@
+#include "app/SetFile.h"
+
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+#include <vector>
+
+#include "app/CommandGate.h"
+#include "app/Dialogs.h"
+#include "app/FileFilter.h"
+#include "sound/ConfigurationFile.h"
+#include "sound/PathText.h"
+
+namespace kestrin::app {
+
+namespace {
+
+constexpr const char* kRecentKey = "recentSets";
+constexpr const char* kSuffix = "lscfg";
+
+QString TextOf(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
+std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+
+sound::RecentSets ReadRecent(const QSettings& settings) {
+  std::vector<std::filesystem::path> stored;
+  for (const QString& path : settings.value(kRecentKey).toStringList()) stored.push_back(PathOf(path));
+  return sound::RecentSets(stored);
+}
+
+}  // namespace
+
+SetFile::SetFile(sound::SoundSet& set, Dialogs& dialogs, CommandGate& gate, QSettings& settings, QObject* parent)
+    : QObject(parent),
+      m_set(set),
+      m_dialogs(dialogs),
+      m_gate(gate),
+      m_settings(settings),
+      m_recent(ReadRecent(settings)) {
+  m_menu.setObjectName("LoadMenu");
+  m_menu.setToolTipsVisible(true);
+  FillMenu();
+}
+
+void SetFile::Open() {
+  const QString path =
+      m_dialogs.OpenFile(tr("Open a sound set"), StartPlace(), QtFileFilter(sound::ConfigurationFile::kFilter));
+  if (!path.isEmpty()) OpenPath(PathOf(path));
+}
+
+void SetFile::OpenPath(const std::filesystem::path& path) {
+  if (MayLose()) Load(path);
+}
+
+void SetFile::Load(const std::filesystem::path& path) {
+  sound::LoadResult result;
+  {
+    const CommandGate::Passage passage(m_gate);
+    emit loading(true);
+    result = m_set.Load(path, m_gate.Pump());
+    emit loading(false);
+  }
+  std::error_code ignored;
+  if (result.valid)
+    Remember(path);
+  else if (!std::filesystem::exists(path, ignored))
+    m_recent.Forget(path);
+  FillMenu();
+  const std::string message = result.Message();
+  if (!message.empty()) m_dialogs.ShowError(QString::fromStdString(message));
+  if (result.valid) emit opened(TextOf(path));
+}
+
+bool SetFile::Save() {
+  const QString path = m_dialogs.SaveFile(tr("Save the sound set"), StartPlace(),
+                                          QtFileFilter(sound::ConfigurationFile::kFilter), kSuffix);
+  if (path.isEmpty()) return false;
+  const std::string problem = m_set.Save(PathOf(path));
+  if (!problem.empty()) {
+    m_dialogs.ShowError(QString::fromStdString(problem));
+    return false;
+  }
+  Remember(PathOf(path));
+  return true;
+}
+
+void SetFile::New() {
+  if (MayLose()) m_set.Clear();
+}
+
+bool SetFile::MayLose() {
+  if (!m_set.IsModified()) return true;
+  const QString question =
+      tr("The set \"%1\" has changes that are not saved.\nSave them?").arg(QString::fromStdString(m_set.Name()));
+  switch (m_dialogs.AskUnsaved(question)) {
+    case Dialogs::Unsaved::Save:
+      return Save();
+    case Dialogs::Unsaved::Discard:
+      return true;
+    case Dialogs::Unsaved::GoBack:
+      return false;
+  }
+  return false;
+}
+
+void SetFile::Remember(const std::filesystem::path& path) {
+  std::error_code failed;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, failed);
+  m_recent.Use(failed ? path : absolute);
+  FillMenu();
+}
+
+void SetFile::FillMenu() {
+  QStringList stored;
+  m_menu.clear();
+  m_menu.addAction(tr("New set"), QKeySequence::New, this, [this] { m_gate.WhenFree([this] { New(); }); });
+  if (!m_recent.Paths().empty()) m_menu.addSection(tr("Recent sets"));
+  for (const std::filesystem::path& path : m_recent.Paths()) {
+    const QString text = TextOf(path);
+    stored.append(text);
+    // An ampersand in a file's name is no shortcut.
+    QAction* const action = m_menu.addAction(QFileInfo(text).completeBaseName().replace('&', "&&"));
+    action->setToolTip(text);
+    // The action must outlive its own signal, and loading fills the menu anew.
+    connect(
+        action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
+        Qt::QueuedConnection);
+  }
+  m_settings.setValue(kRecentKey, stored);
+}
+
+QString SetFile::StartPlace() const {
+  if (!m_set.Path().empty()) return TextOf(m_set.Path());
+  if (!m_recent.Paths().empty()) return TextOf(m_recent.Paths().front().parent_path());
+  return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}
+
+}  // namespace kestrin::app

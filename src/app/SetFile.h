@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QMenu>
+#include <QObject>
+#include <filesystem>
+
+#include "sound/RecentSets.h"
+#include "sound/SoundSet.h"
+
+class QSettings;
+
+namespace kestrin::app {
+
+class CommandGate;
+class Dialogs;
+
+/// The set of sounds as a file: opens and saves it, remembers the recent ones, asks before an unsaved set is lost.
+class SetFile : public QObject {
+  Q_OBJECT
+
+ public:
+  /// All must outlive the object. `settings` keeps the recent sets.
+  SetFile(sound::SoundSet& set, Dialogs& dialogs, CommandGate& gate, QSettings& settings, QObject* parent = nullptr);
+
+  /// "New set" and the recent sets.
+  [[nodiscard]] QMenu& Menu() { return m_menu; }
+
+  /// Asks for a file and opens it.
+  void Open();
+  /// Opens this file; the person is asked before an unsaved set is lost.
+  void OpenPath(const std::filesystem::path& path);
+  /// Asks for a file name and saves. False when it was not saved.
+  bool Save();
+  /// An empty set.
+  void New();
+  /// True when the set is saved, or may be lost.
+  [[nodiscard]] bool MayLose();
+
+ signals:
+  /// A set is being loaded: nothing else may be started. Then it is not any more.
+  void loading(bool isLoading);
+  /// This set was opened.
+  void opened(const QString& path);
+
+ private:
+  void Load(const std::filesystem::path& path);
+  void Remember(const std::filesystem::path& path);
+  void FillMenu();
+  [[nodiscard]] QString StartPlace() const;
+
+  sound::SoundSet& m_set;
+  Dialogs& m_dialogs;
+  CommandGate& m_gate;
+  QSettings& m_settings;
+  sound::RecentSets m_recent;
+  QMenu m_menu;
+};
+
+}  // namespace kestrin::app

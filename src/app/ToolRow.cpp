@@ -1,0 +1,219 @@
+#include "app/ToolRow.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "app/help/TopicOf.h"
+#include "app/theme/Pictures.h"
+#include "app/theme/Theme.h"
+#include "app/theme/ThemeColors.h"
+
+namespace kestrin::app {
+
+namespace {
+
+constexpr int kGrid = 8;
+constexpr int kIcon = Pictures::kIconSide;
+constexpr int kLogoHeight = 40;
+constexpr int kOnlineSide = 16;
+
+struct ToolFacts {
+  const char* control;
+  const char* caption;
+  const char* purpose;
+  const char* shortcut;
+  const char* picture;
+  /// "" for buttons whose disabled picture Qt makes.
+  const char* disabledPicture;
+  HelpContext help;
+};
+
+/// In the order of ToolRow::Tool and of the row.
+constexpr std::array<ToolFacts, 5> kTools{{
+    {"LoadBtn", QT_TRANSLATE_NOOP("ToolRow", "Open"), QT_TRANSLATE_NOOP("ToolRow", "Open a sound set"), "Ctrl+O",
+     "open.bmp", "", HelpContext::Open},
+    {"SaveBtn", QT_TRANSLATE_NOOP("ToolRow", "Save"), QT_TRANSLATE_NOOP("ToolRow", "Save the sound set"), "Ctrl+S",
+     "save.bmp", "", HelpContext::Save},
+    {"ConfigBtn", QT_TRANSLATE_NOOP("ToolRow", "Setup"),
+     QT_TRANSLATE_NOOP("ToolRow", "Set up how the board detects motion and impact"), "Ctrl+E", "setup.bmp",
+     "setup_off.bmp", HelpContext::Setup},
+    {"UpdateBtn", QT_TRANSLATE_NOOP("ToolRow", "Update"),
+     QT_TRANSLATE_NOOP("ToolRow", "Fetch new sounds from the Internet"), "Ctrl+U", "update.bmp", "update_off.bmp",
+     HelpContext::Update},
+    {"SendBtn", QT_TRANSLATE_NOOP("ToolRow", "Download"),
+     QT_TRANSLATE_NOOP("ToolRow", "Write the sound set into the board"), "Ctrl+D", "download.bmp", "download_off.bmp",
+     HelpContext::Download},
+}};
+
+const ToolFacts& FactsOf(ToolRow::Tool tool) { return kTools[static_cast<std::size_t>(tool)]; }
+
+QLabel* MakeLabel(const char* name, QWidget& parent) {
+  auto* const label = new QLabel(&parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+}  // namespace
+
+ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent), m_pictures(pictures) {
+  setObjectName("ToolRow");
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
+  row->setSpacing(kGrid / 2);
+  m_logo = MakeLabel("LogoPicture", *this);
+  m_logo->setAccessibleName(tr("Corvent"));
+  row->addWidget(m_logo);
+  row->addSpacing(kGrid);
+  MakeButtons(*row);
+  row->addStretch(1);
+
+  m_set = MakeLabel("SetLabel", *this);
+  m_set->setAlignment(Qt::AlignRight);
+  Theme::MakeSoft(*m_set);
+  m_online = MakeLabel("OnlinePicture", *this);
+  m_serial = MakeLabel("SerialLabel", *this);
+  m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  auto* const board = new QHBoxLayout;
+  board->setSpacing(kGrid);
+  board->addStretch(1);
+  board->addWidget(m_online);
+  board->addWidget(m_serial);
+  auto* const state = new QVBoxLayout;
+  state->setSpacing(kGrid / 2);
+  state->addStretch(1);
+  state->addLayout(board);
+  state->addWidget(m_set);
+  state->addStretch(1);
+  row->addLayout(state);
+  SetHelpContext(*m_online, HelpContext::OnlinePicture);
+  ShowOnline(false);
+  ShowSerial("");
+}
+
+void ToolRow::MakeButtons(QHBoxLayout& layout) {
+  for (std::size_t i = 0; i < kTools.size(); ++i) {
+    const auto tool = static_cast<Tool>(i);
+    const ToolFacts& facts = kTools[i];
+    if (tool == Tool::Config) {
+      m_edit = new QHBoxLayout;
+      m_edit->setSpacing(kGrid / 2);
+      layout.addLayout(m_edit);
+      layout.addSpacing(2 * kGrid);
+    }
+    auto* const button = new QToolButton(this);
+    button->setObjectName(facts.control);
+    button->setText(tr(facts.caption));
+    button->setAccessibleName(tr(facts.caption));
+    button->setAccessibleDescription(tr(facts.purpose));
+    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    button->setIconSize({kIcon, kIcon});
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setMinimumWidth(9 * kGrid);
+    button->setShortcut(QKeySequence(facts.shortcut));
+    SetHelpContext(*button, facts.help);
+    connect(button, &QToolButton::clicked, this, [this, tool] { emit pressed(tool); });
+    layout.addWidget(button);
+    m_buttons[i] = button;
+    Enable(tool);
+  }
+  Theme::MakePrimary(Button(Tool::Send));
+  ShowPictures();
+}
+
+void ToolRow::ShowPictures() {
+  for (std::size_t i = 0; i < kTools.size(); ++i) {
+    const QString active = kTools[i].picture;
+    const QString disabled = kTools[i].disabledPicture;
+    QIcon icon = m_pictures.Icon(active, disabled);
+    if (Theme::IsPrimary(m_buttons[i]) && !icon.isNull()) {
+      // On the accent's ground the picture takes the colour of the text there.
+      const QPixmap off = icon.pixmap(icon.availableSizes().constFirst(), QIcon::Disabled);
+      icon = m_pictures.Tinted(active, ColorOf(ColorRole::AccentText, palette()));
+      icon.addPixmap(off, QIcon::Disabled);
+    }
+    m_buttons[i]->setIcon(icon);
+  }
+}
+
+void ToolRow::Enable(Tool tool) {
+  QToolButton& button = Button(tool);
+  button.setEnabled(true);
+  button.setToolTip(tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")");
+}
+
+void ToolRow::Disable(Tool tool, const QString& reason) {
+  QToolButton& button = Button(tool);
+  button.setEnabled(false);
+  button.setToolTip(reason);
+}
+
+void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
+  m_edit->addWidget(MakeActionButton("UndoBtn", "undo.bmp", undo));
+  m_edit->addWidget(MakeActionButton("RedoBtn", "redo.bmp", redo));
+  setTabOrder(&Button(Tool::Save), m_edit->itemAt(0)->widget());
+  setTabOrder(m_edit->itemAt(0)->widget(), m_edit->itemAt(1)->widget());
+  setTabOrder(m_edit->itemAt(1)->widget(), &Button(Tool::Config));
+}
+
+QToolButton* ToolRow::MakeActionButton(const char* name, const char* picture, QAction& action) {
+  action.setIcon(m_pictures.Icon(picture));
+  auto* const button = new QToolButton(this);
+  button->setObjectName(name);
+  button->setDefaultAction(&action);
+  button->setToolButtonStyle(action.icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
+  button->setIconSize({kIcon, kIcon});
+  button->setAutoRaise(true);
+  button->setFocusPolicy(Qt::StrongFocus);
+  return button;
+}
+
+void ToolRow::SetLoadMenu(QMenu& menu) {
+  QToolButton& button = Button(Tool::Load);
+  button.setMenu(&menu);
+  button.setPopupMode(QToolButton::MenuButtonPopup);
+}
+
+void ToolRow::ShowLogo() {
+  const QPixmap logo = m_pictures.Pixmap("corvent_small.bmp", {4 * kLogoHeight, kLogoHeight}, devicePixelRatioF());
+  m_logo->setPixmap(logo);
+  m_logo->setVisible(!logo.isNull());
+}
+
+void ToolRow::ShowOnline(bool online) {
+  const QString file = online ? "LS_on.bmp" : "LS_off.bmp";
+  m_online->setPixmap(m_pictures.Pixmap(file, {kOnlineSide, kOnlineSide}, devicePixelRatioF()));
+  m_online->setProperty("picture", file);
+  const QString state = online ? tr("A board is connected") : tr("No board is connected");
+  m_online->setToolTip(state);
+  m_online->setAccessibleName(state);
+}
+
+void ToolRow::ShowSerial(const QString& text) {
+  m_serial->setText(text);
+  m_serial->setAccessibleName(text);
+}
+
+void ToolRow::ShowBoards(const QString& text) { m_serial->setToolTip(text); }
+
+void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
+  constexpr int kWidest = 320;
+  const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, kWidest);
+  m_set->setText(modified ? shown + QStringLiteral(" \u2022") : shown);
+  m_set->setAccessibleName(modified ? tr("%1, not saved").arg(name) : name);
+  m_set->setToolTip(modified ? tr("%1\nNot saved yet").arg(path.isEmpty() ? name : path) : path);
+}
+
+void ToolRow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && m_buttons.back() != nullptr) ShowPictures();
+}
+
+}  // namespace kestrin::app

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+class QAction;
+class QHBoxLayout;
+class QLabel;
+class QMenu;
+class QToolButton;
+
+namespace kestrin::app {
+
+class Pictures;
+
+/// The row of picture buttons along the top of the window, with the set's name and the board that is online.
+class ToolRow : public QWidget {
+  Q_OBJECT
+
+ public:
+  enum class Tool { Load, Save, Config, Update, Send };
+
+  /// The pictures must outlive the row.
+  explicit ToolRow(const Pictures& pictures, QWidget* parent = nullptr);
+
+  [[nodiscard]] QToolButton& Button(Tool tool) const { return *m_buttons[static_cast<std::size_t>(tool)]; }
+  /// The button can be used, or cannot for this reason, which its tool tip then gives.
+  void Enable(Tool tool);
+  void Disable(Tool tool, const QString& reason);
+  /// Buttons for the two actions stand beside those for the set's file.
+  void AddUndoAndRedo(QAction& undo, QAction& redo);
+  /// What opens beside `LoadBtn`.
+  void SetLoadMenu(QMenu& menu);
+
+  void ShowLogo();
+  void ShowOnline(bool online);
+  void ShowSerial(const QString& text);
+  /// What the serial label's tool tip says.
+  void ShowBoards(const QString& text);
+  /// The set's name, with a mark while it is not saved.
+  void ShowSet(const QString& name, bool modified, const QString& path);
+
+ signals:
+  void pressed(kestrin::app::ToolRow::Tool tool);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void MakeButtons(QHBoxLayout& layout);
+  void ShowPictures();
+  [[nodiscard]] QToolButton* MakeActionButton(const char* name, const char* picture, QAction& action);
+
+  const Pictures& m_pictures;
+  std::array<QToolButton*, 5> m_buttons{};
+  QHBoxLayout* m_edit = nullptr;
+  QLabel* m_logo = nullptr;
+  QLabel* m_online = nullptr;
+  QLabel* m_serial = nullptr;
+  QLabel* m_set = nullptr;
+};
+
+}  // namespace kestrin::app

@@ -1,0 +1,112 @@
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTextStream>
+#include <cstdio>
+#include <memory>
+
+#include "app/Application.h"
+#include "app/CommandGate.h"
+#include "app/CommandLineOptions.h"
+#include "app/LedSetupAbsent.h"
+#include "app/Main.h"
+#include "app/help/HelpKey.h"
+#include "app/help/HelpWindow.h"
+#include "app/theme/Theme.h"
+#include "motion/KeptParametersFolder.h"
+#include "platform/boards/BoardAgent.h"
+#include "platform/desktop/CompiledHelp.h"
+#include "platform/desktop/DataFolder.h"
+#include "platform/desktop/DesktopFolders.h"
+#include "platform/desktop/QtDialogs.h"
+#include "platform/desktop/SystemSleepBlocker.h"
+#include "platform/desktop/SystemSoundPlayer.h"
+#include "sound/PathText.h"
+
+namespace {
+
+using namespace kestrin;
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+int Tell(std::FILE* where, const QString& text, int code) {
+  QTextStream(where) << text;
+  return code;
+}
+
+std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+QString TextOf(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
+
+/// Where the program keeps what is this person's own.
+std::filesystem::path DataFolder() {
+  const std::filesystem::path folder = desktop::DataFolder();
+  return folder.empty() ? PathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)) : folder;
+}
+
+/// The help, read when it is asked for the first time.
+class Help {
+ public:
+  explicit Help(const std::filesystem::path& programFolder)
+      : m_file(programFolder / platform::CompiledHelp::kFileName) {
+    QObject::connect(&m_key, &app::HelpKey::topicRequested, &m_key, [this](app::HelpContext topic) {
+      if (m_source == nullptr) m_source = std::make_unique<platform::CompiledHelp>(m_file);
+      if (m_window == nullptr) m_window = std::make_unique<app::HelpWindow>(*m_source);
+      m_window->ShowTopic(topic);
+    });
+  }
+
+ private:
+  std::filesystem::path m_file;
+  app::HelpKey m_key;
+  std::unique_ptr<platform::CompiledHelp> m_source;
+  std::unique_ptr<app::HelpWindow> m_window;
+};
+
+int Run(app::Application& application, const app::CommandLineOptions& options) {
+  app::Theme::Apply(application, app::ColorScheme::System);
+  base::SystemClock clock;
+  app::CommandGate gate;
+  const boards::BoardAgent board = boards::MakeBoardAgent(options.board, clock, gate.Pump());
+  if (!board.problem.empty()) return Tell(stderr, "kestrin: " + QString::fromStdString(board.problem) + '\n', kFailed);
+
+  const std::filesystem::path data = DataFolder();
+  motion::KeptParametersFolder kept(data / motion::KeptParametersFolder::kFolderName);
+  QSettings settings(TextOf(data / "kestrin.ini"), QSettings::IniFormat);
+  const std::unique_ptr<sound::SoundPlayer> player = desktop::MakeSystemSoundPlayer(clock);
+  const desktop::DesktopFolders folders;
+  desktop::QtDialogs dialogs;
+  desktop::SystemSleepBlocker sleep;
+  app::LedSetupAbsent led;
+  Help help(options.programFolder);
+
+  app::Main window({*board.agent, gate, clock, dialogs, *player, folders, kept, sleep, led, nullptr, settings,
+                    options.programFolder, data});
+  dialogs.SetWindow(&window);
+  QObject::connect(&application, &app::Application::mishap, &window,
+                   [&dialogs](const QString& text) { dialogs.ShowError(text); });
+  QObject::connect(&window, &app::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+  if (!window.StartUp()) return kDone;
+  window.show();
+  if (!options.set.empty()) QTimer::singleShot(0, &window, [&] { window.OpenSet(options.set); });
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  app::Application application(argc, argv);
+  QCoreApplication::setApplicationName("Kestrin Launcher");
+  QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
+  QGuiApplication::setDesktopFileName("kestrin");
+  const app::CommandLineOptions::Parsed parsed =
+      app::CommandLineOptions::Parse(QCoreApplication::arguments(), PathOf(QCoreApplication::applicationDirPath()));
+  if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
+  if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);
+  try {
+    return Run(application, parsed.options);
+  } catch (const std::exception& error) {
+    return Tell(stderr, QString("kestrin: %1\n").arg(error.what()), kFailed);
+  }
+}

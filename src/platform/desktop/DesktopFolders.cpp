@@ -1,0 +1,44 @@
+#include "platform/desktop/DesktopFolders.h"
+
+#include <QDir>
+#include <QStandardPaths>
+#include <QStorageInfo>
+
+namespace kestrin::desktop {
+
+namespace {
+
+std::filesystem::path PathOf(const QString& text) { return {text.toStdU16String()}; }
+
+std::filesystem::path Place(QStandardPaths::StandardLocation location) {
+  return PathOf(QStandardPaths::writableLocation(location));
+}
+
+}  // namespace
+
+std::filesystem::path DesktopFolders::Desktop() const { return Place(QStandardPaths::DesktopLocation); }
+
+std::filesystem::path DesktopFolders::Documents() const { return Place(QStandardPaths::DocumentsLocation); }
+
+std::vector<app::Drive> DesktopFolders::Drives() const {
+  std::vector<app::Drive> drives;
+#ifdef _WIN32
+  for (const QFileInfo& drive : QDir::drives()) {
+    const QString path = drive.absoluteFilePath();
+    drives.push_back({path.left(2).toStdString(), PathOf(path)});
+  }
+#else
+  drives.push_back({"/", "/"});
+  drives.push_back({"Home", PathOf(QDir::homePath())});
+  // Of all that is mounted somewhere, people know what they have plugged in themselves.
+  static const QStringList kPlaces{"/media/", "/run/media/", "/mnt/", "/Volumes/"};
+  for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+    const QString root = volume.rootPath();
+    for (const QString& place : kPlaces)
+      if (root.startsWith(place)) drives.push_back({QDir(root).dirName().toStdString(), PathOf(root)});
+  }
+#endif
+  return drives;
+}
+
+}  // namespace kestrin::desktop

@@ -1,0 +1,138 @@
+#include "platform/desktop/PulsePlayer.h"
+
+#include <pulse/error.h>
+#include <pulse/simple.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+#include "platform/desktop/WavFile.h"
+
+namespace kestrin::desktop {
+
+namespace {
+
+/// Milliseconds of sound that are handed over at a time, and that the service may hold: so quickly a stop is heard.
+constexpr std::uint32_t kChunkMilliseconds = 20;
+constexpr std::uint32_t kBufferMilliseconds = 200;
+constexpr std::chrono::milliseconds kGoodBye{500};
+
+constexpr const char* kNoService =
+    "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and play the "
+    "sound again.";
+
+struct CloseStream {
+  void operator()(pa_simple* stream) const { pa_simple_free(stream); }
+};
+using Stream = std::unique_ptr<pa_simple, CloseStream>;
+
+std::uint32_t BytesOf(const WavFile& wav, std::uint32_t milliseconds) {
+  return wav.samplesPerSecond * milliseconds / 1000 * wav.channels * 2;
+}
+
+Stream OpenStream(const WavFile& wav) {
+  const pa_sample_spec format{PA_SAMPLE_S16LE, wav.samplesPerSecond, wav.channels};
+  const auto byDefault = static_cast<std::uint32_t>(-1);
+  const pa_buffer_attr buffer{byDefault, BytesOf(wav, kBufferMilliseconds), byDefault, byDefault, byDefault};
+  return Stream(pa_simple_new(nullptr, "Kestrin Launcher", PA_STREAM_PLAYBACK, nullptr, "Preview", &format, nullptr,
+                              &buffer, nullptr));
+}
+
+}  // namespace
+
+/// One sound and how things stand with it.
+struct PulsePlayer::Job {
+  WavFile wav;
+
+  std::mutex mutex;
+  std::condition_variable changed;
+  bool stop = false;
+  bool connected = false;
+  bool done = false;
+  std::string problem;
+
+  [[nodiscard]] bool IsStopped() {
+    const std::lock_guard lock(mutex);
+    return stop;
+  }
+  void SetConnected() {
+    const std::lock_guard lock(mutex);
+    connected = true;
+  }
+  void End(std::string why) {
+    const std::lock_guard lock(mutex);
+    done = true;
+    if (!stop) problem = std::move(why);
+    changed.notify_all();
+  }
+
+  /// What the sound's thread does. Returns "" or the text for the person.
+  [[nodiscard]] std::string Run() {
+    const Stream stream = OpenStream(wav);
+    if (stream == nullptr) return kNoService;
+    SetConnected();
+    int error = 0;
+    const auto failed = [&error] {
+      return std::string("The sound service stopped playing (") + pa_strerror(error) + "). Play the sound again.";
+    };
+    const std::size_t chunk = std::max<std::size_t>(BytesOf(wav, kChunkMilliseconds), wav.channels * std::size_t{2});
+    for (std::string_view rest = wav.samples; !rest.empty();) {
+      if (IsStopped()) {
+        static_cast<void>(pa_simple_flush(stream.get(), &error));
+        return "";
+      }
+      const std::string_view part = rest.substr(0, chunk);
+      if (pa_simple_write(stream.get(), part.data(), part.size(), &error) < 0) return failed();
+      rest.remove_prefix(part.size());
+    }
+    // Not before the last sample was heard.
+    return pa_simple_drain(stream.get(), &error) < 0 ? failed() : "";
+  }
+};
+
+PulsePlayer::~PulsePlayer() {
+  Stop();
+  if (m_job == nullptr) return;
+  std::unique_lock lock(m_job->mutex);
+  m_job->changed.wait_for(lock, kGoodBye, [this] { return m_job->done; });
+}
+
+void PulsePlayer::Play(const std::filesystem::path& wav) {
+  Stop();
+  m_job = std::make_shared<Job>();
+  m_started = m_clock.Now();
+  auto read = WavFile::Read(wav);
+  if (!read) {
+    m_job->End("The sound's copy \"" + wav.filename().string() + "\" cannot be read. Play the sound again.");
+    return;
+  }
+  m_job->wav = std::move(*read);
+  std::thread([job = m_job] { job->End(job->Run()); }).detach();
+}
+
+void PulsePlayer::Stop() {
+  if (m_job == nullptr) return;
+  const std::lock_guard lock(m_job->mutex);
+  m_job->stop = true;
+}
+
+sound::SoundPlayer::Status PulsePlayer::Look() {
+  if (m_job == nullptr) return {};
+  const std::lock_guard lock(m_job->mutex);
+  if (m_job->done) return {false, m_job->problem};
+  if (m_job->stop) return {};
+  if (!m_job->connected && m_clock.Now() - m_started > kPatience) {
+    m_job->stop = true;
+    m_job->done = true;
+    m_job->problem = kNoService;
+    return {false, m_job->problem};
+  }
+  return {true, ""};
+}
+
+}  // namespace kestrin::desktop

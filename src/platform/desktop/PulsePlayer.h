@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "base/Clock.h"
+#include "sound/SoundPlayer.h"
+
+namespace kestrin::desktop {
+
+/// Plays through PulseAudio, and through PipeWire where that stands in for it. Each sound has a thread of its own,
+/// since the sound service makes its callers wait.
+class PulsePlayer final : public sound::SoundPlayer {
+ public:
+  /// A service that has not answered after this long is given up.
+  static constexpr base::Clock::Duration kPatience = std::chrono::seconds(5);
+
+  /// `clock` must outlive the player.
+  explicit PulsePlayer(const base::Clock& clock) : m_clock(clock) {}
+  /// Stops, and waits a moment for the sound's thread.
+  ~PulsePlayer() override;
+  PulsePlayer(const PulsePlayer&) = delete;
+  PulsePlayer& operator=(const PulsePlayer&) = delete;
+
+  void Play(const std::filesystem::path& wav) override;
+  void Stop() override;
+  [[nodiscard]] Status Look() override;
+
+ private:
+  struct Job;
+
+  const base::Clock& m_clock;
+  /// Shared with its thread, which may outlive the player when the service does not answer.
+  std::shared_ptr<Job> m_job;
+  base::Clock::Duration m_started{};
+};
+
+}  // namespace kestrin::desktop

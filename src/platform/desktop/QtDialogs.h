@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "app/Dialogs.h"
+
+namespace kestrin::desktop {
+
+/// The desktop's own dialogs, over the program's window.
+class QtDialogs final : public app::Dialogs {
+ public:
+  /// The window that dialogs belong to from now on; before, and after its end, they stand alone.
+  void SetWindow(QWidget* window) { m_window = window; }
+
+  [[nodiscard]] QString OpenFile(const QString& title, const QString& start, const QString& filter) override;
+  [[nodiscard]] QString SaveFile(const QString& title, const QString& start, const QString& filter,
+                                 const QString& suffix) override;
+  void ShowMessage(const QString& text) override;
+  void ShowError(const QString& text) override;
+  [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless) override;
+  [[nodiscard]] Unsaved AskUnsaved(const QString& question) override;
+
+ private:
+  /// The window when it can be seen: a dialog over a hidden one might not be found.
+  [[nodiscard]] QWidget* Parent() const {
+    return m_window != nullptr && m_window->isVisible() ? m_window.data() : nullptr;
+  }
+
+  QPointer<QWidget> m_window;
+};
+
+}  // namespace kestrin::desktop

@@ -1,0 +1,26 @@
+#include "platform/desktop/SystemSoundPlayer.h"
+
+namespace kestrin::desktop {
+
+namespace {
+
+/// For systems without a player.
+class AbsentPlayer final : public sound::SoundPlayer {
+ public:
+  void Play(const std::filesystem::path&) override { m_asked = true; }
+  void Stop() override { m_asked = false; }
+  [[nodiscard]] Status Look() override {
+    return {false, m_asked ? "This build of the program cannot play sounds: it was made without a sound library." : ""};
+  }
+
+ private:
+  bool m_asked = false;
+};
+
+}  // namespace
+
+std::unique_ptr<sound::SoundPlayer> MakeSystemSoundPlayer(const base::Clock&) {
+  return std::make_unique<AbsentPlayer>();
+}
+
+}  // namespace kestrin::desktop

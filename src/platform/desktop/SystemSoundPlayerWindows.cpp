@@ -1,0 +1,57 @@
+#include <windows.h>
+// After the line above, which it needs.
+#include <mmsystem.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "platform/desktop/SystemSoundPlayer.h"
+#include "platform/desktop/WavFile.h"
+
+namespace kestrin::desktop {
+
+namespace {
+
+/// Plays with PlaySound, from memory. Windows does not tell when a sound has ended, so its length does.
+class WindowsPlayer final : public sound::SoundPlayer {
+ public:
+  explicit WindowsPlayer(const base::Clock& clock) : m_clock(clock) {}
+  ~WindowsPlayer() override { Stop(); }
+
+  void Play(const std::filesystem::path& wav) override {
+    Stop();
+    const auto read = WavFile::Read(wav);
+    std::ifstream file(wav, std::ios::binary);
+    m_bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    if (!read || !PlaySoundA(m_bytes.data(), nullptr, SND_MEMORY | SND_ASYNC | SND_NODEFAULT)) {
+      m_problem = "Windows cannot play the sound. Check the loudspeaker and play it again.";
+      return;
+    }
+    const auto bytesPerSecond = std::int64_t{read->samplesPerSecond} * read->channels * 2;
+    const auto bytes = static_cast<std::int64_t>(read->samples.size());
+    m_end = m_clock.Now() + std::chrono::nanoseconds(bytes * 1'000'000'000 / bytesPerSecond);
+  }
+
+  void Stop() override {
+    PlaySoundA(nullptr, nullptr, 0);
+    m_end = {};
+    m_problem.clear();
+  }
+
+  [[nodiscard]] Status Look() override { return {m_clock.Now() < m_end, m_problem}; }
+
+ private:
+  const base::Clock& m_clock;
+  std::string m_bytes;
+  base::Clock::Duration m_end{};
+  std::string m_problem;
+};
+
+}  // namespace
+
+std::unique_ptr<sound::SoundPlayer> MakeSystemSoundPlayer(const base::Clock& clock) {
+  return std::make_unique<WindowsPlayer>(clock);
+}
+
+}  // namespace kestrin::desktop

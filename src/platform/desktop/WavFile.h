@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace kestrin::desktop {
+
+/// A WAV file of plain 16-bit samples in memory.
+struct WavFile {
+  std::uint32_t samplesPerSecond = 0;
+  std::uint8_t channels = 0;
+  /// The samples as they stand in the file, little-endian.
+  std::string samples;
+
+  /// Empty when there is no such file, or it holds something else.
+  [[nodiscard]] static std::optional<WavFile> Read(const std::filesystem::path& path);
+};
+
+}  // namespace kestrin::desktop

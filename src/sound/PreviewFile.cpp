@@ -1,0 +1,34 @@
+#include "sound/PreviewFile.h"
+
+#include <system_error>
+
+#include "base/Text.h"
+#include "sound/LSU_SoundFile.h"
+#include "sound/PathText.h"
+
+namespace kestrin::sound {
+
+bool PreviewFile::IsPlayable(const std::filesystem::path& path) {
+  const std::string text = TextOf(path);
+  const std::size_t dot = text.rfind('.');
+  return !text.empty() && base::EqualsIgnoringCase(dot == std::string::npos ? text : text.substr(dot + 1), "LSU");
+}
+
+PreviewFile::Written PreviewFile::Write(const std::filesystem::path& sound,
+                                        std::span<const std::filesystem::path> folders) {
+  LSU_SoundFile file;
+  if (!file.ReadFile(sound))
+    return {{}, base::LastPathPiece(TextOf(sound)) + " cannot be played: it is missing or holds no sound."};
+  for (const std::filesystem::path& folder : folders) {
+    if (folder.empty()) continue;
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    const std::filesystem::path copy = folder / kName;
+    if (file.WriteWav(copy)) return {copy, ""};
+  }
+  return {{},
+          "The sound cannot be played: there is no place for its copy \"temp.wav\". Make room on the disk or permit "
+          "writing and play it again."};
+}
+
+}  // namespace kestrin::sound
