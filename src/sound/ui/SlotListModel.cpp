@@ -87,6 +87,8 @@ QVariant SlotListModel::data(const QModelIndex& index, int role) const {
     case SoundRowDelegate::kDetailRole:
       return Duration(row.samples);
     case SoundRowDelegate::kFurtherRole:
+      return SlotOf(m_kind).isList ? volume : QString();
+    case kVolumeRole:
       return volume;
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && row.path == m_playing;

@@ -13,6 +13,9 @@ class SlotListModel : public QAbstractListModel {
   Q_OBJECT
 
  public:
+  /// The volume as a text, empty at 100 %.
+  static constexpr int kVolumeRole = Qt::UserRole + 10;
+
   /// Sounds that are dragged out of a slot.
   struct Dragged {
     SlotKind kind;

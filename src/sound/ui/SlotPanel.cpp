@@ -57,7 +57,6 @@ SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
   bold.setBold(true);
   m_option->setFont(bold);
   app::Theme::MakeSoft(*m_count);
-  m_count->setVisible(isList);
 
   auto* head = new QHBoxLayout;
   head->setSpacing(8);
@@ -83,7 +82,13 @@ QColor SlotPanel::Stripe() const { return app::SlotColor(m_kind, palette()); }
 void SlotPanel::Refresh() {
   m_sounds->Refresh();
   const int count = m_sounds->rowCount();
-  m_count->setText(QStringLiteral("%1 of %2").arg(count).arg(kListCapacity));
+  if (SlotOf(m_kind).isList) {
+    m_count->setText(QStringLiteral("%1 of %2").arg(count).arg(kListCapacity));
+    return;
+  }
+  // The one line of a single slot is short: what is usual is not said, and the volume stands above.
+  const QModelIndex only = m_sounds->index(0);
+  m_count->setText(only.isValid() ? only.data(SlotListModel::kVolumeRole).toString() : QString());
 }
 
 void SlotPanel::ShowSelected(bool selected) {

@@ -38,6 +38,7 @@ class SlotPanel : public Card {
   SlotKind m_kind;
   SlotListModel* m_sounds;
   QRadioButton* m_option;
+  /// How full a list is, or the volume of a single slot.
   QLabel* m_count;
   SlotList* m_list;
 };

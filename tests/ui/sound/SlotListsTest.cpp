@@ -120,6 +120,21 @@ TEST_F(SlotListsTest, ListsSayHowManyOfTwelveTheyHold) {
   EXPECT_EQ(texts.join(QLatin1Char(',')).toStdString(), "0 of 12,0 of 12,3 of 12");
 }
 
+TEST_F(SlotListsTest, ASingleSlotShowsAVolumeThatIsNotFull) {
+  Open();
+  Fill(SlotKind::PwrOff, 1);
+  const auto shown = [this] {
+    int labels = 0;
+    for (const QLabel* label : page->findChildren<QLabel*>()) labels += static_cast<int>(label->text() == "45 %");
+    return labels;
+  };
+  EXPECT_EQ(shown(), 0);
+  set.SetVolume(SlotKind::PwrOff, 1, 45);
+  EXPECT_EQ(shown(), 1);
+  set.Remove(SlotKind::PwrOff, 1);
+  EXPECT_EQ(shown(), 0);
+}
+
 TEST_F(SlotListsTest, RemovingFromAListShowsThePositionsVolume) {
   Open();
   Fill(SlotKind::Motion, 3);
