@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <numeric>
+#include <thread>
 
 #include "base/Clock.h"
 #include "rig/RigFixture.h"
@@ -166,6 +169,34 @@ TEST_F(Transfer, AnAnswerThatComesWhileTheHostWaitsIsTaken) {
     if (turns == 2) mock.Send({10, 11});
   };
   EXPECT_EQ(tls.GetID(), 10 * 256 + 11);
+}
+
+TEST_F(Transfer, SignalsThatComeWhileTheHostWaitsDoNotFailTheCommand) {
+  struct sigaction quiet {};
+  quiet.sa_handler = [](int) {};
+  quiet.sa_flags = SA_RESTART;
+  struct sigaction before {};
+  ASSERT_EQ(::sigaction(SIGUSR1, &quiet, &before), 0);
+  mock.onReport = nullptr;
+  GoOnline();
+  turnTime = {};
+  // So many, for as long as it waits, that most of the waits are hit.
+  const pthread_t waiting = ::pthread_self();
+  std::atomic<bool> waits{true};
+  std::thread signals;
+  onTurn = [&] {
+    if (turns == 1) {
+      signals = std::thread([&] {
+        while (waits) ::pthread_kill(waiting, SIGUSR1);
+      });
+    }
+    if (turns == 50) mock.Send({10, 11});
+  };
+  EXPECT_EQ(tls.GetID(), 10 * 256 + 11);
+  EXPECT_GE(turns, 50);
+  waits = false;
+  if (signals.joinable()) signals.join();
+  ASSERT_EQ(::sigaction(SIGUSR1, &before, nullptr), 0);
 }
 
 TEST_F(Transfer, AnswersOfAWrongLengthFail) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <limits>
 #include <utility>
 
@@ -108,7 +109,15 @@ int HidapiConnection::Write(std::span<const std::uint8_t> report) {
 int HidapiConnection::Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) {
   // A negative timeout would wait for ever.
   const auto wait = std::clamp<std::chrono::milliseconds::rep>(timeout.count(), 0, std::numeric_limits<int>::max());
-  return hid_read_timeout(m_device.get(), report.data(), report.size(), static_cast<int>(wait));
+  errno = 0;
+  int length = hid_read_timeout(m_device.get(), report.data(), report.size(), static_cast<int>(wait));
+  // A signal, such as that of Ctrl-C, ends the wait early but is no failure of the board: what the signal is for, the
+  // program does between two waits.
+  while (length < 0 && errno == EINTR) {
+    errno = 0;
+    length = hid_read_timeout(m_device.get(), report.data(), report.size(), 0);
+  }
+  return length;
 }
 
 int HidapiConnection::WriteFeature(std::span<const std::uint8_t> report) {
