@@ -118,7 +118,7 @@ struct Rig {
 
 DownloadOutcome Send(FullSet& set, Rig& rig, Download& download) {
   return download.Send(
-      {*rig.session.Board(), rig.session.SerialNumber(), device::FlashSize(set.configuration.MaxNrOfSamples())});
+      {*rig.session.Board(), rig.session.SerialNumber(), device::FlashSize(set.configuration.MaxNrOfSamples()), true});
 }
 
 /// From the check of the files to the restart, the board made anew each time.

@@ -7,7 +7,8 @@
 namespace kestrin::base {
 
 /// Writes `content` as the whole file `path`, or leaves what was there: it goes into a new file beside `path`, which
-/// then takes the name. Returns "" on success, else a text for the person that names the file and says what is wrong.
+/// then takes the name (and the old file's permissions). A device or a pipe of that name is written to as it is.
+/// Returns "" on success, else a text for the person that names the file and says what is wrong.
 [[nodiscard]] std::string WriteWholeFile(const std::filesystem::path& path, std::string_view content);
 
 }  // namespace kestrin::base

@@ -43,14 +43,15 @@ LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& config
   return loaded;
 }
 
-std::string LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
+void LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
   const LoadedFiles loaded = LoadConfiguration(path, configuration);
-  const std::string aboutFiles = loaded.message.empty() ? "" : loaded.message + "\n";
   if (const int missing = configuration.CheckIntegrity(); missing != 0)
-    throw CommandFailure(ExitCode::Failed, aboutFiles + LSU_Configuration::IntegrityMessage(missing));
+    throw CommandFailure(ExitCode::Failed, LSU_Configuration::IntegrityMessage(missing) +
+                                               (loaded.message.empty() ? "" : "\n" + loaded.message));
+  // Without some of its sounds everything behind them would lie elsewhere.
+  if (!loaded.failed.empty()) throw CommandFailure(ExitCode::Failed, loaded.message);
   const auto map = configuration.MakeMemoryMap([](int) { return true; }, pump);
-  if (!map.complete) throw CommandFailure(ExitCode::Failed, aboutFiles + map.failure);
-  return loaded.message;
+  if (!map.complete) throw CommandFailure(ExitCode::Failed, map.failure);
 }
 
 Report ReportOf(const LSU_Configuration& configuration, const LoadedFiles& loaded) {

@@ -50,6 +50,7 @@ void DeviceSession::GoOnline() {
   m_deviceType = device::DeviceType::Unknown;
   m_deviceRevision = 0;
   m_id = board->GetID();
+  const bool knowsId = board->HasAnswered();
   const BoardIdentity identity = Identify(m_id);
   if (identity.memoryCapacity) {
     m_memoryCapacity = *identity.memoryCapacity;
@@ -58,6 +59,7 @@ void DeviceSession::GoOnline() {
   m_deviceType = identity.type;
   m_deviceRevision = identity.revision;
   m_serialNumber = board->GetSN();
+  m_identified = knowsId && m_serialNumber != TLS::kNoSerialNumber && m_serialNumber.size() == TLS::kSerialDigits;
   m_view.ShowSerialLabel(std::string(identity.caption) + m_serialNumber);
 
   if (m_deviceType == device::DeviceType::SoundBoard) {

@@ -52,6 +52,9 @@ class DeviceSession final : public HidAgentEvents {
   [[nodiscard]] std::uint16_t DeviceRevision() const { return m_deviceRevision; }
   /// Samples that the board holds; that of the last sound board, or the smaller model's at first.
   [[nodiscard]] std::int32_t MemoryCapacity() const { return m_memoryCapacity; }
+  /// Whether that board said what it is and which one: its identity and its whole serial number came. Nothing
+  /// irreversible may be done to a board that did not.
+  [[nodiscard]] bool IsIdentified() const { return m_identified; }
   /// The identity number of the last board that came online.
   [[nodiscard]] std::int32_t Id() const { return m_id; }
   /// Its serial number as GetSN gave it; "" before any.
@@ -75,6 +78,7 @@ class DeviceSession final : public HidAgentEvents {
   device::DeviceType m_deviceType = device::DeviceType::SoundBoard;
   std::uint16_t m_deviceRevision = 0;
   std::int32_t m_memoryCapacity = kDefaultMemoryCapacity;
+  bool m_identified = false;
   std::int32_t m_id = 0;
   std::string m_serialNumber;
 };

@@ -110,6 +110,7 @@ int TLS::VariableCount() const {
 }
 
 bool TLS::WriteOutputRptA() {
+  m_answered = false;
   if (m_outputReport < 0) return false;
   try {
     m_variables[kCommand].SelectInterface();
@@ -123,6 +124,7 @@ bool TLS::WriteOutputRptA() {
 }
 
 bool TLS::ReadInputRptB() {
+  m_answered = false;
   if (m_inputReport < 0) return false;
   try {
     m_variables[kResponse].SelectInterface();
@@ -130,6 +132,7 @@ bool TLS::ReadInputRptB() {
     const bool read = m_agent->ReadReport();
     m_agent->SelectVariable(m_responseVariable);
     m_agent->GetElements(m_response);
+    m_answered = read;
     return read;
   } catch (const AgentError&) {
     return false;

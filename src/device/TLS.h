@@ -39,6 +39,8 @@ class TLS {
   /// The most data bytes behind the seven leading elements of WriteLess.
   static constexpr int kLargestRest = kCommandSize - 7;
   static constexpr const char* kNoSerialNumber = "NoSerialNumber";
+  /// Digits of a serial number that came whole.
+  static constexpr std::size_t kSerialDigits = 8;
 
   TLS();
 
@@ -103,6 +105,8 @@ class TLS {
   [[nodiscard]] std::int32_t GetMemorySize();
   /// The identity, 0 .. 65535; 0 on failure.
   [[nodiscard]] std::int32_t GetID();
+  /// Whether the last read of an answer succeeded: tells an identity of 0 from none.
+  [[nodiscard]] bool HasAnswered() const { return m_answered; }
   /// Good-bye: the program lets go of the board. True when the report was written.
   [[nodiscard]] bool Bye();
   /// Starts erasing the flash; the board answers when it is done, see CheckCompletion(). True when the report was
@@ -162,6 +166,7 @@ class TLS {
   std::int32_t m_inputReport = -1;
   std::array<std::uint8_t, kCommandSize> m_command{};
   std::array<std::uint8_t, kResponseSize> m_response{};
+  bool m_answered = false;
   std::int32_t m_objectId = 0;
 };
 

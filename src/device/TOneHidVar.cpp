@@ -19,14 +19,18 @@ void TOneHidVar::DoCreate(ReportType RptType, std::int32_t UsagePage, std::int32
 bool TOneHidVar::Bind(THIDagent& agent) {
   m_agent = &agent;
   try {
-    m_varIndex = agent.FindVariable(m_rptType, m_usage, m_usagePage);
-    if (!IsBound()) return false;
-    agent.SelectVariable(m_varIndex);
-    m_hidHandle = agent.InterfaceHandle();
-    m_rptIndex = agent.VariableReportNumber();
+    const std::int32_t found = agent.FindVariable(m_rptType, m_usage, m_usagePage);
+    if (found < 0) return false;
+    agent.SelectVariable(found);
+    const std::int32_t handle = agent.InterfaceHandle();
+    const std::int32_t report = agent.VariableReportNumber();
     m_attributes = agent.Attributes();
     agent.SetVariableName(m_varName);
     agent.SetVariableOption(1);
+    // Bound only now: an error on the way leaves the variable unbound.
+    m_varIndex = found;
+    m_hidHandle = handle;
+    m_rptIndex = report;
     return true;
   } catch (const AgentError&) {
     return false;

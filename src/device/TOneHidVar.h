@@ -20,8 +20,8 @@ class TOneHidVar {
   [[nodiscard]] bool Bind(THIDagent& agent);
   /// Forgets the field: VarIndex and RptIndex become -1, HidHandle 0, VarIdentity and the object id new ones.
   void UnBind();
-  /// Makes the interface that the variable was found on the agent's current one: the numbers of variables and reports count
-  /// within an interface. Throws AgentError when it is not open any more.
+  /// Makes the interface that the variable was found on the agent's current one: the numbers of variables and reports
+  /// count within an interface. Throws AgentError when it is not open any more.
   void SelectInterface() const;
   /// Transfers the whole report that holds this variable: an input report is read, an output report written, a feature
   /// report read or written as `read` says. False when unbound or when the transfer failed.

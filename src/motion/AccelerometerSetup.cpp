@@ -22,37 +22,34 @@ std::optional<device::AccParam> AccelerometerSetup::Change(
     SetShownValue(*parameter, *wanted, value);
     if (remembered) SetShownValue(*parameter, *remembered, value);
   }
-  const auto held = Send(*wanted);
-  if (!held || !remembered) return held;
-  if (*remembered == *wanted)
+  if (!m_board.SetAccParam(*wanted)) return std::nullopt;
+  if (remembered == wanted)
     m_kept.Forget(m_serialNumber);
-  else
+  else if (remembered)
     // A disk that refuses leaves the older values remembered, which is still better than none.
     static_cast<void>(m_kept.Keep(m_serialNumber, *remembered));
-  return held;
+  return Restart(*wanted);
 }
 
-std::optional<device::AccParam> AccelerometerSetup::RestoreDefaults() {
-  std::map<const DetectionParameter*, std::int32_t> values;
-  for (const DetectionParameter& parameter : kDetectionParameters) values[&parameter] = parameter.factoryDefault;
-  return Change(values);
-}
+std::optional<device::AccParam> AccelerometerSetup::RestoreDefaults() { return Replace(FactoryDefaults()); }
 
 std::optional<device::AccParam> AccelerometerSetup::Kept() const { return m_kept.Find(m_serialNumber); }
 
 std::optional<device::AccParam> AccelerometerSetup::RestoreKept() {
   const auto kept = Kept();
-  if (!kept) return std::nullopt;
-  const auto held = Send(*kept);
-  if (held) m_kept.Forget(m_serialNumber);
-  return held;
+  return kept ? Replace(*kept) : std::nullopt;
 }
 
-std::optional<device::AccParam> AccelerometerSetup::Send(const device::AccParam& parameters) {
+std::optional<device::AccParam> AccelerometerSetup::Replace(const device::AccParam& parameters) {
   if (!m_board.SetAccParam(parameters)) return std::nullopt;
+  m_kept.Forget(m_serialNumber);
+  return Restart(parameters);
+}
+
+device::AccParam AccelerometerSetup::Restart(const device::AccParam& accepted) {
   // The board takes new values into use when it restarts.
   static_cast<void>(m_board.Reset());
-  return Read();
+  return Read().value_or(accepted);
 }
 
 }  // namespace kestrin::motion

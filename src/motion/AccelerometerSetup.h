@@ -25,7 +25,7 @@ class AccelerometerSetup {
   [[nodiscard]] std::optional<device::AccParam> Read();
 
   /// New values by parameter, as people see them (`FOCTime` in milliseconds); parameters not named keep what the board
-  /// holds. Restarts the board and returns what it then holds; empty when it did not accept them or did not answer.
+  /// holds. Restarts the board and returns what it then holds; empty when it did not accept them.
   [[nodiscard]] std::optional<device::AccParam> Change(const std::map<const DetectionParameter*, std::int32_t>& values);
 
   /// Puts back the factory values; as Change() with all six.
@@ -37,8 +37,10 @@ class AccelerometerSetup {
   [[nodiscard]] std::optional<device::AccParam> RestoreKept();
 
  private:
-  /// Sends, restarts, reads back.
-  [[nodiscard]] std::optional<device::AccParam> Send(const device::AccParam& parameters);
+  /// Sends all six; nothing is remembered any more once the board has accepted them.
+  [[nodiscard]] std::optional<device::AccParam> Replace(const device::AccParam& parameters);
+  /// Restarts the board and reads what it then holds: what it accepted, if it does not answer so soon.
+  [[nodiscard]] device::AccParam Restart(const device::AccParam& accepted);
 
   device::TLS& m_board;
   std::string m_serialNumber;

@@ -15,6 +15,7 @@ namespace fs = std::filesystem;
 KeptParametersFolder::KeptParametersFolder(fs::path folder) : m_folder(std::move(folder)) {}
 
 std::optional<device::AccParam> KeptParametersFolder::Find(const std::string& serialNumber) const {
+  if (m_folder.empty()) return std::nullopt;
   std::ifstream file(FileOf(serialNumber));
   device::AccParam parameters;
   for (const DetectionParameter& parameter : kDetectionParameters) {
@@ -27,6 +28,9 @@ std::optional<device::AccParam> KeptParametersFolder::Find(const std::string& se
 }
 
 std::string KeptParametersFolder::Keep(const std::string& serialNumber, const device::AccParam& parameters) {
+  if (m_folder.empty())
+    return "The folder for your data is not known, and the board's detection parameters must be kept there. Set the "
+           "environment variable HOME and try again.";
   std::error_code error;
   fs::create_directories(m_folder, error);
   if (error) return "The folder \"" + m_folder.string() + "\" could not be made: " + error.message();
@@ -38,6 +42,7 @@ std::string KeptParametersFolder::Keep(const std::string& serialNumber, const de
 }
 
 void KeptParametersFolder::Forget(const std::string& serialNumber) {
+  if (m_folder.empty()) return;
   std::error_code error;
   fs::remove(FileOf(serialNumber), error);
 }

@@ -13,7 +13,7 @@ class KeptParametersFolder final : public KeptParameters {
   /// What such a folder is called among what the program keeps for a person.
   static constexpr const char* kFolderName = "detection-parameters";
 
-  /// `folder` is made when something is to be kept.
+  /// `folder` is made when something is to be kept. Empty: there is no such folder, nothing is and can be kept.
   explicit KeptParametersFolder(std::filesystem::path folder);
 
   /// A damaged file counts as nothing remembered.

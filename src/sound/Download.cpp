@@ -87,15 +87,10 @@ std::optional<DownloadOutcome> Download::Refuse(const DownloadTarget& target) {
 }
 
 std::optional<DownloadOutcome> Download::KeepParameters(const DownloadTarget& target, device::AccParam& kept) {
-  // The answer of an erase that an earlier run was not patient enough for must not be taken for one of this run's.
-  if (m_eraseStarted) {
-    ShowInformation("Erasing flash memory ...");
-    static_cast<void>(WaitForErase(target.board));
-    m_eraseStarted.reset();
-    if (m_cancelDownload) return EndWithCancelled();
-  }
-  if (target.serialNumber == device::TLS::kNoSerialNumber || !target.board.GetAccParam(kept))
-    return EndWithConnectionLost();
+  if (!target.identified) return EndWithConnectionLost();
+  SettlePendingErase(target.board);
+  if (m_cancelDownload) return EndWithCancelled();
+  if (!target.board.GetAccParam(kept)) return EndWithConnectionLost();
   if (m_cancelDownload) return EndWithCancelled();
   if (const auto remembered = m_kept.Find(target.serialNumber)) {
     kept = *remembered;
@@ -112,24 +107,39 @@ std::optional<DownloadOutcome> Download::Erase(device::TLS& board) {
   m_boardHolds = BoardHolds::PerhapsErased;
   m_parametersMissing = true;
   if (!board.ClearFlash()) return EndWithConnectionLost();
-  m_eraseStarted = m_clock.Now();
+  m_pendingErase = {board.ClassDebugID(), m_clock.Now()};
   m_boardHolds = BoardHolds::NoSet;
-  const bool erased = WaitForErase(board);
-  if (erased) m_eraseStarted.reset();
+  const bool erased = WaitForErase(board, kErasePolls);
   if (!erased) return EndWithConnectionLost();
   if (m_cancelDownload) return EndWithCancelled();
   return std::nullopt;
 }
 
-bool Download::WaitForErase(device::TLS& board) {
-  for (int poll = 0; poll < kErasePolls; ++poll) {
+bool Download::WaitForErase(device::TLS& board, int polls) {
+  for (int poll = 0; poll < polls; ++poll) {
     base::Pump(m_pump);
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(m_clock.Now() - *m_eraseStarted).count();
-    ShowPercent(WholePercent(static_cast<double>(seconds) * 100 / kEraseSeconds));
+    ShowPercent(WholePercent(static_cast<double>(SecondsSinceErase()) * 100 / kEraseSeconds));
     if (m_cancelDownload) return false;
-    if (board.CheckCompletion()) return true;
+    if (board.CheckCompletion()) {
+      m_pendingErase.reset();
+      return true;
+    }
   }
   return false;
+}
+
+std::int64_t Download::SecondsSinceErase() const {
+  return std::chrono::duration_cast<std::chrono::seconds>(m_clock.Now() - m_pendingErase->started).count();
+}
+
+void Download::SettlePendingErase(device::TLS& board) {
+  // A board that was unplugged meanwhile has forgotten the erase, and comes back as another object.
+  if (m_pendingErase && m_pendingErase->boardId != board.ClassDebugID()) m_pendingErase.reset();
+  for (int poll = 0; poll < kErasePolls && m_pendingErase && SecondsSinceErase() < kEraseSeconds; ++poll) {
+    ShowInformation("Erasing flash memory ...");
+    if (!WaitForErase(board, 1) && m_cancelDownload) return;
+  }
+  m_pendingErase.reset();
 }
 
 std::optional<DownloadOutcome> Download::Code() {
@@ -161,7 +171,8 @@ bool Download::WriteFile(device::TLS& board, const LSU_SoundFile& file) {
   std::vector<std::uint8_t> bytes;
   for (const FlashBlock& block : FlashBlocks(file.NrOfBytes())) {
     const std::int32_t address = file.StartAddress() + block.offset;
-    if (!file.GetBytes(bytes, static_cast<std::size_t>(block.offset), static_cast<std::size_t>(block.size))) return false;
+    if (!file.GetBytes(bytes, static_cast<std::size_t>(block.offset), static_cast<std::size_t>(block.size)))
+      return false;
     if (!(block.whole ? board.Write1k(address, bytes) : board.WriteLess(address, block.size, bytes))) return false;
     AddProgress(block.size);
     base::Pump(m_pump);
@@ -243,7 +254,7 @@ std::string Download::BoardHoldsText() const {
   const auto about = [this]() -> std::string {
     switch (m_boardHolds) {
       case BoardHolds::OldSet:
-        return "The board was not changed: it still holds the sounds that it had.";
+        return "The board was not changed.";
       case BoardHolds::PerhapsErased:
         return "The board's sounds may be erased. Plug it in again and repeat the download.";
       case BoardHolds::NoSet:

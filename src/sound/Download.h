@@ -30,6 +30,8 @@ struct DownloadTarget {
   device::TLS& board;
   std::string serialNumber;
   std::int32_t flashSize;
+  /// Whether the board said what it is and which one; one that did not is left alone.
+  bool identified;
 };
 
 /// Writes a whole configuration into a sound board's flash: checks everything that can be checked, keeps the detection
@@ -68,7 +70,11 @@ class Download {
   [[nodiscard]] std::optional<DownloadOutcome> Refuse(const DownloadTarget& target);
   [[nodiscard]] std::optional<DownloadOutcome> KeepParameters(const DownloadTarget& target, device::AccParam& kept);
   [[nodiscard]] std::optional<DownloadOutcome> Erase(device::TLS& board);
-  [[nodiscard]] bool WaitForErase(device::TLS& board);
+  /// Asks for the completion of the pending erase, at most `polls` times.
+  [[nodiscard]] bool WaitForErase(device::TLS& board, int polls);
+  /// Lets the answer of an erase that an earlier run was not patient enough for come and go.
+  void SettlePendingErase(device::TLS& board);
+  [[nodiscard]] std::int64_t SecondsSinceErase() const;
   [[nodiscard]] std::optional<DownloadOutcome> Code();
   [[nodiscard]] std::optional<DownloadOutcome> WriteFiles(device::TLS& board);
   [[nodiscard]] bool WriteFile(device::TLS& board, const LSU_SoundFile& file);
@@ -98,8 +104,12 @@ class Download {
   std::string m_information;
   double m_progress = 0;
   std::int64_t m_bytesWritten = 0;
-  /// When the last erase was started, as long as its completion was not seen: its answer may still come.
-  std::optional<base::Clock::Duration> m_eraseStarted;
+  /// An erase whose completion was not seen: its answer may still come.
+  struct PendingErase {
+    std::int32_t boardId;
+    base::Clock::Duration started;
+  };
+  std::optional<PendingErase> m_pendingErase;
 };
 
 }  // namespace kestrin::sound

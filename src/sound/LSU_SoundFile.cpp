@@ -231,7 +231,7 @@ bool LSU_SoundFile::WriteWav(const fs::path& WAVFileName) const {
   const bool complete = wav.size() == kWavHeaderBytes + dataBytes;
 
   // What had that name goes in any case: nobody shall hear an older sound in place of this one.
-  if (!fs::is_directory(WAVFileName, error)) fs::remove(WAVFileName, error);
+  if (fs::is_regular_file(WAVFileName, error)) fs::remove(WAVFileName, error);
   return complete && base::WriteWholeFile(WAVFileName, wav).empty();
 }
 

@@ -117,6 +117,19 @@ TEST_F(DownloadTest, AMissingPieceIsRefusedBeforeAnythingIsSent) {
                                  set.sounds[3].path.string() + "\nIdle file is missing\n");
 }
 
+TEST_F(DownloadTest, ASetThatLostOneOfItsSoundsIsRefusedBeforeAnythingIsSent) {
+  const SoundSet set = WriteSoundSet(m_folder.Path());
+  // One of its two motion sounds; the other is enough for a complete set.
+  const std::string gone = set.sounds[4].path.string();
+  std::filesystem::remove(gone);
+  const Json document = RunOnBoard(1, {"download", set.configuration.string()});
+  EXPECT_EQ(document["outcome"], "incomplete");
+  EXPECT_EQ(document["information"], "The following files could not be found or are not valid:\n" + gone);
+  EXPECT_FALSE(std::filesystem::exists(m_board));
+  EXPECT_EQ(Run({"config", "map", set.configuration.string()}).code, 1);
+  EXPECT_EQ(Run({"--board", Board(), "verify", set.configuration.string()}).code, 1);
+}
+
 TEST_F(DownloadTest, AFileThatIsTooLoudIsRefusedBeforeAnythingIsSent) {
   const SoundSet set = WriteSoundSet(m_folder.Path());
   std::string text = ReadBytes(set.configuration);
@@ -161,9 +174,11 @@ TEST_F(DownloadTest, WithoutAPlaceForTheParametersNothingIsSent) {
   const SoundSet set = WriteSoundSet(m_folder.Path());
   m_environment = {"HOME", "XDG_DATA_HOME"};
   const Json document = RunOnBoard(1, {"download", set.configuration.string()});
-  const std::string error = document["error"];
-  EXPECT_NE(error.find("HOME"), std::string::npos) << error;
-  EXPECT_FALSE(std::filesystem::exists(m_board));
+  EXPECT_EQ(document["outcome"], "incomplete");
+  const std::string information = document["information"];
+  EXPECT_NE(information.find("HOME"), std::string::npos) << information;
+  EXPECT_EQ(Flash(), "");
+  EXPECT_EQ(RunOnBoard(0, {"accel", "get"})["MotionTh"], 180) << "reading needs no such place";
 
   m_environment = {"HOME", "XDG_DATA_HOME=" + WriteBytes(m_folder / "in the way", "x").string()};
   EXPECT_EQ(RunOnBoard(1, {"download", set.configuration.string()})["outcome"], "incomplete");

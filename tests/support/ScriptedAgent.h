@@ -56,6 +56,7 @@ class ScriptedAgent : public device::THIDagent {
   /// Called while a read waits.
   std::function<void()> whileReading;
   bool throwWhileBinding = false;
+  bool throwOnAttributes = false;
   std::string accessProblem;
 
   // --- What was seen ---
@@ -130,7 +131,10 @@ class ScriptedAgent : public device::THIDagent {
     m_variable = number;
   }
   [[nodiscard]] std::int32_t VariableReportNumber() const override { return CurrentVariable().report; }
-  [[nodiscard]] device::VariableAttributes Attributes() const override { return CurrentVariable().attributes; }
+  [[nodiscard]] device::VariableAttributes Attributes() const override {
+    if (throwOnAttributes) throw device::AgentError("the device does not answer");
+    return CurrentVariable().attributes;
+  }
   void SetVariableName(const std::string& name) override { variableNames.push_back(name); }
   void SetVariableOption(std::int32_t option) override { variableOptions.push_back(option); }
   [[nodiscard]] std::int32_t ScaledValue() const override { return scaledValue; }

@@ -38,9 +38,10 @@ SoundArgument ParseSound(const std::string& text) {
 
 /// The path from the root, so that the set loads from anywhere; as short as that is without becoming another file's.
 fs::path FromRoot(const fs::path& path) {
-  const fs::path whole = fs::absolute(path);
-  const fs::path shorter = whole.lexically_normal();
   std::error_code error;
+  const fs::path whole = fs::absolute(path, error);
+  if (error) return path;
+  const fs::path shorter = whole.lexically_normal();
   return fs::equivalent(whole, shorter, error) ? shorter : whole;
 }
 
@@ -70,12 +71,23 @@ class ConfigMakeCommand final : public Command {
       if (!m_singles[i].empty()) Add(configuration, slot, m_singles[i]);
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text);
     }
+    RequireOutputOfItsOwn(configuration);
     const std::string problem = sound::ConfigurationFile::Save(configuration, sound::PathOf(m_output));
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     return ReportOf(configuration, {});
   }
 
  private:
+  /// A configuration under the name of one of its sounds would be the end of that sound.
+  void RequireOutputOfItsOwn(sound::LSU_Configuration& configuration) const {
+    for (const sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
+      std::error_code error;
+      if (fs::equivalent(sound::PathOf(m_output), entry.file->FileNameAndPath(), error))
+        throw CommandFailure(ExitCode::WrongUsage,
+                             m_output + " is one of the sounds. Choose another name for the configuration file.");
+    }
+  }
+
   static void Add(sound::LSU_Configuration& configuration, const sound::Slot& slot, const std::string& text) {
     if (slot.isList && configuration.Count(slot.kind) == sound::kListCapacity)
       throw CommandFailure(ExitCode::Failed, "Maximum number of " + std::string(slot.title) + " files reached");

@@ -33,7 +33,7 @@ class ConfigMapCommand final : public Command {
     using Align = TextTable::Align;
     sound::LSU_Configuration configuration;
     Report report;
-    report.message = LoadMemoryMap(m_file, configuration, context.interrupt.Pump());
+    LoadMemoryMap(m_file, configuration, context.interrupt.Pump());
 
     Document files = Document::array();
     TextTable lines({{"slot"},

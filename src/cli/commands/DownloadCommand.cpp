@@ -47,6 +47,9 @@ class DownloadCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     sound::LSU_Configuration configuration;
     const LoadedFiles loaded = LoadConfiguration(m_file, configuration);
+    // A set that lost some of its sounds is not the set that was asked for. What is missing altogether has its own
+    // message.
+    if (!loaded.failed.empty() && configuration.CheckIntegrity() == 0) return Refused(loaded.message);
     motion::KeptParametersFolder kept = OpenKeptParameters();
     OnlineBoard online(context);
     online.RequireSoundBoard();
@@ -62,8 +65,8 @@ class DownloadCommand final : public Command {
       download.Cancel();
     });
     const base::Clock::Duration start = clock.Now();
-    const sound::DownloadOutcome outcome =
-        download.Send({online.Board(), session.SerialNumber(), device::FlashSize(session.MemoryCapacity())});
+    const sound::DownloadOutcome outcome = download.Send(
+        {online.Board(), session.SerialNumber(), device::FlashSize(session.MemoryCapacity()), session.IsIdentified()});
     const std::chrono::duration<double> time = clock.Now() - start;
     progress.End();
 
@@ -74,15 +77,24 @@ class DownloadCommand final : public Command {
                        {"seconds", time.count()},
                        {"bytes", download.BytesWritten()}};
     const std::string ending = download.Information() + (view.BoardHolds().empty() ? "" : "\n" + view.BoardHolds());
-    report.message = loaded.message;
     if (outcome == sound::DownloadOutcome::Success)
       report.text = ending + "\n";
     else
-      report.message += (loaded.message.empty() ? "" : "\n") + ending;
+      report.message = (loaded.message.empty() ? "" : loaded.message + "\n") + ending;
     return report;
   }
 
  private:
+  /// Nothing was sent.
+  static Report Refused(const std::string& why) {
+    Report report;
+    report.code = ExitCode::Failed;
+    report.document = {
+        {"outcome", NameOf(sound::DownloadOutcome::Incomplete)}, {"information", why}, {"seconds", 0.0}, {"bytes", 0}};
+    report.message = why;
+    return report;
+  }
+
   std::string m_file;
 };
 

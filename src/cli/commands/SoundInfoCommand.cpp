@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "cli/CodedSound.h"
+#include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "sound/LSU_SoundFile.h"
@@ -47,17 +48,24 @@ class SoundInfoCommand final : public Command {
         report.message += (report.message.empty() ? "" : "\n") + NotValid(path);
         continue;
       }
-      CodeSound(file, m_volume, context.interrupt.Pump());
       const double seconds = static_cast<double>(file.NrOfSamples()) / sound::LSU_SoundFile::kSamplesPerSecond;
-      files.push_back({{"path", path},
-                       {"valid", true},
-                       {"samples", file.NrOfSamples()},
-                       {"seconds", seconds},
-                       {"peak", file.Peak()},
-                       {"codedBytes", file.NrOfBytes()},
-                       {"checksum", file.GetFileCRC()}});
-      table.Add({path, std::to_string(file.NrOfSamples()), WithTwoDecimals(seconds), std::to_string(file.Peak()),
-                 std::to_string(file.NrOfBytes()), std::to_string(file.GetFileCRC())});
+      Document document = {{"path", path},       {"valid", true},       {"samples", file.NrOfSamples()},
+                           {"seconds", seconds}, {"peak", file.Peak()}, {"codedBytes", nullptr},
+                           {"checksum", nullptr}};
+      std::vector<std::string> row = {path, std::to_string(file.NrOfSamples()), WithTwoDecimals(seconds),
+                                      std::to_string(file.Peak())};
+      try {
+        CodeSound(file, m_volume, context.interrupt.Pump());
+        document["codedBytes"] = file.NrOfBytes();
+        document["checksum"] = file.GetFileCRC();
+        row.insert(row.end(), {std::to_string(file.NrOfBytes()), std::to_string(file.GetFileCRC())});
+      } catch (const CommandFailure& failure) {
+        // Too loud at this volume, say: what was measured is worth showing all the same, and so are the other files.
+        report.code = failure.Code();
+        report.message += (report.message.empty() ? "" : "\n") + std::string(failure.what());
+      }
+      files.push_back(std::move(document));
+      table.Add(std::move(row));
     }
     report.document = {{"files", files}};
     report.text = table.Text();

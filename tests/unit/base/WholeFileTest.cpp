@@ -39,6 +39,34 @@ TEST(WriteWholeFile, DoesNotReplaceAFolder) {
   EXPECT_TRUE(std::filesystem::is_directory(folder / "a.txt"));
 }
 
+TEST(WriteWholeFile, LeavesAFileAloneThatHasTheNameBeside) {
+  const support::TemporaryFolder folder;
+  support::WriteBytes(folder / "a.txt.new", "somebody else's");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "mine"), "");
+  EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "mine");
+  EXPECT_EQ(support::ReadBytes(folder / "a.txt.new"), "somebody else's");
+}
+
+TEST(WriteWholeFile, KeepsThePermissionsOfTheOldFile) {
+  namespace fs = std::filesystem;
+  const support::TemporaryFolder folder;
+  support::WriteBytes(folder / "a.txt", "old");
+  fs::permissions(folder / "a.txt", fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "new"), "");
+  EXPECT_EQ(fs::status(folder / "a.txt").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+#ifdef __linux__
+TEST(WriteWholeFile, WritesToADeviceInsteadOfReplacingIt) {
+  // The link stands for the device, so that a failure of this test leaves the device itself alone.
+  const support::TemporaryFolder folder;
+  std::filesystem::create_symlink("/dev/null", folder / "link");
+  EXPECT_EQ(WriteWholeFile(folder / "link", "x"), "");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+#endif
+
 TEST(WriteWholeFile, WritesThroughALink) {
   const support::TemporaryFolder folder;
   support::WriteBytes(folder / "real.txt", "old");
@@ -50,11 +78,11 @@ TEST(WriteWholeFile, WritesThroughALink) {
 
 TEST(WriteWholeFile, KeepsTheOldFileWhenTheNewOneCannotBeWrittenBeside) {
   const support::TemporaryFolder folder;
-  support::WriteBytes(folder / "a.txt", "old");
-  // A folder under the name of the file beside makes every attempt to write it fail, also for root.
-  std::filesystem::create_directory(folder / "a.txt.new");
-  EXPECT_NE(WriteWholeFile(folder / "a.txt", "new"), "");
-  EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "old");
+  // The longest name that file systems take: a longer one beside it cannot be made.
+  const std::string name(255, 'a');
+  support::WriteBytes(folder / name, "old");
+  EXPECT_NE(WriteWholeFile(folder / name, "new"), "");
+  EXPECT_EQ(support::ReadBytes(folder / name), "old");
 }
 
 }  // namespace

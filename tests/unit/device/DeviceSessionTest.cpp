@@ -146,6 +146,26 @@ TEST_F(DeviceSessionTest, ABoardThatNeverAnswersShowsNoSerialNumberBehindTheCapt
   EXPECT_THAT(m_view.log, ::testing::Contains("serial:Kestrin USB Serial Number: NoSerialNumber"));
 }
 
+TEST_F(DeviceSessionTest, ABoardIsIdentifiedOnceIdentityAndWholeSerialNumberCame) {
+  const struct {
+    std::deque<std::optional<ScriptedAgent::Answer>> answers;
+    bool identified;
+  } cases[] = {
+      {{{{0, 0}}, {{1, 2}}, {{3, 4}}}, true},
+      {{std::nullopt, {{1, 2}}, {{3, 4}}}, false},
+      {{{{0, 0}}, std::nullopt}, false},
+      {{{{0, 0}}, {{1, 2}}, std::nullopt}, false},
+  };
+  for (const auto& c : cases) {
+    ScriptedAgent agent;
+    DeviceSession session(agent, m_view);
+    agent.Open(ScriptedAgent::BoardInterface(1));
+    agent.answers = c.answers;
+    session.GoOnline();
+    EXPECT_EQ(session.IsIdentified(), c.identified);
+  }
+}
+
 TEST_F(DeviceSessionTest, WithoutABoardThePersonDecides) {
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
   EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "load,save on", "board buttons off",

@@ -88,6 +88,16 @@ TEST(TOneHidVar, TakesAnErrorOfTheAgentAsNotFound) {
   EXPECT_FALSE(variable.Bind(agent));
 }
 
+TEST(TOneHidVar, StaysUnboundWhenTheAgentFailsHalfWay) {
+  ScriptedAgent agent = AgentWith({ReportType::Output, 1, 0xFF00, 4, {}});
+  agent.throwOnAttributes = true;
+  TOneHidVar variable = Created();
+  EXPECT_FALSE(variable.Bind(agent));
+  EXPECT_FALSE(variable.IsBound());
+  EXPECT_EQ(variable.RptIndex(), -1);
+  EXPECT_EQ(variable.HidHandle(), 0);
+}
+
 TEST(TOneHidVar, ForgetsItsFieldAndTakesNewIdentitiesWhenUnbound) {
   ScriptedAgent agent = AgentWith({ReportType::Output, 1, 0xFF00, 4, {}});
   TOneHidVar variable = Created();

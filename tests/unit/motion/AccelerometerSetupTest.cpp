@@ -96,6 +96,20 @@ TEST_F(AccelerometerSetupTest, KeptValuesStayWhenTheBoardRefusesThem) {
   EXPECT_TRUE(m_setup.Kept().has_value());
 }
 
+TEST_F(AccelerometerSetupTest, WhatTheBoardAcceptedCountsAlsoWhenItDoesNotAnswerAfterItsRestart) {
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  bool restarted = false;
+  m_agent.onWrite = [&](const Bytes& report) {
+    restarted = restarted || report[0] == 0;
+    if (!restarted) Answer(report);
+  };
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), (device::AccParam{99, 2, 10, 50, 125, 13}));
+  EXPECT_EQ(m_setup.Kept(), (device::AccParam{99, 2, 3, 4, 5, 6}));
+  restarted = false;
+  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{99, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Kept(), std::nullopt);
+}
+
 TEST_F(AccelerometerSetupTest, AChangeReplacesTheKeptValueOfTheSameParameter) {
   m_held = kErased;
   m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};

@@ -60,6 +60,13 @@ TEST(KeptParametersFolder, TakesADamagedFileAsNothing) {
   }
 }
 
+TEST(KeptParametersFolder, WithoutAFolderNothingIsAndCanBeKept) {
+  KeptParametersFolder kept("");
+  EXPECT_EQ(kept.Find("A"), std::nullopt);
+  EXPECT_THAT(kept.Keep("A", kValues), ::testing::HasSubstr("HOME"));
+  EXPECT_NO_THROW(kept.Forget("A"));
+}
+
 TEST(KeptParametersFolder, SaysWhatIsWrongWhenItCannotRemember) {
   const support::TemporaryFolder folder;
   support::WriteBytes(folder / "file", "in the way");

@@ -55,7 +55,7 @@ class Rig {
   DownloadOutcome Send() {
     device::TLS* const board = m_session->Board();
     return board == nullptr ? DownloadOutcome::ConnectionLost
-                            : m_download.Send({*board, m_session->SerialNumber(), 4 << 20});
+                            : m_download.Send({*board, m_session->SerialNumber(), 4 << 20, m_session->IsIdentified()});
   }
 
   /// The board is there again, freshly plugged in.
@@ -200,10 +200,7 @@ TEST_F(DownloadFaults, WithoutAnyTheFlashHoldsTheSet) {
 TEST_F(DownloadFaults, AWriteThatFails) {
   const std::vector<Step> steps = WrittenSteps();
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    // A board whose identity question failed counts as the smaller sound board; without a serial number nothing is
-    // sent.
-    const auto expected = i == 0 ? DownloadOutcome::Success : OutcomeOfALostReport(steps[i]);
-    ExpectEnd({Fault::Kind::WriteFails, i + 1}, expected);
+    ExpectEnd({Fault::Kind::WriteFails, i + 1}, OutcomeOfALostReport(steps[i]));
   }
 }
 
@@ -211,9 +208,8 @@ TEST_F(DownloadFaults, AReadThatFails) {
   const std::vector<Step> steps = ReadSteps();
   for (std::size_t i = 0; i < steps.size(); ++i) {
     auto expected = OutcomeOfALostReport(steps[i]);
-    // A lost identity is taken for the smaller sound board, half a serial number is one, and the erase is asked again.
-    if (i == 0 || i == 2 || steps[i] == Step::Erase) expected = DownloadOutcome::Success;
-    // The half serial number's parameters are remembered under that name, which this test does not look up.
+    // The erase is asked again.
+    if (steps[i] == Step::Erase) expected = DownloadOutcome::Success;
     ExpectEnd({Fault::Kind::ReadFails, i + 1}, expected);
   }
 }

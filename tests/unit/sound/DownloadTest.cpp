@@ -24,8 +24,8 @@ constexpr device::AccParam kBefore{1, 2, 3, 4, 5, 6};
 
 class DownloadTest : public ::testing::Test {
  protected:
-  DownloadOutcome Send(std::int32_t flashSize = 4 << 20, const std::string& serial = kSerial) {
-    return m_download.Send({m_board.tls, serial, flashSize});
+  DownloadOutcome Send(std::int32_t flashSize = 4 << 20, bool identified = true) {
+    return m_download.Send({m_board.tls, kSerial, flashSize, identified});
   }
   /// Cancels as soon as the information shows `text`.
   void CancelAt(const std::string& text) {
@@ -149,7 +149,7 @@ TEST_F(DownloadTest, NamesTheMissingPieceAndSendsNothing) {
     support::CompleteSet set;
     set.configuration.RemoveFile(1, c.kind);
     Download download(set.configuration, m_view, m_kept, m_clock, {});
-    EXPECT_EQ(download.Send({m_board.tls, kSerial, 4 << 20}), DownloadOutcome::Incomplete);
+    EXPECT_EQ(download.Send({m_board.tls, kSerial, 4 << 20, true}), DownloadOutcome::Incomplete);
     EXPECT_EQ(m_view.message, c.message);
     EXPECT_EQ(download.Information(), c.message);
   }
@@ -201,8 +201,9 @@ TEST_F(DownloadTest, LeavesABoardAloneWhoseParametersCannotBeRead) {
   EXPECT_THAT(m_view.boardHolds, HasSubstr("not changed"));
 }
 
-TEST_F(DownloadTest, LeavesABoardAloneWhoseSerialNumberIsUnknown) {
-  EXPECT_EQ(Send(4 << 20, device::TLS::kNoSerialNumber), DownloadOutcome::ConnectionLost);
+TEST_F(DownloadTest, LeavesABoardAloneThatDidNotSayWhatItIs) {
+  EXPECT_EQ(Send(4 << 20, false), DownloadOutcome::ConnectionLost);
+  EXPECT_EQ(m_view.information, "Connection lost");
   EXPECT_EQ(m_board.agent.writesTried, 0);
 }
 
@@ -273,6 +274,33 @@ TEST_F(DownloadTest, ErasePercentIsTheShareOf30SecondsInWholeSeconds) {
       << "31 s and more are 100 %";
 }
 
+TEST_F(DownloadTest, AnEraseOfABoardThatWasUnpluggedSinceIsNotWaitedFor) {
+  CancelAtReport(10, 1);
+  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
+  AnsweringBoard replugged;
+  m_kept.kept.clear();
+  EXPECT_EQ(m_download.Send({replugged.tls, kSerial, 4 << 20, true}), DownloadOutcome::Success);
+  // Nothing but the three answers about the parameters is read before the erase.
+  EXPECT_EQ(replugged.Codes().front(), 41);
+  EXPECT_EQ(replugged.agent.readsTried, 3 + 1 + 1 + 7 + 2);
+}
+
+TEST_F(DownloadTest, AnEraseWhoseAnswerWasThrownAwayIsWaitedForAsLongAsAnEraseTakes) {
+  CancelAtReport(10, 1);
+  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
+  m_board.bend = nullptr;
+  // Another command came in between, and its report threw the late answer away.
+  m_board.agent.answers.clear();
+  m_board.agent.whileReading = [this] { m_clock.Advance(std::chrono::seconds(3)); };
+  const auto start = m_clock.Now();
+  int settled = 0;
+  m_board.bend = [&](const AnsweringBoard::Report& report) {
+    if (report[0] == 41) settled = static_cast<int>((m_clock.Now() - start) / std::chrono::seconds(1));
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_EQ(settled, 30);
+}
+
 TEST_F(DownloadTest, ALateEraseAnswerIsNotTakenForAnAnswerOfTheNextRun) {
   CancelAtReport(10, 1);
   ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
@@ -289,7 +317,7 @@ TEST_F(DownloadTest, AnyBlockThatFailsIsALostConnection) {
   for (int report = 4; report <= 10; ++report) {
     AnsweringBoard board;
     board.agent.failWrites = {report};
-    EXPECT_EQ(m_download.Send({board.tls, kSerial, 4 << 20}), DownloadOutcome::ConnectionLost);
+    EXPECT_EQ(m_download.Send({board.tls, kSerial, 4 << 20, true}), DownloadOutcome::ConnectionLost);
     EXPECT_EQ(m_view.information, "Connection lost");
     EXPECT_THAT(board.ReportsOf(0), IsEmpty());
     EXPECT_EQ(static_cast<int>(board.agent.written.size()), report - 1) << "nothing is sent behind the failure";
@@ -315,7 +343,7 @@ TEST_F(DownloadTest, ATableThatCannotBeVerifiedIsAMemoryCheckErrorAndRestartsNot
       board.bend = [&board](const AnsweringBoard::Report& report) {
         if (report[0] == 30) (*board.agent.answers.back())[1] ^= 1;
       };
-    EXPECT_EQ(m_download.Send({board.tls, kSerial, 4 << 20}), DownloadOutcome::MemoryCheckError);
+    EXPECT_EQ(m_download.Send({board.tls, kSerial, 4 << 20, true}), DownloadOutcome::MemoryCheckError);
     EXPECT_EQ(m_view.information, "Memory check error");
     EXPECT_EQ(m_view.button, "Close");
     EXPECT_THAT(board.ReportsOf(0), IsEmpty());
