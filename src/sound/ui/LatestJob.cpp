@@ -1,20 +1,27 @@
 #include "sound/ui/LatestJob.h"
 
-#include <QMetaObject>
-#include <utility>
-
 namespace kestrin::sound::ui {
 
-LatestJob::LatestJob(QObject* parent) : QObject(parent), m_there(new QObject) {
-  m_there->moveToThread(&m_thread);
-  connect(&m_thread, &QThread::finished, m_there, &QObject::deleteLater);
-  m_thread.start();
+namespace {
+
+/// Too short to be noticed, long enough to cost nothing.
+constexpr int kFetchMilliseconds = 10;
+
+}  // namespace
+
+LatestJob::LatestJob(QObject* parent) : QObject(parent), m_thread([this] { Work(); }) {
+  m_fetching.setInterval(kFetchMilliseconds);
+  connect(&m_fetching, &QTimer::timeout, this, &LatestJob::Fetch);
 }
 
 LatestJob::~LatestJob() {
   Cancel();
-  m_thread.quit();
-  m_thread.wait();
+  {
+    const std::lock_guard lock(m_mutex);
+    m_ends = true;
+  }
+  m_wake.notify_one();
+  m_thread.join();
 }
 
 void LatestJob::Cancel() {
@@ -24,21 +31,44 @@ void LatestJob::Cancel() {
 void LatestJob::Start(Job job) {
   Cancel();
   m_wanted = std::make_shared<std::atomic<bool>>(true);
-  QMetaObject::invokeMethod(
-      m_there,
-      [this, job = std::move(job), wanted = m_wanted] {
-        if (!wanted->load()) return;
-        job([wanted] { return wanted->load(); },
-            [this, wanted](std::function<void()> result) {
-              QMetaObject::invokeMethod(
-                  this,
-                  [wanted, result = std::move(result)] {
-                    if (wanted->load()) result();
-                  },
-                  Qt::QueuedConnection);
-            });
-      },
-      Qt::QueuedConnection);
+  {
+    const std::lock_guard lock(m_mutex);
+    m_next = std::move(job);
+    m_nextWanted = m_wanted;
+  }
+  m_wake.notify_one();
+  m_fetching.start();
+}
+
+void LatestJob::Work() {
+  std::unique_lock lock(m_mutex);
+  while (true) {
+    m_wake.wait(lock, [this] { return m_ends || m_next; });
+    if (m_ends) return;
+    const Job job = std::exchange(m_next, nullptr);
+    const Wanted wanted = std::exchange(m_nextWanted, nullptr);
+    m_isWorking = true;
+    lock.unlock();
+    if (wanted->load())
+      job([&] { return wanted->load(); },
+          [&](std::function<void()> result) {
+            const std::lock_guard results(m_mutex);
+            m_results.emplace_back(wanted, std::move(result));
+          });
+    lock.lock();
+    m_isWorking = false;
+  }
+}
+
+void LatestJob::Fetch() {
+  std::vector<std::pair<Wanted, std::function<void()>>> results;
+  {
+    const std::lock_guard lock(m_mutex);
+    results.swap(m_results);
+    if (!m_isWorking && !m_next) m_fetching.stop();
+  }
+  for (const auto& [wanted, result] : results)
+    if (wanted->load()) result();
 }
 
 }  // namespace kestrin::sound::ui
