@@ -33,7 +33,7 @@ void CommandGate::RunWaiting() {
 
 void CommandGate::HandleEvents() {
   const auto now = std::chrono::steady_clock::now();
-  if (m_pumping || now - m_lastTurn < kInterval) return;
+  if (m_pumping || now - m_lastTurn < m_interval) return;
   m_pumping = true;
   QCoreApplication::processEvents();
   m_lastTurn = std::chrono::steady_clock::now();

@@ -30,6 +30,8 @@ class CommandGate : public QObject {
   /// The window gets its turn at most this often: more would only slow the work down.
   static constexpr std::chrono::milliseconds kInterval{8};
 
+  explicit CommandGate(std::chrono::milliseconds interval = kInterval) : m_interval(interval) {}
+
   [[nodiscard]] bool IsBusy() const { return m_passages > 0; }
   /// Runs `action` now, or from the event loop as soon as the way is free.
   void WhenFree(std::function<void()> action);
@@ -42,6 +44,7 @@ class CommandGate : public QObject {
   void RunWaiting();
   void HandleEvents();
 
+  std::chrono::milliseconds m_interval;
   int m_passages = 0;
   bool m_pumping = false;
   std::chrono::steady_clock::time_point m_lastTurn;

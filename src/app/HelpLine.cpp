@@ -56,7 +56,7 @@ void HelpLine::Explain(QWidget& root) {
     for (QWidget* const control : controls) {
       m_texts[control] = row.text;
       control->installEventFilter(this);
-      connect(control, &QObject::destroyed, this, [this, control] { m_texts.remove(control); });
+      if (control != this) connect(control, &QObject::destroyed, this, [this, control] { m_texts.remove(control); });
     }
   }
 }

@@ -46,7 +46,8 @@ QString SetIn(const QMimeData& data) {
 
 QWidget* MakeLine() {
   auto* const line = new QFrame;
-  line->setFrameShape(QFrame::HLine);
+  line->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Plain));
+  line->setForegroundRole(QPalette::Mid);
   return line;
 }
 
@@ -58,7 +59,9 @@ Main::Main(const Surroundings& surroundings)
       m_set(m_configuration),
       m_session(surroundings.agent, *this),
       m_setFile(m_set, surroundings.dialogs, surroundings.gate, surroundings.settings),
-      m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}) {
+      m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}),
+      m_goOnlineTimer(this),
+      m_noticeTimer(this) {
   setObjectName("Main");
   setWindowTitle(kCaption);
   setWindowIcon(m_pictures.Icon("kestrin.bmp"));
@@ -131,6 +134,7 @@ void Main::MakePanels() {
 void Main::Connect() {
   CommandGate& gate = m_around.gate;
   m_goOnlineTimer.setObjectName("GoOnlineTimer");
+  m_noticeTimer.setObjectName("NoticeTimer");
   connect(&m_goOnlineTimer, &QTimer::timeout, this, &Main::TickGoOnline);
   connect(&m_noticeTimer, &QTimer::timeout, this, &Main::LookForNotices);
 
@@ -293,7 +297,7 @@ void Main::Send() {
   SetRunning(true);
   m_around.sleep.Block("Sounds are being written into the board.");
   const std::int32_t flash = device::FlashSize(m_session.MemoryCapacity());
-  m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash}));
+  m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash, m_session.IsIdentified()}));
   m_around.sleep.Unblock();
   SetRunning(false);
 }

@@ -29,7 +29,7 @@ struct ToolFacts {
   const char* purpose;
   const char* shortcut;
   const char* picture;
-  /// "" for buttons whose disabled picture Qt makes.
+  /// "" for buttons whose picture turns grey.
   const char* disabledPicture;
   HelpContext help;
 };
@@ -52,6 +52,12 @@ constexpr std::array<ToolFacts, 5> kTools{{
 }};
 
 const ToolFacts& FactsOf(ToolRow::Tool tool) { return kTools[static_cast<std::size_t>(tool)]; }
+
+/// Adds the only picture of `disabled`, if it has one, for the disabled state.
+void AddPicture(QIcon& icon, const QIcon& disabled) {
+  if (!icon.isNull() && !disabled.isNull())
+    icon.addPixmap(disabled.pixmap(disabled.availableSizes().constFirst()), QIcon::Disabled);
+}
 
 QLabel* MakeLabel(const char* name, QWidget& parent) {
   auto* const label = new QLabel(&parent);
@@ -130,17 +136,27 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
 
 void ToolRow::ShowPictures() {
   for (std::size_t i = 0; i < kTools.size(); ++i) {
+    QToolButton& button = *m_buttons[i];
     const QString active = kTools[i].picture;
     const QString disabled = kTools[i].disabledPicture;
-    QIcon icon = m_pictures.Icon(active, disabled);
-    if (Theme::IsPrimary(m_buttons[i]) && !icon.isNull()) {
-      // On the accent's ground the picture takes the colour of the text there.
-      const QPixmap off = icon.pixmap(icon.availableSizes().constFirst(), QIcon::Disabled);
-      icon = m_pictures.Tinted(active, ColorOf(ColorRole::AccentText, palette()));
-      icon.addPixmap(off, QIcon::Disabled);
-    }
-    m_buttons[i]->setIcon(icon);
+    // On the accent's ground the picture takes the colour of the text there.
+    QIcon icon = Theme::IsPrimary(&button) ? m_pictures.Tinted(active, ColorOf(ColorRole::AccentText, palette()))
+                                           : m_pictures.Icon(active);
+    if (disabled.isEmpty())
+      AddDisabledPicture(icon, active);
+    else
+      AddPicture(icon, m_pictures.Icon(disabled));
+    button.setIcon(icon);
   }
+  for (const auto& [action, picture] : m_edits) {
+    QIcon icon = m_pictures.Icon(picture);
+    AddDisabledPicture(icon, picture);
+    action->setIcon(icon);
+  }
+}
+
+void ToolRow::AddDisabledPicture(QIcon& icon, const QString& picture) const {
+  AddPicture(icon, m_pictures.Tinted(picture, palette().color(QPalette::Disabled, QPalette::ButtonText)));
 }
 
 void ToolRow::Enable(Tool tool) {
@@ -164,7 +180,8 @@ void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
 }
 
 QToolButton* ToolRow::MakeActionButton(const char* name, const char* picture, QAction& action) {
-  action.setIcon(m_pictures.Icon(picture));
+  m_edits.emplace_back(&action, picture);
+  ShowPictures();
   auto* const button = new QToolButton(this);
   button->setObjectName(name);
   button->setDefaultAction(&action);

@@ -2,9 +2,12 @@
 
 #include <QWidget>
 #include <array>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QHBoxLayout;
+class QIcon;
 class QLabel;
 class QMenu;
 class QToolButton;
@@ -49,10 +52,14 @@ class ToolRow : public QWidget {
  private:
   void MakeButtons(QHBoxLayout& layout);
   void ShowPictures();
+  /// The picture in grey, for the disabled state.
+  void AddDisabledPicture(QIcon& icon, const QString& picture) const;
   [[nodiscard]] QToolButton* MakeActionButton(const char* name, const char* picture, QAction& action);
 
   const Pictures& m_pictures;
   std::array<QToolButton*, 5> m_buttons{};
+  /// Undo and redo with their pictures.
+  std::vector<std::pair<QAction*, QString>> m_edits;
   QHBoxLayout* m_edit = nullptr;
   QLabel* m_logo = nullptr;
   QLabel* m_online = nullptr;

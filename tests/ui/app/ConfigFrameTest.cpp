@@ -1,0 +1,192 @@
+#include <QGroupBox>
+#include <QSlider>
+
+#include "motion/ui/ConfigFrame.h"
+#include "ui/app/MainFixture.h"
+
+namespace kestrin::test {
+namespace {
+
+struct Row {
+  const char* slider;
+  const char* label;
+  const char* caption;
+  const char* group;
+  int minimum;
+  int maximum;
+  int step;
+  int factory;
+};
+
+constexpr Row kRows[] = {
+    {"MotionThresholdSlider", "MotionThresholdLabel", "Threshold", "MOTION DETECTION PARAMETERS", 1, 255, 1, 180},
+    {"MotionDebouncingSlider", "MotionDebouncingLabel", "Integration Time", "MOTION DETECTION PARAMETERS", 2, 25, 1, 2},
+    {"ImpactThresholdSlider", "ImpactThresholdLabel", "Threshold", "IMPACT DETECTION PARAMETERS", 0, 31, 1, 10},
+    {"ImpactDebouncingslider", "ImpactDebouncingLabel", "Debouncing Time", "IMPACT DETECTION PARAMETERS", 1, 255, 1,
+     50},
+    {"ImpactTimeSlider", "ImpactTimeLabel", "Minimum time between repetitions", "IMPACT DETECTION PARAMETERS", 1, 255,
+     1, 125},
+    {"FOCTimeSlider", "FOCTimeLabel", "Flash period [ms]", "LOCKUP FLASH TIMING", 20, 1000, 4, 52}};
+
+class ConfigFrame : public MainFixture {
+ protected:
+  using Values = std::vector<int>;
+
+  /// Starts with a board that holds these bytes.
+  void StartHolding(int id, const std::array<int, 6>& held) {
+    std::filesystem::create_directories(folder / "board");
+    std::string numbers;
+    for (const int value : held) numbers += (numbers.empty() ? "" : ",") + std::to_string(value);
+    support::WriteBytes(folder / "board" / "board.json",
+                        "{\"id\":" + std::to_string(id) + ",\"accelerometer\":[" + numbers + "]}");
+    Start("dir=" + sound::TextOf(folder / "board"));
+  }
+
+  [[nodiscard]] Values Sliders() const {
+    Values values;
+    for (const Row& row : kRows) values.push_back(Find<QSlider>(row.slider).value());
+    return values;
+  }
+  void ExpectLabelsLikeSliders() const {
+    for (const Row& row : kRows)
+      EXPECT_EQ(LabelText(row.label), QString::number(Find<QSlider>(row.slider).value())) << row.label;
+  }
+  [[nodiscard]] Values Held() const {
+    const auto& held = agent->Board().State().accelerometer;
+    return {held.begin(), held.end()};
+  }
+  void Press(const char* button) { Find<QPushButton>(button).click(); }
+};
+
+TEST_F(ConfigFrame, HasTheSlidersOfTheTable) {
+  Start("id=4389");
+  EXPECT_EQ(LabelText("ConfigCaption"), "Acceleration Sensor Configuration");
+  for (const Row& row : kRows) {
+    const auto& slider = Find<QSlider>(row.slider);
+    EXPECT_EQ(slider.minimum(), row.minimum) << row.slider;
+    EXPECT_EQ(slider.maximum(), row.maximum) << row.slider;
+    EXPECT_EQ(slider.singleStep(), row.step) << row.slider;
+    EXPECT_EQ(slider.pageStep(), 5) << row.slider;
+    const auto* const group = qobject_cast<QGroupBox*>(slider.parentWidget());
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(group->title(), row.group);
+    const QList<QLabel*> labels = group->findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+      return label->text() == row.caption && label->buddy() == &slider;
+    })) << row.caption;
+  }
+  EXPECT_EQ(Find<QPushButton>("SendCmdBtn").text(), "SEND Configuration");
+  EXPECT_EQ(Find<QPushButton>("DefaultBtn").text(), "Factory Default");
+  EXPECT_EQ(Find<QPushButton>("CloseCfgBtn").text(), "CLOSE Window");
+}
+
+TEST_F(ConfigFrame, IsHiddenUntilItsButtonIsPressedAndAgainWhenClosed) {
+  Start();
+  EXPECT_FALSE(Shown("ConfigFrame"));
+  Button("ConfigBtn").click();
+  EXPECT_TRUE(Shown("ConfigFrame"));
+  Press("CloseCfgBtn");
+  EXPECT_FALSE(Shown("ConfigFrame"));
+  EXPECT_TRUE(Button("ConfigBtn").isEnabled());
+}
+
+TEST_F(ConfigFrame, ShowsWhatABoardWithAFlashPeriodHolds) {
+  // Revision 293 is identity 4096 + 293.
+  StartHolding(4389, {7, 8, 9, 10, 11, 100});
+  EXPECT_EQ(Sliders(), (Values{7, 8, 9, 10, 11, 400}));
+  ExpectLabelsLikeSliders();
+  Button("ConfigBtn").click();
+  EXPECT_TRUE(Find<QSlider>("FOCTimeSlider").isEnabled());
+  EXPECT_TRUE(Find<QLabel>("FOCTimeLabel").isEnabled());
+}
+
+TEST_F(ConfigFrame, ShowsTheFlashPeriodOfOlderBoardsAs52AndLocksIt) {
+  StartHolding(4388, {7, 8, 9, 10, 11, 100});
+  EXPECT_EQ(Sliders(), (Values{7, 8, 9, 10, 11, 52}));
+  ExpectLabelsLikeSliders();
+  Button("ConfigBtn").click();
+  EXPECT_FALSE(Find<QSlider>("FOCTimeSlider").isEnabled());
+  EXPECT_FALSE(Find<QLabel>("FOCTimeLabel").isEnabled());
+}
+
+TEST_F(ConfigFrame, ShowsValuesOutOfRangeAsTheNearestInside) {
+  StartHolding(65535, {0, 255, 255, 0, 0, 255});
+  // 255 units of 4 ms would be 1,020 ms.
+  EXPECT_EQ(Sliders(), (Values{1, 25, 31, 1, 1, 1000}));
+  ExpectLabelsLikeSliders();
+}
+
+TEST_F(ConfigFrame, SnapsTheFlashPeriodToStepsOfTheBoard) {
+  Start("id=4389");
+  auto& slider = Find<QSlider>("FOCTimeSlider");
+  for (const auto& [moved, shown] : {std::pair{53, 52}, std::pair{54, 56}, std::pair{50, 48}, std::pair{58, 56},
+                                     std::pair{20, 20}, std::pair{1000, 1000}, std::pair{998, 1000}}) {
+    slider.setValue(moved);
+    EXPECT_EQ(slider.value(), shown) << moved;
+    EXPECT_EQ(LabelText("FOCTimeLabel"), QString::number(shown)) << moved;
+  }
+}
+
+TEST_F(ConfigFrame, LabelsFollowTheSliders) {
+  Start("id=4389");
+  for (const Row& row : kRows) {
+    Find<QSlider>(row.slider).setValue(24);
+    EXPECT_EQ(LabelText(row.label), "24") << row.label;
+  }
+}
+
+TEST_F(ConfigFrame, FactoryDefaultsAreShownAndNotSent) {
+  StartHolding(4389, {7, 8, 9, 10, 11, 100});
+  Button("ConfigBtn").click();
+  Press("DefaultBtn");
+  EXPECT_EQ(Sliders(), (Values{180, 2, 10, 50, 125, 52}));
+  ExpectLabelsLikeSliders();
+  Press("CloseCfgBtn");
+  EXPECT_EQ(Held(), (Values{7, 8, 9, 10, 11, 100}));
+  Button("ConfigBtn").click();
+  EXPECT_EQ(Sliders(), (Values{180, 2, 10, 50, 125, 52}));
+}
+
+TEST_F(ConfigFrame, SendsTheSlidersAndRestartsTheBoard) {
+  Start("id=4389");
+  Button("ConfigBtn").click();
+  const Values wanted{1, 25, 31, 255, 2, 400};
+  for (std::size_t i = 0; i < wanted.size(); ++i) Find<QSlider>(kRows[i].slider).setValue(wanted[i]);
+  Press("SendCmdBtn");
+  EXPECT_EQ(Held(), (Values{1, 25, 31, 255, 2, 100}));
+  EXPECT_EQ(agent->Board().State().resets, 1U);
+  EXPECT_EQ(Sliders(), wanted);
+  EXPECT_TRUE(Shown("ConfigFrame"));
+}
+
+TEST_F(ConfigFrame, SendsTheLockedFlashPeriodOfOlderBoardsToo) {
+  StartHolding(0, {7, 8, 9, 10, 11, 100});
+  Button("ConfigBtn").click();
+  Press("SendCmdBtn");
+  EXPECT_EQ(Held(), (Values{7, 8, 9, 10, 11, 13}));
+}
+
+TEST_F(ConfigFrame, KeepsThePersonsValuesAndBoxesSilentWhenTheBoardRefuses) {
+  // Going online reads five answers before the parameters' six bytes in three: 1 GetID, 2 and 3 GetSN, 4 to 6.
+  Start("id=4389,fault=read:7");
+  Button("ConfigBtn").click();
+  Find<QSlider>("MotionThresholdSlider").setValue(99);
+  Press("SendCmdBtn");
+  EXPECT_EQ(Find<QSlider>("MotionThresholdSlider").value(), 99);
+  EXPECT_EQ(agent->Board().State().resets, 0U);
+  EXPECT_TRUE(dialogs.errors.empty());
+  EXPECT_TRUE(dialogs.messages.empty());
+  EXPECT_EQ(LabelText("HelpLabel"), "The board did not confirm the new values. Check its plug and send them again.");
+}
+
+TEST_F(ConfigFrame, SendsNothingWithoutABoard) {
+  Start("id=4389");
+  Button("ConfigBtn").click();
+  agent->Unplug();
+  Tick("NoticeTimer");
+  Press("SendCmdBtn");
+  EXPECT_EQ(LabelText("HelpLabel"), "No board is connected: nothing was sent.");
+}
+
+}  // namespace
+}  // namespace kestrin::test

@@ -1,0 +1,255 @@
+#include <QProgressBar>
+
+#include "ui/app/MainFixture.h"
+
+namespace kestrin::test {
+namespace {
+
+constexpr const char* kAbortQuestion =
+    "Are you sure you want to cancel downloading ? \n"
+    "This might result in unsable behaviour !\n"
+    "Press OK to resume downloading or Cancel to abort";
+
+class DownloadRun : public MainFixture {
+ protected:
+  /// A board online and a complete set open.
+  void StartWithSet(const std::string& board = "", std::size_t samplesEach = 2000) {
+    Start(board);
+    window->OpenSet(CompleteSet(samplesEach));
+    ASSERT_EQ(dialogs.errors, std::vector<QString>());
+  }
+  void Send() { Button("SendBtn").click(); }
+  QPushButton& FrameButton() { return Find<QPushButton>("CancelBtn"); }
+  [[nodiscard]] QString Information() const { return LabelText("InformationLabel"); }
+  [[nodiscard]] QString Percent() const { return LabelText("PercentLabel"); }
+
+  void ExpectEnded(const QString& information) {
+    EXPECT_TRUE(Shown("DownloadFrame"));
+    EXPECT_EQ(Information(), information);
+    EXPECT_EQ(FrameButton().text(), "Close");
+    EXPECT_FALSE(LabelText("BoardHoldsLabel").isEmpty());
+    EXPECT_TRUE(Shown("BoardHoldsLabel"));
+    EXPECT_FALSE(sleep.blocked);
+    FrameButton().click();
+    EXPECT_FALSE(Shown("DownloadFrame"));
+  }
+};
+
+TEST_F(DownloadRun, EndsWithSuccessAndRestartsTheBoard) {
+  StartWithSet();
+  Send();
+  EXPECT_EQ(Percent(), "");
+  EXPECT_EQ(Find<QProgressBar>("DownloadBar").value(), 100);
+  EXPECT_EQ(agent->Board().State().resets, 1U);
+  EXPECT_EQ(sleep.blocks, 1);
+  ExpectEnded("SUCCESS !");
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+}
+
+TEST_F(DownloadRun, HidesTheFrameByItselfAfterSuccess) {
+  StartWithSet();
+  Send();
+  EXPECT_TRUE(Shown("DownloadFrame"));
+  auto& timer = Find<QTimer>("HideFrameTimer");
+  EXPECT_TRUE(timer.isActive());
+  EXPECT_TRUE(timer.isSingleShot());
+  Tick("HideFrameTimer");
+  EXPECT_FALSE(Shown("DownloadFrame"));
+}
+
+TEST_F(DownloadRun, SaysWhatItDoesOneAfterAnother) {
+  StartWithSet("erase=2");
+  std::vector<QString> seen;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (!Shown("DownloadFrame")) return;
+    if (seen.empty() || seen.back() != Information()) seen.push_back(Information());
+    EXPECT_EQ(FrameButton().text(), "Cancel");
+    EXPECT_TRUE(sleep.blocked);
+  });
+  watch.start(0);
+  Send();
+  watch.stop();
+  EXPECT_EQ(seen, (std::vector<QString>{"Erasing flash memory ...", "Coding data...", "Downloading..."}));
+}
+
+TEST_F(DownloadRun, EraseProgressIsTheShareOfThirtySeconds) {
+  StartWithSet("erase=16");
+  QString atFifteen;
+  const auto start = clock.Now();
+  When([&] { return clock.Now() - start >= std::chrono::seconds(15) + std::chrono::milliseconds(100); },
+       [&] { atFifteen = Percent(); });
+  Send();
+  // Polls come every three seconds: the last one before shows 15 of 30.
+  EXPECT_EQ(atFifteen, "50 %");
+}
+
+struct Missing {
+  const char* keyword;
+  const char* message;
+};
+
+class Incomplete : public DownloadRun, public testing::WithParamInterface<Missing> {};
+
+TEST_P(Incomplete, SetIsRefusedWithTheMessageOfThePiece) {
+  Start();
+  std::string text = support::ReadBytes(CompleteSet());
+  const std::string keyword = GetParam().keyword;
+  const std::size_t line = text.find(keyword);
+  if (keyword.ends_with("-1")) {
+    // No file: the two lines behind go too.
+    const std::size_t volume = text.find("\r\n", text.find("\r\n", line) + 2);
+    const std::size_t next = text.find("\r\n", volume + 2);
+    text.replace(line, next - line, keyword.substr(0, keyword.size() - 1) + "0");
+  } else {
+    const std::size_t path = text.find("\r\n", line) + 2;
+    text.erase(path, text.find("\r\n", path) - path);
+  }
+  window->OpenSet(support::WriteBytes(folder / "incomplete.lscfg", text));
+  ASSERT_EQ(dialogs.errors, std::vector<QString>());
+  Send();
+  EXPECT_EQ(dialogs.errors, std::vector<QString>{GetParam().message});
+  EXPECT_FALSE(Shown("DownloadFrame"));
+  EXPECT_EQ(agent->Board().State().resets, 0U);
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+}
+
+INSTANTIATE_TEST_SUITE_P(Pieces, Incomplete,
+                         testing::Values(Missing{"BOOT", "Boot file is missing"},
+                                         Missing{"PWRON", "Power On file is missing"},
+                                         Missing{"PWROFF", "Power Off file is missing"},
+                                         Missing{"IDLE", "Idle file is missing"},
+                                         Missing{"MOTION-1", "At least one motion file is required"},
+                                         Missing{"IMPACT-1", "At least one impact file is required"},
+                                         Missing{"LOCKUP-1", "At least one locku-up file is required"}));
+
+TEST_F(DownloadRun, AsksBeforeItIsCancelledAndStopsOnCancel) {
+  StartWithSet();
+  dialogs.okAnswers = {false};
+  WhenInformation("Downloading...", [this] { FrameButton().click(); });
+  Send();
+  ASSERT_EQ(dialogs.asked.size(), 1U);
+  EXPECT_EQ(dialogs.asked[0].question, kAbortQuestion);
+  // Escape must not abort by mistake.
+  EXPECT_EQ(dialogs.asked[0].harmless, app::Dialogs::Harmless::Ok);
+  EXPECT_EQ(agent->Board().State().resets, 0U);
+  EXPECT_EQ(Percent(), "");
+  ExpectEnded("Canceled");
+}
+
+TEST_F(DownloadRun, GoesOnWhenThePersonResumes) {
+  StartWithSet("erase=1");
+  dialogs.okAnswers = {true};
+  // However long they think about it.
+  dialogs.whileAsking = [this] { clock.Advance(std::chrono::minutes(2)); };
+  WhenInformation("Erasing flash memory ...", [this] { FrameButton().click(); });
+  Send();
+  ExpectEnded("SUCCESS !");
+}
+
+TEST_F(DownloadRun, IsCancelledInTheMiddleOfTheErase) {
+  StartWithSet("erase=10");
+  dialogs.okAnswers = {false};
+  WhenInformation("Erasing flash memory ...", [this] { FrameButton().click(); });
+  Send();
+  ExpectEnded("Canceled");
+  // Not one byte was written.
+  EXPECT_EQ(std::count(agent->Board().Flash().begin(), agent->Board().Flash().end(), 0xFF), 4 << 20);
+}
+
+TEST_F(DownloadRun, EscapeIsTheFramesButton) {
+  StartWithSet();
+  Send();
+  ASSERT_TRUE(Shown("DownloadFrame"));
+  QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QApplication::sendEvent(&Find<QWidget>("DownloadFrame"), &escape);
+  EXPECT_FALSE(Shown("DownloadFrame"));
+}
+
+TEST_F(DownloadRun, LosesTheConnectionWhenTheBoardIsPulledOutAndWorksAgainAfterwards) {
+  StartWithSet();
+  WhenInformation("Downloading...", [this] { agent->Unplug(); });
+  Send();
+  ExpectEnded("Connection lost");
+  Tick("NoticeTimer");
+  EXPECT_FALSE(Button("SendBtn").isEnabled());
+  agent->Plug();
+  Tick("NoticeTimer");
+  Tick("GoOnlineTimer");
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+  Send();
+  ExpectEnded("SUCCESS !");
+}
+
+TEST_F(DownloadRun, SaysMemoryCheckErrorWhenTheTableArrivesDamaged) {
+  // Reports written: 3 to go online, 3 up to the parameters put back, 7 files of one report each; the next is the
+  // table.
+  StartWithSet("fault=flip:14", 100);
+  Send();
+  EXPECT_EQ(agent->Board().State().resets, 0U);
+  ExpectEnded("Memory check error");
+}
+
+TEST_F(DownloadRun, LosesTheConnectionWhenAFileArrivesDamaged) {
+  StartWithSet("fault=flip:13", 100);
+  Send();
+  ExpectEnded("Connection lost");
+}
+
+TEST_F(DownloadRun, NothingElseCanBeStartedMeanwhile) {
+  StartWithSet();
+  bool looked = false;
+  WhenInformation("Downloading...", [this, &looked] {
+    looked = true;
+    for (const char* const name : {"LoadBtn", "SaveBtn", "ConfigBtn", "SendBtn", "UpdateBtn", "UndoBtn", "RedoBtn"})
+      EXPECT_FALSE(Button(name).isEnabled()) << name;
+    EXPECT_FALSE(Find<QWidget>("MtFileList").isEnabled());
+    EXPECT_EQ(Button("SendBtn").toolTip(), "Please wait until this is done.");
+    // The timers go on, but leave the board alone.
+    Tick("NoticeTimer");
+    Tick("GoOnlineTimer");
+  });
+  Send();
+  EXPECT_TRUE(looked);
+  ExpectEnded("SUCCESS !");
+}
+
+TEST_F(DownloadRun, ClosingTheWindowAsksAndGoesOnWhenThePersonDoesNotMeanIt) {
+  StartWithSet();
+  dialogs.okAnswers = {false};
+  WhenInformation("Downloading...", [this] { EXPECT_FALSE(window->close()); });
+  Send();
+  EXPECT_EQ(dialogs.asked.size(), 1U);
+  EXPECT_TRUE(window->isVisible());
+  ExpectEnded("SUCCESS !");
+}
+
+TEST_F(DownloadRun, ClosingTheWindowCancelsTheDownloadAndWaitsForASafePoint) {
+  StartWithSet();
+  dialogs.okAnswers = {true};
+  bool closed = false;
+  QObject::connect(window.get(), &app::Main::closed, [&closed] { closed = true; });
+  WhenInformation("Downloading...", [this, &closed] {
+    window->close();
+    EXPECT_FALSE(closed);
+    EXPECT_EQ(agent->Board().State().byes, 0U);
+  });
+  Send();
+  EXPECT_EQ(Information(), "Canceled");
+  EXPECT_TRUE(Until([&closed] { return closed; }));
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(agent->Board().State().byes, 1U);
+}
+
+TEST_F(DownloadRun, TellsHowMuchTimeIsLeft) {
+  StartWithSet("erase=16");
+  QString left;
+  const auto start = clock.Now();
+  When([&] { return clock.Now() - start >= std::chrono::milliseconds(15100); },
+       [&] { left = LabelText("TimeLeftLabel"); });
+  Send();
+  EXPECT_EQ(left, "0:15 left");
+}
+
+}  // namespace
+}  // namespace kestrin::test

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QLabel>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "app/LedSetup.h"
+#include "app/SleepBlocker.h"
+#include "app/SpecialFolders.h"
+#include "app/UpdateDialog.h"
+#include "sound/SoundPlayer.h"
+
+namespace kestrin::test {
+
+/// Plays nothing, remembers what it was given.
+class FakePlayer final : public sound::SoundPlayer {
+ public:
+  std::vector<std::filesystem::path> played;
+  int stops = 0;
+  Status status;
+
+  void Play(const std::filesystem::path& wav) override {
+    played.push_back(wav);
+    status.playing = status.problem.empty();
+  }
+  void Stop() override {
+    ++stops;
+    status.playing = false;
+  }
+  [[nodiscard]] Status Look() override { return status; }
+};
+
+class FakeFolders final : public app::SpecialFolders {
+ public:
+  std::filesystem::path desktop;
+  std::filesystem::path documents;
+  std::vector<app::Drive> drives;
+
+  [[nodiscard]] std::filesystem::path Desktop() const override { return desktop; }
+  [[nodiscard]] std::filesystem::path Documents() const override { return documents; }
+  [[nodiscard]] std::vector<app::Drive> Drives() const override { return drives; }
+};
+
+class FakeSleepBlocker final : public app::SleepBlocker {
+ public:
+  int blocks = 0;
+  bool blocked = false;
+
+  void Block(const std::string&) override {
+    ++blocks;
+    blocked = true;
+  }
+  void Unblock() override { blocked = false; }
+};
+
+/// A frame with controls of the LED panel's names; the catalogue is valid or not.
+class FakeLedSetup final : public app::LedSetup {
+ public:
+  bool valid = true;
+  std::string stamp = "catalogue of monday";
+  int inits = 0;
+
+  [[nodiscard]] QWidget* MakeFrame(QWidget& parent) override {
+    auto* const frame = new QWidget(&parent);
+    auto* const layout = new QVBoxLayout(frame);
+    for (const char* const name :
+         {"btnUpdateLED", "btnSendFoc", "btnSendPulse", "Frame1", "FrameFoc", "labelLED1", "PickColor_frame"}) {
+      auto* const control = new QLabel(name, frame);
+      control->setObjectName(name);
+      layout->addWidget(control);
+    }
+    return frame;
+  }
+  [[nodiscard]] bool InitLedDrivers(device::TLS&) override {
+    ++inits;
+    return valid;
+  }
+  [[nodiscard]] std::string CatalogueStamp() const override { return stamp; }
+};
+
+class FakeUpdateDialog final : public app::UpdateDialog {
+ public:
+  std::vector<std::string> calls;
+
+  void Initialise() override { calls.emplace_back("initialise"); }
+  void Open(QWidget&) override { calls.emplace_back("open"); }
+  void Unload() override { calls.emplace_back("unload"); }
+};
+
+}  // namespace kestrin::test

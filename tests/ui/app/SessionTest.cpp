@@ -1,0 +1,106 @@
+#include "app/LedSetupAbsent.h"
+#include "ui/app/MainFixture.h"
+
+namespace kestrin::test {
+namespace {
+
+class Session : public MainFixture {
+ protected:
+  void PullOut() {
+    agent->Unplug();
+    Tick("NoticeTimer");
+  }
+  void PlugIn() {
+    agent->Plug();
+    Tick("NoticeTimer");
+    Tick("GoOnlineTimer");
+  }
+};
+
+TEST_F(Session, GoesOfflineWhenTheBoardIsPulledOutAndOnlineWhenItComesBack) {
+  Start();
+  PullOut();
+  EXPECT_EQ(LabelText("SerialLabel"), "");
+  EXPECT_FALSE(Button("SendBtn").isEnabled());
+  EXPECT_TRUE(Button("LoadBtn").isEnabled());
+  EXPECT_TRUE(Button("SaveBtn").isEnabled());
+  EXPECT_TRUE(Find<QTimer>("GoOnlineTimer").isActive());
+  PlugIn();
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B535401");
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+  EXPECT_FALSE(Find<QTimer>("GoOnlineTimer").isActive());
+}
+
+TEST_F(Session, NoticesABoardByItself) {
+  StartOffline();
+  agent->Plug();
+  EXPECT_TRUE(Until([this] { return !LabelText("SerialLabel").isEmpty(); }));
+  agent->Unplug();
+  EXPECT_TRUE(Until([this] { return LabelText("SerialLabel").isEmpty(); }));
+}
+
+TEST_F(Session, ShowsABoardThatNeverTellsItsSerialNumber) {
+  // The answers 2 and 3 are those of GetSN, behind the one of GetID.
+  Start("fault=read:2,fault=read:3");
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: NoSerialNumber");
+}
+
+TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
+  led.valid = false;
+  Start("id=4095");
+  constexpr const char* kText = "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !";
+  ASSERT_EQ(dialogs.errors, std::vector<QString>{kText});
+  EXPECT_EQ(LabelText("SerialLabel"), "");
+  for (int tick = 0; tick < 5; ++tick) Tick("GoOnlineTimer");
+  EXPECT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_EQ(led.inits, 1);
+
+  PullOut();
+  PlugIn();
+  EXPECT_EQ(dialogs.errors.size(), 2U);
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(dialogs.errors.size(), 2U);
+}
+
+TEST_F(Session, TriesTheCatalogueAgainWhenItHasChanged) {
+  led.valid = false;
+  Start("id=4095");
+  led.stamp = "catalogue of tuesday";
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(dialogs.errors.size(), 2U);
+  led.stamp = "catalogue of wednesday";
+  led.valid = true;
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin LED Driver Serial Number: 4B535401");
+  EXPECT_EQ(Button("SendBtn").toolTip(),
+            "The board is an LED driver: it has neither sounds nor an acceleration sensor.");
+}
+
+TEST_F(Session, LedFramePlaceholderSaysWhatIsConnectedAndWhatItCannotDo) {
+  app::LedSetupAbsent absent;
+  QWidget parent;
+  QWidget* const frame = absent.MakeFrame(parent);
+  QString texts;
+  for (const QLabel* const label : frame->findChildren<QLabel*>()) texts += label->text();
+  EXPECT_TRUE(texts.contains("An LED driver is connected"));
+  EXPECT_TRUE(texts.contains("cannot set them up"));
+}
+
+TEST_F(Session, SendButtonFollowsWhetherTheSetFits) {
+  Start();
+  // 2,793,120 samples are the capacity; the six others have 100 each.
+  const auto large = Sound("large.lsu", 2793120 - 6 * 100 + 1);
+  window->OpenSet(CompleteSet());
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+  support::WriteBytes(folder / "large.lscfg",
+                      support::ReadBytes(folder / "complete.lscfg")
+                          .replace(support::ReadBytes(folder / "complete.lscfg").find("s1.lsu"), 6, "large.lsu"));
+  window->OpenSet(folder / "large.lscfg");
+  EXPECT_FALSE(Button("SendBtn").isEnabled());
+  EXPECT_EQ(Button("SendBtn").toolTip(),
+            "The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
+}
+
+}  // namespace
+}  // namespace kestrin::test

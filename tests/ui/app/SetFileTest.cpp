@@ -1,0 +1,194 @@
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QUrl>
+
+#include "sound/ui/SoundPage.h"
+#include "ui/app/MainFixture.h"
+
+namespace kestrin::test {
+namespace {
+
+using Unsaved = app::Dialogs::Unsaved;
+
+class SetFile : public MainFixture {
+ protected:
+  void Open(const std::filesystem::path& path) {
+    dialogs.filesToOpen = {Text(path)};
+    Button("LoadBtn").click();
+  }
+  /// Makes the set differ from its file.
+  void Change() {
+    auto& list = Find<QListView>("MtFileList");
+    list.setCurrentIndex(list.model()->index(0, 0));
+    QKeyEvent remove(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+    QApplication::sendEvent(&list, &remove);
+    ASSERT_TRUE(LabelText("SetLabel").endsWith(QString::fromUtf8("\u2022")));
+  }
+  [[nodiscard]] int Rows(const char* list) const { return Find<QListView>(list).model()->rowCount(); }
+  void Drop(const QList<QUrl>& urls, bool taken) {
+    QMimeData mime;
+    mime.setUrls(urls);
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    enter.ignore();
+    QApplication::sendEvent(window.get(), &enter);
+    EXPECT_EQ(enter.isAccepted(), taken);
+    if (!taken) return;
+    QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &drop);
+  }
+};
+
+TEST_F(SetFile, OpensAndSavesTheSameSet) {
+  StartOffline();
+  const auto original = CompleteSet();
+  Open(original);
+  EXPECT_EQ(dialogs.lastFilter, "Light Saber Configuration File (*.lscfg);;All files (*.*)");
+  EXPECT_EQ(LabelText("SetLabel"), "complete");
+  EXPECT_EQ(Rows("MtFileList"), 1);
+  dialogs.filesToSave = {Text(folder / "copy.lscfg")};
+  Button("SaveBtn").click();
+  EXPECT_EQ(dialogs.lastSuffix, "lscfg");
+  EXPECT_EQ(support::ReadBytes(folder / "copy.lscfg"), support::ReadBytes(original));
+  EXPECT_EQ(LabelText("SetLabel"), "copy");
+}
+
+TEST_F(SetFile, ChangesNothingWhenADialogIsCancelled) {
+  StartOffline();
+  dialogs.filesToOpen = {QString()};
+  Button("LoadBtn").click();
+  dialogs.filesToSave = {QString()};
+  Button("SaveBtn").click();
+  EXPECT_EQ(LabelText("SetLabel"), "New set");
+  EXPECT_TRUE(dialogs.errors.empty());
+}
+
+TEST_F(SetFile, TellsAllMissingFilesInOneMessageAndLoadsTheRest) {
+  StartOffline();
+  const auto set = CompleteSet();
+  std::filesystem::remove(folder / "s1.lsu");
+  std::filesystem::remove(folder / "s5.lsu");
+  Open(set);
+  ASSERT_EQ(dialogs.errors.size(), 1U);
+  const QStringList lines = QString(dialogs.errors[0]).remove('\r').split('\n', Qt::SkipEmptyParts);
+  EXPECT_EQ(lines, (QStringList{"The following files could not be found or are not valid:", Text(folder / "s1.lsu"),
+                                Text(folder / "s5.lsu")}));
+  EXPECT_EQ(Rows("MtFileList"), 0);
+  EXPECT_EQ(Rows("ImpFileList"), 1);
+}
+
+TEST_F(SetFile, RefusesAFileThatIsNoSet) {
+  StartOffline();
+  Open(support::WriteBytes(folder / "letter.lscfg", "Dear Sir\r\n"));
+  ASSERT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_TRUE(dialogs.errors[0].startsWith("Not a valid configuration file"));
+  EXPECT_EQ(LabelText("SetLabel"), "New set");
+}
+
+TEST_F(SetFile, SaysWhyASetCannotBeSaved) {
+  StartOffline();
+  dialogs.filesToSave = {Text(folder / "nowhere" / "set.lscfg")};
+  Button("SaveBtn").click();
+  ASSERT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_TRUE(dialogs.errors[0].contains("set.lscfg"));
+}
+
+TEST_F(SetFile, AsksBeforeAnUnsavedSetIsReplaced) {
+  StartOffline();
+  const auto set = CompleteSet();
+  Open(set);
+  Change();
+  dialogs.unsavedAnswers = {Unsaved::GoBack};
+  Open(set);
+  EXPECT_EQ(Rows("MtFileList"), 0);
+  dialogs.unsavedAnswers = {Unsaved::Discard};
+  Open(set);
+  EXPECT_EQ(Rows("MtFileList"), 1);
+  EXPECT_EQ(dialogs.unsavedAsked.size(), 2U);
+}
+
+TEST_F(SetFile, SavesFirstWhenThePersonWantsThat) {
+  StartOffline();
+  const auto set = CompleteSet();
+  Open(set);
+  Change();
+  dialogs.unsavedAnswers = {Unsaved::Save};
+  dialogs.filesToSave = {Text(folder / "kept.lscfg")};
+  Open(set);
+  EXPECT_TRUE(std::filesystem::exists(folder / "kept.lscfg"));
+  EXPECT_EQ(LabelText("SetLabel"), "complete");
+}
+
+TEST_F(SetFile, KeepsTheSetWhenSavingItFirstWasCancelled) {
+  StartOffline();
+  const auto set = CompleteSet();
+  Open(set);
+  Change();
+  dialogs.unsavedAnswers = {Unsaved::Save};
+  dialogs.filesToSave = {QString()};
+  Open(set);
+  EXPECT_EQ(Rows("MtFileList"), 0);
+}
+
+TEST_F(SetFile, AsksBeforeTheWindowIsClosed) {
+  StartOffline();
+  Open(CompleteSet());
+  Change();
+  dialogs.unsavedAnswers = {Unsaved::GoBack, Unsaved::Discard};
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(window->close());
+}
+
+TEST_F(SetFile, OpensASetThatIsDroppedOntoTheWindow) {
+  StartOffline();
+  const auto set = CompleteSet();
+  Drop({QUrl::fromLocalFile(Text(set))}, true);
+  EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "complete"; }));
+}
+
+TEST_F(SetFile, LeavesEverythingElseThatIsDroppedAlone) {
+  StartOffline();
+  const QUrl set = QUrl::fromLocalFile(Text(CompleteSet()));
+  Drop({QUrl::fromLocalFile(Text(folder / "letter.txt"))}, false);
+  Drop({set, set}, false);
+  Drop({QUrl("http://localhost/set.lscfg")}, false);
+}
+
+TEST_F(SetFile, OffersTheRecentSetsLatestFirstAlsoAfterARestart) {
+  StartOffline();
+  const auto first = CompleteSet();
+  std::filesystem::copy_file(first, folder / "other & more.lscfg");
+  Open(first);
+  Open(folder / "other & more.lscfg");
+  window.reset();
+  StartOffline();
+  QStringList offered;
+  const QList<QAction*> actions = Button("LoadBtn").menu()->actions();
+  for (const QAction* const action : actions)
+    if (!action->toolTip().isEmpty() && action->toolTip().endsWith(".lscfg")) offered.append(action->toolTip());
+  EXPECT_EQ(offered, (QStringList{Text(folder / "other & more.lscfg"), Text(first)}));
+  actions.back()->trigger();
+  EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "complete"; }));
+}
+
+TEST_F(SetFile, StartsANewSet) {
+  StartOffline();
+  Open(CompleteSet());
+  Button("LoadBtn").menu()->actions().front()->trigger();
+  EXPECT_EQ(LabelText("SetLabel"), "New set");
+  EXPECT_EQ(Rows("MtFileList"), 0);
+  EXPECT_TRUE(dialogs.unsavedAsked.empty());
+}
+
+TEST_F(SetFile, ShowsTheSoundPageWhenASetIsOpenedAfterAnLedDriverHasGone) {
+  Start("id=4095");
+  agent->Unplug();
+  Tick("NoticeTimer");
+  EXPECT_TRUE(Shown("frmLED"));
+  Open(CompleteSet());
+  EXPECT_FALSE(Shown("frmLED"));
+}
+
+}  // namespace
+}  // namespace kestrin::test
