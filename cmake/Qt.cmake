@@ -28,7 +28,7 @@ function(kestrin_ui_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/QtMain.cpp)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  kestrin_test_options(${name})
   target_link_libraries(${name} PRIVATE kestrin_flags ${arg_LINK} Qt6::Widgets GTest::gmock)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")

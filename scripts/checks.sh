@@ -40,7 +40,7 @@ check_no_qt() {
 # without optimisation, in which the standard library looks after its own preconditions.
 core_only() {
   PKG_CONFIG_LIBDIR=/nonexistent build_and_test core-only -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_CXX_FLAGS_DEBUG="-O0 -g1 -D_GLIBCXX_ASSERTIONS"
+    -DCMAKE_CXX_FLAGS_DEBUG="-O0 -D_GLIBCXX_ASSERTIONS"
 }
 
 # What runs beside the one thread: the command line with its signals. Its tests start the built program.

@@ -19,8 +19,8 @@ struct LoadedFiles {
 /// Loads a configuration file. Throws CommandFailure when it is none.
 [[nodiscard]] LoadedFiles LoadConfiguration(const std::string& path, sound::LSU_Configuration& configuration);
 
-/// Loads a configuration file, which must be complete, and lays it out in the board's flash. Throws CommandFailure when it
-/// is no configuration file, a piece is missing, or a file cannot be used or coded.
+/// Loads a configuration file, which must be complete, and lays it out in the board's flash. Throws CommandFailure when
+/// it is no configuration file, a piece is missing, or a file cannot be used or coded.
 void LoadMemoryMap(const std::string& path, sound::LSU_Configuration& configuration, const base::EventPump& pump);
 
 /// A configuration as `config show` prints it.

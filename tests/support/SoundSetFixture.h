@@ -33,8 +33,8 @@ class SoundSetFixture : public ::testing::Test {
     std::string names;
     for (int position = 1; position <= set.Count(kind); ++position) {
       const sound::LSU_SoundFile& file = set.At({kind, position});
-      names += (names.empty() ? "" : " ") + file.FileNameAndPath().filename().string() + "@" +
-               std::to_string(file.Volume());
+      names +=
+          (names.empty() ? "" : " ") + file.FileNameAndPath().filename().string() + "@" + std::to_string(file.Volume());
     }
     return names;
   }

@@ -11,11 +11,11 @@
 namespace kestrin::simulator {
 namespace {
 
+using support::Ask;
+using support::kDone;
 using support::ReadBytes;
 using support::TemporaryFolder;
 using support::WriteBytes;
-using support::Ask;
-using support::kDone;
 using ::testing::HasSubstr;
 
 constexpr const char* kFactoryJson = R"({
