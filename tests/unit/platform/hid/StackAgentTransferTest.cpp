@@ -125,6 +125,16 @@ TEST_F(StackAgentTransfer, ReadsAnAnswerThatComesWithinTheTime) {
   EXPECT_EQ(events.lines, Lines{"report 1 1"});
 }
 
+TEST_F(StackAgentTransfer, AnAnswerThatArrivedWhileAPersonThoughtCounts) {
+  support::FakeHidDevice* board = nullptr;
+  board = &OpenBoard(support::BoardDescriptor(), [&] {
+    bus.clock.Advance(60s);
+    board->input.push_back({10, 10});
+  });
+  EXPECT_TRUE(agent->ReadReport());
+  EXPECT_THAT(Answer(), ElementsAre(10, 10));
+}
+
 TEST_F(StackAgentTransfer, AnAnswerOfAWrongLengthFailsAndLeavesTheValue) {
   support::FakeHidDevice& board = OpenBoard();
   board.input = {{7, 8}};

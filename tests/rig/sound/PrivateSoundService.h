@@ -1,0 +1,49 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+struct pa_simple;
+
+namespace kestrin::test {
+
+/// A sound service of the test's own, without a device: what is played into it can be recorded. Clients of this process
+/// find it by the environment.
+class PrivateSoundService {
+ public:
+  /// Throws when the service does not start.
+  PrivateSoundService();
+  ~PrivateSoundService();
+  PrivateSoundService(const PrivateSoundService&) = delete;
+  PrivateSoundService& operator=(const PrivateSoundService&) = delete;
+
+  /// Listens from its making on.
+  class Recorder {
+   public:
+    Recorder();
+    ~Recorder();
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    /// All that was heard up to `samples` samples after the first that is not silent; fewer when there is silence for
+    /// `most` samples.
+    [[nodiscard]] std::vector<std::int16_t> Hear(std::size_t samples, std::size_t most = 48000 * 5);
+
+   private:
+    pa_simple* m_stream;
+  };
+
+ private:
+  void Start();
+  void WaitUntilItAnswers() const;
+  void Stop() const;
+
+  /// Without a blank: the name of a sound service cannot hold one.
+  std::filesystem::path m_folder;
+  pid_t m_process = -1;
+};
+
+}  // namespace kestrin::test

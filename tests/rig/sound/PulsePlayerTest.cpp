@@ -1,0 +1,136 @@
+#include "platform/desktop/PulsePlayer.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <span>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "PrivateSoundService.h"
+#include "sound/LSU_SoundFile.h"
+#include "support/FakeClock.h"
+#include "support/TestFiles.h"
+
+namespace kestrin::test {
+namespace {
+
+using desktop::PulsePlayer;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+
+/// Looks until `condition` holds; false when that takes too long.
+bool Until(const std::function<bool()>& condition) {
+  const auto end = steady_clock::now() + seconds(20);
+  while (!condition()) {
+    if (steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return true;
+}
+
+class PulsePlayerTest : public testing::Test {
+ protected:
+  /// A preview file with these samples.
+  std::filesystem::path Wav(std::span<const std::int16_t> samples) {
+    sound::LSU_SoundFile file;
+    EXPECT_TRUE(file.ReadFile(support::WriteSoundFile(folder / "sound.lsu", samples)));
+    EXPECT_TRUE(file.WriteWav(folder / "temp.wav"));
+    return folder / "temp.wav";
+  }
+
+  support::TemporaryFolder folder;
+  support::FakeClock clock;
+};
+
+/// Samples of which neither the first nor the last is silent.
+std::vector<std::int16_t> LoudSamples(std::size_t count) {
+  auto samples = support::SomeSamples(count);
+  samples.front() = 1234;
+  samples.back() = -4321;
+  return samples;
+}
+
+TEST_F(PulsePlayerTest, PlaysEverySampleToTheLastAndThenSaysSo) {
+  const PrivateSoundService service;
+  // The first is shorter than any buffer.
+  for (const std::size_t count : {49U, 2400U, 48000U}) {
+    const auto samples = LoudSamples(count);
+    PrivateSoundService::Recorder recorder;
+    PulsePlayer player(clock);
+    player.Play(Wav(samples));
+    std::filesystem::remove(folder / "temp.wav");
+    EXPECT_EQ(recorder.Hear(count), samples) << count;
+    EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
+    EXPECT_EQ(player.Look().problem, "");
+  }
+}
+
+TEST_F(PulsePlayerTest, StopsAtOnceAndPlaysTheNext) {
+  const PrivateSoundService service;
+  PulsePlayer player(clock);
+  player.Play(Wav(LoudSamples(480000)));
+  EXPECT_TRUE(player.Look().playing);
+  player.Stop();
+  EXPECT_FALSE(player.Look().playing);
+  EXPECT_EQ(player.Look().problem, "");
+  player.Play(Wav(LoudSamples(100)));
+  EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
+  EXPECT_EQ(player.Look().problem, "");
+}
+
+TEST_F(PulsePlayerTest, SaysThatThereIsNoSoundService) {
+  setenv("PULSE_SERVER", "unix:/nonexistent/nobody", 1);
+  PulsePlayer player(clock);
+  player.Play(Wav(LoudSamples(100)));
+  EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
+  EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
+}
+
+TEST_F(PulsePlayerTest, GivesUpAServiceThatDoesNotAnswerAndDoesNotHoldUpTheEnd) {
+  // Takes connections and says nothing.
+  const std::string path = testing::TempDir() + "kestrin-deaf-" + std::to_string(getpid());
+  const int server = socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  ASSERT_LT(path.size(), sizeof address.sun_path);
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  ASSERT_EQ(bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(listen(server, 5), 0);
+  setenv("PULSE_SERVER", ("unix:" + path).c_str(), 1);
+  const auto start = steady_clock::now();
+  {
+    PulsePlayer player(clock);
+    player.Play(Wav(LoudSamples(100)));
+    EXPECT_TRUE(player.Look().playing);
+    clock.Advance(PulsePlayer::kPatience + std::chrono::milliseconds(1));
+    EXPECT_FALSE(player.Look().playing);
+    EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
+  }
+  EXPECT_LT(steady_clock::now() - start, seconds(5));
+  close(server);
+  unlink(path.c_str());
+}
+
+TEST_F(PulsePlayerTest, SaysThatTheFileCannotBeRead) {
+  PulsePlayer player(clock);
+  player.Play(folder / "temp.wav");
+  EXPECT_FALSE(player.Look().playing);
+  EXPECT_NE(player.Look().problem.find("temp.wav"), std::string::npos);
+}
+
+TEST_F(PulsePlayerTest, HasNothingToSayBeforeAnything) {
+  PulsePlayer player(clock);
+  player.Stop();
+  EXPECT_FALSE(player.Look().playing);
+  EXPECT_EQ(player.Look().problem, "");
+}
+
+}  // namespace
+}  // namespace kestrin::test

@@ -1,0 +1,61 @@
+#include "app/CommandLineOptions.h"
+
+#include <gtest/gtest.h>
+
+#include "app/FileFilter.h"
+
+namespace kestrin::test {
+namespace {
+
+using app::CommandLineOptions;
+using Kind = boards::BoardChoice::Kind;
+
+CommandLineOptions::Parsed Parse(const QStringList& arguments) {
+  return CommandLineOptions::Parse(QStringList{"kestrin"} + arguments, "/opt/kestrin");
+}
+
+TEST(CommandLineOptions, AreTheRealBoardsAndTheProgramsOwnFolderByDefault) {
+  const auto parsed = Parse({});
+  EXPECT_EQ(parsed.problem, "");
+  EXPECT_EQ(parsed.options.board.kind, Kind::Auto);
+  EXPECT_EQ(parsed.options.board.path, "");
+  EXPECT_EQ(parsed.options.programFolder, "/opt/kestrin");
+  EXPECT_TRUE(parsed.options.set.empty());
+}
+
+TEST(CommandLineOptions, NameBoardFolderAndSet) {
+  const auto parsed = Parse({"--board", "sim:id=64", "--program-folder", "/a folder", "my set.lscfg"});
+  EXPECT_EQ(parsed.problem, "");
+  EXPECT_EQ(parsed.options.board.kind, Kind::Simulated);
+  EXPECT_EQ(parsed.options.board.simulated.id, 64);
+  EXPECT_EQ(parsed.options.programFolder, "/a folder");
+  EXPECT_EQ(parsed.options.set, "my set.lscfg");
+}
+
+TEST(CommandLineOptions, TakeADevicePath) {
+  const auto parsed = Parse({"--board=hid:/dev/hidraw3"});
+  EXPECT_EQ(parsed.options.board.kind, Kind::Path);
+  EXPECT_EQ(parsed.options.board.path, "/dev/hidraw3");
+}
+
+TEST(CommandLineOptions, SayWhatIsWrong) {
+  EXPECT_TRUE(Parse({"--board", "usb"}).problem.contains("\"usb\" names no board"));
+  EXPECT_TRUE(Parse({"--board", "sim:colour=red"}).problem.contains("colour"));
+  EXPECT_TRUE(Parse({"--boards"}).problem.contains("boards"));
+  EXPECT_TRUE(Parse({"a.lscfg", "b.lscfg"}).problem.contains("one sound set only"));
+}
+
+TEST(CommandLineOptions, AnswerHelpAndVersionInsteadOfShowingTheWindow) {
+  EXPECT_TRUE(Parse({"--help"}).answer.contains("--board"));
+  EXPECT_FALSE(Parse({"--version"}).answer.isEmpty());
+  EXPECT_EQ(Parse({"--help"}).problem, "");
+}
+
+TEST(FileFilter, IsTranslatedForQt) {
+  EXPECT_EQ(app::QtFileFilter("Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*"),
+            "Light Saber Configuration File (*.lscfg);;All files (*.*)");
+  EXPECT_EQ(app::QtFileFilter("Sounds|*.lsu;*.wav"), "Sounds (*.lsu *.wav)");
+}
+
+}  // namespace
+}  // namespace kestrin::test
