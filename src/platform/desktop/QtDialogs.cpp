@@ -1,5 +1,6 @@
 #include "platform/desktop/QtDialogs.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -17,6 +18,8 @@ void Prepare(QMessageBox& box, QMessageBox::Icon icon, const QString& text, QMes
   // Texts may have the line ends of the files that they come from.
   box.setText(QString(text).remove(QChar::CarriageReturn));
   box.setStandardButtons(buttons);
+  // Their words say it; pictures beside them are a matter of another time.
+  for (QAbstractButton* const button : box.buttons()) button->setIcon({});
 }
 
 }  // namespace
