@@ -4,6 +4,10 @@ function(kestrin_library name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
   target_link_libraries(${name} PUBLIC kestrin_flags ${arg_LINK} PRIVATE ${arg_PRIVATE_LINK})
+  list(LENGTH arg_SOURCES count)
+  if(KESTRIN_UNITY AND count GREATER 1)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
+  endif()
 endfunction()
 
 # What every test program is compiled with: its own code unoptimised, which takes half the time to build and hardly longer
@@ -13,6 +17,7 @@ function(kestrin_test_options name)
   if(NOT MSVC)
     target_compile_options(${name} PRIVATE -O0)
   endif()
+  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
 # kestrin_test(NAME SOURCES file... [LINK library...])

@@ -10,7 +10,7 @@ namespace kestrin::demo {
 namespace {
 
 /// Everything that turns in a loop of this length does so in multiples of half a Hz.
-constexpr double kLoopSeconds = 2.0;
+constexpr double kLockupSeconds = 2.0;
 
 struct Hold {
   /// Tone of the strained blades, in Hz.
@@ -33,7 +33,7 @@ constexpr std::array<Hold, kLockups> kHolds{{{kHumPitch * 1.25, 4.5, 31.0, 55.0,
 Sound Lockup(int number) {
   const Hold& hold = kHolds.at(static_cast<std::size_t>(number - 1));
   const std::vector<double> harmonics = GentleHarmonics(40, 10.0);
-  Sound sound(SamplesIn(kLoopSeconds));
+  Sound sound(SamplesIn(kLockupSeconds));
   StateVariableFilter crackle;
   StateVariableFilter hiss;
   double crack = 0.0;

@@ -42,7 +42,7 @@ build_preset() {  # PRESET "TARGETS" [cmake options]
   read -ra targets <<<"$2"
   shift 2
   log="$(mktemp)"
-  if { configure "$preset" "$@" &&
+  if { configure "$preset" -DKESTRIN_UNITY=ON "$@" &&
     "${steady[@]}" cmake --build "$project/build/$preset" -j "$jobs" --target "${targets[@]}"; } >"$log" 2>&1; then
     rm -f "$log"
     return 0

@@ -11,7 +11,7 @@
 namespace kestrin::app {
 namespace {
 
-constexpr qreal kRadius = 5;
+constexpr qreal kControlRadius = 5;
 constexpr qreal kRing = 2;
 constexpr qreal kMark = 16;
 
@@ -74,8 +74,8 @@ void ControlPainter::ButtonPanel(bool isPrimary, bool isQuiet) const {
     const bool dark = IsDark(m_option->palette);
     const QColor fill =
         !down && !hot ? accent : (dark ? accent.lighter(down ? 116 : 108) : accent.darker(down ? 124 : 112));
-    Box(rect, kRadius, fill, fill, 0);
-    if (focused) Box(rect.adjusted(2, 2, -2, -2), kRadius - 2, Qt::transparent, color(ColorRole::AccentText), kRing);
+    Box(rect, kControlRadius, fill, fill, 0);
+    if (focused) Box(rect.adjusted(2, 2, -2, -2), kControlRadius - 2, Qt::transparent, color(ColorRole::AccentText), kRing);
     return;
   }
   if (isPrimary || !isQuiet) {
@@ -83,13 +83,13 @@ void ControlPainter::ButtonPanel(bool isPrimary, bool isQuiet) const {
         !enabled ? color(ColorRole::Background)
                  : (down ? color(ColorRole::Selection) : color(hot ? ColorRole::AccentSoft : ColorRole::Card));
     const QColor edge = !enabled ? color(ColorRole::Line) : color(focused ? ColorRole::Accent : ColorRole::Outline);
-    Box(rect, kRadius, fill, edge, focused ? kRing : 1);
+    Box(rect, kControlRadius, fill, edge, focused ? kRing : 1);
     return;
   }
   if (enabled && (down || hot)) {
-    Box(rect, kRadius, color(down ? ColorRole::Selection : ColorRole::AccentSoft), Qt::transparent, 0);
+    Box(rect, kControlRadius, color(down ? ColorRole::Selection : ColorRole::AccentSoft), Qt::transparent, 0);
   }
-  if (focused) Box(rect, kRadius, Qt::transparent, color(ColorRole::Accent), kRing);
+  if (focused) Box(rect, kControlRadius, Qt::transparent, color(ColorRole::Accent), kRing);
 }
 
 void ControlPainter::Tab() const {
@@ -97,13 +97,13 @@ void ControlPainter::Tab() const {
   const QRectF rect(m_option->rect);
   const bool enabled = Has(QStyle::State_Enabled);
   if (enabled && Has(QStyle::State_MouseOver)) {
-    Box(rect.adjusted(0, 0, 0, -3), kRadius, color(ColorRole::AccentSoft), Qt::transparent, 0);
+    Box(rect.adjusted(0, 0, 0, -3), kControlRadius, color(ColorRole::AccentSoft), Qt::transparent, 0);
   }
   if (Has(QStyle::State_Selected)) {
     const QColor mark = color(enabled ? ColorRole::Accent : ColorRole::Line);
     Box({rect.left() + 4, rect.bottom() - 3, rect.width() - 8, 3}, 1.5, mark, Qt::transparent, 0);
   }
-  if (enabled && Has(QStyle::State_HasFocus)) Box(rect, kRadius, Qt::transparent, color(ColorRole::Accent), kRing);
+  if (enabled && Has(QStyle::State_HasFocus)) Box(rect, kControlRadius, Qt::transparent, color(ColorRole::Accent), kRing);
 }
 
 void ControlPainter::Field(bool hasFocus) const {
@@ -111,13 +111,13 @@ void ControlPainter::Field(bool hasFocus) const {
   const bool enabled = Has(QStyle::State_Enabled);
   const QColor fill = color(enabled ? ColorRole::Card : ColorRole::Background);
   const QColor edge = !enabled ? color(ColorRole::Line) : color(hasFocus ? ColorRole::Accent : ColorRole::Outline);
-  Box(m_option->rect, kRadius, fill, edge, enabled && hasFocus ? kRing : 1);
+  Box(m_option->rect, kControlRadius, fill, edge, enabled && hasFocus ? kRing : 1);
 }
 
 void ControlPainter::ListFrame() const {
   const bool focused = Has(QStyle::State_HasFocus) && Has(QStyle::State_Enabled);
   const QColor edge = ColorOf(focused ? ColorRole::Accent : ColorRole::Line, m_option->palette);
-  Box(m_option->rect, kRadius, Qt::transparent, edge, focused ? kRing : 1);
+  Box(m_option->rect, kControlRadius, Qt::transparent, edge, focused ? kRing : 1);
 }
 
 void ControlPainter::RadioButton() const {
