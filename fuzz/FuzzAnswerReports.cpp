@@ -53,8 +53,8 @@ std::int32_t FirstAnswer(const std::vector<Bytes>& reports, bool numbered) {
 class Board {
  public:
   Board(std::vector<Bytes> answers, bool numbered) : m_answers(std::move(answers)) {
-    auto& device =
-        m_bus.Plug("board", numbered ? kestrin::test::NumberedBoardDescriptor() : kestrin::test::BoardDescriptor());
+    auto& device = m_bus.Plug(
+        "board", numbered ? kestrin::support::NumberedBoardDescriptor() : kestrin::support::BoardDescriptor());
     device.onWrite = [&](const Bytes&) { device.input.assign(m_answers.begin(), m_answers.end()); };
     m_agent.SetMatch({kestrin::device::kBoardVendorId, kestrin::device::kBoardProductId, true, true});
     Require(m_agent.SearchAndOpen());
@@ -71,10 +71,10 @@ class Board {
 
  private:
   std::vector<Bytes> m_answers;
-  kestrin::test::FakeHidBus m_bus;
+  kestrin::support::FakeHidBus m_bus;
   kestrin::base::Clock::Duration m_last{};
-  kestrin::hid::StackAgent m_agent{std::make_unique<kestrin::test::FakeHidStack>(m_bus),
-                                   [this] { return std::make_unique<kestrin::test::FakeDeviceMonitor>(m_bus); },
+  kestrin::hid::StackAgent m_agent{std::make_unique<kestrin::support::FakeHidStack>(m_bus),
+                                   [this] { return std::make_unique<kestrin::support::FakeDeviceMonitor>(m_bus); },
                                    // Reports that are passed over take time as well.
                                    m_bus.clock, [this] { m_bus.clock.Advance(kTurn); }};
 

@@ -60,10 +60,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(result.descriptor.Reports().empty() && result.descriptor.Variables().empty());
     return 0;
   }
-  kestrin::test::FakeClock clock;
+  kestrin::support::FakeClock clock;
   HidInterface interface(
       1, {},
-      std::make_unique<kestrin::test::FakeHidConnection>(std::make_shared<kestrin::test::FakeHidDevice>(), clock),
+      std::make_unique<kestrin::support::FakeHidConnection>(std::make_shared<kestrin::support::FakeHidDevice>(), clock),
       result.descriptor);
   // A few of many fields are enough; each may cover the whole report.
   const std::size_t checked = std::min<std::size_t>(result.descriptor.Variables().size(), 16);
