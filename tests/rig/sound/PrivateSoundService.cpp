@@ -17,7 +17,7 @@
 
 extern char** environ;
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 namespace {
 
@@ -108,4 +108,4 @@ std::vector<std::int16_t> PrivateSoundService::Recorder::Hear(std::size_t sample
   return heard;
 }
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

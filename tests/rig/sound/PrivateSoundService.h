@@ -8,7 +8,7 @@
 
 struct pa_simple;
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// A sound service of the test's own, without a device: what is played into it can be recorded. Clients of this process
 /// find it by the environment.
@@ -46,4 +46,4 @@ class PrivateSoundService {
   pid_t m_process = -1;
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

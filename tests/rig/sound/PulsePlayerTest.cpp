@@ -18,7 +18,7 @@
 #include "support/FakeClock.h"
 #include "support/TestFiles.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 using desktop::PulsePlayer;
@@ -133,4 +133,4 @@ TEST_F(PulsePlayerTest, HasNothingToSayBeforeAnything) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <string>
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 using app::CommandGate;
@@ -80,4 +80,4 @@ TEST_F(Gate, ThePumpGivesTurnsNoMoreOftenThanTheInterval) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

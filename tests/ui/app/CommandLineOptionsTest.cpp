@@ -4,7 +4,7 @@
 
 #include "app/FileFilter.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 using app::CommandLineOptions;
@@ -58,4 +58,4 @@ TEST(FileFilter, IsTranslatedForQt) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -4,7 +4,7 @@
 #include "motion/ui/ConfigFrame.h"
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 struct Row {
@@ -189,4 +189,4 @@ TEST_F(ConfigFrame, SendsNothingWithoutABoard) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -2,7 +2,7 @@
 
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 constexpr const char* kAbortQuestion =
@@ -252,4 +252,4 @@ TEST_F(DownloadRun, TellsHowMuchTimeIsLeft) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -9,7 +9,7 @@
 
 #include "app/Dialogs.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// Answers from queues and remembers what was shown. A question that no test has answered is a failure.
 class FakeDialogs final : public app::Dialogs {
@@ -72,4 +72,4 @@ class FakeDialogs final : public app::Dialogs {
   }
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -12,7 +12,7 @@
 #include "app/UpdateDialog.h"
 #include "sound/SoundPlayer.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 /// Plays nothing, remembers what it was given.
 class FakePlayer final : public sound::SoundPlayer {
@@ -89,4 +89,4 @@ class FakeUpdateDialog final : public app::UpdateDialog {
   void Unload() override { calls.emplace_back("unload"); }
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -1,6 +1,6 @@
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 class HelpLabel : public MainFixture {
@@ -80,4 +80,4 @@ TEST_F(HelpLabel, KeepsNewsUntilAnotherControlHasSomethingToSay) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

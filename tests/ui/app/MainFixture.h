@@ -31,7 +31,7 @@
 /// Lets failing tests show texts as people read them.
 inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
 
-namespace kestrin::test {
+namespace kestrin::support {
 
 inline QString Text(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
 
@@ -165,4 +165,4 @@ class MainFixture : public testing::Test {
   std::unique_ptr<app::Main> window;
 };
 
-}  // namespace kestrin::test
+}  // namespace kestrin::support

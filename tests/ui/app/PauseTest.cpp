@@ -3,7 +3,7 @@
 
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 /// Measures the longest time in which the event loop handled nothing.
@@ -124,4 +124,4 @@ TEST_F(LongestPause, CancelAnswersAtOnceAlsoWhileAReadWaits) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

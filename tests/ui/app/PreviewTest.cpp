@@ -1,6 +1,6 @@
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 class PlayLsuFile : public MainFixture {
@@ -100,4 +100,4 @@ TEST_F(PlayLsuFile, TakesTheLatestOfSeveral) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

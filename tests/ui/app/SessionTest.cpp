@@ -1,7 +1,7 @@
 #include "app/LedSetupAbsent.h"
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 class Session : public MainFixture {
@@ -103,4 +103,4 @@ TEST_F(Session, SendButtonFollowsWhetherTheSetFits) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

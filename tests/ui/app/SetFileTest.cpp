@@ -6,7 +6,7 @@
 #include "sound/ui/SoundPage.h"
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 using Unsaved = app::Dialogs::Unsaved;
@@ -191,4 +191,4 @@ TEST_F(SetFile, ShowsTheSoundPageWhenASetIsOpenedAfterAnLedDriverHasGone) {
 }
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support

@@ -4,7 +4,7 @@
 #include "app/LedSetupAbsent.h"
 #include "ui/app/MainFixture.h"
 
-namespace kestrin::test {
+namespace kestrin::support {
 namespace {
 
 class StartUp : public MainFixture {
@@ -178,4 +178,4 @@ INSTANTIATE_TEST_SUITE_P(Boards, Identity,
                                          Model{8192, "Kestrin LED Driver Serial Number: ", 0, false}));
 
 }  // namespace
-}  // namespace kestrin::test
+}  // namespace kestrin::support
