@@ -1,10 +1,14 @@
 #include "app/CommandGate.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 #include <utility>
 
 namespace kestrin::app {
+
+CommandGate::CommandGate(std::chrono::milliseconds interval) : m_interval(interval) {
+  m_later.setSingleShot(true);
+  connect(&m_later, &QTimer::timeout, this, [this] { RunWaiting(); });
+}
 
 void CommandGate::WhenFree(std::function<void()> action) {
   if (IsBusy())
@@ -20,7 +24,8 @@ base::EventPump CommandGate::Pump() {
 void CommandGate::Leave() {
   if (--m_passages > 0 || m_waiting.empty()) return;
   // Not from here: whoever holds the passage may be in the middle of its own good-bye.
-  QTimer::singleShot(0, this, [this] { RunWaiting(); });
+  QMetaObject::invokeMethod(
+      this, [this] { RunWaiting(); }, Qt::QueuedConnection);
 }
 
 void CommandGate::RunWaiting() {

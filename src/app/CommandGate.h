@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -30,7 +31,7 @@ class CommandGate : public QObject {
   /// The window gets its turn at most this often: more would only slow the work down.
   static constexpr std::chrono::milliseconds kInterval{8};
 
-  explicit CommandGate(std::chrono::milliseconds interval = kInterval) : m_interval(interval) {}
+  explicit CommandGate(std::chrono::milliseconds interval = kInterval);
 
   [[nodiscard]] bool IsBusy() const { return m_passages > 0; }
   /// Runs `action` now, or from the event loop as soon as the way is free.
@@ -45,6 +46,7 @@ class CommandGate : public QObject {
   void HandleEvents();
 
   std::chrono::milliseconds m_interval;
+  QTimer m_later;
   int m_passages = 0;
   bool m_pumping = false;
   std::chrono::steady_clock::time_point m_lastTurn;

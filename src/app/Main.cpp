@@ -72,7 +72,7 @@ Main::Main(const Surroundings& surroundings)
   m_set.AddListener(*this);
   SetHelpContext(*this, HelpContext::Main);
   m_helpLine->Explain(*this);
-  ModifiedChanged();
+  ShowSet();
   UpdateButtons();
   resize(kFirstSize);
   restoreGeometry(m_around.settings.value(kGeometryKey).toByteArray());
@@ -265,7 +265,7 @@ void Main::LookForNotices() {
   ShowBoards();
 }
 
-void Main::ModifiedChanged() {
+void Main::ShowSet() {
   m_tools->ShowSet(QString::fromStdString(m_set.Name()), m_set.IsModified(), TextOf(m_set.Path()));
 }
 
@@ -357,7 +357,7 @@ QString Main::WhyNoBoard() const {
 }
 
 QString Main::WhyNoSend() const {
-  const QString noBoard = WhyNoBoard();
+  QString noBoard = WhyNoBoard();
   if (!noBoard.isEmpty() || m_set.Fits()) return noBoard;
   return tr("The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
 }
@@ -403,7 +403,10 @@ void Main::dropEvent(QDropEvent* event) {
   const QString path = SetIn(*event->mimeData());
   event->acceptProposedAction();
   // Not from here: the program that it comes from waits for the end of this, and there may be a question.
-  QTimer::singleShot(0, this, [this, path] { OpenSet(PathOf(path)); });
+  QMetaObject::invokeMethod(
+      this, [this, path] { OpenSet(PathOf(path)); }, Qt::QueuedConnection);
 }
+
+void Main::openDropped(const QString& path) { OpenSet(PathOf(path)); }
 
 }  // namespace kestrin::app

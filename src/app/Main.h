@@ -69,6 +69,9 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
+ private slots:
+  void openDropped(const QString& path);
+
  private:
   void MakeLayout();
   void MakePanels();
@@ -87,7 +90,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void StartGoOnlineTimer(std::int32_t milliseconds) override;
   void StopGoOnlineTimer() override;
 
-  void ModifiedChanged() override;
+  void ModifiedChanged() override { ShowSet(); }
   void MemoryChanged() override { UpdateButtons(); }
 
   void Press(ToolRow::Tool tool);
@@ -102,6 +105,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   [[nodiscard]] QString WhyNoBoard() const;
   [[nodiscard]] QString WhyNoSend() const;
   void ShowBoards();
+  void ShowSet();
   [[nodiscard]] bool MayClose();
   void Unload();
 

@@ -159,13 +159,13 @@ void ToolRow::AddDisabledPicture(QIcon& icon, const QString& picture) const {
   AddPicture(icon, m_pictures.Tinted(picture, palette().color(QPalette::Disabled, QPalette::ButtonText)));
 }
 
-void ToolRow::Enable(Tool tool) {
+void ToolRow::Enable(Tool tool) const {
   QToolButton& button = Button(tool);
   button.setEnabled(true);
   button.setToolTip(tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")");
 }
 
-void ToolRow::Disable(Tool tool, const QString& reason) {
+void ToolRow::Disable(Tool tool, const QString& reason) const {
   QToolButton& button = Button(tool);
   button.setEnabled(false);
   button.setToolTip(reason);
@@ -192,7 +192,7 @@ QToolButton* ToolRow::MakeActionButton(const char* name, const char* picture, QA
   return button;
 }
 
-void ToolRow::SetLoadMenu(QMenu& menu) {
+void ToolRow::SetLoadMenu(QMenu& menu) const {
   QToolButton& button = Button(Tool::Load);
   button.setMenu(&menu);
   button.setPopupMode(QToolButton::MenuButtonPopup);

@@ -28,12 +28,12 @@ class ToolRow : public QWidget {
 
   [[nodiscard]] QToolButton& Button(Tool tool) const { return *m_buttons[static_cast<std::size_t>(tool)]; }
   /// The button can be used, or cannot for this reason, which its tool tip then gives.
-  void Enable(Tool tool);
-  void Disable(Tool tool, const QString& reason);
+  void Enable(Tool tool) const;
+  void Disable(Tool tool, const QString& reason) const;
   /// Buttons for the two actions stand beside those for the set's file.
   void AddUndoAndRedo(QAction& undo, QAction& redo);
   /// What opens beside `LoadBtn`.
-  void SetLoadMenu(QMenu& menu);
+  void SetLoadMenu(QMenu& menu) const;
 
   void ShowLogo();
   void ShowOnline(bool online);

@@ -89,7 +89,9 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   QObject::connect(&window, &app::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
   if (!window.StartUp()) return kDone;
   window.show();
-  if (!options.set.empty()) QTimer::singleShot(0, &window, [&] { window.OpenSet(options.set); });
+  if (!options.set.empty())
+    QMetaObject::invokeMethod(
+        &window, [&] { window.OpenSet(options.set); }, Qt::QueuedConnection);
   return QApplication::exec();
 }
 
