@@ -2,6 +2,7 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTextStream>
+#include <QTimer>
 #include <cstdio>
 #include <memory>
 
@@ -89,9 +90,11 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   QObject::connect(&window, &app::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
   if (!window.StartUp()) return kDone;
   window.show();
-  if (!options.set.empty())
-    QMetaObject::invokeMethod(
-        &window, [&] { window.OpenSet(options.set); }, Qt::QueuedConnection);
+  // Once the window can be seen.
+  QTimer open;
+  open.setSingleShot(true);
+  QObject::connect(&open, &QTimer::timeout, &window, [&] { window.OpenSet(options.set); });
+  if (!options.set.empty()) open.start();
   return QApplication::exec();
 }
 
