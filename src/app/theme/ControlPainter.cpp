@@ -75,7 +75,8 @@ void ControlPainter::ButtonPanel(bool isPrimary, bool isQuiet) const {
     const QColor fill =
         !down && !hot ? accent : (dark ? accent.lighter(down ? 116 : 108) : accent.darker(down ? 124 : 112));
     Box(rect, kControlRadius, fill, fill, 0);
-    if (focused) Box(rect.adjusted(2, 2, -2, -2), kControlRadius - 2, Qt::transparent, color(ColorRole::AccentText), kRing);
+    if (focused)
+      Box(rect.adjusted(2, 2, -2, -2), kControlRadius - 2, Qt::transparent, color(ColorRole::AccentText), kRing);
     return;
   }
   if (isPrimary || !isQuiet) {
@@ -103,7 +104,8 @@ void ControlPainter::Tab() const {
     const QColor mark = color(enabled ? ColorRole::Accent : ColorRole::Line);
     Box({rect.left() + 4, rect.bottom() - 3, rect.width() - 8, 3}, 1.5, mark, Qt::transparent, 0);
   }
-  if (enabled && Has(QStyle::State_HasFocus)) Box(rect, kControlRadius, Qt::transparent, color(ColorRole::Accent), kRing);
+  if (enabled && Has(QStyle::State_HasFocus))
+    Box(rect, kControlRadius, Qt::transparent, color(ColorRole::Accent), kRing);
 }
 
 void ControlPainter::Field(bool hasFocus) const {
