@@ -27,8 +27,7 @@ namespace kestrin::simulator {
 ///   answer to a write is the sum of the data bytes as they arrived, whatever the flash then holds. Addresses beyond
 ///   the flash: nothing is written, and they count nothing in a checksum.
 /// - An erase also makes each detection parameter 255. The firmware has one thread: while it erases it takes reports
-/// but
-///   works them off afterwards, in order. Done, it answers 10, 10 once. Flash and parameters are gone from its
+///   but works them off afterwards, in order. Done, it answers 10, 10 once. Flash and parameters are gone from its
 ///   beginning on, so that a board that loses power in the middle holds nothing.
 /// - The acceleration is that of a board lying still.
 class VirtualBoard {
