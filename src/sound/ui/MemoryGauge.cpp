@@ -18,7 +18,7 @@ QString DownloadTime(int seconds) {
 }
 
 QString Summary(const MemoryUse& use) {
-  const QString used = QStringLiteral("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
+  QString used = QStringLiteral("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
   if (use.total == 0) return used;
   if (use.Fits()) return used + QStringLiteral(" \u00b7 download about ") + DownloadTime(use.downloadSeconds);
   // Rounded up: taking out what is named here must be enough.
