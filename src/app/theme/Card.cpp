@@ -13,7 +13,7 @@ constexpr qreal kStripe = 4;
 
 }  // namespace
 
-Card::Card(QWidget* parent) : QFrame(parent) { setContentsMargins(4, 4, 4, 4); }
+Card::Card(QWidget* parent) : QFrame(parent) {}
 
 void Card::SetSlot(std::optional<sound::SlotKind> slot) {
   m_slot = slot;

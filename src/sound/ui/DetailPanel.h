@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "app/theme/Card.h"
 #include "sound/SoundSet.h"
-#include "sound/ui/Card.h"
 
 class QLabel;
 class QPushButton;
@@ -16,7 +16,7 @@ class SoundActions;
 class WaveformView;
 
 /// The selected sound: its name and shape, playing it, its volume.
-class DetailPanel : public Card {
+class DetailPanel : public app::Card {
   Q_OBJECT
 
  public:

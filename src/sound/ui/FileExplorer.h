@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/SpecialFolders.h"
-#include "sound/ui/Card.h"
+#include "app/theme/Card.h"
 
 class QComboBox;
 class QFileSystemWatcher;
@@ -23,7 +23,7 @@ class SoundListView;
 
 /// Finds sounds on the computer: a drive list, the folders of the current folder, its sound files. Folders are read on
 /// a thread of their own.
-class FileExplorer : public Card {
+class FileExplorer : public app::Card {
   Q_OBJECT
 
  public:

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/theme/Card.h"
 #include "sound/MemoryUse.h"
-#include "sound/ui/Card.h"
 
 class QHBoxLayout;
 class QLabel;
@@ -11,7 +11,7 @@ namespace kestrin::sound::ui {
 class MemoryBar;
 
 /// How much of the board's memory the sounds take, slot by slot, and how long a download takes.
-class MemoryGauge : public Card {
+class MemoryGauge : public app::Card {
   Q_OBJECT
 
  public:

@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 
 #include "app/theme/Theme.h"
-#include "app/theme/ThemeColors.h"
 #include "sound/ui/SlotList.h"
 #include "sound/ui/SlotListModel.h"
 #include "sound/ui/SoundActions.h"
@@ -48,6 +47,7 @@ SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
     m_option->setObjectName(QLatin1String(names.option));
     m_list->setObjectName(QLatin1String(names.list));
   }
+  SetSlot(kind);
   const bool isList = SlotOf(kind).isList;
   m_option->setAutoExclusive(false);
   m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));
@@ -77,8 +77,6 @@ SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
   Refresh();
 }
 
-QColor SlotPanel::Stripe() const { return app::SlotColor(m_kind, palette()); }
-
 void SlotPanel::Refresh() {
   m_sounds->Refresh();
   const int count = m_sounds->rowCount();
@@ -92,7 +90,7 @@ void SlotPanel::Refresh() {
 }
 
 void SlotPanel::ShowSelected(bool selected) {
-  SetHighlighted(selected);
+  SetChosen(selected);
   // A single slot has one line.
   const QString more =
       SlotOf(m_kind).isList ? QStringLiteral("Double-click a sound to add it") : QStringLiteral("Empty");

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/theme/Card.h"
 #include "sound/SlotKind.h"
-#include "sound/ui/Card.h"
 
 class QLabel;
 class QRadioButton;
@@ -13,7 +13,7 @@ class SlotListModel;
 class SoundActions;
 
 /// One slot: its option button, how full it is, its list.
-class SlotPanel : public Card {
+class SlotPanel : public app::Card {
   Q_OBJECT
 
  public:
@@ -25,8 +25,6 @@ class SlotPanel : public Card {
   [[nodiscard]] SlotListModel* Sounds() const { return m_sounds; }
   /// Takes up what the set holds now.
   void Refresh();
-
-  QColor Stripe() const override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
