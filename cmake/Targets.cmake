@@ -17,7 +17,12 @@ function(kestrin_test_options name)
   if(NOT MSVC)
     target_compile_options(${name} PRIVATE -O0)
   endif()
-  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+  # Either way the test framework's headers are read once for a program, not once for each of its files.
+  if(KESTRIN_UNITY)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 20)
+  else()
+    target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+  endif()
 endfunction()
 
 # kestrin_test(NAME SOURCES file... [LINK library...])

@@ -16,32 +16,32 @@ class HelpLabel : public MainFixture {
   [[nodiscard]] QString Help() const { return LabelText("HelpLabel"); }
 };
 
-struct Row {
+struct HintRow {
   const char* control;
   const char* text;
 };
 
 constexpr const char* kPressF1 = "Press F1 for help";
 
-constexpr Row kRows[] = {{"LoadBtn", "LOAD Configuration File"},
-                         {"SaveBtn", "SAVE Configuration File"},
-                         {"ConfigBtn", "CONFIGURE Hardware"},
-                         {"SendBtn", "DOWNLOAD Sound Files to Kestrin"},
-                         {"UpdateBtn", "UPDATE Sound Files (Requires Internet)"},
-                         {"btnUpdateLED", "Update LED Configuration"},
-                         {"btnSendFoc", "Apply and Test"},
-                         {"btnSendPulse", "Apply and Test"},
-                         {"Frame1", kPressF1},
-                         {"FrameFoc", kPressF1},
-                         {"frmLED", kPressF1},
-                         {"HelpLabel", kPressF1},
-                         {"labelLED1", kPressF1},
-                         {"OnlinePicture", kPressF1},
-                         {"PickColor_frame", kPressF1}};
+constexpr HintRow kHintRows[] = {{"LoadBtn", "LOAD Configuration File"},
+                                 {"SaveBtn", "SAVE Configuration File"},
+                                 {"ConfigBtn", "CONFIGURE Hardware"},
+                                 {"SendBtn", "DOWNLOAD Sound Files to Kestrin"},
+                                 {"UpdateBtn", "UPDATE Sound Files (Requires Internet)"},
+                                 {"btnUpdateLED", "Update LED Configuration"},
+                                 {"btnSendFoc", "Apply and Test"},
+                                 {"btnSendPulse", "Apply and Test"},
+                                 {"Frame1", kPressF1},
+                                 {"FrameFoc", kPressF1},
+                                 {"frmLED", kPressF1},
+                                 {"HelpLabel", kPressF1},
+                                 {"labelLED1", kPressF1},
+                                 {"OnlinePicture", kPressF1},
+                                 {"PickColor_frame", kPressF1}};
 
 TEST_F(HelpLabel, SaysWhatTheControlUnderThePointerIsFor) {
   Start();
-  for (const Row& row : kRows) {
+  for (const HintRow& row : kHintRows) {
     Enter(Find<QWidget>("SaveBtn"));
     Enter(Find<QWidget>(row.control));
     EXPECT_EQ(Help(), row.text) << row.control;

@@ -22,7 +22,7 @@
 namespace kestrin::app {
 namespace {
 
-constexpr double kSeen = 3.0;
+constexpr double kVisible = 3.0;
 
 QApplication& Application() { return *static_cast<QApplication*>(QCoreApplication::instance()); }
 
@@ -138,7 +138,7 @@ TEST_P(ThemedControls, UncheckedRadioButtonsAndCheckBoxesAreSeen) {
   QRadioButton radio;
   QCheckBox check;
   for (QAbstractButton* button : {static_cast<QAbstractButton*>(&radio), static_cast<QAbstractButton*>(&check)}) {
-    EXPECT_GE(BestContrast(PictureOf(*button), Color(ColorRole::Background)), kSeen)
+    EXPECT_GE(BestContrast(PictureOf(*button), Color(ColorRole::Background)), kVisible)
         << button->metaObject()->className();
   }
 }

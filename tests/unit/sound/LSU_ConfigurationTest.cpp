@@ -15,7 +15,7 @@ namespace {
 using support::AddSound;
 using support::TemporaryFolder;
 
-constexpr SlotKind kSingles[] = {SlotKind::Boot, SlotKind::PwrOn, SlotKind::PwrOff, SlotKind::Idle};
+constexpr SlotKind kSingleSlots[] = {SlotKind::Boot, SlotKind::PwrOn, SlotKind::PwrOff, SlotKind::Idle};
 constexpr SlotKind kLists[] = {SlotKind::Motion, SlotKind::Impact, SlotKind::Lockup};
 
 class LSU_ConfigurationTest : public testing::Test {
@@ -34,7 +34,7 @@ TEST_F(LSU_ConfigurationTest, StartsEmptyWithTheTableAtAddress12) {
   EXPECT_EQ(m_configuration.NrOfMt(), 0);
   EXPECT_EQ(m_configuration.NrOfImp(), 0);
   EXPECT_EQ(m_configuration.NrOfLk(), 0);
-  for (const SlotKind kind : kSingles) {
+  for (const SlotKind kind : kSingleSlots) {
     EXPECT_EQ(m_configuration.Count(kind), 0);
     EXPECT_EQ(m_configuration.FileAt(kind).NrOfSamples(), 0);
     EXPECT_EQ(m_configuration.GetVolume(kind, 1), 100);
@@ -42,7 +42,7 @@ TEST_F(LSU_ConfigurationTest, StartsEmptyWithTheTableAtAddress12) {
 }
 
 TEST_F(LSU_ConfigurationTest, ASingleSlotTakesOneFileAndTheNextReplacesItInTheTotal) {
-  for (const SlotKind kind : kSingles) {
+  for (const SlotKind kind : kSingleSlots) {
     const auto before = m_configuration.TotalNrOfSamples();
     EXPECT_TRUE(Add(kind, "old.lsu", 100));
     EXPECT_EQ(m_configuration.TotalNrOfSamples(), before + 100);
@@ -127,20 +127,20 @@ TEST_F(LSU_ConfigurationTest, VolumesBelongToTheAddressedFile) {
   for (const SlotKind kind : kLists)
     for (const int position : {1, 2, 12}) m_configuration.SetVolume(kind, position, volume++);
   // The position does not count for single slots.
-  for (const SlotKind kind : kSingles) m_configuration.SetVolume(kind, 0, volume++);
+  for (const SlotKind kind : kSingleSlots) m_configuration.SetVolume(kind, 0, volume++);
   volume = 10;
   for (const SlotKind kind : kLists)
     for (const int position : {1, 2, 12}) {
       EXPECT_EQ(m_configuration.GetVolume(kind, position), volume);
       EXPECT_EQ(m_configuration.FileAt(kind, position).Volume(), volume++);
     }
-  for (const SlotKind kind : kSingles) EXPECT_EQ(m_configuration.GetVolume(kind, 99), volume++);
+  for (const SlotKind kind : kSingleSlots) EXPECT_EQ(m_configuration.GetVolume(kind, 99), volume++);
 }
 
 TEST_F(LSU_ConfigurationTest, RemovingEmptiesASingleSlot) {
-  for (const SlotKind kind : kSingles) ASSERT_TRUE(Add(kind, "a.lsu", 100));
+  for (const SlotKind kind : kSingleSlots) ASSERT_TRUE(Add(kind, "a.lsu", 100));
   std::int64_t total = 400;
-  for (const SlotKind kind : kSingles) {
+  for (const SlotKind kind : kSingleSlots) {
     m_configuration.SetVolume(kind, 1, 33);
     m_configuration.RemoveFile(1, kind);
     total -= 100;

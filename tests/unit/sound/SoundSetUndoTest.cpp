@@ -29,7 +29,7 @@ class SoundSetUndoTest : public SoundSetFixture {
   }
 };
 
-struct Change {
+struct Step {
   std::string text;
   std::function<void()> make;
 };
@@ -42,7 +42,7 @@ TEST_F(SoundSetUndoTest, EveryChangeIsTakenBackAndDoneAgainExactly) {
   Fill(SlotKind::Impact, 2);
   set.SetVolume(SlotKind::Impact, 1, 80);
   ASSERT_EQ(set.Save(folder / "set.lscfg"), "");
-  const std::vector<Change> changes{
+  const std::vector<Step> changes{
       {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Impact, Sound("x.lsu", 300, 9000)), ""); }},
       {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Idle, folder / "x.lsu"), ""); }},
       {"Remove impact 1.lsu", [&] { set.Remove(SlotKind::Impact, 1); }},
@@ -61,7 +61,7 @@ TEST_F(SoundSetUndoTest, EveryChangeIsTakenBackAndDoneAgainExactly) {
       {"New set", [&] { set.Clear(); }},
   };
   std::vector<std::string> states{Everything()};
-  for (const Change& change : changes) {
+  for (const Step& change : changes) {
     change.make();
     EXPECT_EQ(set.UndoText(), change.text);
     EXPECT_NE(Everything(), states.back()) << change.text;
