@@ -41,6 +41,12 @@ constexpr Picture kPictures[] = {
     {"undo.bmp", "undo.svg", kIconSide, false},
     {"redo.bmp", "redo.svg", kIconSide, false},
     {"remove.bmp", "remove.svg", kIconSide, false},
+    {"open_off.bmp", "open.svg", kIconSide, true},
+    {"save_off.bmp", "save.svg", kIconSide, true},
+    {"UpdLED.bmp", "UpdLED.svg", kIconSide, false},
+    {"UpdLED_off.bmp", "UpdLED.svg", kIconSide, true},
+    {"apply.bmp", "apply.svg", kIconSide, false},
+    {"apply_off.bmp", "apply.svg", kIconSide, true},
 };
 
 /// "" when the picture stands in the folder, else what went wrong.

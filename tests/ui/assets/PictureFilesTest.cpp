@@ -44,7 +44,8 @@ INSTANTIATE_TEST_SUITE_P(All, ActivePictures,
                                          Expected{"open.bmp", 96}, Expected{"save.bmp", 96}, Expected{"setup.bmp", 96},
                                          Expected{"download.bmp", 96}, Expected{"update.bmp", 96},
                                          Expected{"play.bmp", 96}, Expected{"stop.bmp", 96}, Expected{"undo.bmp", 96},
-                                         Expected{"redo.bmp", 96}, Expected{"remove.bmp", 96}));
+                                         Expected{"redo.bmp", 96}, Expected{"remove.bmp", 96},
+                                         Expected{"UpdLED.bmp", 96}, Expected{"apply.bmp", 96}));
 
 TEST_P(ActivePictures, AreDrawnOnTransparentGroundAndLargeEnoughToBeSharp) {
   const QImage picture = Picture(GetParam().file);
@@ -70,7 +71,8 @@ TEST_P(ActivePictures, StandOutOnLightAndOnDarkToolbars) {
 
 class ToolbarPictures : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(All, ToolbarPictures, testing::Values("setup", "download", "update"),
+INSTANTIATE_TEST_SUITE_P(All, ToolbarPictures,
+                         testing::Values("setup", "download", "update", "open", "save", "UpdLED", "apply"),
                          [](const auto& name) { return std::string(name.param); });
 
 TEST_P(ToolbarPictures, TheDisabledPictureIsTheSameShapeMuted) {
