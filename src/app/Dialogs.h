@@ -2,9 +2,12 @@
 
 #include <QString>
 
+#include "app/help/HelpContext.h"
+
 namespace kestrin::app {
 
-/// The port to file dialogs, message boxes and questions. Every call waits for the person.
+/// The port to file dialogs, message boxes and questions. Every call waits for the person. `topic` is what F1 opens
+/// meanwhile; messages lead to the page that explains every message.
 class Dialogs {
  public:
   /// What becomes of a set that is not saved yet.
@@ -15,15 +18,17 @@ class Dialogs {
   virtual ~Dialogs() = default;
 
   /// The file to open, "" when the person thought better of it. `start` is a folder or a file, `filter` as Qt has it.
-  [[nodiscard]] virtual QString OpenFile(const QString& title, const QString& start, const QString& filter) = 0;
+  [[nodiscard]] virtual QString OpenFile(const QString& title, const QString& start, const QString& filter,
+                                         HelpContext topic = HelpContext::Files) = 0;
   /// The file to save as, with `suffix` when the person gave none; they were asked before one that exists is replaced.
   [[nodiscard]] virtual QString SaveFile(const QString& title, const QString& start, const QString& filter,
-                                         const QString& suffix) = 0;
+                                         const QString& suffix, HelpContext topic = HelpContext::Files) = 0;
   virtual void ShowMessage(const QString& text) = 0;
   /// A message about something that is wrong.
   virtual void ShowError(const QString& text) = 0;
   /// A question with OK and Cancel; true for OK. `advice` is "" or says what may help.
-  [[nodiscard]] virtual bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless) = 0;
+  [[nodiscard]] virtual bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
+                                         HelpContext topic = HelpContext::Messages) = 0;
   [[nodiscard]] virtual Unsaved AskUnsaved(const QString& question) = 0;
 };
 

@@ -241,7 +241,7 @@ void Main::ShowMessage(const std::string& text) { m_around.dialogs.ShowError(QSt
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
   return m_around.dialogs.AskOkCancel(QString::fromStdString(question), QString::fromStdString(advice),
-                                      Dialogs::Harmless::Cancel);
+                                      Dialogs::Harmless::Cancel, HelpContext::NoBoardQuestion);
 }
 
 void Main::StartGoOnlineTimer(std::int32_t milliseconds) { m_goOnlineTimer.start(milliseconds); }
@@ -378,7 +378,7 @@ bool Main::MayClose() {
   const bool wanted = !m_download->IsRunning() ||
                       m_around.dialogs.AskOkCancel(tr("The download is not done yet. Cancel it and close the window?\n"
                                                       "Without a complete download the board has no sounds."),
-                                                   "", Dialogs::Harmless::Cancel);
+                                                   "", Dialogs::Harmless::Cancel, HelpContext::CancelQuestion);
   if (!wanted) return false;
   m_download->Cancel();
   // What is going on comes to a safe end first.

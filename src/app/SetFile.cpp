@@ -42,8 +42,8 @@ SetFile::SetFile(sound::SoundSet& set, Dialogs& dialogs, CommandGate& gate, QSet
 }
 
 void SetFile::Open() {
-  const QString path =
-      m_dialogs.OpenFile(tr("Open a sound set"), StartPlace(), QtFileFilter(sound::ConfigurationFile::kFilter));
+  const QString path = m_dialogs.OpenFile(tr("Open a sound set"), StartPlace(),
+                                          QtFileFilter(sound::ConfigurationFile::kFilter), HelpContext::Open);
   if (!path.isEmpty()) OpenPath(PathOf(path));
 }
 
@@ -72,7 +72,7 @@ void SetFile::Load(const std::filesystem::path& path) {
 
 bool SetFile::Save() {
   const QString path = m_dialogs.SaveFile(tr("Save the sound set"), StartPlace(),
-                                          QtFileFilter(sound::ConfigurationFile::kFilter), kSuffix);
+                                          QtFileFilter(sound::ConfigurationFile::kFilter), kSuffix, HelpContext::Save);
   if (path.isEmpty()) return false;
   const std::string problem = m_set.Save(PathOf(path));
   if (!problem.empty()) {

@@ -98,7 +98,9 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent), m
   state->addWidget(m_set);
   state->addStretch(1);
   row->addLayout(state);
+  SetHelpContext(*m_set, HelpContext::UnsavedSet);
   SetHelpContext(*m_online, HelpContext::OnlinePicture);
+  SetHelpContext(*m_serial, HelpContext::OnlinePicture);
   ShowOnline(false);
   ShowSerial("");
 }
@@ -184,6 +186,7 @@ QToolButton* ToolRow::MakeActionButton(const char* name, const char* picture, QA
   ShowPictures();
   auto* const button = new QToolButton(this);
   button->setObjectName(name);
+  SetHelpContext(*button, HelpContext::Undo);
   button->setDefaultAction(&action);
   button->setToolButtonStyle(action.icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
   button->setIconSize({kIcon, kIcon});

@@ -3,11 +3,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include "app/help/TopicOf.h"
+
 namespace kestrin::app {
 
 WaitFrame::WaitFrame(QWidget& window) : Card(&window) {
   constexpr int kMargin = 24;
   setObjectName("WaitFrame");
+  SetHelpContext(*this, HelpContext::Preview);
   auto* const layout = new QHBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->addWidget(new QLabel(tr("Please wait ..."), this));

@@ -42,6 +42,7 @@ enum class HelpContext : int {
   Memory = 1050,
   Preview = 1060,
   UnsavedSet = 1065,
+  Undo = 1066,
 
   DownloadFrame = 1070,
   CancelQuestion = 1071,

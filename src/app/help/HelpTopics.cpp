@@ -37,6 +37,7 @@ constexpr HelpTopic kTopics[] = {
     {HelpContext::Memory, "memory.html"},
     {HelpContext::Preview, "preview.html"},
     {HelpContext::UnsavedSet, "sets.html#unsaved"},
+    {HelpContext::Undo, "sets.html#undo"},
     {HelpContext::DownloadFrame, "download.html#frame"},
     {HelpContext::CancelQuestion, "download.html#cancel"},
     {HelpContext::ConfigFrame, "motion.html"},

@@ -9,6 +9,7 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
+#include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 
 namespace kestrin::motion::ui {
@@ -21,16 +22,18 @@ constexpr int kSliderWidth = 240;
 struct ControlNames {
   const char* slider;
   const char* label;
+  /// The topic of the group that it stands in.
+  app::HelpContext help;
 };
 
 /// In the order of kDetectionParameters.
 constexpr std::array<ControlNames, kDetectionParameters.size()> kControls{{
-    {"MotionThresholdSlider", "MotionThresholdLabel"},
-    {"MotionDebouncingSlider", "MotionDebouncingLabel"},
-    {"ImpactThresholdSlider", "ImpactThresholdLabel"},
-    {"ImpactDebouncingslider", "ImpactDebouncingLabel"},
-    {"ImpactTimeSlider", "ImpactTimeLabel"},
-    {"FOCTimeSlider", "FOCTimeLabel"},
+    {"MotionThresholdSlider", "MotionThresholdLabel", app::HelpContext::MotionDetection},
+    {"MotionDebouncingSlider", "MotionDebouncingLabel", app::HelpContext::MotionDetection},
+    {"ImpactThresholdSlider", "ImpactThresholdLabel", app::HelpContext::ImpactDetection},
+    {"ImpactDebouncingslider", "ImpactDebouncingLabel", app::HelpContext::ImpactDetection},
+    {"ImpactTimeSlider", "ImpactTimeLabel", app::HelpContext::ImpactDetection},
+    {"FOCTimeSlider", "FOCTimeLabel", app::HelpContext::LockupFlash},
 }};
 
 constexpr std::size_t kFlashPeriod = kDetectionParameters.size() - 1;
@@ -97,6 +100,7 @@ void ConfigFrame::MakeLayout() {
 
 QWidget* ConfigFrame::MakeGroup(std::size_t first, std::size_t last) {
   auto* const group = new QGroupBox(Text(kDetectionParameters[first].group), this);
+  app::SetHelpContext(*group, kControls[first].help);
   auto* const grid = new QGridLayout(group);
   grid->setHorizontalSpacing(2 * kGrid);
   grid->setColumnStretch(0, 1);

@@ -6,12 +6,16 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "app/help/TopicOf.h"
+
 namespace kestrin::desktop {
 
 namespace {
 
 /// A box that says `text` as it stands, with a title on systems that show one.
-void Prepare(QMessageBox& box, QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons) {
+void Prepare(QMessageBox& box, QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons,
+             app::HelpContext topic) {
+  app::SetHelpContext(box, topic);
   box.setIcon(icon);
   box.setWindowTitle(QCoreApplication::applicationName());
   box.setTextFormat(Qt::PlainText);
@@ -22,40 +26,48 @@ void Prepare(QMessageBox& box, QMessageBox::Icon icon, const QString& text, QMes
   for (QAbstractButton* const button : box.buttons()) button->setIcon({});
 }
 
-}  // namespace
-
-QString QtDialogs::OpenFile(const QString& title, const QString& start, const QString& filter) {
-  return QFileDialog::getOpenFileName(Parent(), title, start, filter);
-}
-
-QString QtDialogs::SaveFile(const QString& title, const QString& start, const QString& filter, const QString& suffix) {
-  QFileDialog dialog(Parent(), title, start, filter);
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(suffix);
+/// Asks for a file, beginning at the folder or file `start`; "" for none.
+QString Choose(QFileDialog& dialog, const QString& start, app::HelpContext topic) {
+  app::SetHelpContext(dialog, topic);
   const QFileInfo file(start);
   if (!file.isDir()) {
     dialog.setDirectory(file.absolutePath());
     dialog.selectFile(file.fileName());
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return dialog.selectedFiles().constFirst();
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+}  // namespace
+
+QString QtDialogs::OpenFile(const QString& title, const QString& start, const QString& filter, app::HelpContext topic) {
+  QFileDialog dialog(Parent(), title, start, filter);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return Choose(dialog, start, topic);
+}
+
+QString QtDialogs::SaveFile(const QString& title, const QString& start, const QString& filter, const QString& suffix,
+                            app::HelpContext topic) {
+  QFileDialog dialog(Parent(), title, start, filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(suffix);
+  return Choose(dialog, start, topic);
 }
 
 void QtDialogs::ShowMessage(const QString& text) {
   QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Information, text, QMessageBox::Ok);
+  Prepare(box, QMessageBox::Information, text, QMessageBox::Ok, app::HelpContext::Messages);
   box.exec();
 }
 
 void QtDialogs::ShowError(const QString& text) {
   QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Critical, text, QMessageBox::Ok);
+  Prepare(box, QMessageBox::Critical, text, QMessageBox::Ok, app::HelpContext::Messages);
   box.exec();
 }
 
-bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless) {
+bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless, app::HelpContext topic) {
   QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Question, question, QMessageBox::Ok | QMessageBox::Cancel);
+  Prepare(box, QMessageBox::Question, question, QMessageBox::Ok | QMessageBox::Cancel, topic);
   box.setInformativeText(advice);
   const auto button = harmless == Harmless::Ok ? QMessageBox::Ok : QMessageBox::Cancel;
   box.setEscapeButton(button);
@@ -65,7 +77,8 @@ bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harm
 
 app::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
   QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Warning, question, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+  Prepare(box, QMessageBox::Warning, question, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+          app::HelpContext::UnsavedSet);
   box.setDefaultButton(QMessageBox::Save);
   box.setEscapeButton(QMessageBox::Cancel);
   switch (box.exec()) {

@@ -13,12 +13,14 @@ class QtDialogs final : public app::Dialogs {
   /// The window that dialogs belong to from now on; before, and after its end, they stand alone.
   void SetWindow(QWidget* window) { m_window = window; }
 
-  [[nodiscard]] QString OpenFile(const QString& title, const QString& start, const QString& filter) override;
+  [[nodiscard]] QString OpenFile(const QString& title, const QString& start, const QString& filter,
+                                 app::HelpContext topic) override;
   [[nodiscard]] QString SaveFile(const QString& title, const QString& start, const QString& filter,
-                                 const QString& suffix) override;
+                                 const QString& suffix, app::HelpContext topic) override;
   void ShowMessage(const QString& text) override;
   void ShowError(const QString& text) override;
-  [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless) override;
+  [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
+                                 app::HelpContext topic) override;
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override;
 
  private:

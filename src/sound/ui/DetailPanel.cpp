@@ -8,6 +8,7 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
+#include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 #include "app/theme/ThemeColors.h"
 #include "sound/ui/PlayIcon.h"
@@ -35,6 +36,10 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   m_waveform->setObjectName(QStringLiteral("Waveform"));
   m_volume->setAccessibleName(QStringLiteral("Volume of the selected sound, in percent"));
   m_waveform->setAccessibleName(QStringLiteral("Waveform of the selected sound"));
+
+  app::SetHelpContext(*this, app::HelpContext::Volume);
+  app::SetHelpContext(*m_play, app::HelpContext::Preview);
+  app::SetHelpContext(*m_waveform, app::HelpContext::Waveform);
 
   QFont bold = m_name->font();
   bold.setBold(true);

@@ -148,7 +148,8 @@ void DownloadFrame::ShowBoardHolds(const std::string& text) {
 }
 
 bool DownloadFrame::AskAbort(const std::string& question) {
-  return !m_dialogs.AskOkCancel(QString::fromStdString(question), "", app::Dialogs::Harmless::Ok);
+  return !m_dialogs.AskOkCancel(QString::fromStdString(question), "", app::Dialogs::Harmless::Ok,
+                                app::HelpContext::CancelQuestion);
 }
 
 void DownloadFrame::StartHideFrameTimer() { m_hideTimer->start(); }

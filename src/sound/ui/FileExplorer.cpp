@@ -10,8 +10,10 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <initializer_list>
 #include <memory>
 
+#include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 #include "sound/ui/FileListModel.h"
 #include "sound/ui/FolderContents.h"
@@ -65,6 +67,11 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
   m_fileList->setModel(m_files);
   m_dirList->setSelectionMode(QAbstractItemView::SingleSelection);
   m_dirList->setDragEnabled(false);
+  app::SetHelpContext(*this, app::HelpContext::Explorer);
+  app::SetHelpContext(*m_driveList, app::HelpContext::DriveList);
+  for (QWidget* const control : std::initializer_list<QWidget*>{m_up, m_path, m_dirList})
+    app::SetHelpContext(*control, app::HelpContext::FolderList);
+  app::SetHelpContext(*m_fileList, app::HelpContext::FileList);
   MakeLayout();
   FillDrives();
 

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 #include "sound/ui/MemoryBar.h"
 #include "sound/ui/SoundTexts.h"
@@ -47,6 +48,7 @@ MemoryGauge::MemoryGauge(QWidget* parent)
       m_bar(new MemoryBar(this)) {
   m_bar->setObjectName(QStringLiteral("MemoryStatus"));
   m_text->setObjectName(QStringLiteral("MemoryLabel"));
+  app::SetHelpContext(*this, app::HelpContext::Memory);
   QFont bold = m_title->font();
   bold.setBold(true);
   m_title->setFont(bold);

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 #include "sound/ui/SlotList.h"
 #include "sound/ui/SlotListModel.h"
@@ -48,6 +49,7 @@ SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
     m_list->setObjectName(QLatin1String(names.list));
   }
   SetSlot(kind);
+  app::SetHelpContext(*this, app::HelpContextOfSlot(static_cast<int>(kind)));
   const bool isList = SlotOf(kind).isList;
   m_option->setAutoExclusive(false);
   m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));

@@ -8,6 +8,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "app/help/TopicOf.h"
 #include "sound/ui/DetailPanel.h"
 #include "sound/ui/FileExplorer.h"
 #include "sound/ui/MemoryGauge.h"
@@ -38,6 +39,7 @@ SoundPage::SoundPage(SoundSet& set, const app::SpecialFolders& folders, QWidget*
       m_actions(new SoundActions(set, this)),
       m_explorer(new FileExplorer(folders, this)),
       m_options(new QButtonGroup(this)) {
+  app::SetHelpContext(*this, app::HelpContext::Slots);
   MakeActions();
   for (const Slot& slot : kSlots) {
     auto* panel = new SlotPanel(*m_actions, slot.kind, this);

@@ -34,23 +34,29 @@ class FakeDialogs final : public app::Dialogs {
   QString lastFilter;
   QString lastStart;
   QString lastSuffix;
+  app::HelpContext lastTopic{};
 
-  [[nodiscard]] QString OpenFile(const QString&, const QString& start, const QString& filter) override {
+  [[nodiscard]] QString OpenFile(const QString&, const QString& start, const QString& filter,
+                                 app::HelpContext topic) override {
     lastStart = start;
     lastFilter = filter;
+    lastTopic = topic;
     return Next(filesToOpen, QString());
   }
-  [[nodiscard]] QString SaveFile(const QString&, const QString& start, const QString& filter,
-                                 const QString& suffix) override {
+  [[nodiscard]] QString SaveFile(const QString&, const QString& start, const QString& filter, const QString& suffix,
+                                 app::HelpContext topic) override {
     lastStart = start;
     lastFilter = filter;
     lastSuffix = suffix;
+    lastTopic = topic;
     return Next(filesToSave, QString());
   }
   void ShowMessage(const QString& text) override { messages.push_back(text); }
   void ShowError(const QString& text) override { errors.push_back(text); }
-  [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless) override {
+  [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
+                                 app::HelpContext topic) override {
     asked.push_back({question, advice, harmless});
+    lastTopic = topic;
     if (whileAsking) whileAsking();
     return Next(okAnswers, harmless == Harmless::Ok);
   }
