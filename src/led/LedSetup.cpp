@@ -1,0 +1,274 @@
+#include "led/LedSetup.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "base/Numbers.h"
+#include "led/LedSettingsFile.h"
+#include "led/LevelCounts.h"
+
+namespace kestrin::led {
+
+LedSetup::LedSetup(const std::filesystem::path& programFolder, BoardLookup board, LedSetupView& view)
+    : m_catalogue(programFolder), m_board(std::move(board)), m_view(view) {}
+
+bool LedSetup::InitLedDrivers() {
+  m_failure = Failure::None;
+  m_problem.clear();
+  const auto ask = [&](const auto& question) {
+    device::TLS* const board = m_board();
+    return (board != nullptr && question(*board)) || FailInit(Failure::Board, "The LED driver did not answer.");
+  };
+
+  std::int32_t code = 0;
+  double voltage = 0;
+  std::int32_t overDrive = 0;
+  if (!ask([&](device::TLS& board) { return board.GetLEDConfig(code, voltage, overDrive); })) return false;
+
+  std::string selected;
+  if (!FillTypes(code, selected)) return false;
+  // The record was valid a moment ago; what can still go wrong, SelectLED tells itself.
+  static_cast<void>(SelectLED(selected, voltage, overDrive));
+
+  m_idlePulse = {};
+  if (!ask([&](device::TLS& board) { return board.GetLEDPulses(kIdlePulse, m_idlePulse); })) return false;
+  ShowIdlePulse();
+  m_focPulse = {};
+  if (!ask([&](device::TLS& board) { return board.GetLEDPulses(kFocPulse, m_focPulse); })) return false;
+  ShowFocPulse();
+  m_view.ShowPulses();
+  return true;
+}
+
+bool LedSetup::FailInit(Failure failure, const std::string& problem) {
+  m_failure = failure;
+  m_problem = problem;
+  return false;
+}
+
+bool LedSetup::FillTypes(std::int32_t boardCode, std::string& selected) {
+  if (!m_catalogue.Read() || !m_catalogue.CheckHeader()) return FailInit(Failure::Catalogue, m_catalogue.Problem());
+  m_view.ClearTypes();
+  std::size_t count = 0;
+  bool found = false;
+  LED_Driver scratch;
+  for (std::size_t line = 2; line <= m_catalogue.LineCount(); ++line) {
+    if (m_catalogue.IsEmptyLine(line)) continue;
+    if (!m_catalogue.Init(line, scratch)) {
+      m_view.ClearTypes();
+      return FailInit(Failure::Catalogue, m_catalogue.Problem());
+    }
+    ++count;
+    m_view.AppendType(scratch.LEDName);
+    if (scratch.LedCode != boardCode) continue;
+    m_view.SelectType(count - 1);
+    selected = scratch.LEDName;
+    found = true;
+  }
+  if (found) return true;
+  const std::string file = LedCatalogue::kFileName;
+  return FailInit(Failure::Catalogue, count == 0
+                                          ? file + " has no LED type."
+                                          : "The LED driver is set to the LED type with code " +
+                                                std::to_string(boardCode) + ", which " + file + " does not have.");
+}
+
+bool LedSetup::SelectLED(const std::string& LEDName, double voltage, std::int32_t overDrive) {
+  for (int channel = 1; channel <= LED_Driver::kChannels; ++channel) m_view.SetChannelLabelColor(channel, 0);
+  bool valid = m_catalogue.Read();
+  for (std::size_t line = 1; valid && line <= m_catalogue.LineCount(); ++line) {
+    if (m_catalogue.IsEmptyLine(line) || m_catalogue.NameAt(line) != LEDName) continue;
+    valid = m_catalogue.Init(line, m_currentDriver);
+    if (valid) UseDriver(voltage, overDrive);
+  }
+  if (!valid) m_view.ShowCritical(LedCatalogue::kInvalid, m_catalogue.Problem());
+  return valid;
+}
+
+void LedSetup::UseDriver(double voltage, std::int32_t& overDrive) {
+  std::int32_t maxDC = 0;
+  for (int channel = 1; channel <= Channels(); ++channel) {
+    m_view.SetChannelLabelColor(channel, m_currentDriver.GetChannelColor(channel));
+    maxDC = std::max(maxDC, m_currentDriver.GetMaxDC(channel));
+  }
+  m_currentDriver.Voltage = voltage;
+  // With the most overdrive the strongest channel reaches a duty cycle of 100 %.
+  const auto maximum = base::RoundTo<std::int32_t>(10000.0 / maxDC);
+  m_view.SetOverdriveMaximum(maximum);
+  overDrive = std::min(overDrive, maximum);
+  m_currentDriver.OverDrive = overDrive;
+  m_view.SetOverdrive(overDrive);
+  m_view.SetOverdriveLabel(std::to_string(overDrive) + "%");
+}
+
+void LedSetup::ChooseType(const std::string& LEDName) {
+  static_cast<void>(
+      SelectLED(LEDName, kVoltage, base::RoundTo<std::int32_t>(base::LeadingNumber(m_view.OverdriveLabel()))));
+  // A picker that stands open is for the channels of the new type.
+  if (m_view.IsPickerShown()) ShowPickerRows();
+  m_view.ShowPulses();
+}
+
+void LedSetup::OverdriveMoved() { m_view.SetOverdriveLabel(std::to_string(m_view.Overdrive()) + "%"); }
+
+void LedSetup::UpdateLED() {
+  if (!m_view.Confirm(kWarning)) return;
+  m_view.ShowPicker(false);
+  m_currentDriver.Voltage = kVoltage;
+  m_currentDriver.OverDrive = m_view.Overdrive();
+  const bool accepted = Command([&](device::TLS& board) {
+    return board.SetLEDConfig(m_currentDriver.LedCode, m_currentDriver.Voltage,
+                              base::RoundTo<std::int32_t>(m_currentDriver.OverDrive));
+  });
+  if (accepted) static_cast<void>(InitLedDrivers());
+}
+
+bool LedSetup::Command(const std::function<bool(device::TLS&)>& command) {
+  device::TLS* const board = m_board();
+  const bool accepted = board != nullptr && command(*board);
+  if (!accepted) m_view.GoOffline();
+  return accepted;
+}
+
+int LedSetup::Channels() const { return std::clamp<int>(m_currentDriver.NrOfChannels, 0, LED_Driver::kChannels); }
+
+void LedSetup::OpenPicker(LED_Pulse* pulse, bool high) {
+  m_editedPulse = pulse;
+  m_editHigh = high;
+  // Also the hidden ones, so that they hold nothing of another pulse should another LED type bring them to light.
+  for (int channel = 1; channel <= LED_Driver::kChannels; ++channel)
+    m_view.SetLevel(channel, high ? pulse->GetHigh(channel) : pulse->GetLow(channel));
+  ShowPickerRows();
+  m_view.ShowPicker(true);
+}
+
+void LedSetup::ShowPickerRows() {
+  for (int channel = 1; channel <= LED_Driver::kChannels; ++channel) {
+    const bool used = channel <= Channels();
+    if (used) m_view.SetLevelLabelColor(channel, m_currentDriver.GetChannelColor(channel));
+    m_view.ShowLevelRow(channel, used);
+  }
+  const auto has = [this](Color color) { return m_currentDriver.FindColor(color) != 0; };
+  m_view.EnablePickColor(has(kRed) && has(kGreen) && has(kBlue));
+}
+
+void LedSetup::PickColor() {
+  const std::optional<Color> picked = m_view.AskColor(m_pickedColor);
+  if (!picked) return;
+  m_pickedColor = *picked;
+  auto [R, G, B] = SysToRGB(*picked, [this](std::int32_t number) { return m_view.GetSysColor(number); });
+  const bool exceptR = R == 0;
+  const bool exceptG = G == 0;
+  const bool exceptB = B == 0;
+  for (auto [color, component] : {std::pair{kRed, &R}, std::pair{kGreen, &G}, std::pair{kBlue, &B}}) {
+    const int channel = m_currentDriver.FindColor(color);
+    if (channel == 0) continue;
+    if (m_view.ColorFidelity())
+      *component = m_currentDriver.ConvertLuminanceToRGB(
+          color, m_currentDriver.ConvertRGBtoLuminance(kRed, *component, exceptR, exceptG, exceptB));
+    m_view.SetLevel(channel, *component);
+  }
+}
+
+void LedSetup::PickColorApply() {
+  std::array<std::int32_t, 1 + 2 * LED_Driver::kChannels> values{m_currentDriver.Period};
+  for (int channel = 1; channel <= Channels(); ++channel) {
+    const LevelCounts counts = CountsOf(m_currentDriver, channel, m_view.Level(channel));
+    const auto place = static_cast<std::size_t>(2 * channel);
+    values[place - 1] = counts.on;
+    values[place] = counts.off;
+  }
+  Command([&](device::TLS& board) { return board.SetLEDParam(values); });
+}
+
+void LedSetup::PickColorOK() {
+  const auto store = m_editHigh ? &LED_Pulse::SetHigh : &LED_Pulse::SetLow;
+  for (int channel = 1; m_editedPulse != nullptr && channel <= Channels(); ++channel)
+    (m_editedPulse->*store)(channel, m_view.Level(channel));
+  m_view.ShowPicker(false);
+  m_view.ShowPulses();
+}
+
+void LedSetup::PickColorCancel() { m_view.ShowPicker(false); }
+
+void LedSetup::TimeBoxLeft(TimeBox box) { m_view.SetTimeText(box, NormalisedTime(box, m_view.TimeText(box))); }
+
+void LedSetup::RepeatBoxLeft() { m_view.SetRepeatText(NormalisedRepetitions(m_view.RepeatText())); }
+
+bool LedSetup::SendPulse() {
+  BuildIdlePulse();
+  return Send(kIdlePulse, m_idlePulse);
+}
+
+bool LedSetup::SendFoc() {
+  BuildFocPulse();
+  return Send(kFocPulse, m_focPulse);
+}
+
+bool LedSetup::Send(std::int32_t pulseId, const LED_Pulse& pulse) {
+  const bool sent = Command([&](device::TLS& board) { return board.SetLEDPulses(pulseId, pulse); });
+  // Also after a pulse that did not get there: the board then plays the one that it has.
+  const bool started = Command([&](device::TLS& board) { return board.StartPulse(pulseId); });
+  return sent && started;
+}
+
+bool LedSetup::LoadSettings(const std::filesystem::path& file) {
+  m_view.ShowPicker(false);
+  LedSettingsFile settings;
+  bool valid = settings.Open(file) && settings.ReadIdle(m_idlePulse);
+  if (valid) {
+    ShowIdlePulse();
+    valid = settings.ReadFoc(m_focPulse);
+    if (valid) ShowFocPulse();
+  }
+  m_view.ShowPulses();
+  if (!valid) m_view.ShowInformation(LedSettingsFile::kCorrupted, settings.Problem());
+  return valid;
+}
+
+bool LedSetup::SaveSettings(const std::filesystem::path& file) {
+  BuildIdlePulse();
+  BuildFocPulse();
+  const std::string problem = LedSettingsFile::Save(file, m_idlePulse, m_focPulse);
+  if (!problem.empty()) m_view.ShowInformation(problem, "");
+  return problem.empty();
+}
+
+void LedSetup::ShowIdlePulse() {
+  m_view.SetTimeText(TimeBox::IdleTON, SecondsText(m_idlePulse.Ton));
+  m_view.SetTimeText(TimeBox::IdleTOFF, SecondsText(m_idlePulse.Toff));
+  m_view.SetTimeText(TimeBox::IdleTRISE, SecondsText(m_idlePulse.Trise));
+  m_view.SetTimeText(TimeBox::IdleTFALL, SecondsText(m_idlePulse.Tfall));
+}
+
+void LedSetup::ShowFocPulse() {
+  m_view.SetTimeText(TimeBox::FocTON, SecondsText(m_focPulse.Ton));
+  m_view.SetTimeText(TimeBox::FocTOFF, SecondsText(m_focPulse.Toff));
+  m_view.SetRepeatText(std::to_string(m_focPulse.NRep));
+}
+
+void LedSetup::BuildIdlePulse() {
+  m_idlePulse.Ton = MillisecondsOf(m_view.TimeText(TimeBox::IdleTON));
+  m_idlePulse.Toff = MillisecondsOf(m_view.TimeText(TimeBox::IdleTOFF));
+  m_idlePulse.Trise = MillisecondsOf(m_view.TimeText(TimeBox::IdleTRISE));
+  m_idlePulse.Tfall = MillisecondsOf(m_view.TimeText(TimeBox::IdleTFALL));
+  m_idlePulse.NRep = 0;
+  m_idlePulse.CalculateTimes(m_currentDriver);
+}
+
+void LedSetup::BuildFocPulse() {
+  m_focPulse.Ton = MillisecondsOf(m_view.TimeText(TimeBox::FocTON));
+  m_focPulse.Toff = MillisecondsOf(m_view.TimeText(TimeBox::FocTOFF));
+  m_focPulse.Trise = 0;
+  m_focPulse.Tfall = 0;
+  m_focPulse.NRep = RepetitionsOf(m_view.RepeatText());
+  // The flash starts from the idle colour.
+  for (int channel = 1; channel <= LED_Pulse::kChannels; ++channel)
+    m_focPulse.SetLow(channel, m_idlePulse.GetHigh(channel));
+  m_focPulse.CalculateTimes(m_currentDriver);
+}
+
+}  // namespace kestrin::led

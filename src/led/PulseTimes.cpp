@@ -1,0 +1,55 @@
+#include "led/PulseTimes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "base/Numbers.h"
+#include "led/PlainNumber.h"
+
+namespace kestrin::led {
+
+namespace {
+
+constexpr double kMillisecondsPerSecond = 1000;
+
+double RoundToTwoDecimals(double number) {
+  const double hundredths = base::RoundHalfEven(number * 100);
+  // A number too large for that has no decimals.
+  return std::isfinite(hundredths) ? hundredths / 100 : number;
+}
+
+template <typename Limited>
+double InLimits(double number) {
+  return std::clamp<double>(number, std::numeric_limits<Limited>::lowest(), std::numeric_limits<Limited>::max());
+}
+
+}  // namespace
+
+double UpperBound(TimeBox box) { return box == TimeBox::IdleTRISE ? 10 : 10000; }
+
+std::string SecondsText(double milliseconds) {
+  return PlainNumber(RoundToTwoDecimals(milliseconds / kMillisecondsPerSecond));
+}
+
+double MillisecondsOf(std::string_view text) {
+  return InLimits<double>(base::LeadingNumber(text) * kMillisecondsPerSecond);
+}
+
+std::string NormalisedTime(TimeBox box, std::string_view text) {
+  // The boxes have always counted in single precision; 50 steps make a second.
+  constexpr float kStepsPerSecond = 50;
+  const auto typed = static_cast<float>(InLimits<float>(base::LeadingNumber(text)));
+  const float cut = std::floor(typed * kStepsPerSecond) / kStepsPerSecond;
+  return PlainNumber(std::clamp(RoundToTwoDecimals(cut), 0.0, UpperBound(box)));
+}
+
+std::int16_t RepetitionsOf(std::string_view text) {
+  return base::RoundTo<std::int16_t>(InLimits<std::int16_t>(base::LeadingNumber(text)));
+}
+
+std::string NormalisedRepetitions(std::string_view text) {
+  return PlainNumber(std::clamp<double>(std::floor(base::LeadingNumber(text)), 1, kMostRepetitions));
+}
+
+}  // namespace kestrin::led
