@@ -1,7 +1,6 @@
 #include "sound/PreviewFile.h"
 
-#include <system_error>
-
+#include "base/FirstThatTakes.h"
 #include "base/Text.h"
 #include "sound/LSU_SoundFile.h"
 #include "sound/PathText.h"
@@ -19,13 +18,9 @@ PreviewFile::Written PreviewFile::Write(const std::filesystem::path& sound,
   LSU_SoundFile file;
   if (!file.ReadFile(sound))
     return {{}, base::LastPathPiece(TextOf(sound)) + " cannot be played: it is missing or holds no sound."};
-  for (const std::filesystem::path& folder : folders) {
-    if (folder.empty()) continue;
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
-    const std::filesystem::path copy = folder / kName;
-    if (file.WriteWav(copy)) return {copy, ""};
-  }
+  const std::filesystem::path folder =
+      base::FirstThatTakes(folders, [&](const std::filesystem::path& place) { return file.WriteWav(place / kName); });
+  if (!folder.empty()) return {folder / kName, ""};
   return {{},
           "The sound cannot be played: there is no place for its copy \"temp.wav\". Make room on the disk or permit "
           "writing and play it again."};

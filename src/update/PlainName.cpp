@@ -1,0 +1,70 @@
+#include "update/PlainName.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/Text.h"
+
+namespace kestrin::update {
+
+namespace {
+
+constexpr std::size_t kShownBytes = 60;
+
+/// Names that Windows keeps for devices, whatever stands behind a dot.
+constexpr std::array<std::string_view, 6> kDevices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+/// These with a digit behind them.
+constexpr std::array<std::string_view, 2> kNumberedDevices{"COM", "LPT"};
+/// The superscript digits count as digits there.
+constexpr std::array<std::string_view, 13> kDeviceNumbers{"0", "1", "2", "3",      "4",      "5",     "6",
+                                                          "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
+
+bool IsDevice(std::string_view name) {
+  // Blanks before the dot do not count.
+  std::string_view stem = name.substr(0, name.find('.'));
+  stem = stem.substr(0, stem.find_last_not_of(' ') + 1);
+  const auto isStem = [stem](std::string_view device) { return base::EqualsIgnoringCase(stem, device); };
+  if (std::any_of(kDevices.begin(), kDevices.end(), isStem)) return true;
+  constexpr std::size_t kLetters = 3;
+  if (stem.size() <= kLetters) return false;
+  const bool numbered = std::any_of(kNumberedDevices.begin(), kNumberedDevices.end(), [&](std::string_view device) {
+    return base::EqualsIgnoringCase(stem.substr(0, kLetters), device);
+  });
+  return numbered &&
+         std::find(kDeviceNumbers.begin(), kDeviceNumbers.end(), stem.substr(kLetters)) != kDeviceNumbers.end();
+}
+
+bool IsControl(char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; }
+
+/// The control characters U+0080 to U+009F in UTF-8.
+bool HoldsLateControl(std::string_view name) {
+  for (std::size_t at = name.find('\xC2'); at != name.npos; at = name.find('\xC2', at + 1)) {
+    const auto next = at + 1 < name.size() ? static_cast<unsigned char>(name[at + 1]) : 0U;
+    if (next >= 0x80 && next <= 0x9F) return true;
+  }
+  return false;
+}
+
+bool IsBlankOrDot(char c) { return c == ' ' || c == '.'; }
+
+}  // namespace
+
+bool IsPlainName(std::string_view name) {
+  if (name.empty() || name.size() > kLongestName) return false;
+  if (IsBlankOrDot(name.front()) || IsBlankOrDot(name.back())) return false;
+  if (name.find_first_of("/\\:") != name.npos) return false;
+  return std::none_of(name.begin(), name.end(), IsControl) && !HoldsLateControl(name) && !IsDevice(name);
+}
+
+std::string ShownName(std::string_view name) {
+  std::string shown(name.substr(0, kShownBytes));
+  if (shown.size() < name.size()) {
+    // No half character at the end.
+    while (!shown.empty() && (static_cast<unsigned char>(name[shown.size()]) & 0xC0U) == 0x80U) shown.pop_back();
+    shown += "...";
+  }
+  std::replace_if(shown.begin(), shown.end(), IsControl, '?');
+  return shown;
+}
+
+}  // namespace kestrin::update

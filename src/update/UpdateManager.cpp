@@ -1,0 +1,224 @@
+#include "update/UpdateManager.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "base/Numbers.h"
+#include "update/PlainName.h"
+#include "update/UpdateView.h"
+
+namespace kestrin::update {
+
+namespace {
+
+constexpr const char* kCatalogueFailed = "Failed! Connection error 0002.  Please try again later.";
+constexpr const char* kQueryFailed = "Failed! Connection error 0003.  Please try again later.";
+constexpr const char* kSoundFailed = "Failed! Connection error 0004.  Please try again later.";
+constexpr const char* kEmptyAnswer = "Update failed! Connection error. Please try again later.";
+constexpr const char* kRefused = "Update failed! The server refused the request. Please try again later.";
+constexpr const char* kOneLine = "Error : 0001 Update failed! Please try again later.";
+constexpr const char* kNoVerdict = "Error : 0002 Update failed! Please try again later.";
+constexpr const char* kOldClient = "Update stopped. Please install a new version of this app.";
+constexpr const char* kNothingMissing = "Update process finished. No updates available or required.";
+constexpr const char* kUpdated = "Update finished. New fonts installed successfully.";
+
+constexpr std::size_t kFirstItem = UpdateUtils::kFirstPayloadLine;
+constexpr std::int32_t kCatalogueHere = 10;
+constexpr std::int32_t kItemsKnown = 30;
+constexpr std::int32_t kFetching = 70;
+constexpr std::int32_t kAll = 100;
+
+/// `number` of `count` steps of `whole`, ties to the even number.
+std::int32_t Share(std::size_t number, std::size_t count, std::int32_t whole) {
+  return base::RoundTo<std::int32_t>(static_cast<double>(number) * whole / static_cast<double>(count));
+}
+
+std::span<const std::string> Payload(const std::vector<std::string>& lines) {
+  return std::span(lines).subspan(std::min(kFirstItem, lines.size()));
+}
+
+}  // namespace
+
+UpdateManager::UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::EventPump pump)
+    : m_requestManager(server, pump), m_utils(fontsFolder), m_pump(std::move(pump)) {
+  m_requestManager.OnProgress([this](std::int16_t percentage) { requestManager_OnProgress(percentage); });
+}
+
+void UpdateManager::Initialize(UpdateView& form, TransferControl& inetConnector) {
+  m_formReference = &form;
+  m_requestManager.Initialize(inetConnector);
+  m_utils.Initialize();
+}
+
+void UpdateManager::startUpdate() {
+  if (m_formReference == nullptr || m_running) return;
+  m_running = true;
+  m_cancelled = false;
+  m_outcome = Outcome::Cancelled;
+  m_message.clear();
+  m_installed.clear();
+  m_neededItems.clear();
+  m_formReference->resetForm();
+  m_formReference->showModal([this] { Run(); });
+  m_running = false;
+}
+
+void UpdateManager::cancel() {
+  if (!m_running) return;
+  m_cancelled = true;
+  m_requestManager.cancel();
+}
+
+void UpdateManager::Run() {
+  try {
+    if (checkForUpdates() && updateItems()) End(Outcome::Updated, kUpdated);
+  } catch (const std::exception& error) {
+    End(Outcome::Failed, std::string("Update failed! ") + error.what() + ". Please try again later.");
+  }
+}
+
+bool UpdateManager::checkForUpdates() {
+  m_formReference->showStep("(1/3) Checking for updates");
+  m_formReference->showElement("Retrieving item catalogue");
+  if (!Turn()) return false;
+  Lines lines;
+  if (!Ask("svc=gct&did=" + m_deviceSerial, kCatalogueFailed, lines)) return false;
+  m_formReference->progressA(kCatalogueHere);
+  if (!Turn() || !validateHeader(lines) || !ValidateNames(Payload(lines), "font")) return false;
+  if (validateCatalogueItems(lines)) return true;
+  End(Outcome::Nothing, kNothingMissing);
+  return false;
+}
+
+bool UpdateManager::validateHeader(const Lines& lines) {
+  const auto stop = [this](const char* warning) {
+    End(Outcome::Failed, warning);
+    return false;
+  };
+  if (lines.empty()) return stop(kEmptyAnswer);
+  if (UpdateUtils::ExtractPair(lines[0]) != Association{"status", "OK"}) return stop(kRefused);
+  if (lines.size() == 1) return stop(kOneLine);
+  const Association verdict = UpdateUtils::ExtractPair(lines[1]);
+  if (verdict.Name != "clientv") return stop(kNoVerdict);
+  if (verdict.Value != "1") return stop(kOldClient);
+  return true;
+}
+
+bool UpdateManager::validateCatalogueItems(const Lines& lines) {
+  m_formReference->showStep("(2/3) Validating catalogue items");
+  m_formReference->showElement("Checking item: ");
+  if (!Turn()) return false;
+  std::vector<std::string> needed;
+  const std::size_t last = lines.size() - 1;
+  // A single item without a line break behind it counts as an empty catalogue.
+  if (last > kFirstItem) {
+    for (std::size_t number = kFirstItem; number <= last; ++number) {
+      const std::string& item = lines[number];
+      m_formReference->showElement("Checking item: " + item);
+      m_formReference->progressB(Share(number - kFirstItem, last - kFirstItem, kAll));
+      if (!Turn()) return false;
+      if (!m_utils.FontExistsAndCompleted(item)) needed.push_back(item);
+    }
+  }
+  m_formReference->progressA(kItemsKnown);
+  if (!Turn()) return false;
+  m_neededItems = std::move(needed);
+  return !m_neededItems.empty();
+}
+
+bool UpdateManager::updateItems() {
+  m_formReference->progressB(0);
+  const std::size_t count = m_neededItems.size();
+  for (std::size_t number = 1; number <= count; ++number) {
+    const std::string& item = m_neededItems[number - 1];
+    m_formReference->showStep("(3/3) Updating item: " + item);
+    m_formReference->showElement("Downloading: ");
+    m_formReference->progressA(Share(number, count, kFetching) + kItemsKnown);
+    if (!Turn() || !updateItem(item)) return false;
+  }
+  return true;
+}
+
+bool UpdateManager::updateItem(const std::string& item) {
+  Lines lines;
+  if (!Ask("svc=fqr&did=" + m_deviceSerial + "&fid=" + item, kQueryFailed, lines) || !validateHeader(lines))
+    return false;
+  std::vector<std::string> sounds;
+  const std::span<const std::string> payload = Payload(lines);
+  std::copy_if(payload.begin(), payload.end(), std::back_inserter(sounds), UpdateUtils::NamesSound);
+  if (!ValidateNames(sounds, "sound file")) return false;
+  if (!Succeeded(m_utils.CreateFont(item)) || !Succeeded(m_utils.WriteDescriptor(item, lines))) return false;
+  for (const std::string& line : sounds)
+    if (!UpdateSound(item, line)) return false;
+  if (!Succeeded(m_utils.CompleteFont(item))) return false;
+  // The fonts folder itself is no font, and the catalogue may name one twice.
+  if (!item.empty() && std::find(m_installed.begin(), m_installed.end(), item) == m_installed.end())
+    m_installed.push_back(item);
+  return true;
+}
+
+bool UpdateManager::UpdateSound(const std::string& item, const std::string& line) {
+  m_formReference->showElement("Downloading: " + line);
+  m_formReference->progressB(0);
+  if (!m_utils.FontItemExists(item, line)) {
+    if (!Succeeded(m_utils.RemoveTemporary(item))) return false;
+    m_requestManager.requestData("svc=dld&did=" + m_deviceSerial + "&fid=" + item + "&ffd=" + line,
+                                 m_utils.FolderOf(item), line);
+    if (!Succeeded(m_requestManager.problem())) return false;
+    if (m_requestManager.requestStatus() != HttpRequest::kFine) {
+      End(Outcome::Failed, kSoundFailed);
+      return false;
+    }
+  }
+  m_formReference->progressB(kAll);
+  return Turn();
+}
+
+void UpdateManager::requestManager_OnProgress(std::int16_t percentage) { m_formReference->progressB(percentage); }
+
+bool UpdateManager::ValidateNames(std::span<const std::string> names, const char* kind) {
+  for (const std::string& name : names) {
+    // The empty item of a line break at the end stands for the fonts folder itself.
+    if (name.empty() || IsPlainName(name)) continue;
+    End(Outcome::Failed, std::string("Update failed! The server sent a ") + kind + " name that cannot be used: \"" +
+                             ShownName(name) + "\". Nothing of it was written. Please try again later.");
+    return false;
+  }
+  return true;
+}
+
+bool UpdateManager::Succeeded(const std::string& problem) {
+  if (problem.empty()) return true;
+  End(Outcome::Failed,
+      "Update failed! " + problem + ". Make room on the disk or permit writing there and update again.");
+  return false;
+}
+
+bool UpdateManager::Ask(const std::string& body, const char* warning, Lines& lines) {
+  const std::string answer = m_requestManager.requestText(body);
+  if (m_requestManager.requestStatus() != HttpRequest::kFine) {
+    End(Outcome::Failed, warning);
+    return false;
+  }
+  lines = UpdateUtils::SliceText(answer);
+  return !m_cancelled;
+}
+
+bool UpdateManager::Turn() {
+  base::Pump(m_pump);
+  return !m_cancelled;
+}
+
+void UpdateManager::End(Outcome outcome, const std::string& message) {
+  // Who cancelled knows why it ended.
+  if (m_cancelled) return;
+  m_outcome = outcome;
+  m_message = message;
+  if (outcome == Outcome::Failed)
+    m_formReference->showWarning(message);
+  else
+    m_formReference->showMessage(message);
+}
+
+}  // namespace kestrin::update

@@ -1,0 +1,166 @@
+#include "update/UpdateUtils.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "base/FirstThatTakes.h"
+#include "base/PathText.h"
+#include "base/Text.h"
+#include "base/WholeFile.h"
+#include "update/HttpRequest.h"
+
+namespace kestrin::update {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kSoundEnding = ".lsu";
+
+std::string Quoted(const fs::path& path) { return "\"" + base::TextOf(path) + "\""; }
+
+/// Makes a folder; "" or why there is none.
+std::string MakeFolder(const fs::path& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (fs::is_directory(folder)) return "";
+  const bool inTheWay = fs::exists(fs::symlink_status(folder, error));
+  if (inTheWay) return "The folder " + Quoted(folder) + " could not be made: a file of that name is in the way";
+  fs::create_directories(folder, error);
+  return "The folder " + Quoted(folder) + " could not be made: " + error.message();
+}
+
+std::string Remove(const fs::path& path) {
+  std::error_code error;
+  fs::remove(path, error);
+  return error ? Quoted(path) + " could not be removed: " + error.message() : "";
+}
+
+bool TakesFonts(const fs::path& place) {
+  const fs::path folder = place / UpdateUtils::kFolderName;
+  const fs::path probe = folder / "probe";
+  return MakeFolder(folder).empty() && base::WriteWholeFile(probe, "").empty() && Remove(probe).empty();
+}
+
+bool IsFile(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_regular_file(path, ignored);
+}
+
+}  // namespace
+
+fs::path UpdateUtils::PlaceIn(std::span<const fs::path> folders) {
+  const fs::path place = base::FirstThatTakes(folders, TakesFonts);
+  return (place.empty() ? folders.back() : place) / kFolderName;
+}
+
+UpdateUtils::UpdateUtils(const fs::path& fontsFolder) : m_fontsFolder(fontsFolder) {
+  std::error_code failed;
+  const fs::path absolute = fs::absolute(fontsFolder, failed);
+  if (!failed) m_fontsFolder = absolute;
+  // When it cannot be made, the first font that is to be written says why.
+  (void)MakeFolder(m_fontsFolder);
+}
+
+fs::path UpdateUtils::FolderOf(const std::string& item) const {
+  return item.empty() ? m_fontsFolder : m_fontsFolder / base::PathOf(item);
+}
+
+fs::path UpdateUtils::ConfigurationOf(const std::string& item) const {
+  return FolderOf(item) / base::PathOf(item + kConfigurationEnding);
+}
+
+std::vector<UpdateUtils::Font> UpdateUtils::Fonts() const {
+  std::vector<Font> fonts;
+  std::error_code error;
+  for (fs::directory_iterator entry(m_fontsFolder, error), end; !error && entry != end; entry.increment(error)) {
+    std::error_code unknown;
+    if (!entry->is_directory(unknown)) continue;
+    Font font{base::TextOf(entry->path().filename()), false, {}};
+    font.complete = FontExistsAndCompleted(font.name);
+    for (fs::directory_iterator file(entry->path(), unknown); !unknown && file != end; file.increment(unknown)) {
+      const std::string name = base::TextOf(file->path().filename());
+      if (NamesSound(name) && IsFile(file->path())) font.files.push_back(name);
+    }
+    std::sort(font.files.begin(), font.files.end());
+    fonts.push_back(std::move(font));
+  }
+  std::sort(fonts.begin(), fonts.end(), [](const Font& a, const Font& b) { return a.name < b.name; });
+  return fonts;
+}
+
+std::vector<std::string> UpdateUtils::SliceText(std::string_view text) {
+  if (text.empty()) return {};
+  const std::vector<std::string_view> pieces = base::Split(text, kLineEnd);
+  return {pieces.begin(), pieces.end()};
+}
+
+Association UpdateUtils::ExtractPair(std::string_view line) {
+  const std::size_t colon = line.find(':');
+  if (colon == line.npos || colon == 0) return {};
+  return {std::string(line.substr(0, colon)), std::string(line.substr(colon + 1))};
+}
+
+bool UpdateUtils::NamesSound(std::string_view line) {
+  for (std::size_t at = 0; at + kSoundEnding.size() <= line.size(); ++at)
+    if (base::EqualsIgnoringCase(line.substr(at, kSoundEnding.size()), kSoundEnding)) return true;
+  return false;
+}
+
+bool UpdateUtils::FontExists(const std::string& item) const {
+  std::error_code ignored;
+  return fs::is_directory(FolderOf(item), ignored);
+}
+
+bool UpdateUtils::FontExistsAndCompleted(const std::string& item) const {
+  return FontExists(item) && IsFile(FolderOf(item) / kCompleteMarker);
+}
+
+std::string UpdateUtils::CreateFont(const std::string& item) const {
+  const fs::path folder = FolderOf(item);
+  std::error_code ignored;
+  // Where the fonts folder itself lies is the person's own choice.
+  if (!item.empty() && fs::is_symlink(folder, ignored))
+    return Quoted(folder) + " is a link to another place, into which nothing is written";
+  return MakeFolder(folder);
+}
+
+std::string UpdateUtils::CompleteFont(const std::string& item) const {
+  return WriteFile(FolderOf(item) / kCompleteMarker, "");
+}
+
+std::string UpdateUtils::WriteDescriptor(const std::string& item, std::span<const std::string> lines) const {
+  const std::string folder = base::TextOf(FolderOf(item) / "");
+  std::string descriptor;
+  std::string configuration;
+  for (std::size_t number = kFirstPayloadLine; number < lines.size(); ++number) {
+    const std::string& line = lines[number];
+    descriptor.append(line).append(kLineEnd);
+    if (NamesSound(line)) configuration += folder;
+    configuration.append(line).append(kLineEnd);
+  }
+  const std::string problem = WriteFile(FolderOf(item) / kDescriptor, descriptor);
+  return problem.empty() ? WriteFile(ConfigurationOf(item), configuration) : problem;
+}
+
+bool UpdateUtils::FontItemExists(const std::string& item, const std::string& fileName) const {
+  return IsFile(FolderOf(item) / base::PathOf(fileName));
+}
+
+std::string UpdateUtils::RemoveTemporary(const std::string& item) const {
+  // Of a link the link itself goes, not the file that it leads to.
+  return Remove(FolderOf(item) / HttpRequest::kTemporaryName);
+}
+
+std::string UpdateUtils::WriteFile(const fs::path& path, const std::string& content) {
+  std::error_code ignored;
+  const fs::file_status there = fs::symlink_status(path, ignored);
+  if (fs::exists(there) && !fs::is_regular_file(there) && !fs::is_directory(there)) {
+    const std::string problem = Remove(path);
+    if (!problem.empty()) return problem;
+  }
+  return base::WriteWholeFile(path, content);
+}
+
+}  // namespace kestrin::update
