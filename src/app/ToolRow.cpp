@@ -21,7 +21,7 @@ namespace {
 constexpr int kGrid = 8;
 constexpr int kIcon = Pictures::kIconSide;
 constexpr int kLogoHeight = 40;
-constexpr int kOnlineSide = 16;
+constexpr int kOnlineSide = 24;
 
 struct ToolFacts {
   const char* control;
@@ -84,12 +84,16 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent), m
   m_set->setAlignment(Qt::AlignRight);
   Theme::MakeSoft(*m_set);
   m_online = MakeLabel("OnlinePicture", *this);
+  m_noBoard = MakeLabel("NoBoardLabel", *this);
+  m_noBoard->setText(tr("No board connected"));
+  Theme::MakeSoft(*m_noBoard);
   m_serial = MakeLabel("SerialLabel", *this);
   m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* const board = new QHBoxLayout;
   board->setSpacing(kGrid);
   board->addStretch(1);
   board->addWidget(m_online);
+  board->addWidget(m_noBoard);
   board->addWidget(m_serial);
   auto* const state = new QVBoxLayout;
   state->setSpacing(kGrid / 2);
@@ -100,6 +104,7 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent), m
   row->addLayout(state);
   SetHelpContext(*m_set, HelpContext::UnsavedSet);
   SetHelpContext(*m_online, HelpContext::OnlinePicture);
+  SetHelpContext(*m_noBoard, HelpContext::OnlinePicture);
   SetHelpContext(*m_serial, HelpContext::OnlinePicture);
   ShowOnline(false);
   ShowSerial("");
@@ -211,6 +216,7 @@ void ToolRow::ShowOnline(bool online) {
   const QString file = online ? "LS_on.bmp" : "LS_off.bmp";
   m_online->setPixmap(m_pictures.Pixmap(file, {kOnlineSide, kOnlineSide}, devicePixelRatioF()));
   m_online->setProperty("picture", file);
+  m_noBoard->setVisible(!online);
   const QString state = online ? tr("A board is connected") : tr("No board is connected");
   m_online->setToolTip(state);
   m_online->setAccessibleName(state);
@@ -218,6 +224,7 @@ void ToolRow::ShowOnline(bool online) {
 
 void ToolRow::ShowSerial(const QString& text) {
   m_serial->setText(text);
+  m_serial->setVisible(!text.isEmpty());
   m_serial->setAccessibleName(text);
 }
 

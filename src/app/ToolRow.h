@@ -63,6 +63,8 @@ class ToolRow : public QWidget {
   QHBoxLayout* m_edit = nullptr;
   QLabel* m_logo = nullptr;
   QLabel* m_online = nullptr;
+  /// In place of the serial number while there is no board.
+  QLabel* m_noBoard = nullptr;
   QLabel* m_serial = nullptr;
   QLabel* m_set = nullptr;
 };

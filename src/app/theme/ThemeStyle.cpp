@@ -1,6 +1,7 @@
 #include "app/theme/ThemeStyle.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QPainter>
@@ -12,6 +13,7 @@
 #include <algorithm>
 
 #include "app/theme/ControlPainter.h"
+#include "app/theme/MessageIcon.h"
 #include "app/theme/Theme.h"
 #include "app/theme/ThemeColors.h"
 
@@ -25,6 +27,7 @@ constexpr int kScrollBarExtent = 12;
 constexpr int kShortestScrollHandle = 32;
 constexpr int kGrooveThickness = 4;
 constexpr int kFieldPadding = 4;
+constexpr int kMessageIcon = 40;
 
 /// The option with the text in the colour that can be read on the main button's ground.
 template <typename Option>
@@ -313,6 +316,8 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_FocusFrameHMargin:
       // The room beside the text of a row.
       return 6;
+    case PM_MessageBoxIconSize:
+      return kMessageIcon;
     case PM_ScrollBarExtent:
       return kScrollBarExtent;
     case PM_LayoutHorizontalSpacing:
@@ -326,6 +331,11 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+QIcon ThemeStyle::standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const {
+  QIcon icon = MessageIcon(picture, widget != nullptr ? widget->palette() : QApplication::palette());
+  return icon.isNull() ? QProxyStyle::standardIcon(picture, option, widget) : icon;
 }
 
 int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -24,6 +25,13 @@ void Prepare(QMessageBox& box, QMessageBox::Icon icon, const QString& text, QMes
   box.setStandardButtons(buttons);
   // Their words say it; pictures beside them are a matter of another time.
   for (QAbstractButton* const button : box.buttons()) button->setIcon({});
+}
+
+/// Shows it and waits for the answer.
+int Run(QMessageBox& box) {
+  constexpr int kMargin = 16;
+  box.layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  return box.exec();
 }
 
 /// Asks for a file, beginning at the folder or file `start`; "" for none.
@@ -56,13 +64,13 @@ QString QtDialogs::SaveFile(const QString& title, const QString& start, const QS
 void QtDialogs::ShowMessage(const QString& text) {
   QMessageBox box(Parent());
   Prepare(box, QMessageBox::Information, text, QMessageBox::Ok, app::HelpContext::Messages);
-  box.exec();
+  Run(box);
 }
 
 void QtDialogs::ShowError(const QString& text) {
   QMessageBox box(Parent());
   Prepare(box, QMessageBox::Critical, text, QMessageBox::Ok, app::HelpContext::Messages);
-  box.exec();
+  Run(box);
 }
 
 bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless, app::HelpContext topic) {
@@ -72,7 +80,7 @@ bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harm
   const auto button = harmless == Harmless::Ok ? QMessageBox::Ok : QMessageBox::Cancel;
   box.setEscapeButton(button);
   box.setDefaultButton(QMessageBox::Ok);
-  return box.exec() == QMessageBox::Ok;
+  return Run(box) == QMessageBox::Ok;
 }
 
 app::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
@@ -81,7 +89,7 @@ app::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
           app::HelpContext::UnsavedSet);
   box.setDefaultButton(QMessageBox::Save);
   box.setEscapeButton(QMessageBox::Cancel);
-  switch (box.exec()) {
+  switch (Run(box)) {
     case QMessageBox::Save:
       return Unsaved::Save;
     case QMessageBox::Discard:

@@ -27,6 +27,8 @@ SoundListView::SoundListView(QWidget* parent) : QListView(parent) {
   setMouseTracking(true);
   setDragEnabled(true);
   setFrameShape(QFrame::NoFrame);
+  // It lies on a card, whose ground and round corners stay to be seen.
+  viewport()->setAutoFillBackground(false);
 }
 
 void SoundListView::SetEmptyText(const QString& text) {

@@ -11,9 +11,11 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyle>
 #include <QStyleOptionSlider>
 #include <QToolButton>
 #include <algorithm>
+#include <utility>
 
 #include "app/theme/Card.h"
 #include "app/theme/ThemeColors.h"
@@ -260,6 +262,22 @@ TEST_P(ThemedControls, ACardCarriesItsSlotsColourAndShowsThatItIsChosen) {
   EXPECT_EQ(top(), Color(ColorRole::Accent));
   card.SetSlot(std::nullopt);
   EXPECT_EQ(side(), Color(ColorRole::Card));
+}
+
+TEST_P(ThemedControls, SignsOfMessagesAreLinesInTheSchemesColours) {
+  const std::pair<QStyle::StandardPixmap, ColorRole> signs[] = {
+      {QStyle::SP_MessageBoxInformation, ColorRole::Accent},
+      {QStyle::SP_MessageBoxQuestion, ColorRole::Accent},
+      {QStyle::SP_MessageBoxWarning, ColorRole::Warning},
+      {QStyle::SP_MessageBoxCritical, ColorRole::Error},
+  };
+  for (const auto& [picture, role] : signs) {
+    const QPixmap sign = QApplication::style()->standardIcon(picture).pixmap(QSize(40, 40), 2);
+    ASSERT_EQ(sign.size(), QSize(80, 80)) << picture;
+    const QImage image = sign.toImage();
+    EXPECT_GT(PixelsOf(image, Color(role)), 100) << picture;
+    EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << picture;
+  }
 }
 
 TEST(ThemedScrollBar, TheHandleReachesBothEnds) {

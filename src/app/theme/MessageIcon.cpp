@@ -1,0 +1,96 @@
+#include "app/theme/MessageIcon.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <optional>
+
+#include "app/theme/ThemeColors.h"
+
+namespace kestrin::app {
+namespace {
+
+/// The signs are drawn on a square of this side, like the pictures of the buttons.
+constexpr qreal kGridSide = 24;
+constexpr int kSide = 40;
+constexpr qreal kLine = 1.7;
+constexpr qreal kDot = 1.1;
+
+struct Sign {
+  ColorRole role;
+  QPainterPath lines;
+  /// The middle of the dot that belongs to the sign.
+  std::optional<QPointF> dot;
+};
+
+QPainterPath Ring() {
+  QPainterPath path;
+  path.addEllipse(QPointF(12, 12), 9.5, 9.5);
+  return path;
+}
+
+QPainterPath WithLine(QPainterPath path, const QPointF& from, const QPointF& to) {
+  path.moveTo(from);
+  path.lineTo(to);
+  return path;
+}
+
+QPainterPath WithHook(QPainterPath path) {
+  path.moveTo(9.2, 9.4);
+  path.cubicTo(9.4, 6.4, 14.8, 6.2, 14.8, 9.6);
+  path.cubicTo(14.8, 11.8, 12, 11.6, 12, 13.8);
+  return path;
+}
+
+QPainterPath Triangle() {
+  QPainterPath path;
+  path.moveTo(12, 3.2);
+  path.lineTo(22, 20.4);
+  path.lineTo(2, 20.4);
+  path.closeSubpath();
+  return path;
+}
+
+std::optional<Sign> SignOf(QStyle::StandardPixmap picture) {
+  switch (picture) {
+    case QStyle::SP_MessageBoxInformation:
+      return Sign{ColorRole::Accent, WithLine(Ring(), {12, 11}, {12, 16.6}), QPointF(12, 7.6)};
+    case QStyle::SP_MessageBoxQuestion:
+      return Sign{ColorRole::Accent, WithHook(Ring()), QPointF(12, 17)};
+    case QStyle::SP_MessageBoxWarning:
+      return Sign{ColorRole::Warning, WithLine(Triangle(), {12, 9}, {12, 14}), QPointF(12, 17.2)};
+    case QStyle::SP_MessageBoxCritical:
+      return Sign{ColorRole::Error, WithLine(WithLine(Ring(), {8.8, 8.8}, {15.2, 15.2}), {15.2, 8.8}, {8.8, 15.2}), {}};
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+QIcon MessageIcon(QStyle::StandardPixmap picture, const QPalette& palette) {
+  const std::optional<Sign> sign = SignOf(picture);
+  if (!sign) return {};
+  const QColor color = ColorOf(sign->role, palette);
+  QIcon icon;
+  for (const int density : {1, 2, 3, 4}) {
+    QPixmap pixmap(kSide * density, kSide * density);
+    pixmap.fill(Qt::transparent);
+    pixmap.setDevicePixelRatio(density);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(kSide / kGridSide, kSide / kGridSide);
+    painter.setPen(QPen(color, kLine, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(sign->lines);
+    if (sign->dot) {
+      painter.setPen(Qt::NoPen);
+      painter.setBrush(color);
+      painter.drawEllipse(*sign->dot, kDot, kDot);
+    }
+    painter.end();
+    icon.addPixmap(pixmap);
+  }
+  return icon;
+}
+
+}  // namespace kestrin::app

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QIcon>
+#include <QPalette>
+#include <QStyle>
+
+namespace kestrin::app {
+
+/// The sign of a message box (information, question, warning, error) in the line style of the program's pictures; null
+/// for every other picture.
+[[nodiscard]] QIcon MessageIcon(QStyle::StandardPixmap picture, const QPalette& palette);
+
+}  // namespace kestrin::app
