@@ -1,0 +1,75 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/Dialogs.h"
+#include "app/SleepBlocker.h"
+#include "app/SpecialFolders.h"
+#include "base/Clock.h"
+#include "sound/SoundPlayer.h"
+
+namespace kestrin::demo {
+
+/// Nobody waits for a picture: waiting takes no time, and the board's time goes on all the same.
+class HurriedClock final : public base::Clock {
+ public:
+  [[nodiscard]] Duration Now() const override { return m_now; }
+  void Wait(Duration duration) override { m_now += duration; }
+
+ private:
+  Duration m_now{};
+};
+
+/// Answers every question at once: offline work is welcome, a download that is asked about is cancelled.
+class AnsweringDialogs final : public app::Dialogs {
+ public:
+  /// Every text that was to be shown.
+  std::vector<QString> shown;
+
+  [[nodiscard]] QString OpenFile(const QString&, const QString&, const QString&, app::HelpContext) override {
+    return {};
+  }
+  [[nodiscard]] QString SaveFile(const QString&, const QString&, const QString&, const QString&,
+                                 app::HelpContext) override {
+    return {};
+  }
+  void ShowMessage(const QString& text) override { shown.push_back(text); }
+  void ShowError(const QString& text) override { shown.push_back(text); }
+  [[nodiscard]] bool AskOkCancel(const QString&, const QString&, Harmless harmless, app::HelpContext) override {
+    return harmless == Harmless::Cancel;
+  }
+  [[nodiscard]] Unsaved AskUnsaved(const QString&) override { return Unsaved::Discard; }
+};
+
+/// Plays one endless silence.
+class SilentPlayer final : public sound::SoundPlayer {
+ public:
+  void Play(const std::filesystem::path&) override { m_status.playing = true; }
+  void Stop() override { m_status.playing = false; }
+  [[nodiscard]] Status Look() override { return m_status; }
+
+ private:
+  Status m_status;
+};
+
+/// A computer with nothing on it but the sounds.
+class OneFolder final : public app::SpecialFolders {
+ public:
+  explicit OneFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
+  [[nodiscard]] std::filesystem::path Desktop() const override { return m_folder; }
+  [[nodiscard]] std::filesystem::path Documents() const override { return m_folder; }
+  [[nodiscard]] std::vector<app::Drive> Drives() const override { return {{"Home", m_folder}}; }
+
+ private:
+  std::filesystem::path m_folder;
+};
+
+class Wakefulness final : public app::SleepBlocker {
+ public:
+  void Block(const std::string&) override {}
+  void Unblock() override {}
+};
+
+}  // namespace kestrin::demo

@@ -1,0 +1,189 @@
+#include "demo/pictures/Scenes.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QListView>
+#include <QPainter>
+#include <QProgressBar>
+#include <cstdint>
+#include <functional>
+
+#include "app/help/HelpWindow.h"
+#include "demo/pictures/Stage.h"
+#include "platform/desktop/CompiledHelp.h"
+#include "platform/desktop/QtDialogs.h"
+
+namespace kestrin::demo {
+
+namespace {
+
+/// A sound of the list is selected, with its waveform and its volume.
+void SelectSound(Stage& stage, const char* list, int row) {
+  auto& view = stage.Find<QListView>(list);
+  view.setFocus();
+  view.setCurrentIndex(view.model()->index(row, 0));
+}
+
+/// The window as it looks at work: the demo set, one sound selected.
+QPixmap TakeWindow(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  SelectSound(stage, "MtFileList", 1);
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
+/// The window as it looks to somebody who has just started.
+QPixmap TakeEmpty(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size, false);
+  return stage.Window().grab();
+}
+
+/// In the middle of a download.
+QPixmap TakeDownloading(const Place& place, const std::string& board) {
+  constexpr int kPercent = 62;
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  QPixmap picture;
+  stage.When(
+      [&stage] {
+        return stage.Find<QLabel>("InformationLabel").text() == "Downloading..." &&
+               stage.Find<QProgressBar>("DownloadBar").value() >= kPercent;
+      },
+      [&] { picture = stage.Window().grab(); });
+  stage.Find<QAbstractButton>("SendBtn").click();
+  return picture;
+}
+
+/// At the end of a download, however it ended.
+QPixmap TakeEnded(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  stage.Find<QAbstractButton>("SendBtn").click();
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
+/// The report that brings the table into the board: behind those of going online and of erasing, and a report for every
+/// block of every sound.
+std::uintmax_t TableReport(const std::filesystem::path& sounds) {
+  constexpr std::uintmax_t kBefore = 6;
+  constexpr std::uintmax_t kBlock = 1024;
+  std::uintmax_t report = kBefore + 1;
+  for (const auto& file : std::filesystem::directory_iterator(sounds)) {
+    if (file.path().extension() != ".lsu") continue;
+    // Two samples of two bytes become three bytes.
+    const std::uintmax_t coded = (file.file_size() + 3) / 4 * 3;
+    report += (coded + kBlock - 1) / kBlock;
+  }
+  return report;
+}
+
+/// The table does not arrive as it was sent.
+QPixmap TakeMemoryCheckError(const Place& place, const std::string& board) {
+  return TakeEnded(place, board + ",fault=flip:" + std::to_string(TableReport(place.sounds)));
+}
+
+QPixmap TakeCancelled(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  stage.When([&stage] { return stage.Find<QLabel>("InformationLabel").text() == "Downloading..."; },
+             [&stage] { stage.Find<QAbstractButton>("CancelBtn").click(); });
+  stage.Find<QAbstractButton>("SendBtn").click();
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
+QPixmap TakeSetup(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  stage.Find<QAbstractButton>("ConfigBtn").click();
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
+QPixmap TakeHelp(const Place& place, const std::string& /*board*/) {
+  const platform::CompiledHelp source(place.program / platform::CompiledHelp::kFileName);
+  app::HelpWindow window(source);
+  window.resize(place.size);
+  window.ShowTopic(app::HelpContext::Slots);
+  QApplication::processEvents();
+  return window.grab();
+}
+
+/// The window with a dialog of the desktop over it.
+QPixmap TakeDialog(const Place& place, const std::string& board, const std::function<void(app::Dialogs&)>& show) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  QPixmap picture = stage.Window().grab();
+  desktop::QtDialogs dialogs;
+  dialogs.SetWindow(&stage.Window());
+  stage.When([] { return QApplication::activeModalWidget() != nullptr; },
+             [&] {
+               auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+               stage.Settle(*dialog);
+               const QSize room = stage.Window().size() - dialog->size();
+               QPainter(&picture).drawPixmap(QPoint(room.width() / 2, room.height() / 2), dialog->grab());
+               dialog->reject();
+             });
+  show(dialogs);
+  return picture;
+}
+
+QPixmap TakeNoBoard(const Place& place, const std::string& board) {
+  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+    (void)dialogs.AskOkCancel(
+        "A connection with Kuskekpize could not be established.\r\n Press OK to work offline or Cancel to exit the "
+        "application",
+        "", app::Dialogs::Harmless::Cancel);
+  });
+}
+
+QPixmap TakeQuestion(const Place& place, const std::string& board) {
+  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+    (void)dialogs.AskOkCancel(
+        "Are you sure you want to cancel downloading ? \nThis might result in unsable behaviour !\nPress OK to resume "
+        "downloading or Cancel to abort",
+        "", app::Dialogs::Harmless::Ok);
+  });
+}
+
+QPixmap TakeError(const Place& place, const std::string& board) {
+  return TakeDialog(place, board, [](app::Dialogs& dialogs) { dialogs.ShowError("Not a valid file"); });
+}
+
+QPixmap TakeUnsaved(const Place& place, const std::string& board) {
+  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+    (void)dialogs.AskUnsaved("The set \"demo\" has changes that are not saved.\nSave them?");
+  });
+}
+
+constexpr const char* kBoard = "serial=4B535401,erase=3,wire=usb";
+
+constexpr Scene kScenes[] = {
+    {"window", kBoard, TakeWindow},
+    {"offline", "none", TakeWindow},
+    {"led", "id=512,serial=4B535402", TakeWindow},
+    {"empty", kBoard, TakeEmpty},
+    {"downloading", kBoard, TakeDownloading},
+    {"success", kBoard, TakeEnded},
+    {"memory-check-error", "serial=4B535401", TakeMemoryCheckError},
+    {"connection-lost", "serial=4B535401,fault=unplug:200", TakeEnded},
+    {"canceled", kBoard, TakeCancelled},
+    {"setup", "id=65535,serial=4B535401", TakeSetup},
+    {"setup-old-board", kBoard, TakeSetup},
+    {"help", "none", TakeHelp},
+    {"no-board", "none", TakeNoBoard},
+    {"question", kBoard, TakeQuestion},
+    {"error", kBoard, TakeError},
+    {"unsaved", kBoard, TakeUnsaved},
+};
+
+}  // namespace
+
+std::span<const Scene> Scenes() { return kScenes; }
+
+}  // namespace kestrin::demo

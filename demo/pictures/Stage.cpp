@@ -1,0 +1,77 @@
+#include "demo/pictures/Stage.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPixmap>
+#include <stdexcept>
+#include <utility>
+
+#include "app/Surroundings.h"
+#include "sound/PathText.h"
+#include "sound/ui/SoundPage.h"
+
+namespace kestrin::demo {
+
+namespace {
+
+constexpr const char* kNoBoard = "none";
+
+std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+
+}  // namespace
+
+Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board)
+    : m_sounds(sounds),
+      m_folders(sounds),
+      m_kept(PathOf(m_folder.path())),
+      m_settings(m_folder.filePath("settings.ini"), QSettings::IniFormat) {
+  const bool none = board == kNoBoard;
+  const auto parsed = simulator::BoardOptions::Parse(none ? "" : board);
+  auto created = simulator::SimulatedAgent::Create(parsed.options, m_clock, m_gate.Pump());
+  const std::string problem = parsed.problem + created.problem;
+  if (!problem.empty()) throw std::runtime_error(problem);
+  m_agent = std::move(created.agent);
+  if (none) m_agent->Unplug();
+  m_window = std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders,
+                                                           m_kept, m_sleep, m_led, nullptr, m_settings, program,
+                                                           PathOf(m_folder.path())});
+}
+
+Stage::~Stage() = default;
+
+void Stage::Open(const QSize& size, bool withSet) {
+  if (!m_window->StartUp()) throw std::runtime_error("the window did not start up");
+  m_window->resize(size);
+  m_window->show();
+  if (withSet) m_window->OpenSet(m_sounds / "demo.lscfg");
+  m_window->findChild<sound::ui::SoundPage*>()->SetFolder(m_sounds);
+  Settle(*m_window);
+}
+
+void Stage::When(std::function<bool()> condition, std::function<void()> action) {
+  auto* const timer = new QTimer(m_window.get());
+  QObject::connect(timer, &QTimer::timeout, timer,
+                   [timer, condition = std::move(condition), action = std::move(action)] {
+                     if (!condition()) return;
+                     timer->stop();
+                     timer->deleteLater();
+                     action();
+                   });
+  timer->start(0);
+}
+
+void Stage::Settle(QWidget& widget) {
+  constexpr int kQuietMilliseconds = 300;
+  QImage last;
+  QElapsedTimer quiet;
+  quiet.start();
+  while (quiet.elapsed() < kQuietMilliseconds) {
+    QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+    QImage now = widget.grab().toImage();
+    if (now != last) quiet.restart();
+    last = std::move(now);
+  }
+}
+
+}  // namespace kestrin::demo

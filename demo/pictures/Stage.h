@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/CommandGate.h"
+#include "app/LedSetupAbsent.h"
+#include "app/Main.h"
+#include "demo/pictures/Props.h"
+#include "motion/KeptParametersFolder.h"
+#include "simulator/SimulatedAgent.h"
+
+namespace kestrin::demo {
+
+/// The window, over a simulated board and the demo set, with everything else played.
+class Stage {
+ public:
+  /// `program` holds the program's pictures, `sounds` the demo set; the board is described as behind "sim:", "none" for
+  /// no board.
+  Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board);
+  ~Stage();
+
+  /// Shows the window in that size, with the demo set in it if wanted, and the demo's folder open.
+  void Open(const QSize& size, bool withSet = true);
+  [[nodiscard]] app::Main& Window() { return *m_window; }
+  [[nodiscard]] simulator::SimulatedAgent& Board() { return *m_agent; }
+  template <typename T>
+  [[nodiscard]] T& Find(const char* name) const {
+    return *m_window->findChild<T*>(name);
+  }
+  /// Runs `action` once, as soon as `condition` holds while the window works.
+  void When(std::function<bool()> condition, std::function<void()> action);
+  /// Lets everything come to rest, so that pictures are complete.
+  void Settle(QWidget& widget);
+
+ private:
+  std::filesystem::path m_sounds;
+  QTemporaryDir m_folder;
+  HurriedClock m_clock;
+  app::CommandGate m_gate{std::chrono::milliseconds(0)};
+  AnsweringDialogs m_dialogs;
+  SilentPlayer m_player;
+  OneFolder m_folders;
+  motion::KeptParametersFolder m_kept;
+  Wakefulness m_sleep;
+  app::LedSetupAbsent m_led;
+  QSettings m_settings;
+  std::unique_ptr<simulator::SimulatedAgent> m_agent;
+  std::unique_ptr<app::Main> m_window;
+};
+
+}  // namespace kestrin::demo

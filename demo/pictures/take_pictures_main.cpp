@@ -1,0 +1,64 @@
+// take_pictures --program DIR --sounds DIR [--scheme light|dark] [--size WIDTHxHEIGHT] FOLDER [SCENE...]
+// Takes pictures of the window, without a display when QT_QPA_PLATFORM is "offscreen": FOLDER/SCENE-SCHEME.png.
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <exception>
+#include <iostream>
+
+#include "app/theme/Theme.h"
+#include "demo/pictures/Scenes.h"
+#include "sound/PathText.h"
+
+namespace {
+
+using namespace kestrin;
+
+std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+
+int Take(QApplication& application) {
+  QCommandLineParser parser;
+  const QCommandLineOption program("program", "The folder with the program's pictures and help.", "DIR", ".");
+  const QCommandLineOption sounds("sounds", "The folder with the demo set.", "DIR", ".");
+  const QCommandLineOption scheme("scheme", "light or dark.", "SCHEME", "light");
+  const QCommandLineOption size("size", "The window's size.", "WIDTHxHEIGHT", "1280x800");
+  parser.addOptions({program, sounds, scheme, size});
+  parser.addHelpOption();
+  parser.addPositionalArgument("FOLDER", "Where the pictures go.");
+  parser.addPositionalArgument("SCENE", "All of them when none is named.", "[SCENE...]");
+  parser.process(application);
+
+  const QStringList sides = parser.value(size).split('x');
+  const QStringList names = parser.positionalArguments();
+  if (names.isEmpty() || sides.size() != 2) parser.showHelp(2);
+  const bool dark = parser.value(scheme) == "dark";
+  app::Theme::Apply(application, dark ? app::ColorScheme::Dark : app::ColorScheme::Light);
+  const demo::Place place{PathOf(parser.value(program)),
+                          PathOf(parser.value(sounds)),
+                          {sides.constFirst().toInt(), sides.constLast().toInt()}};
+  const QDir folder(names.constFirst());
+  for (const demo::Scene& scene : demo::Scenes()) {
+    if (names.size() > 1 && !names.mid(1).contains(scene.name)) continue;
+    const QString file = folder.filePath(QString("%1-%2.png").arg(scene.name, dark ? "dark" : "light"));
+    if (!scene.take(place, scene.board).save(file)) {
+      std::cerr << "take_pictures: " << file.toStdString() << " could not be written\n";
+      return 1;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QCoreApplication::setApplicationName("Kestrin Launcher");
+  QApplication::setQuitOnLastWindowClosed(false);
+  try {
+    return Take(application);
+  } catch (const std::exception& error) {
+    std::cerr << "take_pictures: " << error.what() << "\n";
+    return 1;
+  }
+}

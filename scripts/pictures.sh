@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Takes the pictures of the documents anew from the running program, without a display:  scripts/pictures.sh
+# With names it takes these scenes only, into FOLDER:  scripts/pictures.sh FOLDER [SCENE-SCHEME...]
+set -euo pipefail
+project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)"
+. "$project/scripts/packages.sh"
+. "$project/scripts/build.sh"
+
+folder="${1:-$project/docs/pictures}"
+if [ $# -gt 0 ]; then shift; fi
+pictures=("$@")
+if [ ${#pictures[@]} -eq 0 ]; then pictures=(window-dark window-light downloading-dark setup-light help-light); fi
+
+need_packages build
+if [ ! -e "$project/build/release/CMakeCache.txt" ]; then configure release -DKESTRIN_TESTS=OFF; else configure release; fi
+cmake --build "$project/build/release" -j "$jobs" --target take_pictures make_demo_set
+
+bin="$project/build/release/bin"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+# A folder as people have them, since it is seen in the pictures.
+sounds="$work/Kestrin sounds"
+mkdir -p "$folder" "$sounds/Ember knight" "$sounds/Old hums" "$sounds/River stone"
+"$bin/make_demo_set" "$sounds"
+for picture in "${pictures[@]}"; do
+  QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work" "$bin/take_pictures" --program "$bin" --sounds "$sounds" \
+    --scheme "${picture##*-}" "$folder" "${picture%-*}"
+  echo "$folder/$picture.png"
+done
