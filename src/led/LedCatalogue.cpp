@@ -22,7 +22,7 @@ bool LedCatalogue::CheckHeader() {
     const auto fields = base::Split(m_lines.Line(1), "#");
     if (fields.size() == 2 && fields[0] == kWord && base::LeadingNumber(fields[1]) == kVersion) return true;
   }
-  return Refuse(1, "\"KestrinLEDConfigurator#2\" is expected");
+  return Refuse(1, ": \"KestrinLEDConfigurator#2\" is expected");
 }
 
 bool LedCatalogue::ReadTypes(std::vector<LED_Driver>& types) {
@@ -34,16 +34,17 @@ bool LedCatalogue::ReadTypes(std::vector<LED_Driver>& types) {
     if (!Init(line, type)) return false;
     types.push_back(std::move(type));
   }
-  return !types.empty() || Refuse(2, "an LED type is expected");
+  return !types.empty() || Refuse(2, ": an LED type is expected");
 }
 
-std::string_view LedCatalogue::NameAt(std::size_t line) const {
+bool LedCatalogue::IsOf(std::size_t line, std::string_view LEDName) const {
   const std::string_view text = m_lines.Line(line);
-  return text.substr(0, text.find('@'));
+  const std::size_t end = text.find('@');
+  return end != text.npos && text.substr(0, end) == LEDName;
 }
 
 bool LedCatalogue::Init(std::size_t line, LED_Driver& driver) {
-  return driver.Init(m_lines.Line(line)) || Refuse(line, driver.InitProblem());
+  return driver.Init(m_lines.Line(line)) || Refuse(line, ", " + driver.InitProblem());
 }
 
 std::string LedCatalogue::Stamp() const {
@@ -56,7 +57,7 @@ std::string LedCatalogue::Stamp() const {
 }
 
 bool LedCatalogue::Refuse(std::size_t line, const std::string& reason) {
-  m_problem = m_lines.Place(line) + ", " + reason;
+  m_problem = m_lines.Place(line) + reason;
   return false;
 }
 

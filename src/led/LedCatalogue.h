@@ -33,8 +33,8 @@ class LedCatalogue {
   /// Lines are counted from 1, the header is line 1.
   [[nodiscard]] std::size_t LineCount() const { return m_lines.Count(); }
   [[nodiscard]] bool IsEmptyLine(std::size_t line) const { return m_lines.Line(line).empty(); }
-  /// The LED name of a line: what stands before its first "@".
-  [[nodiscard]] std::string_view NameAt(std::size_t line) const;
+  /// Whether the text before the line's first "@" is `LEDName`. The header has no "@" and so is never an LED type's.
+  [[nodiscard]] bool IsOf(std::size_t line, std::string_view LEDName) const;
   /// `driver`.Init() with that line. A failure becomes Problem() with line and field.
   [[nodiscard]] bool Init(std::size_t line, LED_Driver& driver);
 

@@ -80,7 +80,7 @@ bool LedSetup::SelectLED(const std::string& LEDName, double voltage, std::int32_
   for (int channel = 1; channel <= LED_Driver::kChannels; ++channel) m_view.SetChannelLabelColor(channel, 0);
   bool valid = m_catalogue.Read();
   for (std::size_t line = 1; valid && line <= m_catalogue.LineCount(); ++line) {
-    if (m_catalogue.IsEmptyLine(line) || m_catalogue.NameAt(line) != LEDName) continue;
+    if (!m_catalogue.IsOf(line, LEDName)) continue;
     valid = m_catalogue.Init(line, m_currentDriver);
     if (valid) UseDriver(voltage, overDrive);
   }

@@ -1,17 +1,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <locale>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "LedRecords.h"
 #include "led/LED_Driver.h"
+#include "support/DecimalComma.h"
 
 namespace kestrin::led {
 namespace {
@@ -156,30 +155,8 @@ TEST(LED_DriverInit, ADecimalCommaEndsTheNumber) {
   EXPECT_FALSE(Accepts(record.Text()));
 }
 
-/// Makes the comma the decimal point of everything that follows the locale.
-class DecimalComma {
- public:
-  DecimalComma() : m_before(std::locale::global(std::locale(std::locale(), new Facet))) {
-    m_beforeC = std::setlocale(LC_NUMERIC, nullptr);
-    std::setlocale(LC_NUMERIC, "de_DE.UTF-8");  // where it is installed
-  }
-  ~DecimalComma() {
-    std::setlocale(LC_NUMERIC, m_beforeC.c_str());
-    std::locale::global(m_before);
-  }
-  DecimalComma(const DecimalComma&) = delete;
-  DecimalComma& operator=(const DecimalComma&) = delete;
-
- private:
-  struct Facet : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-  };
-  std::locale m_before;
-  std::string m_beforeC;
-};
-
 TEST(LED_DriverInit, ThePointIsTheDecimalPointUnderALocaleWithAComma) {
-  const DecimalComma locale;
+  const support::DecimalComma locale;
   LED_Driver driver;
   ASSERT_TRUE(driver.Init(kExampleRecord));
   EXPECT_EQ(driver.GetChannelVoltage(2), 3.6);

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QString>
+#include <array>
+
+#include "app/theme/Card.h"
+#include "led/Color.h"
+#include "led/LED_Driver.h"
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QSlider;
+class QSpinBox;
+
+namespace kestrin::app {
+class Pictures;
+}
+
+namespace kestrin::led::ui {
+
+class ChannelLabel;
+
+/// "Driver configuration": LED type, output channels, overdrive, and the button that writes them to the board. Setting
+/// its controls from the program is not told as the person's action.
+class DriverFrame : public app::Card {
+  Q_OBJECT
+
+ public:
+  /// The pictures must outlive the frame.
+  explicit DriverFrame(const app::Pictures& pictures, QWidget* parent = nullptr);
+
+  void ClearTypes();
+  void AppendType(const QString& name);
+  void SelectType(int index);
+  /// 0 (black) for a channel, 1 .. 4, that is not used.
+  void SetChannelColor(int channel, Color color);
+  /// In percent. The slider begins at 1.
+  void SetOverdriveMaximum(int percent);
+  void SetOverdrive(int percent);
+  [[nodiscard]] int Overdrive() const;
+  /// "120%".
+  void SetOverdriveText(const QString& text);
+  [[nodiscard]] QString OverdriveText() const;
+  /// The update button can be used; or cannot for this reason.
+  void EnableUpdate(const QString& whyNot);
+
+ signals:
+  void typeChosen(const QString& name);
+  void overdriveMoved();
+  void updateRequested();
+
+ private:
+  [[nodiscard]] QLabel* AddCaption(const QString& text, int column);
+  void AddType();
+  void AddChannels();
+  void AddOverdrive();
+  void AddUpdate(const app::Pictures& pictures);
+
+  QGridLayout* m_grid;
+  QComboBox* m_types = nullptr;
+  std::array<ChannelLabel*, LED_Driver::kChannels> m_channels{};
+  QSlider* m_overdrive = nullptr;
+  QSpinBox* m_percent = nullptr;
+  QPushButton* m_update = nullptr;
+};
+
+}  // namespace kestrin::led::ui

@@ -1,0 +1,343 @@
+#include "led/ui/LedPanel.h"
+
+#include <QColor>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "app/Dialogs.h"
+#include "app/FileFilter.h"
+#include "app/help/TopicOf.h"
+#include "app/theme/Pictures.h"
+#include "base/Numbers.h"
+#include "led/LedSettingsFile.h"
+#include "led/ui/DriverFrame.h"
+#include "led/ui/PickColorFrame.h"
+#include "led/ui/PulseFacts.h"
+#include "led/ui/PulseShape.h"
+#include "led/ui/SystemColor.h"
+
+namespace kestrin::led::ui {
+
+namespace {
+
+constexpr int kGrid = 8;
+constexpr const char* kSuffix = "ldset";
+/// What the arrow keys move a time by: the board's own step.
+constexpr double kTimeStep = 20;
+/// The flash is shown again and again, with so many milliseconds of the idle pulse's colour in between.
+constexpr int kFlashRest = 1200;
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+Levels LowOf(const LED_Pulse& pulse) {
+  Levels levels{};
+  for (int channel = 1; channel <= LED_Pulse::kChannels; ++channel)
+    levels.at(static_cast<std::size_t>(channel - 1)) = pulse.GetLow(channel);
+  return levels;
+}
+
+Levels HighOf(const LED_Pulse& pulse) {
+  Levels levels{};
+  for (int channel = 1; channel <= LED_Pulse::kChannels; ++channel)
+    levels.at(static_cast<std::size_t>(channel - 1)) = pulse.GetHigh(channel);
+  return levels;
+}
+
+}  // namespace
+
+LedPanel::LedPanel(const Surroundings& surroundings, QWidget* parent)
+    : QWidget(parent), m_around(surroundings), m_setup(surroundings.programFolder, surroundings.board, *this) {
+  setObjectName(QStringLiteral("frmLED"));
+  setAccessibleName(QLatin1String(kCaption));
+  app::SetHelpContext(*this, app::HelpContext::LedFrame);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, 2 * kGrid);
+  column->setSpacing(kGrid);
+  AddHead(*column);
+  m_driver = new DriverFrame(m_around.pictures, this);
+  column->addWidget(m_driver);
+  AddPulses(*column);
+  m_picker = new PickColorFrame(this);
+  Connect();
+  SetTabOrder();
+  SetOnline(false);
+  ShowPulses();
+}
+
+void LedPanel::AddHead(QBoxLayout& layout) {
+  auto* const caption = new QLabel(QLatin1String(kCaption), this);
+  caption->setObjectName(QStringLiteral("LEDCaption"));
+  QFont bold = caption->font();
+  bold.setBold(true);
+  caption->setFont(bold);
+  m_notice = new QLabel(this);
+  m_notice->setObjectName(QStringLiteral("LEDNotice"));
+  m_notice->setWordWrap(true);
+  m_notice->setTextFormat(Qt::PlainText);
+  // The theme's colour for what went wrong.
+  m_notice->setForegroundRole(QPalette::BrightText);
+  m_open = MakeFileButton("btnOpenLED", tr("Open"), tr("Open LED settings"), "open");
+  m_save = MakeFileButton("btnSaveLED", tr("Save"), tr("Save the LED settings"), "save");
+  auto* const head = new QHBoxLayout;
+  head->setSpacing(kGrid);
+  head->addWidget(caption);
+  head->addSpacing(kGrid);
+  head->addWidget(m_notice, 1);
+  head->addWidget(m_open);
+  head->addWidget(m_save);
+  layout.addLayout(head);
+}
+
+QPushButton* LedPanel::MakeFileButton(const char* name, const QString& text, const QString& purpose,
+                                      const char* picture) {
+  auto* const button = new QPushButton(text, this);
+  button->setObjectName(QLatin1String(name));
+  button->setAccessibleName(purpose);
+  button->setToolTip(purpose);
+  const QString file = QLatin1String(picture);
+  button->setIcon(m_around.pictures.Icon(file + QStringLiteral(".bmp"), file + QStringLiteral("_off.bmp")));
+  button->setIconSize({20, 20});
+  app::SetHelpContext(*button, app::HelpContext::LedSettings);
+  return button;
+}
+
+void LedPanel::AddPulses(QBoxLayout& layout) {
+  m_idle = new PulseFrame(IdleFacts(), m_around.pictures, this);
+  m_foc = new PulseFrame(FocFacts(), m_around.pictures, this);
+  auto* const row = new QHBoxLayout;
+  row->setSpacing(2 * kGrid);
+  row->addWidget(m_idle, 1);
+  row->addWidget(m_foc, 1);
+  layout.addLayout(row, 1);
+}
+
+void LedPanel::Connect() {
+  connect(m_open, &QPushButton::clicked, this, [this] { m_around.run([this] { OpenFile(); }); });
+  connect(m_save, &QPushButton::clicked, this, [this] { m_around.run([this] { SaveFile(); }); });
+
+  connect(m_driver, &DriverFrame::typeChosen, this,
+          [this](const QString& name) { m_around.run([this, name] { m_setup.ChooseType(name.toStdString()); }); });
+  connect(m_driver, &DriverFrame::overdriveMoved, this, [this] { m_setup.OverdriveMoved(); });
+  connect(m_driver, &DriverFrame::updateRequested, this, [this] { m_around.run([this] { m_setup.UpdateLED(); }); });
+
+  connect(m_idle, &PulseFrame::levelRequested, this, [this](std::size_t button) {
+    m_opener = &m_idle->LevelButton(button);
+    m_picker->SetSubject(button == kHighButton ? tr("Idle Pulse, high level") : tr("Idle Pulse, low level"));
+    if (button == kHighButton)
+      m_setup.EditPulseHigh();
+    else
+      m_setup.EditPulseLow();
+  });
+  connect(m_foc, &PulseFrame::levelRequested, this, [this](std::size_t button) {
+    m_opener = &m_foc->LevelButton(button);
+    m_picker->SetSubject(tr("Flash on Clash"));
+    m_setup.EditFocHigh();
+  });
+  connect(m_idle, &PulseFrame::boxLeft, this, [this](std::size_t box) { m_setup.TimeBoxLeft(kIdleBoxes.at(box)); });
+  connect(m_foc, &PulseFrame::boxLeft, this, [this](std::size_t box) {
+    if (box == kRepeatBox)
+      m_setup.RepeatBoxLeft();
+    else
+      m_setup.TimeBoxLeft(kFocBoxes.at(box));
+  });
+  connect(m_idle, &PulseFrame::boxStepped, this,
+          [this](std::size_t box, int steps) { StepTime(kIdleBoxes.at(box), steps); });
+  connect(m_foc, &PulseFrame::boxStepped, this, [this](std::size_t box, int steps) {
+    if (box == kRepeatBox)
+      StepRepeat(steps);
+    else
+      StepTime(kFocBoxes.at(box), steps);
+  });
+  for (PulseFrame* const frame : {m_idle, m_foc}) connect(frame, &PulseFrame::textChanged, this, &LedPanel::ShowShapes);
+  connect(m_idle, &PulseFrame::sendRequested, this, [this] { m_around.run([this] { SendPulse(); }); });
+  connect(m_foc, &PulseFrame::sendRequested, this, [this] { m_around.run([this] { SendFoc(); }); });
+
+  connect(m_picker, &PickColorFrame::levelsChanged, this, &LedPanel::ShowPickerLight);
+  connect(m_picker, &PickColorFrame::pickColorRequested, this,
+          [this] { m_around.run([this] { m_setup.PickColor(); }); });
+  connect(m_picker, &PickColorFrame::applyRequested, this,
+          [this] { m_around.run([this] { m_setup.PickColorApply(); }); });
+  connect(m_picker, &PickColorFrame::okRequested, this, [this] { m_setup.PickColorOK(); });
+  connect(m_picker, &PickColorFrame::cancelRequested, this, [this] { m_setup.PickColorCancel(); });
+}
+
+void LedPanel::SetTabOrder() {
+  // As the eye goes: what is fitted, the pulses, their files.
+  QWidget* last = nullptr;
+  for (QWidget* const group :
+       {static_cast<QWidget*>(m_driver), static_cast<QWidget*>(m_idle), static_cast<QWidget*>(m_foc)}) {
+    for (QWidget* const control : group->findChildren<QWidget*>()) {
+      if ((control->focusPolicy() & Qt::TabFocus) == 0) continue;
+      if (last != nullptr) setTabOrder(last, control);
+      last = control;
+    }
+  }
+  setTabOrder(last, m_open);
+  setTabOrder(m_open, m_save);
+}
+
+bool LedPanel::InitLedDrivers() {
+  // It shows a pulse that is about to be replaced.
+  ShowPicker(false);
+  const bool valid = m_setup.InitLedDrivers();
+  ShowNotice(Text(m_setup.Problem()));
+  ShowPulses();
+  return valid;
+}
+
+void LedPanel::SetOnline(bool online) {
+  const QString whyNot = online ? QString() : tr("No LED driver is connected.");
+  m_driver->EnableUpdate(whyNot);
+  m_idle->EnableSend(whyNot);
+  m_foc->EnableSend(whyNot);
+  m_picker->EnableApply(whyNot);
+}
+
+void LedPanel::ShowNotice(const QString& text) {
+  m_notice->setText(text);
+  m_notice->setVisible(!text.isEmpty());
+}
+
+void LedPanel::OpenFile() {
+  const QString path =
+      m_around.dialogs.OpenFile(tr("Open LED settings"), QString::fromStdU16String(m_around.programFolder.u16string()),
+                                app::QtFileFilter(LedSettingsFile::kFilter), app::HelpContext::LedSettings);
+  if (!path.isEmpty() && m_setup.LoadSettings(path.toStdU16String()))
+    emit news(tr("The LED settings are open. Send the pulses to put them on the board."));
+}
+
+void LedPanel::SaveFile() {
+  const QString path = m_around.dialogs.SaveFile(
+      tr("Save the LED settings"), QString::fromStdU16String(m_around.programFolder.u16string()),
+      app::QtFileFilter(LedSettingsFile::kFilter), kSuffix, app::HelpContext::LedSettings);
+  if (!path.isEmpty() && m_setup.SaveSettings(path.toStdU16String())) emit news(tr("The LED settings are saved."));
+}
+
+void LedPanel::SendPulse() {
+  if (!m_setup.SendPulse()) return;
+  m_idle->Restart();
+  emit news(tr("The board has the idle pulse and plays it."));
+}
+
+void LedPanel::SendFoc() {
+  const bool sent = m_setup.SendFoc();
+  // The flash starts from the idle pulse's high level as it is now.
+  ShowPulses();
+  if (!sent) return;
+  m_foc->Restart();
+  emit news(tr("The board has the flash and plays it."));
+}
+
+void LedPanel::StepTime(TimeBox box, int steps) {
+  SetTimeText(box, SecondsText(MillisecondsOf(TimeText(box)) + steps * kTimeStep));
+  m_setup.TimeBoxLeft(box);
+}
+
+void LedPanel::StepRepeat(int steps) {
+  SetRepeatText(std::to_string(RepetitionsOf(RepeatText()) + steps));
+  m_setup.RepeatBoxLeft();
+}
+
+void LedPanel::ShowShapes() {
+  const auto time = [this](TimeBox box) { return MillisecondsOf(TimeText(box)); };
+  LED_Pulse idle;
+  idle.Ton = time(TimeBox::IdleTON);
+  idle.Toff = time(TimeBox::IdleTOFF);
+  idle.Trise = time(TimeBox::IdleTRISE);
+  idle.Tfall = time(TimeBox::IdleTFALL);
+  m_idle->ShowShape(PulseShape::Idle(idle), 0);
+  LED_Pulse foc;
+  foc.Ton = time(TimeBox::FocTON);
+  foc.Toff = time(TimeBox::FocTOFF);
+  foc.NRep = static_cast<std::int16_t>(std::clamp(base::LeadingNumber(RepeatText()), 0.0, double{kMostRepetitions}));
+  m_foc->ShowShape(PulseShape::FlashOnClash(foc), kFlashRest);
+}
+
+void LedPanel::ShowPickerLight() { m_picker->ShowLight(Mix(m_setup.CurrentDriver(), m_picker->AllLevels())); }
+
+void LedPanel::ClearTypes() { m_driver->ClearTypes(); }
+void LedPanel::AppendType(const std::string& name) { m_driver->AppendType(Text(name)); }
+void LedPanel::SelectType(std::size_t index) { m_driver->SelectType(static_cast<int>(index)); }
+void LedPanel::SetChannelLabelColor(int channel, Color color) { m_driver->SetChannelColor(channel, color); }
+void LedPanel::SetOverdriveMaximum(std::int32_t percent) { m_driver->SetOverdriveMaximum(percent); }
+void LedPanel::SetOverdrive(std::int32_t percent) { m_driver->SetOverdrive(percent); }
+std::int32_t LedPanel::Overdrive() const { return m_driver->Overdrive(); }
+void LedPanel::SetOverdriveLabel(const std::string& text) { m_driver->SetOverdriveText(Text(text)); }
+std::string LedPanel::OverdriveLabel() const { return m_driver->OverdriveText().toStdString(); }
+
+void LedPanel::SetTimeText(TimeBox box, const std::string& text) {
+  const auto set = [&](PulseFrame& frame, const auto& boxes) {
+    const auto* const place = std::find(boxes.begin(), boxes.end(), box);
+    if (place != boxes.end()) frame.SetText(static_cast<std::size_t>(place - boxes.begin()), Text(text));
+  };
+  set(*m_idle, kIdleBoxes);
+  set(*m_foc, kFocBoxes);
+}
+
+std::string LedPanel::TimeText(TimeBox box) const {
+  const auto* const idle = std::find(kIdleBoxes.begin(), kIdleBoxes.end(), box);
+  if (idle != kIdleBoxes.end()) return m_idle->Text(static_cast<std::size_t>(idle - kIdleBoxes.begin())).toStdString();
+  const auto* const foc = std::find(kFocBoxes.begin(), kFocBoxes.end(), box);
+  return m_foc->Text(static_cast<std::size_t>(foc - kFocBoxes.begin())).toStdString();
+}
+
+void LedPanel::SetRepeatText(const std::string& text) { m_foc->SetText(kRepeatBox, Text(text)); }
+std::string LedPanel::RepeatText() const { return m_foc->Text(kRepeatBox).toStdString(); }
+
+void LedPanel::ShowPulses() {
+  const LED_Driver& driver = m_setup.CurrentDriver();
+  const Levels idleLow = LowOf(m_setup.IdlePulse());
+  const Levels idleHigh = HighOf(m_setup.IdlePulse());
+  const Levels flash = HighOf(m_setup.FocPulse());
+  m_idle->ShowLevel(kHighButton, Mix(driver, idleHigh));
+  m_idle->ShowLevel(kLowButton, Mix(driver, idleLow));
+  m_idle->ShowLevels(driver, idleLow, idleHigh);
+  m_foc->ShowLevel(0, Mix(driver, flash));
+  m_foc->ShowLevels(driver, idleHigh, flash);
+  ShowShapes();
+  ShowPickerLight();
+}
+
+void LedPanel::ShowPicker(bool visible) {
+  if (visible && m_opener != nullptr)
+    m_picker->Open(*m_opener);
+  else
+    m_picker->Close();
+}
+
+bool LedPanel::IsPickerShown() const { return !m_picker->isHidden(); }
+void LedPanel::ShowLevelRow(int channel, bool visible) { m_picker->ShowRow(channel, visible); }
+void LedPanel::SetLevelLabelColor(int channel, Color color) { m_picker->SetLabelColor(channel, color); }
+void LedPanel::SetLevel(int channel, std::int16_t level) { m_picker->SetLevel(channel, level); }
+std::int16_t LedPanel::Level(int channel) const { return static_cast<std::int16_t>(m_picker->Level(channel)); }
+void LedPanel::EnablePickColor(bool enabled) { m_picker->EnablePickColor(enabled); }
+bool LedPanel::ColorFidelity() const { return m_picker->ColorFidelity(); }
+
+std::optional<Color> LedPanel::AskColor(Color preset) {
+  const std::optional<QColor> color = m_around.dialogs.AskColor(ToQColor(preset));
+  if (!color) return std::nullopt;
+  return RGBToSys(static_cast<std::int16_t>(color->red()), static_cast<std::int16_t>(color->green()),
+                  static_cast<std::int16_t>(color->blue()));
+}
+
+Color LedPanel::GetSysColor(std::int32_t number) const { return SystemColor(number, palette()); }
+
+bool LedPanel::Confirm(const std::string& question) {
+  return m_around.dialogs.AskOkCancel(Text(question), {}, app::Dialogs::Harmless::Cancel,
+                                      app::HelpContext::LedConfiguration);
+}
+
+void LedPanel::ShowCritical(const std::string& text, const std::string& detail) {
+  m_around.dialogs.ShowError(Text(text), Text(detail));
+}
+
+void LedPanel::ShowInformation(const std::string& text, const std::string& detail) {
+  m_around.dialogs.ShowMessage(Text(text), Text(detail));
+}
+
+void LedPanel::GoOffline() { emit boardFailed(); }
+
+}  // namespace kestrin::led::ui

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <QWidget>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "led/LedSetup.h"
+#include "led/LedSetupView.h"
+
+class QBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace kestrin::app {
+class Dialogs;
+class Pictures;
+}  // namespace kestrin::app
+
+namespace kestrin::led::ui {
+
+class DriverFrame;
+class PickColorFrame;
+class PulseFrame;
+
+/// `frmLED`, "LED DRIVER SETUP": LED type, overdrive and light pulses of an LED driver board. The panel shows and asks;
+/// what its buttons do is LedSetup's.
+class LedPanel : public QWidget, private LedSetupView {
+  Q_OBJECT
+
+ public:
+  static constexpr const char* kCaption = "LED DRIVER SETUP";
+
+  /// Runs an action as soon as nothing else talks to the board, and keeps others away until it is done.
+  using Runner = std::function<void(std::function<void()>)>;
+
+  /// What the panel reaches the rest of the program through. Everything must outlive the panel.
+  struct Surroundings {
+    const app::Pictures& pictures;
+    app::Dialogs& dialogs;
+    /// Where the catalogue stands and where file dialogs start.
+    std::filesystem::path programFolder;
+    LedSetup::BoardLookup board;
+    Runner run;
+  };
+
+  explicit LedPanel(const Surroundings& surroundings, QWidget* parent = nullptr);
+
+  /// An LED driver has come online: reads and shows what it holds. False when that failed, see Failure() and Problem().
+  [[nodiscard]] bool InitLedDrivers();
+  [[nodiscard]] const std::string& Problem() const { return m_setup.Problem(); }
+  /// Another text whenever the catalogue's file has changed.
+  [[nodiscard]] std::string CatalogueStamp() const { return m_setup.CatalogueStamp(); }
+  /// Whether an LED driver is online: the buttons that talk to it can be used then.
+  void SetOnline(bool online);
+
+ signals:
+  /// The board failed a command.
+  void boardFailed();
+  /// Short news for the help line.
+  void news(const QString& text);
+
+ private:
+  void AddHead(QBoxLayout& layout);
+  void AddPulses(QBoxLayout& layout);
+  void Connect();
+  [[nodiscard]] QPushButton* MakeFileButton(const char* name, const QString& text, const QString& purpose,
+                                            const char* picture);
+  void SetTabOrder();
+
+  void OpenFile();
+  void SaveFile();
+  void SendPulse();
+  void SendFoc();
+  void StepTime(TimeBox box, int steps);
+  void StepRepeat(int steps);
+  void ShowShapes();
+  void ShowPickerLight();
+  void ShowNotice(const QString& text);
+
+  void ClearTypes() override;
+  void AppendType(const std::string& name) override;
+  void SelectType(std::size_t index) override;
+  void SetChannelLabelColor(int channel, Color color) override;
+  void SetOverdriveMaximum(std::int32_t percent) override;
+  void SetOverdrive(std::int32_t percent) override;
+  [[nodiscard]] std::int32_t Overdrive() const override;
+  void SetOverdriveLabel(const std::string& text) override;
+  [[nodiscard]] std::string OverdriveLabel() const override;
+  void SetTimeText(TimeBox box, const std::string& text) override;
+  [[nodiscard]] std::string TimeText(TimeBox box) const override;
+  void SetRepeatText(const std::string& text) override;
+  [[nodiscard]] std::string RepeatText() const override;
+  void ShowPulses() override;
+  void ShowPicker(bool visible) override;
+  [[nodiscard]] bool IsPickerShown() const override;
+  void ShowLevelRow(int channel, bool visible) override;
+  void SetLevelLabelColor(int channel, Color color) override;
+  void SetLevel(int channel, std::int16_t level) override;
+  [[nodiscard]] std::int16_t Level(int channel) const override;
+  void EnablePickColor(bool enabled) override;
+  [[nodiscard]] bool ColorFidelity() const override;
+  [[nodiscard]] std::optional<Color> AskColor(Color preset) override;
+  [[nodiscard]] Color GetSysColor(std::int32_t number) const override;
+  [[nodiscard]] bool Confirm(const std::string& question) override;
+  void ShowCritical(const std::string& text, const std::string& detail) override;
+  void ShowInformation(const std::string& text, const std::string& detail) override;
+  void GoOffline() override;
+
+  Surroundings m_around;
+  LedSetup m_setup;
+  QLabel* m_notice = nullptr;
+  QPushButton* m_open = nullptr;
+  QPushButton* m_save = nullptr;
+  DriverFrame* m_driver = nullptr;
+  PulseFrame* m_idle = nullptr;
+  PulseFrame* m_foc = nullptr;
+  PickColorFrame* m_picker = nullptr;
+  /// The button that the picker was opened with last.
+  QWidget* m_opener = nullptr;
+};
+
+}  // namespace kestrin::led::ui

@@ -1,0 +1,176 @@
+#include "led/ui/PulseFrame.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPainter>
+#include <QPixmap>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "app/help/TopicOf.h"
+#include "app/theme/Pictures.h"
+#include "app/theme/Theme.h"
+#include "app/theme/ThemeColors.h"
+#include "led/ui/BladeView.h"
+#include "led/ui/PulsePlot.h"
+#include "led/ui/PulseShape.h"
+#include "led/ui/ValueBox.h"
+
+namespace kestrin::led::ui {
+
+namespace {
+
+constexpr int kSpace = 8;
+constexpr int kSwatch = 16;
+
+QIcon Swatch(const QColor& color, qreal ratio) {
+  QPixmap picture(QSize(kSwatch, kSwatch) * ratio);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  // A grey edge shows black and white patches on every ground.
+  painter.setPen(QColor(0x80, 0x88, 0x96));
+  painter.setBrush(color);
+  painter.drawRoundedRect(QRectF(0.5, 0.5, kSwatch - 1, kSwatch - 1), 4, 4);
+  return QIcon(picture);
+}
+
+}  // namespace
+
+PulseFrame::PulseFrame(const Facts& facts, const app::Pictures& pictures, QWidget* parent)
+    : Card(parent), m_pictures(pictures), m_blade(new BladeView(this)), m_plot(new PulsePlot(this)) {
+  setObjectName(QLatin1String(facts.name));
+  setAccessibleName(facts.title);
+  app::SetHelpContext(*this, facts.help);
+  auto* const title = new QLabel(facts.title, this);
+  QFont bold = title->font();
+  bold.setBold(true);
+  title->setFont(bold);
+  m_blade->setObjectName(QLatin1String(facts.name) + QStringLiteral("Blade"));
+  m_blade->setAccessibleName(tr("%1: the blade").arg(facts.title));
+  m_plot->setObjectName(QLatin1String(facts.name) + QStringLiteral("Plot"));
+  m_plot->setAccessibleName(tr("%1 over time").arg(facts.title));
+
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(12, kSpace, 12, 12);
+  column->setSpacing(kSpace);
+  column->addWidget(title);
+  column->addWidget(m_blade);
+  column->addWidget(m_plot, 1);
+  AddLevels(facts, *column);
+  AddBoxes(facts, *column);
+  AddSend(facts, *column);
+  connect(m_plot, &PulsePlot::shareChanged, this, &PulseFrame::ShowBlade);
+}
+
+void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
+  auto* const row = new QHBoxLayout;
+  row->setSpacing(kSpace);
+  for (const Button& level : facts.levels) {
+    auto* const button = new QPushButton(level.caption, this);
+    button->setObjectName(QLatin1String(level.name));
+    button->setAccessibleName(level.purpose);
+    button->setToolTip(level.purpose);
+    const std::size_t index = m_levels.size();
+    connect(button, &QPushButton::clicked, this, [this, index] { emit levelRequested(index); });
+    row->addWidget(button);
+    m_levels.push_back(button);
+    ShowLevel(index, {});
+  }
+  row->addStretch(1);
+  layout.addLayout(row);
+}
+
+void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
+  auto* const row = new QHBoxLayout;
+  row->setSpacing(2 * kSpace);
+  for (const Box& field : facts.boxes) {
+    auto* const box = new ValueBox(this);
+    box->setObjectName(QLatin1String(field.name));
+    box->setAccessibleName(field.purpose);
+    box->setToolTip(field.purpose);
+    auto* const caption = new QLabel(field.caption, this);
+    caption->setBuddy(box);
+    app::Theme::MakeSoft(*caption);
+    auto* const line = new QHBoxLayout;
+    line->setSpacing(kSpace / 2);
+    line->addWidget(box, 1);
+    line->addWidget(new QLabel(field.unit, this));
+    auto* const column = new QVBoxLayout;
+    column->setSpacing(2);
+    column->addWidget(caption);
+    column->addLayout(line);
+    row->addLayout(column, 1);
+    const std::size_t index = m_boxes.size();
+    connect(box, &QLineEdit::textChanged, this, &PulseFrame::textChanged);
+    connect(box, &ValueBox::left, this, [this, index] { emit boxLeft(index); });
+    connect(box, &ValueBox::stepped, this, [this, index](int steps) { emit boxStepped(index, steps); });
+    m_boxes.push_back(box);
+  }
+  layout.addLayout(row);
+}
+
+void PulseFrame::AddSend(const Facts& facts, QBoxLayout& layout) {
+  m_send = new QPushButton(facts.send.caption, this);
+  m_send->setObjectName(QLatin1String(facts.send.name));
+  m_send->setAccessibleName(facts.send.purpose);
+  m_send->setIconSize({20, 20});
+  app::Theme::MakePrimary(*m_send);
+  connect(m_send, &QPushButton::clicked, this, &PulseFrame::sendRequested);
+  auto* const row = new QHBoxLayout;
+  row->addStretch(1);
+  row->addWidget(m_send);
+  layout.addLayout(row);
+  ShowSendPicture();
+}
+
+QString PulseFrame::Text(std::size_t box) const { return m_boxes.at(box)->text(); }
+
+void PulseFrame::SetText(std::size_t box, const QString& text) { m_boxes.at(box)->setText(text); }
+
+void PulseFrame::ShowLevel(std::size_t button, const BladeLight& light) {
+  m_levels.at(button)->setIcon(Swatch(light.OnBlack(), devicePixelRatioF()));
+  m_levels.at(button)->setAccessibleDescription(light.OnBlack().name());
+}
+
+void PulseFrame::EnableSend(const QString& whyNot) {
+  m_send->setEnabled(whyNot.isEmpty());
+  m_send->setToolTip(whyNot.isEmpty() ? m_send->accessibleName() : whyNot);
+}
+
+void PulseFrame::ShowShape(const PulseShape& shape, int rest) { m_plot->Show(shape, rest); }
+
+void PulseFrame::ShowLevels(const LED_Driver& driver, const Levels& low, const Levels& high) {
+  m_driver = driver;
+  m_low = low;
+  m_high = high;
+  m_plot->SetColors(Mix(driver, low).OnBlack(), Mix(driver, high).OnBlack());
+  ShowBlade();
+}
+
+void PulseFrame::Restart() { m_plot->Restart(); }
+
+void PulseFrame::ShowBlade() {
+  Levels now{};
+  for (std::size_t i = 0; i < now.size(); ++i) now[i] = m_low[i] + (m_high[i] - m_low[i]) * m_plot->Share();
+  m_blade->Show(Mix(m_driver, now));
+}
+
+void PulseFrame::ShowSendPicture() {
+  // On the accent's ground the picture takes the colour of the text there.
+  QIcon icon = m_pictures.Tinted(QStringLiteral("apply.bmp"), app::ColorOf(app::ColorRole::AccentText, palette()));
+  const QIcon off = m_pictures.Icon(QStringLiteral("apply_off.bmp"));
+  if (!icon.isNull() && !off.isNull()) icon.addPixmap(off.pixmap(off.availableSizes().constFirst()), QIcon::Disabled);
+  m_send->setIcon(icon);
+}
+
+void PulseFrame::changeEvent(QEvent* event) {
+  Card::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && m_send != nullptr) ShowSendPicture();
+}
+
+}  // namespace kestrin::led::ui
