@@ -1,0 +1,259 @@
+#include "platform/net/CurlTransfer.h"
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "base/Text.h"
+#include "platform/net/AnswerHead.h"
+#include "platform/net/CurlHandles.h"
+
+namespace kestrin::net {
+
+using std::chrono::milliseconds;
+using Moment = std::chrono::steady_clock::time_point;
+
+namespace {
+
+/// How long a call waits for the next bytes before the person's interface has its turn again.
+constexpr milliseconds kTurn{10};
+/// How long bytes beyond the announced length may take to show: a moment, for more would slow every honest answer down;
+/// longer where the server has said that it closes the connection, which ends the wait.
+constexpr milliseconds kMoment{1};
+constexpr milliseconds kUntilClosed{250};
+/// What libcurl takes from the system at once. Larger than a chunk: a system call for each chunk would cost half of the
+/// speed.
+constexpr long kReadAtOnce = 64L * 1024;
+
+/// The header lines as they go out, and the two that libcurl would add of its own crossed out. Null when there is no
+/// memory.
+CurlLines HeaderLines(std::string_view headers) {
+  std::vector<std::string> lines{"Accept:", "Expect:"};
+  for (const std::string_view line : base::Split(headers, "\r\n"))
+    if (!line.empty()) lines.emplace_back(line);
+  CurlLines list;
+  for (const std::string& line : lines) {
+    curl_slist* const longer = curl_slist_append(list.get(), line.c_str());
+    if (longer == nullptr) return nullptr;
+    // The list keeps its first element, in which the rest hangs.
+    static_cast<void>(list.release());
+    list.reset(longer);
+  }
+  return list;
+}
+
+/// Whether a result of libcurl means that the connection ended too early.
+bool IsDisconnection(CURLcode result) {
+  return result == CURLE_PARTIAL_FILE || result == CURLE_RECV_ERROR || result == CURLE_SEND_ERROR ||
+         result == CURLE_GOT_NOTHING;
+}
+
+}  // namespace
+
+/// A request that runs or has ended, until the next one.
+struct CurlTransfer::Transfer {
+  ~Transfer() { Close(); }
+
+  /// Ends the connection.
+  void Close() {
+    if (easy && multi) curl_multi_remove_handle(multi.get(), easy.get());
+    easy.reset();
+  }
+
+  /// The request is over, in one of the states of update::TransferControl or well (0).
+  void End(int state) {
+    Close();
+    ended = true;
+    failure = state;
+    if (failure != 0) body.clear();
+  }
+
+  [[nodiscard]] bool Options(const std::string& url, const std::string& content, const Patience& patience);
+  [[nodiscard]] std::size_t Waiting() const { return body.size() - taken; }
+  [[nodiscard]] bool IsWhole() const { return length && received == *length; }
+  /// How a request ends whose connection ended like this.
+  [[nodiscard]] int StateOf(CURLcode result) const {
+    if (result != CURLE_OK && !IsDisconnection(result)) return kError;
+    if (IsWhole() || (result == CURLE_OK && !length)) return 0;
+    return kDisconnected;
+  }
+
+  static std::size_t TakeHead(char* line, std::size_t size, std::size_t count, void* self);
+  static std::size_t TakeBody(char* bytes, std::size_t size, std::size_t count, void* self);
+
+  CurlMulti multi{curl_multi_init()};
+  CurlLines headers;
+  CurlEasy easy{curl_easy_init()};
+  AnswerHead head;
+  /// The announced length of the body, and what has come of it.
+  std::optional<std::int64_t> length;
+  std::int64_t received = 0;
+  /// What has come and was not asked for yet begins at `taken`.
+  std::string body;
+  std::size_t taken = 0;
+  bool ended = false;
+  int failure = 0;
+  Moment heard = std::chrono::steady_clock::now();
+};
+
+bool CurlTransfer::Transfer::Options(const std::string& url, const std::string& content, const Patience& patience) {
+  std::vector<CURLcode> results;
+  const auto set = [&](CURLoption option, auto value) {
+    results.push_back(curl_easy_setopt(easy.get(), option, value));
+  };
+  set(CURLOPT_URL, url.c_str());
+  set(CURLOPT_PROTOCOLS_STR, "http");
+  set(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+  set(CURLOPT_POST, 1L);
+  set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(content.size()));
+  set(CURLOPT_COPYPOSTFIELDS, content.c_str());
+  set(CURLOPT_HTTPHEADER, headers.get());
+  set(CURLOPT_PROXY, "");
+  set(CURLOPT_NOPROXY, "*");
+  set(CURLOPT_FOLLOWLOCATION, 0L);
+  // A request on a connection that the server has given up meanwhile would be repeated.
+  set(CURLOPT_FRESH_CONNECT, 1L);
+  set(CURLOPT_FORBID_REUSE, 1L);
+  // With the length known to it libcurl would read no further, and nobody would see that the server sends more.
+  set(CURLOPT_IGNORE_CONTENT_LENGTH, 1L);
+  set(CURLOPT_BUFFERSIZE, kReadAtOnce);
+  set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(patience.connecting.count()));
+  set(CURLOPT_NOSIGNAL, 1L);
+  // A name that is still looked up must not hold up who cancels.
+  set(CURLOPT_QUICK_EXIT, 1L);
+  set(CURLOPT_HEADERFUNCTION, &Transfer::TakeHead);
+  set(CURLOPT_HEADERDATA, this);
+  set(CURLOPT_WRITEFUNCTION, &Transfer::TakeBody);
+  set(CURLOPT_WRITEDATA, this);
+  return std::all_of(results.begin(), results.end(), [](CURLcode result) { return result == CURLE_OK; });
+}
+
+std::size_t CurlTransfer::Transfer::TakeHead(char* line, std::size_t size, std::size_t count, void* self) {
+  Transfer& transfer = *static_cast<Transfer*>(self);
+  transfer.heard = std::chrono::steady_clock::now();
+  // What is not taken whole ends the transfer.
+  if (!transfer.head.Add({line, size * count})) return 0;
+  if (!transfer.head.IsComplete()) return size * count;
+  transfer.length = transfer.head.Length();
+  return transfer.head.IsSound() ? size * count : 0;
+}
+
+std::size_t CurlTransfer::Transfer::TakeBody(char* bytes, std::size_t size, std::size_t count, void* self) {
+  Transfer& transfer = *static_cast<Transfer*>(self);
+  transfer.heard = std::chrono::steady_clock::now();
+  transfer.received += static_cast<std::int64_t>(size * count);
+  if (transfer.length && transfer.received > *transfer.length) return 0;
+  transfer.body.erase(0, std::exchange(transfer.taken, 0));
+  transfer.body.append(bytes, size * count);
+  return size * count;
+}
+
+CurlTransfer::CurlTransfer(base::EventPump pump, Patience patience) : m_pump(std::move(pump)), m_patience(patience) {
+  // Nothing here is encrypted.
+  curl_global_init(CURL_GLOBAL_WIN32);
+}
+
+CurlTransfer::~CurlTransfer() {
+  m_transfer.reset();
+  curl_global_cleanup();
+}
+
+void CurlTransfer::OnStateChanged(StateChanged callback) { m_onStateChanged = std::move(callback); }
+
+bool CurlTransfer::Execute(const std::string& url, const std::string& method, const std::string& body,
+                           const std::string& headers) {
+  m_transfer.reset();
+  if (method != "POST") return false;
+  auto transfer = std::make_unique<Transfer>();
+  transfer->headers = HeaderLines(headers);
+  if (!transfer->multi || !transfer->easy || !transfer->headers || !transfer->Options(url, body, m_patience))
+    return false;
+  if (curl_multi_add_handle(transfer->multi.get(), transfer->easy.get()) != CURLM_OK) return false;
+  m_transfer = std::move(transfer);
+  return true;
+}
+
+bool CurlTransfer::StillExecuting() {
+  if (!m_transfer) return false;
+  if (!m_transfer->ended && !m_transfer->head.IsComplete()) Drive(kTurn);
+  // What goes wrong behind the head is told to who reads the body.
+  if (m_transfer->ended && (!m_transfer->head.IsComplete() || !m_transfer->head.IsSound())) {
+    Tell();
+    return false;
+  }
+  return !m_transfer->head.IsComplete();
+}
+
+void CurlTransfer::Cancel() { m_transfer.reset(); }
+
+int CurlTransfer::HttpStatus() const {
+  return m_transfer && m_transfer->head.IsComplete() ? m_transfer->head.Status() : 0;
+}
+
+std::string CurlTransfer::GetHeader(const std::string& name) const {
+  return m_transfer ? m_transfer->head.Value(name) : "";
+}
+
+std::string CurlTransfer::NextChunk(std::size_t most) {
+  // The person may cancel in every turn.
+  while (m_transfer && !m_transfer->ended && m_transfer->Waiting() < most) {
+    if (m_transfer->IsWhole()) {
+      AwaitNothingMore();
+    } else {
+      const std::int64_t before = m_transfer->received;
+      Drive(kTurn);
+      if (m_transfer->received == before) base::Pump(m_pump);
+    }
+  }
+  if (!m_transfer) return "";
+  if (m_transfer->failure != 0) {
+    Tell();
+    return "";
+  }
+  Transfer& transfer = *m_transfer;
+  std::string chunk = transfer.body.substr(transfer.taken, most);
+  transfer.taken += chunk.size();
+  return chunk;
+}
+
+void CurlTransfer::Drive(milliseconds wait) {
+  Transfer& transfer = *m_transfer;
+  const Moment before = transfer.heard;
+  int running = 0;
+  CURLMcode outcome = curl_multi_perform(transfer.multi.get(), &running);
+  if (outcome == CURLM_OK && running != 0 && transfer.heard == before) {
+    outcome = curl_multi_poll(transfer.multi.get(), nullptr, 0, static_cast<int>(wait.count()), nullptr);
+    if (outcome == CURLM_OK) outcome = curl_multi_perform(transfer.multi.get(), &running);
+  }
+  if (outcome != CURLM_OK) return transfer.End(kError);
+  int left = 0;
+  if (const CURLMsg* const message = curl_multi_info_read(transfer.multi.get(), &left); message != nullptr)
+    return transfer.End(transfer.StateOf(message->data.result));
+
+  curl_off_t connected = 0;
+  curl_easy_getinfo(transfer.easy.get(), CURLINFO_PRETRANSFER_TIME_T, &connected);
+  const Moment now = std::chrono::steady_clock::now();
+  // libcurl itself limits the time of connecting.
+  if (connected == 0) transfer.heard = now;
+  if (now - transfer.heard > m_patience.silence) transfer.End(kError);
+}
+
+void CurlTransfer::AwaitNothingMore() {
+  const Moment until = std::chrono::steady_clock::now() + (m_transfer->head.AnnouncesClose() ? kUntilClosed : kMoment);
+  do {
+    Drive(kMoment);
+    base::Pump(m_pump);
+    if (!m_transfer) return;
+  } while (!m_transfer->ended && std::chrono::steady_clock::now() < until);
+  if (!m_transfer->ended) m_transfer->End(0);
+}
+
+void CurlTransfer::Tell() {
+  if (m_onStateChanged) m_onStateChanged(m_transfer->failure);
+}
+
+}  // namespace kestrin::net

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include "base/EventPump.h"
+#include "update/TransferControl.h"
+
+namespace kestrin::net {
+
+/// The transfer control over libcurl: plain HTTP, POST only, one connection for each request, no proxy whatever the
+/// environment says. It works only while it is called and keeps no more of an answer than a chunk and what came with
+/// it: a server that is faster than the reader waits.
+///
+/// The request has failed (state kError) when nothing is connected or comes within the times below, when the answer's
+/// status is not 200 to 299, and when its body is longer than it says. It was disconnected (state kDisconnected) when
+/// the connection ends before the answer is whole. Whoever reads on after a failure is told of it again.
+class CurlTransfer final : public update::TransferControl {
+ public:
+  struct Patience {
+    /// For finding the server and connecting.
+    std::chrono::milliseconds connecting{15000};
+    /// For the next byte.
+    std::chrono::milliseconds silence{30000};
+  };
+
+  /// `pump` gives the person's interface its turn while the next bytes are awaited.
+  explicit CurlTransfer(base::EventPump pump, Patience patience);
+  explicit CurlTransfer(base::EventPump pump) : CurlTransfer(std::move(pump), Patience{}) {}
+  ~CurlTransfer() override;
+  CurlTransfer(const CurlTransfer&) = delete;
+  CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+  void OnStateChanged(StateChanged callback) override;
+  /// False for another method than POST, too.
+  [[nodiscard]] bool Execute(const std::string& url, const std::string& method, const std::string& body,
+                             const std::string& headers) override;
+  [[nodiscard]] bool StillExecuting() override;
+  void Cancel() override;
+  [[nodiscard]] int HttpStatus() const override;
+  [[nodiscard]] std::string GetHeader(const std::string& name) const override;
+  [[nodiscard]] std::string NextChunk(std::size_t most) override;
+
+ private:
+  struct Transfer;
+
+  /// Takes over what has arrived; waits up to `wait` for something when nothing has.
+  void Drive(std::chrono::milliseconds wait);
+  /// The whole length has arrived: is that all?
+  void AwaitNothingMore();
+  void Tell();
+
+  base::EventPump m_pump;
+  Patience m_patience;
+  StateChanged m_onStateChanged;
+  std::unique_ptr<Transfer> m_transfer;
+};
+
+}  // namespace kestrin::net
