@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
+#include <optional>
 
 #include "app/help/HelpContext.h"
 
@@ -23,9 +25,13 @@ class Dialogs {
   /// The file to save as, with `suffix` when the person gave none; they were asked before one that exists is replaced.
   [[nodiscard]] virtual QString SaveFile(const QString& title, const QString& start, const QString& filter,
                                          const QString& suffix, HelpContext topic = HelpContext::Files) = 0;
-  virtual void ShowMessage(const QString& text) = 0;
+  /// The color that the person picks, empty when they thought better of it; `preset` is the chosen one at first.
+  [[nodiscard]] virtual std::optional<QColor> AskColor(const QColor& preset,
+                                                       HelpContext topic = HelpContext::ColorPicker) = 0;
+  /// `detail` is "" or says what exactly is meant.
+  virtual void ShowMessage(const QString& text, const QString& detail = {}) = 0;
   /// A message about something that is wrong.
-  virtual void ShowError(const QString& text) = 0;
+  virtual void ShowError(const QString& text, const QString& detail = {}) = 0;
   /// A question with OK and Cancel; true for OK. `advice` is "" or says what may help.
   [[nodiscard]] virtual bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                          HelpContext topic = HelpContext::Messages) = 0;

@@ -11,17 +11,17 @@
 
 #include "app/CommandGate.h"
 #include "app/Dialogs.h"
-#include "app/LedSetup.h"
 #include "app/Overlay.h"
+#include "app/PathText.h"
 #include "app/SleepBlocker.h"
 #include "app/SpecialFolders.h"
 #include "app/UpdateDialog.h"
 #include "app/WaitFrame.h"
 #include "app/help/TopicOf.h"
 #include "device/BoardIdentity.h"
+#include "led/ui/LedPanel.h"
 #include "motion/AccelerometerSetup.h"
 #include "motion/ui/ConfigFrame.h"
-#include "sound/PathText.h"
 #include "sound/ui/DownloadFrame.h"
 #include "sound/ui/SoundPage.h"
 
@@ -32,9 +32,6 @@ namespace {
 constexpr int kGrid = 8;
 constexpr QSize kFirstSize{1180, 760};
 constexpr const char* kGeometryKey = "windowGeometry";
-
-QString TextOf(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
-std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
 
 /// The one set among what is dragged; empty when there is anything else.
 QString SetIn(const QMimeData& data) {
@@ -89,10 +86,7 @@ void Main::MakeLayout() {
   auto* const all = new QWidget(this);
   m_tools = new ToolRow(m_pictures, all);
   m_page = new sound::ui::SoundPage(m_set, m_around.folders);
-  m_ledFrame = new QWidget;
-  m_ledFrame->setObjectName("frmLED");
-  auto* const led = new QVBoxLayout(m_ledFrame);
-  led->addWidget(m_around.led.MakeFrame(*m_ledFrame));
+  m_ledFrame = MakeLedFrame();
   m_pages = new QStackedWidget(all);
   m_pages->addWidget(m_page);
   m_pages->addWidget(m_ledFrame);
@@ -110,8 +104,19 @@ void Main::MakeLayout() {
   column->addWidget(MakeLine());
   column->addWidget(m_helpLine);
   setCentralWidget(all);
-  SetHelpContext(*m_ledFrame, HelpContext::LedFrame);
   SetHelpContext(*m_helpLine, HelpContext::HelpLine);
+}
+
+led::ui::LedPanel* Main::MakeLedFrame() {
+  CommandGate& gate = m_around.gate;
+  const auto run = [&gate](std::function<void()> action) {
+    gate.WhenFree([&gate, action = std::move(action)] {
+      const CommandGate::Passage passage(gate);
+      action();
+    });
+  };
+  return new led::ui::LedPanel(
+      {m_pictures, m_around.dialogs, m_around.programFolder, [this] { return m_session.Board(); }, run});
 }
 
 void Main::MakePanels() {
@@ -146,6 +151,8 @@ void Main::Connect() {
   });
   connect(m_configFrame, &motion::ui::ConfigFrame::sendRequested, this,
           [this, &gate] { gate.WhenFree([this] { SendAccParam(); }); });
+  connect(m_ledFrame, &led::ui::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
+  connect(m_ledFrame, &led::ui::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
   connect(m_downloadFrame, &sound::ui::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
 
   connect(m_page, &sound::ui::SoundPage::playRequested, this,
@@ -219,7 +226,9 @@ void Main::EnableBoardButtons(bool enabled) {
   UpdateButtons();
 }
 
-void Main::ShowLedFrame(bool visible) { m_pages->setCurrentWidget(visible ? m_ledFrame : m_page); }
+void Main::ShowLedFrame(bool visible) {
+  m_pages->setCurrentWidget(visible ? static_cast<QWidget*>(m_ledFrame) : m_page);
+}
 
 void Main::ReadAccData() {
   motion::AccelerometerSetup setup(*m_session.Board(), m_session.SerialNumber(), m_around.kept);
@@ -231,13 +240,16 @@ void Main::ReadAccData() {
 
 bool Main::InitLedDrivers() {
   device::TLS& board = *m_session.Board();
-  const bool valid = m_around.led.InitLedDrivers(board);
+  const bool valid = m_ledFrame->InitLedDrivers();
   m_ledFailure.reset();
-  if (!valid) m_ledFailure.emplace(board.ClassDebugID(), m_around.led.CatalogueStamp());
+  if (!valid) m_ledFailure.emplace(board.ClassDebugID(), m_ledFrame->CatalogueStamp());
   return valid;
 }
 
-void Main::ShowMessage(const std::string& text) { m_around.dialogs.ShowError(QString::fromStdString(text)); }
+void Main::ShowMessage(const std::string& text) {
+  // The session has one message only: the one about LED drivers that could not be read.
+  m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(m_ledFrame->Problem()));
+}
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
   return m_around.dialogs.AskOkCancel(QString::fromStdString(question), QString::fromStdString(advice),
@@ -253,7 +265,7 @@ void Main::TickGoOnline() {
   if (m_around.gate.IsBusy() || !m_noticeTimer.isActive()) return;
   const device::TLS* const board = m_session.Board();
   // The same board with the same catalogue would only fail again.
-  if (board != nullptr && m_ledFailure == std::pair(board->ClassDebugID(), m_around.led.CatalogueStamp())) return;
+  if (board != nullptr && m_ledFailure == std::pair(board->ClassDebugID(), m_ledFrame->CatalogueStamp())) return;
   const CommandGate::Passage passage(m_around.gate);
   m_session.GoOnlineTimerTick();
 }
@@ -338,6 +350,7 @@ void Main::UpdateButtons() {
       m_tools->Disable(tool, why);
   };
   const QString wait = m_running ? tr("Please wait until this is done.") : QString();
+  m_ledFrame->SetOnline(m_session.IsOnline() && m_session.DeviceType() == device::DeviceType::LedDriver);
   show(ToolRow::Tool::Load, wait);
   show(ToolRow::Tool::Save, wait);
   show(ToolRow::Tool::Config, WhyNoBoard());

@@ -23,6 +23,9 @@
 
 class QStackedWidget;
 
+namespace kestrin::led::ui {
+class LedPanel;
+}
 namespace kestrin::motion::ui {
 class ConfigFrame;
 }
@@ -75,6 +78,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
  private:
   void MakeLayout();
   void MakePanels();
+  [[nodiscard]] led::ui::LedPanel* MakeLedFrame();
   void Connect();
 
   void ShowOnline(bool online) override;
@@ -121,7 +125,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   ToolRow* m_tools = nullptr;
   QStackedWidget* m_pages = nullptr;
   sound::ui::SoundPage* m_page = nullptr;
-  QWidget* m_ledFrame = nullptr;
+  led::ui::LedPanel* m_ledFrame = nullptr;
   HelpLine* m_helpLine = nullptr;
   QWidget* m_waitFrame = nullptr;
   motion::ui::ConfigFrame* m_configFrame = nullptr;

@@ -8,8 +8,8 @@
 #include "app/CommandGate.h"
 #include "app/Dialogs.h"
 #include "app/FileFilter.h"
+#include "app/PathText.h"
 #include "sound/ConfigurationFile.h"
-#include "sound/PathText.h"
 
 namespace kestrin::app {
 
@@ -17,9 +17,6 @@ namespace {
 
 constexpr const char* kRecentKey = "recentSets";
 constexpr const char* kSuffix = "lscfg";
-
-QString TextOf(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
-std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
 
 sound::RecentSets ReadRecent(const QSettings& settings) {
   std::vector<std::filesystem::path> stored;

@@ -20,7 +20,6 @@ namespace kestrin::app {
 
 class CommandGate;
 class Dialogs;
-class LedSetup;
 class SleepBlocker;
 class SpecialFolders;
 class UpdateDialog;
@@ -36,7 +35,6 @@ struct Surroundings {
   const SpecialFolders& folders;
   motion::KeptParameters& kept;
   SleepBlocker& sleep;
-  LedSetup& led;
   /// nullptr when this build has none.
   UpdateDialog* update;
   QSettings& settings;

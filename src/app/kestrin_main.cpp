@@ -9,7 +9,6 @@
 #include "app/Application.h"
 #include "app/CommandGate.h"
 #include "app/CommandLineOptions.h"
-#include "app/LedSetupAbsent.h"
 #include "app/Main.h"
 #include "app/help/HelpKey.h"
 #include "app/help/HelpWindow.h"
@@ -79,14 +78,13 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   const desktop::DesktopFolders folders;
   desktop::QtDialogs dialogs;
   desktop::SystemSleepBlocker sleep;
-  app::LedSetupAbsent led;
   Help help(options.programFolder);
 
-  app::Main window({*board.agent, gate, clock, dialogs, *player, folders, kept, sleep, led, nullptr, settings,
+  app::Main window({*board.agent, gate, clock, dialogs, *player, folders, kept, sleep, nullptr, settings,
                     options.programFolder, data});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &app::Application::mishap, &window,
-                   [&dialogs](const QString& text) { dialogs.ShowError(text); });
+                   [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });
   QObject::connect(&window, &app::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
   if (!window.StartUp()) return kDone;
   window.show();

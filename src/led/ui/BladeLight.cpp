@@ -3,12 +3,12 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
+#include "led/ui/Metrics.h"
 
 namespace kestrin::led::ui {
 
 namespace {
 
-constexpr double kFullLevel = 255;
 /// Screens show the n-th power of a colour's component; levels are linear.
 constexpr double kGamma = 2.2;
 

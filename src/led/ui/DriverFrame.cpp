@@ -14,12 +14,12 @@
 #include "app/theme/Theme.h"
 #include "base/Numbers.h"
 #include "led/ui/ChannelLabel.h"
+#include "led/ui/Metrics.h"
 
 namespace kestrin::led::ui {
 
 namespace {
 
-constexpr int kGrid = 8;
 constexpr int kNominal = 100;
 constexpr int kLeastOverdrive = 1;
 
@@ -109,7 +109,7 @@ void DriverFrame::AddUpdate(const app::Pictures& pictures) {
   m_update->setObjectName(QStringLiteral("btnUpdateLED"));
   m_update->setAccessibleName(tr("Update LED: write LED type and overdrive to the board"));
   m_update->setIcon(pictures.Icon(QStringLiteral("UpdLED.bmp"), QStringLiteral("UpdLED_off.bmp")));
-  m_update->setIconSize({20, 20});
+  m_update->setIconSize({kPicture, kPicture});
   m_grid->addWidget(m_update, 2, kUpdate);
   connect(m_update, &QPushButton::clicked, this, &DriverFrame::updateRequested);
 }

@@ -14,6 +14,7 @@
 #include "base/Numbers.h"
 #include "led/LedSettingsFile.h"
 #include "led/ui/DriverFrame.h"
+#include "led/ui/Metrics.h"
 #include "led/ui/PickColorFrame.h"
 #include "led/ui/PulseFacts.h"
 #include "led/ui/PulseShape.h"
@@ -23,7 +24,6 @@ namespace kestrin::led::ui {
 
 namespace {
 
-constexpr int kGrid = 8;
 constexpr const char* kSuffix = "ldset";
 /// What the arrow keys move a time by: the board's own step.
 constexpr double kTimeStep = 20;
@@ -99,7 +99,7 @@ QPushButton* LedPanel::MakeFileButton(const char* name, const QString& text, con
   button->setToolTip(purpose);
   const QString file = QLatin1String(picture);
   button->setIcon(m_around.pictures.Icon(file + QStringLiteral(".bmp"), file + QStringLiteral("_off.bmp")));
-  button->setIconSize({20, 20});
+  button->setIconSize({kPicture, kPicture});
   app::SetHelpContext(*button, app::HelpContext::LedSettings);
   return button;
 }

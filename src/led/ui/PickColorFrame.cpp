@@ -17,13 +17,12 @@
 #include "app/theme/Theme.h"
 #include "led/ui/BladeView.h"
 #include "led/ui/ChannelLabel.h"
+#include "led/ui/Metrics.h"
 
 namespace kestrin::led::ui {
 
 namespace {
 
-constexpr int kGrid = 8;
-constexpr int kFullLevel = 255;
 constexpr int kWidth = 380;
 
 }  // namespace

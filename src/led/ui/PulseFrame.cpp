@@ -15,6 +15,7 @@
 #include "app/theme/Theme.h"
 #include "app/theme/ThemeColors.h"
 #include "led/ui/BladeView.h"
+#include "led/ui/Metrics.h"
 #include "led/ui/PulsePlot.h"
 #include "led/ui/PulseShape.h"
 #include "led/ui/ValueBox.h"
@@ -23,7 +24,6 @@ namespace kestrin::led::ui {
 
 namespace {
 
-constexpr int kSpace = 8;
 constexpr int kSwatch = 16;
 
 QIcon Swatch(const QColor& color, qreal ratio) {
@@ -56,8 +56,8 @@ PulseFrame::PulseFrame(const Facts& facts, const app::Pictures& pictures, QWidge
   m_plot->setAccessibleName(tr("%1 over time").arg(facts.title));
 
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(12, kSpace, 12, 12);
-  column->setSpacing(kSpace);
+  column->setContentsMargins(12, kGrid, 12, 12);
+  column->setSpacing(kGrid);
   column->addWidget(title);
   column->addWidget(m_blade);
   column->addWidget(m_plot, 1);
@@ -69,7 +69,7 @@ PulseFrame::PulseFrame(const Facts& facts, const app::Pictures& pictures, QWidge
 
 void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
   auto* const row = new QHBoxLayout;
-  row->setSpacing(kSpace);
+  row->setSpacing(kGrid);
   for (const Button& level : facts.levels) {
     auto* const button = new QPushButton(level.caption, this);
     button->setObjectName(QLatin1String(level.name));
@@ -87,7 +87,7 @@ void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
 
 void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
   auto* const row = new QHBoxLayout;
-  row->setSpacing(2 * kSpace);
+  row->setSpacing(2 * kGrid);
   for (const Box& field : facts.boxes) {
     auto* const box = new ValueBox(this);
     box->setObjectName(QLatin1String(field.name));
@@ -97,7 +97,7 @@ void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
     caption->setBuddy(box);
     app::Theme::MakeSoft(*caption);
     auto* const line = new QHBoxLayout;
-    line->setSpacing(kSpace / 2);
+    line->setSpacing(kGrid / 2);
     line->addWidget(box, 1);
     line->addWidget(new QLabel(field.unit, this));
     auto* const column = new QVBoxLayout;
@@ -118,7 +118,7 @@ void PulseFrame::AddSend(const Facts& facts, QBoxLayout& layout) {
   m_send = new QPushButton(facts.send.caption, this);
   m_send->setObjectName(QLatin1String(facts.send.name));
   m_send->setAccessibleName(facts.send.purpose);
-  m_send->setIconSize({20, 20});
+  m_send->setIconSize({kPicture, kPicture});
   app::Theme::MakePrimary(*m_send);
   connect(m_send, &QPushButton::clicked, this, &PulseFrame::sendRequested);
   auto* const row = new QHBoxLayout;

@@ -1,8 +1,10 @@
 #include "platform/desktop/QtDialogs.h"
 
 #include <QAbstractButton>
+#include <QColorDialog>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
@@ -61,15 +63,24 @@ QString QtDialogs::SaveFile(const QString& title, const QString& start, const QS
   return Choose(dialog, start, topic);
 }
 
-void QtDialogs::ShowMessage(const QString& text) {
+std::optional<QColor> QtDialogs::AskColor(const QColor& preset, app::HelpContext topic) {
+  QColorDialog dialog(preset, Parent());
+  app::SetHelpContext(dialog, topic);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.selectedColor();
+}
+
+void QtDialogs::ShowMessage(const QString& text, const QString& detail) {
   QMessageBox box(Parent());
   Prepare(box, QMessageBox::Information, text, QMessageBox::Ok, app::HelpContext::Messages);
+  box.setInformativeText(detail);
   Run(box);
 }
 
-void QtDialogs::ShowError(const QString& text) {
+void QtDialogs::ShowError(const QString& text, const QString& detail) {
   QMessageBox box(Parent());
   Prepare(box, QMessageBox::Critical, text, QMessageBox::Ok, app::HelpContext::Messages);
+  box.setInformativeText(detail);
   Run(box);
 }
 

@@ -17,8 +17,9 @@ class QtDialogs final : public app::Dialogs {
                                  app::HelpContext topic) override;
   [[nodiscard]] QString SaveFile(const QString& title, const QString& start, const QString& filter,
                                  const QString& suffix, app::HelpContext topic) override;
-  void ShowMessage(const QString& text) override;
-  void ShowError(const QString& text) override;
+  [[nodiscard]] std::optional<QColor> AskColor(const QColor& preset, app::HelpContext topic) override;
+  void ShowMessage(const QString& text, const QString& detail) override;
+  void ShowError(const QString& text, const QString& detail) override;
   [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                  app::HelpContext topic) override;
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override;

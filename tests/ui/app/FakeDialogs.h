@@ -24,6 +24,7 @@ class FakeDialogs final : public app::Dialogs {
   std::deque<QString> filesToSave;
   std::deque<bool> okAnswers;
   std::deque<Unsaved> unsavedAnswers;
+  std::deque<std::optional<QColor>> colors;
   /// Called while a question stands.
   std::function<void()> whileAsking;
 
@@ -34,6 +35,8 @@ class FakeDialogs final : public app::Dialogs {
   QString lastFilter;
   QString lastStart;
   QString lastSuffix;
+  QString lastDetail;
+  QColor lastColor;
   app::HelpContext lastTopic{};
 
   [[nodiscard]] QString OpenFile(const QString&, const QString& start, const QString& filter,
@@ -51,8 +54,19 @@ class FakeDialogs final : public app::Dialogs {
     lastTopic = topic;
     return Next(filesToSave, QString());
   }
-  void ShowMessage(const QString& text) override { messages.push_back(text); }
-  void ShowError(const QString& text) override { errors.push_back(text); }
+  [[nodiscard]] std::optional<QColor> AskColor(const QColor& preset, app::HelpContext topic) override {
+    lastColor = preset;
+    lastTopic = topic;
+    return Next(colors, std::optional<QColor>());
+  }
+  void ShowMessage(const QString& text, const QString& detail) override {
+    messages.push_back(text);
+    lastDetail = detail;
+  }
+  void ShowError(const QString& text, const QString& detail) override {
+    errors.push_back(text);
+    lastDetail = detail;
+  }
   [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                  app::HelpContext topic) override {
     asked.push_back({question, advice, harmless});

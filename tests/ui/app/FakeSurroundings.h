@@ -1,12 +1,9 @@
 #pragma once
 
-#include <QLabel>
-#include <QVBoxLayout>
 #include <QWidget>
 #include <string>
 #include <vector>
 
-#include "app/LedSetup.h"
 #include "app/SleepBlocker.h"
 #include "app/SpecialFolders.h"
 #include "app/UpdateDialog.h"
@@ -53,31 +50,6 @@ class FakeSleepBlocker final : public app::SleepBlocker {
     blocked = true;
   }
   void Unblock() override { blocked = false; }
-};
-
-/// A frame with controls of the LED panel's names; the catalogue is valid or not.
-class FakeLedSetup final : public app::LedSetup {
- public:
-  bool valid = true;
-  std::string stamp = "catalogue of monday";
-  int inits = 0;
-
-  [[nodiscard]] QWidget* MakeFrame(QWidget& parent) override {
-    auto* const frame = new QWidget(&parent);
-    auto* const layout = new QVBoxLayout(frame);
-    for (const char* const name :
-         {"btnUpdateLED", "btnSendFoc", "btnSendPulse", "Frame1", "FrameFoc", "labelLED1", "PickColor_frame"}) {
-      auto* const control = new QLabel(name, frame);
-      control->setObjectName(name);
-      layout->addWidget(control);
-    }
-    return frame;
-  }
-  [[nodiscard]] bool InitLedDrivers(device::TLS&) override {
-    ++inits;
-    return valid;
-  }
-  [[nodiscard]] std::string CatalogueStamp() const override { return stamp; }
 };
 
 class FakeUpdateDialog final : public app::UpdateDialog {

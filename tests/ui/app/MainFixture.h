@@ -55,6 +55,7 @@ class MainFixture : public testing::Test {
     std::filesystem::create_directories(data);
     for (const auto& file : std::filesystem::directory_iterator(KESTRIN_PICTURES))
       if (file.path().extension() == ".bmp") std::filesystem::copy(file.path(), program / file.path().filename());
+    std::filesystem::copy(std::filesystem::path(KESTRIN_PICTURES) / "KestrinLEDS.ldcfg", program);
     folders.desktop = folder / "desk";
     folders.documents = folder / "papers";
     folders.drives = {{"Stick", folder.Path()}};
@@ -74,7 +75,7 @@ class MainFixture : public testing::Test {
     agent = std::move(created.agent);
     if (!plugged) agent->Unplug();
     window = std::make_unique<app::Main>(app::Surroundings{*agent, gate, Clock(), dialogs, player, folders, kept, sleep,
-                                                           led, &update, settings, program, data});
+                                                           &update, settings, program, data});
   }
 
   /// Makes it and starts it up with that board online.
@@ -158,7 +159,6 @@ class MainFixture : public testing::Test {
   FakeFolders folders;
   support::MemoryKeptParameters kept;
   FakeSleepBlocker sleep;
-  FakeLedSetup led;
   FakeUpdateDialog update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;

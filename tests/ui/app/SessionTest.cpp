@@ -1,4 +1,3 @@
-#include "app/LedSetupAbsent.h"
 #include "ui/app/MainFixture.h"
 
 namespace kestrin::support {
@@ -10,6 +9,7 @@ class Session : public MainFixture {
     agent->Unplug();
     Tick("NoticeTimer");
   }
+  void WriteCatalogue(const std::string& text) { support::WriteBytes(program / "KestrinLEDS.ldcfg", text); }
   void PlugIn() {
     agent->Plug();
     Tick("NoticeTimer");
@@ -46,14 +46,14 @@ TEST_F(Session, ShowsABoardThatNeverTellsItsSerialNumber) {
 }
 
 TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
-  led.valid = false;
+  WriteCatalogue("KestrinLEDConfigurator#3\r\n");
   Start("id=4095");
   constexpr const char* kText = "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !";
   ASSERT_EQ(dialogs.errors, std::vector<QString>{kText});
+  EXPECT_TRUE(dialogs.lastDetail.contains("line 1")) << dialogs.lastDetail.toStdString();
   EXPECT_EQ(LabelText("SerialLabel"), "");
   for (int tick = 0; tick < 5; ++tick) Tick("GoOnlineTimer");
   EXPECT_EQ(dialogs.errors.size(), 1U);
-  EXPECT_EQ(led.inits, 1);
 
   PullOut();
   PlugIn();
@@ -63,28 +63,18 @@ TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
 }
 
 TEST_F(Session, TriesTheCatalogueAgainWhenItHasChanged) {
-  led.valid = false;
+  const std::string good = support::ReadBytes(program / "KestrinLEDS.ldcfg");
+  std::filesystem::remove(program / "KestrinLEDS.ldcfg");
   Start("id=4095");
-  led.stamp = "catalogue of tuesday";
+  WriteCatalogue("KestrinLEDConfigurator#2\r\n");
   Tick("GoOnlineTimer");
   EXPECT_EQ(dialogs.errors.size(), 2U);
-  led.stamp = "catalogue of wednesday";
-  led.valid = true;
+  WriteCatalogue(good);
   Tick("GoOnlineTimer");
   EXPECT_EQ(dialogs.errors.size(), 2U);
   EXPECT_EQ(LabelText("SerialLabel"), "Kestrin LED Driver Serial Number: 4B535401");
   EXPECT_EQ(Button("SendBtn").toolTip(),
             "The board is an LED driver: it has neither sounds nor an acceleration sensor.");
-}
-
-TEST_F(Session, LedFramePlaceholderSaysWhatIsConnectedAndWhatItCannotDo) {
-  app::LedSetupAbsent absent;
-  QWidget parent;
-  QWidget* const frame = absent.MakeFrame(parent);
-  QString texts;
-  for (const QLabel* const label : frame->findChildren<QLabel*>()) texts += label->text();
-  EXPECT_TRUE(texts.contains("An LED driver is connected"));
-  EXPECT_TRUE(texts.contains("cannot set them up"));
 }
 
 TEST_F(Session, SendButtonFollowsWhetherTheSetFits) {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <filesystem>
+
+#include "sound/PathText.h"
+
+namespace kestrin::app {
+
+/// A path as text of the window, and back.
+[[nodiscard]] inline QString TextOf(const std::filesystem::path& path) {
+  return QString::fromStdString(sound::TextOf(path));
+}
+[[nodiscard]] inline std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+
+}  // namespace kestrin::app
