@@ -1,0 +1,63 @@
+#include "update/PlainName.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "unit/update/HostileNames.h"
+
+namespace kestrin::update {
+namespace {
+
+TEST(PlainNameTest, HostileNamesAreNoPlainOnes) {
+  EXPECT_GE(support::HostileNames().size(), 40U);
+  for (const std::string& name : support::HostileNames()) EXPECT_FALSE(IsPlainName(name)) << name;
+  EXPECT_FALSE(IsPlainName(""));
+}
+
+TEST(PlainNameTest, OrdinaryNamesArePlain) {
+  for (const char* const name : {"A",
+                                 "Night Watch",
+                                 "boot.lsu",
+                                 "BOOT.LSU",
+                                 "Font (2) & more!",
+                                 "a..b",
+                                 "x.y.lsu",
+                                 "-",
+                                 "~",
+                                 "'quoted'",
+                                 "100%",
+                                 "Gr\xC3\xBC\xC3\x9F"
+                                 "e.lsu",
+                                 "\xE5\xA3\xB0.lsu",
+                                 "\xC2\xA0x",
+                                 "CONSOLE",
+                                 "COM",
+                                 "COM10.lsu",
+                                 "COMA",
+                                 "LPT.lsu",
+                                 "XCON",
+                                 "nulls.lsu",
+                                 "aux2.lsu",
+                                 "con-1",
+                                 "tmp",
+                                 "fnt",
+                                 "a;b",
+                                 "$HOME",
+                                 "`x`",
+                                 "%2e%2e%2f"})
+    EXPECT_TRUE(IsPlainName(name)) << name;
+  EXPECT_TRUE(IsPlainName(std::string(200, 'x')));
+}
+
+TEST(PlainNameTest, ANameIsShownInOneHarmlessLine) {
+  EXPECT_EQ(ShownName("../x"), "../x");
+  EXPECT_EQ(ShownName("a\r\nb\x1B[2J\x7F"), "a??b?[2J?");
+  EXPECT_EQ(ShownName(std::string(60, 'y')), std::string(60, 'y'));
+  EXPECT_EQ(ShownName(std::string(61, 'y')), std::string(60, 'y') + "...");
+  // 59 letters and one character of three bytes, of which the limit would leave one.
+  EXPECT_EQ(ShownName(std::string(59, 'y') + "\xE5\xA3\xB0z"), std::string(59, 'y') + "...");
+}
+
+}  // namespace
+}  // namespace kestrin::update
