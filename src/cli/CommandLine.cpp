@@ -38,29 +38,60 @@ class ParserSyntax final : public Syntax {
   void Number(const std::string& name, std::optional<std::int32_t>& target, std::int32_t minimum, std::int32_t maximum,
               const std::string& help) override {
     const Names names = Split(name);
-    const std::string range = std::to_string(minimum) + " to " + std::to_string(maximum);
-    const auto parse = [&target, minimum, maximum](const std::string& text) {
-      std::int32_t number = 0;
-      const char* const end = text.data() + text.size();
-      const auto [stop, error] = std::from_chars(text.data(), end, number);
-      if (error != std::errc{} || stop != end || number < minimum || number > maximum) return false;
-      target = number;
-      return true;
-    };
+    const Range range{minimum, maximum};
     CLI::Option& option = *m_parser.add_option_function<std::string>(
-        names.option, [parse](const std::string& text) { static_cast<void>(parse(text)); }, help + " (" + range + ")");
-    option.check(
-        [parse, range](const std::string& text) -> std::string {
-          return parse(text) ? "" : "\"" + text + "\" is no whole number from " + range;
-        },
-        "");
+        names.option, [&target, range](const std::string& text) { target = range.Parse(text); },
+        help + " (" + range.Text() + ")");
+    range.Check(option);
     Describe(option, names, Need::Optional);
+  }
+
+  void Numbers(const std::string& name, std::vector<std::int32_t>& target, std::int32_t minimum, std::int32_t maximum,
+               int most, const std::string& help) override {
+    const Names names = Split(name);
+    const Range range{minimum, maximum};
+    CLI::Option& option = *m_parser.add_option_function<std::vector<std::string>>(
+        names.option,
+        [&target, range](const std::vector<std::string>& texts) {
+          for (const std::string& text : texts) target.push_back(range.Parse(text).value_or(0));
+        },
+        help + " (" + range.Text() + ")");
+    range.Check(option);
+    Describe(option, names, Need::Required);
+    option.expected(1, most);
+  }
+
+  void Flag(const std::string& name, bool& target, const std::string& help) override {
+    m_parser.add_flag(name, target, help);
   }
 
  private:
   struct Names {
     std::string option;
     std::string value;
+  };
+
+  /// The whole numbers that an option takes.
+  struct Range {
+    std::int32_t minimum;
+    std::int32_t maximum;
+
+    [[nodiscard]] std::string Text() const { return std::to_string(minimum) + " to " + std::to_string(maximum); }
+    [[nodiscard]] std::optional<std::int32_t> Parse(const std::string& text) const {
+      std::int32_t number = 0;
+      const char* const end = text.data() + text.size();
+      const auto [stop, error] = std::from_chars(text.data(), end, number);
+      if (error != std::errc{} || stop != end || number < minimum || number > maximum) return std::nullopt;
+      return number;
+    }
+    /// What the option refuses.
+    void Check(CLI::Option& option) const {
+      option.check(
+          [range = *this](const std::string& text) -> std::string {
+            return range.Parse(text) ? "" : "\"" + text + "\" is no whole number from " + range.Text();
+          },
+          "");
+    }
   };
 
   static Names Split(const std::string& name) {
@@ -139,7 +170,9 @@ Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& int
     Context context{options, board.choice, interrupt};
     return command.Run(context);
   } catch (const CommandFailure& failure) {
-    return {failure.Code(), nullptr, "", failure.what()};
+    const std::string& detail = failure.Detail();
+    if (detail.empty()) return {failure.Code(), nullptr, "", failure.what()};
+    return {failure.Code(), {{"error", failure.what()}, {"detail", detail}}, "", failure.what() + ("\n" + detail)};
   } catch (const std::exception& error) {
     return {ExitCode::Failed, nullptr, "", error.what()};
   }

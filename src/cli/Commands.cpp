@@ -9,15 +9,19 @@ namespace kestrin::cli {
 
 namespace {
 
-constexpr std::array<std::unique_ptr<Command> (*)(), 14> kMakers{
-    MakeDevicesCommand,    MakeInfoCommand,       MakeSoundInfoCommand,     MakeSoundCodeCommand,   MakeSoundWavCommand,
-    MakeConfigMakeCommand, MakeConfigShowCommand, MakeConfigMapCommand,     MakeDownloadCommand,    MakeVerifyCommand,
-    MakeAccelGetCommand,   MakeAccelSetCommand,   MakeAccelDefaultsCommand, MakeAccelRestoreCommand};
+constexpr std::array<std::unique_ptr<Command> (*)(), 21> kMakers{
+    MakeDevicesCommand,       MakeInfoCommand,         MakeSoundInfoCommand,  MakeSoundCodeCommand,
+    MakeSoundWavCommand,      MakeConfigMakeCommand,   MakeConfigShowCommand, MakeConfigMapCommand,
+    MakeDownloadCommand,      MakeVerifyCommand,       MakeAccelGetCommand,   MakeAccelSetCommand,
+    MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeLedTypesCommand,   MakeLedStatusCommand,
+    MakeLedCountsCommand,     MakeLedConfigCommand,    MakeLedPreviewCommand, MakeLedSettingsCommand,
+    MakeLedSendCommand};
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kGroups{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kGroups{{
     {"sound", "Measure, code and convert sound files"},
     {"config", "Make and look at configuration files: which sound sits in which slot"},
     {"accel", "The six detection parameters of the acceleration sensor"},
+    {"led", "Set up LED drivers: LED type, light pulses"},
 }};
 
 }  // namespace

@@ -29,5 +29,12 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeAccelSetCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelDefaultsCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelRestoreCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedTypesCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedStatusCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedCountsCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedConfigCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedPreviewCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedSettingsCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeLedSendCommand();
 
 }  // namespace kestrin::cli

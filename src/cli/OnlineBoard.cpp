@@ -41,4 +41,10 @@ void OnlineBoard::RequireSoundBoard() const {
         "with --board.");
 }
 
+void OnlineBoard::RequireLedDriver() const {
+  if (m_session.DeviceType() != device::DeviceType::LedDriver)
+    throw CommandFailure(ExitCode::Failed,
+                         "This board is a sound board: it has no LEDs to set up. Choose an LED driver with --board.");
+}
+
 }  // namespace kestrin::cli

@@ -26,6 +26,8 @@ class OnlineBoard {
   [[nodiscard]] bool Answered() const { return m_session.SerialNumber() != device::TLS::kNoSerialNumber; }
   /// Throws CommandFailure when the board is an LED driver.
   void RequireSoundBoard() const;
+  /// Throws CommandFailure when the board is a sound board.
+  void RequireLedDriver() const;
 
  private:
   /// The command line's session: it goes on with a board or not at all.

@@ -20,6 +20,11 @@ class Syntax {
   /// A whole number from `minimum` to `maximum`; anything else is wrong usage.
   virtual void Number(const std::string& name, std::optional<std::int32_t>& target, std::int32_t minimum,
                       std::int32_t maximum, const std::string& help) = 0;
+  /// One to `most` such numbers; at least one must be given, and the option may be repeated for each.
+  virtual void Numbers(const std::string& name, std::vector<std::int32_t>& target, std::int32_t minimum,
+                       std::int32_t maximum, int most, const std::string& help) = 0;
+  /// An option without a value.
+  virtual void Flag(const std::string& name, bool& target, const std::string& help) = 0;
 };
 
 }  // namespace kestrin::cli

@@ -4,6 +4,12 @@
 
 namespace kestrin::led {
 
+std::string_view ColorWord(Color color) {
+  for (const auto& [word, value] : kColorWords)
+    if (value == color) return word;
+  return "";
+}
+
 Components SysToRGB(std::int32_t sysColor, const SystemColorLookup& getSysColor) {
   const auto color = static_cast<std::uint32_t>(sysColor < 0 ? getSysColor(sysColor & 0x7FFFFFFF) : sysColor);
   return {static_cast<std::int16_t>(color % 256), static_cast<std::int16_t>(color / 256 % 256),

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
+#include <string_view>
+#include <utility>
 
 namespace kestrin::led {
 
@@ -15,6 +18,13 @@ inline constexpr Color kRed = 0x0000FF;
 inline constexpr Color kGreen = 0x00C000;
 inline constexpr Color kBlue = 0xFF8080;
 inline constexpr Color kAmber = 0x0080FF;
+
+/// The words that the LED catalogue has for colours.
+inline constexpr std::array<std::pair<std::string_view, Color>, 5> kColorWords{
+    {{"white", kWhite}, {"red", kRed}, {"green", kGreen}, {"blue", kBlue}, {"amber", kAmber}}};
+
+/// The word for a colour; "" for one that has none.
+[[nodiscard]] std::string_view ColorWord(Color color);
 
 /// The three components of a colour, 0 .. 255 each.
 struct Components {

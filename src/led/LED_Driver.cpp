@@ -23,9 +23,6 @@ constexpr FieldRange kChannelVoltage{"VL", 3.0, 9.0};
 constexpr FieldRange kCoefficient{"coefficient", std::numeric_limits<double>::lowest(),
                                   std::numeric_limits<double>::max()};
 
-constexpr std::array<std::pair<std::string_view, Color>, 5> kColorWords{
-    {{"white", kWhite}, {"red", kRed}, {"green", kGreen}, {"blue", kBlue}, {"amber", kAmber}}};
-
 /// Full level of the brightest channel that a record may describe.
 constexpr std::int32_t kBrightest = static_cast<std::int32_t>(kMaxLum.maximum);
 

@@ -1,0 +1,18 @@
+#include "cli/ProgramFolder.h"
+
+#include "cli/CommandFailure.h"
+#include "platform/desktop/ExecutableFolder.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+std::filesystem::path ProgramFolder(const GlobalOptions& options) {
+  if (!options.programFolder.empty()) return sound::PathOf(options.programFolder);
+  std::filesystem::path folder = desktop::ExecutableFolder();
+  if (folder.empty())
+    throw CommandFailure(ExitCode::Failed,
+                         "The system does not say where this program stands. Name its folder with --program-folder.");
+  return folder;
+}
+
+}  // namespace kestrin::cli

@@ -1,0 +1,64 @@
+#include <iostream>
+#include <system_error>
+
+#include "base/PathText.h"
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "platform/net/FontServer.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+constexpr std::int32_t kHighestPort = 65535;
+
+class FontsServeCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "fonts serve"; }
+  [[nodiscard]] std::string Description() const override { return "Offer a folder of sound fonts to other computers"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("DIR", m_folder, "The folder, with one folder for each font", Syntax::Need::Required);
+    syntax.Number("--port N", m_port, 0, kHighestPort, "The port, 0 for a free one");
+    syntax.Text("--address A", m_address, "The address of this computer, 0.0.0.0 for all (127.0.0.1: this computer only)",
+                Syntax::Need::Optional);
+  }
+
+  [[nodiscard]] Report Run(Context& context) override {
+    const std::filesystem::path folder = base::PathOf(m_folder);
+    if (std::error_code ignored; !std::filesystem::is_directory(folder, ignored))
+      throw CommandFailure(ExitCode::Failed, m_folder + " is no folder. Name one that holds a folder for each font.");
+    const bool quiet = context.options.quiet || context.options.json;
+    const net::FontCollection fonts(folder);
+    net::FontServer server(net::FontAnswers(fonts), [quiet](const std::string& note) {
+      if (!quiet) std::cout << note << std::endl;
+    });
+    const std::string problem =
+        server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
+    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
+    // Whoever started it waits for this line.
+    std::cout << server.Address() << std::endl;
+    if (!quiet) Introduce(fonts);
+    server.Run([] { return !Interrupt::Requested(); });
+    return {ExitCode::Interrupted, {{"address", server.Address()}}, "", ""};
+  }
+
+ private:
+  static void Introduce(const net::FontCollection& fonts) {
+    for (const net::FontCollection::Font& font : fonts.Fonts())
+      if (font.problem.empty())
+        std::cout << "On offer: " << font.name << std::endl;
+      else
+        std::cerr << "kestrinctl: left out: " << font.name << ": " << font.problem << std::endl;
+  }
+
+  std::string m_folder;
+  std::optional<std::int32_t> m_port;
+  std::string m_address = "127.0.0.1";
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeFontsServeCommand() { return std::make_unique<FontsServeCommand>(); }
+
+}  // namespace kestrin::cli

@@ -1,0 +1,96 @@
+#include <cstdlib>
+
+#include "base/Clock.h"
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "cli/ConsoleUpdateView.h"
+#include "cli/FontsFolder.h"
+#include "cli/OnlineBoard.h"
+#include "platform/net/CurlTransfer.h"
+#include "update/UpdateManager.h"
+#include "update/UpdateServer.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+using Outcome = update::UpdateManager::Outcome;
+
+std::string_view NameOf(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::Updated:
+      return "updated";
+    case Outcome::Nothing:
+      return "nothing";
+    case Outcome::None:
+    case Outcome::Failed:
+    case Outcome::Cancelled:
+      break;
+  }
+  return "failed";
+}
+
+ExitCode CodeOf(Outcome outcome) {
+  if (outcome == Outcome::Updated || outcome == Outcome::Nothing) return ExitCode::Done;
+  return outcome == Outcome::Cancelled ? ExitCode::Interrupted : ExitCode::Failed;
+}
+
+class FontsUpdateCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "fonts update"; }
+  [[nodiscard]] std::string Description() const override { return "Fetch the sound fonts that are missing here"; }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("--server HOST[:PORT]", m_server, "The update server to ask", Syntax::Need::Optional);
+  }
+
+  [[nodiscard]] Report Run(Context& context) override {
+    const std::string server =
+        update::UpdateServer::Choose(m_server, std::getenv(update::UpdateServer::kEnvironment));
+    if (!update::UpdateServer::IsValid(server))
+      throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
+    const OnlineBoard online(context);
+    if (!online.Answered())
+      throw CommandFailure(ExitCode::Failed,
+                           "The board did not tell its serial number, which the server wants to know. Plug it out and "
+                           "in and try again.");
+
+    base::SystemClock clock;
+    ProgressLine progress(context.options, clock);
+    ConsoleUpdateView view(progress);
+    const base::EventPump pump = context.interrupt.Pump();
+    net::CurlTransfer transfer(pump);
+    update::UpdateManager manager(server, FontsFolder(context.options), pump);
+    manager.Initialize(view, transfer);
+    manager.deviceSerial(online.Session().SerialNumber());
+    {
+      const InterruptAction cancel(context.interrupt, [&] { manager.cancel(); });
+      manager.startUpdate();
+    }
+    progress.End();
+    return ReportOn(manager);
+  }
+
+ private:
+  static Report ReportOn(const update::UpdateManager& manager) {
+    const bool stopped = manager.outcome() == Outcome::Cancelled;
+    const std::string message =
+        stopped ? "Stopped. What was fetched is kept, the next update goes on from there." : manager.message();
+    Report report;
+    report.code = CodeOf(manager.outcome());
+    report.document = {
+        {"outcome", NameOf(manager.outcome())}, {"message", message}, {"installed", manager.installed()}};
+    for (const std::string& item : manager.installed()) report.text += "Installed: " + item + "\n";
+    (report.code == ExitCode::Done ? report.text : report.message) += message;
+    if (report.code == ExitCode::Done) report.text += "\n";
+    return report;
+  }
+
+  std::string m_server;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeFontsUpdateCommand() { return std::make_unique<FontsUpdateCommand>(); }
+
+}  // namespace kestrin::cli

@@ -1,0 +1,45 @@
+#include "cli/CommandFailure.h"
+#include "cli/Commands.h"
+#include "cli/LedBoard.h"
+#include "cli/LedReports.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+class LedSendCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "led send"; }
+  [[nodiscard]] std::string Description() const override {
+    return "Put a pulse of an LED settings file on the board and play it";
+  }
+
+  void Declare(Syntax& syntax) override {
+    syntax.Text("PULSE", m_pulse, "idle or foc (flash on clash)", Syntax::Need::Required);
+    syntax.Text("FILE", m_file, "LED settings file", Syntax::Need::Required);
+  }
+
+  [[nodiscard]] Report Run(Context& context) override {
+    const bool idle = m_pulse == "idle";
+    if (!idle && m_pulse != "foc")
+      throw CommandFailure(ExitCode::WrongUsage, "\"" + m_pulse + "\" is no pulse. There are idle and foc.");
+    LedBoard board(context);
+    board.Read();
+    led::LedSetup& setup = board.Setup();
+    static_cast<void>(setup.LoadSettings(sound::PathOf(m_file)));
+    static_cast<void>(idle ? setup.SendPulse() : setup.SendFoc());
+    board.RequireConfirmed("the pulse");
+    return ReportOfSentPulse(m_pulse, idle ? setup.IdlePulse() : setup.FocPulse());
+  }
+
+ private:
+  std::string m_pulse;
+  std::string m_file;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeLedSendCommand() { return std::make_unique<LedSendCommand>(); }
+
+}  // namespace kestrin::cli

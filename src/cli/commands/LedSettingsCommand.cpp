@@ -1,0 +1,37 @@
+#include "cli/Commands.h"
+#include "cli/ConsoleLedSetupView.h"
+#include "cli/LedReports.h"
+#include "led/LedSetup.h"
+#include "sound/PathText.h"
+
+namespace kestrin::cli {
+
+namespace {
+
+class LedSettingsCommand final : public Command {
+ public:
+  [[nodiscard]] std::string Name() const override { return "led settings"; }
+  [[nodiscard]] std::string Description() const override { return "Show what an LED settings file holds"; }
+
+  void Declare(Syntax& syntax) override { syntax.Text("FILE", m_file, "LED settings file", Syntax::Need::Required); }
+
+  [[nodiscard]] Report Run(Context&) override {
+    ConsoleLedSetupView view;
+    led::LedSetup setup(
+        "", [] { return nullptr; }, view);
+    static_cast<void>(setup.LoadSettings(sound::PathOf(m_file)));
+    return {ExitCode::Done,
+            {{"idle", DocumentOf(setup.IdlePulse())}, {"foc", DocumentOf(setup.FocPulse())}},
+            TextOfPulses(setup.IdlePulse(), setup.FocPulse()),
+            ""};
+  }
+
+ private:
+  std::string m_file;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> MakeLedSettingsCommand() { return std::make_unique<LedSettingsCommand>(); }
+
+}  // namespace kestrin::cli
