@@ -9,19 +9,20 @@ namespace kestrin::cli {
 
 namespace {
 
-constexpr std::array<std::unique_ptr<Command> (*)(), 21> kMakers{
+constexpr std::array<std::unique_ptr<Command> (*)(), 24> kMakers{
     MakeDevicesCommand,       MakeInfoCommand,         MakeSoundInfoCommand,  MakeSoundCodeCommand,
     MakeSoundWavCommand,      MakeConfigMakeCommand,   MakeConfigShowCommand, MakeConfigMapCommand,
     MakeDownloadCommand,      MakeVerifyCommand,       MakeAccelGetCommand,   MakeAccelSetCommand,
     MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeLedTypesCommand,   MakeLedStatusCommand,
     MakeLedCountsCommand,     MakeLedConfigCommand,    MakeLedPreviewCommand, MakeLedSettingsCommand,
-    MakeLedSendCommand};
+    MakeLedSendCommand,       MakeFontsUpdateCommand,  MakeFontsListCommand,  MakeFontsServeCommand};
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kGroups{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kGroups{{
     {"sound", "Measure, code and convert sound files"},
     {"config", "Make and look at configuration files: which sound sits in which slot"},
     {"accel", "The six detection parameters of the acceleration sensor"},
     {"led", "Set up LED drivers: LED type, light pulses"},
+    {"fonts", "Fetch sound fonts from an update server, list them, offer them to others"},
 }};
 
 }  // namespace

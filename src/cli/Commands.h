@@ -36,5 +36,8 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeLedPreviewCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeLedSettingsCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeLedSendCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeFontsUpdateCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeFontsListCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeFontsServeCommand();
 
 }  // namespace kestrin::cli

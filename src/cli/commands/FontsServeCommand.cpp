@@ -20,7 +20,8 @@ class FontsServeCommand final : public Command {
   void Declare(Syntax& syntax) override {
     syntax.Text("DIR", m_folder, "The folder, with one folder for each font", Syntax::Need::Required);
     syntax.Number("--port N", m_port, 0, kHighestPort, "The port, 0 for a free one");
-    syntax.Text("--address A", m_address, "The address of this computer, 0.0.0.0 for all (127.0.0.1: this computer only)",
+    syntax.Text("--address A", m_address,
+                "The address of this computer, 0.0.0.0 for all (127.0.0.1: this computer only)",
                 Syntax::Need::Optional);
   }
 
@@ -33,8 +34,7 @@ class FontsServeCommand final : public Command {
     net::FontServer server(net::FontAnswers(fonts), [quiet](const std::string& note) {
       if (!quiet) std::cout << note << std::endl;
     });
-    const std::string problem =
-        server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
+    const std::string problem = server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     // Whoever started it waits for this line.
     std::cout << server.Address() << std::endl;

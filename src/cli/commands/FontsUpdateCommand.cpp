@@ -45,8 +45,7 @@ class FontsUpdateCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    const std::string server =
-        update::UpdateServer::Choose(m_server, std::getenv(update::UpdateServer::kEnvironment));
+    const std::string server = update::UpdateServer::Choose(m_server, std::getenv(update::UpdateServer::kEnvironment));
     if (!update::UpdateServer::IsValid(server))
       throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
     const OnlineBoard online(context);
