@@ -31,6 +31,7 @@ constexpr double kTimeStep = 20;
 constexpr int kFlashRest = 1200;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString Text(const std::filesystem::path& path) { return QString::fromStdU16String(path.generic_u16string()); }
 
 Levels LowOf(const LED_Pulse& pulse) {
   Levels levels{};
@@ -76,11 +77,13 @@ void LedPanel::AddHead(QBoxLayout& layout) {
   m_notice = new QLabel(this);
   m_notice->setObjectName(QStringLiteral("LEDNotice"));
   m_notice->setWordWrap(true);
+  // The name of a file, however long, must not widen the window.
+  m_notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   m_notice->setTextFormat(Qt::PlainText);
   // The theme's colour for what went wrong.
   m_notice->setForegroundRole(QPalette::BrightText);
-  m_open = MakeFileButton("btnOpenLED", tr("Open"), tr("Open LED settings"), "open");
-  m_save = MakeFileButton("btnSaveLED", tr("Save"), tr("Save the LED settings"), "save");
+  m_open = MakeFileButton("btnOpenLED", tr("Open settings"), tr("Open LED settings"), "open");
+  m_save = MakeFileButton("btnSaveLED", tr("Save settings"), tr("Save the LED settings"), "save");
   auto* const head = new QHBoxLayout;
   head->setSpacing(kGrid);
   head->addWidget(caption);
@@ -170,7 +173,7 @@ void LedPanel::SetTabOrder() {
   for (QWidget* const group :
        {static_cast<QWidget*>(m_driver), static_cast<QWidget*>(m_idle), static_cast<QWidget*>(m_foc)}) {
     for (QWidget* const control : group->findChildren<QWidget*>()) {
-      if ((control->focusPolicy() & Qt::TabFocus) == 0) continue;
+      if ((control->focusPolicy() & Qt::TabFocus) == 0 || control->window() != window()) continue;
       if (last != nullptr) setTabOrder(last, control);
       last = control;
     }
@@ -197,22 +200,24 @@ void LedPanel::SetOnline(bool online) {
 }
 
 void LedPanel::ShowNotice(const QString& text) {
-  m_notice->setText(text);
-  m_notice->setVisible(!text.isEmpty());
+  // The file stands where it always does; what is wrong in it must be in sight.
+  QString shown = text;
+  m_notice->setText(shown.remove(Text(m_around.programFolder) + QLatin1Char('/')));
+  m_notice->setToolTip(text);
 }
 
 void LedPanel::OpenFile() {
   const QString path =
-      m_around.dialogs.OpenFile(tr("Open LED settings"), QString::fromStdU16String(m_around.programFolder.u16string()),
+      m_around.dialogs.OpenFile(tr("Open LED settings"), Text(m_around.programFolder),
                                 app::QtFileFilter(LedSettingsFile::kFilter), app::HelpContext::LedSettings);
   if (!path.isEmpty() && m_setup.LoadSettings(path.toStdU16String()))
     emit news(tr("The LED settings are open. Send the pulses to put them on the board."));
 }
 
 void LedPanel::SaveFile() {
-  const QString path = m_around.dialogs.SaveFile(
-      tr("Save the LED settings"), QString::fromStdU16String(m_around.programFolder.u16string()),
-      app::QtFileFilter(LedSettingsFile::kFilter), kSuffix, app::HelpContext::LedSettings);
+  const QString path =
+      m_around.dialogs.SaveFile(tr("Save the LED settings"), Text(m_around.programFolder),
+                                app::QtFileFilter(LedSettingsFile::kFilter), kSuffix, app::HelpContext::LedSettings);
   if (!path.isEmpty() && m_setup.SaveSettings(path.toStdU16String())) emit news(tr("The LED settings are saved."));
 }
 
@@ -299,6 +304,10 @@ void LedPanel::ShowPulses() {
   m_foc->ShowLevels(driver, idleHigh, flash);
   ShowShapes();
   ShowPickerLight();
+  // Without an LED type there is nothing to set.
+  const bool hasChannels = driver.NrOfChannels > 0;
+  m_idle->EnableLevels(hasChannels);
+  m_foc->EnableLevels(hasChannels);
 }
 
 void LedPanel::ShowPicker(bool visible) {

@@ -137,6 +137,10 @@ void PulseFrame::ShowLevel(std::size_t button, const BladeLight& light) {
   m_levels.at(button)->setAccessibleDescription(light.OnBlack().name());
 }
 
+void PulseFrame::EnableLevels(bool enabled) {
+  for (QPushButton* const button : m_levels) button->setEnabled(enabled);
+}
+
 void PulseFrame::EnableSend(const QString& whyNot) {
   m_send->setEnabled(whyNot.isEmpty());
   m_send->setToolTip(whyNot.isEmpty() ? m_send->accessibleName() : whyNot);

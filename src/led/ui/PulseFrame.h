@@ -57,6 +57,7 @@ class PulseFrame : public app::Card {
   /// What a level button's colour is.
   void ShowLevel(std::size_t button, const BladeLight& light);
   [[nodiscard]] QPushButton& LevelButton(std::size_t button) const { return *m_levels.at(button); }
+  void EnableLevels(bool enabled);
   /// The send button can be used; or cannot for this reason.
   void EnableSend(const QString& whyNot);
 

@@ -129,21 +129,24 @@ void PulsePlot::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void PulsePlot::PaintPhases(QPainter& painter) const {
-  const double bottom = Room().bottom();
+  const QRectF room = Room();
+  // Two colours at one place would be one: where the light jumps, the second comes a trifle later.
+  constexpr double kTrifle = 1e-6;
   QPolygonF line;
+  QGradientStops stops;
   double start = 0;
   for (const PulseShape::Phase& phase : m_shape.Phases()) {
-    const QPointF from(XOf(start), YOf(phase.from));
+    line << QPointF(XOf(start), YOf(phase.from));
+    stops.append({std::min(1.0, start / m_shape.Length() + kTrifle), ColorAt(phase.from)});
     start += phase.length;
-    const QPointF to(XOf(start), YOf(phase.to));
-    line << from << to;
-    QLinearGradient light(from.x(), 0, to.x(), 0);
-    light.setColorAt(0, ColorAt(phase.from));
-    light.setColorAt(1, ColorAt(phase.to));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(light);
-    painter.drawPolygon(QPolygonF({from, to, {to.x(), bottom}, {from.x(), bottom}}));
+    line << QPointF(XOf(start), YOf(phase.to));
+    stops.append({std::min(1.0, start / m_shape.Length()), ColorAt(phase.to)});
   }
+  QLinearGradient light(room.left(), 0, room.right(), 0);
+  light.setStops(stops);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(light);
+  painter.drawPolygon(QPolygonF(line) << room.bottomRight() << room.bottomLeft());
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(QColor(kInk), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.drawPolyline(line);
@@ -170,10 +173,15 @@ void PulsePlot::PaintNames(QPainter& painter) const {
 
 void PulsePlot::PaintMarker(QPainter& painter) const {
   const double x = XOf(m_moment);
-  QColor line(kInk);
-  line.setAlpha(110);
-  painter.setPen(line);
-  painter.drawLine(QPointF(x, Room().top() - 2), QPointF(x, Room().bottom()));
+  const QLineF line(x, Room().top() - 2, x, Room().bottom());
+  // Dark round light: it is seen on every colour.
+  constexpr int kFaint = 120;
+  for (const auto& [color, width] : {std::pair{BladeView::kGround, 3.0}, std::pair{kInk, 1.0}}) {
+    QColor ink(color);
+    ink.setAlpha(kFaint);
+    painter.setPen(QPen(ink, width));
+    painter.drawLine(line);
+  }
   painter.setPen(QPen(QColor(BladeView::kGround), 1.5));
   painter.setBrush(QColor(kInk));
   constexpr qreal kDot = 4.5;
