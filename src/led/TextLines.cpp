@@ -1,5 +1,6 @@
 #include "led/TextLines.h"
 
+#include <array>
 #include <fstream>
 #include <string_view>
 #include <system_error>
@@ -20,10 +21,12 @@ bool TextLines::Read(const fs::path& file) {
   // Opening a pipe would wait for a writer.
   if (!fs::is_regular_file(file, error)) return Refuse("not a file");
   std::ifstream stream(file, std::ios::binary);
-  std::string content(kLargestFile + 1, '\0');
-  stream.read(content.data(), static_cast<std::streamsize>(content.size()));
-  if (!stream.is_open() || stream.bad()) return Refuse("cannot be read");
-  content.resize(static_cast<std::size_t>(stream.gcount()));
+  if (!stream.is_open()) return Refuse("cannot be read");
+  std::string content;
+  std::array<char, 4096> piece{};
+  while (content.size() <= kLargestFile && (stream.read(piece.data(), piece.size()) || stream.gcount() > 0))
+    content.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
+  if (stream.bad()) return Refuse("cannot be read");
   if (content.size() > kLargestFile) return Refuse("too large");
   if (content.find('\0') != content.npos) return Refuse("not a text file");
 
