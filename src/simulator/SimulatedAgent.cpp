@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/RaisedFlag.h"
+
 namespace kestrin::simulator {
 
 using device::AgentError;
@@ -19,18 +21,6 @@ struct Variable {
   std::int32_t usage;
 };
 constexpr Variable kVariables[] = {{ReportType::Output, 1}, {ReportType::Input, 2}};
-
-/// Sets a flag for as long as it lives.
-class Flag {
- public:
-  explicit Flag(bool& flag) : m_flag(flag) { m_flag = true; }
-  ~Flag() { m_flag = false; }
-  Flag(const Flag&) = delete;
-  Flag& operator=(const Flag&) = delete;
-
- private:
-  bool& m_flag;
-};
 
 }  // namespace
 
@@ -215,7 +205,7 @@ void SimulatedAgent::Deliver(bool flip) {
 
 bool SimulatedAgent::WriteReport() {
   if (!m_selected || !m_connected || m_currentReport != kCommand) return false;
-  const Flag transfer(m_inTransfer);
+  const base::RaisedFlag transfer(m_inTransfer);
   while (m_board->NextAnswer(m_clock.Now())) {
     // Came too late for the command that it was for.
   }
@@ -241,7 +231,7 @@ bool SimulatedAgent::ReadReport() {
 }
 
 std::optional<VirtualBoard::Answer> SimulatedAgent::WaitForAnswer() {
-  const Flag transfer(m_inTransfer);
+  const base::RaisedFlag transfer(m_inTransfer);
   const base::Clock::Duration end = m_clock.Now() + std::chrono::milliseconds(kTimeOut);
   while (m_connected) {
     const base::Clock::Duration now = m_clock.Now();

@@ -3,26 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/RaisedFlag.h"
 #include "platform/hid/AccessAdvice.h"
 #include "platform/hid/BoardList.h"
 
 namespace kestrin::hid {
-
-namespace {
-
-/// Sets a flag for as long as it lives.
-class FlagScope {
- public:
-  explicit FlagScope(bool& flag) : m_flag(flag) { m_flag = true; }
-  ~FlagScope() { m_flag = false; }
-  FlagScope(const FlagScope&) = delete;
-  FlagScope& operator=(const FlagScope&) = delete;
-
- private:
-  bool& m_flag;
-};
-
-}  // namespace
 
 StackAgent::StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonitor, const base::Clock& clock,
                        base::EventPump pump, std::string onlyPath)
@@ -60,7 +45,7 @@ void StackAgent::CloseAll() {
 bool StackAgent::SearchAndOpen() {
   if (!m_inTransfer && !m_searching && m_match.SearchOnVID && m_match.SearchOnPID) {
     {
-      const FlagScope searching(m_searching);
+      const base::RaisedFlag searching(m_searching);
       OpenMatching();
     }
     StopIfWanted();
@@ -107,7 +92,7 @@ std::string StackAgent::Open(const HidNode& node) {
 
 void StackAgent::Refresh() {
   if (m_inTransfer || m_delivering || m_searching) return;
-  const FlagScope delivering(m_delivering);
+  const base::RaisedFlag delivering(m_delivering);
   CollectNotices();
   while (!m_pending.empty()) {
     const PendingEvent event = std::move(m_pending.front());
@@ -281,7 +266,7 @@ bool StackAgent::WaitForInput() {
   const std::int32_t report = m_current.report;
   ReadOutcome outcome = ReadOutcome::Failed;
   {
-    const FlagScope inTransfer(m_inTransfer);
+    const base::RaisedFlag inTransfer(m_inTransfer);
     outcome = open.ReadInput(static_cast<std::size_t>(report), std::chrono::milliseconds(kTimeOut), m_clock, [&] {
       const Selection selected = m_current;
       base::Pump(m_pump);
