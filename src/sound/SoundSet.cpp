@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/RaisedFlag.h"
 #include "base/Text.h"
 #include "sound/PathText.h"
 
@@ -29,18 +30,6 @@ bool SavesAlike(const LSU_Configuration& a, const LSU_Configuration& b, SlotKind
 bool SaveAlike(const LSU_Configuration& a, const LSU_Configuration& b) {
   return std::all_of(kSlots.begin(), kSlots.end(), [&](const Slot& slot) { return SavesAlike(a, b, slot.kind); });
 }
-
-/// Sets a flag for as long as it lives.
-class Raised {
- public:
-  explicit Raised(bool& flag) : m_flag(flag) { m_flag = true; }
-  ~Raised() { m_flag = false; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-
- private:
-  bool& m_flag;
-};
 
 }  // namespace
 
@@ -175,13 +164,14 @@ LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) {
   Moment before = Now();
   LoadResult result;
   {
-    const Raised loading(m_loading);
+    const base::RaisedFlag loading(m_loading);
     LoadView view(*this, pump);
     result = ConfigurationFile::Load(path, m_configuration, view);
   }
   if (result.valid || !SaveAlike(before.configuration, m_configuration))
     Remember(std::move(before), "Load " + NameOf(path));
-  if (result.valid) m_origin = std::make_shared<Origin>(Origin{path, m_configuration.WithoutStreams()});
+  if (result.valid)
+    m_origin = std::make_shared<Origin>(Origin{path, m_configuration.WithoutStreams(), result.failed.empty()});
   TellAll();
   return result;
 }
@@ -192,6 +182,7 @@ std::string SoundSet::Save(const fs::path& path) {
   if (!failure.empty()) return failure;
   m_origin->path = path;
   m_origin->saved = m_configuration.WithoutStreams();
+  m_origin->complete = true;
   // What the volume was when it was saved can be brought back.
   m_volumeStep.reset();
   for (SoundSetListener* listener : m_listeners) listener->ModifiedChanged();
@@ -218,7 +209,7 @@ void SoundSet::Travel(std::deque<Step>& from, std::deque<Step>& to) {
 
 std::string SoundSet::Name() const { return Path().empty() ? "New set" : base::LastPathPiece(TextOf(Path().stem())); }
 
-bool SoundSet::IsModified() const { return !SaveAlike(m_configuration, m_origin->saved); }
+bool SoundSet::IsModified() const { return !m_origin->complete || !SaveAlike(m_configuration, m_origin->saved); }
 
 void SoundSet::SetCapacity(std::int32_t samples) {
   m_configuration.SetMaxNrOfSamples(samples);

@@ -107,7 +107,8 @@ class SoundSet {
   [[nodiscard]] const std::filesystem::path& Path() const { return m_origin->path; }
   /// The file's name without its extension; "New set" when there is no file.
   [[nodiscard]] std::string Name() const;
-  /// Whether the set differs from its file, or from an empty set when it has none.
+  /// Whether the set differs from its file, or from an empty set when it has none. A set some of whose sounds could not
+  /// be loaded differs from its file until it is saved.
   [[nodiscard]] bool IsModified() const;
 
   /// The samples that the board holds.
@@ -124,6 +125,8 @@ class SoundSet {
   struct Origin {
     std::filesystem::path path;
     LSU_Configuration saved;
+    /// False: the file names sounds that could not be loaded, so that it says more than the set.
+    bool complete = true;
   };
   /// How the set was at one moment.
   struct Moment {

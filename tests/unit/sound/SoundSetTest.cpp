@@ -169,6 +169,23 @@ TEST_F(SoundSetTest, LoadingBringsTheSavedSetAndItsName) {
   EXPECT_FALSE(set.IsModified());
 }
 
+TEST_F(SoundSetTest, ASetThatLostSoundsOnTheWayIsMarkedUntilItIsSaved) {
+  Fill(SlotKind::Motion, 2);
+  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  std::filesystem::remove(folder / "motion 1.lsu");
+  ASSERT_TRUE(set.Load(folder / "a.lscfg").valid);
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 2.lsu@100");
+  EXPECT_TRUE(set.IsModified());
+  set.Undo();
+  EXPECT_FALSE(set.IsModified());
+  set.Redo();
+  EXPECT_TRUE(set.IsModified());
+  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  EXPECT_FALSE(set.IsModified());
+  ASSERT_TRUE(set.Load(folder / "a.lscfg").valid);
+  EXPECT_FALSE(set.IsModified());
+}
+
 TEST_F(SoundSetTest, AFileThatIsNoConfigurationChangesNeitherSetNorName) {
   Fill(SlotKind::Boot, 1);
   ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
