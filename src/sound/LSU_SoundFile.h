@@ -25,6 +25,15 @@ class LSU_SoundFile {
   /// Bytes in the coded stream of a file with that many samples: three for every two, an odd count getting one more.
   [[nodiscard]] static std::int64_t CodedBytes(std::int32_t samples) { return (std::int64_t{samples} + 1) / 2 * 3; }
 
+  /// Bytes of a ".lsu" file with that many samples.
+  [[nodiscard]] static constexpr std::uintmax_t FileBytes(std::int32_t samples) {
+    return kHeaderBytes + kSampleBytes * static_cast<std::uintmax_t>(samples);
+  }
+  /// The samples that a ".lsu" file of that many bytes holds; whether it is usable only shows when it is read.
+  [[nodiscard]] static constexpr std::uintmax_t SamplesIn(std::uintmax_t bytes) {
+    return bytes < kHeaderBytes ? 0 : (bytes - kHeaderBytes) / kSampleBytes;
+  }
+
   /// Starts over with the file `FileNameAndPath`: volume 100 %, samples counted, peak measured, no coded stream.
   /// True when the file is usable: its name ends in ".lsu" (any letter case), it reads, it has at least 49 samples and
   /// one of them is not 0. Never creates a file; refuses folders and files of more than 2^31-1 samples.
@@ -76,6 +85,9 @@ class LSU_SoundFile {
   [[nodiscard]] LSU_SoundFile WithoutStream() const;
 
  private:
+  static constexpr std::uintmax_t kHeaderBytes = 4;
+  static constexpr std::uintmax_t kSampleBytes = 2;
+
   std::filesystem::path m_path;
   std::int32_t m_nrOfSamples = 0;
   std::int32_t m_nrOfBytes = 0;

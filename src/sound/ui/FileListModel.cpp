@@ -1,6 +1,5 @@
 #include "sound/ui/FileListModel.h"
 
-#include <QLocale>
 #include <QMimeData>
 #include <QUrl>
 
@@ -33,19 +32,21 @@ int FileListModel::rowCount(const QModelIndex& parent) const {
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
   const FolderEntry& entry = At(index.row());
   const bool isSound = entry.size > 0;
+  const auto bytes = static_cast<std::uintmax_t>(entry.size);
+  const auto duration = [bytes] { return Duration(static_cast<std::int64_t>(LSU_SoundFile::SamplesIn(bytes))); };
   switch (role) {
     case Qt::DisplayRole:
       return entry.name;
     case Qt::ToolTipRole:
       return TextFrom(entry.path);
     case SoundRowDelegate::kDetailRole:
-      return isSound ? Duration(entry.Samples()) : QString();
+      return isSound ? duration() : QString();
     case SoundRowDelegate::kFurtherRole:
-      return isSound ? QLocale().formattedDataSize(entry.size, 0, QLocale::DataSizeTraditionalFormat) : QString();
+      return isSound ? FileSize(bytes) : QString();
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && entry.path == m_playing;
     case Qt::AccessibleTextRole:
-      return isSound ? entry.name + QStringLiteral(", ") + Duration(entry.Samples()) : entry.name;
+      return isSound ? QStringList{entry.name, duration(), FileSize(bytes)}.join(QStringLiteral(", ")) : entry.name;
     default:
       return {};
   }

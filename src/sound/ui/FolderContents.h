@@ -13,9 +13,6 @@ struct FolderEntry {
   QString name;
   /// Bytes of a file, 0 for a folder.
   qint64 size = 0;
-
-  /// The samples that a file of this size holds; whether it is a sound only shows when it is read.
-  [[nodiscard]] qint64 Samples() const { return size > 4 ? (size - 4) / 2 : 0; }
 };
 
 /// What a folder holds, hidden folders left out, both lists sorted as people count.

@@ -22,6 +22,10 @@ QString Duration(std::int64_t samples) {
   return QLocale().toString(MemoryUse::Seconds(samples), 'f', 1) + QStringLiteral(" s");
 }
 
+QString FileSize(std::uintmax_t bytes) {
+  return QLocale().formattedDataSize(static_cast<qint64>(bytes), 0, QLocale::DataSizeTraditionalFormat);
+}
+
 QString SlotTitle(SlotKind kind) { return TextFrom(SlotOf(kind).title); }
 
 QString SlotMnemonic(SlotKind kind) {

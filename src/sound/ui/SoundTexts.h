@@ -16,6 +16,8 @@ namespace kestrin::sound::ui {
 [[nodiscard]] QString FileName(const std::filesystem::path& path);
 /// How long so many samples play: "1.8 s".
 [[nodiscard]] QString Duration(std::int64_t samples);
+/// How large a file is: "141 kB".
+[[nodiscard]] QString FileSize(std::uintmax_t bytes);
 /// What people call the slot: "Power On".
 [[nodiscard]] QString SlotTitle(SlotKind kind);
 /// The same with the letter that leads there together with Alt: "Power &On".

@@ -7,15 +7,6 @@
 namespace kestrin::sound::ui {
 namespace {
 
-TEST(FolderContentsTest, DurationsComeFromSizes) {
-  struct Case {
-    qint64 size;
-    qint64 samples;
-  };
-  for (const Case& each : {Case{0, 0}, {4, 0}, {5, 0}, {6, 1}, {7, 1}, {96004, 48000}})
-    EXPECT_EQ((FolderEntry{{}, {}, each.size}).Samples(), each.samples) << each.size;
-}
-
 TEST(FolderContentsTest, ReadingStopsWhenItIsNoLongerWanted) {
   support::TemporaryFolder folder;
   for (int file = 0; file < 5; ++file) support::WriteBytes(folder / (std::to_string(file) + ".lsu"), "123456");

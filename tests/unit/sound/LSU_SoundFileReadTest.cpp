@@ -43,6 +43,18 @@ TEST(LSU_SoundFileRead, TheLastPieceOfThePathDecidesWhetherItIsASound) {
   }
 }
 
+TEST(LSU_SoundFileRead, TheSizeOfAFileTellsItsSamples) {
+  struct Row {
+    std::uintmax_t bytes;
+    std::uintmax_t samples;
+  };
+  for (const Row& row : {Row{0, 0}, {3, 0}, {4, 0}, {5, 0}, {6, 1}, {7, 1}, {96004, 48000}, {8589934592, 4294967294}})
+    EXPECT_EQ(LSU_SoundFile::SamplesIn(row.bytes), row.samples) << row.bytes;
+  EXPECT_EQ(LSU_SoundFile::FileBytes(0), 4U);
+  EXPECT_EQ(LSU_SoundFile::FileBytes(48000), 96004U);
+  EXPECT_EQ(LSU_SoundFile::FileBytes(2147483647), 4294967298U);
+}
+
 TEST(LSU_SoundFileRead, APointInAFolderNameMakesNoExtension) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder / "set.lsu");
