@@ -3,7 +3,6 @@
 #include "app/theme/Card.h"
 #include "sound/MemoryUse.h"
 
-class QHBoxLayout;
 class QLabel;
 
 namespace kestrin::sound::ui {

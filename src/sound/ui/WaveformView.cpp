@@ -14,7 +14,6 @@ namespace {
 /// More columns than any window has bars: a wider window needs no second look at the file.
 constexpr std::size_t kColumns = 1536;
 constexpr int kBar = 3;
-constexpr double kFullScale = 32768;
 
 }  // namespace
 
@@ -73,7 +72,7 @@ void WaveformView::paintEvent(QPaintEvent* /*event*/) {
   // A sound is played as loud as its own peak allows: its shape fills the height at 100 %.
   int peak = 1;
   for (const WaveformColumn& column : m_columns) peak = std::max({peak, -int{column.low}, int{column.high}});
-  const double scale = room.height() / 2 / std::min<double>(peak, kFullScale) * m_volume / 100;
+  const double scale = room.height() / 2 / peak * m_volume / 100;
   const auto height = [&](int sample) { return std::clamp(sample * scale, -room.height() / 2, room.height() / 2); };
   painter.setPen(Qt::NoPen);
   painter.setBrush(color);
