@@ -4,11 +4,13 @@
 #include <QCoreApplication>
 
 #include "sound/PathText.h"
+#include "update/UpdateServer.h"
 
 namespace kestrin::app {
 
 CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& arguments,
-                                                     const std::filesystem::path& programFolder) {
+                                                     const std::filesystem::path& programFolder,
+                                                     const char* environmentServer) {
   QCommandLineParser parser;
   parser.setApplicationDescription("Configuration tool for Kestrin light-saber sound boards.");
   const QCommandLineOption help = parser.addHelpOption();
@@ -17,7 +19,11 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
                                  "auto");
   const QCommandLineOption folder("program-folder", "The folder with pictures and help (default: that of the program).",
                                   "DIR");
-  parser.addOptions({board, folder});
+  const QCommandLineOption server("update-server",
+                                  "The server that new sounds come from (default: the one of this build, or of the "
+                                  "environment variable KESTRIN_UPDATE_SERVER).",
+                                  "HOST[:PORT]");
+  parser.addOptions({board, folder, server});
   parser.addPositionalArgument("FILE", "A sound set (.lscfg) to open.", "[FILE]");
 
   const auto problem = [&parser](const QString& text) {
@@ -33,6 +39,10 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
   const boards::BoardChoice::Parsed choice = boards::BoardChoice::Parse(parser.value(board).toStdString());
   if (!choice.problem.empty()) return problem(QString::fromStdString(choice.problem));
   CommandLineOptions options;
+  options.updateServer = update::UpdateServer::Choose(parser.value(server).toStdString(), environmentServer);
+  if (!update::UpdateServer::IsValid(options.updateServer))
+    return problem("\"" + QString::fromStdString(options.updateServer) +
+                   "\" is no update server: give HOST or HOST:PORT.");
   options.board = choice.choice;
   options.programFolder = parser.isSet(folder) ? sound::PathOf(parser.value(folder).toStdString()) : programFolder;
   if (!files.isEmpty()) options.set = sound::PathOf(files.constFirst().toStdString());

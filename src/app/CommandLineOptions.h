@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <filesystem>
+#include <string>
 
 #include "platform/boards/BoardChoice.h"
 
@@ -11,13 +12,17 @@ namespace kestrin::app {
 /// What the person wants, as they say it when they start the program.
 struct CommandLineOptions {
   struct Parsed;
-  /// Reads the arguments, the program's own name first. `programFolder` is the folder of the executable.
-  [[nodiscard]] static Parsed Parse(const QStringList& arguments, const std::filesystem::path& programFolder);
+  /// Reads the arguments, the program's own name first. `programFolder` is the folder of the executable;
+  /// `environmentServer` the environment variable that names an update server, nullptr when it is not set.
+  [[nodiscard]] static Parsed Parse(const QStringList& arguments, const std::filesystem::path& programFolder,
+                                    const char* environmentServer = nullptr);
 
   boards::BoardChoice board;
   std::filesystem::path programFolder;
   /// The set to open; empty: none.
   std::filesystem::path set;
+  /// HOST or HOST:PORT.
+  std::string updateServer;
 };
 
 /// The options, or a text instead of them.

@@ -293,12 +293,25 @@ void Main::Press(ToolRow::Tool tool) {
       m_configFrame->Open(m_session.DeviceRevision());
       break;
     case ToolRow::Tool::Update:
-      if (m_around.update != nullptr) m_around.update->Open(*this);
+      Update();
       break;
     case ToolRow::Tool::Send:
       Send();
       break;
   }
+}
+
+void Main::Update() {
+  device::TLS* const board = m_session.Board();
+  if (board == nullptr || m_around.update == nullptr) return;
+  std::string serialNumber;
+  {
+    const CommandGate::Passage passage(m_around.gate);
+    serialNumber = board->GetSN();
+  }
+  if (serialNumber == device::TLS::kNoSerialNumber) return;
+  const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
+  if (!m_unloaded) m_setFile.OfferNew(sets);
 }
 
 void Main::Send() {
@@ -394,6 +407,7 @@ bool Main::MayClose() {
                                                    "", Dialogs::Harmless::Cancel, HelpContext::CancelQuestion);
   if (!wanted) return false;
   m_download->Cancel();
+  if (m_around.update != nullptr) m_around.update->Cancel();
   // What is going on comes to a safe end first.
   m_around.gate.WhenFree([this] { close(); });
   return false;

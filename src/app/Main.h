@@ -98,6 +98,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void MemoryChanged() override { UpdateButtons(); }
 
   void Press(ToolRow::Tool tool);
+  void Update();
   void Send();
   void SendAccParam();
   void TickGoOnline();

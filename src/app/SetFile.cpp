@@ -48,6 +48,21 @@ void SetFile::OpenPath(const std::filesystem::path& path) {
   if (MayLose()) Load(path);
 }
 
+void SetFile::OfferNew(const std::vector<std::filesystem::path>& paths) {
+  if (paths.empty()) return;
+  QStringList names;
+  for (const std::filesystem::path& path : paths) names.append(QFileInfo(TextOf(path)).completeBaseName());
+  const bool one = paths.size() == 1;
+  const QString question = one ? tr("The new font \"%1\" is on this computer. Open it now?").arg(names.constFirst())
+                               : tr("New fonts are on this computer: %1.\nOpen one of them now?").arg(names.join(", "));
+  if (!m_dialogs.AskOkCancel(question, "", Dialogs::Harmless::Cancel, HelpContext::Update)) return;
+  if (one) return OpenPath(paths.front());
+  // Each lies in a folder of its own, side by side.
+  const QString path = m_dialogs.OpenFile(tr("Open a new font"), TextOf(paths.front().parent_path().parent_path()),
+                                          QtFileFilter(sound::ConfigurationFile::kFilter), HelpContext::Open);
+  if (!path.isEmpty()) OpenPath(PathOf(path));
+}
+
 void SetFile::Load(const std::filesystem::path& path) {
   sound::LoadResult result;
   {

@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QObject>
 #include <filesystem>
+#include <vector>
 
 #include "sound/RecentSets.h"
 #include "sound/SoundSet.h"
@@ -29,6 +30,8 @@ class SetFile : public QObject {
   void Open();
   /// Opens this file; the person is asked before an unsaved set is lost.
   void OpenPath(const std::filesystem::path& path);
+  /// Sets that have just come: the person may open one of them at once.
+  void OfferNew(const std::vector<std::filesystem::path>& paths);
   /// Asks for a file name and saves. False when it was not saved.
   bool Save();
   /// An empty set.

@@ -3,12 +3,16 @@
 #include <QStandardPaths>
 #include <QTextStream>
 #include <QTimer>
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "app/Application.h"
 #include "app/CommandGate.h"
 #include "app/CommandLineOptions.h"
+#include "app/FoldersWithFonts.h"
+#include "app/FontUpdate.h"
 #include "app/Main.h"
 #include "app/help/HelpKey.h"
 #include "app/help/HelpWindow.h"
@@ -21,7 +25,10 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
+#include "platform/net/CurlTransfer.h"
 #include "sound/PathText.h"
+#include "update/UpdateServer.h"
+#include "update/UpdateUtils.h"
 
 namespace {
 
@@ -75,12 +82,17 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   motion::KeptParametersFolder kept(data / motion::KeptParametersFolder::kFolderName);
   QSettings settings(TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   const std::unique_ptr<sound::SoundPlayer> player = desktop::MakeSystemSoundPlayer(clock);
-  const desktop::DesktopFolders folders;
+  const std::array places{options.programFolder, data};
+  const std::filesystem::path fonts = update::UpdateUtils::PlaceIn(places);
+  const desktop::DesktopFolders desktopFolders;
+  const app::FoldersWithFonts folders(desktopFolders, fonts);
   desktop::QtDialogs dialogs;
   desktop::SystemSleepBlocker sleep;
   Help help(options.programFolder);
+  net::CurlTransfer transfer(gate.Pump());
+  app::FontUpdate update(transfer, options.updateServer, fonts, gate);
 
-  app::Main window({*board.agent, gate, clock, dialogs, *player, folders, kept, sleep, nullptr, settings,
+  app::Main window({*board.agent, gate, clock, dialogs, *player, folders, kept, sleep, &update, settings,
                     options.programFolder, data});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &app::Application::mishap, &window,
@@ -104,7 +116,8 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
   QGuiApplication::setDesktopFileName("kestrin");
   const app::CommandLineOptions::Parsed parsed =
-      app::CommandLineOptions::Parse(QCoreApplication::arguments(), PathOf(QCoreApplication::applicationDirPath()));
+      app::CommandLineOptions::Parse(QCoreApplication::arguments(), PathOf(QCoreApplication::applicationDirPath()),
+                                     std::getenv(update::UpdateServer::kEnvironment));
   if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
   if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);
   try {

@@ -61,6 +61,8 @@ std::optional<Sign> SignOf(QStyle::StandardPixmap picture) {
       return Sign{ColorRole::Warning, WithLine(Triangle(), {12, 9}, {12, 14}), QPointF(12, 17.2)};
     case QStyle::SP_MessageBoxCritical:
       return Sign{ColorRole::Error, WithLine(WithLine(Ring(), {8.8, 8.8}, {15.2, 15.2}), {15.2, 8.8}, {8.8, 15.2}), {}};
+    case QStyle::SP_DialogApplyButton:
+      return Sign{ColorRole::Ok, WithLine(WithLine(Ring(), {7.6, 12.4}, {10.8, 15.6}), {10.8, 15.6}, {16.4, 9}), {}};
     default:
       return std::nullopt;
   }

@@ -55,9 +55,15 @@ class FakeSleepBlocker final : public app::SleepBlocker {
 class FakeUpdateDialog final : public app::UpdateDialog {
  public:
   std::vector<std::string> calls;
+  /// What the next update brings.
+  std::vector<std::filesystem::path> sets;
 
   void Initialise() override { calls.emplace_back("initialise"); }
-  void Open(QWidget&) override { calls.emplace_back("open"); }
+  std::vector<std::filesystem::path> Open(QWidget&, const std::string& serialNumber) override {
+    calls.push_back("open " + serialNumber);
+    return sets;
+  }
+  void Cancel() override { calls.emplace_back("cancel"); }
   void Unload() override { calls.emplace_back("unload"); }
 };
 

@@ -75,7 +75,7 @@ class MainFixture : public testing::Test {
     agent = std::move(created.agent);
     if (!plugged) agent->Unplug();
     window = std::make_unique<app::Main>(app::Surroundings{*agent, gate, Clock(), dialogs, player, folders, kept, sleep,
-                                                           &update, settings, program, data});
+                                                           updateDialog, settings, program, data});
   }
 
   /// Makes it and starts it up with that board online.
@@ -160,6 +160,7 @@ class MainFixture : public testing::Test {
   support::MemoryKeptParameters kept;
   FakeSleepBlocker sleep;
   FakeUpdateDialog update;
+  app::UpdateDialog* updateDialog = &update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;
   std::unique_ptr<app::Main> window;

@@ -89,7 +89,7 @@ TEST_F(StartUp, SelectsTheBootSlot) {
 TEST_F(StartUp, MakesTheUpdateReadyAndOpensItOnItsButton) {
   Start();
   Button("UpdateBtn").click();
-  EXPECT_EQ(update.calls, (std::vector<std::string>{"initialise", "open"}));
+  EXPECT_EQ(update.calls, (std::vector<std::string>{"initialise", "open 4B535401"}));
 }
 
 TEST_F(StartUp, SaysThatThereIsNoUpdateInABuildWithout) {

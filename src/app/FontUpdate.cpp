@@ -1,0 +1,46 @@
+#include "app/FontUpdate.h"
+
+#include <QObject>
+
+#include "app/CommandGate.h"
+#include "update/ui/updateForm.h"
+
+namespace kestrin::app {
+
+FontUpdate::FontUpdate(update::TransferControl& inetConnector, const std::string& server,
+                       const std::filesystem::path& fontsFolder, CommandGate& gate)
+    : m_inetConnector(inetConnector), m_gate(gate), m_manager(server, fontsFolder, gate.Pump()) {}
+
+FontUpdate::~FontUpdate() { Unload(); }
+
+void FontUpdate::Initialise() {
+  if (m_form != nullptr) return;
+  m_form = new update::ui::updateForm(m_inetConnector);
+  m_manager.Initialize(*m_form, m_form->Inet());
+  QObject::connect(m_form, &QDialog::finished, m_form, [this] { m_manager.cancel(); });
+}
+
+std::vector<std::filesystem::path> FontUpdate::Open(QWidget& window, const std::string& serialNumber) {
+  Initialise();
+  m_form->setParent(&window, m_form->windowFlags());
+  {
+    const CommandGate::Passage passage(m_gate);
+    m_manager.deviceSerial(serialNumber);
+    m_manager.startUpdate();
+  }
+  std::vector<std::filesystem::path> sets;
+  if (m_manager.outcome() != update::UpdateManager::Outcome::Updated) return sets;
+  for (const std::string& item : m_manager.installed()) sets.push_back(m_manager.utils().ConfigurationOf(item));
+  return sets;
+}
+
+void FontUpdate::Cancel() {
+  if (m_form != nullptr) m_form->reject();
+}
+
+void FontUpdate::Unload() {
+  Cancel();
+  delete m_form;
+}
+
+}  // namespace kestrin::app
