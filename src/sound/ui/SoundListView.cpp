@@ -4,8 +4,10 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <array>
 
 #include "app/theme/ThemeColors.h"
+#include "base/RaisedFlag.h"
 #include "sound/ui/SoundRowDelegate.h"
 
 namespace kestrin::sound::ui {
@@ -14,6 +16,12 @@ namespace {
 
 /// CTRL and nothing else; the number block does not count as a key that is held.
 bool IsExactlyCtrl(Qt::KeyboardModifiers held) { return (held & ~Qt::KeypadModifier) == Qt::ControlModifier; }
+
+/// Whether the key leads from row to row.
+bool IsTravel(int key) {
+  constexpr std::array kKeys{Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
+  return std::find(kKeys.begin(), kKeys.end(), key) != kKeys.end();
+}
 
 }  // namespace
 
@@ -52,6 +60,19 @@ void SoundListView::SelectRow(int row) {
     selectionModel()->clear();
 }
 
+void SoundListView::SelectCurrent() {
+  if (!currentIndex().isValid() || !SelectedRows().isEmpty()) return;
+  SelectRow(currentIndex().row());
+  emit rowChosen(currentIndex().row());
+}
+
+bool SoundListView::event(QEvent* event) {
+  if (event->type() == QEvent::ContextMenu &&
+      static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard)
+    SelectCurrent();
+  return QListView::event(event);
+}
+
 void SoundListView::mousePressEvent(QMouseEvent* event) {
   const QModelIndex index = indexAt(event->position().toPoint());
   QListView::mousePressEvent(event);
@@ -77,25 +98,36 @@ void SoundListView::keyPressEvent(QKeyEvent* event) {
   const bool isDelete = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (isPlain && isDelete) {
+    SelectCurrent();
     emit deletePressed();
     return;
   }
   if (isPlain && currentIndex().isValid() && isEnter) {
+    SelectCurrent();
     emit enterPressed();
     return;
   }
   if (isPlain && currentIndex().isValid() && event->key() == Qt::Key_Space) {
+    SelectCurrent();
     emit playWanted(currentIndex());
     return;
   }
   QListView::keyPressEvent(event);
+  // At the end of the list, or in one of a single row, there is no other row to go to.
+  if (isPlain && IsTravel(event->key())) SelectCurrent();
 }
 
 void SoundListView::focusInEvent(QFocusEvent* event) {
-  QListView::focusInEvent(event);
-  // A click names its row itself.
-  if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason && model()->rowCount() > 0) {
-    if (SelectedRows().isEmpty()) SelectRow(std::max(0, currentIndex().row()));
+  {
+    const base::RaisedFlag placing(m_placing);
+    QListView::focusInEvent(event);
+    if (!currentIndex().isValid())
+      selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
+  }
+  // Only a key that leads to just this list takes up its sound. Whoever comes by on the way to somewhere else, or back
+  // to the window, keeps what is selected; a click names its row itself.
+  if (event->reason() == Qt::ShortcutFocusReason && currentIndex().isValid()) {
+    if (SelectedRows().isEmpty()) SelectRow(currentIndex().row());
     emit rowChosen(currentIndex().row());
   }
   viewport()->update();
@@ -108,7 +140,7 @@ void SoundListView::focusOutEvent(QFocusEvent* event) {
 
 void SoundListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QListView::currentChanged(current, previous);
-  if (current.isValid() && hasFocus()) emit rowChosen(current.row());
+  if (current.isValid() && hasFocus() && !m_placing) emit rowChosen(current.row());
 }
 
 QItemSelectionModel::SelectionFlags SoundListView::selectionCommand(const QModelIndex& index,

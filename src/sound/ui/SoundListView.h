@@ -30,6 +30,7 @@ class SoundListView : public QListView {
   void rowChosen(int row);
 
  protected:
+  bool event(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -41,7 +42,12 @@ class SoundListView : public QListView {
                                                                      const QEvent* event) const override;
 
  private:
+  /// Where no row is selected, selects the one where the keyboard is.
+  void SelectCurrent();
+
   QString m_emptyText;
+  /// While the keyboard's row is only being marked: nobody has chosen it.
+  bool m_placing = false;
 };
 
 }  // namespace kestrin::sound::ui

@@ -5,7 +5,21 @@
 namespace kestrin::sound::ui {
 namespace {
 
-class SlotKeyboardTest : public SoundPageFixture {};
+class SlotKeyboardTest : public SoundPageFixture {
+ protected:
+  /// Puts a sound into every single slot and three into every list.
+  void FillAll() {
+    for (const Slot& slot : kSlots) Fill(slot.kind, slot.isList ? 3 : 1);
+  }
+  /// Presses the Tab key until that control has the keyboard.
+  void TabTo(const char* name) {
+    for (int step = 0; step < 60; ++step) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      if (QApplication::focusWidget()->objectName() == QLatin1String(name)) return;
+    }
+    FAIL() << "Tab does not lead to " << name;
+  }
+};
 
 TEST_F(SlotKeyboardTest, AltAndALetterLeadToEachSlot) {
   const std::vector<std::tuple<Qt::Key, SlotKind, const char*>> keys{
@@ -93,6 +107,77 @@ TEST_F(SlotKeyboardTest, TabReachesEveryControlOfThePage) {
   EXPECT_LT(reached.indexOf("FileList"), reached.indexOf("BootFileList"));
   EXPECT_LT(reached.indexOf("BootFileList"), reached.indexOf("LkfileList"));
   EXPECT_LT(reached.indexOf("LkfileList"), reached.indexOf("VolSlider"));
+}
+
+TEST_F(SlotKeyboardTest, TabLeavesTheSelectedSoundSelected) {
+  Sound("a.lsu", 100);
+  Open();
+  FillAll();
+  set.SetVolume(SlotKind::Motion, 2, 33);
+  page->FocusSlot(SlotKind::Motion);
+  QTest::keyClick(List("MtFileList"), Qt::Key_Down);
+  for (const char* control : {"LkfileList", "VolSlider", "FileList", "BootFileList", "MtFileList", "VolSlider"}) {
+    ASSERT_NO_FATAL_FAILURE(TabTo(control));
+    EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 2") << control;
+    EXPECT_EQ(Text("VolumeLabel"), "33 %") << control;
+    EXPECT_EQ(List("MtFileList")->selectionModel()->selectedRows().size(), 1) << control;
+  }
+  QTest::keyClick(Get<QWidget>("VolSlider"), Qt::Key_Right);
+  EXPECT_EQ(set.At({SlotKind::Motion, 2}).Volume(), 34);
+}
+
+TEST_F(SlotKeyboardTest, TabLeavesTheChosenFilesChosen) {
+  for (const char* name : {"a.lsu", "b.lsu", "c.lsu"}) Sound(name, 100);
+  Open();
+  FillAll();
+  Click("FileList", "a.lsu");
+  Click("FileList", "b.lsu", Qt::ShiftModifier);
+  ASSERT_NO_FATAL_FAILURE(TabTo("LkfileList"));
+  ASSERT_NO_FATAL_FAILURE(TabTo("FileList"));
+  Get<QRadioButton>("ImpOption")->setChecked(true);
+  QTest::keyClick(List("FileList"), Qt::Key_Return);
+  EXPECT_EQ(Names(SlotKind::Impact), "impact 1.lsu@100 impact 2.lsu@100 impact 3.lsu@100 a.lsu@100 b.lsu@100");
+}
+
+TEST_F(SlotKeyboardTest, BehindTabEveryKeyTakesTheRowWhereTheKeyboardIs) {
+  struct Case {
+    const char* list;
+    Qt::Key key;
+    const char* selected;
+  };
+  const std::vector<Case> cases{
+      {"MtFileList", Qt::Key_Down, "Motion 2"},      {"MtFileList", Qt::Key_Up, "Motion 1"},
+      {"MtFileList", Qt::Key_Home, "Motion 1"},      {"MtFileList", Qt::Key_End, "Motion 3"},
+      {"MtFileList", Qt::Key_Space, "Motion 1"},     {"BootFileList", Qt::Key_Down, "Boot"},
+      {"BootFileList", Qt::Key_PageDown, "Boot"},    {"BootFileList", Qt::Key_Space, "Boot"},
+      {"PwrOnFileList", Qt::Key_PageUp, "Power On"},
+  };
+  Open();
+  FillAll();
+  for (const Case& each : cases) {
+    page->FocusSlot(SlotKind::Lockup);
+    // As nobody has been in the list before.
+    List(each.list)->setCurrentIndex({});
+    ASSERT_NO_FATAL_FAILURE(TabTo(each.list));
+    ASSERT_EQ(Text("SelectedPlaceLabel"), "Lock-up 1") << each.list;
+    QTest::keyClick(List(each.list), each.key);
+    EXPECT_EQ(Text("SelectedPlaceLabel"), each.selected) << each.list << " " << each.key;
+    EXPECT_FALSE(List("LkfileList")->selectionModel()->hasSelection()) << each.list << " " << each.key;
+  }
+  EXPECT_EQ(played, (QStringList{PathText("motion 1.lsu"), PathText("boot 1.lsu")}));
+}
+
+TEST_F(SlotKeyboardTest, BehindTabDeleteAndEnterTakeTheRowWhereTheKeyboardIs) {
+  Sound("a.lsu", 100);
+  Open();
+  FillAll();
+  page->FocusSlot(SlotKind::Lockup);
+  ASSERT_NO_FATAL_FAILURE(TabTo("FileList"));
+  QTest::keyClick(List("FileList"), Qt::Key_Return);
+  EXPECT_EQ(set.Count(SlotKind::Lockup), 4);
+  ASSERT_NO_FATAL_FAILURE(TabTo("ImpFileList"));
+  QTest::keyClick(List("ImpFileList"), Qt::Key_Delete);
+  EXPECT_EQ(Shown("ImpFileList"), "impact 2.lsu impact 3.lsu");
 }
 
 }  // namespace
