@@ -14,11 +14,8 @@ class ConsoleUpdateView final : public update::UpdateView {
   explicit ConsoleUpdateView(ProgressLine& progress) : m_progress(progress) {}
 
   void resetForm() override {}
-  void showStep(const std::string& text) override { m_progress.Phase(text); }
-  void showElement(const std::string& text) override {
-    // "Downloading: " without a name only announces what comes next.
-    if (!text.ends_with(": ")) m_progress.Phase(text);
-  }
+  void showStep(const std::string& text) override { Show(text); }
+  void showElement(const std::string& text) override { Show(text); }
   void progressA(std::int32_t) override {}
   void progressB(std::int32_t percentage) override { m_progress.Percent(percentage); }
   void showWarning(const std::string&) override { m_progress.End(); }
@@ -26,6 +23,11 @@ class ConsoleUpdateView final : public update::UpdateView {
   void showModal(const std::function<void()>& activated) override { activated(); }
 
  private:
+  void Show(const std::string& text) {
+    // "Downloading: " without a name only announces what comes next.
+    if (!text.ends_with(": ")) m_progress.Phase(text);
+  }
+
   ProgressLine& m_progress;
 };
 

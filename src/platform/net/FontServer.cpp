@@ -3,6 +3,7 @@
 #include <httplib.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <mutex>
 #include <system_error>
@@ -18,6 +19,8 @@ constexpr std::size_t kClients = 8;
 /// A request of this protocol is a line; beyond this it is none.
 constexpr std::size_t kLongestRequest = 4096;
 constexpr std::size_t kPiece = 65536;
+/// How often it is asked whether to go on.
+constexpr std::chrono::milliseconds kIdle{50};
 
 /// The server's threads, and its question whether to go on while it waits for somebody.
 class Clients final : public httplib::TaskQueue {
@@ -91,6 +94,7 @@ FontServer::FontServer(FontAnswers answers, std::function<void(const std::string
   server.set_socket_options(AloneAtThePort);
   server.set_tcp_nodelay(true);
   server.set_keep_alive_timeout(1);
+  server.set_idle_interval(kIdle);
   server.set_payload_max_length(kLongestRequest);
   server.Post(FontAnswers::kTextPath,
               [impl = m_impl.get()](const httplib::Request& request, httplib::Response& response) {
