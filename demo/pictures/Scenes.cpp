@@ -12,6 +12,7 @@
 
 #include "app/help/HelpWindow.h"
 #include "demo/pictures/Stage.h"
+#include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/QtDialogs.h"
 
@@ -180,6 +181,10 @@ constexpr Scene kScenes[] = {
     {"question", kBoard, TakeQuestion},
     {"error", kBoard, TakeError},
     {"unsaved", kBoard, TakeUnsaved},
+    {"updating", "none", [](const Place&, const std::string&) { return TakeUpdating(); }},
+    {"updated", "none", [](const Place&, const std::string&) { return TakeUpdated(); }},
+    {"update-failed", "none", [](const Place&, const std::string&) { return TakeUpdateFailed(); }},
+    {"update-question", "none", [](const Place&, const std::string&) { return TakeUpdateQuestion(); }},
 };
 
 }  // namespace

@@ -1,0 +1,72 @@
+#include "demo/pictures/UpdateScenes.h"
+
+#include <QApplication>
+#include <functional>
+#include <string>
+
+#include "update/TransferControl.h"
+#include "update/ui/updateForm.h"
+
+namespace kestrin::demo {
+
+namespace {
+
+/// Nothing is transferred in pictures.
+class NoTransfer final : public update::TransferControl {
+ public:
+  void OnStateChanged(StateChanged) override {}
+  bool Execute(const std::string&, const std::string&, const std::string&, const std::string&) override {
+    return false;
+  }
+  bool StillExecuting() override { return false; }
+  void Cancel() override {}
+  [[nodiscard]] int HttpStatus() const override { return 0; }
+  [[nodiscard]] std::string GetHeader(const std::string&) const override { return ""; }
+  std::string NextChunk(std::size_t) override { return ""; }
+};
+
+QPixmap TakeForm(const std::function<void(update::ui::updateForm&)>& prepare) {
+  NoTransfer transfer;
+  update::ui::updateForm form(transfer);
+  form.resetForm();
+  form.show();
+  prepare(form);
+  QApplication::processEvents();
+  form.adjustSize();
+  QApplication::processEvents();
+  return form.grab();
+}
+
+}  // namespace
+
+QPixmap TakeUpdating() {
+  return TakeForm([](update::ui::updateForm& form) {
+    constexpr int kWhole = 65;
+    constexpr int kFile = 41;
+    form.showStep("(3/3) Updating item: Night Watch");
+    form.showElement("Downloading: powerup.lsu");
+    form.progressA(kWhole);
+    form.progressB(kFile);
+  });
+}
+
+QPixmap TakeUpdated() {
+  return TakeForm([](update::ui::updateForm& form) {
+    form.showStep("(3/3) Updating item: Night Watch");
+    form.showMessage("Update finished. New fonts installed successfully.");
+  });
+}
+
+QPixmap TakeUpdateFailed() {
+  return TakeForm([](update::ui::updateForm& form) {
+    form.showWarning(
+        "Update failed! \"/home/somebody-with-a-long-name/.local/share/Kestrin Launcher/fonts/Night Watch/tmp\" could "
+        "not be written: No space left on device. Make room on the disk or permit writing there and update again.");
+  });
+}
+
+QPixmap TakeUpdateQuestion() {
+  return TakeForm([](update::ui::updateForm& form) { form.showYesNoButtons(); });
+}
+
+}  // namespace kestrin::demo
