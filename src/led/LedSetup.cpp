@@ -177,7 +177,7 @@ void LedSetup::PickColorApply() {
   std::array<std::int32_t, 1 + 2 * LED_Driver::kChannels> values{m_currentDriver.Period};
   for (int channel = 1; channel <= Channels(); ++channel) {
     const LevelCounts counts = CountsOf(m_currentDriver, channel, m_view.Level(channel));
-    const auto place = static_cast<std::size_t>(2 * channel);
+    const std::size_t place = 2 * static_cast<std::size_t>(channel);
     values[place - 1] = counts.on;
     values[place] = counts.off;
   }
