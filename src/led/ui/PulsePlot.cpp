@@ -27,7 +27,7 @@ QString Seconds(double milliseconds) {
 
 }  // namespace
 
-PulsePlot::PulsePlot(QWidget* parent) : QWidget(parent) {
+PulsePlot::PulsePlot(QWidget* parent) : QWidget(parent), m_timer(this) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   m_timer.setInterval(kFrameMilliseconds);
   connect(&m_timer, &QTimer::timeout, this, &PulsePlot::Move);
