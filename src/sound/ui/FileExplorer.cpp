@@ -1,10 +1,10 @@
 #include "sound/ui/FileExplorer.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QFileSystemWatcher>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSet>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
@@ -15,6 +15,7 @@
 
 #include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
+#include "sound/ui/DriveList.h"
 #include "sound/ui/FileListModel.h"
 #include "sound/ui/FolderContents.h"
 #include "sound/ui/HintLabel.h"
@@ -37,6 +38,22 @@ bool IsWithin(const fs::path& folder, const fs::path& drive) {
   return end == drive.end() || (std::next(end) == drive.end() && end->empty());
 }
 
+/// Shows the entries. The ones that stay keep their selection, and the keyboard and the view their place.
+void ShowKeepingPlace(SoundListView& list, FileListModel& model, std::vector<FolderEntry> entries) {
+  if (model.Entries() == entries) return;
+  QSet<QString> chosen;
+  for (const int row : list.SelectedRows()) chosen.insert(model.At(row).name);
+  const QString current = list.currentIndex().data().toString();
+  model.Show(std::move(entries));
+  QList<int> selected;
+  int keyboard = -1;
+  for (int row = 0; row < model.rowCount(); ++row) {
+    if (chosen.contains(model.At(row).name)) selected.append(row);
+    if (model.At(row).name == current) keyboard = row;
+  }
+  list.Place(selected, keyboard);
+}
+
 }  // namespace
 
 FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
@@ -45,7 +62,7 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
       m_job(new LatestJob(this)),
       m_folders(new FileListModel(this)),
       m_files(new FileListModel(this)),
-      m_driveList(new QComboBox(this)),
+      m_driveList(new DriveList(this)),
       m_up(new QToolButton(this)),
       m_path(new QLabel(this)),
       m_dirList(new SoundListView(this)),
@@ -75,6 +92,8 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
   MakeLayout();
   FillDrives();
 
+  // A stick may have been plugged in since.
+  connect(m_driveList, &DriveList::opening, this, &FileExplorer::FillDrives);
   connect(m_driveList, &QComboBox::activated, this, &FileExplorer::ChooseDrive);
   connect(m_up, &QToolButton::clicked, this, &FileExplorer::GoUp);
   connect(m_dirList, &SoundListView::doubleClickedPlain, this, &FileExplorer::OpenChosenFolder);
@@ -129,9 +148,17 @@ void FileExplorer::MakeLayout() {
 }
 
 void FileExplorer::FillDrives() {
+  const int index = m_driveList->currentIndex();
+  const app::Drive shown = index < 0 ? app::Drive{} : m_drives.at(static_cast<std::size_t>(index));
   m_drives = {{"Desktop", m_specialFolders.Desktop()}, {"My Documents", m_specialFolders.Documents()}};
   for (app::Drive& drive : m_specialFolders.Drives()) m_drives.push_back(std::move(drive));
-  for (const app::Drive& drive : m_drives) m_driveList->addItem(TextFrom(std::string_view(drive.label)));
+  int current = -1;
+  m_driveList->clear();
+  for (const app::Drive& drive : m_drives) {
+    if (drive.label == shown.label && drive.path == shown.path) current = m_driveList->count();
+    m_driveList->addItem(TextFrom(std::string_view(drive.label)));
+  }
+  m_driveList->setCurrentIndex(current);
 }
 
 void FileExplorer::ChooseDrive(int index) {
@@ -187,14 +214,12 @@ void FileExplorer::Read() {
 }
 
 void FileExplorer::Show(FolderContents& contents) {
-  std::vector<fs::path> chosen = SelectedFiles();
   m_fileList->SetEmptyText(contents.complete ? QStringLiteral("No sound files (.lsu) in this folder")
                                              : QStringLiteral("This folder cannot be read"));
-  m_folders->Show(std::move(contents.folders));
-  m_files->Show(std::move(contents.sounds));
-  if (!m_left.empty()) m_dirList->SelectRow(m_folders->RowOf(std::exchange(m_left, {})));
   // Reading the same folder again leaves the person where they were.
-  if (!chosen.empty()) m_fileList->SelectRow(m_files->RowOf(chosen.front()));
+  ShowKeepingPlace(*m_dirList, *m_folders, std::move(contents.folders));
+  ShowKeepingPlace(*m_fileList, *m_files, std::move(contents.sounds));
+  if (!m_left.empty()) m_dirList->SelectRow(m_folders->RowOf(std::exchange(m_left, {})));
   emit folderShown();
 }
 

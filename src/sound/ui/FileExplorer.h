@@ -7,7 +7,6 @@
 #include "app/SpecialFolders.h"
 #include "app/theme/Card.h"
 
-class QComboBox;
 class QFileSystemWatcher;
 class QLabel;
 class QTimer;
@@ -15,6 +14,7 @@ class QToolButton;
 
 namespace kestrin::sound::ui {
 
+class DriveList;
 class FileListModel;
 struct FolderContents;
 class HintLabel;
@@ -46,6 +46,7 @@ class FileExplorer : public app::Card {
 
  private:
   void MakeLayout();
+  /// Asks for the drives anew; the one that is shown stays shown.
   void FillDrives();
   void ChooseDrive(int index);
   void Open(const std::filesystem::path& folder);
@@ -62,7 +63,7 @@ class FileExplorer : public app::Card {
   LatestJob* m_job;
   FileListModel* m_folders;
   FileListModel* m_files;
-  QComboBox* m_driveList;
+  DriveList* m_driveList;
   QToolButton* m_up;
   QLabel* m_path;
   SoundListView* m_dirList;

@@ -15,6 +15,7 @@ class FileListModel : public QAbstractListModel {
   using QAbstractListModel::QAbstractListModel;
 
   void Show(std::vector<FolderEntry> entries);
+  [[nodiscard]] const std::vector<FolderEntry>& Entries() const { return m_entries; }
   [[nodiscard]] const FolderEntry& At(int row) const { return m_entries.at(static_cast<std::size_t>(row)); }
   /// The row of a path, -1 when it is not shown.
   [[nodiscard]] int RowOf(const std::filesystem::path& path) const;

@@ -13,6 +13,8 @@ struct FolderEntry {
   QString name;
   /// Bytes of a file, 0 for a folder.
   qint64 size = 0;
+
+  friend bool operator==(const FolderEntry&, const FolderEntry&) = default;
 };
 
 /// What a folder holds, hidden folders left out, both lists sorted as people count.

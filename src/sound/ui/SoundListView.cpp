@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <algorithm>
 #include <array>
 
@@ -58,6 +59,21 @@ void SoundListView::SelectRow(int row) {
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
   else
     selectionModel()->clear();
+}
+
+void SoundListView::Place(const QList<int>& selected, int keyboard) {
+  const base::RaisedFlag placing(m_placing);
+  const int scrolled = verticalScrollBar()->value();
+  QItemSelection rows;
+  for (qsizetype first = 0, end = 0; first < selected.size(); first = end) {
+    // Neighbours make one range: thousands of single rows would be slow to paint.
+    for (end = first + 1; end < selected.size() && selected[end] == selected[end - 1] + 1;) ++end;
+    rows.select(model()->index(selected[first], 0), model()->index(selected[end - 1], 0));
+  }
+  selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+  selectionModel()->setCurrentIndex(model()->index(keyboard, 0), QItemSelectionModel::NoUpdate);
+  executeDelayedItemsLayout();
+  verticalScrollBar()->setValue(scrolled);
 }
 
 void SoundListView::SelectCurrent() {

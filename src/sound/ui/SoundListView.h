@@ -17,6 +17,9 @@ class SoundListView : public QListView {
   [[nodiscard]] QList<int> SelectedRows() const;
   /// Makes that row the current and only selected one; -1: none.
   void SelectRow(int row);
+  /// Selects just these rows, in rising order, and puts the keyboard on one (-1: on none), for rows that come back
+  /// after the model was reset. The view stays where it is, and nobody has chosen anything.
+  void Place(const QList<int>& selected, int keyboard);
 
  signals:
   /// The mouse was pressed on a row with CTRL and nothing else held, or the blank key on the current one.

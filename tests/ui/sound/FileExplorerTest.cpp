@@ -1,4 +1,5 @@
 #include <QComboBox>
+#include <QScrollBar>
 #include <QToolButton>
 
 #include "SoundPageFixture.h"
@@ -111,6 +112,92 @@ TEST_F(FileExplorerTest, ANewFileAppearsByItself) {
   Open();
   ShowFolder([&] { Sound("new.lsu", 100); });
   EXPECT_EQ(Shown("FileList"), "new.lsu");
+}
+
+TEST_F(FileExplorerTest, ADriveThatIsPluggedInIsThereWhenTheListOpens) {
+  Open();
+  auto* drives = Get<QComboBox>("DriveList");
+  std::filesystem::create_directories(folder / "card");
+  support::WriteSoundFile(folder / "card" / "k.lsu", support::SomeSamples(100));
+  folders.drives.insert(folders.drives.begin(), {"Card", folder / "card"});
+  drives->showPopup();
+  ASSERT_EQ(drives->count(), 5);
+  EXPECT_EQ(drives->itemText(0), "Desktop");
+  EXPECT_EQ(drives->itemText(1), "My Documents");
+  EXPECT_EQ(drives->itemText(2), "Card");
+  EXPECT_EQ(drives->currentText(), "Stick");
+  drives->hidePopup();
+  ShowFolder([&] { Choose(2); });
+  EXPECT_EQ(Shown("FileList"), "k.lsu");
+  // And one that was pulled out is gone, also when it is the one that is shown.
+  folders.drives.erase(folders.drives.begin());
+  drives->showPopup();
+  EXPECT_EQ(drives->count(), 4);
+  EXPECT_EQ(drives->currentIndex(), -1);
+  drives->hidePopup();
+}
+
+TEST_F(FileExplorerTest, ReadingTheFolderAgainLeavesThePersonWhereTheyWere) {
+  for (const char* name : {"b.lsu", "c.lsu", "d.lsu", "e.lsu", "f.lsu"}) Sound(name, 100);
+  Open();
+  Click("DirList", "documents");
+  Click("FileList", "b.lsu");
+  Click("FileList", "d.lsu", Qt::ShiftModifier);
+  const auto chosen = [&] {
+    QStringList names;
+    for (const QModelIndex& index : List("FileList")->selectionModel()->selectedRows())
+      names.append(index.data().toString());
+    names.sort();
+    return names.join(QLatin1Char(' ')).toStdString();
+  };
+  const auto keyboard = [&](const char* list) { return List(list)->currentIndex().data().toString(); };
+  ASSERT_EQ(chosen(), "b.lsu c.lsu d.lsu");
+
+  // A preview's copy, which is not shown.
+  ShowFolder([&] { support::WriteBytes(folder / "temp.wav", "RIFF"); });
+  EXPECT_EQ(chosen(), "b.lsu c.lsu d.lsu");
+  EXPECT_EQ(keyboard("FileList"), "d.lsu");
+  EXPECT_EQ(keyboard("DirList"), "documents");
+
+  ShowFolder([&] {
+    Sound("a.lsu", 100);
+    std::filesystem::create_directories(folder / "another");
+  });
+  EXPECT_EQ(Shown("FileList"), "a.lsu b.lsu c.lsu d.lsu e.lsu f.lsu");
+  EXPECT_EQ(chosen(), "b.lsu c.lsu d.lsu");
+  EXPECT_EQ(keyboard("FileList"), "d.lsu");
+  EXPECT_EQ(keyboard("DirList"), "documents");
+  EXPECT_EQ(Text("SelectedSoundLabel"), "d.lsu");
+
+  ShowFolder([&] { std::filesystem::remove(folder / "c.lsu"); });
+  EXPECT_EQ(chosen(), "b.lsu d.lsu");
+  ShowFolder([&] { std::filesystem::remove(folder / "d.lsu"); });
+  EXPECT_EQ(chosen(), "b.lsu");
+  EXPECT_FALSE(List("FileList")->currentIndex().isValid());
+}
+
+TEST_F(FileExplorerTest, ReadingTheFolderAgainChoosesNothing) {
+  for (const char* name : {"b.lsu", "c.lsu"}) Sound(name, 100);
+  Open();
+  Fill(SlotKind::Motion, 2);
+  Click("FileList", "c.lsu");
+  Click("MtFileList", "motion 2.lsu");
+  List("FileList")->setFocus(Qt::TabFocusReason);
+  ShowFolder([&] { Sound("a.lsu", 100); });
+  EXPECT_EQ(List("FileList")->currentIndex().data().toString(), "c.lsu");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 2");
+}
+
+TEST_F(FileExplorerTest, ReadingTheFolderAgainScrollsNowhere) {
+  for (int number = 1; number <= 60; ++number) Sound(std::to_string(number) + ".lsu", 100);
+  Open();
+  Click("FileList", "2.lsu");
+  QScrollBar* bar = List("FileList")->verticalScrollBar();
+  bar->setValue(bar->maximum());
+  const int place = bar->value();
+  ASSERT_GT(place, 10);
+  ShowFolder([&] { Sound("61.lsu", 100); });
+  EXPECT_EQ(bar->value(), place);
 }
 
 TEST_F(FileExplorerTest, AFolderThatIsGoneIsEmpty) {
