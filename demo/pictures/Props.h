@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QColor>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,8 +37,9 @@ class AnsweringDialogs final : public app::Dialogs {
                                  app::HelpContext) override {
     return {};
   }
-  void ShowMessage(const QString& text) override { shown.push_back(text); }
-  void ShowError(const QString& text) override { shown.push_back(text); }
+  [[nodiscard]] std::optional<QColor> AskColor(const QColor&, app::HelpContext) override { return {}; }
+  void ShowMessage(const QString& text, const QString&) override { shown.push_back(text); }
+  void ShowError(const QString& text, const QString&) override { shown.push_back(text); }
   [[nodiscard]] bool AskOkCancel(const QString&, const QString&, Harmless harmless, app::HelpContext) override {
     return harmless == Harmless::Cancel;
   }

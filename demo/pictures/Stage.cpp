@@ -33,9 +33,9 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (!problem.empty()) throw std::runtime_error(problem);
   m_agent = std::move(created.agent);
   if (none) m_agent->Unplug();
-  m_window = std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders,
-                                                           m_kept, m_sleep, m_led, nullptr, m_settings, program,
-                                                           PathOf(m_folder.path())});
+  m_window =
+      std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders, m_kept,
+                                                    m_sleep, nullptr, m_settings, program, PathOf(m_folder.path())});
 }
 
 Stage::~Stage() = default;
@@ -63,10 +63,14 @@ void Stage::When(std::function<bool()> condition, std::function<void()> action) 
 
 void Stage::Settle(QWidget& widget) {
   constexpr int kQuietMilliseconds = 300;
+  // What moves all the time is never at rest.
+  constexpr int kLongestMilliseconds = 2000;
   QImage last;
+  QElapsedTimer all;
   QElapsedTimer quiet;
+  all.start();
   quiet.start();
-  while (quiet.elapsed() < kQuietMilliseconds) {
+  while (quiet.elapsed() < kQuietMilliseconds && all.elapsed() < kLongestMilliseconds) {
     QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
     QImage now = widget.grab().toImage();
     if (now != last) quiet.restart();

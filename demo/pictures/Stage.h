@@ -9,7 +9,6 @@
 #include <string>
 
 #include "app/CommandGate.h"
-#include "app/LedSetupAbsent.h"
 #include "app/Main.h"
 #include "demo/pictures/Props.h"
 #include "motion/KeptParametersFolder.h"
@@ -48,7 +47,6 @@ class Stage {
   OneFolder m_folders;
   motion::KeptParametersFolder m_kept;
   Wakefulness m_sleep;
-  app::LedSetupAbsent m_led;
   QSettings m_settings;
   std::unique_ptr<simulator::SimulatedAgent> m_agent;
   std::unique_ptr<app::Main> m_window;

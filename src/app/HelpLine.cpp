@@ -15,7 +15,7 @@ struct HoverText {
   const char* text;
 };
 
-constexpr std::array<HoverText, 15> kHoverTexts{{
+constexpr std::array<HoverText, 16> kHoverTexts{{
     {"LoadBtn", "LOAD Configuration File"},
     {"SaveBtn", "SAVE Configuration File"},
     {"ConfigBtn", "CONFIGURE Hardware"},
@@ -24,6 +24,7 @@ constexpr std::array<HoverText, 15> kHoverTexts{{
     {"btnUpdateLED", "Update LED Configuration"},
     {"btnSendFoc", "Apply and Test"},
     {"btnSendPulse", "Apply and Test"},
+    {"Main", HelpLine::kPressF1},
     {"Frame1", HelpLine::kPressF1},
     {"FrameFoc", HelpLine::kPressF1},
     {"frmLED", HelpLine::kPressF1},
@@ -39,7 +40,7 @@ HelpLine::HelpLine(QWidget* parent) : QLabel(kPressF1, parent) {
   setObjectName("HelpLabel");
   setTextFormat(Qt::PlainText);
   // A long text must not widen the window.
-  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  setWordWrap(true);
   Theme::MakeSoft(*this);
   m_newsTimer.setSingleShot(true);
   m_newsTimer.setInterval(kNewsMilliseconds);

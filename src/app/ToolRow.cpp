@@ -78,7 +78,6 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent), m
   row->addWidget(m_logo);
   row->addSpacing(kGrid);
   MakeButtons(*row);
-  row->addStretch(1);
 
   m_set = MakeLabel("SetLabel", *this);
   m_set->setAlignment(Qt::AlignRight);
@@ -89,19 +88,20 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent), m
   Theme::MakeSoft(*m_noBoard);
   m_serial = MakeLabel("SerialLabel", *this);
   m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  m_serial->setWordWrap(true);
+  for (QLabel* const label : {m_noBoard, m_serial}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto* const board = new QHBoxLayout;
   board->setSpacing(kGrid);
-  board->addStretch(1);
+  board->addWidget(m_noBoard, 1);
+  board->addWidget(m_serial, 1);
   board->addWidget(m_online);
-  board->addWidget(m_noBoard);
-  board->addWidget(m_serial);
   auto* const state = new QVBoxLayout;
   state->setSpacing(kGrid / 2);
   state->addStretch(1);
   state->addLayout(board);
   state->addWidget(m_set);
   state->addStretch(1);
-  row->addLayout(state);
+  row->addLayout(state, 1);
   SetHelpContext(*m_set, HelpContext::UnsavedSet);
   SetHelpContext(*m_online, HelpContext::OnlinePicture);
   SetHelpContext(*m_noBoard, HelpContext::OnlinePicture);
@@ -129,7 +129,6 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     button->setIconSize({kIcon, kIcon});
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setMinimumWidth(9 * kGrid);
     button->setShortcut(QKeySequence(facts.shortcut));
     SetHelpContext(*button, facts.help);
     connect(button, &QToolButton::clicked, this, [this, tool] { emit pressed(tool); });

@@ -16,6 +16,7 @@
 #include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 #include "sound/ui/DriveList.h"
+#include "sound/ui/ElidedLabel.h"
 #include "sound/ui/FileListModel.h"
 #include "sound/ui/FolderContents.h"
 #include "sound/ui/HintLabel.h"
@@ -64,7 +65,7 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
       m_files(new FileListModel(this)),
       m_driveList(new DriveList(this)),
       m_up(new QToolButton(this)),
-      m_path(new QLabel(this)),
+      m_path(new ElidedLabel(this)),
       m_dirList(new SoundListView(this)),
       m_fileList(new SoundListView(this)),
       m_hint(new HintLabel(this)),
@@ -115,11 +116,11 @@ void FileExplorer::MakeLayout() {
   QFont bold = title->font();
   bold.setBold(true);
   title->setFont(bold);
+  title->setWordWrap(true);
   m_up->setArrowType(Qt::UpArrow);
   m_up->setToolTip(QStringLiteral("Go to the folder above (Backspace in the folder list)"));
   m_up->setFocusPolicy(Qt::TabFocus);
   m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  m_path->setTextFormat(Qt::PlainText);
   app::Theme::MakeSoft(*m_path);
   app::Theme::MakeSoft(*m_hint);
   m_driveList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
