@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/PathText.h"
 #include "base/WholeFile.h"
 #include "demo/Clashes.h"
 #include "demo/Finish.h"
@@ -13,7 +14,6 @@
 #include "demo/Swings.h"
 #include "sound/ConfigurationFile.h"
 #include "sound/LSU_Configuration.h"
-#include "sound/PathText.h"
 
 namespace kestrin::demo {
 
@@ -32,6 +32,26 @@ std::string FileBytes(std::span<const std::int16_t> samples) {
     bytes += static_cast<char>(word >> 8);
   }
   return bytes;
+}
+
+using Change = std::function<std::vector<std::int16_t>(const DemoSound&, std::vector<std::int16_t>)>;
+
+/// Writes the sounds, changed, and the configuration file NAME.lscfg.
+std::string WriteSet(const fs::path& folder, const std::string& name, const Change& change) {
+  std::error_code error;
+  const fs::path home = fs::absolute(folder, error).lexically_normal();
+  if (!error) fs::create_directories(home, error);
+  if (error) return base::TextOf(folder) + ": the folder cannot be made: " + error.message();
+
+  sound::LSU_Configuration configuration;
+  for (const DemoSound& demo : DemoSounds()) {
+    const fs::path path = home / demo.fileName;
+    const std::vector<std::int16_t> samples = change(demo, demo.make());
+    if (std::string failure = base::WriteWholeFile(path, FileBytes(samples)); !failure.empty()) return failure;
+    if (!configuration.AddFile(path, demo.slot)) return base::TextOf(path) + ": not a usable sound file";
+    configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
+  }
+  return sound::ConfigurationFile::Save(configuration, home / (name + ".lscfg"));
 }
 
 }  // namespace
@@ -61,19 +81,17 @@ std::vector<DemoSound> DemoSounds() {
 }
 
 std::string WriteDemoSet(const fs::path& folder) {
-  std::error_code error;
-  const fs::path home = fs::absolute(folder, error).lexically_normal();
-  if (!error) fs::create_directories(home, error);
-  if (error) return sound::TextOf(folder) + ": the folder cannot be made: " + error.message();
+  return WriteSet(folder, "demo", [](const DemoSound&, std::vector<std::int16_t> samples) { return samples; });
+}
 
-  sound::LSU_Configuration configuration;
-  for (const DemoSound& demo : DemoSounds()) {
-    const fs::path path = home / demo.fileName;
-    if (std::string failure = base::WriteWholeFile(path, FileBytes(demo.make())); !failure.empty()) return failure;
-    if (!configuration.AddFile(path, demo.slot)) return sound::TextOf(path) + ": not a usable sound file";
-    configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
+std::string WriteDemoFonts(const fs::path& folder) {
+  for (const DemoFont& font : kDemoFonts) {
+    const auto change = [&](const DemoSound& demo, const std::vector<std::int16_t>& samples) {
+      return InVoice(samples, demo.loops, font.voice);
+    };
+    if (std::string failure = WriteSet(folder / font.name, font.name, change); !failure.empty()) return failure;
   }
-  return sound::ConfigurationFile::Save(configuration, home / "demo.lscfg");
+  return "";
 }
 
 }  // namespace kestrin::demo

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "demo/Voice.h"
 #include "sound/SlotKind.h"
 
 namespace kestrin::demo {
@@ -25,9 +26,20 @@ struct DemoSound {
 /// All sounds of the set: every slot is filled, lists in the order of their positions.
 [[nodiscard]] std::vector<DemoSound> DemoSounds();
 
+/// Another set, made of the same sounds in another voice.
+struct DemoFont {
+  const char* name;
+  Voice voice;
+};
+
+/// The sets that the demo's update server offers.
+inline constexpr DemoFont kDemoFonts[]{{"Deep Forge", {0.75, 0.6}}, {"Quick Silver", {1.25, 0.0}}};
+
 /// Writes all sounds and "demo.lscfg", which names them by their absolute paths, into `folder`, made when absent.
-/// Returns
-/// "" or a text that names the file and says what is wrong.
+/// Returns "" or a text that names the file and says what is wrong.
 [[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder);
+
+/// Writes a folder for each of kDemoFonts into `folder`, with its sounds and "NAME.lscfg". Returns as above.
+[[nodiscard]] std::string WriteDemoFonts(const std::filesystem::path& folder);
 
 }  // namespace kestrin::demo

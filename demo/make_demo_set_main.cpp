@@ -1,4 +1,5 @@
-// make_demo_set FOLDER: synthesises the demo set into that folder.
+// make_demo_set FOLDER: synthesises the demo set into that folder, and the fonts of the demo's update server into its
+// folder "fonts".
 
 #include <exception>
 #include <iostream>
@@ -11,7 +12,9 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    const std::string failure = kestrin::demo::WriteDemoSet(argv[1]);
+    const std::filesystem::path folder = argv[1];
+    std::string failure = kestrin::demo::WriteDemoSet(folder);
+    if (failure.empty()) failure = kestrin::demo::WriteDemoFonts(folder / "fonts");
     if (failure.empty()) return 0;
     std::cerr << "make_demo_set: " << failure << "\n";
   } catch (const std::exception& error) {
