@@ -77,24 +77,28 @@ int SlotListModel::rowCount(const QModelIndex& parent) const {
 QVariant SlotListModel::data(const QModelIndex& index, int role) const {
   const Row& row = m_rows.at(static_cast<std::size_t>(index.row()));
   const QString volume = row.volume == 100 ? QString() : QString::number(row.volume) + QStringLiteral(" %");
+  const QString duration = Duration(row.samples);
+  const QString size = FileSize(LSU_SoundFile::FileBytes(row.samples));
   switch (role) {
     case Qt::DisplayRole:
       return row.name;
     case Qt::ToolTipRole:
-      return TextFrom(row.path);
+      return TextFrom(row.path) + QLatin1Char('\n') + duration + QStringLiteral(", ") + size;
     case SoundRowDelegate::kNumberRole:
       return SlotOf(m_kind).isList ? QString::number(index.row() + 1) : QString();
     case SoundRowDelegate::kDetailRole:
-      return Duration(row.samples);
+      return duration;
     case SoundRowDelegate::kFurtherRole:
       return SlotOf(m_kind).isList ? volume : QString();
+    case SoundRowDelegate::kLastRole:
+      return size;
     case kVolumeRole:
       return volume;
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && row.path == m_playing;
     case Qt::AccessibleTextRole:
-      return PlaceTitle({m_kind, index.row() + 1}) + QStringLiteral(": ") + row.name + QStringLiteral(", ") +
-             Duration(row.samples) + (volume.isEmpty() ? QString() : QStringLiteral(", volume ") + volume);
+      return PlaceTitle({m_kind, index.row() + 1}) + QStringLiteral(": ") + row.name + QStringLiteral(", ") + duration +
+             QStringLiteral(", ") + size + (volume.isEmpty() ? QString() : QStringLiteral(", volume ") + volume);
     default:
       return {};
   }

@@ -48,19 +48,21 @@ void SoundRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
   }
 
   painter->setPen(soft);
-  for (const int role : {kDetailRole, kFurtherRole}) {
+  const QString name = index.data(Qt::DisplayRole).toString();
+  for (const int role : {kDetailRole, kFurtherRole, kLastRole}) {
     const QString detail = index.data(role).toString();
     if (detail.isEmpty()) continue;
     // Figures of a list stand in columns when they are about equally long.
     const int width = std::max(metrics.horizontalAdvance(detail), metrics.horizontalAdvance(QStringLiteral("00.0 s")));
-    if (role == kFurtherRole && room.width() - width - kMargin < kLeastName) continue;
+    const int left = room.width() - width - kMargin;
+    if (role == kFurtherRole && left < kLeastName) continue;
+    if (role == kLastRole && left < metrics.horizontalAdvance(name)) continue;
     painter->drawText(room, Qt::AlignVCenter | Qt::AlignRight, detail);
     room.setRight(room.right() - width - kMargin);
   }
 
   painter->setPen(text);
-  painter->drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
-                    metrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideMiddle, room.width()));
+  painter->drawText(room, Qt::AlignVCenter | Qt::AlignLeft, metrics.elidedText(name, Qt::ElideMiddle, room.width()));
   if (option.state.testFlag(QStyle::State_HasFocus)) {
     painter->setPen(app::ColorOf(ColorRole::Accent, palette));
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));

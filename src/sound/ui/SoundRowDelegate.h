@@ -15,6 +15,8 @@ class SoundRowDelegate : public QStyledItemDelegate {
   static constexpr int kDetailRole = Qt::UserRole + 1;
   /// More of them, left of the others; left out where there is no room.
   static constexpr int kFurtherRole = Qt::UserRole + 2;
+  /// The last to find room, left of all others: only where the whole name has room beside it.
+  static constexpr int kLastRole = Qt::UserRole + 4;
   /// Whether this sound is playing.
   static constexpr int kPlayingRole = Qt::UserRole + 3;
 

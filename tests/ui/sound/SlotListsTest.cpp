@@ -1,4 +1,7 @@
+#include <QImage>
+#include <QPainter>
 #include <QRadioButton>
+#include <QStandardItemModel>
 
 #include "SoundPageFixture.h"
 #include "sound/ui/SoundRowDelegate.h"
@@ -107,7 +110,35 @@ TEST_F(SlotListsTest, RowsShowPositionDurationAndAVolumeThatIsNotFull) {
   EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kDetailRole).toString(), "2.5 s");
   EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kFurtherRole).toString(), "");
   EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kFurtherRole).toString(), "80 %");
-  EXPECT_EQ(Shows("MtFileList", "b.lsu", Qt::AccessibleTextRole).toString(), "Motion 2: b.lsu, 2.5 s, volume 80 %");
+  // 96,004 and 240,004 bytes in units of 1,024.
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kLastRole).toString(), "94 kB");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kLastRole).toString(), "234 kB");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", Qt::ToolTipRole).toString(), PathText("b.lsu") + "\n2.5 s, 234 kB");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", Qt::AccessibleTextRole).toString(),
+            "Motion 2: b.lsu, 2.5 s, 234 kB, volume 80 %");
+}
+
+TEST_F(SlotListsTest, ASizeStandsInARowOnlyWhereTheWholeNameHasRoomBesideIt) {
+  // What a row looks like that is so much wider than name, duration and size take together.
+  const auto row = [](const QString& size, int spare) {
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), "a sound with a name.lsu");
+    model.setData(model.index(0, 0), "12.3 s", SoundRowDelegate::kDetailRole);
+    model.setData(model.index(0, 0), size, SoundRowDelegate::kLastRole);
+    QStyleOptionViewItem option;
+    const QFontMetrics metrics(option.font);
+    const int texts = metrics.horizontalAdvance("a sound with a name.lsu") + metrics.horizontalAdvance("12.3 s") +
+                      metrics.horizontalAdvance("234 kB");
+    option.rect = QRect(0, 0, texts + spare, SoundRowDelegate::RowHeight(metrics));
+    option.state = QStyle::State_Enabled;
+    QImage picture(option.rect.size(), QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    SoundRowDelegate().paint(&painter, option, model.index(0, 0));
+    return picture;
+  };
+  EXPECT_NE(row("234 kB", 64), row("", 64));
+  EXPECT_EQ(row("234 kB", 8), row("", 8));
 }
 
 TEST_F(SlotListsTest, ListsSayHowManyOfTwelveTheyHold) {
