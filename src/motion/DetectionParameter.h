@@ -36,6 +36,8 @@ inline constexpr std::array<DetectionParameter, 6> kDetectionParameters{{
 
 /// The first `DeviceRevision` whose boards have a flash period.
 inline constexpr std::uint16_t kFlashPeriodRevision = 293;
+/// Whether boards of that `DeviceRevision` have a flash period that can be set.
+[[nodiscard]] constexpr bool HasFlashPeriod(std::uint16_t revision) { return revision >= kFlashPeriodRevision; }
 
 /// The board's units (of 4 ms) for a flash period in milliseconds: the nearest, ties to the even one.
 [[nodiscard]] std::int32_t FlashPeriodUnits(std::int32_t milliseconds);

@@ -18,6 +18,8 @@ namespace {
 
 constexpr int kGrid = 8;
 constexpr int kSliderWidth = 240;
+/// Ticks of more units would run into one another: nobody could tell one from the next.
+constexpr int kMostTicks = kSliderWidth / 6;
 
 struct ControlNames {
   const char* slider;
@@ -126,6 +128,7 @@ ConfigFrame::Row ConfigFrame::MakeRow(const DetectionParameter& parameter, std::
   slider->setSingleStep(parameter.step);
   slider->setPageStep(kLargeStep);
   slider->setTickInterval(1);
+  slider->setTickPosition(parameter.maximum - parameter.minimum <= kMostTicks ? QSlider::TicksBelow : QSlider::NoTicks);
   slider->setFixedWidth(kSliderWidth);
   auto* const label = new QLabel(this);
   label->setObjectName(kControls[index].label);
@@ -150,13 +153,13 @@ void ConfigFrame::ShowFactoryDefaults() {
 void ConfigFrame::ShowValues(const device::AccParam& board, std::uint16_t revision) {
   for (std::size_t index = 0; index < m_rows.size(); ++index) {
     const DetectionParameter& parameter = kDetectionParameters[index];
-    const bool known = index != kFlashPeriod || revision >= kFlashPeriodRevision;
+    const bool known = index != kFlashPeriod || HasFlashPeriod(revision);
     SetValue(index, known ? ShownValue(parameter, board) : parameter.factoryDefault);
   }
 }
 
 void ConfigFrame::Open(std::uint16_t revision) {
-  const bool flashes = revision >= kFlashPeriodRevision;
+  const bool flashes = HasFlashPeriod(revision);
   const Row& period = m_rows[kFlashPeriod];
   period.slider->setEnabled(flashes);
   period.label->setEnabled(flashes);

@@ -36,6 +36,11 @@ TEST(DetectionParameters, StandInCommandOrderWithTheirRanges) {
   }
 }
 
+TEST(FlashPeriod, IsThereFromRevision293On) {
+  for (const std::uint16_t revision : {0, 1, 292}) EXPECT_FALSE(HasFlashPeriod(revision)) << revision;
+  for (const std::uint16_t revision : {293, 294, 4095}) EXPECT_TRUE(HasFlashPeriod(revision)) << revision;
+}
+
 TEST(FlashPeriod, GoesOutInUnitsOf4MillisecondsTiesToTheEvenUnit) {
   const struct {
     int milliseconds, units;
