@@ -55,7 +55,7 @@ void SetFile::OfferNew(const std::vector<std::filesystem::path>& paths) {
   const bool one = paths.size() == 1;
   const QString question = one ? tr("The new font \"%1\" is on this computer. Open it now?").arg(names.constFirst())
                                : tr("New fonts are on this computer: %1.\nOpen one of them now?").arg(names.join(", "));
-  if (!m_dialogs.AskOkCancel(question, "", Dialogs::Harmless::Cancel, HelpContext::Update)) return;
+  if (!m_dialogs.AskOkCancel(question, "", Dialogs::Harmless::Both, HelpContext::Update)) return;
   if (one) return OpenPath(paths.front());
   // Each lies in a folder of its own, side by side.
   const QString path = m_dialogs.OpenFile(tr("Open a new font"), TextOf(paths.front().parent_path().parent_path()),
@@ -79,7 +79,7 @@ void SetFile::Load(const std::filesystem::path& path) {
   FillMenu();
   const std::string message = result.Message();
   if (!message.empty()) m_dialogs.ShowError(QString::fromStdString(message));
-  if (result.valid) emit opened(TextOf(path));
+  if (result.valid) emit opened();
 }
 
 bool SetFile::Save() {
@@ -96,7 +96,9 @@ bool SetFile::Save() {
 }
 
 void SetFile::New() {
-  if (MayLose()) m_set.Clear();
+  if (!MayLose()) return;
+  m_set.Clear();
+  emit opened();
 }
 
 bool SetFile::MayLose() {
@@ -124,7 +126,10 @@ void SetFile::Remember(const std::filesystem::path& path) {
 void SetFile::FillMenu() {
   QStringList stored;
   m_menu.clear();
-  m_menu.addAction(tr("New set"), QKeySequence::New, this, [this] { m_gate.WhenFree([this] { New(); }); });
+  QAction* const fresh = m_menu.addAction(tr("New set"), QKeySequence::New);
+  // The actions must outlive their own signals, and saving and loading fill the menu anew.
+  connect(
+      fresh, &QAction::triggered, this, [this] { m_gate.WhenFree([this] { New(); }); }, Qt::QueuedConnection);
   if (!m_recent.Paths().empty()) m_menu.addSection(tr("Recent sets"));
   for (const std::filesystem::path& path : m_recent.Paths()) {
     const QString text = TextOf(path);
@@ -132,7 +137,6 @@ void SetFile::FillMenu() {
     // An ampersand in a file's name is no shortcut.
     QAction* const action = m_menu.addAction(QFileInfo(text).completeBaseName().replace('&', "&&"));
     action->setToolTip(text);
-    // The action must outlive its own signal, and loading fills the menu anew.
     connect(
         action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
         Qt::QueuedConnection);

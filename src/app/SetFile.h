@@ -42,8 +42,8 @@ class SetFile : public QObject {
  signals:
   /// A set is being loaded: nothing else may be started. Then it is not any more.
   void loading(bool isLoading);
-  /// This set was opened.
-  void opened(const QString& path);
+  /// Another set is there, from a file or a new one.
+  void opened();
 
  private:
   void Load(const std::filesystem::path& path);

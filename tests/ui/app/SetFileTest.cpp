@@ -176,9 +176,40 @@ TEST_F(SetFile, StartsANewSet) {
   StartOffline();
   Open(CompleteSet());
   Button("LoadBtn").menu()->actions().front()->trigger();
-  EXPECT_EQ(LabelText("SetLabel"), "New set");
+  EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "New set"; }));
   EXPECT_EQ(Rows("MtFileList"), 0);
   EXPECT_TRUE(dialogs.unsavedAsked.empty());
+}
+
+TEST_F(SetFile, NewSetOutlivesTheMenuThatSavingFirstFillsAnew) {
+  StartOffline();
+  Open(CompleteSet());
+  Change();
+  dialogs.unsavedAnswers = {Unsaved::Save};
+  dialogs.filesToSave = {Text(folder / "kept.lscfg")};
+  QAction* const action = Button("LoadBtn").menu()->actions().front();
+  // Those who listen behind the window hear it only when the action is still there.
+  bool heard = false;
+  QObject::connect(action, &QAction::triggered, window.get(), [&heard] { heard = true; });
+  action->trigger();
+  EXPECT_TRUE(heard);
+  EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "New set"; }));
+  EXPECT_TRUE(std::filesystem::exists(folder / "kept.lscfg"));
+}
+
+TEST_F(SetFile, ReadsKeywordsInAnyLetterCase) {
+  StartOffline();
+  std::string text = support::ReadBytes(CompleteSet());
+  for (const char* const keyword : {"BOOT", "PWRON", "PWROFF", "IDLE", "MOTION-1", "IMPACT-1", "LOCKUP-1"}) {
+    std::string small = keyword;
+    std::transform(small.begin(), small.end(), small.begin(), [](unsigned char c) { return std::tolower(c); });
+    text.replace(text.find(keyword), small.size(), small);
+  }
+  Open(support::WriteBytes(folder / "small.lscfg", text));
+  EXPECT_EQ(dialogs.errors, std::vector<QString>());
+  for (const char* const list : {"MtFileList", "ImpFileList", "LkfileList"}) EXPECT_EQ(Rows(list), 1) << list;
+  for (const char* const slot : {"BootFileList", "PwrOnFileList", "PwrOffFileList", "IdleFileList"})
+    EXPECT_EQ(Rows(slot), 1) << slot;
 }
 
 TEST_F(SetFile, ShowsTheSoundPageWhenASetIsOpenedAfterAnLedDriverHasGone) {
@@ -188,6 +219,15 @@ TEST_F(SetFile, ShowsTheSoundPageWhenASetIsOpenedAfterAnLedDriverHasGone) {
   EXPECT_TRUE(Shown("frmLED"));
   Open(CompleteSet());
   EXPECT_FALSE(Shown("frmLED"));
+}
+
+TEST_F(SetFile, ShowsTheSoundPageForANewSetAfterAnLedDriverHasGone) {
+  Start("id=4095");
+  agent->Unplug();
+  Tick("NoticeTimer");
+  ASSERT_TRUE(Shown("frmLED"));
+  Button("LoadBtn").menu()->actions().front()->trigger();
+  EXPECT_TRUE(Until([this] { return !Shown("frmLED"); }));
 }
 
 }  // namespace
