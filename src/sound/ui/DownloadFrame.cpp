@@ -145,6 +145,10 @@ void DownloadFrame::ShowButton(const std::string& caption) { m_button->setText(Q
 void DownloadFrame::ShowBoardHolds(const std::string& text) {
   m_boardHolds->setText(QString::fromStdString(text));
   m_boardHolds->setVisible(!text.empty());
+  // A cancelled run may go on for seconds, and its frame may be closed meanwhile. How it ended must not be missed.
+  if (!isHidden()) return;
+  show();
+  m_button->setFocus();
 }
 
 bool DownloadFrame::AskAbort(const std::string& question) {

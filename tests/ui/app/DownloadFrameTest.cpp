@@ -1,5 +1,7 @@
+#include <QMouseEvent>
 #include <QProgressBar>
 
+#include "support/ReferenceCoder.h"
 #include "ui/app/MainFixture.h"
 
 namespace kestrin::support {
@@ -22,6 +24,24 @@ class DownloadRun : public MainFixture {
   QPushButton& FrameButton() { return Find<QPushButton>("CancelBtn"); }
   [[nodiscard]] QString Information() const { return LabelText("InformationLabel"); }
   [[nodiscard]] QString Percent() const { return LabelText("PercentLabel"); }
+
+  /// How many bytes of the board's flash are erased, from one address up to another.
+  [[nodiscard]] std::ptrdiff_t Erased(std::ptrdiff_t from, std::ptrdiff_t end) const {
+    const auto flash = agent->Board().Flash();
+    return std::count(flash.begin() + from, flash.begin() + end, 0xFF);
+  }
+  /// Clicks into the window beside the frame, or into the frame.
+  void ClickBeside() {
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(1, 1), QPointF(1, 1), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(Find<QWidget>("DownloadFrame").parentWidget(), &press);
+  }
+  void ClickInside() {
+    auto& frame = Find<QWidget>("DownloadFrame");
+    const QPointF middle = frame.geometry().center();
+    QMouseEvent press(QEvent::MouseButtonPress, middle, middle, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(frame.parentWidget(), &press);
+  }
 
   void ExpectEnded(const QString& information) {
     EXPECT_TRUE(Shown("DownloadFrame"));
@@ -133,6 +153,9 @@ TEST_F(DownloadRun, AsksBeforeItIsCancelledAndStopsOnCancel) {
   // Escape must not abort by mistake.
   EXPECT_EQ(dialogs.asked[0].harmless, app::Dialogs::Harmless::Ok);
   EXPECT_EQ(agent->Board().State().resets, 0U);
+  // Sounds begin at 512. Without a table in front of them they are none.
+  EXPECT_EQ(Erased(0, 512), 512);
+  EXPECT_LT(Erased(512, 4 << 20), (4 << 20) - 512);
   EXPECT_EQ(Percent(), "");
   ExpectEnded("Canceled");
 }
@@ -154,7 +177,79 @@ TEST_F(DownloadRun, IsCancelledInTheMiddleOfTheErase) {
   Send();
   ExpectEnded("Canceled");
   // Not one byte was written.
-  EXPECT_EQ(std::count(agent->Board().Flash().begin(), agent->Board().Flash().end(), 0xFF), 4 << 20);
+  EXPECT_EQ(Erased(0, 4 << 20), 4 << 20);
+}
+
+TEST_F(DownloadRun, IsCancelledWhileFilesAreCoded) {
+  StartWithSet();
+  dialogs.okAnswers = {false};
+  WhenInformation("Coding data...", [this] { FrameButton().click(); });
+  Send();
+  EXPECT_EQ(Erased(0, 4 << 20), 4 << 20);
+  EXPECT_EQ(agent->Board().State().resets, 0U);
+  ExpectEnded("Canceled");
+}
+
+TEST_F(DownloadRun, SaysWhatTheBoardHoldsAlsoWhenItsFrameWasClosedBeforeTheRunHadEnded) {
+  StartWithSet("erase=2");
+  dialogs.okAnswers = {false};
+  WhenInformation("Erasing flash memory ...", [this] {
+    FrameButton().click();
+    ASSERT_EQ(FrameButton().text(), "Close");
+    FrameButton().click();
+    EXPECT_FALSE(Shown("DownloadFrame"));
+  });
+  Send();
+  ExpectEnded("Canceled");
+}
+
+TEST_F(DownloadRun, IsClosedByAClickBesideItOnceItIsDone) {
+  StartWithSet();
+  bool clicked = false;
+  WhenInformation("Downloading...", [this, &clicked] {
+    clicked = true;
+    ClickBeside();
+    EXPECT_TRUE(Shown("DownloadFrame"));
+  });
+  Send();
+  EXPECT_TRUE(clicked);
+  ASSERT_EQ(Information(), "SUCCESS !");
+  ClickInside();
+  EXPECT_TRUE(Shown("DownloadFrame"));
+  ClickBeside();
+  EXPECT_FALSE(Shown("DownloadFrame"));
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+}
+
+TEST_F(DownloadRun, FilesAroundTheSizesOfReportsArriveWhole) {
+  // Two samples are three bytes, so 1,024 cannot come about: 1,020 go with one command, 1,023 with two, since one
+  // carries 1,021 at most, 1,026 and 2,049 with whole blocks before the rest.
+  for (const std::size_t samples : {680U, 682U, 684U, 1366U}) {
+    window.reset();
+    StartWithSet("", samples);
+    Send();
+    ASSERT_EQ(Information(), "SUCCESS !") << samples;
+    // The first stream is that of the boot sound, which is the set's first file. Its peak is what the samples reach.
+    const std::vector<std::int16_t> sound = support::SomeSamples(samples, 20000, 1);
+    int peak = 0;
+    for (const int sample : sound) peak = std::max(peak, std::abs(sample));
+    const std::vector<std::uint8_t> expected = support::ReferenceStream(sound, peak, 100);
+    ASSERT_EQ(expected.size(), samples / 2 * 3);
+    const auto flash = agent->Board().Flash();
+    EXPECT_TRUE(std::equal(expected.begin(), expected.end(), flash.begin() + 512)) << samples;
+    FrameButton().click();
+  }
+}
+
+TEST_F(DownloadRun, WaitsForAnEraseUpToTheTwentiethQuestion) {
+  // Each question waits 3 seconds: the twentieth ends after 60.
+  StartWithSet("erase=59");
+  Send();
+  ExpectEnded("SUCCESS !");
+  window.reset();
+  StartWithSet("erase=61");
+  Send();
+  ExpectEnded("Connection lost");
 }
 
 TEST_F(DownloadRun, EscapeIsTheFramesButton) {
@@ -197,7 +292,7 @@ TEST_F(DownloadRun, LosesTheConnectionWhenAFileArrivesDamaged) {
 }
 
 TEST_F(DownloadRun, NothingElseCanBeStartedMeanwhile) {
-  StartWithSet();
+  StartWithSet("wire=usb");
   bool looked = false;
   WhenInformation("Downloading...", [this, &looked] {
     looked = true;
@@ -205,9 +300,11 @@ TEST_F(DownloadRun, NothingElseCanBeStartedMeanwhile) {
       EXPECT_FALSE(Button(name).isEnabled()) << name;
     EXPECT_FALSE(Find<QWidget>("MtFileList").isEnabled());
     EXPECT_EQ(Button("SendBtn").toolTip(), "Please wait until this is done.");
-    // The timers go on, but leave the board alone.
+    // The timers go on, but leave the board alone: no report takes its time on the wire.
+    const auto before = clock.Now();
     Tick("NoticeTimer");
     Tick("GoOnlineTimer");
+    EXPECT_EQ(clock.Now(), before);
   });
   Send();
   EXPECT_TRUE(looked);
