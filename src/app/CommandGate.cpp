@@ -5,10 +5,7 @@
 
 namespace kestrin::app {
 
-CommandGate::CommandGate(std::chrono::milliseconds interval) : m_interval(interval) {
-  m_later.setSingleShot(true);
-  connect(&m_later, &QTimer::timeout, this, [this] { RunWaiting(); });
-}
+CommandGate::CommandGate(std::chrono::milliseconds interval) : m_interval(interval) {}
 
 void CommandGate::WhenFree(std::function<void()> action) {
   if (IsBusy())

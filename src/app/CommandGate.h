@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -46,7 +45,6 @@ class CommandGate : public QObject {
   void HandleEvents();
 
   std::chrono::milliseconds m_interval;
-  QTimer m_later;
   int m_passages = 0;
   bool m_pumping = false;
   std::chrono::steady_clock::time_point m_lastTurn;

@@ -1,7 +1,6 @@
 #include "app/Main.h"
 
 #include <QCloseEvent>
-#include <QFileInfo>
 #include <QFrame>
 #include <QMimeData>
 #include <QSettings>
@@ -215,6 +214,8 @@ void Main::ShowBoards() {
   const std::size_t boards = m_session.NumberOfBoards();
   const bool several = m_session.IsOnline() && boards > 1;
   m_tools->ShowBoards(several ? tr("%1 boards are connected; this is the first one, which is used.").arg(boards) : "");
+  // One that keeps silent changes nothing but why the buttons cannot be used.
+  if (std::exchange(m_boards, boards) != boards) UpdateButtons();
 }
 
 void Main::SetMemoryCapacity(std::int32_t samples) { m_page->SetMemoryCapacity(samples); }
@@ -227,6 +228,8 @@ void Main::EnableBoardButtons(bool enabled) {
 }
 
 void Main::ShowLedFrame(bool visible) {
+  // Its values are those of a sound board.
+  if (visible) m_configFrame->hide();
   m_pages->setCurrentWidget(visible ? static_cast<QWidget*>(m_ledFrame) : m_page);
 }
 
@@ -253,7 +256,7 @@ void Main::ShowMessage(const std::string& text) {
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
   return m_around.dialogs.AskOkCancel(QString::fromStdString(question), QString::fromStdString(advice),
-                                      Dialogs::Harmless::Cancel, HelpContext::NoBoardQuestion);
+                                      Dialogs::Harmless::Both, HelpContext::NoBoardQuestion);
 }
 
 void Main::StartGoOnlineTimer(std::int32_t milliseconds) { m_goOnlineTimer.start(milliseconds); }
@@ -328,8 +331,8 @@ void Main::Send() {
 }
 
 void Main::SendAccParam() {
-  if (!m_session.IsOnline() || m_session.Board() == nullptr) {
-    m_helpLine->ShowNews(tr("No board is connected: nothing was sent."));
+  if (!m_boardButtons || m_session.Board() == nullptr) {
+    m_helpLine->ShowNews(tr("No sound board is connected: nothing was sent."));
     return;
   }
   const CommandGate::Passage passage(m_around.gate);
@@ -402,7 +405,7 @@ void Main::closeEvent(QCloseEvent* event) {
 bool Main::MayClose() {
   if (!m_around.gate.IsBusy()) return m_setFile.MayLose();
   const bool wanted = !m_download->IsRunning() ||
-                      m_around.dialogs.AskOkCancel(tr("The download is not done yet. Cancel it and close the window?\n"
+                      m_around.dialogs.AskOkCancel(tr("The download is not done yet. Stop it and close the window?\n"
                                                       "Without a complete download the board has no sounds."),
                                                    "", Dialogs::Harmless::Cancel, HelpContext::CancelQuestion);
   if (!wanted) return false;
@@ -433,7 +436,5 @@ void Main::dropEvent(QDropEvent* event) {
   QMetaObject::invokeMethod(
       this, [this, path] { OpenSet(PathOf(path)); }, Qt::QueuedConnection);
 }
-
-void Main::openDropped(const QString& path) { OpenSet(PathOf(path)); }
 
 }  // namespace kestrin::app

@@ -72,9 +72,6 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
- private slots:
-  void openDropped(const QString& path);
-
  private:
   void MakeLayout();
   void MakePanels();
@@ -137,6 +134,8 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   QPointer<QWidget> m_focusBefore;
   QTimer m_goOnlineTimer;
   QTimer m_noticeTimer;
+  /// How many boards there were when the buttons were shown.
+  std::size_t m_boards = 0;
   bool m_boardButtons = false;
   bool m_running = false;
   bool m_unloaded = false;

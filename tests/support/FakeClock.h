@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "base/Clock.h"
 
 namespace kestrin::support {
@@ -8,8 +10,14 @@ namespace kestrin::support {
 class FakeClock final : public base::Clock {
  public:
   [[nodiscard]] Duration Now() const override { return m_now; }
-  void Wait(Duration duration) override { m_now += duration; }
+  void Wait(Duration duration) override {
+    m_now += duration;
+    if (whileWaiting) whileWaiting();
+  }
   void Advance(Duration duration) { m_now += duration; }
+
+  /// What happens whenever somebody waits.
+  std::function<void()> whileWaiting;
 
  private:
   Duration m_now{};

@@ -159,6 +159,25 @@ TEST_F(ConfigFrame, SendsTheSlidersAndRestartsTheBoard) {
   EXPECT_TRUE(Shown("ConfigFrame"));
 }
 
+TEST_F(ConfigFrame, ShowsWhatTheBoardHasMadeOfTheNewValues) {
+  // On a wire that takes time, so that something can happen between two commands.
+  Start("id=4389,wire=usb");
+  Button("ConfigBtn").click();
+  simulator::BoardState clipped = agent->Board().State();
+  clipped.accelerometer = {40, 3, 4, 5, 6, 7};
+  clock.whileWaiting = [this, &clipped] {
+    if (agent->Board().State().resets != 1) return;
+    // Two resets are never sent, so this happens once.
+    clipped.resets = 2;
+    agent->Board() = simulator::VirtualBoard(clipped);
+  };
+  Find<QSlider>("MotionThresholdSlider").setValue(99);
+  Press("SendCmdBtn");
+  clock.whileWaiting = nullptr;
+  EXPECT_EQ(Sliders(), (Values{40, 3, 4, 5, 6, 28}));
+  ExpectLabelsLikeSliders();
+}
+
 TEST_F(ConfigFrame, SendsTheLockedFlashPeriodOfOlderBoardsToo) {
   StartHolding(0, {7, 8, 9, 10, 11, 100});
   Button("ConfigBtn").click();
@@ -179,13 +198,52 @@ TEST_F(ConfigFrame, KeepsThePersonsValuesAndBoxesSilentWhenTheBoardRefuses) {
   EXPECT_EQ(LabelText("HelpLabel"), "The board did not confirm the new values. Check its plug and send them again.");
 }
 
+TEST_F(ConfigFrame, HasAFlashPeriodFromRevision293On) {
+  // USB2 boards have their revision above 4096; without a number of its own it is 293.
+  for (const auto& [id, adjustable] :
+       {std::pair{0, false}, std::pair{4096, false}, std::pair{8191, true}, std::pair{65535, true}}) {
+    window.reset();
+    Start("id=" + std::to_string(id));
+    Button("ConfigBtn").click();
+    EXPECT_EQ(Find<QSlider>("FOCTimeSlider").isEnabled(), adjustable) << id;
+    EXPECT_EQ(Find<QLabel>("FOCTimeLabel").isEnabled(), adjustable) << id;
+  }
+}
+
+TEST_F(ConfigFrame, DrawsATickForEveryUnitWhereThereIsRoom) {
+  Start("id=4389");
+  for (const Row& row : kRows) {
+    const auto& slider = Find<QSlider>(row.slider);
+    EXPECT_EQ(slider.tickInterval(), 1) << row.slider;
+    const bool room = row.maximum - row.minimum <= 31;
+    EXPECT_EQ(slider.tickPosition(), room ? QSlider::TicksBelow : QSlider::NoTicks) << row.slider;
+  }
+}
+
+TEST_F(ConfigFrame, SendsNothingToAnLedDriverThatHasTakenTheBoardsPlace) {
+  Start("id=4389");
+  Button("ConfigBtn").click();
+  agent->Unplug();
+  Tick("NoticeTimer");
+  simulator::BoardState driver;
+  driver.id = 4095;
+  agent->Board() = simulator::VirtualBoard(driver);
+  agent->Plug();
+  Tick("NoticeTimer");
+  Tick("GoOnlineTimer");
+  ASSERT_TRUE(Shown("frmLED"));
+  EXPECT_FALSE(Shown("ConfigFrame"));
+  Press("SendCmdBtn");
+  EXPECT_EQ(agent->Board().State(), driver);
+}
+
 TEST_F(ConfigFrame, SendsNothingWithoutABoard) {
   Start("id=4389");
   Button("ConfigBtn").click();
   agent->Unplug();
   Tick("NoticeTimer");
   Press("SendCmdBtn");
-  EXPECT_EQ(LabelText("HelpLabel"), "No board is connected: nothing was sent.");
+  EXPECT_EQ(LabelText("HelpLabel"), "No sound board is connected: nothing was sent.");
 }
 
 }  // namespace

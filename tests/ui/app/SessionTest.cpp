@@ -45,6 +45,27 @@ TEST_F(Session, ShowsABoardThatNeverTellsItsSerialNumber) {
   EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: NoSerialNumber");
 }
 
+TEST_F(Session, ShowsFourDigitsOfASerialNumberWhoseOtherReportIsMissing) {
+  Start("fault=read:3");
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B53");
+}
+
+TEST_F(Session, TellsWhyTheBoardCannotBeUsedAlsoWhenItIsPluggedInAndKeepsSilent) {
+  Make("fault=read:1", false);
+  dialogs.okAnswers = {true};
+  ASSERT_TRUE(window->StartUp());
+  ASSERT_EQ(Button("SendBtn").toolTip(), "No sound board is connected.");
+  agent->Plug();
+  Tick("NoticeTimer");
+  EXPECT_EQ(Button("SendBtn").toolTip(), "The board does not answer. Unplug it and plug it in again.");
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(Button("SendBtn").toolTip(), "The board does not answer. Unplug it and plug it in again.");
+  EXPECT_FALSE(Button("SendBtn").isEnabled());
+  agent->Unplug();
+  Tick("NoticeTimer");
+  EXPECT_EQ(Button("SendBtn").toolTip(), "No sound board is connected.");
+}
+
 TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
   WriteCatalogue("KestrinLEDConfigurator#3\r\n");
   Start("id=4095");
