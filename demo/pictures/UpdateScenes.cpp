@@ -32,8 +32,6 @@ QPixmap TakeForm(const std::function<void(update::ui::updateForm&)>& prepare) {
   form.show();
   prepare(form);
   QApplication::processEvents();
-  form.adjustSize();
-  QApplication::processEvents();
   return form.grab();
 }
 

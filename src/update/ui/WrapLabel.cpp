@@ -30,7 +30,10 @@ int WrapLabel::heightForWidth(int width) const {
   return std::max(fontMetrics().height(), static_cast<int>(std::ceil(Laid(width).size().height())));
 }
 
-QSize WrapLabel::sizeHint() const { return {width(), heightForWidth(width())}; }
+QSize WrapLabel::sizeHint() const {
+  constexpr int kWidth = 320;
+  return {kWidth, heightForWidth(kWidth)};
+}
 
 QSize WrapLabel::minimumSizeHint() const { return {0, fontMetrics().height()}; }
 

@@ -85,12 +85,15 @@ updateForm::updateForm(TransferControl& inetConnector, QWidget* parent)
   MakeControls();
   MakeLayout();
   ShowColors();
+  resetForm();
+  m_title->setText("Updating items...");
   // The dialog has one width for all its life.
   setFixedWidth(kWidth);
-  layout()->activate();
+  const int height = layout()->totalHeightForWidth(kWidth);
+  setMinimumHeight(height);
+  resize(kWidth, height);
+  for (QLayout* const inside : {layout(), m_border->layout()}) inside->activate();
   for (const Bar& bar : {m_bar1, m_bar2}) bar.shape->SetFullWidth(static_cast<std::int16_t>(bar.background->width()));
-  resetForm();
-  m_title->setText(tr("Updating items..."));
 }
 
 void updateForm::MakeControls() {
@@ -108,6 +111,8 @@ void updateForm::MakeControls() {
   app::Theme::MakeSoft(*m_step);
   m_element = new WrapLabel(m_border);
   m_element->setObjectName("updateElement");
+  // Long names may take a second line without moving what is below.
+  m_element->setMinimumHeight(2 * m_element->fontMetrics().lineSpacing());
   m_okIcon = MakeIcon("okIcon", tr("Success"), m_border);
   m_warningIcon = MakeIcon("warningIcon", tr("Warning"), m_border);
   m_bar1 = MakeBar(1, tr("Whole update"));
@@ -136,6 +141,7 @@ void updateForm::MakeLayout() {
   report->addLayout(lines, 1);
   auto* const buttons = new QHBoxLayout;
   buttons->setSpacing(kGrid);
+  buttons->addStrut(kButtonHeight);
   buttons->addWidget(m_hint, 1);
   buttons->addStretch();
   buttons->addWidget(m_button1.background);
@@ -188,7 +194,7 @@ void updateForm::ShowColors() {
   show(*m_okIcon, QStyle::SP_DialogApplyButton);
   show(*m_warningIcon, QStyle::SP_MessageBoxWarning);
   QPalette onAccent = palette();
-  onAccent.setColor(QPalette::WindowText, app::ColorOf(app::ColorRole::AccentText, palette()));
+  onAccent.setColor(m_button2.caption->foregroundRole(), app::ColorOf(app::ColorRole::AccentText, palette()));
   m_button2.caption->setPalette(onAccent);
 }
 
@@ -198,6 +204,7 @@ void updateForm::hideButtons() {
 }
 
 void updateForm::showYesNoButtons() {
+  m_hint->hide();
   m_button1.Show("YES");
   m_button2.Show("NO");
 }
@@ -224,7 +231,11 @@ void updateForm::progressB(std::int32_t percentage) { m_bar2.shape->SetPercentag
 
 void updateForm::showStep(const std::string& text) { m_step->setText(QString::fromStdString(text)); }
 
-void updateForm::showElement(const std::string& text) { m_element->setText(QString::fromStdString(text)); }
+void updateForm::showElement(const std::string& text) {
+  m_element->setText(QString::fromStdString(text));
+  const int needed = layout()->totalHeightForWidth(width());
+  if (needed > height()) resize(width(), needed);
+}
 
 void updateForm::showWarning(const std::string& text) {
   m_bar1.SetVisible(false);
@@ -244,9 +255,9 @@ void updateForm::showMessage(const std::string& text) {
 
 void updateForm::Finish(const QString& title, const std::string& text) {
   m_title->setText(title);
-  showElement(text);
   m_hint->hide();
   m_button2.Show("OK");
+  showElement(text);
   m_button2.background->setAccessibleDescription(m_element->text());
   m_button2.background->setFocus();
   QAccessibleEvent alert(m_element, QAccessible::Alert);
