@@ -14,8 +14,9 @@ class Dialogs {
  public:
   /// What becomes of a set that is not saved yet.
   enum class Unsaved { Save, Discard, GoBack };
-  /// The answer that leaves things as they are: the one that the Escape key and closing the question stand for.
-  enum class Harmless { Ok, Cancel };
+  /// The answer that leaves things as they are: the one that Enter, Escape and closing the question stand for. Where
+  /// both do, Enter is OK and Escape is Cancel.
+  enum class Harmless { Ok, Cancel, Both };
 
   virtual ~Dialogs() = default;
 

@@ -88,9 +88,8 @@ bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harm
   QMessageBox box(Parent());
   Prepare(box, QMessageBox::Question, question, QMessageBox::Ok | QMessageBox::Cancel, topic);
   box.setInformativeText(advice);
-  const auto button = harmless == Harmless::Ok ? QMessageBox::Ok : QMessageBox::Cancel;
-  box.setEscapeButton(button);
-  box.setDefaultButton(QMessageBox::Ok);
+  box.setDefaultButton(harmless == Harmless::Cancel ? QMessageBox::Cancel : QMessageBox::Ok);
+  box.setEscapeButton(harmless == Harmless::Ok ? QMessageBox::Ok : QMessageBox::Cancel);
   return Run(box) == QMessageBox::Ok;
 }
 
