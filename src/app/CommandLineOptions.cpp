@@ -8,6 +8,20 @@
 
 namespace kestrin::app {
 
+namespace {
+
+/// The whole path: what the window shows and remembers must not depend on where the program was started.
+std::filesystem::path WholePath(const QString& text) {
+  const std::filesystem::path given = sound::PathOf(text.toStdString());
+  std::error_code failed;
+  const std::filesystem::path whole = std::filesystem::absolute(given, failed).lexically_normal();
+  if (failed) return given;
+  // A separator at the end would make it a folder without a name.
+  return whole.has_filename() ? whole : whole.parent_path();
+}
+
+}  // namespace
+
 CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& arguments,
                                                      const std::filesystem::path& programFolder,
                                                      const char* environmentServer) {
@@ -44,8 +58,8 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
     return problem("\"" + QString::fromStdString(options.updateServer) +
                    "\" is no update server: give HOST or HOST:PORT.");
   options.board = choice.choice;
-  options.programFolder = parser.isSet(folder) ? sound::PathOf(parser.value(folder).toStdString()) : programFolder;
-  if (!files.isEmpty()) options.set = sound::PathOf(files.constFirst().toStdString());
+  options.programFolder = parser.isSet(folder) ? WholePath(parser.value(folder)) : programFolder;
+  if (!files.isEmpty()) options.set = WholePath(files.constFirst());
   return {options, "", ""};
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/FileFilter.h"
+#include "update/UpdateServer.h"
 
 namespace kestrin::support {
 namespace {
@@ -24,12 +25,38 @@ TEST(CommandLineOptions, AreTheRealBoardsAndTheProgramsOwnFolderByDefault) {
 }
 
 TEST(CommandLineOptions, NameBoardFolderAndSet) {
-  const auto parsed = Parse({"--board", "sim:id=64", "--program-folder", "/a folder", "my set.lscfg"});
+  const auto parsed = Parse({"--board", "sim:id=64", "--program-folder", "/a folder", "/my set.lscfg"});
   EXPECT_EQ(parsed.problem, "");
   EXPECT_EQ(parsed.options.board.kind, Kind::Simulated);
   EXPECT_EQ(parsed.options.board.simulated.id, 64);
   EXPECT_EQ(parsed.options.programFolder, "/a folder");
-  EXPECT_EQ(parsed.options.set, "my set.lscfg");
+  EXPECT_EQ(parsed.options.set, "/my set.lscfg");
+}
+
+TEST(CommandLineOptions, MakeNamesWhole) {
+  // What the window shows and remembers must not depend on where the program was started.
+  const auto here = std::filesystem::current_path();
+  const std::pair<QString, std::filesystem::path> names[] = {{"fonts", here / "fonts"},
+                                                             {"./fonts/", here / "fonts"},
+                                                             {"..", here.parent_path()},
+                                                             {"/a//b/../c/", "/a/c"},
+                                                             {"/", "/"}};
+  for (const auto& [given, whole] : names) {
+    const auto parsed = Parse({"--program-folder", given, given});
+    EXPECT_EQ(parsed.options.programFolder.native(), whole.native()) << given.toStdString();
+    EXPECT_EQ(parsed.options.set.native(), whole.native()) << given.toStdString();
+  }
+}
+
+TEST(CommandLineOptions, NameTheUpdateServer) {
+  const auto parse = [](const QStringList& arguments, const char* environment) {
+    return CommandLineOptions::Parse(QStringList{"kestrin"} + arguments, "/opt/kestrin", environment);
+  };
+  EXPECT_EQ(parse({}, nullptr).options.updateServer, update::UpdateServer::Default());
+  EXPECT_EQ(parse({}, "from.environment:81").options.updateServer, "from.environment:81");
+  EXPECT_EQ(parse({"--update-server", "localhost:8080"}, "from.environment").options.updateServer, "localhost:8080");
+  EXPECT_EQ(parse({"--update-server", "http://x/"}, nullptr).problem.section('\n', 0, 0),
+            "\"http://x/\" is no update server: give HOST or HOST:PORT.");
 }
 
 TEST(CommandLineOptions, TakeADevicePath) {
