@@ -98,7 +98,7 @@ TEST_F(LedTest, ABadCatalogueFailsEveryCommandThatNeedsItAndSaysWhere) {
   }
   std::filesystem::remove(m_programs / "KestrinLEDS.ldcfg");
   EXPECT_EQ(Led(1, {"types"})["error"], kInvalidCatalogue);
-  const Json::const_reference state = BoardState();
+  const Json state = BoardState();
   EXPECT_EQ(state["ledConfig"], (Json{{"code", 1}, {"voltage", 3.7}, {"overdrive", 100}}));
   EXPECT_EQ(state["pulseStarted"], nullptr);
 }
