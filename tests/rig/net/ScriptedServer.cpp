@@ -39,10 +39,10 @@ std::pair<int, std::uint16_t> Listen(int queue) {
   return {listening, ntohs(address.sin_port)};
 }
 
-/// Whether that can be done with a socket; not after `stop`, nor later than `milliseconds` from now.
-bool Ready(int socket, short what, int stop, int milliseconds = kPatience) {
+/// Whether that can be done with a socket; not after `stop`, nor later than `patience` milliseconds from now.
+bool Ready(int socket, short what, int stop, int patience = kPatience) {
   std::array<pollfd, 2> waiting{{{socket, what, 0}, {stop, POLLIN, 0}}};
-  return poll(waiting.data(), waiting.size(), milliseconds) > 0 && waiting[1].revents == 0;
+  return poll(waiting.data(), waiting.size(), patience) > 0 && waiting[1].revents == 0;
 }
 
 }  // namespace
@@ -89,8 +89,8 @@ std::size_t ScriptedServer::Connection::SendUntilFull(std::string_view piece) {
   return total;
 }
 
-bool ScriptedServer::Connection::AwaitClose(int milliseconds) {
-  while (Ready(m_socket, POLLIN, m_stop, milliseconds)) {
+bool ScriptedServer::Connection::AwaitClose(int patience) {
+  while (Ready(m_socket, POLLIN, m_stop, patience)) {
     char byte = 0;
     if (recv(m_socket, &byte, 1, 0) <= 0) return true;
   }

@@ -27,8 +27,8 @@ class ScriptedServer {
     bool Send(std::string_view bytes);
     /// Sends `piece` again and again until the client takes no more. Returns how many bytes it took.
     [[nodiscard]] std::size_t SendUntilFull(std::string_view piece);
-    /// Waits until the client ends the connection; false when it has not within `milliseconds`.
-    bool AwaitClose(int milliseconds = 10000);
+    /// Waits until the client ends the connection; false when it has not within `patience` milliseconds.
+    bool AwaitClose(int patience = 10000);
     /// Ends the connection so that the client gets an error.
     void Reset();
     /// The request, as its bytes came.
