@@ -4,7 +4,7 @@
 #include <thread>
 #include <utility>
 
-#include "sound/PathText.h"
+#include "app/PathText.h"
 #include "sound/PreviewFile.h"
 
 namespace kestrin::app {
@@ -90,7 +90,7 @@ void Preview::LookAtJob() {
   }
   m_player.Play(written.path);
   m_playing = true;
-  emit playing(QString::fromStdString(sound::TextOf(sound)));
+  emit playing(TextOf(sound));
 }
 
 void Preview::LookAtPlayer() {

@@ -14,6 +14,7 @@
 #include "app/FoldersWithFonts.h"
 #include "app/FontUpdate.h"
 #include "app/Main.h"
+#include "app/PathText.h"
 #include "app/help/HelpKey.h"
 #include "app/help/HelpWindow.h"
 #include "app/theme/Theme.h"
@@ -26,7 +27,6 @@
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
 #include "platform/net/CurlTransfer.h"
-#include "sound/PathText.h"
 #include "update/UpdateServer.h"
 #include "update/UpdateUtils.h"
 
@@ -43,13 +43,10 @@ int Tell(std::FILE* where, const QString& text, int code) {
   return code;
 }
 
-std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
-QString TextOf(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
-
 /// Where the program keeps what is this person's own.
 std::filesystem::path DataFolder() {
   const std::filesystem::path folder = desktop::DataFolder();
-  return folder.empty() ? PathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)) : folder;
+  return folder.empty() ? app::PathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)) : folder;
 }
 
 /// The help, read when it is asked for the first time.
@@ -80,7 +77,7 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
 
   const std::filesystem::path data = DataFolder();
   motion::KeptParametersFolder kept(data / motion::KeptParametersFolder::kFolderName);
-  QSettings settings(TextOf(data / "kestrin.ini"), QSettings::IniFormat);
+  QSettings settings(app::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   const std::unique_ptr<sound::SoundPlayer> player = desktop::MakeSystemSoundPlayer(clock);
   const std::array places{options.programFolder, data};
   const std::filesystem::path fonts = update::UpdateUtils::PlaceIn(places);
@@ -116,7 +113,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
   QGuiApplication::setDesktopFileName("kestrin");
   const app::CommandLineOptions::Parsed parsed =
-      app::CommandLineOptions::Parse(QCoreApplication::arguments(), PathOf(QCoreApplication::applicationDirPath()),
+      app::CommandLineOptions::Parse(QCoreApplication::arguments(), app::PathOf(QCoreApplication::applicationDirPath()),
                                      std::getenv(update::UpdateServer::kEnvironment));
   if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
   if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);

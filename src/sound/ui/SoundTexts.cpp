@@ -2,17 +2,18 @@
 
 #include <QLocale>
 
+#include "app/PathText.h"
 #include "base/Text.h"
 #include "sound/MemoryUse.h"
 #include "sound/PathText.h"
 
 namespace kestrin::sound::ui {
 
-QString TextFrom(const std::filesystem::path& path) { return TextFrom(std::string_view(TextOf(path))); }
+QString TextFrom(const std::filesystem::path& path) { return app::TextOf(path); }
 
 QString TextFrom(std::string_view utf8) { return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())); }
 
-std::filesystem::path PathFrom(const QString& text) { return PathOf(text.toUtf8().toStdString()); }
+std::filesystem::path PathFrom(const QString& text) { return app::PathOf(text); }
 
 QString FileName(const std::filesystem::path& path) {
   return TextFrom(std::string_view(base::LastPathPiece(TextOf(path))));
