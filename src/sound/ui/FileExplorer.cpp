@@ -174,7 +174,7 @@ void FileExplorer::SetFolder(const fs::path& folder) {
     // The innermost: a home folder rather than the root.
     if (IsWithin(folder, path) && (best == 0 || IsWithin(path, m_drives[best].path))) best = drive;
   }
-  if (best != 0) m_driveList->setCurrentIndex(static_cast<int>(best));
+  m_driveList->setCurrentIndex(best != 0 ? static_cast<int>(best) : -1);
   Open(folder);
 }
 

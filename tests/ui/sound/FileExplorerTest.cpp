@@ -48,6 +48,17 @@ TEST_F(FileExplorerTest, AFolderSelectsTheInnermostDriveItLiesOn) {
   EXPECT_EQ(Get<QComboBox>("DriveList")->currentText(), "Stick");
 }
 
+TEST_F(FileExplorerTest, AFolderOnNoDriveSelectsNone) {
+  Open();
+  folders.drives = {{"Stick", folder.Path()}};
+  SoundPage other(set, folders);
+  const auto* drives = other.findChild<QComboBox*>("DriveList");
+  other.SetFolder(folder.Path());
+  EXPECT_EQ(drives->currentText(), "Stick");
+  other.SetFolder(folder.Path().parent_path());
+  EXPECT_EQ(drives->currentIndex(), -1);
+}
+
 TEST_F(FileExplorerTest, EveryPlaceShowsItsFiles) {
   Open();
   support::WriteSoundFile(folder / "desktop" / "d.lsu", support::SomeSamples(100));
