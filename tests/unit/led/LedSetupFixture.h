@@ -38,11 +38,12 @@ class LedSetupFixture : public ::testing::Test {
  protected:
   using Report = std::vector<std::uint8_t>;
 
+  /// Also with values that the program never writes: repetitions of the idle pulse, ramps of the flash.
   static simulator::BoardState StateAtFirst() {
     simulator::BoardState state;
     state.ledConfig = {12, 37, 110};
-    state.ledPulses[0] = {{10, 20, 30, 40}, {50, 60, 70, 80}, {}, 500, 1500, 20, 2000, 0};
-    state.ledPulses[1] = {{1, 2, 3, 4}, {250, 251, 252, 253}, {}, 0, 40, 0, 60, 3};
+    state.ledPulses[0] = {{10, 20, 30, 40}, {50, 60, 70, 80}, {}, 500, 1500, 20, 2000, 9};
+    state.ledPulses[1] = {{1, 2, 3, 4}, {250, 251, 252, 253}, {}, 7, 40, 8, 60, 3};
     return state;
   }
 

@@ -53,11 +53,14 @@ TEST_F(InitLedDriversTest, LinesMayEndWithLfAloneAndEmptyOnesMeanNothing) {
 TEST_F(InitLedDriversTest, PulsesAreMadeAnewEachTime) {
   Init();
   m_view.times[TimeBox::FocTON] = "9";
+  m_setup.SendPulse();
   m_setup.SendFoc();
+  ASSERT_EQ(m_setup.IdlePulse().GetTon_High(1), 1);
   ASSERT_EQ(m_setup.FocPulse().GetTon_High(1), 1);
   m_led = simulator::VirtualBoard(StateAtFirst());
   Init();
-  EXPECT_EQ(m_setup.FocPulse().GetTon_High(1), 0) << "counts are not asked from the board";
+  EXPECT_EQ(m_setup.IdlePulse().GetTon_High(1), 0) << "counts are not asked from the board";
+  EXPECT_EQ(m_setup.FocPulse().GetTon_High(1), 0);
   EXPECT_EQ(m_setup.FocPulse().Ton, 40);
   EXPECT_EQ(m_view.times[TimeBox::FocTON], "0.04");
 }
@@ -299,6 +302,14 @@ TEST_F(DriverConfigurationTest, AnUpdateWritesTypeSixVoltsAndSliderAndReadsTheBo
   EXPECT_THAT(Written({7, 1, 2, 2})[0], ElementsAre(61, 0, 4, 0, 60, 0, 120));
   EXPECT_EQ(m_led.State().ledConfig, (simulator::LedConfigState{4, 60, 120}));
   EXPECT_EQ(m_view.wentOffline, 0);
+}
+
+TEST_F(DriverConfigurationTest, AnUpdateWritesSixVoltsWhateverTheBoardReported) {
+  Init();
+  ASSERT_EQ(m_setup.CurrentDriver().Voltage, 3.7);
+  m_view.confirms = true;
+  m_setup.UpdateLED();
+  EXPECT_EQ(m_led.State().ledConfig, (simulator::LedConfigState{12, 60, 110}));
 }
 
 TEST_F(DriverConfigurationTest, AnUpdateThatTheBoardDoesNotConfirmGoesOfflineAndReadsNothing) {

@@ -76,6 +76,19 @@ TEST_F(PickerTest, ShowsTheRowsOfTheTypeInItsColours) {
   }
 }
 
+TEST_F(PickerTest, AColourCanBePickedOnlyWithAllOfRedGreenAndBlue) {
+  const std::pair<std::vector<std::string>, bool> types[] = {{{"red", "green", "white"}, false},
+                                                             {{"red", "blue", "amber"}, false},
+                                                             {{"green", "blue"}, false},
+                                                             {{"amber", "red", "green", "blue"}, true}};
+  for (const auto& [colors, enabled] : types) {
+    Catalogue({RecordOf("Blade", "1", colors)});
+    m_setup.ChooseType("Blade");
+    m_setup.EditFocHigh();
+    EXPECT_EQ(m_view.pickColorEnabled, enabled) << colors[0] << " " << colors[1];
+  }
+}
+
 TEST_F(PickerTest, AnotherTypeWhileItIsOpenBringsItsRowsAndKeepsTheLevels) {
   m_setup.EditPulseHigh();
   m_view.rows[1].level = 99;
