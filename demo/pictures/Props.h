@@ -41,7 +41,7 @@ class AnsweringDialogs final : public app::Dialogs {
   void ShowMessage(const QString& text, const QString&) override { shown.push_back(text); }
   void ShowError(const QString& text, const QString&) override { shown.push_back(text); }
   [[nodiscard]] bool AskOkCancel(const QString&, const QString&, Harmless harmless, app::HelpContext) override {
-    return harmless == Harmless::Cancel;
+    return harmless != Harmless::Ok;
   }
   [[nodiscard]] Unsaved AskUnsaved(const QString&) override { return Unsaved::Discard; }
 };

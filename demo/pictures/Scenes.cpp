@@ -139,7 +139,7 @@ QPixmap TakeNoBoard(const Place& place, const std::string& board) {
     (void)dialogs.AskOkCancel(
         "A connection with Kuskekpize could not be established.\r\n Press OK to work offline or Cancel to exit the "
         "application",
-        "", app::Dialogs::Harmless::Cancel);
+        "", app::Dialogs::Harmless::Both);
   });
 }
 
