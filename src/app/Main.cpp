@@ -160,8 +160,8 @@ void Main::Connect() {
   connect(m_page, &sound::ui::SoundPage::message, this,
           [this](const QString& text) { m_around.dialogs.ShowError(text); });
   connect(m_page, &sound::ui::SoundPage::hint, m_helpLine, &HelpLine::ShowHint);
-  connect(m_page, &sound::ui::SoundPage::fitsChanged, this, &Main::UpdateButtons);
   connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
+  connect(&m_preview, &Preview::preparing, m_page, &sound::ui::SoundPage::SetPreparing);
   connect(&m_preview, &Preview::playing, m_page, &sound::ui::SoundPage::SetPlaying);
   connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
 }
@@ -218,7 +218,7 @@ void Main::ShowBoards() {
   if (std::exchange(m_boards, boards) != boards) UpdateButtons();
 }
 
-void Main::SetMemoryCapacity(std::int32_t samples) { m_page->SetMemoryCapacity(samples); }
+void Main::SetMemoryCapacity(std::int32_t samples) { m_set.SetCapacity(samples); }
 
 void Main::EnableFileButtons() { UpdateButtons(); }
 

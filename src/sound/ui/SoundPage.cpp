@@ -56,8 +56,7 @@ SoundPage::SoundPage(SoundSet& set, const app::SpecialFolders& folders, QWidget*
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
   m_slots[SlotKind::Boot]->Option()->setChecked(true);
   m_set.AddListener(*this);
-  m_fits = m_set.Fits();
-  UpdateMemoryStatus();
+  MemoryChanged();
   ModifiedChanged();
 }
 
@@ -146,20 +145,15 @@ void SoundPage::ShowFile(const std::filesystem::path& path) {
 
 void SoundPage::SetFolder(const std::filesystem::path& folder) { m_explorer->SetFolder(folder); }
 
-void SoundPage::SetMemoryCapacity(int samples) { m_set.SetCapacity(samples); }
-
-bool SoundPage::Fits() const { return m_set.Fits(); }
-
-void SoundPage::UpdateMemoryStatus() {
-  m_gauge->Show(MemoryUse::Of(m_set.Configuration()));
-  if (m_fits == m_set.Fits()) return;
-  m_fits = m_set.Fits();
-  emit fitsChanged(m_fits);
+void SoundPage::SetPreparing(bool isPreparing) {
+  m_isPreparing = isPreparing;
+  m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
 }
 
 void SoundPage::SetPlaying(const QString& path) {
   const std::filesystem::path playing = PathFrom(path);
-  m_stopAction->setEnabled(!path.isEmpty());
+  m_isPlaying = !path.isEmpty();
+  m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
   m_detail->SetPlaying(playing);
   m_explorer->SetPlaying(playing);
   for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(playing);
@@ -183,7 +177,7 @@ void SoundPage::SlotChanged(SlotKind kind) {
   if (m_detail->Place() && m_detail->Place()->kind == kind) m_detail->Refresh();
 }
 
-void SoundPage::MemoryChanged() { UpdateMemoryStatus(); }
+void SoundPage::MemoryChanged() { m_gauge->Show(MemoryUse::Of(m_set.Configuration())); }
 
 void SoundPage::ModifiedChanged() {
   const auto show = [this](QAction& action, const QString& verb, const std::string& what, bool possible) {

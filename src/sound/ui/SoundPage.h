@@ -37,12 +37,8 @@ class SoundPage : public QWidget, private SoundSetListener {
 
   /// Shows the folder in the file explorer and its drive in the drive list.
   void SetFolder(const std::filesystem::path& folder);
-  /// The samples that the board holds.
-  void SetMemoryCapacity(int samples);
-  /// Makes the memory gauge follow the set. The page does so itself after every change that went through the set.
-  void UpdateMemoryStatus();
-  /// Whether the board can hold the set.
-  [[nodiscard]] bool Fits() const;
+  /// Whether a sound is being made ready to play: that can be stopped like the playing.
+  void SetPreparing(bool isPreparing);
   /// Shows which sound is playing; empty: none.
   void SetPlaying(const QString& path);
   /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
@@ -65,8 +61,6 @@ class SoundPage : public QWidget, private SoundSetListener {
   void message(const QString& text);
   /// What the control under the pointer is for; empty when there is nothing to say.
   void hint(const QString& text);
-  /// Fits() has changed.
-  void fitsChanged(bool fits);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -93,7 +87,8 @@ class SoundPage : public QWidget, private SoundSetListener {
   QButtonGroup* m_options = nullptr;
   DetailPanel* m_detail = nullptr;
   MemoryGauge* m_gauge = nullptr;
-  bool m_fits = true;
+  bool m_isPreparing = false;
+  bool m_isPlaying = false;
 };
 
 }  // namespace kestrin::sound::ui

@@ -44,7 +44,6 @@ class SoundPageFixture : public support::SoundSetFixture {
     QObject::connect(&*page, &SoundPage::message, &*page, [this](const QString& text) { messages.append(text); });
     QObject::connect(&*page, &SoundPage::playRequested, &*page, [this](const QString& path) { played.append(path); });
     QObject::connect(&*page, &SoundPage::stopRequested, &*page, [this] { ++stops; });
-    QObject::connect(&*page, &SoundPage::fitsChanged, &*page, [this](bool fits) { fitting.append(fits); });
     QObject::connect(&*page, &SoundPage::hint, &*page, [this](const QString& text) { hints.append(text); });
     page->resize(960, 560);
     page->show();
@@ -109,7 +108,6 @@ class SoundPageFixture : public support::SoundSetFixture {
   QStringList messages;
   QStringList played;
   QStringList hints;
-  QList<bool> fitting;
   int stops = 0;
 };
 
