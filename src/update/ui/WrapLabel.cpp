@@ -10,9 +10,8 @@ namespace kestrin::update::ui {
 
 WrapLabel::WrapLabel(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
-  QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Minimum);
-  policy.setHeightForWidth(true);
-  setSizePolicy(policy);
+  // Only so does a label have a height that depends on its width.
+  setWordWrap(true);
 }
 
 QStaticText WrapLabel::Laid(int width) const {

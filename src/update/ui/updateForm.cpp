@@ -233,6 +233,9 @@ void updateForm::showStep(const std::string& text) { m_step->setText(QString::fr
 
 void updateForm::showElement(const std::string& text) {
   m_element->setText(QString::fromStdString(text));
+  // The layouts would only hear of it with the next turn of the event loop.
+  m_border->layout()->activate();
+  m_border->updateGeometry();
   const int needed = layout()->totalHeightForWidth(width());
   if (needed > height()) resize(width(), needed);
 }

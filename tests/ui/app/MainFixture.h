@@ -74,8 +74,8 @@ class MainFixture : public testing::Test {
     ASSERT_EQ(created.problem, "");
     agent = std::move(created.agent);
     if (!plugged) agent->Unplug();
-    window = std::make_unique<app::Main>(app::Surroundings{*agent, gate, Clock(), dialogs, player, folders, kept, sleep,
-                                                           updateDialog, settings, program, data});
+    window = std::make_unique<app::Main>(app::Surroundings{*agent, gate, Clock(), dialogs, player, *surroundingFolders,
+                                                           kept, sleep, updateDialog, settings, program, data});
   }
 
   /// Makes it and starts it up with that board online.
@@ -157,6 +157,7 @@ class MainFixture : public testing::Test {
   FakeDialogs dialogs;
   FakePlayer player;
   FakeFolders folders;
+  const app::SpecialFolders* surroundingFolders = &folders;
   support::MemoryKeptParameters kept;
   FakeSleepBlocker sleep;
   FakeUpdateDialog update;

@@ -1,0 +1,231 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "app/help/TopicOf.h"
+#include "app/theme/Theme.h"
+#include "app/theme/ThemeColors.h"
+#include "support/Contrast.h"
+#include "support/ScriptedTransfer.h"
+#include "update/ui/ProgressShape.h"
+#include "update/ui/updateForm.h"
+
+namespace kestrin::support {
+namespace {
+
+using update::ui::ProgressShape;
+
+const std::vector<const char*> kControls = {"formTitle",
+                                            "updateStep",
+                                            "updateElement",
+                                            "progressBar1",
+                                            "progressBackground1",
+                                            "progressBar2",
+                                            "progressBackground2",
+                                            "formButtonCaption1",
+                                            "formButtonBackground1",
+                                            "formButtonCaption2",
+                                            "formButtonBackground2",
+                                            "okIcon",
+                                            "warningIcon",
+                                            "formBorder"};
+
+class UpdateForm : public testing::Test {
+ protected:
+  template <typename T = QWidget>
+  T& Find(const char* name) const {
+    T* const found = form.findChild<T*>(name);
+    if (found == nullptr) throw std::runtime_error(std::string("the dialog has no ") + name);
+    return *found;
+  }
+  [[nodiscard]] std::string TextOf(const char* name) const { return Find<QLabel>(name).text().toStdString(); }
+  /// The controls that can be seen when the dialog can.
+  [[nodiscard]] std::vector<std::string> Shown() const {
+    std::vector<std::string> shown;
+    for (const char* const name : kControls)
+      if (Find<>(name).isVisibleTo(&form)) shown.emplace_back(name);
+    return shown;
+  }
+  [[nodiscard]] double Width(const char* bar) const { return Find<ProgressShape>(bar).ShapeWidth(); }
+  static void Press(QWidget& control, int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&control, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+    QApplication::sendEvent(&control, &release);
+  }
+
+  ScriptedTransfer transfer;
+  update::ui::updateForm form{transfer};
+};
+
+TEST_F(UpdateForm, IsLoadedWithoutBeingShownAndMeasuresItsBars) {
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_TRUE(form.isModal());
+  EXPECT_EQ(&form.Inet(), &transfer);
+  EXPECT_EQ(TextOf("formTitle"), "Updating items...");
+  form.show();
+  for (const int number : {1, 2}) {
+    const auto name = [number](const char* what) { return std::string(what) + std::to_string(number); };
+    const int width = Find<>(name("progressBackground").c_str()).width();
+    EXPECT_GT(width, 300);
+    EXPECT_EQ(Find<ProgressShape>(name("progressBar").c_str()).FullWidth(), width);
+  }
+}
+
+TEST_F(UpdateForm, ABarIsItsShareOfTheFullWidthWithItsFraction) {
+  for (const char* const bar : {"progressBar1", "progressBar2"}) Find<ProgressShape>(bar).SetFullWidth(3001);
+  form.progressA(50);
+  EXPECT_EQ(Width("progressBar1"), 1500.5);
+  EXPECT_EQ(Width("progressBar2"), 0);
+  form.progressB(1);
+  EXPECT_EQ(Width("progressBar2"), 30.01);
+  form.progressB(100);
+  EXPECT_EQ(Width("progressBar2"), 3001);
+  EXPECT_EQ(Find<>("progressBar1").accessibleDescription(), "50 %");
+}
+
+TEST_F(UpdateForm, AWarningHidesBarsAndStep) {
+  form.resetForm();
+  form.showStep("(1/3) Checking for updates");
+  form.progressA(30);
+  form.showWarning("Error : 0001 Update failed! Please try again later.");
+  EXPECT_THAT(Shown(), testing::ElementsAre("formTitle", "updateElement", "formButtonCaption2", "formButtonBackground2",
+                                            "warningIcon", "formBorder"));
+  EXPECT_EQ(TextOf("formTitle"), "Warning!");
+  EXPECT_EQ(TextOf("updateElement"), "Error : 0001 Update failed! Please try again later.");
+  EXPECT_EQ(TextOf("formButtonCaption2"), "OK");
+}
+
+TEST_F(UpdateForm, AMessageLeavesTheOverallBarFull) {
+  form.resetForm();
+  form.progressA(65);
+  form.showMessage("Update finished. New fonts installed successfully.");
+  EXPECT_THAT(Shown(),
+              testing::ElementsAre("formTitle", "updateStep", "updateElement", "progressBar1", "progressBackground1",
+                                   "formButtonCaption2", "formButtonBackground2", "okIcon", "formBorder"));
+  EXPECT_EQ(Width("progressBar1"), Find<ProgressShape>("progressBar1").FullWidth());
+  EXPECT_EQ(TextOf("formTitle"), "Success");
+  EXPECT_EQ(TextOf("updateStep"), "(3/3) Completed");
+  EXPECT_EQ(TextOf("updateElement"), "Update finished. New fonts installed successfully.");
+  EXPECT_EQ(TextOf("formButtonCaption2"), "OK");
+}
+
+TEST_F(UpdateForm, AResetRestoresEverythingAfterEitherEnd) {
+  for (const bool well : {true, false}) {
+    form.progressB(40);
+    form.showStep("step");
+    if (well)
+      form.showMessage("done");
+    else
+      form.showWarning("failed");
+    form.resetForm();
+    EXPECT_THAT(Shown(),
+                testing::ElementsAre("formTitle", "updateStep", "updateElement", "progressBar1", "progressBackground1",
+                                     "progressBar2", "progressBackground2", "formBorder"));
+    EXPECT_EQ(Width("progressBar1"), 0);
+    EXPECT_EQ(Width("progressBar2"), 0);
+    EXPECT_EQ(TextOf("formTitle"), "Updating items ...");
+    EXPECT_EQ(TextOf("updateStep") + TextOf("updateElement"), "");
+  }
+}
+
+TEST_F(UpdateForm, YesEndsTheProgramAndNoClosesTheDialog) {
+  form.resetForm();
+  form.showYesNoButtons();
+  EXPECT_EQ(TextOf("formButtonCaption1"), "YES");
+  EXPECT_EQ(TextOf("formButtonCaption2"), "NO");
+  form.show();
+  Find<QPushButton>("formButtonBackground2").click();
+  EXPECT_FALSE(form.isVisible());
+  QTimer::singleShot(0, &form, [this] { Find<QPushButton>("formButtonBackground1").click(); });
+  QTimer::singleShot(10000, &form, [] { QCoreApplication::exit(1); });
+  EXPECT_EQ(QApplication::exec(), 0) << "it did not end";
+  form.hideButtons();
+  EXPECT_FALSE(Find<>("formButtonBackground1").isVisibleTo(&form));
+  EXPECT_FALSE(Find<>("formButtonCaption2").isVisibleTo(&form));
+}
+
+TEST_F(UpdateForm, RunsWhatIsGivenOnceItIsOpenAndComesBackWhenItIsClosed) {
+  int runs = 0;
+  for (const int key : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Space}) {
+    form.showModal([&] {
+      ++runs;
+      EXPECT_TRUE(form.isVisible());
+      form.showMessage("done");
+      EXPECT_EQ(form.focusWidget(), &Find<>("formButtonBackground2"));
+      QTimer::singleShot(0, &form, [this, key] {
+        if (key == Qt::Key_Space)
+          Press(Find<>("formButtonBackground2"), key);
+        else
+          Press(form, key);
+      });
+    });
+    EXPECT_FALSE(form.isVisible());
+  }
+  EXPECT_EQ(runs, 3);
+}
+
+TEST_F(UpdateForm, CanBeOperatedAndReadWithoutAPointer) {
+  for (const char* const bar : {"progressBar1", "progressBar2"}) EXPECT_FALSE(Find<>(bar).accessibleName().isEmpty());
+  for (const char* const icon : {"okIcon", "warningIcon"}) EXPECT_FALSE(Find<>(icon).accessibleName().isEmpty());
+  form.showWarning("Something <b>happened</b>");
+  auto& button = Find<QPushButton>("formButtonBackground2");
+  EXPECT_EQ(button.accessibleName(), "OK");
+  EXPECT_EQ(button.accessibleDescription(), "Something <b>happened</b>");
+  EXPECT_TRUE(button.focusPolicy() & Qt::TabFocus);
+  EXPECT_EQ(app::TopicOf(&button), app::HelpContext::UpdateForm);
+  for (const char* const label : {"formTitle", "updateStep", "updateElement", "formButtonCaption2"})
+    EXPECT_EQ(Find<QLabel>(label).textFormat(), Qt::PlainText) << label << ": servers send some of these texts";
+}
+
+TEST_F(UpdateForm, NothingIsCutOffHoweverLongTheTextIs) {
+  form.show();
+  for (const QString& text : {QString("short"), QString("word ").repeated(120), QString(600, 'x'),
+                              "\"/" + QString("a folder/").repeated(40) + "tmp\" could not be written"}) {
+    form.resetForm();
+    form.showWarning(text.toStdString());
+    QApplication::processEvents();
+    auto& element = Find<QLabel>("updateElement");
+    EXPECT_GE(element.height(), element.heightForWidth(element.width())) << text.toStdString();
+    EXPECT_TRUE(form.rect().contains(Find<>("formButtonBackground2").mapTo(&form, QPoint(90, 30))))
+        << text.toStdString();
+    // Painted up to its last line: somewhere in it there is ink.
+    const QImage picture = element.grab().toImage();
+    const QRgb ground = picture.pixel(picture.width() - 1, picture.height() - 1);
+    int lastInk = 0;
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 0; x < picture.width(); ++x)
+        if (picture.pixel(x, y) != ground) lastInk = y;
+    EXPECT_GT(lastInk, element.heightForWidth(element.width()) - 2 * element.fontMetrics().lineSpacing());
+  }
+}
+
+TEST_F(UpdateForm, CaptionsCanBeReadInBothSchemes) {
+  for (const auto scheme : {app::ColorScheme::Light, app::ColorScheme::Dark}) {
+    app::Theme::Apply(*qApp, scheme);
+    form.showYesNoButtons();
+    form.show();
+    QApplication::processEvents();
+    const auto& no = Find<QLabel>("formButtonCaption2");
+    const QColor ground = app::ColorOf(app::ColorRole::Accent, form.palette());
+    EXPECT_GE(app::Contrast(no.palette().color(no.foregroundRole()), ground), 4.5);
+    const QImage picture = Find<>("formButtonBackground2").grab().toImage();
+    bool hasCaptionColor = false;
+    const QRgb wanted = no.palette().color(no.foregroundRole()).rgb();
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 0; x < picture.width(); ++x) hasCaptionColor |= picture.pixel(x, y) == wanted;
+    EXPECT_TRUE(hasCaptionColor);
+    form.hide();
+  }
+  app::Theme::Apply(*qApp, app::ColorScheme::System);
+}
+
+}  // namespace
+}  // namespace kestrin::support
