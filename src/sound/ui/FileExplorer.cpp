@@ -78,6 +78,8 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
   m_fileList->setObjectName(QStringLiteral("FileList"));
   m_hint->setObjectName(QStringLiteral("HintLabel"));
   m_driveList->setAccessibleName(QStringLiteral("Drive"));
+  // Some systems tell the chosen drive as the name.
+  m_driveList->setAccessibleDescription(QStringLiteral("Drive"));
   m_up->setAccessibleName(QStringLiteral("Folder above"));
   m_dirList->setAccessibleName(QStringLiteral("Folders"));
   m_fileList->setAccessibleName(QStringLiteral("Sound files"));

@@ -51,7 +51,6 @@ SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
   SetSlot(kind);
   app::SetHelpContext(*this, app::HelpContextOfSlot(static_cast<int>(kind)));
   const bool isList = SlotOf(kind).isList;
-  m_option->setAutoExclusive(false);
   m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));
   m_option->setToolTip(QStringLiteral("Double-clicked files go into ") + SlotTitle(kind));
   m_list->setAccessibleName(SlotTitle(kind) + (isList ? QStringLiteral(" sounds") : QStringLiteral(" sound")));
