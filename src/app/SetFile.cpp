@@ -141,7 +141,7 @@ void SetFile::FillMenu() {
         action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
         Qt::QueuedConnection);
   }
-  m_settings.setValue(kRecentKey, stored);
+  if (m_settings.value(kRecentKey).toStringList() != stored) m_settings.setValue(kRecentKey, stored);
 }
 
 QString SetFile::StartPlace() const {

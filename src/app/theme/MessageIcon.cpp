@@ -1,9 +1,11 @@
 #include "app/theme/MessageIcon.h"
 
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
 #include <optional>
+#include <utility>
 
 #include "app/theme/ThemeColors.h"
 
@@ -12,7 +14,6 @@ namespace {
 
 /// The signs are drawn on a square of this side, like the pictures of the buttons.
 constexpr qreal kGridSide = 24;
-constexpr int kSide = 40;
 constexpr qreal kLine = 1.7;
 constexpr qreal kDot = 1.1;
 
@@ -68,31 +69,49 @@ std::optional<Sign> SignOf(QStyle::StandardPixmap picture) {
   }
 }
 
+/// Paints the sign when it is shown, in any size.
+class SignEngine final : public QIconEngine {
+ public:
+  SignEngine(Sign sign, const QColor& color) : m_sign(std::move(sign)), m_color(color) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->translate(rect.topLeft());
+    painter->scale(rect.width() / kGridSide, rect.height() / kGridSide);
+    painter->setPen(QPen(m_color, kLine, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawPath(m_sign.lines);
+    if (m_sign.dot) {
+      painter->setPen(Qt::NoPen);
+      painter->setBrush(m_color);
+      painter->drawEllipse(*m_sign.dot, kDot, kDot);
+    }
+    painter->restore();
+  }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, pixmap.rect(), mode, state);
+    return pixmap;
+  }
+
+  [[nodiscard]] QIconEngine* clone() const override { return new SignEngine(*this); }
+
+ private:
+  Sign m_sign;
+  QColor m_color;
+};
+
 }  // namespace
 
 QIcon MessageIcon(QStyle::StandardPixmap picture, const QPalette& palette) {
-  const std::optional<Sign> sign = SignOf(picture);
+  std::optional<Sign> sign = SignOf(picture);
   if (!sign) return {};
   const QColor color = ColorOf(sign->role, palette);
-  QIcon icon;
-  for (const int density : {1, 2, 3, 4}) {
-    QPixmap pixmap(kSide * density, kSide * density);
-    pixmap.fill(Qt::transparent);
-    pixmap.setDevicePixelRatio(density);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(kSide / kGridSide, kSide / kGridSide);
-    painter.setPen(QPen(color, kLine, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(sign->lines);
-    if (sign->dot) {
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(color);
-      painter.drawEllipse(*sign->dot, kDot, kDot);
-    }
-    painter.end();
-    icon.addPixmap(pixmap);
-  }
-  return icon;
+  return QIcon(new SignEngine(std::move(*sign), color));
 }
 
 }  // namespace kestrin::app

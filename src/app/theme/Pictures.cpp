@@ -1,17 +1,20 @@
 #include "app/theme/Pictures.h"
 
-#include <QImage>
 #include <QPainter>
 #include <utility>
+
+#include "app/theme/BitmapReader.h"
 
 namespace kestrin::app {
 
 Pictures::Pictures(QString folder) : m_folder(std::move(folder)) {}
 
 QPixmap Pictures::Load(const QString& file) const {
-  const QImage picture(m_folder + '/' + file);
-  // From a null image Qt makes a null pixmap, but says so on the console.
-  return picture.isNull() ? QPixmap() : QPixmap::fromImage(picture);
+  if (const auto loaded = m_loaded.constFind(file); loaded != m_loaded.cend()) return *loaded;
+  const QImage picture = ReadBitmap(m_folder + '/' + file);
+  // A picture that is missing may come yet. Also, Qt says on the console what it thinks of a null image.
+  if (picture.isNull()) return {};
+  return *m_loaded.insert(file, QPixmap::fromImage(picture));
 }
 
 QIcon Pictures::Icon(const QString& file) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QHash>
 #include <QIcon>
 #include <QPixmap>
 #include <QString>
@@ -32,6 +33,8 @@ class Pictures {
   [[nodiscard]] QPixmap Load(const QString& file) const;
 
   QString m_folder;
+  /// Every file is read once: reading them all takes longer than anything else at the start.
+  mutable QHash<QString, QPixmap> m_loaded;
 };
 
 }  // namespace kestrin::app

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 
+#include "app/theme/BitmapReader.h"
+
 namespace kestrin::app {
 namespace {
 
@@ -115,6 +117,33 @@ TEST_F(PicturesInAFolder, ATintedPictureIsTheSameShapeInOneColour) {
         ASSERT_EQ(tinted.pixelColor(x, y), QColor(Qt::white));
       }
     }
+  }
+}
+
+TEST(BitmapReader, TakesWhatTheBuildMakesAsQtReadsIt) {
+  int pictures = 0;
+  for (const QString& name : QDir(KESTRIN_PICTURES).entryList({"*.bmp"})) {
+    const QString path = QDir(KESTRIN_PICTURES).filePath(name);
+    const QImage expected = QImage(path).convertToFormat(QImage::Format_ARGB32);
+    ASSERT_FALSE(expected.isNull()) << name.toStdString();
+    EXPECT_EQ(ReadBitmap(path), expected) << name.toStdString();
+    ++pictures;
+  }
+  EXPECT_GT(pictures, 15);
+}
+
+TEST(BitmapReader, FileThatEndsEarlyAnywhereIsNoPicture) {
+  QFile whole(QDir(KESTRIN_PICTURES).filePath("open.bmp"));
+  ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+  const QByteArray bytes = whole.readAll();
+  const QTemporaryDir folder;
+  for (const qsizetype size :
+       {qsizetype{0}, qsizetype{1}, qsizetype{53}, qsizetype{137}, qsizetype{138}, bytes.size() - 1}) {
+    QFile cut(folder.filePath("cut.bmp"));
+    ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
+    cut.write(bytes.left(size));
+    cut.close();
+    EXPECT_TRUE(ReadBitmap(cut.fileName()).isNull()) << size;
   }
 }
 
