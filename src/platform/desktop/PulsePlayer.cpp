@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <fstream>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -47,11 +49,14 @@ Stream OpenStream(const WavFile& wav) {
 
 /// One sound and how things stand with it.
 struct PulsePlayer::Job {
-  WavFile wav;
+  /// Open from the beginning, so that another file may take its name while this one is read.
+  std::ifstream file;
+  std::string name;
 
   std::mutex mutex;
   std::condition_variable changed;
   bool stop = false;
+  bool read = false;
   bool connected = false;
   bool done = false;
   std::string problem;
@@ -59,6 +64,10 @@ struct PulsePlayer::Job {
   [[nodiscard]] bool IsStopped() {
     const std::lock_guard lock(mutex);
     return stop;
+  }
+  void SetRead() {
+    const std::lock_guard lock(mutex);
+    read = true;
   }
   void SetConnected() {
     const std::lock_guard lock(mutex);
@@ -73,6 +82,19 @@ struct PulsePlayer::Job {
 
   /// What the sound's thread does. Returns "" or the text for the person.
   [[nodiscard]] std::string Run() {
+    const std::optional<WavFile> wav = WavFile::Read(file);
+    file.close();
+    if (!wav) return Unreadable();
+    SetRead();
+    return Play(*wav);
+  }
+
+  [[nodiscard]] std::string Unreadable() const {
+    return "The sound's copy \"" + name + "\" cannot be read. Play the sound again.";
+  }
+
+ private:
+  [[nodiscard]] std::string Play(const WavFile& wav) {
     const Stream stream = OpenStream(wav);
     if (stream == nullptr) return kNoService;
     SetConnected();
@@ -105,13 +127,12 @@ PulsePlayer::~PulsePlayer() {
 void PulsePlayer::Play(const std::filesystem::path& wav) {
   Stop();
   m_job = std::make_shared<Job>();
-  m_started = m_clock.Now();
-  auto read = WavFile::Read(wav);
-  if (!read) {
-    m_job->End("The sound's copy \"" + wav.filename().string() + "\" cannot be read. Play the sound again.");
+  m_job->name = wav.filename().string();
+  m_job->file.open(wav, std::ios::binary);
+  if (!m_job->file.is_open()) {
+    m_job->End(m_job->Unreadable());
     return;
   }
-  m_job->wav = std::move(*read);
   std::thread([job = m_job] { job->End(job->Run()); }).detach();
 }
 
@@ -126,7 +147,9 @@ sound::SoundPlayer::Status PulsePlayer::Look() {
   const std::lock_guard lock(m_job->mutex);
   if (m_job->done) return {false, m_job->problem};
   if (m_job->stop) return {};
-  if (!m_job->connected && m_clock.Now() - m_started > kPatience) {
+  // Only the service is given up; a slow disk is waited for.
+  if (!m_job->read) m_readUntil = m_clock.Now();
+  if (!m_job->connected && m_clock.Now() - m_readUntil > kPatience) {
     m_job->stop = true;
     m_job->done = true;
     m_job->problem = kNoService;

@@ -8,7 +8,7 @@
 namespace kestrin::desktop {
 
 /// Plays through PulseAudio, and through PipeWire where that stands in for it. Each sound has a thread of its own,
-/// since the sound service makes its callers wait.
+/// since disks and the sound service make their callers wait.
 class PulsePlayer final : public sound::SoundPlayer {
  public:
   /// A service that has not answered after this long is given up.
@@ -31,7 +31,8 @@ class PulsePlayer final : public sound::SoundPlayer {
   const base::Clock& m_clock;
   /// Shared with its thread, which may outlive the player when the service does not answer.
   std::shared_ptr<Job> m_job;
-  base::Clock::Duration m_started{};
+  /// The last time at which the file was seen to be still being read.
+  base::Clock::Duration m_readUntil{};
 };
 
 }  // namespace kestrin::desktop

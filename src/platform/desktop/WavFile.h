@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <iosfwd>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,8 @@ struct WavFile {
 
   /// Empty when there is no such file, or it holds something else.
   [[nodiscard]] static std::optional<WavFile> Read(const std::filesystem::path& path);
+  /// The same of an open file.
+  [[nodiscard]] static std::optional<WavFile> Read(std::istream& file);
 };
 
 }  // namespace kestrin::desktop

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "PrivateSoundService.h"
+#include "platform/desktop/WavFile.h"
 #include "sound/LSU_SoundFile.h"
 #include "support/FakeClock.h"
 #include "support/TestFiles.h"
@@ -109,8 +110,11 @@ TEST_F(PulsePlayerTest, GivesUpAServiceThatDoesNotAnswerAndDoesNotHoldUpTheEnd) 
     PulsePlayer player(clock);
     player.Play(Wav(LoudSamples(100)));
     EXPECT_TRUE(player.Look().playing);
-    clock.Advance(PulsePlayer::kPatience + std::chrono::milliseconds(1));
-    EXPECT_FALSE(player.Look().playing);
+    // Patience begins when the file has been read.
+    EXPECT_TRUE(Until([&] {
+      clock.Advance(PulsePlayer::kPatience + std::chrono::milliseconds(1));
+      return !player.Look().playing;
+    }));
     EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
   }
   EXPECT_LT(steady_clock::now() - start, seconds(5));
@@ -123,6 +127,38 @@ TEST_F(PulsePlayerTest, SaysThatTheFileCannotBeRead) {
   player.Play(folder / "temp.wav");
   EXPECT_FALSE(player.Look().playing);
   EXPECT_NE(player.Look().problem.find("temp.wav"), std::string::npos);
+}
+
+TEST_F(PulsePlayerTest, SaysThatTheFileIsNoSound) {
+  PulsePlayer player(clock);
+  player.Play(support::WriteBytes(folder / "temp.wav", "Dear Sir"));
+  EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
+  EXPECT_NE(player.Look().problem.find("temp.wav"), std::string::npos);
+}
+
+TEST_F(PulsePlayerTest, ReturnsBeforeTheFileIsRead) {
+  setenv("PULSE_SERVER", "unix:/nonexistent/nobody", 1);
+  const auto large = Wav(LoudSamples(100));
+  std::string bytes = support::ReadBytes(large);
+  // Where the header tells the size of the samples, the least significant byte first: 2^24.
+  bytes.replace(40, 4, std::string("\0\0\0\1", 4));
+  support::WriteBytes(large, bytes);
+  std::filesystem::resize_file(large, 44 + (1 << 24));
+  const auto timeOf = [](const std::function<void()>& work) {
+    const auto start = steady_clock::now();
+    work();
+    return steady_clock::now() - start;
+  };
+  const auto reading = timeOf([&] { EXPECT_TRUE(desktop::WavFile::Read(large)); });
+  auto playing = steady_clock::duration::max();
+  for (int attempt = 0; attempt < 5; ++attempt) {
+    PulsePlayer player(clock);
+    playing = std::min(playing, timeOf([&] { player.Play(large); }));
+    EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
+    // It was read to its end, so that the service was looked for.
+    EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
+  }
+  EXPECT_LT(playing * 3, reading);
 }
 
 TEST_F(PulsePlayerTest, HasNothingToSayBeforeAnything) {
