@@ -48,9 +48,11 @@ PrivateDesktop::PrivateDesktop()
   std::filesystem::create_directories(m_folder);
   std::filesystem::permissions(m_folder, std::filesystem::perms::owner_all);
   try {
-    // Neither belongs to the system with the mocked board. The screen chooses a number that is free.
+    // Neither belongs to the system with the mocked board.
     const std::vector<std::string> real{"LD_PRELOAD", "UMOCKDEV_DIR"};
-    m_display = ":" + Start({KESTRIN_XVFB, "-displayfd", "3", "-screen", "0", "1280x900x24", "-nolisten", "tcp"}, real);
+    // Screens that look for a free number by themselves take one another's when some start while others end.
+    m_display = ":" + std::to_string(1000 + ::getpid() % 50000);
+    Start({KESTRIN_XVFB, m_display, "-displayfd", "3", "-screen", "0", "1280x900x24", "-nolisten", "tcp"}, real);
     std::vector<std::string> session = Environment();
     session.insert(session.end(), real.begin(), real.end());
     m_sessionBus = Start({KESTRIN_DBUS_DAEMON, "--session", "--nofork", "--nopidfile", "--print-address=3"}, session);
