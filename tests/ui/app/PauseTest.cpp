@@ -1,5 +1,6 @@
 #include <QElapsedTimer>
 #include <algorithm>
+#include <atomic>
 #include <future>
 #include <thread>
 
@@ -110,8 +111,8 @@ TEST_F(LongestPause, CancelAnswersAtOnceAlsoWhileAReadWaits) {
   dialogs.okAnswers = {false};
   using Time = std::chrono::steady_clock;
   Time::duration untilAsked{-1};
-  Time::time_point pressed;
-  dialogs.whileAsking = [&] { untilAsked = Time::now() - pressed; };
+  std::atomic<Time::time_point> pressed;
+  dialogs.whileAsking = [&] { untilAsked = Time::now() - pressed.load(); };
   auto& button = Find<QPushButton>("CancelBtn");
   std::promise<void> erasing;
   WhenInformation("Erasing flash memory ...", [&erasing] { erasing.set_value(); });
