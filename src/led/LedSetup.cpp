@@ -114,8 +114,8 @@ void LedSetup::ChooseType(const std::string& LEDName) {
 
 void LedSetup::OverdriveMoved() { m_view.SetOverdriveLabel(std::to_string(m_view.Overdrive()) + "%"); }
 
-void LedSetup::UpdateLED() {
-  if (!m_view.Confirm(kWarning)) return;
+bool LedSetup::UpdateLED() {
+  if (!m_view.Confirm(kWarning)) return false;
   m_view.ShowPicker(false);
   m_currentDriver.Voltage = kVoltage;
   m_currentDriver.OverDrive = m_view.Overdrive();
@@ -124,6 +124,7 @@ void LedSetup::UpdateLED() {
                               base::RoundTo<std::int32_t>(m_currentDriver.OverDrive));
   });
   if (accepted) static_cast<void>(InitLedDrivers());
+  return accepted;
 }
 
 bool LedSetup::Command(const std::function<bool(device::TLS&)>& command) {

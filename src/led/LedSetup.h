@@ -63,8 +63,9 @@ class LedSetup {
   void ChooseType(const std::string& LEDName);
   /// `OverdriveSlider` was moved. Takes effect with UpdateLED().
   void OverdriveMoved();
-  /// `btnUpdateLED`: asks, then writes LED type and overdrive to the board and reads its settings again.
-  void UpdateLED();
+  /// `btnUpdateLED`: asks, then writes LED type and overdrive to the board and reads its settings again. True when the
+  /// board has accepted them.
+  bool UpdateLED();
 
   // --- Colour picker ---
 

@@ -124,7 +124,7 @@ void LedPanel::Connect() {
   connect(m_driver, &DriverFrame::typeChosen, this,
           [this](const QString& name) { m_around.run([this, name] { m_setup.ChooseType(name.toStdString()); }); });
   connect(m_driver, &DriverFrame::overdriveMoved, this, [this] { m_setup.OverdriveMoved(); });
-  connect(m_driver, &DriverFrame::updateRequested, this, [this] { m_around.run([this] { m_setup.UpdateLED(); }); });
+  connect(m_driver, &DriverFrame::updateRequested, this, [this] { m_around.run([this] { UpdateLED(); }); });
 
   connect(m_idle, &PulseFrame::levelRequested, this, [this](std::size_t button) {
     m_opener = &m_idle->LevelButton(button);
@@ -219,6 +219,12 @@ void LedPanel::SaveFile() {
       m_around.dialogs.SaveFile(tr("Save the LED settings"), Text(m_around.programFolder),
                                 app::QtFileFilter(LedSettingsFile::kFilter), kSuffix, app::HelpContext::LedSettings);
   if (!path.isEmpty() && m_setup.SaveSettings(path.toStdU16String())) emit news(tr("The LED settings are saved."));
+}
+
+void LedPanel::UpdateLED() {
+  if (!m_setup.UpdateLED()) return;
+  ShowNotice(Text(m_setup.Problem()));
+  emit news(tr("The board has taken LED type and overdrive."));
 }
 
 void LedPanel::SendPulse() {

@@ -70,6 +70,7 @@ class LedPanel : public QWidget, private LedSetupView {
 
   void OpenFile();
   void SaveFile();
+  void UpdateLED();
   void SendPulse();
   void SendFoc();
   void StepTime(TimeBox box, int steps);

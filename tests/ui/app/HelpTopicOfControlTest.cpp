@@ -160,6 +160,7 @@ const DialogTopic kDialogs[] = {
     {"question of no place",
      [](Dialogs& dialogs) { (void)dialogs.AskOkCancel("Shall it?", "", Dialogs::Harmless::Ok); },
      HelpContext::Messages},
+    {"color", [](Dialogs& dialogs) { (void)dialogs.AskColor(Qt::red); }, HelpContext::ColorPicker},
     {"unsaved set", [](Dialogs& dialogs) { (void)dialogs.AskUnsaved("Save it?"); }, HelpContext::UnsavedSet},
     {"file to open", [](Dialogs& dialogs) { (void)dialogs.OpenFile("Open", "", "", HelpContext::Open); },
      HelpContext::Open},

@@ -194,6 +194,7 @@ TEST_F(DriverFrame, UpdateAsksWritesAndReadsAgain) {
   EXPECT_EQ(Types().currentText(), "Duo");
   EXPECT_EQ(OverdriveText(), "120%");
   EXPECT_EQ(BoxText("IdleTON"), "0.8") << "the panel shows what the board holds";
+  EXPECT_EQ(LabelText("HelpLabel"), "The board has taken LED type and overdrive.");
   EXPECT_TRUE(IsOnline());
 }
 
@@ -208,6 +209,15 @@ TEST_F(DriverFrame, UpdateThatIsCancelledSendsNothingAndLeavesTheSlider) {
   EXPECT_EQ(Overdrive().value(), 107);
   EXPECT_EQ(OverdriveText(), "107%");
   EXPECT_TRUE(Shown("PickColor_frame"));
+}
+
+TEST_F(DriverFrame, APulseThatCannotBeReadAfterAnUpdateIsToldOnThePanel) {
+  // The answers behind the update's own: three of the configuration, then those of the idle pulse.
+  StartLed(12, 100, FailRead(5));
+  dialogs.okAnswers = {true};
+  Click("btnUpdateLED");
+  EXPECT_EQ(LabelText("LEDNotice"), "The LED driver did not answer.");
+  EXPECT_TRUE(IsOnline()) << "the update itself went well";
 }
 
 TEST_F(DriverFrame, UpdateThatFailsGoesOfflineWithoutAMessage) {
