@@ -50,9 +50,11 @@ PrivateDesktop::PrivateDesktop()
   try {
     // Neither belongs to the system with the mocked board.
     const std::vector<std::string> real{"LD_PRELOAD", "UMOCKDEV_DIR"};
-    // Screens that look for a free number by themselves take one another's when some start while others end.
+    // No other test that runs now has this number. The screen stays as it is when somebody leaves it: one that starts
+    // anew turns away whoever comes meanwhile.
     m_display = ":" + std::to_string(1000 + ::getpid() % 50000);
-    Start({KESTRIN_XVFB, m_display, "-displayfd", "3", "-screen", "0", "1280x900x24", "-nolisten", "tcp"}, real);
+    Start({KESTRIN_XVFB, m_display, "-displayfd", "3", "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-noreset"},
+          real);
     std::vector<std::string> session = Environment();
     session.insert(session.end(), real.begin(), real.end());
     m_sessionBus = Start({KESTRIN_DBUS_DAEMON, "--session", "--nofork", "--nopidfile", "--print-address=3"}, session);
