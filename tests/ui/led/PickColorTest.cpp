@@ -1,5 +1,6 @@
 // The colour picker.
 
+#include "app/theme/Theme.h"
 #include "ui/led/LedPanelFixture.h"
 
 namespace kestrin::support {
@@ -249,6 +250,27 @@ TEST_F(PickColor, LeavesThePulseThatItEditsInSight) {
   Click("btnPulseHigh");
   const QWidget& idle = Find<QWidget>("FrameIdle");
   EXPECT_GT(Frame().x(), idle.geometry().right());
+}
+
+TEST_F(PickColor, FitsIntoTheSmallestWindowWithTextsAThirdLonger) {
+  app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), app::ColorScheme::Light);
+  StartLed(40);
+  window->resize(960, 640);
+  const auto longer = [](const QString& text) { return text + text.left((text.size() + 2) / 3); };
+  for (auto* const label : Frame().findChildren<QLabel*>()) label->setText(longer(label->text()));
+  for (auto* const button : Frame().findChildren<QAbstractButton*>()) button->setText(longer(button->text()));
+  Click("btnPulseLow");
+  QApplication::processEvents();
+  EXPECT_EQ(window->size(), QSize(960, 640));
+  EXPECT_TRUE(Find<QWidget>("frmLED").rect().contains(Frame().geometry()));
+  for (const auto* const control : Frame().findChildren<QWidget*>()) {
+    if (!control->isVisible() || control->focusProxy() != nullptr) continue;
+    EXPECT_TRUE(Frame().rect().contains(control->geometry())) << control->objectName().toStdString();
+    const bool hasText = qobject_cast<const QLabel*>(control) || qobject_cast<const QAbstractButton*>(control);
+    if (!hasText) continue;
+    EXPECT_GE(control->width(), control->sizeHint().width()) << control->objectName().toStdString();
+    EXPECT_GE(control->height(), control->sizeHint().height()) << control->objectName().toStdString();
+  }
 }
 
 TEST_F(PickColor, LocksNothingElse) {
