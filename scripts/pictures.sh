@@ -9,7 +9,9 @@ project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)"
 folder="${1:-$project/docs/pictures}"
 if [ $# -gt 0 ]; then shift; fi
 pictures=("$@")
-if [ ${#pictures[@]} -eq 0 ]; then pictures=(window-dark window-light downloading-dark setup-light help-light); fi
+if [ ${#pictures[@]} -eq 0 ]; then
+  pictures=(window-dark window-light downloading-dark setup-light led-dark updating-light)
+fi
 
 need_packages build
 if [ ! -e "$project/build/release/CMakeCache.txt" ]; then configure release -DKESTRIN_TESTS=OFF; else configure release; fi

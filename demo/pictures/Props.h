@@ -9,6 +9,7 @@
 #include "app/Dialogs.h"
 #include "app/SleepBlocker.h"
 #include "app/SpecialFolders.h"
+#include "app/UpdateDialog.h"
 #include "base/Clock.h"
 #include "sound/SoundPlayer.h"
 
@@ -73,6 +74,15 @@ class Wakefulness final : public app::SleepBlocker {
  public:
   void Block(const std::string&) override {}
   void Unblock() override {}
+};
+
+/// An update that never brings anything.
+class NoUpdate final : public app::UpdateDialog {
+ public:
+  void Initialise() override {}
+  [[nodiscard]] std::vector<std::filesystem::path> Open(QWidget&, const std::string&) override { return {}; }
+  void Cancel() override {}
+  void Unload() override {}
 };
 
 }  // namespace kestrin::demo

@@ -2,11 +2,14 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
 #include <QProgressBar>
+#include <QSlider>
+#include <array>
 #include <cstdint>
 #include <functional>
 
@@ -106,6 +109,30 @@ QPixmap TakeSetup(const Place& place, const std::string& board) {
   return stage.Window().grab();
 }
 
+/// Chooses a level of a pulse in the colour picker: how strong its red, green and blue outputs shine, 0 to 255.
+void PickLevel(Stage& stage, const char* button, const std::array<int, 3>& strengths) {
+  stage.Find<QAbstractButton>(button).click();
+  int output = 1;
+  for (const int strength : strengths)
+    stage.Find<QSlider>(("SliderLedSet" + std::to_string(output++)).c_str()).setValue(strength);
+  stage.Find<QAbstractButton>("PickColorOK").click();
+}
+
+/// An LED driver with a light of three colours.
+QPixmap TakeLedDriver(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  auto& types = stage.Find<QComboBox>("LEDcombo");
+  types.setCurrentIndex(types.findText("Prism RGB", Qt::MatchStartsWith));
+  emit types.textActivated(types.currentText());
+  stage.Find<QAbstractButton>("btnUpdateLED").click();
+  PickLevel(stage, "btnPulseHigh", {20, 130, 255});
+  PickLevel(stage, "btnPulseLow", {60, 10, 120});
+  PickLevel(stage, "btnFocHigh", {255, 170, 60});
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
 QPixmap TakeHelp(const Place& place, const std::string& /*board*/) {
   const platform::CompiledHelp source(place.program / platform::CompiledHelp::kFileName);
   app::HelpWindow window(source);
@@ -167,7 +194,7 @@ constexpr const char* kBoard = "serial=4B535401,erase=3,wire=usb";
 constexpr Scene kScenes[] = {
     {"window", kBoard, TakeWindow},
     {"offline", "none", TakeWindow},
-    {"led", "id=512,serial=4B535402", TakeWindow},
+    {"led", "id=512,serial=4B535402", TakeLedDriver},
     {"empty", kBoard, TakeEmpty},
     {"downloading", kBoard, TakeDownloading},
     {"success", kBoard, TakeEnded},

@@ -35,7 +35,7 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (none) m_agent->Unplug();
   m_window =
       std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders, m_kept,
-                                                    m_sleep, nullptr, m_settings, program, PathOf(m_folder.path())});
+                                                    m_sleep, &m_update, m_settings, program, PathOf(m_folder.path())});
 }
 
 Stage::~Stage() = default;

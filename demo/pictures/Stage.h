@@ -47,6 +47,7 @@ class Stage {
   OneFolder m_folders;
   motion::KeptParametersFolder m_kept;
   Wakefulness m_sleep;
+  NoUpdate m_update;
   QSettings m_settings;
   std::unique_ptr<simulator::SimulatedAgent> m_agent;
   std::unique_ptr<app::Main> m_window;
