@@ -56,8 +56,8 @@ SoundPage::SoundPage(SoundSet& set, const app::SpecialFolders& folders, QWidget*
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
   m_slots[SlotKind::Boot]->Option()->setChecked(true);
   m_set.AddListener(*this);
-  MemoryChanged();
-  ModifiedChanged();
+  SoundPage::MemoryChanged();
+  SoundPage::ModifiedChanged();
 }
 
 SoundPage::~SoundPage() { m_set.RemoveListener(*this); }
