@@ -117,6 +117,11 @@ void ChildProcess::WaitForErrors(const std::string& text) {
     if (!ReadMore()) throw std::runtime_error("the program ended without the error output " + text);
 }
 
+std::string ChildProcess::WaitForLine() {
+  WaitForOutput("\n");
+  return m_finished.out.substr(0, m_finished.out.find('\n'));
+}
+
 void ChildProcess::Signal(int number) const { kill(m_pid, number); }
 
 Finished ChildProcess::Wait() {

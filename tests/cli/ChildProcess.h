@@ -32,6 +32,8 @@ class ChildProcess {
   /// Returns as soon as its standard output (or error output) holds `text`; throws when it ends without.
   void WaitForOutput(const std::string& text);
   void WaitForErrors(const std::string& text);
+  /// The first line of its standard output, without its end; throws when it ends without one.
+  [[nodiscard]] std::string WaitForLine();
   void Signal(int number) const;
   /// Waits for the end.
   Finished Wait();

@@ -18,17 +18,23 @@ TEST_F(UsageTest, TheHelpListsEveryCommand) {
   const Finished finished = Run({"--help"});
   EXPECT_EQ(finished.code, 0);
   EXPECT_EQ(finished.errors, "");
-  for (const char* command : {"devices", "info", "sound", "config", "download", "verify", "accel", "led"})
+  for (const char* command : {"devices", "info", "sound", "config", "download", "verify", "accel", "led", "fonts"})
     EXPECT_NE(finished.out.find(std::string("\n  ") + command + " "), std::string::npos) << command;
 }
 
 TEST_F(UsageTest, EveryCommandHasItsOwnHelp) {
-  const std::vector<Arguments> commands{
-      {"devices"},        {"info"},           {"sound", "info"},     {"sound", "code"},    {"sound", "wav"},
-      {"config", "make"}, {"config", "show"}, {"config", "map"},     {"download"},         {"verify"},
-      {"accel", "get"},   {"accel", "set"},   {"accel", "defaults"}, {"accel", "restore"}, {"led", "types"},
-      {"led", "status"},  {"led", "counts"},  {"led", "config"},     {"led", "preview"},   {"led", "settings"},
-      {"led", "send"}};
+  const std::vector<Arguments> commands{{"devices"},           {"info"},
+                                        {"sound", "info"},     {"sound", "code"},
+                                        {"sound", "wav"},      {"config", "make"},
+                                        {"config", "show"},    {"config", "map"},
+                                        {"download"},          {"verify"},
+                                        {"accel", "get"},      {"accel", "set"},
+                                        {"accel", "defaults"}, {"accel", "restore"},
+                                        {"led", "types"},      {"led", "status"},
+                                        {"led", "counts"},     {"led", "config"},
+                                        {"led", "preview"},    {"led", "settings"},
+                                        {"led", "send"},       {"fonts", "update"},
+                                        {"fonts", "list"},     {"fonts", "serve"}};
   for (Arguments command : commands) {
     std::string name = "kestrinctl";
     for (const std::string& word : command) name += " " + word;

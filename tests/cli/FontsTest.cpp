@@ -1,0 +1,254 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+
+#include "KestrinctlTest.h"
+#include "SoundSet.h"
+#include "rig/net/ScriptedServer.h"
+
+namespace kestrin::support {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr const char* kUpdated = "Update finished. New fonts installed successfully.";
+constexpr const char* kNothing = "Update process finished. No updates available or required.";
+
+/// The names and contents of the files in a folder and below it.
+std::vector<std::pair<std::string, std::string>> Tree(const fs::path& folder) {
+  std::vector<std::pair<std::string, std::string>> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder))
+    if (entry.is_regular_file()) files.emplace_back(entry.path().lexically_relative(folder), ReadBytes(entry.path()));
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+class FontsTest : public KestrinctlTest {
+ protected:
+  FontsTest() {
+    fs::create_directories(m_offered);
+    fs::create_directories(m_program);
+  }
+
+  /// `fonts serve`, with its address read.
+  struct Server {
+    std::unique_ptr<ChildProcess> process;
+    std::string address;
+  };
+  [[nodiscard]] Server Serve(const Arguments& options = {}) const {
+    Arguments arguments{"fonts", "serve", m_offered.string()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    Server server{Start(arguments), ""};
+    server.address = server.process->WaitForLine();
+    return server;
+  }
+  /// Ends the server as a person does. What it said.
+  static Finished Stop(const Server& server) {
+    server.process->Signal(SIGINT);
+    return server.process->Wait();
+  }
+
+  [[nodiscard]] Arguments Update(const std::string& server) const {
+    return {"--board", "sim:serial=4B535499", "--program-folder", m_program.string(), "fonts", "update", "--server",
+            server};
+  }
+  /// A font of two sounds that nobody looks into.
+  void OfferFont(const std::string& name) const {
+    fs::create_directories(m_offered / name);
+    WriteBytes(m_offered / name / "one.lsu", std::string(20000, '1'));
+    WriteBytes(m_offered / name / "two.lsu", std::string(30000, '2'));
+    WriteBytes(m_offered / name / (name + ".lscfg"), "BOOT\r\n/x/one.lsu\r\n 70\r\nPWRON\r\n/x/two.lsu\r\n 70\r\n");
+  }
+  [[nodiscard]] Json Listed() const {
+    return RunJson(0, {"--program-folder", m_program.string(), "fonts", "list"})["fonts"];
+  }
+
+  fs::path m_offered = m_folder / "offered fonts";
+  fs::path m_program = m_folder / "program";
+  fs::path m_store = m_program / "fonts";
+};
+
+TEST_F(FontsTest, AnUpdateFetchesWhatIsOfferedAndTheNextOneNothing) {
+  fs::create_directories(m_offered / "Ember");
+  const SoundSet set = WriteSoundSet(m_offered / "Ember");
+  OfferFont("Zinc & Co");
+  const Server server = Serve();
+  EXPECT_THAT(server.address, testing::StartsWith("127.0.0.1:"));
+  Json result = RunJson(0, Update(server.address));
+  EXPECT_THAT(Keys(result), ElementsAre("outcome", "message", "installed"));
+  EXPECT_EQ(result["outcome"], "updated");
+  EXPECT_EQ(result["message"], kUpdated);
+  EXPECT_EQ(result["installed"], Json::array({"Ember", "Zinc & Co"}));
+  for (const SoundSet::Sound& sound : set.sounds)
+    EXPECT_EQ(ReadBytes(m_store / "Ember" / sound.path.filename()), ReadBytes(sound.path)) << sound.path;
+  EXPECT_EQ(ReadBytes(m_store / "Zinc & Co" / "descriptor"), "BOOT\r\none.lsu\r\n 70\r\nPWRON\r\ntwo.lsu\r\n 70\r\n");
+
+  result = RunJson(0, Update(server.address));
+  EXPECT_EQ(result["outcome"], "nothing");
+  EXPECT_EQ(result["message"], kNothing);
+  EXPECT_EQ(result["installed"], Json::array());
+
+  // The font opens as the set that it is.
+  const Json shown = RunJson(0, {"config", "show", (m_store / "Ember" / "Ember.lscfg").string()});
+  EXPECT_EQ(shown["totalSamples"], set.Samples());
+  EXPECT_EQ(shown["slots"]["boot"]["path"], (m_store / "Ember" / set.sounds[0].path.filename()).string());
+}
+
+TEST_F(FontsTest, ASingleFontIsFetchedToo) {
+  OfferFont("Only");
+  const Server server = Serve();
+  EXPECT_EQ(RunJson(0, Update(server.address))["installed"], Json::array({"Only"}));
+  EXPECT_EQ(RunJson(0, Update(server.address))["outcome"], "nothing");
+  EXPECT_EQ(Listed().size(), 1U);
+}
+
+TEST_F(FontsTest, WithoutJsonTheStepsAndTheEndAreTold) {
+  OfferFont("Only");
+  const Server server = Serve();
+  const Finished finished = Run(Update(server.address));
+  EXPECT_EQ(finished.code, 0);
+  EXPECT_EQ(finished.out,
+            "(1/3) Checking for updates\nRetrieving item catalogue\n(2/3) Validating catalogue items\n"
+            "Checking item: Only\n(3/3) Updating item: Only\nDownloading: one.lsu\nDownloading: two.lsu\n"
+            "Installed: Only\n" +
+                std::string(kUpdated) + "\n");
+  EXPECT_EQ(finished.errors, "");
+}
+
+TEST_F(FontsTest, TheListTellsWhatIsComplete) {
+  EXPECT_EQ(Listed(), Json::array());
+  EXPECT_THAT(Run({"--program-folder", m_program.string(), "fonts", "list"}).out, HasSubstr("No sound fonts yet"));
+  fs::create_directories(m_store / "Half");
+  WriteBytes(m_store / "Half" / "b.LSU", "x");
+  WriteBytes(m_store / "Half" / "a.lsu", "x");
+  WriteBytes(m_store / "Half" / "tmp", "x");
+  fs::create_directories(m_store / "Whole");
+  WriteBytes(m_store / "Whole" / "fnt", "");
+  const Json expected = Json::parse(
+      R"([{"name":"Half","complete":false,"files":["a.lsu","b.LSU"]},{"name":"Whole","complete":true,"files":[]}])");
+  EXPECT_EQ(Listed(), expected);
+}
+
+/// Answers like a server of one font of two sounds, up to half of the second sound; there `atHalf` decides.
+ScriptedServer::Script HalfAFont(std::atomic<int>& requests, const ScriptedServer::Script& atHalf) {
+  return [&requests, atHalf](ScriptedServer::Connection& client) {
+    const auto answer = [](const std::string& body, std::size_t sent) {
+      return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body.substr(0, sent);
+    };
+    const std::string whole[] = {"status:OK\r\nclientv:1\r\nOnly\r\n",
+                                 "status:OK\r\nclientv:1\r\nBOOT\r\none.lsu\r\n 70\r\nPWRON\r\ntwo.lsu\r\n 70",
+                                 std::string(20000, '1')};
+    const auto number = static_cast<std::size_t>(requests++);
+    if (number < std::size(whole)) {
+      client.Send(answer(whole[number], whole[number].size()));
+      client.AwaitClose();
+      return;
+    }
+    client.Send(answer(std::string(30000, '2'), 15000));
+    atHalf(client);
+  };
+}
+
+TEST_F(FontsTest, AnUpdateWhoseServerDiesGoesOnWithWhatIsMissing) {
+  OfferFont("Only");
+  std::atomic<int> requests{0};
+  const ScriptedServer dying(HalfAFont(requests, [](ScriptedServer::Connection& client) { client.Reset(); }));
+  const Json failed = RunJson(1, Update(dying.Host()));
+  EXPECT_EQ(failed["outcome"], "failed");
+  EXPECT_EQ(failed["message"], "Failed! Connection error 0004.  Please try again later.");
+  EXPECT_EQ(failed["installed"], Json::array());
+  EXPECT_FALSE(fs::exists(m_store / "Only" / "tmp"));
+  EXPECT_FALSE(fs::exists(m_store / "Only" / "two.lsu"));
+  EXPECT_EQ(Listed()[0]["complete"], false);
+
+  const Server server = Serve();
+  EXPECT_EQ(RunJson(0, Update(server.address))["outcome"], "updated");
+  const auto resumed = Tree(m_store);
+  const Finished stopped = Stop(server);
+  EXPECT_EQ(stopped.code, 130);
+  EXPECT_THAT(stopped.out, HasSubstr("\nOnly: two.lsu\n"));
+  EXPECT_THAT(stopped.out, Not(HasSubstr("one.lsu")));
+  EXPECT_EQ(stopped.errors, "");
+
+  // As if nothing had happened.
+  fs::remove_all(m_store);
+  const Server again = Serve();
+  EXPECT_EQ(RunJson(0, Update(again.address))["outcome"], "updated");
+  EXPECT_EQ(Tree(m_store), resumed);
+}
+
+TEST_F(FontsTest, CtrlCStopsAnUpdateWhichKeepsWhatItHas) {
+  OfferFont("Only");
+  std::atomic<int> requests{0};
+  const ScriptedServer stalling(HalfAFont(requests, [](ScriptedServer::Connection& client) { client.AwaitClose(); }));
+  const auto update = Start(Update(stalling.Host()));
+  update->WaitForOutput("Downloading: two.lsu\n");
+  update->Signal(SIGINT);
+  const Finished finished = update->Wait();
+  EXPECT_EQ(finished.code, 130);
+  EXPECT_THAT(finished.errors, HasSubstr("Stopped. What was fetched is kept"));
+  EXPECT_EQ(ReadBytes(m_store / "Only" / "one.lsu"), std::string(20000, '1'));
+  EXPECT_FALSE(fs::exists(m_store / "Only" / "two.lsu"));
+  EXPECT_FALSE(fs::exists(m_store / "Only" / "fnt"));
+}
+
+TEST_F(FontsTest, TheServersChoiceIsOptionThenEnvironment) {
+  OfferFont("Only");
+  const Server server = Serve();
+  m_environment.push_back("KESTRIN_UPDATE_SERVER=" + server.address);
+  const Arguments board{"--board", "sim", "--program-folder", m_program.string(), "fonts", "update"};
+  EXPECT_EQ(RunJson(0, board)["outcome"], "updated");
+  // Nobody listens there.
+  const Json failed = RunJson(1, Update("127.0.0.1:1"));
+  EXPECT_EQ(failed["message"], "Failed! Connection error 0002.  Please try again later.");
+  m_environment.back() = "KESTRIN_UPDATE_SERVER=no such/server";
+  EXPECT_THAT(RunJson(2, board)["error"], HasSubstr("HOST or HOST:PORT"));
+}
+
+TEST_F(FontsTest, TheServerIsToldTheBoardsSerialNumber) {
+  ScriptedServer server([](ScriptedServer::Connection& client) {
+    client.Send("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nno");
+    client.AwaitClose();
+  });
+  EXPECT_EQ(RunJson(1, Update(server.Host()))["message"],
+            "Update failed! The server refused the request. Please try again later.");
+  ASSERT_EQ(server.Requests().size(), 1U);
+  EXPECT_THAT(server.Requests()[0], testing::EndsWith("\r\n\r\nsvc=gct&did=4B535499"));
+}
+
+TEST_F(FontsTest, WithoutABoardNothingIsAsked) {
+  const Finished finished = Run({"--board", "hid:/nowhere", "fonts", "update", "--server", "127.0.0.1:1"});
+  EXPECT_EQ(finished.code, 3);
+  EXPECT_THAT(finished.errors, Not(HasSubstr("0002")));
+}
+
+TEST_F(FontsTest, AServerSaysWhatItOffersAndWhatItLeavesOut) {
+  OfferFont("Only");
+  fs::create_directories(m_offered / "Empty");
+  const Server server = Serve();
+  server.process->WaitForOutput("On offer: Only\n");
+  const Finished stopped = Stop(server);
+  EXPECT_EQ(stopped.out, server.address + "\nOn offer: Only\n");
+  EXPECT_THAT(stopped.errors, HasSubstr("kestrinctl: left out: Empty: "));
+}
+
+TEST_F(FontsTest, AServerThatCannotStartSaysWhy) {
+  EXPECT_THAT(Run({"fonts", "serve", (m_folder / "nothing").string()}).errors, HasSubstr("is no folder"));
+  const Server server = Serve();
+  const std::string port = server.address.substr(server.address.find(':') + 1);
+  const Finished second = Run({"fonts", "serve", m_offered.string(), "--port", port});
+  EXPECT_EQ(second.code, 1);
+  EXPECT_EQ(second.out, "");
+  EXPECT_THAT(second.errors, HasSubstr(server.address + " cannot be used"));
+  EXPECT_EQ(Run({"fonts", "serve", m_offered.string(), "--port", "65536"}).code, 2);
+  EXPECT_EQ(Run({"fonts", "serve", m_offered.string(), "--address", "no address"}).code, 1);
+}
+
+}  // namespace
+}  // namespace kestrin::support
