@@ -118,10 +118,11 @@ std::string FontServer::Open(const std::string& address, std::uint16_t port) {
   } else {
     open = m_impl->server.bind_to_port(address, port);
   }
-  return open ? ""
-              : Address() +
-                    " cannot be used: it is taken, needs more rights or is no address of this computer. "
-                    "Choose another with --port or --address.";
+  if (open) return "";
+  return (port == 0 ? address : Address()) +
+         " cannot be used: it is taken, needs more rights or is no address of this computer. Choose another with "
+         "--port "
+         "or --address.";
 }
 
 std::string FontServer::Address() const {
