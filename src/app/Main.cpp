@@ -305,8 +305,9 @@ void Main::Press(ToolRow::Tool tool) {
 }
 
 void Main::Update() {
+  // The board may have gone since the button was pressed, and an LED driver may have come.
   device::TLS* const board = m_session.Board();
-  if (board == nullptr || m_around.update == nullptr) return;
+  if (!m_boardButtons || board == nullptr || m_around.update == nullptr) return;
   std::string serialNumber;
   {
     const CommandGate::Passage passage(m_around.gate);
