@@ -120,9 +120,8 @@ std::string FontServer::Open(const std::string& address, std::uint16_t port) {
   }
   if (open) return "";
   return (port == 0 ? address : Address()) +
-         " cannot be used: it is taken, needs more rights or is no address of this computer. Choose another with "
-         "--port "
-         "or --address.";
+         " cannot be used: it is taken, needs more rights or is no address of this computer. Choose another "
+         "with --port or --address.";
 }
 
 std::string FontServer::Address() const {
