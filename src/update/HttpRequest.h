@@ -37,8 +37,8 @@ class HttpRequest {
   /// The largest chunk read at once, in bytes.
   static constexpr std::size_t kChunk = 8192;
   /// The longest text answer and the longest file that are taken, in bytes.
-  static constexpr std::size_t kLongestText = 16U * 1024 * 1024;
-  static constexpr std::int64_t kLongestFile = 64LL * 1024 * 1024;
+  static constexpr std::size_t kLongestText = std::size_t{16} * 1024 * 1024;
+  static constexpr std::int64_t kLongestFile = std::int64_t{64} * 1024 * 1024;
 
   /// `host` is the server, with ":" and the port where that is not 80.
   explicit HttpRequest(const std::string& host, base::EventPump pump = {});

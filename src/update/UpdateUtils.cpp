@@ -140,7 +140,7 @@ std::string UpdateUtils::WriteDescriptor(const std::string& item, std::span<cons
     if (NamesSound(line)) configuration += folder;
     configuration.append(line).append(kLineEnd);
   }
-  const std::string problem = WriteFile(FolderOf(item) / kDescriptor, descriptor);
+  std::string problem = WriteFile(FolderOf(item) / kDescriptor, descriptor);
   return problem.empty() ? WriteFile(ConfigurationOf(item), configuration) : problem;
 }
 
@@ -157,7 +157,7 @@ std::string UpdateUtils::WriteFile(const fs::path& path, const std::string& cont
   std::error_code ignored;
   const fs::file_status there = fs::symlink_status(path, ignored);
   if (fs::exists(there) && !fs::is_regular_file(there) && !fs::is_directory(there)) {
-    const std::string problem = Remove(path);
+    std::string problem = Remove(path);
     if (!problem.empty()) return problem;
   }
   return base::WriteWholeFile(path, content);

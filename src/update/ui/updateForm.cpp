@@ -85,7 +85,7 @@ updateForm::updateForm(TransferControl& inetConnector, QWidget* parent)
   MakeControls();
   MakeLayout();
   ShowColors();
-  resetForm();
+  updateForm::resetForm();
   m_title->setText("Updating items...");
   // The dialog has one width for all its life.
   setFixedWidth(kWidth);
