@@ -37,8 +37,10 @@ TEST(DetectionParameters, StandInCommandOrderWithTheirRanges) {
 }
 
 TEST(FlashPeriod, IsThereFromRevision293On) {
-  for (const std::uint16_t revision : {0, 1, 292}) EXPECT_FALSE(HasFlashPeriod(revision)) << revision;
-  for (const std::uint16_t revision : {293, 294, 4095}) EXPECT_TRUE(HasFlashPeriod(revision)) << revision;
+  for (const std::uint16_t revision : std::initializer_list<std::uint16_t>{0, 1, 292})
+    EXPECT_FALSE(HasFlashPeriod(revision)) << revision;
+  for (const std::uint16_t revision : std::initializer_list<std::uint16_t>{293, 294, 4095})
+    EXPECT_TRUE(HasFlashPeriod(revision)) << revision;
 }
 
 TEST(FlashPeriod, GoesOutInUnitsOf4MillisecondsTiesToTheEvenUnit) {

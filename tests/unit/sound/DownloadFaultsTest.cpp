@@ -22,7 +22,7 @@ namespace {
 
 using simulator::Fault;
 
-constexpr device::AccParam kBefore{11, 12, 13, 14, 15, 16};
+constexpr device::AccParam kHeldBefore{11, 12, 13, 14, 15, 16};
 
 /// The samples of a sound file, read without any code of the program.
 std::vector<std::int16_t> SamplesOf(const std::filesystem::path& path) {
@@ -174,12 +174,12 @@ class DownloadFaults : public ::testing::Test {
     } else {
       EXPECT_EQ(rig.Resets(), 0u) << "a board without its whole set is not restarted";
     }
-    EXPECT_TRUE(rig.Parameters() == kBefore || kept.Find("4B535401") == kBefore) << "the parameters are lost";
+    EXPECT_TRUE(rig.Parameters() == kHeldBefore || kept.Find("4B535401") == kHeldBefore) << "the parameters are lost";
 
     rig.Replug();
     EXPECT_EQ(rig.Send(), DownloadOutcome::Success) << "the next download";
     EXPECT_TRUE(rig.FlashIsRight());
-    EXPECT_EQ(rig.Parameters(), kBefore);
+    EXPECT_EQ(rig.Parameters(), kHeldBefore);
     EXPECT_TRUE(kept.kept.empty());
   }
 
@@ -191,7 +191,7 @@ TEST_F(DownloadFaults, WithoutAnyTheFlashHoldsTheSet) {
   Rig rig(m_set, kept, {});
   EXPECT_EQ(rig.Send(), DownloadOutcome::Success);
   EXPECT_TRUE(rig.FlashIsRight());
-  EXPECT_EQ(rig.Parameters(), kBefore);
+  EXPECT_EQ(rig.Parameters(), kHeldBefore);
   EXPECT_EQ(rig.Resets(), 1u);
   // What was never written is still erased: the bytes before the table and those between the files.
   for (const std::size_t address : {0u, 11u, 512u + 3000u, 512u + 3001u + 3000u}) EXPECT_EQ(rig.Flash()[address], 0xFF);
