@@ -12,7 +12,7 @@ namespace {
 
 /// The whole path: what the window shows and remembers must not depend on where the program was started.
 std::filesystem::path WholePath(const QString& text) {
-  const std::filesystem::path given = PathOf(text);
+  std::filesystem::path given = PathOf(text);
   std::error_code failed;
   const std::filesystem::path whole = std::filesystem::absolute(given, failed).lexically_normal();
   if (failed) return given;

@@ -144,11 +144,11 @@ void PickColorFrame::Open(QWidget& opener) {
     MoveInside(pos());
   } else {
     // Over the other half of the panel: the pulse that is edited stays in sight.
-    constexpr int kMargin = 2 * kGrid;
+    constexpr int kDistance = 2 * kGrid;
     const int middle = opener.mapTo(parentWidget(), opener.rect().center()).x();
     const bool isLeft = middle < parentWidget()->width() / 2;
-    const int x = isLeft ? parentWidget()->width() - width() - kMargin : kMargin;
-    MoveInside({x, parentWidget()->height() - height() - kMargin});
+    const int x = isLeft ? parentWidget()->width() - width() - kDistance : kDistance;
+    MoveInside({x, parentWidget()->height() - height() - kDistance});
   }
   show();
   raise();
