@@ -12,6 +12,8 @@ namespace kestrin::led {
 namespace {
 
 constexpr double kMillisecondsPerSecond = 1000;
+/// How finely the boxes count.
+constexpr int kStepsPerSecond = 50;
 
 double RoundToTwoDecimals(double number) {
   const double hundredths = base::RoundHalfEven(number * 100);
@@ -37,11 +39,20 @@ double MillisecondsOf(std::string_view text) {
 }
 
 std::string NormalisedTime(TimeBox box, std::string_view text) {
-  // The boxes have always counted in single precision; 50 steps make a second.
-  constexpr float kStepsPerSecond = 50;
+  // The boxes have always counted in single precision.
   const auto typed = static_cast<float>(InLimits<float>(base::LeadingNumber(text)));
   const float cut = std::floor(typed * kStepsPerSecond) / kStepsPerSecond;
   return PlainNumber(std::clamp(RoundToTwoDecimals(cut), 0.0, UpperBound(box)));
+}
+
+std::string SteppedTime(TimeBox box, std::string_view text, int steps) {
+  const double last = UpperBound(box) * kStepsPerSecond;
+  const double from = base::RoundHalfEven(base::LeadingNumber(NormalisedTime(box, text)) * kStepsPerSecond);
+  double step = std::clamp(from + steps, 0.0, last);
+  const auto shown = [&step] { return SecondsText(step * kMillisecondsPerSecond / kStepsPerSecond); };
+  // Both bounds are kept, so this ends there at the latest.
+  while (NormalisedTime(box, shown()) != shown()) step += steps < 0 ? -1 : 1;
+  return shown();
 }
 
 std::int16_t RepetitionsOf(std::string_view text) {

@@ -30,6 +30,9 @@ inline constexpr int kMostRepetitions = 10;
 /// The text that a time box keeps when the person leaves it: cut down to whole multiples of 0.02 s (in single
 /// precision), between 0 and the box's upper bound.
 [[nodiscard]] std::string NormalisedTime(TimeBox box, std::string_view text);
+/// The text of a time box after so many steps of 0.02 s up, or down when negative, between 0 and the box's upper bound.
+/// Steps that leaving the box would take away again are passed over.
+[[nodiscard]] std::string SteppedTime(TimeBox box, std::string_view text, int steps);
 
 /// The number of repetitions that the repeat box's text stands for, rounded to the nearest (ties to even).
 [[nodiscard]] std::int16_t RepetitionsOf(std::string_view text);

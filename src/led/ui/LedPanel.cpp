@@ -25,8 +25,6 @@ namespace kestrin::led::ui {
 namespace {
 
 constexpr const char* kSuffix = "ldset";
-/// What the arrow keys move a time by: the board's own step.
-constexpr double kTimeStep = 20;
 /// The flash is shown again and again, with so many milliseconds of the idle pulse's colour in between.
 constexpr int kFlashRest = 1200;
 
@@ -242,10 +240,7 @@ void LedPanel::SendFoc() {
   emit news(tr("The board has the flash and plays it."));
 }
 
-void LedPanel::StepTime(TimeBox box, int steps) {
-  SetTimeText(box, SecondsText(MillisecondsOf(TimeText(box)) + steps * kTimeStep));
-  m_setup.TimeBoxLeft(box);
-}
+void LedPanel::StepTime(TimeBox box, int steps) { SetTimeText(box, SteppedTime(box, TimeText(box), steps)); }
 
 void LedPanel::StepRepeat(int steps) {
   SetRepeatText(std::to_string(RepetitionsOf(RepeatText()) + steps));

@@ -60,6 +60,12 @@ TEST_F(PulseFrames, ArrowKeysMoveAValueInTheBoardsSteps) {
   EXPECT_EQ(BoxText("IdleTON"), "0.82");
   press("IdleTON", Qt::Key_PageDown);
   EXPECT_EQ(BoxText("IdleTON"), "0.62");
+  // Single precision has no 1.06 that the box would keep.
+  Type("IdleTON", "1.04");
+  press("IdleTON", Qt::Key_Up);
+  EXPECT_EQ(BoxText("IdleTON"), "1.08");
+  press("IdleTON", Qt::Key_Down);
+  EXPECT_EQ(BoxText("IdleTON"), "1.04");
   for (int i = 0; i < 5; ++i) press("FocTON", Qt::Key_Down);
   EXPECT_EQ(BoxText("FocTON"), "0");
   press("focNREP", Qt::Key_Up);

@@ -108,6 +108,65 @@ TEST(PulseTimes, WhatIsLeftIsAWholeStepAndHardlyLessThanTyped) {
   }
 }
 
+TEST(PulseTimes, AStepPassesOverTheTimesThatABoxDoesNotKeep) {
+  struct Row {
+    const char* text;
+    int steps;
+    const char* stepped;
+    /// In the rise box, where that differs.
+    const char* steppedInRise = nullptr;
+  };
+  const Row rows[] = {
+      {"0", 1, "0.02"},
+      {"0.8", 1, "0.82"},
+      {"0.82", -10, "0.62"},
+      {"0", -1, "0"},
+      {"0.06", -10, "0"},
+      {"", 1, "0.02"},
+      {"0.035", 1, "0.04"},
+      // In single precision 1.06, 1.18 and 2.1 are a hair less: leaving the box would take the step away again.
+      {"1.04", 1, "1.08"},
+      {"1.08", -1, "1.04"},
+      {"1.16", 1, "1.2"},
+      {"2.08", 1, "2.12"},
+      {"2.12", -1, "2.08"},
+      {"9.98", 1, "10"},
+      {"9.98", 10, "10.18", "10"},
+      {"10000", 1, "10000", "10"},
+      {"10000", -1, "9999.98", "9.98"},
+      {"12000", 10, "10000", "10"},
+  };
+  for (const Row& row : rows)
+    for (const TimeBox box : kTimeBoxes) {
+      const bool rise = box == TimeBox::IdleTRISE && row.steppedInRise != nullptr;
+      EXPECT_EQ(SteppedTime(box, row.text, row.steps), rise ? row.steppedInRise : row.stepped)
+          << row.text << " and " << row.steps << " steps in box " << static_cast<int>(box);
+    }
+}
+
+TEST(PulseTimes, StepAfterStepReachesTheBounds) {
+  struct Row {
+    TimeBox box;
+    const char* from;
+    int direction;
+    const char* bound;
+  };
+  for (const Row& row : {Row{TimeBox::IdleTRISE, "0", 1, "10"}, Row{TimeBox::IdleTRISE, "10", -1, "0"},
+                         Row{TimeBox::IdleTON, "50", -1, "0"}, Row{TimeBox::FocTOFF, "9950", 1, "10000"}}) {
+    SCOPED_TRACE(row.from);
+    std::string text = row.from;
+    int presses = 0;
+    while (text != row.bound) {
+      ASSERT_LT(++presses, 2600) << "more presses than there are steps";
+      const std::string next = SteppedTime(row.box, text, row.direction);
+      ASSERT_GT((base::LeadingNumber(next) - base::LeadingNumber(text)) * row.direction, 0.019) << text;
+      ASSERT_LT((base::LeadingNumber(next) - base::LeadingNumber(text)) * row.direction, 0.2) << text;
+      ASSERT_EQ(NormalisedTime(row.box, next), next) << "leaving the box would move it";
+      text = next;
+    }
+  }
+}
+
 TEST(PulseTimes, RepetitionsAreWholeAndFromOneToTen) {
   struct Row {
     const char* typed;
