@@ -85,10 +85,8 @@ void Main::MakeLayout() {
   auto* const all = new QWidget(this);
   m_tools = new ToolRow(m_pictures, all);
   m_page = new sound::ui::SoundPage(m_set, m_around.folders);
-  m_ledFrame = MakeLedFrame();
   m_pages = new QStackedWidget(all);
   m_pages->addWidget(m_page);
-  m_pages->addWidget(m_ledFrame);
   m_helpLine = new HelpLine(all);
   m_helpLine->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
 
@@ -106,7 +104,8 @@ void Main::MakeLayout() {
   SetHelpContext(*m_helpLine, HelpContext::HelpLine);
 }
 
-led::ui::LedPanel* Main::MakeLedFrame() {
+led::ui::LedPanel& Main::LedFrame() {
+  if (m_ledFrame != nullptr) return *m_ledFrame;
   CommandGate& gate = m_around.gate;
   const auto run = [&gate](std::function<void()> action) {
     gate.WhenFree([&gate, action = std::move(action)] {
@@ -114,8 +113,14 @@ led::ui::LedPanel* Main::MakeLedFrame() {
       action();
     });
   };
-  return new led::ui::LedPanel(
+  m_ledFrame = new led::ui::LedPanel(
       {m_pictures, m_around.dialogs, m_around.programFolder, [this] { return m_session.Board(); }, run});
+  connect(m_ledFrame, &led::ui::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
+  connect(m_ledFrame, &led::ui::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
+  m_helpLine->Explain(*m_ledFrame);
+  m_pages->addWidget(m_ledFrame);
+  UpdateButtons();
+  return *m_ledFrame;
 }
 
 void Main::MakePanels() {
@@ -150,8 +155,6 @@ void Main::Connect() {
   });
   connect(m_configFrame, &motion::ui::ConfigFrame::sendRequested, this,
           [this, &gate] { gate.WhenFree([this] { SendAccParam(); }); });
-  connect(m_ledFrame, &led::ui::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
-  connect(m_ledFrame, &led::ui::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
   connect(m_downloadFrame, &sound::ui::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
 
   connect(m_page, &sound::ui::SoundPage::playRequested, this,
@@ -230,7 +233,7 @@ void Main::EnableBoardButtons(bool enabled) {
 void Main::ShowLedFrame(bool visible) {
   // Its values are those of a sound board.
   if (visible) m_configFrame->hide();
-  m_pages->setCurrentWidget(visible ? static_cast<QWidget*>(m_ledFrame) : m_page);
+  m_pages->setCurrentWidget(visible ? static_cast<QWidget*>(&LedFrame()) : m_page);
 }
 
 void Main::ReadAccData() {
@@ -243,15 +246,15 @@ void Main::ReadAccData() {
 
 bool Main::InitLedDrivers() {
   device::TLS& board = *m_session.Board();
-  const bool valid = m_ledFrame->InitLedDrivers();
+  const bool valid = LedFrame().InitLedDrivers();
   m_ledFailure.reset();
-  if (!valid) m_ledFailure.emplace(board.ClassDebugID(), m_ledFrame->CatalogueStamp());
+  if (!valid) m_ledFailure.emplace(board.ClassDebugID(), LedFrame().CatalogueStamp());
   return valid;
 }
 
 void Main::ShowMessage(const std::string& text) {
   // The session has one message only: the one about LED drivers that could not be read.
-  m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(m_ledFrame->Problem()));
+  m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(LedFrame().Problem()));
 }
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
@@ -268,7 +271,7 @@ void Main::TickGoOnline() {
   if (m_around.gate.IsBusy() || !m_noticeTimer.isActive()) return;
   const device::TLS* const board = m_session.Board();
   // The same board with the same catalogue would only fail again.
-  if (board != nullptr && m_ledFailure == std::pair(board->ClassDebugID(), m_ledFrame->CatalogueStamp())) return;
+  if (board != nullptr && m_ledFailure == std::pair(board->ClassDebugID(), LedFrame().CatalogueStamp())) return;
   const CommandGate::Passage passage(m_around.gate);
   m_session.GoOnlineTimerTick();
 }
@@ -367,7 +370,8 @@ void Main::UpdateButtons() {
       m_tools->Disable(tool, why);
   };
   const QString wait = m_running ? tr("Please wait until this is done.") : QString();
-  m_ledFrame->SetOnline(m_session.IsOnline() && m_session.DeviceType() == device::DeviceType::LedDriver);
+  if (m_ledFrame != nullptr)
+    m_ledFrame->SetOnline(m_session.IsOnline() && m_session.DeviceType() == device::DeviceType::LedDriver);
   show(ToolRow::Tool::Load, wait);
   show(ToolRow::Tool::Save, wait);
   show(ToolRow::Tool::Config, WhyNoBoard());
@@ -390,6 +394,12 @@ QString Main::WhyNoSend() const {
   QString noBoard = WhyNoBoard();
   if (!noBoard.isEmpty() || m_set.Fits()) return noBoard;
   return tr("The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
+}
+
+void Main::paintEvent(QPaintEvent* event) {
+  QMainWindow::paintEvent(event);
+  // Most boards have sounds: the LED driver's page is made when the window can be seen already.
+  if (m_ledFrame == nullptr) QTimer::singleShot(0, this, [this] { LedFrame(); });
 }
 
 void Main::closeEvent(QCloseEvent* event) {

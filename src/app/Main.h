@@ -68,6 +68,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void closed();
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -75,7 +76,8 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
  private:
   void MakeLayout();
   void MakePanels();
-  [[nodiscard]] led::ui::LedPanel* MakeLedFrame();
+  /// The LED driver's page, made with the first use.
+  led::ui::LedPanel& LedFrame();
   void Connect();
 
   void ShowOnline(bool online) override;
@@ -123,6 +125,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   ToolRow* m_tools = nullptr;
   QStackedWidget* m_pages = nullptr;
   sound::ui::SoundPage* m_page = nullptr;
+  /// Null until it is needed, see LedFrame().
   led::ui::LedPanel* m_ledFrame = nullptr;
   HelpLine* m_helpLine = nullptr;
   QWidget* m_waitFrame = nullptr;

@@ -48,9 +48,7 @@ std::uint32_t Get24(std::span<const std::uint8_t> report, std::size_t element) {
   return base::GetBig24(report.subspan(element).first<3>());
 }
 
-BoardStore::Opened InMemory(const BoardState& state) {
-  return {nullptr, state, std::vector<std::uint8_t>(FlashSizeOf(state.id), kErased), ""};
-}
+BoardStore::Opened InMemory(const BoardState& state) { return {nullptr, state, {}, ""}; }
 
 }  // namespace
 
@@ -94,6 +92,11 @@ void VirtualBoard::Receive(std::span<const std::uint8_t> report, Time now) {
   } else {
     Execute(report.first<kReportSize>(), now);
   }
+}
+
+std::span<const std::uint8_t> VirtualBoard::Flash() const {
+  if (m_flash.empty()) m_flash.assign(FlashSizeOf(m_state.id), kErased);
+  return m_flash;
 }
 
 std::optional<VirtualBoard::Answer> VirtualBoard::NextAnswer(Time now) {
@@ -214,7 +217,7 @@ void VirtualBoard::KeepState() {
 }
 
 void VirtualBoard::Erase(Time now) {
-  std::fill(m_flash.begin(), m_flash.end(), kErased);
+  m_flash.clear();
   m_state.accelerometer.fill(kWipedParameter);
   if (m_store) m_store->EraseFlash();
   KeepState();
@@ -223,8 +226,9 @@ void VirtualBoard::Erase(Time now) {
 
 void VirtualBoard::Write(std::uint32_t address, std::span<const std::uint8_t> data) {
   Put16(base::ByteSum(data));
-  if (address >= m_flash.size()) return;
-  const std::size_t count = std::min(data.size(), m_flash.size() - address);
+  const std::size_t size = Flash().size();
+  if (address >= size) return;
+  const std::size_t count = std::min(data.size(), size - address);
   std::uint8_t* const cells = m_flash.data() + address;
   const std::uint8_t* const bytes = data.data();
   for (std::size_t i = 0; i < count; ++i) cells[i] &= bytes[i];
@@ -232,8 +236,9 @@ void VirtualBoard::Write(std::uint32_t address, std::span<const std::uint8_t> da
 }
 
 std::uint16_t VirtualBoard::FlashSum(std::uint32_t address, std::uint32_t count) const {
-  if (address >= m_flash.size()) return 0;
-  return base::ByteSum(Flash().subspan(address, std::min<std::size_t>(count, m_flash.size() - address)));
+  const std::span<const std::uint8_t> flash = Flash();
+  if (address >= flash.size()) return 0;
+  return base::ByteSum(flash.subspan(address, std::min<std::size_t>(count, flash.size() - address)));
 }
 
 void VirtualBoard::AnswerPulse(std::size_t set) {

@@ -62,7 +62,7 @@ class VirtualBoard {
   void LosePower();
 
   [[nodiscard]] const BoardState& State() const { return m_state; }
-  [[nodiscard]] std::span<const std::uint8_t> Flash() const { return m_flash; }
+  [[nodiscard]] std::span<const std::uint8_t> Flash() const;
   /// Why the state can no longer be kept in its folder; "" while all is well.
   [[nodiscard]] std::string Problem() const { return m_store ? m_store->Problem() : ""; }
 
@@ -87,7 +87,9 @@ class VirtualBoard {
   void TakePulse(ReportView report, std::size_t set);
 
   BoardState m_state;
-  std::vector<std::uint8_t> m_flash;
+  /// Empty while it is erased and nobody has looked: most hosts only ask who the board is, and filling it takes longer
+  /// than all their commands.
+  mutable std::vector<std::uint8_t> m_flash;
   std::unique_ptr<BoardStore> m_store;
   Time m_eraseTime;
   std::optional<Time> m_eraseEnd;

@@ -25,8 +25,8 @@ constexpr milliseconds kTurn{10};
 /// longer where the server has said that it closes the connection, which ends the wait.
 constexpr milliseconds kMoment{1};
 constexpr milliseconds kUntilClosed{250};
-/// What libcurl takes from the system at once, and keeps beyond a chunk. The quickest: less means more calls, more falls
-/// out of the processor's nearest memory before it is written.
+/// What libcurl takes from the system at once, and keeps beyond a chunk. The quickest: less means more calls, more
+/// falls out of the processor's nearest memory before it is written.
 constexpr long kReadAtOnce = 16L * 1024;
 
 /// The header lines as they go out, and the two that libcurl would add of its own crossed out. Null when there is no
@@ -152,15 +152,14 @@ std::size_t CurlTransfer::Transfer::TakeBody(char* bytes, std::size_t size, std:
   return size * count;
 }
 
-CurlTransfer::CurlTransfer(base::EventPump pump, Patience patience) : m_pump(std::move(pump)), m_patience(patience) {
-  // Nothing here is encrypted.
-  curl_global_init(CURL_GLOBAL_WIN32);
-}
+// Nothing here is encrypted.
+CurlTransfer::Library::Library() { curl_global_init(CURL_GLOBAL_WIN32); }
 
-CurlTransfer::~CurlTransfer() {
-  m_transfer.reset();
-  curl_global_cleanup();
-}
+CurlTransfer::Library::~Library() { curl_global_cleanup(); }
+
+CurlTransfer::CurlTransfer(base::EventPump pump, Patience patience) : m_pump(std::move(pump)), m_patience(patience) {}
+
+CurlTransfer::~CurlTransfer() = default;
 
 void CurlTransfer::OnStateChanged(StateChanged callback) { m_onStateChanged = std::move(callback); }
 
@@ -168,6 +167,7 @@ bool CurlTransfer::Execute(const std::string& url, const std::string& method, co
                            const std::string& headers) {
   m_transfer.reset();
   if (method != "POST") return false;
+  if (!m_library) m_library.emplace();
   auto transfer = std::make_unique<Transfer>();
   transfer->headers = HeaderLines(headers);
   if (!transfer->multi || !transfer->easy || !transfer->headers || !transfer->Options(url, body, m_patience))

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/EventPump.h"
@@ -45,6 +46,13 @@ class CurlTransfer final : public update::TransferControl {
 
  private:
   struct Transfer;
+  /// libcurl, made ready as long as this object lives.
+  struct Library {
+    Library();
+    ~Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+  };
 
   /// Takes over what has arrived; waits up to `wait` for something when nothing has.
   void Drive(std::chrono::milliseconds wait);
@@ -55,6 +63,8 @@ class CurlTransfer final : public update::TransferControl {
   base::EventPump m_pump;
   Patience m_patience;
   StateChanged m_onStateChanged;
+  /// From the first request on: most runs of a program ask for nothing.
+  std::optional<Library> m_library;
   std::unique_ptr<Transfer> m_transfer;
 };
 

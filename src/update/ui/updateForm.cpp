@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "app/help/TopicOf.h"
 #include "app/theme/Card.h"
@@ -84,12 +85,16 @@ updateForm::updateForm(TransferControl& inetConnector, QWidget* parent)
   app::SetHelpContext(*this, app::HelpContext::UpdateForm);
   MakeControls();
   MakeLayout();
-  ShowColors();
   updateForm::resetForm();
   m_title->setText("Updating items...");
+}
+
+void updateForm::Fit() {
+  ShowColors();
   // The dialog has one width for all its life.
   setFixedWidth(kWidth);
-  const int height = layout()->totalHeightForWidth(kWidth);
+  const int height =
+      layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(kWidth) : layout()->totalSizeHint().height();
   setMinimumHeight(height);
   resize(kWidth, height);
   for (QLayout* const inside : {layout(), m_border->layout()}) inside->activate();
@@ -278,9 +283,14 @@ void updateForm::showModal(const std::function<void()>& activated) {
   exec();
 }
 
+void updateForm::setVisible(bool visible) {
+  if (visible && !std::exchange(m_fitted, true)) Fit();
+  QDialog::setVisible(visible);
+}
+
 void updateForm::changeEvent(QEvent* event) {
   QDialog::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && m_button2.caption != nullptr) ShowColors();
+  if (event->type() == QEvent::PaletteChange && m_fitted) ShowColors();
 }
 
 }  // namespace kestrin::update::ui

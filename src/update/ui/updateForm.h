@@ -25,8 +25,9 @@ class updateForm : public QDialog, public UpdateView {
   Q_OBJECT
 
  public:
-  /// The dialog carries the transfer control, which must outlive it. It is not shown yet; the full widths of its bars
-  /// are measured here.
+  /// The dialog carries the transfer control, which must outlive it. It is loaded when the program starts, but not
+  /// shown; its sizes are measured when it is shown for the first time, so that the program's window is not kept
+  /// waiting.
   explicit updateForm(TransferControl& inetConnector, QWidget* parent = nullptr);
 
   [[nodiscard]] TransferControl& Inet() const { return m_inetConnector; }
@@ -42,6 +43,7 @@ class updateForm : public QDialog, public UpdateView {
   void showWarning(const std::string& text) override;
   void showMessage(const std::string& text) override;
   void showModal(const std::function<void()>& activated) override;
+  void setVisible(bool visible) override;
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -65,6 +67,8 @@ class updateForm : public QDialog, public UpdateView {
 
   void MakeControls();
   void MakeLayout();
+  /// Gives the dialog its size, and its bars the full widths that go with it.
+  void Fit();
   [[nodiscard]] Bar MakeBar(int number, const QString& accessibleName);
   [[nodiscard]] Button MakeButton(int number);
   void ShowColors();
@@ -82,6 +86,7 @@ class updateForm : public QDialog, public UpdateView {
   Bar m_bar2;
   Button m_button1;
   Button m_button2;
+  bool m_fitted = false;
 };
 
 }  // namespace kestrin::update::ui

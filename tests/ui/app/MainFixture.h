@@ -82,7 +82,7 @@ class MainFixture : public testing::Test {
   void Start(const std::string& board = "") {
     Make(board);
     ASSERT_TRUE(window->StartUp());
-    window->show();
+    Show();
   }
 
   /// Makes it and starts it up without a board.
@@ -90,7 +90,13 @@ class MainFixture : public testing::Test {
     Make("", false);
     dialogs.okAnswers = {true};
     ASSERT_TRUE(window->StartUp());
+    Show();
+  }
+
+  /// Shows it, with all that is made only when it can be seen.
+  void Show() {
     window->show();
+    ASSERT_TRUE(Until([this] { return window->findChild<QWidget*>("frmLED") != nullptr; }));
   }
 
   [[nodiscard]] base::Clock& Clock() {
