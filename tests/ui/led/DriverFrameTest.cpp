@@ -89,6 +89,7 @@ TEST_F(DriverFrame, HasTheCaptionsThatItShouldHave) {
 
 TEST_F(DriverFrame, SaysAHundredPercentBeforeAnyBoardWasThere) {
   Make();
+  Show();
   EXPECT_EQ(OverdriveText(), "100%");
   EXPECT_EQ(Overdrive().value(), 100);
 }
