@@ -47,8 +47,10 @@ std::string NormalisedTime(TimeBox box, std::string_view text) {
 
 std::string SteppedTime(TimeBox box, std::string_view text, int steps) {
   const double last = UpperBound(box) * kStepsPerSecond;
-  const double from = base::RoundHalfEven(base::LeadingNumber(NormalisedTime(box, text)) * kStepsPerSecond);
-  double step = std::clamp(from + steps, 0.0, last);
+  // A time of the board may be one that the box does not keep, so it is not cut as if the box were left.
+  constexpr double kHair = 1e-6;
+  const double from = std::floor(base::LeadingNumber(text) * kStepsPerSecond + kHair);
+  double step = std::clamp(std::clamp(from, 0.0, last) + steps, 0.0, last);
   const auto shown = [&step] { return SecondsText(step * kMillisecondsPerSecond / kStepsPerSecond); };
   // Both bounds are kept, so this ends there at the latest.
   while (NormalisedTime(box, shown()) != shown()) step += steps < 0 ? -1 : 1;

@@ -124,16 +124,18 @@ TEST(PulseTimes, AStepPassesOverTheTimesThatABoxDoesNotKeep) {
       {"0.06", -10, "0"},
       {"", 1, "0.02"},
       {"0.035", 1, "0.04"},
-      // In single precision 1.06, 1.18 and 2.1 are a hair less: leaving the box would take the step away again.
+      // In single precision 1.06, 1.18, 2.1 and 2.12 are a hair less: leaving the box would take the step away again.
       {"1.04", 1, "1.08"},
       {"1.08", -1, "1.04"},
       {"1.16", 1, "1.2"},
-      {"2.08", 1, "2.12"},
-      {"2.12", -1, "2.08"},
+      {"2.08", 1, "2.14"},
+      {"2.14", -1, "2.08"},
+      // So is 9.98, which a board may hold all the same.
       {"9.98", 1, "10"},
+      {"9.98", -1, "9.96"},
       {"9.98", 10, "10.18", "10"},
       {"10000", 1, "10000", "10"},
-      {"10000", -1, "9999.98", "9.98"},
+      {"10000", -1, "9999.98", "9.96"},
       {"12000", 10, "10000", "10"},
   };
   for (const Row& row : rows)
