@@ -1,6 +1,7 @@
 #include "led/LED_Driver.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -20,8 +21,6 @@ constexpr FieldRange kPeriod{"period", 10, 10000};
 constexpr FieldRange kMaxLum{"ML", 101, 50000};
 constexpr FieldRange kMaxDC{"MDC", 2, 100};
 constexpr FieldRange kChannelVoltage{"VL", 3.0, 9.0};
-constexpr FieldRange kCoefficient{"coefficient", std::numeric_limits<double>::lowest(),
-                                  std::numeric_limits<double>::max()};
 
 /// Full level of the brightest channel that a record may describe.
 constexpr std::int32_t kBrightest = static_cast<std::int32_t>(kMaxLum.maximum);
@@ -53,15 +52,17 @@ bool LED_Driver::ReadRecord(std::string_view line, LED_RecordReader& reader) {
   std::vector<std::string_view> descriptions;
   if (!reader.Cut(line, "+Col=", channels + 1, descriptions)) return false;
   for (std::size_t i = 0; i < channels; ++i) {
-    reader.SetPlace("channel " + std::to_string(i + 1));
-    if (!ReadChannel(descriptions[i + 1], reader, m_channels[i])) return false;
+    const std::string place = "channel " + std::to_string(i + 1);
+    if (!ReadChannel(descriptions[i + 1], place, reader, m_channels[i])) return false;
   }
   for (std::size_t i = 0; i < channels; ++i) m_channels[i].TonBase = 1;
   if (NrOfChannels > 1) OverDrive = 100;
   return true;
 }
 
-bool LED_Driver::ReadChannel(std::string_view text, LED_RecordReader& reader, Channel& channel) {
+bool LED_Driver::ReadChannel(std::string_view text, const std::string& place, LED_RecordReader& reader,
+                             Channel& channel) {
+  reader.SetPlace(place);
   // Each key splits what the key before it left; the piece in front of a key belongs to the field before.
   std::vector<std::string_view> pieces;
   if (!reader.Cut(text, "ML", 2, pieces)) return false;
@@ -79,16 +80,21 @@ bool LED_Driver::ReadChannel(std::string_view text, LED_RecordReader& reader, Ch
   if (!reader.Cut(rest, "Coef", 2, pieces) || !reader.Number(pieces[0], kChannelVoltage, channel.ChannelVoltage))
     return false;
   rest = pieces[1];
-  return reader.Cut(rest, ";", 3, pieces) && ReadCubic(pieces[0], reader, channel.LumCoef) &&
-         ReadCubic(pieces[1], reader, channel.DutyCoef);
+  if (!reader.Cut(rest, ";", 3, pieces)) return false;
+  reader.SetPlace(place + ", first Coef group");
+  if (!ReadCubic(pieces[0], reader, channel.LumCoef)) return false;
+  reader.SetPlace(place + ", second Coef group");
+  return ReadCubic(pieces[1], reader, channel.DutyCoef);
 }
 
 bool LED_Driver::ReadCubic(std::string_view text, LED_RecordReader& reader, Cubic& cubic) {
   std::vector<std::string_view> numbers;
   if (!reader.Cut(text, "_", cubic.size(), numbers)) return false;
   // Records have the highest power first.
-  for (std::size_t power = 0; power < cubic.size(); ++power)
-    if (!reader.Number(numbers[cubic.size() - 1 - power], kCoefficient, cubic[power])) return false;
+  for (std::size_t power = 0; power < cubic.size(); ++power) {
+    cubic[power] = base::LeadingNumber(numbers[cubic.size() - 1 - power]);
+    if (!std::isfinite(cubic[power])) return reader.Refuse("a coefficient is too large a number");
+  }
   return true;
 }
 

@@ -107,7 +107,8 @@ class LED_Driver {
   };
 
   [[nodiscard]] bool ReadRecord(std::string_view line, LED_RecordReader& reader);
-  [[nodiscard]] static bool ReadChannel(std::string_view text, LED_RecordReader& reader, Channel& channel);
+  [[nodiscard]] static bool ReadChannel(std::string_view text, const std::string& place, LED_RecordReader& reader,
+                                        Channel& channel);
   [[nodiscard]] static bool ReadCubic(std::string_view text, LED_RecordReader& reader, Cubic& cubic);
   [[nodiscard]] static Color ColorNameToValue(std::string_view word);
 

@@ -1,19 +1,15 @@
 #include "led/LED_RecordReader.h"
 
-#include <array>
-#include <charconv>
+#include <cmath>
 
 #include "base/Text.h"
+#include "led/PlainNumber.h"
 
 namespace kestrin::led {
 namespace {
 
-/// The shortest text of `number` with "." as the decimal point, whatever the locale.
-std::string NumberText(double number) {
-  std::array<char, 32> buffer{};
-  const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-  return {buffer.data(), written.ptr};
-}
+/// Numbers from here on are not written out: nobody means them, and they have up to 309 digits.
+constexpr double kTooLarge = 1e15;
 
 }  // namespace
 
@@ -31,8 +27,9 @@ bool LED_RecordReader::Number(std::string_view text, const FieldRange& range, do
 }
 
 bool LED_RecordReader::Check(bool passed, double number, const FieldRange& range) {
-  return passed || Refuse(std::string(range.name) + " is " + NumberText(number) + ", allowed is " +
-                          NumberText(range.minimum) + " to " + NumberText(range.maximum));
+  const std::string found = std::abs(number) < kTooLarge ? PlainNumber(number) : "too large a number";
+  return passed || Refuse(std::string(range.name) + " is " + found + ", allowed is " + PlainNumber(range.minimum) +
+                          " to " + PlainNumber(range.maximum));
 }
 
 bool LED_RecordReader::Refuse(std::string_view what) {

@@ -420,7 +420,17 @@ TEST(LED_DriverInit, SaysForPeopleWhatIsWrongAndWhatIsAllowed) {
        "channel 2: ML is 50001, allowed is 101 to 50000"},
       {withSecondChannel([](ChannelText& c) { c.maxDC = "1"; }), "channel 2: MDC is 1, allowed is 2 to 100"},
       {withSecondChannel([](ChannelText& c) { c.voltage = "9.1"; }), "channel 2: VL is 9.1, allowed is 3 to 9"},
-      {withSecondChannel([](ChannelText& c) { c.dutyCoef = "0_0_0"; }), "channel 2: expected 3 of \"_\", found 2"},
+      {withSecondChannel([](ChannelText& c) { c.dutyCoef = "0_0_0"; }),
+       "channel 2, second Coef group: expected 3 of \"_\", found 2"},
+      {withSecondChannel([](ChannelText& c) { c.lumCoef = "0_0_0_0_0"; }),
+       "channel 2, first Coef group: expected 3 of \"_\", found 4"},
+      {withSecondChannel([](ChannelText& c) { c.lumCoef = "0_0_1e999_0"; }),
+       "channel 2, first Coef group: a coefficient is too large a number"},
+      {withSecondChannel([](ChannelText& c) { c.dutyCoef = "-1e999_0_0_0"; }),
+       "channel 2, second Coef group: a coefficient is too large a number"},
+      {"Blade@12#1#100000" + ChannelText{}.Text(), "record: period is 100000, allowed is 10 to 10000"},
+      {"Blade@12#1#1e300" + ChannelText{}.Text(), "record: period is too large a number, allowed is 10 to 10000"},
+      {"Blade@12#1#1e999" + ChannelText{}.Text(), "record: period is too large a number, allowed is 10 to 10000"},
       {withSecondChannel([](ChannelText& c) { c.dutyCoef += ";"; }), "channel 2: expected 2 of \";\", found 3"},
   };
   for (const Row& row : rows) {
