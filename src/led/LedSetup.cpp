@@ -16,11 +16,18 @@ LedSetup::LedSetup(const std::filesystem::path& programFolder, BoardLookup board
     : m_catalogue(programFolder), m_board(std::move(board)), m_view(view) {}
 
 bool LedSetup::InitLedDrivers() {
+  const bool valid = ReadSettings();
+  m_view.ShowPulses();
+  return valid;
+}
+
+bool LedSetup::ReadSettings() {
   m_failure = Failure::None;
   m_problem.clear();
   const auto ask = [&](const auto& question) {
     device::TLS* const board = m_board();
-    return (board != nullptr && question(*board)) || FailInit(Failure::Board, "The LED driver did not answer.");
+    return (board != nullptr && question(*board)) ||
+           FailInit(Failure::Board, "The LED driver did not answer. Unplug it and plug it in again.");
   };
 
   std::int32_t code = 0;
@@ -39,7 +46,6 @@ bool LedSetup::InitLedDrivers() {
   m_focPulse = {};
   if (!ask([&](device::TLS& board) { return board.GetLEDPulses(kFocPulse, m_focPulse); })) return false;
   ShowFocPulse();
-  m_view.ShowPulses();
   return true;
 }
 
@@ -54,6 +60,8 @@ bool LedSetup::FillTypes(std::int32_t boardCode, std::string& selected) {
   m_view.ClearTypes();
   std::size_t count = 0;
   bool found = false;
+  // A negative code comes back as the 16 bits that went out.
+  const auto wanted = static_cast<std::uint16_t>(boardCode);
   LED_Driver scratch;
   for (std::size_t line = 2; line <= m_catalogue.LineCount(); ++line) {
     if (m_catalogue.IsEmptyLine(line)) continue;
@@ -63,7 +71,7 @@ bool LedSetup::FillTypes(std::int32_t boardCode, std::string& selected) {
     }
     ++count;
     m_view.AppendType(scratch.LEDName);
-    if (scratch.LedCode != boardCode) continue;
+    if (static_cast<std::uint16_t>(scratch.LedCode) != wanted) continue;
     m_view.SelectType(count - 1);
     selected = scratch.LEDName;
     found = true;

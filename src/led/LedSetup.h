@@ -111,6 +111,7 @@ class LedSetup {
   [[nodiscard]] bool EditHigh() const { return m_editHigh; }
 
  private:
+  [[nodiscard]] bool ReadSettings();
   [[nodiscard]] bool FailInit(Failure failure, const std::string& problem);
   /// Fills the list of types; `selected` becomes the name of the board's.
   [[nodiscard]] bool FillTypes(std::int32_t boardCode, std::string& selected);

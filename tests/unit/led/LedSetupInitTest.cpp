@@ -42,6 +42,25 @@ TEST_F(InitLedDriversTest, ALaterTypeWithTheBoardsCodeTakesTheSelection) {
   EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Second");
 }
 
+TEST_F(InitLedDriversTest, ANegativeCodeComesBackAsTheSixteenBitsThatWentOut) {
+  struct Row {
+    const char* code;
+    std::uint16_t held;
+  };
+  for (const Row& row : {Row{"-5", 65531}, Row{"-1", 65535}, Row{"-32768", 32768}, Row{"32767", 32767}}) {
+    m_view = {};
+    m_led = simulator::VirtualBoard(StateAtFirst());
+    Catalogue({RecordOf("Lamp", "12", {"white"}), RecordOf("Odd", row.code, {"amber", "blue"})});
+    Init();
+    m_setup.ChooseType("Odd");
+    m_view.confirms = true;
+    EXPECT_TRUE(m_setup.UpdateLED());
+    EXPECT_EQ(m_led.State().ledConfig.code, row.held);
+    EXPECT_EQ(m_setup.Problem(), "");
+    EXPECT_EQ(m_view.selectedType, 1u) << row.code;
+  }
+}
+
 TEST_F(InitLedDriversTest, LinesMayEndWithLfAloneAndEmptyOnesMeanNothing) {
   support::WriteBytes(m_folder / LedCatalogue::kFileName, "KestrinLEDConfigurator#2.0\n\n" +
                                                               RecordOf("Lamp", "3", {"white"}) + "\r\n\r\n" +
@@ -118,6 +137,7 @@ TEST_F(InitLedDriversTest, EveryFaultOfTheCatalogueFailsWithoutAMessage) {
     EXPECT_THAT(Written({1}), ElementsAre(ElementsAre(60)));
     EXPECT_EQ(m_view.critical + m_view.information, "");
     EXPECT_EQ(m_view.wentOffline, 0) << "that is the session's affair";
+    EXPECT_EQ(m_view.pulsesShown, 1) << "what was shown before is out of date";
     EXPECT_EQ(m_setup.CurrentDriver().LEDName, "");
     if (std::filesystem::is_directory(m_folder / LedCatalogue::kFileName))
       std::filesystem::remove(m_folder / LedCatalogue::kFileName);
@@ -138,11 +158,12 @@ TEST_F(InitLedDriversTest, EachCommandThatIsNotAnsweredFailsIt) {
     m_ignores = [&](const Report& report) { return report[0] == row.code && (row.code == 60 || report[1] == row.set); };
     EXPECT_FALSE(m_setup.InitLedDrivers());
     EXPECT_EQ(m_setup.LastFailure(), LedSetup::Failure::Board);
-    EXPECT_EQ(m_setup.Problem(), "The LED driver did not answer.");
+    EXPECT_EQ(m_setup.Problem(), "The LED driver did not answer. Unplug it and plug it in again.");
     EXPECT_EQ(m_agent.written.size(), row.reports);
     EXPECT_EQ(m_view.types.size(), row.types);
     EXPECT_EQ(m_view.times.count(TimeBox::IdleTON) == 1, row.idleShown);
     EXPECT_EQ(m_view.times.count(TimeBox::FocTON), 0u);
+    EXPECT_EQ(m_view.pulsesShown, 1) << "what was shown before is out of date";
     EXPECT_EQ(m_view.wentOffline, 0);
   }
   m_ignores = nullptr;
