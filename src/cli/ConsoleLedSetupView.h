@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/CommandFailure.h"
+#include "led/LED_Driver.h"
 #include "led/LedSetupView.h"
 
 namespace kestrin::cli {
@@ -67,7 +68,7 @@ class ConsoleLedSetupView final : public led::LedSetupView {
   std::string m_overdriveLabel;
   std::array<std::string, led::kTimeBoxes.size()> m_times;
   std::string m_repetitions;
-  std::array<std::int16_t, 4> m_levels{};
+  std::array<std::int16_t, led::LED_Driver::kChannels> m_levels{};
   bool m_offline = false;
 };
 

@@ -1,9 +1,18 @@
 #include "led/LED_Pulse.h"
 
+#include <algorithm>
+
+#include "base/Numbers.h"
 #include "led/LED_Driver.h"
 #include "led/LevelCounts.h"
 
 namespace kestrin::led {
+
+bool LED_Pulse::IsTooLongForBoard() const {
+  // Two bytes each.
+  constexpr double kLongest = 65535;
+  return base::RoundHalfEven(std::max({Ton, Toff, Trise, Tfall})) > kLongest;
+}
 
 void LED_Pulse::CalculateTimes(const LED_Driver& driver) {
   for (int channel = 1; channel <= driver.NrOfChannels && channel <= kChannels; ++channel) {

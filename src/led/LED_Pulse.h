@@ -13,6 +13,9 @@ class LED_Driver;
 class LED_Pulse {
  public:
   static constexpr int kChannels = 4;
+  /// What the person is told after a pulse with IsTooLongForBoard() was sent.
+  static constexpr const char* kTooLong =
+      "The board holds times up to 65.535 s; a longer one plays much shorter. Set less and send it again.";
 
   /// Milliseconds at the high level.
   double Ton = 0;
@@ -36,6 +39,10 @@ class LED_Pulse {
   [[nodiscard]] std::int32_t GetTon_High(int channel) const { return m_channels[Index(channel)].tonHigh; }
   [[nodiscard]] std::int32_t GetToff_Low(int channel) const { return m_channels[Index(channel)].toffLow; }
   [[nodiscard]] std::int32_t GetToff_High(int channel) const { return m_channels[Index(channel)].toffHigh; }
+
+  /// Whether one of the times is longer than the board can hold, 65535 ms. It is sent all the same, and the board keeps
+  /// what is left of it after every full 65536 ms.
+  [[nodiscard]] bool IsTooLongForBoard() const;
 
   /// Derives the counts of the driver's channels from their levels; channels that the LED type does not have keep
   /// theirs.

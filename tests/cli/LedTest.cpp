@@ -249,6 +249,28 @@ TEST_F(LedTest, SendFocFlashesFromTheIdleColour) {
   EXPECT_EQ(BoardState()["ledPulses"][0]["Ton"], 500) << "the idle pulse is still the factory's";
 }
 
+TEST_F(LedTest, ATimeThatTheBoardCannotHoldIsWarnedOf) {
+  ConfigureRgb();
+  struct Row {
+    const char* milliseconds;
+    /// Files go through the boxes, which have two decimals.
+    int asked;
+    int held;
+    bool warned;
+  };
+  for (const Row& row : {Row{"65534", 65530, 65530, false}, Row{"65540", 65540, 4, true}}) {
+    const std::string times = row.milliseconds;
+    const std::string file = SettingsFile("PULSE+Low=51_0_0_9+High=255_100_0_9+Times=" + times +
+                                          "_1_2_3\r\nFOC=0_255_17_9+Times=40_60_3\r\n");
+    const Finished finished = Run(
+        {"--board", Board("id=9000"), "--program-folder", m_programs.string(), "--json", "led", "send", "idle", file});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_EQ(Json::parse(finished.out)["Ton"], row.asked) << "what was asked for";
+    EXPECT_EQ(BoardState()["ledPulses"][0]["Ton"], row.held);
+    EXPECT_EQ(finished.errors.find("holds times up to 65.535 s") != std::string::npos, row.warned) << finished.errors;
+  }
+}
+
 TEST_F(LedTest, ACorruptedFileSendsNothing) {
   const Json document = LedOnBoard(1, {"send", "foc", SettingsFile("FOC=1_2_3_4+Times=1_2_3\n")});
   EXPECT_EQ(document["error"], "File is corrupted, could not read !");

@@ -30,7 +30,10 @@ class LedSendCommand final : public Command {
     static_cast<void>(setup.LoadSettings(sound::PathOf(m_file)));
     static_cast<void>(idle ? setup.SendPulse() : setup.SendFoc());
     board.RequireConfirmed("the pulse");
-    return ReportOfSentPulse(m_pulse, idle ? setup.IdlePulse() : setup.FocPulse());
+    const led::LED_Pulse& pulse = idle ? setup.IdlePulse() : setup.FocPulse();
+    Report report = ReportOfSentPulse(m_pulse, pulse);
+    if (pulse.IsTooLongForBoard()) report.message = led::LED_Pulse::kTooLong;
+    return report;
   }
 
  private:

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -62,7 +63,8 @@ void DriverFrame::AddType() {
   m_types->setMinimumContentsLength(14);
   AddCaption(tr("LED Type"), kType)->setBuddy(m_types);
   m_grid->addWidget(m_types, 2, kType);
-  connect(m_types, &QComboBox::textActivated, this, &DriverFrame::typeChosen);
+  connect(m_types, &QComboBox::activated, this,
+          [this](int index) { emit typeChosen(m_types->itemData(index).toByteArray()); });
 }
 
 void DriverFrame::AddChannels() {
@@ -86,6 +88,8 @@ void DriverFrame::AddOverdrive() {
   m_percent = new QSpinBox(this);
   m_percent->setObjectName(QStringLiteral("OverdriveLabel"));
   m_percent->setAccessibleName(m_overdrive->accessibleName());
+  // The number is read back from the box's text.
+  m_percent->setLocale(QLocale::c());
   m_percent->setSuffix(QStringLiteral("%"));
   m_percent->setAlignment(Qt::AlignRight);
   const QString purpose = tr("How strongly the LED is driven; 100% is normal");
@@ -101,7 +105,10 @@ void DriverFrame::AddOverdrive() {
   row->addWidget(m_percent);
   m_grid->addLayout(row, 2, kOverdrive);
   connect(m_overdrive, &QSlider::valueChanged, this, &DriverFrame::overdriveMoved);
-  connect(m_percent, &QSpinBox::valueChanged, m_overdrive, &QSlider::setValue);
+  connect(m_percent, &QSpinBox::valueChanged, this, [this](int percent) {
+    m_overdrive->setValue(percent);
+    m_percent->setValue(m_overdrive->value());
+  });
 }
 
 void DriverFrame::AddUpdate(const app::Pictures& pictures) {
@@ -116,7 +123,12 @@ void DriverFrame::AddUpdate(const app::Pictures& pictures) {
 
 void DriverFrame::ClearTypes() { m_types->clear(); }
 
-void DriverFrame::AppendType(const QString& name) { m_types->addItem(name); }
+void DriverFrame::AppendType(const QByteArray& name) {
+  // The first entry of a list would be chosen by itself.
+  const int chosen = m_types->currentIndex();
+  m_types->addItem(QString::fromUtf8(name), name);
+  m_types->setCurrentIndex(chosen);
+}
 
 void DriverFrame::SelectType(int index) { m_types->setCurrentIndex(index); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <array>
 
@@ -32,7 +33,9 @@ class DriverFrame : public app::Card {
   explicit DriverFrame(const app::Pictures& pictures, QWidget* parent = nullptr);
 
   void ClearTypes();
-  void AppendType(const QString& name);
+  /// The name's bytes as the catalogue has them: a text of them need not lead back to the type.
+  void AppendType(const QByteArray& name);
+  /// Until then none is chosen.
   void SelectType(int index);
   /// 0 (black) for a channel, 1 .. 4, that is not used.
   void SetChannelColor(int channel, Color color);
@@ -47,7 +50,7 @@ class DriverFrame : public app::Card {
   void EnableUpdate(const QString& whyNot);
 
  signals:
-  void typeChosen(const QString& name);
+  void typeChosen(const QByteArray& name);
   void overdriveMoved();
   void updateRequested();
 

@@ -11,7 +11,6 @@
 #include "app/FileFilter.h"
 #include "app/help/TopicOf.h"
 #include "app/theme/Pictures.h"
-#include "base/Numbers.h"
 #include "led/LedSettingsFile.h"
 #include "led/ui/DriverFrame.h"
 #include "led/ui/Metrics.h"
@@ -31,17 +30,10 @@ constexpr int kFlashRest = 1200;
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 QString Text(const std::filesystem::path& path) { return QString::fromStdU16String(path.generic_u16string()); }
 
-Levels LowOf(const LED_Pulse& pulse) {
+Levels LevelsOf(const LED_Pulse& pulse, std::int16_t (LED_Pulse::*get)(int) const) {
   Levels levels{};
   for (int channel = 1; channel <= LED_Pulse::kChannels; ++channel)
-    levels.at(static_cast<std::size_t>(channel - 1)) = pulse.GetLow(channel);
-  return levels;
-}
-
-Levels HighOf(const LED_Pulse& pulse) {
-  Levels levels{};
-  for (int channel = 1; channel <= LED_Pulse::kChannels; ++channel)
-    levels.at(static_cast<std::size_t>(channel - 1)) = pulse.GetHigh(channel);
+    levels.at(static_cast<std::size_t>(channel - 1)) = (pulse.*get)(channel);
   return levels;
 }
 
@@ -120,7 +112,7 @@ void LedPanel::Connect() {
   connect(m_save, &QPushButton::clicked, this, [this] { m_around.run([this] { SaveFile(); }); });
 
   connect(m_driver, &DriverFrame::typeChosen, this,
-          [this](const QString& name) { m_around.run([this, name] { m_setup.ChooseType(name.toStdString()); }); });
+          [this](const QByteArray& name) { m_around.run([this, name] { m_setup.ChooseType(name.toStdString()); }); });
   connect(m_driver, &DriverFrame::overdriveMoved, this, [this] { m_setup.OverdriveMoved(); });
   connect(m_driver, &DriverFrame::updateRequested, this, [this] { m_around.run([this] { UpdateLED(); }); });
 
@@ -185,7 +177,6 @@ bool LedPanel::InitLedDrivers() {
   ShowPicker(false);
   const bool valid = m_setup.InitLedDrivers();
   ShowNotice(Text(m_setup.Problem()));
-  ShowPulses();
   return valid;
 }
 
@@ -228,16 +219,17 @@ void LedPanel::UpdateLED() {
 void LedPanel::SendPulse() {
   if (!m_setup.SendPulse()) return;
   m_idle->Restart();
-  emit news(tr("The board has the idle pulse and plays it."));
+  ShowSent(m_setup.IdlePulse(), tr("The board has the idle pulse and plays it."));
 }
 
 void LedPanel::SendFoc() {
-  const bool sent = m_setup.SendFoc();
-  // The flash starts from the idle pulse's high level as it is now.
-  ShowPulses();
-  if (!sent) return;
+  if (!m_setup.SendFoc()) return;
   m_foc->Restart();
-  emit news(tr("The board has the flash and plays it."));
+  ShowSent(m_setup.FocPulse(), tr("The board has the flash and plays it."));
+}
+
+void LedPanel::ShowSent(const LED_Pulse& pulse, const QString& text) {
+  emit news(pulse.IsTooLongForBoard() ? tr(LED_Pulse::kTooLong) : text);
 }
 
 void LedPanel::StepTime(TimeBox box, int steps) { SetTimeText(box, SteppedTime(box, TimeText(box), steps)); }
@@ -258,14 +250,14 @@ void LedPanel::ShowShapes() {
   LED_Pulse foc;
   foc.Ton = time(TimeBox::FocTON);
   foc.Toff = time(TimeBox::FocTOFF);
-  foc.NRep = static_cast<std::int16_t>(std::clamp(base::LeadingNumber(RepeatText()), 0.0, double{kMostRepetitions}));
+  foc.NRep = RepetitionsOf(RepeatText());
   m_foc->ShowShape(PulseShape::FlashOnClash(foc), kFlashRest);
 }
 
 void LedPanel::ShowPickerLight() { m_picker->ShowLight(Mix(m_setup.CurrentDriver(), m_picker->AllLevels())); }
 
 void LedPanel::ClearTypes() { m_driver->ClearTypes(); }
-void LedPanel::AppendType(const std::string& name) { m_driver->AppendType(Text(name)); }
+void LedPanel::AppendType(const std::string& name) { m_driver->AppendType(QByteArray::fromStdString(name)); }
 void LedPanel::SelectType(std::size_t index) { m_driver->SelectType(static_cast<int>(index)); }
 void LedPanel::SetChannelLabelColor(int channel, Color color) { m_driver->SetChannelColor(channel, color); }
 void LedPanel::SetOverdriveMaximum(std::int32_t percent) { m_driver->SetOverdriveMaximum(percent); }
@@ -295,9 +287,9 @@ std::string LedPanel::RepeatText() const { return m_foc->Text(kRepeatBox).toStdS
 
 void LedPanel::ShowPulses() {
   const LED_Driver& driver = m_setup.CurrentDriver();
-  const Levels idleLow = LowOf(m_setup.IdlePulse());
-  const Levels idleHigh = HighOf(m_setup.IdlePulse());
-  const Levels flash = HighOf(m_setup.FocPulse());
+  const Levels idleLow = LevelsOf(m_setup.IdlePulse(), &LED_Pulse::GetLow);
+  const Levels idleHigh = LevelsOf(m_setup.IdlePulse(), &LED_Pulse::GetHigh);
+  const Levels flash = LevelsOf(m_setup.FocPulse(), &LED_Pulse::GetHigh);
   m_idle->ShowLevel(kHighButton, Mix(driver, idleHigh));
   m_idle->ShowLevel(kLowButton, Mix(driver, idleLow));
   m_idle->ShowLevels(driver, idleLow, idleHigh);

@@ -46,8 +46,10 @@ class LedPanel : public QWidget, private LedSetupView {
 
   explicit LedPanel(const Surroundings& surroundings, QWidget* parent = nullptr);
 
-  /// An LED driver has come online: reads and shows what it holds. False when that failed, see Failure() and Problem().
+  /// An LED driver has come online: reads and shows what it holds. False when that failed, see LastFailure() and
+  /// Problem().
   [[nodiscard]] bool InitLedDrivers();
+  [[nodiscard]] LedSetup::Failure LastFailure() const { return m_setup.LastFailure(); }
   [[nodiscard]] const std::string& Problem() const { return m_setup.Problem(); }
   /// Another text whenever the catalogue's file has changed.
   [[nodiscard]] std::string CatalogueStamp() const { return m_setup.CatalogueStamp(); }
@@ -73,6 +75,8 @@ class LedPanel : public QWidget, private LedSetupView {
   void UpdateLED();
   void SendPulse();
   void SendFoc();
+  /// News of a pulse that was sent; a warning instead when the board cannot hold it as it is.
+  void ShowSent(const LED_Pulse& pulse, const QString& text);
   void StepTime(TimeBox box, int steps);
   void StepRepeat(int steps);
   void ShowShapes();

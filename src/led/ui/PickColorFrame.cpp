@@ -5,9 +5,9 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -82,6 +82,8 @@ void PickColorFrame::AddRows(QBoxLayout& layout) {
     row.value = new QSpinBox(this);
     row.value->setObjectName(QStringLiteral("ValueLedSet") + number);
     row.value->setAccessibleName(row.slider->accessibleName());
+    // Digits as everywhere else on the panel.
+    row.value->setLocale(QLocale::c());
     row.value->setRange(0, kFullLevel);
     row.value->setAlignment(Qt::AlignRight);
     connect(row.slider, &QSlider::valueChanged, row.value, &QSpinBox::setValue);

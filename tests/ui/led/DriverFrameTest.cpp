@@ -138,6 +138,32 @@ TEST_F(DriverFrame, TypesAreChosenWithTheKeyboardToo) {
   EXPECT_EQ(Overdrive().maximum(), 200);
 }
 
+TEST_F(DriverFrame, ATypeWhoseNameIsNoUtf8CanBeChosenToo) {
+  std::string latin = kDuo;
+  latin.replace(0, 3,
+                "D\xFC"
+                "o");
+  WriteCatalogue(std::string(kHeader) + kSolo + latin);
+  StartLed(1);
+  Choose(
+      QString::fromUtf8("D\xFC"
+                        "o"));
+  EXPECT_THAT(TextColors("labelLED"), ElementsAre(kBlue, kAmber, kBlack, kBlack));
+}
+
+TEST_F(DriverFrame, NumbersHaveTheSameDigitsInEveryCountry) {
+  const QLocale before;
+  QLocale::setDefault(QLocale("ar_EG"));
+  ASSERT_NE(QLocale().toString(110), "110");
+  StartLed(2, 110);
+  Choose("Trio");
+  EXPECT_EQ(OverdriveText(), "110%");
+  EXPECT_EQ(Overdrive().value(), 110) << "read back from the box";
+  Click("btnPulseHigh");
+  EXPECT_EQ(Find<QSpinBox>("ValueLedSet1").text(), "255");
+  QLocale::setDefault(before);
+}
+
 TEST_F(DriverFrame, AnotherTypeLowersAnOverdriveThatItDoesNotBear) {
   StartLed(2, 180);
   EXPECT_EQ(OverdriveText(), "180%");
@@ -173,6 +199,10 @@ TEST_F(DriverFrame, OverdriveIsDraggedAndTyped) {
   box.selectAll();
   QTest::keyClicks(&box, "0");
   EXPECT_EQ(Overdrive().value(), 1) << "an LED cannot be driven with nothing";
+  EXPECT_EQ(OverdriveText(), "1%");
+  box.selectAll();
+  QTest::keyClicks(&box, "0");
+  EXPECT_EQ(Overdrive().value(), 1) << "also when it stands there already";
   EXPECT_EQ(OverdriveText(), "1%");
   EXPECT_EQ(Held(), before);
 }
@@ -217,8 +247,17 @@ TEST_F(DriverFrame, APulseThatCannotBeReadAfterAnUpdateIsToldOnThePanel) {
   StartLed(12, 100, FailRead(5));
   dialogs.okAnswers = {true};
   Click("btnUpdateLED");
-  EXPECT_EQ(LabelText("LEDNotice"), "The LED driver did not answer.");
+  EXPECT_EQ(LabelText("LEDNotice"), "The LED driver did not answer. Unplug it and plug it in again.");
   EXPECT_TRUE(IsOnline()) << "the update itself went well";
+}
+
+TEST_F(DriverFrame, ThePicturesGoDarkWithPulsesThatCannotBeRead) {
+  StartLed(12, 100, FailRead(5));
+  Choose("Solo");
+  dialogs.okAnswers = {true};
+  Click("btnUpdateLED");
+  EXPECT_EQ(Find<QAbstractButton>("btnPulseHigh").accessibleDescription(), "#000000")
+      << "no pulse could be read, so there is no light";
 }
 
 TEST_F(DriverFrame, UpdateThatFailsGoesOfflineWithoutAMessage) {
@@ -262,6 +301,7 @@ TEST_F(DriverFrame, ACatalogueWithoutTheBoardsTypeIsListedAndGoesOffline) {
   EXPECT_EQ(dialogs.errors, std::vector<QString>{kInvalid});
   EXPECT_TRUE(dialogs.lastDetail.contains("77")) << dialogs.lastDetail.toStdString();
   EXPECT_EQ(Types().count(), 4);
+  EXPECT_EQ(Types().currentIndex(), -1) << "none of them is the board's";
   EXPECT_FALSE(IsOnline());
 }
 

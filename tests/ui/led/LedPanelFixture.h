@@ -64,7 +64,7 @@ class LedPanelFixture : public MainFixture {
     auto& types = Find<QComboBox>("LEDcombo");
     types.setCurrentText(name);
     ASSERT_EQ(types.currentText(), name);
-    ASSERT_TRUE(QMetaObject::invokeMethod(&types, "textActivated", Q_ARG(QString, name)));
+    ASSERT_TRUE(QMetaObject::invokeMethod(&types, "activated", Q_ARG(int, types.currentIndex())));
   }
   /// Types into the box and goes on to the next control.
   void Type(const char* box, const QString& text) {

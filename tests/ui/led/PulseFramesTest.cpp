@@ -120,6 +120,23 @@ TEST_F(PulseFrames, SendingTheFlashStartsFromTheIdleColour) {
   EXPECT_EQ(Held().pulseStarted, 1);
 }
 
+TEST_F(PulseFrames, ATimeThatTheBoardCannotHoldIsSentAndTold) {
+  StartLed(12);
+  const QString tooLong =
+      "The board holds times up to 65.535 s; a longer one plays much shorter. Set less and send it again.";
+  Type("IdleTFALL", "65.54");
+  Click("btnSendPulse");
+  // 65540 ms are 4 more than 16 bits hold.
+  EXPECT_EQ(Held().ledPulses[0].Tfall, 4);
+  EXPECT_EQ(LabelText("HelpLabel"), tooLong);
+  EXPECT_TRUE(IsOnline());
+  Click("btnSendFoc");
+  EXPECT_EQ(LabelText("HelpLabel"), "The board has the flash and plays it.");
+  Type("FocTON", "10000");
+  Click("btnSendFoc");
+  EXPECT_EQ(LabelText("HelpLabel"), tooLong);
+}
+
 struct Failing {
   const char* button;
   int pulse;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -218,6 +219,22 @@ TEST(CalculateTimes, KeepsLevelsAndTimes) {
   EXPECT_EQ(pulse.NRep, 3);
   EXPECT_EQ(pulse.GetLow(1), 30);
   EXPECT_EQ(pulse.GetHigh(1), 60);
+}
+
+TEST(LED_Pulse, TheBoardHoldsTimesUpTo65535Milliseconds) {
+  for (double LED_Pulse::*const time : {&LED_Pulse::Ton, &LED_Pulse::Toff, &LED_Pulse::Trise, &LED_Pulse::Tfall}) {
+    LED_Pulse pulse;
+    EXPECT_FALSE(pulse.IsTooLongForBoard());
+    // Times go out rounded, ties to the even number.
+    for (const double fits : {-1e9, 20.0, 65535.0, 65535.4}) {
+      pulse.*time = fits;
+      EXPECT_FALSE(pulse.IsTooLongForBoard()) << fits;
+    }
+    for (const double tooLong : {65535.5, 65536.0, 65540.0, 10000000.0, std::numeric_limits<double>::max()}) {
+      pulse.*time = tooLong;
+      EXPECT_TRUE(pulse.IsTooLongForBoard()) << tooLong;
+    }
+  }
 }
 
 }  // namespace
