@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QEvent>
+#include <algorithm>
 #include <array>
 
 #include "app/theme/Theme.h"
@@ -51,14 +52,16 @@ HelpLine::HelpLine(QWidget* parent) : QLabel(kPressF1, parent) {
 }
 
 void HelpLine::Explain(QWidget& root) {
-  for (const HoverText& row : kHoverTexts) {
-    QList<QWidget*> controls = root.findChildren<QWidget*>(row.control);
-    if (root.objectName() == row.control) controls.append(&root);
-    for (QWidget* const control : controls) {
-      m_texts[control] = row.text;
-      control->installEventFilter(this);
-      if (control != this) connect(control, &QObject::destroyed, this, [this, control] { m_texts.remove(control); });
-    }
+  QList<QWidget*> controls = root.findChildren<QWidget*>();
+  controls.append(&root);
+  for (QWidget* const control : controls) {
+    const auto* const row = std::find_if(kHoverTexts.begin(), kHoverTexts.end(), [&](const HoverText& text) {
+      return control->objectName() == QLatin1String(text.control);
+    });
+    if (row == kHoverTexts.end()) continue;
+    m_texts[control] = row->text;
+    control->installEventFilter(this);
+    if (control != this) connect(control, &QObject::destroyed, this, [this, control] { m_texts.remove(control); });
   }
 }
 

@@ -137,7 +137,6 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     Enable(tool);
   }
   Theme::MakePrimary(Button(Tool::Send));
-  ShowPictures();
 }
 
 void ToolRow::ShowPictures() {
@@ -178,16 +177,16 @@ void ToolRow::Disable(Tool tool, const QString& reason) const {
 }
 
 void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
-  m_edit->addWidget(MakeActionButton("UndoBtn", "undo.bmp", undo));
-  m_edit->addWidget(MakeActionButton("RedoBtn", "redo.bmp", redo));
+  m_edits = {{&undo, "undo.bmp"}, {&redo, "redo.bmp"}};
+  ShowPictures();
+  m_edit->addWidget(MakeActionButton("UndoBtn", undo));
+  m_edit->addWidget(MakeActionButton("RedoBtn", redo));
   setTabOrder(&Button(Tool::Save), m_edit->itemAt(0)->widget());
   setTabOrder(m_edit->itemAt(0)->widget(), m_edit->itemAt(1)->widget());
   setTabOrder(m_edit->itemAt(1)->widget(), &Button(Tool::Config));
 }
 
-QToolButton* ToolRow::MakeActionButton(const char* name, const char* picture, QAction& action) {
-  m_edits.emplace_back(&action, picture);
-  ShowPictures();
+QToolButton* ToolRow::MakeActionButton(const char* name, QAction& action) {
   auto* const button = new QToolButton(this);
   button->setObjectName(name);
   SetHelpContext(*button, HelpContext::Undo);

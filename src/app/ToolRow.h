@@ -54,7 +54,7 @@ class ToolRow : public QWidget {
   void ShowPictures();
   /// The picture in grey, for the disabled state.
   void AddDisabledPicture(QIcon& icon, const QString& picture) const;
-  [[nodiscard]] QToolButton* MakeActionButton(const char* name, const char* picture, QAction& action);
+  [[nodiscard]] QToolButton* MakeActionButton(const char* name, QAction& action);
 
   const Pictures& m_pictures;
   std::array<QToolButton*, 5> m_buttons{};

@@ -5,11 +5,14 @@
 
 namespace kestrin::sound::ui {
 
+QStringList HintLabel::Parts() const {
+  QStringList parts;
+  for (const QString& part : text().split(QStringLiteral("  "), Qt::SkipEmptyParts)) parts.append(part.trimmed());
+  return parts;
+}
+
 QStringList HintLabel::Lines(int width) const {
-  if (fontMetrics().horizontalAdvance(text()) <= width) return {text()};
-  QStringList lines;
-  for (const QString& part : text().split(QStringLiteral("  "), Qt::SkipEmptyParts)) lines.append(part.trimmed());
-  return lines;
+  return fontMetrics().horizontalAdvance(text()) <= width ? QStringList(text()) : Parts();
 }
 
 int HintLabel::heightForWidth(int width) const {
@@ -19,9 +22,10 @@ int HintLabel::heightForWidth(int width) const {
 QSize HintLabel::sizeHint() const { return minimumSizeHint(); }
 
 QSize HintLabel::minimumSizeHint() const {
+  const QStringList parts = Parts();
   int width = 0;
-  for (const QString& line : Lines(0)) width = std::max(width, fontMetrics().horizontalAdvance(line));
-  return {width, heightForWidth(width)};
+  for (const QString& part : parts) width = std::max(width, fontMetrics().horizontalAdvance(part));
+  return {width, std::max(1, static_cast<int>(parts.size())) * fontMetrics().lineSpacing()};
 }
 
 void HintLabel::paintEvent(QPaintEvent* /*event*/) {

@@ -20,6 +20,7 @@ class HintLabel : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] QStringList Parts() const;
   [[nodiscard]] QStringList Lines(int width) const;
 };
 

@@ -9,7 +9,7 @@ constexpr int kFetchMilliseconds = 10;
 
 }  // namespace
 
-LatestJob::LatestJob(QObject* parent) : QObject(parent), m_thread([this] { Work(); }) {
+LatestJob::LatestJob(QObject* parent) : QObject(parent) {
   m_fetching.setInterval(kFetchMilliseconds);
   connect(&m_fetching, &QTimer::timeout, this, &LatestJob::Fetch);
 }
@@ -21,7 +21,7 @@ LatestJob::~LatestJob() {
     m_ends = true;
   }
   m_wake.notify_one();
-  m_thread.join();
+  if (m_thread.joinable()) m_thread.join();
 }
 
 void LatestJob::Cancel() {
@@ -36,6 +36,7 @@ void LatestJob::Start(Job job) {
     m_next = std::move(job);
     m_nextWanted = m_wanted;
   }
+  if (!m_thread.joinable()) m_thread = std::thread([this] { Work(); });
   m_wake.notify_one();
   m_fetching.start();
 }

@@ -53,6 +53,7 @@ class LatestJob : public QObject {
   std::vector<std::pair<Wanted, std::function<void()>>> m_results;
   bool m_isWorking = false;
   bool m_ends = false;
+  /// Runs from the first job on.
   std::thread m_thread;
 };
 
