@@ -246,14 +246,18 @@ void Main::ReadAccData() {
 
 bool Main::InitLedDrivers() {
   device::TLS& board = *m_session.Board();
-  const bool valid = LedFrame().InitLedDrivers();
-  m_ledFailure.reset();
-  if (!valid) m_ledFailure.emplace(board.ClassDebugID(), LedFrame().CatalogueStamp());
-  return valid;
+  const std::optional<LedFailure> before = std::exchange(m_ledFailure, std::nullopt);
+  if (LedFrame().InitLedDrivers()) return true;
+  m_ledFailure = LedFailure{board.ClassDebugID(), LedFrame().LastFailure() == led::LedSetup::Failure::Catalogue,
+                            LedFrame().CatalogueStamp()};
+  m_ledFailureTold = m_ledFailure == before;
+  return false;
 }
 
 void Main::ShowMessage(const std::string& text) {
-  // The session has one message only: the one about LED drivers that could not be read.
+  // The session has one message only: the one about LED drivers that could not be read. A board that keeps failing is
+  // asked again every second.
+  if (m_ledFailureTold) return;
   m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(LedFrame().Problem()));
 }
 
@@ -270,8 +274,10 @@ void Main::TickGoOnline() {
   // While the window starts up, the notice timer does not run either.
   if (m_around.gate.IsBusy() || !m_noticeTimer.isActive()) return;
   const device::TLS* const board = m_session.Board();
-  // The same board with the same catalogue would only fail again.
-  if (board != nullptr && m_ledFailure == std::pair(board->ClassDebugID(), LedFrame().CatalogueStamp())) return;
+  // A board with a catalogue that is not good for it would only fail again; one that did not answer may do so now.
+  if (board != nullptr && m_ledFailure &&
+      m_ledFailure == LedFailure{board->ClassDebugID(), true, LedFrame().CatalogueStamp()})
+    return;
   const CommandGate::Passage passage(m_around.gate);
   m_session.GoOnlineTimerTick();
 }

@@ -142,8 +142,20 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   bool m_boardButtons = false;
   bool m_running = false;
   bool m_unloaded = false;
-  /// The LED driver and the catalogue for which there was a message already: the board's number and the file's stamp.
-  std::optional<std::pair<std::int32_t, std::string>> m_ledFailure;
+  /// What reading an LED driver failed at last.
+  struct LedFailure {
+    /// The board's number.
+    std::int32_t board = 0;
+    /// The catalogue's fault, not the board's.
+    bool ofCatalogue = false;
+    /// The catalogue's.
+    std::string stamp;
+
+    friend bool operator==(const LedFailure&, const LedFailure&) = default;
+  };
+  std::optional<LedFailure> m_ledFailure;
+  /// Whether there was a message about the same failure before.
+  bool m_ledFailureTold = false;
 };
 
 }  // namespace kestrin::app

@@ -83,6 +83,31 @@ TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
   EXPECT_EQ(dialogs.errors.size(), 2U);
 }
 
+TEST_F(Session, AsksAnLedDriverThatDidNotAnswerAgainAndTellsItOnce) {
+  // At first the third command asks for the configuration; each further try has four until then.
+  Start("id=4095,fault=write:3,fault=write:7");
+  EXPECT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_EQ(dialogs.lastDetail, "The LED driver did not answer. Unplug it and plug it in again.");
+  EXPECT_EQ(LabelText("SerialLabel"), "");
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(LabelText("SerialLabel"), "") << "it fails a second time";
+  EXPECT_TRUE(Find<QTimer>("GoOnlineTimer").isActive());
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin LED Driver Serial Number: 4B535401");
+  EXPECT_EQ(LabelText("LEDNotice"), "");
+  EXPECT_FALSE(Find<QTimer>("GoOnlineTimer").isActive());
+  EXPECT_EQ(dialogs.errors.size(), 1U);
+}
+
+TEST_F(Session, TellsAgainWhenSomethingElseIsWrongWithTheSameBoard) {
+  Start("id=4095,fault=write:3");
+  ASSERT_EQ(dialogs.errors.size(), 1U);
+  WriteCatalogue("KestrinLEDConfigurator#3\r\n");
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_TRUE(dialogs.lastDetail.contains("line 1")) << dialogs.lastDetail.toStdString();
+}
+
 TEST_F(Session, TriesTheCatalogueAgainWhenItHasChanged) {
   const std::string good = support::ReadBytes(program / "KestrinLEDS.ldcfg");
   std::filesystem::remove(program / "KestrinLEDS.ldcfg");
