@@ -12,10 +12,10 @@ Pictures::Pictures(QString folder) : m_folder(std::move(folder)) {}
 
 QPixmap Pictures::Load(const QString& file) const {
   if (const auto loaded = m_loaded.constFind(file); loaded != m_loaded.cend()) return *loaded;
-  const QImage picture = ReadBitmap(m_folder + '/' + file);
+  QImage picture = ReadBitmap(m_folder + '/' + file);
   // A picture that is missing may come yet. Also, Qt says on the console what it thinks of a null image.
   if (picture.isNull()) return {};
-  return *m_loaded.insert(file, QPixmap::fromImage(picture));
+  return *m_loaded.insert(file, QPixmap::fromImage(std::move(picture)));
 }
 
 QIcon Pictures::Icon(const QString& file) const {
@@ -42,7 +42,7 @@ QIcon Pictures::Tinted(const QString& file, const QColor& color) const {
   for (int y = 0; y < tinted.height(); ++y)
     for (QRgb& pixel : std::span(reinterpret_cast<QRgb*>(tinted.scanLine(y)), static_cast<std::size_t>(tinted.width())))
       pixel = shades[static_cast<std::size_t>(qAlpha(pixel))];
-  return QIcon(QPixmap::fromImage(tinted));
+  return QIcon(QPixmap::fromImage(std::move(tinted)));
 }
 
 QPixmap Pictures::Pixmap(const QString& file, const QSize& size, qreal devicePixelRatio) const {
