@@ -156,14 +156,15 @@ TEST(BladeView, IsPaintedInItsLight) {
   EXPECT_LT(middle().green(), green.green());
 }
 
+void ApplyScheme(bool dark) {
+  app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()),
+                    dark ? app::ColorScheme::Dark : app::ColorScheme::Light);
+}
+
 class ChannelColors : public testing::TestWithParam<bool> {
  protected:
-  void SetUp() override { Apply(GetParam()); }
-  void TearDown() override { Apply(false); }
-  static void Apply(bool dark) {
-    app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()),
-                      dark ? app::ColorScheme::Dark : app::ColorScheme::Light);
-  }
+  void SetUp() override { ApplyScheme(GetParam()); }
+  void TearDown() override { ApplyScheme(false); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Schemes, ChannelColors, testing::Bool(),
@@ -191,7 +192,7 @@ TEST_P(ChannelColors, AreReadableOnTheGroundOfTheirLabel) {
 TEST_P(ChannelColors, KeepTheirTextColourWhenTheSchemeChanges) {
   ChannelLabel label("LED 1");
   label.ShowColor(kAmber);
-  Apply(!GetParam());
+  ApplyScheme(!GetParam());
   EXPECT_EQ(label.palette().color(label.foregroundRole()), QColor(255, 128, 0));
 }
 
@@ -250,6 +251,126 @@ TEST_F(PanelPictures, StandStillWhileASoundBoardIsConnected) {
   Start();
   for (const char* const plot : {"FrameIdlePlot", "FrameFocPlot"})
     EXPECT_FALSE(Find<PulsePlot>(plot).findChild<QTimer*>()->isActive()) << plot;
+}
+
+/// In which scheme, and with how many channels.
+struct Look {
+  bool dark;
+  int channels;
+};
+
+std::vector<Look> AllLooks() {
+  std::vector<Look> looks;
+  for (const bool dark : {false, true})
+    for (int channels = 1; channels <= 4; ++channels) looks.push_back({dark, channels});
+  return looks;
+}
+
+/// A picture of the whole panel with the picker open. The pulse's high level, and what the picker shows, is the first
+/// channel alone, in full.
+class PanelLooks : public support::LedPanelFixture, public testing::WithParamInterface<Look> {
+ protected:
+  void SetUp() override {
+    constexpr int kCodes[] = {1, 2, 12, 40};
+    ApplyScheme(GetParam().dark);
+    StartLed(kCodes[GetParam().channels - 1]);
+    Click("btnPulseHigh");
+    FirstAlone();
+    Click("PickColorOK");
+    Click("btnPulseLow");
+    FirstAlone();
+    QApplication::processEvents();
+    m_picture = window->grab().toImage();
+  }
+  void TearDown() override { ApplyScheme(false); }
+
+  /// What the labels of the channels are written with.
+  [[nodiscard]] static const std::vector<QColor>& Inks() {
+    static const std::vector<QColor> kInks[] = {
+        {QColor(255, 255, 255)},
+        {QColor(128, 128, 255), QColor(255, 128, 0)},
+        {QColor(255, 0, 0), QColor(0, 192, 0), QColor(128, 128, 255)},
+        {QColor(255, 0, 0), QColor(0, 192, 0), QColor(128, 128, 255), QColor(255, 255, 255)}};
+    return kInks[GetParam().channels - 1];
+  }
+  [[nodiscard]] QWidget& Numbered(const char* name, int channel) const {
+    return Find<QWidget>((name + std::to_string(channel)).c_str());
+  }
+  /// The colour at a place of a control, given in the control's own coordinates.
+  [[nodiscard]] QColor At(const QWidget& control, const QPointF& place) const {
+    const QPointF inWindow = control.mapTo(window.get(), QPointF(0, 0)) + place;
+    return m_picture.pixelColor((inWindow * m_picture.devicePixelRatio()).toPoint());
+  }
+  /// Whether that colour stands anywhere in the control.
+  [[nodiscard]] bool Shows(const QWidget& control, const QColor& color) const {
+    for (int x = 0; x < control.width(); ++x)
+      for (int y = 0; y < control.height(); ++y)
+        if (At(control, QPointF(x, y)) == color) return true;
+    return false;
+  }
+  [[nodiscard]] static bool HasRoom(const QWidget& control, const QWidget& inside) {
+    const QRect place(control.mapTo(&inside, QPoint(0, 0)), control.size());
+    const QSize needed = control.minimumSizeHint();
+    return control.isVisible() && inside.rect().contains(place) && control.width() >= needed.width() &&
+           control.height() >= needed.height();
+  }
+
+ private:
+  void FirstAlone() const {
+    for (int channel = 1; channel <= 4; ++channel) SetSlider(channel, channel == 1 ? 255 : 0);
+  }
+
+  QImage m_picture;
+};
+
+INSTANTIATE_TEST_SUITE_P(Panel, PanelLooks, testing::ValuesIn(AllLooks()), [](const auto& look) {
+  return (look.param.dark ? "Dark" : "Light") + std::to_string(look.param.channels);
+});
+
+TEST_P(PanelLooks, HaveEverythingInSight) {
+  const auto& panel = Find<QWidget>("frmLED");
+  const auto& picker = Find<QWidget>("PickColor_frame");
+  EXPECT_TRUE(panel.rect().contains(picker.geometry())) << "the picker is cut off";
+  for (const char* const name : {"LEDcombo", "labelLED1", "labelLED4", "OverdriveSlider", "OverdriveLabel",
+                                 "btnUpdateLED", "btnPulseHigh", "btnPulseLow", "IdleTON", "IdleTFALL", "btnSendPulse",
+                                 "btnFocHigh", "FocTON", "focNREP", "btnSendFoc", "btnOpenLED", "btnSaveLED"})
+    EXPECT_TRUE(HasRoom(Find<QWidget>(name), panel)) << name;
+  for (const char* const name :
+       {"PickColorBlade", "PickColor", "ColorFidelity", "PickColorApply", "PickColorCancel", "PickColorOK"})
+    EXPECT_TRUE(HasRoom(Find<QWidget>(name), picker)) << name;
+  for (int channel = 1; channel <= 4; ++channel)
+    for (const char* const name : {"LabelLedSet", "SliderLedSet", "ValueLedSet"}) {
+      const QWidget& control = Numbered(name, channel);
+      EXPECT_EQ(control.isVisible(), channel <= GetParam().channels) << name << channel;
+      EXPECT_TRUE(!control.isVisible() || HasRoom(control, picker)) << name << channel;
+    }
+}
+
+TEST_P(PanelLooks, ShowLabelsBladeAndSwatchInTheirColours) {
+  const QColor ground = At(Find<QWidget>("frmLED"), QPointF(2, 2));
+  EXPECT_EQ(ground.lightness() < 128, GetParam().dark) << ground.name().toStdString();
+
+  for (std::size_t i = 0; i < 4; ++i) {
+    const int channel = static_cast<int>(i) + 1;
+    const bool used = i < Inks().size();
+    EXPECT_TRUE(Shows(Numbered("labelLED", channel), used ? Inks()[i] : QColor(Qt::black))) << channel;
+    EXPECT_TRUE(!used || Shows(Numbered("LabelLedSet", channel), Inks()[i])) << channel;
+  }
+
+  // Only the first channel shines. The core of a bright blade is nearly white; beside it the tube has the pure colour.
+  const QColor dies[] = {Qt::white, QColor(0, 0, 255), QColor(255, 0, 0), QColor(255, 0, 0)};
+  const QColor die = dies[Inks().size() - 1];
+  const auto& blade = Find<QWidget>("PickColorBlade");
+  EXPECT_EQ(At(blade, QPointF(blade.width() * 0.6, blade.height() / 2.0 - 4)), die);
+  EXPECT_EQ(At(blade, QPointF(8, 8)), QColor(BladeView::kGround)) << "light is shown on a dark ground";
+
+  // Swatch and caption stand in the middle of their button, side by side.
+  const auto& button = Find<QPushButton>("btnPulseHigh");
+  constexpr int kGap = 4;
+  const int swatch = button.iconSize().width();
+  const int caption = button.fontMetrics().size(Qt::TextShowMnemonic, button.text()).width();
+  const double left = (button.width() - swatch - kGap - caption) / 2.0;
+  EXPECT_EQ(At(button, QPointF(left + swatch / 2.0, button.height() / 2.0)), die);
 }
 
 TEST_F(PanelPictures, LevelButtonsCarryTheirColour) {
