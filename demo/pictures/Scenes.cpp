@@ -124,7 +124,7 @@ QPixmap TakeLedDriver(const Place& place, const std::string& board) {
   stage.Open(place.size);
   auto& types = stage.Find<QComboBox>("LEDcombo");
   types.setCurrentIndex(types.findText("Prism RGB", Qt::MatchStartsWith));
-  emit types.textActivated(types.currentText());
+  emit types.activated(types.currentIndex());
   stage.Find<QAbstractButton>("btnUpdateLED").click();
   PickLevel(stage, "btnPulseHigh", {20, 130, 255});
   PickLevel(stage, "btnPulseLow", {60, 10, 120});
