@@ -8,6 +8,7 @@
 
 #include "base/PathText.h"
 #include "base/Text.h"
+#include "update/HttpRequest.h"
 #include "update/PlainName.h"
 #include "update/UpdateUtils.h"
 
@@ -15,11 +16,22 @@ namespace kestrin::net {
 
 namespace fs = std::filesystem;
 using base::TextOf;
+using update::HttpRequest;
+using update::UpdateUtils;
 
 namespace {
 
 constexpr const char* kNotPlain =
     " is no name that every computer takes. Rename it: no special characters, no blank or dot at either end.";
+
+/// What lies in a client's fonts folder itself: a font has no place there under one of these names.
+constexpr const char* kNamesTaken[] = {UpdateUtils::kCompleteMarker, UpdateUtils::kDescriptor,
+                                       HttpRequest::kTemporaryName};
+
+bool IsTaken(const std::string& name) {
+  return std::any_of(std::begin(kNamesTaken), std::end(kNamesTaken),
+                     [&](const char* taken) { return base::EqualsIgnoringCase(name, taken); });
+}
 
 /// The entries of a folder whose kind is `type`; links are of no kind but their own, so nothing outside is reached.
 std::vector<fs::path> Entries(const fs::path& folder, fs::file_type type) {
@@ -60,7 +72,10 @@ std::string ProblemOfSound(const std::string& name, const std::vector<fs::path>&
       std::find_if(files.begin(), files.end(), [&](const auto& path) { return TextOf(path.filename()) == name; });
   if (file == files.end()) return name + " is not in the folder. Copy it there.";
   std::error_code error;
-  if (fs::file_size(*file, error) == 0 || error) return name + " is empty or cannot be read. Replace it.";
+  const std::uintmax_t size = fs::file_size(*file, error);
+  if (size == 0 || error) return name + " is empty or cannot be read. Replace it.";
+  if (size > static_cast<std::uintmax_t>(HttpRequest::kLongestFile))
+    return name + " is larger than 64 MiB, which no client takes. Make it shorter.";
   return "";
 }
 
@@ -68,6 +83,10 @@ FontCollection::Font ReadFont(const fs::path& folder) {
   FontCollection::Font font{TextOf(folder.filename()), {}, ""};
   if (!update::IsPlainName(font.name)) {
     font.problem = "this" + std::string(kNotPlain);
+    return font;
+  }
+  if (IsTaken(font.name)) {
+    font.problem = "clients keep a file of that name beside the fonts. Rename it.";
     return font;
   }
   const std::vector<fs::path> files = Entries(folder, fs::file_type::regular);
@@ -82,7 +101,7 @@ FontCollection::Font ReadFont(const fs::path& folder) {
     return font;
   }
   for (std::string& line : *lines) {
-    if (update::UpdateUtils::NamesSound(line)) {
+    if (UpdateUtils::NamesSound(line)) {
       // The saver's own folders mean nothing elsewhere, and are nobody's business.
       line = base::LastPathPiece(line);
       font.problem = ProblemOfSound(line, files);
@@ -114,7 +133,7 @@ std::optional<FontCollection::Font> FontCollection::Find(std::string_view name) 
 
 std::optional<fs::path> FontCollection::SoundFile(std::string_view font, std::string_view name) const {
   const std::optional<Font> found = Find(font);
-  if (!found || !update::UpdateUtils::NamesSound(name) ||
+  if (!found || !UpdateUtils::NamesSound(name) ||
       std::find(found->lines.begin(), found->lines.end(), name) == found->lines.end())
     return std::nullopt;
   return m_folder / base::PathOf(font) / base::PathOf(name);

@@ -145,6 +145,27 @@ TEST_F(FontAnswersTest, NamesThatNotEveryComputerTakesAreLeftOut) {
   EXPECT_THAT(ProblemOf("Alpha"), HasSubstr("Rename it"));
 }
 
+TEST_F(FontAnswersTest, ASoundThatClientsRefuseForItsSizeIsLeftOut) {
+  constexpr std::uintmax_t kMost = 67108864;
+  AddFont("Long");
+  fs::resize_file(m_fonts / "Long" / "blade on.lsu", kMost);
+  EXPECT_EQ(ProblemOf("Long"), "");
+  EXPECT_TRUE(Answers().Download("svc=dld&did=1&fid=Long&ffd=blade on.lsu").file);
+  fs::resize_file(m_fonts / "Long" / "blade on.lsu", kMost + 1);
+  EXPECT_EQ(ProblemOf("Long"), "blade on.lsu is larger than 64 MiB, which no client takes. Make it shorter.");
+  EXPECT_EQ(Answers().Download("svc=dld&did=1&fid=Long&ffd=blade on.lsu").status, 404);
+}
+
+TEST_F(FontAnswersTest, NamesOfTheStoresOwnFilesAreLeftOut) {
+  for (const char* name : {"fnt", "descriptor", "tmp", "FNT", "Descriptor"}) {
+    AddFont(name);
+    EXPECT_EQ(ProblemOf(name), "clients keep a file of that name beside the fonts. Rename it.") << name;
+    fs::remove_all(m_fonts / name);
+  }
+  AddFont("tmp2");
+  EXPECT_EQ(ProblemOf("tmp2"), "");
+}
+
 TEST_F(FontAnswersTest, LinksLeadNowhere) {
   AddFont("Alpha");
   WriteBytes(m_folder / "outside.lsu", "outside");
