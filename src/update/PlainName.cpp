@@ -36,13 +36,13 @@ bool IsDevice(std::string_view name) {
 
 bool IsControl(char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; }
 
-/// The control characters U+0080 to U+009F in UTF-8.
-bool HoldsLateControl(std::string_view name) {
+/// Where the first of the control characters U+0080 to U+009F stands, which are two bytes each in UTF-8.
+std::size_t FindLateControl(std::string_view name) {
   for (std::size_t at = name.find('\xC2'); at != name.npos; at = name.find('\xC2', at + 1)) {
     const auto next = at + 1 < name.size() ? static_cast<unsigned char>(name[at + 1]) : 0U;
-    if (next >= 0x80 && next <= 0x9F) return true;
+    if (next >= 0x80 && next <= 0x9F) return at;
   }
-  return false;
+  return name.npos;
 }
 
 bool IsBlankOrDot(char c) { return c == ' ' || c == '.'; }
@@ -53,7 +53,7 @@ bool IsPlainName(std::string_view name) {
   if (name.empty() || name.size() > kLongestName) return false;
   if (IsBlankOrDot(name.front()) || IsBlankOrDot(name.back())) return false;
   if (name.find_first_of("/\\:") != name.npos) return false;
-  return std::none_of(name.begin(), name.end(), IsControl) && !HoldsLateControl(name) && !IsDevice(name);
+  return std::none_of(name.begin(), name.end(), IsControl) && FindLateControl(name) == name.npos && !IsDevice(name);
 }
 
 std::string ShownName(std::string_view name) {
@@ -64,6 +64,8 @@ std::string ShownName(std::string_view name) {
     shown += "...";
   }
   std::replace_if(shown.begin(), shown.end(), IsControl, '?');
+  for (std::size_t at = FindLateControl(shown); at != shown.npos; at = FindLateControl(shown))
+    shown.replace(at, 2, "?");
   return shown;
 }
 

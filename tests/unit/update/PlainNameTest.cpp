@@ -53,6 +53,10 @@ TEST(PlainNameTest, OrdinaryNamesArePlain) {
 TEST(PlainNameTest, ANameIsShownInOneHarmlessLine) {
   EXPECT_EQ(ShownName("../x"), "../x");
   EXPECT_EQ(ShownName("a\r\nb\x1B[2J\x7F"), "a??b?[2J?");
+  // U+009B begins a terminal's commands like ESC [ does; U+0080 and U+009F are the ends of its kind, U+00A0 is none.
+  EXPECT_EQ(ShownName("a\xC2\x9B"
+                      "2Jb\xC2\x80\xC2\x9F\xC2\xA0\xC3\x80"),
+            "a?2Jb??\xC2\xA0\xC3\x80");
   EXPECT_EQ(ShownName(std::string(60, 'y')), std::string(60, 'y'));
   EXPECT_EQ(ShownName(std::string(61, 'y')), std::string(60, 'y') + "...");
   // 59 letters and one character of three bytes, of which the limit would leave one.
