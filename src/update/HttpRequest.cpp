@@ -1,6 +1,5 @@
 #include "update/HttpRequest.h"
 
-#include <cerrno>
 #include <charconv>
 #include <optional>
 #include <system_error>
@@ -8,6 +7,7 @@
 
 #include "base/Numbers.h"
 #include "base/PathText.h"
+#include "update/NewFile.h"
 #include "update/TransferControl.h"
 
 namespace kestrin::update {
@@ -39,9 +39,10 @@ std::string CouldNotWrite(const fs::path& path, const std::string& reason) {
   return "\"" + base::TextOf(path) + "\" could not be written: " + reason;
 }
 
-std::string LastReason() {
-  const int reason = errno;
-  return reason != 0 ? std::generic_category().message(reason) : "the disk refused it";
+/// The folder behind all links, "" when there is none.
+fs::path Behind(const fs::path& folder) {
+  std::error_code ignored;
+  return fs::canonical(folder, ignored);
 }
 
 }  // namespace
@@ -74,6 +75,11 @@ void HttpRequest::Fail(Status status) {
   m_inetConnector->Cancel();
 }
 
+void HttpRequest::FailToWrite(const std::string& problem) {
+  m_problem = problem;
+  Fail(kRaised);
+}
+
 std::string HttpRequest::requestText(const std::string& body) {
   std::string text;
   try {
@@ -88,7 +94,8 @@ std::string HttpRequest::requestText(const std::string& body) {
 
 std::string HttpRequest::requestData(const std::string& body, const fs::path& folder, const std::string& fileName) {
   try {
-    if (Start(m_url + kDataPath, body)) ReadData(folder, fileName);
+    const fs::path place = Behind(folder);
+    if (Start(m_url + kDataPath, body)) ReadData(folder, place, fileName);
   } catch (const std::exception& error) {
     m_status = kRaised;
     if (m_problem.empty()) m_problem = error.what();
@@ -117,8 +124,12 @@ bool HttpRequest::Start(const std::string& url, const std::string& body) {
       return false;
     }
   }
-  // The answer is here: that the server has closed the connection by now says nothing about the body.
   const int status = m_inetConnector->HttpStatus();
+  if (status == 0 && m_status == kDisconnected) {
+    Fail(kDisconnected);
+    return false;
+  }
+  // The answer is here: that the server has closed the connection by now says nothing about the body.
   if (m_status == kFailed || status < kFirstGoodStatus || status > kLastGoodStatus) {
     Fail(kFailed);
     return false;
@@ -148,43 +159,43 @@ std::string HttpRequest::ReadText() {
   return text;
 }
 
-void HttpRequest::ReadData(const fs::path& folder, const std::string& fileName) {
+void HttpRequest::ReadData(const fs::path& folder, const fs::path& place, const std::string& fileName) {
   const std::int64_t length = LengthIn(m_inetConnector->GetHeader(kLengthHeader)).value_or(0);
   if (length <= 0) return Fail(kDisconnected);
   if (length > kLongestFile) return Fail(kFailed);
 
+  // While the server is waited for, anybody may put a link where the folder or the file was.
+  const auto hasMoved = [&] { return Behind(folder) != place; };
+  const std::string moved = "\"" + base::TextOf(folder) + "\" has become another folder meanwhile";
   const fs::path temporary = folder / kTemporaryName;
-  errno = 0;
-  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  bool written = file.is_open() && ReadInto(file, length);
-  if (written) {
-    file.close();
-    written = !file.fail();
-  }
-  if (!written) {
-    m_problem = CouldNotWrite(temporary, LastReason());
-    return Fail(kRaised);
-  }
   std::error_code error;
+  if (hasMoved()) return FailToWrite(moved);
+  fs::remove(temporary, error);
+  NewFile file(temporary);
+  if (!file.IsOpen() || !ReadInto(file, length) || !file.Close())
+    return FailToWrite(CouldNotWrite(temporary, file.Reason()));
+  const bool stays = !hasMoved();
   if (m_status != kFine) {
-    fs::remove(temporary, error);
+    if (stays) fs::remove(temporary, error);
     return;
   }
+  if (!stays) return FailToWrite(moved);
   const fs::path target = folder / base::PathOf(fileName);
   fs::rename(temporary, target, error);
   if (!error) return;
-  m_problem = CouldNotWrite(target, fs::is_directory(target) ? "a folder of that name is in the way" : error.message());
-  Fail(kRaised);
+  const std::string reason = error.message();
+  const bool inTheWay = fs::is_directory(target, error);
+  FailToWrite(CouldNotWrite(target, inTheWay ? "a folder of that name is in the way" : reason));
 }
 
 /// False when the file could not be written; everything else that goes wrong is left in the status.
-bool HttpRequest::ReadInto(std::ofstream& file, std::int64_t length) {
+bool HttpRequest::ReadInto(NewFile& file, std::int64_t length) {
   std::int64_t count = 0;
   std::string gathered;
   const auto write = [&] {
-    file.write(gathered.data(), static_cast<std::streamsize>(gathered.size()));
+    const bool taken = file.Write(gathered);
     gathered.clear();
-    return file.good();
+    return taken;
   };
   while (true) {
     const std::string chunk = m_inetConnector->NextChunk(kChunk);

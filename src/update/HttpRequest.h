@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 
@@ -11,6 +10,7 @@
 
 namespace kestrin::update {
 
+class NewFile;
 class TransferControl;
 
 /// A small HTTP client: form-encoded POST requests to the update server, whose answer comes as text or as a file. While
@@ -51,7 +51,8 @@ class HttpRequest {
   /// Posts `body` to the server's root address. Returns the whole answer; what came so far when the request failed.
   std::string requestText(const std::string& body);
   /// Posts `body` and saves the answer as the file `fileName` in `folder`, which must exist. Until it is whole it is
-  /// called "tmp" there. Returns "" always.
+  /// called "tmp" there. Nothing is written through a link, nor into a folder that was exchanged meanwhile. Returns ""
+  /// always.
   std::string requestData(const std::string& body, const std::filesystem::path& folder, const std::string& fileName);
 
   /// How the last request ended: 0 fine, see Status for all others.
@@ -64,8 +65,10 @@ class HttpRequest {
  private:
   [[nodiscard]] bool Start(const std::string& url, const std::string& body);
   [[nodiscard]] std::string ReadText();
-  void ReadData(const std::filesystem::path& folder, const std::string& fileName);
-  [[nodiscard]] bool ReadInto(std::ofstream& file, std::int64_t length);
+  /// `place` is where the folder lay when the request began, all links followed.
+  void ReadData(const std::filesystem::path& folder, const std::filesystem::path& place, const std::string& fileName);
+  [[nodiscard]] bool ReadInto(NewFile& file, std::int64_t length);
+  void FailToWrite(const std::string& problem);
   void Fail(Status status);
   void Notice(int state);
 

@@ -38,6 +38,12 @@ std::span<const std::string> Payload(const std::vector<std::string>& lines) {
   return std::span(lines).subspan(std::min(kFirstItem, lines.size()));
 }
 
+/// The items of a catalogue. A single one without a line break behind it counts as none.
+std::span<const std::string> Items(const std::vector<std::string>& lines) {
+  const std::span<const std::string> items = Payload(lines);
+  return items.size() > 1 ? items : std::span<const std::string>{};
+}
+
 }  // namespace
 
 UpdateManager::UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::EventPump pump)
@@ -85,7 +91,7 @@ bool UpdateManager::checkForUpdates() {
   Lines lines;
   if (!Ask("svc=gct&did=" + m_deviceSerial, kCatalogueFailed, lines)) return false;
   m_formReference->progressA(kCatalogueHere);
-  if (!Turn() || !validateHeader(lines) || !ValidateNames(Payload(lines), "font")) return false;
+  if (!Turn() || !validateHeader(lines) || !ValidateNames(Items(lines), "font")) return false;
   if (validateCatalogueItems(lines)) return true;
   End(Outcome::Nothing, kNothingMissing);
   return false;
@@ -110,16 +116,13 @@ bool UpdateManager::validateCatalogueItems(const Lines& lines) {
   m_formReference->showElement("Checking item: ");
   if (!Turn()) return false;
   std::vector<std::string> needed;
-  const std::size_t last = lines.size() - 1;
-  // A single item without a line break behind it counts as an empty catalogue.
-  if (last > kFirstItem) {
-    for (std::size_t number = kFirstItem; number <= last; ++number) {
-      const std::string& item = lines[number];
-      m_formReference->showElement("Checking item: " + item);
-      m_formReference->progressB(Share(number - kFirstItem, last - kFirstItem, kAll));
-      if (!Turn()) return false;
-      if (!m_utils.FontExistsAndCompleted(item)) needed.push_back(item);
-    }
+  const std::span<const std::string> items = Items(lines);
+  for (std::size_t number = 0; number < items.size(); ++number) {
+    const std::string& item = items[number];
+    m_formReference->showElement("Checking item: " + item);
+    m_formReference->progressB(Share(number, items.size() - 1, kAll));
+    if (!Turn()) return false;
+    if (!m_utils.FontExistsAndCompleted(item)) needed.push_back(item);
   }
   m_formReference->progressA(kItemsKnown);
   if (!Turn()) return false;
@@ -197,7 +200,8 @@ bool UpdateManager::Succeeded(const std::string& problem) {
 
 bool UpdateManager::Ask(const std::string& body, const char* warning, Lines& lines) {
   const std::string answer = m_requestManager.requestText(body);
-  if (m_requestManager.requestStatus() != HttpRequest::kFine) {
+  // Far more lines than any font or catalogue has: millions of empty ones would take minutes and all memory.
+  if (m_requestManager.requestStatus() != HttpRequest::kFine || UpdateUtils::CountLines(answer) > kMostLines) {
     End(Outcome::Failed, warning);
     return false;
   }

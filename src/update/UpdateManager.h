@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <span>
@@ -33,6 +34,9 @@ class UpdateManager {
     /// The person cancelled it; no message was shown.
     Cancelled,
   };
+
+  /// The most lines of a text answer that is taken.
+  static constexpr std::size_t kMostLines = 10000;
 
   /// `server` is HOST or HOST:PORT. Makes `fontsFolder` when it does not exist.
   UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::EventPump pump = {});

@@ -8,6 +8,7 @@
 #include "base/Text.h"
 #include "base/WholeFile.h"
 #include "update/HttpRequest.h"
+#include "update/NewFile.h"
 
 namespace kestrin::update {
 
@@ -24,7 +25,7 @@ std::string Quoted(const fs::path& path) { return "\"" + base::TextOf(path) + "\
 std::string MakeFolder(const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);
-  if (fs::is_directory(folder)) return "";
+  if (fs::is_directory(folder, error)) return "";
   const bool inTheWay = fs::exists(fs::symlink_status(folder, error));
   if (inTheWay) return "The folder " + Quoted(folder) + " could not be made: a file of that name is in the way";
   fs::create_directories(folder, error);
@@ -39,8 +40,16 @@ std::string Remove(const fs::path& path) {
 
 bool TakesFonts(const fs::path& place) {
   const fs::path folder = place / UpdateUtils::kFolderName;
-  const fs::path probe = folder / "probe";
-  return MakeFolder(folder).empty() && base::WriteWholeFile(probe, "").empty() && Remove(probe).empty();
+  if (!MakeFolder(folder).empty()) return false;
+  // No font can have such a name. What is there already is the person's, or another program's own trial.
+  const std::string name = ".trial";
+  fs::path trial = folder / name;
+  for (int number = 2;; ++number) {
+    NewFile file(trial);
+    if (file.IsOpen()) return file.Close() && Remove(trial).empty();
+    if (!file.WasThere()) return false;
+    trial = folder / (name + std::to_string(number));
+  }
 }
 
 bool IsFile(const fs::path& path) {
@@ -96,6 +105,13 @@ std::vector<std::string> UpdateUtils::SliceText(std::string_view text) {
   return {pieces.begin(), pieces.end()};
 }
 
+std::size_t UpdateUtils::CountLines(std::string_view text) {
+  if (text.empty()) return 0;
+  std::size_t lines = 1;
+  for (std::size_t at = text.find(kLineEnd); at != text.npos; at = text.find(kLineEnd, at + kLineEnd.size())) ++lines;
+  return lines;
+}
+
 Association UpdateUtils::ExtractPair(std::string_view line) {
   const std::size_t colon = line.find(':');
   if (colon == line.npos || colon == 0) return {};
@@ -118,16 +134,13 @@ bool UpdateUtils::FontExistsAndCompleted(const std::string& item) const {
 }
 
 std::string UpdateUtils::CreateFont(const std::string& item) const {
-  const fs::path folder = FolderOf(item);
-  std::error_code ignored;
-  // Where the fonts folder itself lies is the person's own choice.
-  if (!item.empty() && fs::is_symlink(folder, ignored))
-    return Quoted(folder) + " is a link to another place, into which nothing is written";
-  return MakeFolder(folder);
+  std::string problem = ProblemOfLink(item);
+  return problem.empty() ? MakeFolder(FolderOf(item)) : problem;
 }
 
 std::string UpdateUtils::CompleteFont(const std::string& item) const {
-  return WriteFile(FolderOf(item) / kCompleteMarker, "");
+  std::string problem = ProblemOfLink(item);
+  return problem.empty() ? WriteFile(FolderOf(item) / kCompleteMarker, "") : problem;
 }
 
 std::string UpdateUtils::WriteDescriptor(const std::string& item, std::span<const std::string> lines) const {
@@ -140,7 +153,8 @@ std::string UpdateUtils::WriteDescriptor(const std::string& item, std::span<cons
     if (NamesSound(line)) configuration += folder;
     configuration.append(line).append(kLineEnd);
   }
-  std::string problem = WriteFile(FolderOf(item) / kDescriptor, descriptor);
+  std::string problem = ProblemOfLink(item);
+  if (problem.empty()) problem = WriteFile(FolderOf(item) / kDescriptor, descriptor);
   return problem.empty() ? WriteFile(ConfigurationOf(item), configuration) : problem;
 }
 
@@ -149,8 +163,17 @@ bool UpdateUtils::FontItemExists(const std::string& item, const std::string& fil
 }
 
 std::string UpdateUtils::RemoveTemporary(const std::string& item) const {
+  std::string problem = ProblemOfLink(item);
   // Of a link the link itself goes, not the file that it leads to.
-  return Remove(FolderOf(item) / HttpRequest::kTemporaryName);
+  return problem.empty() ? Remove(FolderOf(item) / HttpRequest::kTemporaryName) : problem;
+}
+
+std::string UpdateUtils::ProblemOfLink(const std::string& item) const {
+  const fs::path folder = FolderOf(item);
+  std::error_code ignored;
+  // Where the fonts folder itself lies is the person's own choice.
+  if (item.empty() || !fs::is_symlink(folder, ignored)) return "";
+  return Quoted(folder) + " is a link to another place, into which nothing is written";
 }
 
 std::string UpdateUtils::WriteFile(const fs::path& path, const std::string& content) {

@@ -56,6 +56,8 @@ class UpdateUtils {
   /// The lines of an answer, split at every CR LF. An empty text has none; a CR LF at the end leaves an empty last
   /// line.
   [[nodiscard]] static std::vector<std::string> SliceText(std::string_view text);
+  /// How many lines SliceText() gives.
+  [[nodiscard]] static std::size_t CountLines(std::string_view text);
   /// Name and value of a line, split at its first ":". Both are empty without one, or when the line starts with it.
   [[nodiscard]] static Association ExtractPair(std::string_view line);
   /// Whether the line names a sound file: it contains ".lsu", in any letter case.
@@ -75,6 +77,8 @@ class UpdateUtils {
   [[nodiscard]] std::string RemoveTemporary(const std::string& item) const;
 
  private:
+  /// Whether the item's folder is a link, asked before every step: it may have become one since the last.
+  [[nodiscard]] std::string ProblemOfLink(const std::string& item) const;
   [[nodiscard]] static std::string WriteFile(const std::filesystem::path& path, const std::string& content);
 
   std::filesystem::path m_fontsFolder;

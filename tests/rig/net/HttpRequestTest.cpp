@@ -91,7 +91,7 @@ TEST_F(HttpRequestRig, AnErrorPageIsNoFile) {
 }
 
 TEST_F(HttpRequestRig, AServerThatClosesInsteadOfAnsweringIsAskedOnce) {
-  EXPECT_NE(Download("", true), 0);
+  EXPECT_EQ(Download("", true), 1);
   EXPECT_THAT(Files(), IsEmpty());
   EXPECT_EQ(m_requests.size(), 1U);
 }

@@ -9,6 +9,7 @@
 
 #include "support/ScriptedTransfer.h"
 #include "support/TestFiles.h"
+#include "unit/update/SmallDisk.h"
 
 namespace kestrin::update {
 namespace {
@@ -140,6 +141,10 @@ TEST_F(HttpRequestTest, ADownloadThatFailsLeavesNothingBehind) {
   redirect.status = 302;
   ScriptedTransfer::Answer noHead = notFound;
   noHead.status = 0;
+  ScriptedTransfer::Answer closedBeforeTheHead = noHead;
+  closedBeforeTheHead.noticeWithAnswer = ScriptedTransfer::kDisconnected;
+  ScriptedTransfer::Answer closedBehindAnErrorPage = notFound;
+  closedBehindAnErrorPage.noticeWithAnswer = ScriptedTransfer::kDisconnected;
   ScriptedTransfer::Answer refused;
   refused.refused = true;
   ScriptedTransfer::Answer broken;
@@ -164,6 +169,8 @@ TEST_F(HttpRequestTest, ADownloadThatFailsLeavesNothingBehind) {
       {"not found", notFound, 2},
       {"redirected", redirect, 2},
       {"no answer at all", noHead, 2},
+      {"closed instead of answered", closedBeforeTheHead, 1},
+      {"not found and closed", closedBehindAnErrorPage, 2},
       {"could not be started", refused, 3},
       {"the control raises an error", broken, 3},
   };
@@ -312,12 +319,65 @@ TEST_F(HttpRequestTest, AFolderInTheWayOfTheFileIsToldOf) {
   EXPECT_EQ(request.problem(), "") << "that was not the disk's fault";
 }
 
+TEST_F(HttpRequestTest, ALinkThatComesDuringTheRequestIsNotFollowed) {
+  const fs::path victim = folder / "victim";
+  support::WriteBytes(victim, "mine");
+  for (const fs::path& target : {victim, folder / "nowhere", folder / "tmp"}) {
+    turns = 0;
+    // The second turn is the one in which the answer is waited for.
+    atTurn = [&] {
+      if (turns == 2) fs::create_symlink(target, folder / "tmp");
+    };
+    Download(ScriptedTransfer::Whole(Body(20000)));
+    EXPECT_EQ(request.requestStatus(), 0) << target;
+    EXPECT_EQ(support::ReadBytes(victim), "mine") << target;
+    EXPECT_FALSE(fs::is_symlink(folder / "a.lsu")) << target;
+    EXPECT_EQ(support::ReadBytes(folder / "a.lsu"), Body(20000)) << target;
+    EXPECT_EQ(FilesIn().size(), 2U) << target;
+    fs::remove(folder / "a.lsu");
+  }
+}
+
+TEST_F(HttpRequestTest, AFolderThatBecomesALinkDuringTheRequestGetsNothing) {
+  const fs::path elsewhere = folder / "elsewhere";
+  const fs::path own = folder / "own";
+  fs::create_directories(elsewhere);
+  support::WriteBytes(elsewhere / "tmp", "mine");
+  // While the answer is waited for, behind its first chunk, and behind its last.
+  for (const int turn : {2, 3, 5}) {
+    fs::create_directories(own);
+    turns = 0;
+    atTurn = [&] {
+      if (turns != turn) return;
+      fs::rename(own, folder / "moved");
+      fs::create_directory_symlink(elsewhere, own);
+    };
+    transfer.answers.push_back(ScriptedTransfer::Whole(Body(20000)));
+    EXPECT_EQ(request.requestData("q", own, "a.lsu"), "");
+    EXPECT_GE(turns, turn);
+    EXPECT_EQ(request.requestStatus(), 3) << turn;
+    EXPECT_THAT(request.problem(), HasSubstr("own\" has become another folder meanwhile")) << turn;
+    EXPECT_EQ(support::ReadBytes(elsewhere / "tmp"), "mine") << turn;
+    EXPECT_EQ(std::distance(fs::directory_iterator(elsewhere), fs::directory_iterator()), 1) << turn;
+    fs::remove(own);
+    fs::remove_all(folder / "moved");
+  }
+}
+
+TEST_F(HttpRequestTest, AFileOfExactly64MiBIsTaken) {
+  Download(ScriptedTransfer::Whole(std::string(std::size_t{64} * 1024 * 1024, 'x')));
+  EXPECT_EQ(request.requestStatus(), 0);
+  EXPECT_EQ(fs::file_size(folder / "a.lsu"), 67108864U);
+}
+
 #ifdef __linux__
 TEST_F(HttpRequestTest, AFullDiskIsToldOf) {
-  fs::create_symlink("/dev/full", folder / "tmp");
-  Download(ScriptedTransfer::Whole(Body(20000)));
+  {
+    const support::SmallDisk disk(10000);
+    Download(ScriptedTransfer::Whole(Body(20000)));
+  }
   EXPECT_EQ(request.requestStatus(), 3);
-  EXPECT_THAT(request.problem(), HasSubstr("tmp\" could not be written: No space left on device"));
+  EXPECT_THAT(request.problem(), HasSubstr("tmp\" could not be written: File too large"));
   EXPECT_FALSE(fs::exists(folder / "a.lsu"));
 }
 #endif

@@ -3,14 +3,9 @@
 #include <vector>
 
 #include "unit/update/HostileNames.h"
+#include "unit/update/SmallDisk.h"
 #include "unit/update/UpdateFixture.h"
 #include "update/PlainName.h"
-
-#ifdef __linux__
-#include <sys/resource.h>
-
-#include <csignal>
-#endif
 
 namespace kestrin::update {
 namespace {
@@ -190,32 +185,57 @@ TEST_F(UpdateFailuresTest, NothingLeavesTheFontsOwnFolderThroughLinks) {
   EXPECT_FALSE(fs::is_symlink(fonts / "B" / "b.lsu"));
 }
 
+TEST_F(UpdateFailuresTest, AFontsFolderThatBecomesALinkMeanwhileGetsNothing) {
+  const fs::path elsewhere = folder / "elsewhere";
+  fs::create_directories(elsewhere);
+  // Before the request for its first file, before that for its second one, and before the mark behind the last.
+  for (const char* const last : {"descriptor", "a.lsu", "b.lsu"}) {
+    bool once = true;
+    atTurn = [&] {
+      if (!fs::exists(fonts / "A" / last) || !std::exchange(once, false)) return;
+      fs::rename(fonts / "A", folder / "moved");
+      fs::create_directory_symlink(elsewhere, fonts / "A");
+    };
+    UpdateInPart({Text("\r\nA\r\nB"), Text("\r\na.lsu\r\nb.lsu"), File("1"), File("2")});
+    EXPECT_FALSE(once) << last;
+    EXPECT_THAT(view.warning, AllOf(StartsWith("Update failed! \""), HasSubstr("A\" "), HasSubstr(kDiskAdvice)));
+    EXPECT_EQ(manager.outcome(), Outcome::Failed) << last;
+    EXPECT_TRUE(fs::is_empty(elsewhere)) << last;
+    fs::remove(fonts / "A");
+    fs::remove_all(folder / "moved");
+  }
+}
+
+TEST_F(UpdateFailuresTest, AnAnswerOfMoreLinesThanAnyFontHasIsRefused) {
+  const auto lines = [](int count) {
+    std::string text = "status:OK\r\nclientv:1";
+    for (int line = 2; line < count; ++line) text += "\r\nx";
+    return ScriptedTransfer::Whole(text);
+  };
+  Update({lines(10001)});
+  EXPECT_EQ(view.warning, "Failed! Connection error 0002.  Please try again later.");
+  EXPECT_EQ(transfer.requests.size(), 1U);
+  Update({Text("\r\nA\r\nB"), lines(10001)});
+  EXPECT_EQ(view.warning, "Failed! Connection error 0003.  Please try again later.");
+  EXPECT_THAT(Store(), IsEmpty());
+  Update({Text("\r\nA\r\nB"), lines(10000), Text("")});
+  EXPECT_EQ(view.warning, "");
+  EXPECT_EQ(ReadBytes(fonts / "A" / "descriptor").size(), 9998U * 3);
+}
+
+TEST_F(UpdateFailuresTest, AnEndlessCatalogueOfNothingIsRefusedAtOnce) {
+  std::string empty = "status:OK\r\nclientv:1";
+  while (empty.size() < HttpRequest::kLongestText - 1) empty += "\r\n";
+  Update({ScriptedTransfer::Whole(empty)});
+  EXPECT_EQ(view.warning, "Failed! Connection error 0002.  Please try again later.");
+  EXPECT_EQ(transfer.requests.size(), 1U);
+}
+
 #ifdef __linux__
-/// While it lives, no file may grow beyond that many bytes.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t bytes) {
-    m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &m_old);
-    const rlimit small{bytes, m_old.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallDisk() {
-    setrlimit(RLIMIT_FSIZE, &m_old);
-    (void)std::signal(SIGXFSZ, m_oldHandler);
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
-
- private:
-  rlimit m_old{};
-  void (*m_oldHandler)(int) = nullptr;
-};
-
 TEST_F(UpdateFailuresTest, ADiskThatTakesNoMoreIsToldOf) {
   const std::string sound(20000, 's');
   {
-    const SmallDisk disk(10000);
+    const support::SmallDisk disk(10000);
     Update({Text("\r\nA\r\nB"), Text("\r\na.lsu"), File(sound)});
   }
   EXPECT_THAT(view.warning, AllOf(HasSubstr("tmp\" could not be written: File too large"), HasSubstr(kDiskAdvice)));
@@ -227,7 +247,7 @@ TEST_F(UpdateFailuresTest, ADiskThatTakesNoMoreIsToldOf) {
   EXPECT_EQ(Store().count("A/tmp"), 0U);
 
   {
-    const SmallDisk disk(100);
+    const support::SmallDisk disk(100);
     Update({Text("\r\nB\r\nC"), Text("\r\n" + std::string(200, 'x'))});
   }
   EXPECT_THAT(view.warning, AllOf(HasSubstr("descriptor\" could not be written: File too large")));

@@ -113,7 +113,7 @@ TEST_F(UpdateManagerTest, PercentagesAreSharesWithTiesToTheEvenNumber) {
 }
 
 TEST_F(UpdateManagerTest, ACatalogueOfOneItemWithoutALineBreakIsEmpty) {
-  for (const char* const payload : {"\r\nA", "\r\n", ""}) {
+  for (const char* const payload : {"\r\nA", "\r\n../x", "\r\n", ""}) {
     Update({Text(payload)});
     EXPECT_EQ(view.message, kNothing) << payload;
     EXPECT_EQ(manager.outcome(), Outcome::Nothing);

@@ -41,6 +41,8 @@ TEST(UpdateTextTest, SlicesAtEveryPairOfCarriageReturnAndLineFeed) {
   EXPECT_THAT(UpdateUtils::SliceText("\r\n"), ElementsAre("", ""));
   EXPECT_THAT(UpdateUtils::SliceText("a\r\nb\r\n"), ElementsAre("a", "b", ""));
   EXPECT_THAT(UpdateUtils::SliceText("a\nb\rc\r\r\nd\n\r"), ElementsAre("a\nb\rc\r", "d\n\r"));
+  for (const char* const text : {"", "a", "\r\n", "a\r\nb\r\n", "a\nb\rc\r\r\nd\n\r", "\r\n\r\n\r\n"})
+    EXPECT_EQ(UpdateUtils::CountLines(text), UpdateUtils::SliceText(text).size()) << text;
 }
 
 TEST(UpdateTextTest, APairIsSplitAtItsFirstColon) {
@@ -195,6 +197,20 @@ TEST_F(UpdateUtilsTest, LiesInTheFirstFolderThatCanBeWritten) {
   EXPECT_EQ(UpdateUtils::PlaceIn(both), program / "fonts");
   EXPECT_TRUE(fs::is_empty(program / "fonts")) << "what was tried is gone";
   EXPECT_FALSE(fs::exists(data));
+  // What the person keeps there is no business of the trial, whatever its name.
+  fs::create_directories(program / "fonts" / "probe");
+  WriteBytes(program / "fonts" / "probe" / "fnt", "");
+  WriteBytes(program / "fonts" / ".trial", "mine");
+  EXPECT_EQ(UpdateUtils::PlaceIn(both), program / "fonts");
+  EXPECT_TRUE(fs::exists(program / "fonts" / "probe" / "fnt"));
+  fs::remove_all(program / "fonts" / "probe");
+  WriteBytes(program / "fonts" / "probe", "mine");
+  EXPECT_EQ(UpdateUtils::PlaceIn(both), program / "fonts");
+  EXPECT_EQ(ReadBytes(program / "fonts" / "probe"), "mine");
+  EXPECT_EQ(ReadBytes(program / "fonts" / ".trial"), "mine");
+  EXPECT_EQ(std::distance(fs::directory_iterator(program / "fonts"), fs::directory_iterator()), 2);
+  fs::remove_all(program / "fonts");
+  fs::create_directories(program / "fonts");
   // A program folder that takes no folder: its "fonts" is a file.
   fs::remove(program / "fonts");
   WriteBytes(program / "fonts", "");
@@ -204,6 +220,18 @@ TEST_F(UpdateUtilsTest, LiesInTheFirstFolderThatCanBeWritten) {
   WriteBytes(data / "fonts", "");
   EXPECT_EQ(UpdateUtils::PlaceIn(both), data / "fonts");
   EXPECT_THAT(UpdateUtils(data / "fonts").CreateFont(""), HasSubstr("fonts\" could not be made: a file of that name"));
+}
+
+TEST_F(UpdateUtilsTest, AFolderThatCannotEvenBeLookedAtIsPassedOver) {
+  fs::create_directories(folder / "program");
+  fs::create_symlink("fonts", folder / "program" / "fonts");
+  fs::create_symlink("loop", folder / "loop");
+  const fs::path data = folder / "data";
+  for (const fs::path& program : {folder / "program", folder / "loop" / "program"}) {
+    const fs::path both[] = {program, data};
+    EXPECT_EQ(UpdateUtils::PlaceIn(both), data / "fonts") << program;
+    EXPECT_THAT(UpdateUtils(program / "fonts").CreateFont("A"), HasSubstr("A\" could not be made: ")) << program;
+  }
 }
 
 }  // namespace
