@@ -5,7 +5,9 @@
 namespace kestrin::cli {
 
 void Output::Print(const Report& report) {
-  if (m_json) {
+  if (m_json && report.document.is_null() && report.message.empty()) {
+    // The command has said everything while it ran.
+  } else if (m_json) {
     const Document document = report.document.is_null() ? Document{{"error", report.message}} : report.document;
     // Paths are bytes on many systems; what is no UTF-8 in them must not cost the whole document.
     m_out << document.dump(2, ' ', false, Document::error_handler_t::replace) << '\n';

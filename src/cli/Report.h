@@ -13,7 +13,7 @@ using Document = nlohmann::ordered_json;
 /// What a command has to say at its end.
 struct Report {
   ExitCode code = ExitCode::Done;
-  /// For `--json`; null when the command has none but its message.
+  /// For `--json`; null when the command has none but its message, or, without a message, none at all.
   Document document = nullptr;
   /// For people: aligned text, whole lines.
   std::string text;

@@ -1,8 +1,16 @@
 #include <gmock/gmock.h>
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <csignal>
+#include <future>
+#include <thread>
 
 #include "KestrinctlTest.h"
 #include "SoundSet.h"
@@ -236,6 +244,49 @@ TEST_F(FontsTest, AServerSaysWhatItOffersAndWhatItLeavesOut) {
   const Finished stopped = Stop(server);
   EXPECT_EQ(stopped.out, server.address + "\nOn offer: Only\n");
   EXPECT_THAT(stopped.errors, HasSubstr("kestrinctl: left out: Empty: "));
+}
+
+/// Connects to the port again and again, counting, until nobody listens there any more; false when somebody still does
+/// after five seconds.
+bool ConnectUntilRefused(const std::string& port, std::atomic<int>& connections) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(port)));
+  const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  while (std::chrono::steady_clock::now() < until) {
+    const int client = socket(AF_INET, SOCK_STREAM, 0);
+    const bool connected = connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    if (connected) {
+      // The server ends a connection over which nothing is asked.
+      shutdown(client, SHUT_WR);
+      char nothing = 0;
+      (void)recv(client, &nothing, 1, 0);
+      ++connections;
+    }
+    close(client);
+    if (!connected) return true;
+  }
+  return false;
+}
+
+TEST_F(FontsTest, CtrlCEndsAServerThatHasNoPause) {
+  const Server server = Serve();
+  const std::string port = server.address.substr(server.address.find(':') + 1);
+  std::atomic<int> connections{0};
+  auto refused = std::async(std::launch::async, [&] { return ConnectUntilRefused(port, connections); });
+  while (connections < 20) std::this_thread::yield();
+  EXPECT_EQ(Stop(server).code, 130);
+  EXPECT_TRUE(refused.get());
+}
+
+TEST_F(FontsTest, WithJsonAServerPrintsItsAddressAndNothingElse) {
+  OfferFont("Only");
+  const Server server = Serve({"--json"});
+  const Finished stopped = Stop(server);
+  EXPECT_EQ(stopped.code, 130);
+  EXPECT_EQ(stopped.out, server.address + "\n");
+  EXPECT_EQ(stopped.errors, "");
 }
 
 TEST_F(FontsTest, AServerThatCannotStartSaysWhy) {

@@ -22,18 +22,23 @@ constexpr std::size_t kPiece = 65536;
 /// How often it is asked whether to go on.
 constexpr std::chrono::milliseconds kIdle{50};
 
-/// The server's threads, and its question whether to go on while it waits for somebody.
+/// The server's threads, and its question whether to go on: while it waits for somebody, and with everybody who comes,
+/// for on a busy day it never waits.
 class Clients final : public httplib::TaskQueue {
  public:
-  explicit Clients(std::function<void()> onIdle) : m_pool(kClients), m_onIdle(std::move(onIdle)) {}
+  explicit Clients(std::function<void()> goOn) : m_pool(kClients), m_goOn(std::move(goOn)) {}
 
-  void enqueue(std::function<void()> task) override { m_pool.enqueue(std::move(task)); }
+  void enqueue(std::function<void()> task) override {
+    m_goOn();
+    // Even then: the task is what closes the connection.
+    m_pool.enqueue(std::move(task));
+  }
   void shutdown() override { m_pool.shutdown(); }
-  void on_idle() override { m_onIdle(); }
+  void on_idle() override { m_goOn(); }
 
  private:
   httplib::ThreadPool m_pool;
-  std::function<void()> m_onIdle;
+  std::function<void()> m_goOn;
 };
 
 /// Without the option by which two programs could share a port, each getting half of the requests.

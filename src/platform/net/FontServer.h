@@ -24,7 +24,7 @@ class FontServer {
   [[nodiscard]] std::string Open(const std::string& address, std::uint16_t port);
   /// "ADDRESS:PORT" of the open server.
   [[nodiscard]] std::string Address() const;
-  /// Answers until `goOn`, which is asked several times a second while nobody connects, says no.
+  /// Answers until `goOn`, which is asked several times a second and whenever somebody connects, says no.
   void Run(const std::function<bool()>& goOn);
 
  private:
