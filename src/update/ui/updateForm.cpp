@@ -90,6 +90,7 @@ updateForm::updateForm(TransferControl& inetConnector, QWidget* parent)
 }
 
 void updateForm::Fit() {
+  if (std::exchange(m_fitted, true)) return;
   ShowColors();
   // The dialog has one width for all its life.
   setFixedWidth(kWidth);
@@ -130,7 +131,8 @@ void updateForm::MakeControls() {
   m_button2 = MakeButton(2);
   app::Theme::MakePrimary(*m_button2.background);
   m_button2.background->setDefault(true);
-  connect(m_button1.background, &QPushButton::clicked, qApp, &QCoreApplication::quit);
+  // Not quit(), which asks every window first: one that is busy would not let the program end.
+  connect(m_button1.background, &QPushButton::clicked, qApp, [] { QCoreApplication::exit(0); });
   connect(m_button2.background, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -230,9 +232,15 @@ void updateForm::resetForm() {
   m_hint->show();
 }
 
-void updateForm::progressA(std::int32_t percentage) { m_bar1.shape->SetPercentage(percentage); }
+void updateForm::progressA(std::int32_t percentage) {
+  Fit();
+  m_bar1.shape->SetPercentage(percentage);
+}
 
-void updateForm::progressB(std::int32_t percentage) { m_bar2.shape->SetPercentage(percentage); }
+void updateForm::progressB(std::int32_t percentage) {
+  Fit();
+  m_bar2.shape->SetPercentage(percentage);
+}
 
 void updateForm::showStep(const std::string& text) { m_step->setText(QString::fromStdString(text)); }
 
@@ -284,7 +292,7 @@ void updateForm::showModal(const std::function<void()>& activated) {
 }
 
 void updateForm::setVisible(bool visible) {
-  if (visible && !std::exchange(m_fitted, true)) Fit();
+  if (visible) Fit();
   QDialog::setVisible(visible);
 }
 

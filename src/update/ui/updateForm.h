@@ -26,8 +26,8 @@ class updateForm : public QDialog, public UpdateView {
 
  public:
   /// The dialog carries the transfer control, which must outlive it. It is loaded when the program starts, but not
-  /// shown; its sizes are measured when it is shown for the first time, so that the program's window is not kept
-  /// waiting.
+  /// shown; its sizes are measured when a bar is moved or the dialog is shown for the first time, so that the program's
+  /// window is not kept waiting.
   explicit updateForm(TransferControl& inetConnector, QWidget* parent = nullptr);
 
   [[nodiscard]] TransferControl& Inet() const { return m_inetConnector; }
@@ -67,7 +67,7 @@ class updateForm : public QDialog, public UpdateView {
 
   void MakeControls();
   void MakeLayout();
-  /// Gives the dialog its size, and its bars the full widths that go with it.
+  /// Gives the dialog its size, and its bars the full widths that go with it; once.
   void Fit();
   [[nodiscard]] Bar MakeBar(int number, const QString& accessibleName);
   [[nodiscard]] Button MakeButton(int number);

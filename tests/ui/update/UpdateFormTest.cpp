@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -70,16 +71,21 @@ TEST_F(UpdateForm, IsLoadedWithoutBeingShownAndMeasuresItsBars) {
   EXPECT_TRUE(form.isModal());
   EXPECT_EQ(&form.Inet(), &transfer);
   EXPECT_EQ(TextOf("formTitle"), "Updating items...");
+  // Whoever moves a bar before the dialog is shown moves it by its share of the same width.
+  form.progressA(50);
+  const double half = Width("progressBar1");
   form.show();
   for (const int number : {1, 2}) {
     const auto name = [number](const char* what) { return std::string(what) + std::to_string(number); };
     const int width = Find<>(name("progressBackground").c_str()).width();
     EXPECT_GT(width, 300);
     EXPECT_EQ(Find<ProgressShape>(name("progressBar").c_str()).FullWidth(), width);
+    EXPECT_EQ(half, width / 2.0);
   }
 }
 
 TEST_F(UpdateForm, ABarIsItsShareOfTheFullWidthWithItsFraction) {
+  form.show();
   for (const char* const bar : {"progressBar1", "progressBar2"}) Find<ProgressShape>(bar).SetFullWidth(3001);
   form.progressA(50);
   EXPECT_EQ(Width("progressBar1"), 1500.5);
@@ -110,7 +116,8 @@ TEST_F(UpdateForm, AMessageLeavesTheOverallBarFull) {
   EXPECT_THAT(Shown(),
               testing::ElementsAre("formTitle", "updateStep", "updateElement", "progressBar1", "progressBackground1",
                                    "formButtonCaption2", "formButtonBackground2", "okIcon", "formBorder"));
-  EXPECT_EQ(Width("progressBar1"), Find<ProgressShape>("progressBar1").FullWidth());
+  EXPECT_GT(Width("progressBar1"), 300);
+  EXPECT_EQ(Width("progressBar1"), Find<>("progressBackground1").width());
   EXPECT_EQ(TextOf("formTitle"), "Success");
   EXPECT_EQ(TextOf("updateStep"), "(3/3) Completed");
   EXPECT_EQ(TextOf("updateElement"), "Update finished. New fonts installed successfully.");
@@ -119,7 +126,10 @@ TEST_F(UpdateForm, AMessageLeavesTheOverallBarFull) {
 
 TEST_F(UpdateForm, AResetRestoresEverythingAfterEitherEnd) {
   for (const bool well : {true, false}) {
+    form.progressA(65);
     form.progressB(40);
+    EXPECT_GT(Width("progressBar1"), 0);
+    EXPECT_GT(Width("progressBar2"), 0);
     form.showStep("step");
     if (well)
       form.showMessage("done");
@@ -136,7 +146,15 @@ TEST_F(UpdateForm, AResetRestoresEverythingAfterEitherEnd) {
   }
 }
 
-TEST_F(UpdateForm, YesEndsTheProgramAndNoClosesTheDialog) {
+/// A window that does not close.
+class StubbornWindow : public QWidget {
+ protected:
+  void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+TEST_F(UpdateForm, YesEndsTheProgramWithoutAskingAWindowAndNoClosesTheDialog) {
+  StubbornWindow window;
+  window.show();
   form.resetForm();
   form.showYesNoButtons();
   EXPECT_EQ(TextOf("formButtonCaption1"), "YES");
