@@ -204,6 +204,77 @@ TEST_F(UpdateWindow, ClosingTheProgramEndsAnUpdateFirst) {
   EXPECT_TRUE(dialogs.asked.empty());
 }
 
+/// A moment of an update: so many requests have gone out, and the dialog shows this.
+struct Moment {
+  const char* name;
+  std::size_t requests;
+  const char* element;
+};
+void PrintTo(const Moment& moment, std::ostream* out) { *out << moment.name; }
+
+constexpr Moment kMoments[]{{"BeforeTheCatalogue", 0, "Retrieving item catalogue"},
+                            {"AtTheCatalogue", 1, "Retrieving item catalogue"},
+                            {"AtTheItems", 1, "Checking item: Night"},
+                            {"BeforeTheFont", 1, "Downloading: "},
+                            {"AtTheFont", 2, "Downloading: "},
+                            {"BeforeTheSound", 2, "Downloading: boot.lsu"},
+                            {"AtTheSound", 3, "Downloading: boot.lsu"}};
+
+class UpdateWindowAtAMoment : public UpdateWindow, public testing::WithParamInterface<Moment> {
+ protected:
+  /// Starts an update in which `action` happens at that moment.
+  void UpdateAnd(std::function<void()> action) {
+    When(
+        [this] {
+          return IsOpen() && transfer.requests.size() == GetParam().requests &&
+                 LabelText("updateElement") == GetParam().element;
+        },
+        [this, action = std::move(action)] {
+          happened = true;
+          action();
+        });
+    Button("UpdateBtn").click();
+    ASSERT_TRUE(happened);
+  }
+  void ExpectTheEnd() {
+    EXPECT_FALSE(IsOpen());
+    EXPECT_FALSE(gate.IsBusy());
+    EXPECT_EQ(transfer.requests.size(), GetParam().requests) << "it went on";
+    EXPECT_TRUE(dialogs.asked.empty());
+    EXPECT_TRUE(dialogs.errors.empty());
+    EXPECT_FALSE(fs::exists(fonts / "Night" / "fnt"));
+    EXPECT_FALSE(fs::exists(fonts / "Night" / "tmp"));
+    EXPECT_FALSE(fs::exists(fonts / "Night" / "boot.lsu"));
+  }
+
+  bool happened = false;
+};
+
+TEST_P(UpdateWindowAtAMoment, ClosingTheDialogEndsItAndTheNextUpdateSucceeds) {
+  Start("serial=4B535401");
+  UpdateAnd([this] {
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(window->findChild<QDialog*>("updateForm"), &escape);
+  });
+  ExpectTheEnd();
+  dialogs.okAnswers = {false};
+  UpdateAndConfirm();
+  EXPECT_EQ(element, kFinished);
+  EXPECT_EQ(ReadBytes(fonts / "Night" / "boot.lsu"), sound);
+}
+
+TEST_P(UpdateWindowAtAMoment, ClosingTheProgramEndsItFirst) {
+  Start("serial=4B535401");
+  bool closed = false;
+  QObject::connect(window.get(), &app::Main::closed, window.get(), [&] { closed = true; });
+  UpdateAnd([this] { window->close(); });
+  ExpectTheEnd();
+  EXPECT_TRUE(Until([&] { return closed; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, UpdateWindowAtAMoment, testing::ValuesIn(kMoments),
+                         [](const auto& moment) { return std::string(moment.param.name); });
+
 TEST_F(UpdateWindow, ABoardWithoutSerialNumberStartsNothing) {
   Start("serial=4B535401");
   // Gone, but nobody has noticed yet: it does not answer.
