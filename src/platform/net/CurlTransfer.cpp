@@ -82,6 +82,8 @@ struct CurlTransfer::Transfer {
     return kDisconnected;
   }
 
+  /// Waits up to `wait` for something to come, and notes that it has.
+  [[nodiscard]] CURLMcode Listen(milliseconds wait);
   static std::size_t TakeHead(char* line, std::size_t size, std::size_t count, void* self);
   static std::size_t TakeBody(char* bytes, std::size_t size, std::size_t count, void* self);
 
@@ -130,6 +132,13 @@ bool CurlTransfer::Transfer::Options(const std::string& url, const std::string& 
   set(CURLOPT_WRITEFUNCTION, &Transfer::TakeBody);
   set(CURLOPT_WRITEDATA, this);
   return std::all_of(results.begin(), results.end(), [](CURLcode result) { return result == CURLE_OK; });
+}
+
+CURLMcode CurlTransfer::Transfer::Listen(milliseconds wait) {
+  int ready = 0;
+  const CURLMcode outcome = curl_multi_poll(multi.get(), nullptr, 0, static_cast<int>(wait.count()), &ready);
+  if (ready > 0) heard = std::chrono::steady_clock::now();
+  return outcome;
 }
 
 std::size_t CurlTransfer::Transfer::TakeHead(char* line, std::size_t size, std::size_t count, void* self) {
@@ -222,11 +231,15 @@ std::string CurlTransfer::NextChunk(std::size_t most) {
 
 void CurlTransfer::Drive(milliseconds wait) {
   Transfer& transfer = *m_transfer;
+  // libcurl tells of the head only line by line: whether single bytes of it come, the connection itself knows.
+  const bool inHead = !transfer.head.IsComplete();
+  CURLMcode outcome = CURLM_OK;
+  if (inHead) outcome = transfer.Listen(wait);
   const Moment before = transfer.heard;
   int running = 0;
-  CURLMcode outcome = curl_multi_perform(transfer.multi.get(), &running);
-  if (outcome == CURLM_OK && running != 0 && transfer.heard == before) {
-    outcome = curl_multi_poll(transfer.multi.get(), nullptr, 0, static_cast<int>(wait.count()), nullptr);
+  if (outcome == CURLM_OK) outcome = curl_multi_perform(transfer.multi.get(), &running);
+  if (!inHead && outcome == CURLM_OK && running != 0 && transfer.heard == before) {
+    outcome = transfer.Listen(wait);
     if (outcome == CURLM_OK) outcome = curl_multi_perform(transfer.multi.get(), &running);
   }
   if (outcome != CURLM_OK) return transfer.End(kError);

@@ -152,6 +152,15 @@ const Row kRows[]{
        client.AwaitClose();
      },
      kFine, 200, "xxxxxxxxxx"},
+    {"ASlowDripInALineOfTheHead",
+     [](Connection& client) {
+       client.Send("HTTP/1.1 200 OK\r\nX-One: ");
+       for (int i = 0; i < 10; ++i)
+         if (client.AwaitClose(30) || !client.Send("x")) return;
+       client.Send("\r\nContent-Length: 3\r\n\r\nabc");
+       client.AwaitClose();
+     },
+     kFine, 200, "abc"},
 };
 
 class CurlTransferAnswerTest : public testing::TestWithParam<Row> {};
