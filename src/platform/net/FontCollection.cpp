@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "update/HttpRequest.h"
 #include "update/PlainName.h"
+#include "update/UpdateManager.h"
 #include "update/UpdateUtils.h"
 
 namespace kestrin::net {
@@ -98,6 +99,10 @@ FontCollection::Font ReadFont(const fs::path& folder) {
   std::optional<std::vector<std::string>> lines = LinesOf(*configuration);
   if (!lines) {
     font.problem = TextOf(configuration->filename()) + " cannot be read. Check its permissions.";
+    return font;
+  }
+  if (UpdateUtils::kFirstPayloadLine + lines->size() > update::UpdateManager::kMostLines) {
+    font.problem = TextOf(configuration->filename()) + " has too many lines for any client. Save the set again.";
     return font;
   }
   for (std::string& line : *lines) {

@@ -156,6 +156,17 @@ TEST_F(FontAnswersTest, ASoundThatClientsRefuseForItsSizeIsLeftOut) {
   EXPECT_EQ(Answers().Download("svc=dld&did=1&fid=Long&ffd=blade on.lsu").status, 404);
 }
 
+TEST_F(FontAnswersTest, AFontThatClientsRefuseForItsLengthIsLeftOut) {
+  // With the two lines before them, clients take 10,000.
+  std::string lines = "BOOT\r\nblade on.lsu\r\n";
+  for (int i = 2; i < 9998; ++i) lines += "\r\n";
+  AddFont("Endless");
+  WriteBytes(m_fonts / "Endless" / "Endless.lscfg", lines);
+  EXPECT_EQ(ProblemOf("Endless"), "");
+  WriteBytes(m_fonts / "Endless" / "Endless.lscfg", lines + "\r\n");
+  EXPECT_EQ(ProblemOf("Endless"), "Endless.lscfg has too many lines for any client. Save the set again.");
+}
+
 TEST_F(FontAnswersTest, NamesOfTheStoresOwnFilesAreLeftOut) {
   for (const char* name : {"fnt", "descriptor", "tmp", "FNT", "Descriptor"}) {
     AddFont(name);
