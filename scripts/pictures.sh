@@ -24,6 +24,8 @@ trap 'rm -rf "$work"' EXIT
 sounds="$work/Kestrin sounds"
 mkdir -p "$folder" "$sounds/Ember knight" "$sounds/Old hums" "$sounds/River stone"
 "$bin/make_demo_set" "$sounds"
+# What is for an update server.
+rm -rf "$sounds/fonts"
 for picture in "${pictures[@]}"; do
   QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work" "$bin/take_pictures" --program "$bin" --sounds "$sounds" \
     --scheme "${picture##*-}" "$folder" "${picture%-*}"
