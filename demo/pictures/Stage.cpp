@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "app/PathText.h"
 #include "app/Surroundings.h"
-#include "sound/PathText.h"
 #include "sound/ui/SoundPage.h"
 
 namespace kestrin::demo {
@@ -17,14 +17,12 @@ namespace {
 
 constexpr const char* kNoBoard = "none";
 
-std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
-
 }  // namespace
 
 Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board)
     : m_sounds(sounds),
       m_folders(sounds),
-      m_kept(PathOf(m_folder.path())),
+      m_kept(app::PathOf(m_folder.path())),
       m_settings(m_folder.filePath("settings.ini"), QSettings::IniFormat) {
   const bool none = board == kNoBoard;
   const auto parsed = simulator::BoardOptions::Parse(none ? "" : board);
@@ -33,9 +31,9 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (!problem.empty()) throw std::runtime_error(problem);
   m_agent = std::move(created.agent);
   if (none) m_agent->Unplug();
-  m_window =
-      std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders, m_kept,
-                                                    m_sleep, &m_update, m_settings, program, PathOf(m_folder.path())});
+  m_window = std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders,
+                                                           m_kept, m_sleep, &m_update, m_settings, program,
+                                                           app::PathOf(m_folder.path())});
 }
 
 Stage::~Stage() = default;

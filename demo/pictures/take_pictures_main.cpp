@@ -7,15 +7,13 @@
 #include <exception>
 #include <iostream>
 
+#include "app/PathText.h"
 #include "app/theme/Theme.h"
 #include "demo/pictures/Scenes.h"
-#include "sound/PathText.h"
 
 namespace {
 
 using namespace kestrin;
-
-std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
 
 int Take(QApplication& application) {
   QCommandLineParser parser;
@@ -34,8 +32,8 @@ int Take(QApplication& application) {
   if (names.isEmpty() || sides.size() != 2) parser.showHelp(2);
   const bool dark = parser.value(scheme) == "dark";
   app::Theme::Apply(application, dark ? app::ColorScheme::Dark : app::ColorScheme::Light);
-  const demo::Place place{PathOf(parser.value(program)),
-                          PathOf(parser.value(sounds)),
+  const demo::Place place{app::PathOf(parser.value(program)),
+                          app::PathOf(parser.value(sounds)),
                           {sides.constFirst().toInt(), sides.constLast().toInt()}};
   const QDir folder(names.constFirst());
   for (const demo::Scene& scene : demo::Scenes()) {

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "rig/RigFixture.h"
+#include "rig/SecondBoard.h"
 
 namespace kestrin::rig {
 namespace {
@@ -97,21 +98,15 @@ TEST_F(Finding, TheArrivalOfAForeignDeviceIsNotTold) {
 }
 
 TEST_F(Finding, OfTwoBoardsEachAnswersForItself) {
-  simulator::BoardState otherState;
-  otherState.serial = 0x00C0FFEE;
-  simulator::VirtualBoard otherBoard(otherState);
-  MockBoard::Description description;
-  description.port = 2;
-  MockBoard other(host, description);
-  other.AnswerWith(otherBoard);
-  other.Plug(10);
+  SecondBoard other(host);
+  other.Mock().Plug(10);
   mock.Plug(9);
   CreateAgent();
   ASSERT_TRUE(agent->SearchAndOpen());
   EXPECT_EQ(events.lines, (Lines{"opened 1 2/1028 /dev/hidraw9", "opened 2 2/1028 /dev/hidraw10"}));
   device::TLS otherTls;
   ASSERT_EQ(otherTls.BindVars(*agent), 0);
-  EXPECT_EQ(otherTls.GetSN(), "00C0FFEE");
+  EXPECT_EQ(otherTls.GetSN(), SecondBoard::kSerial);
   agent->SelectInterface(0);
   ASSERT_EQ(tls.ReBind(*agent), 0);
   EXPECT_EQ(tls.GetSN(), "4B535401");

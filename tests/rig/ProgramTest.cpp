@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "rig/ProgramFixture.h"
+#include "rig/SecondBoard.h"
 
 namespace kestrin::rig {
 namespace {
@@ -53,15 +54,8 @@ TEST_F(Program, ABoardIsListed) {
 }
 
 TEST_F(Program, InfoFindsTheBoardByItselfOrAtItsPath) {
-  simulator::BoardState otherState;
-  otherState.id = 4133;
-  otherState.serial = 0x00C0FFEE;
-  simulator::VirtualBoard otherBoard(otherState);
-  MockBoard::Description description;
-  description.port = 2;
-  MockBoard other(host, description);
-  other.AnswerWith(otherBoard);
-  other.Plug(10);
+  SecondBoard other(host, 4133);
+  other.Mock().Plug(10);
   mock.Plug(9);
 
   const Json first = {{"id", 0},
@@ -73,13 +67,13 @@ TEST_F(Program, InfoFindsTheBoardByItselfOrAtItsPath) {
                       {"caption", "Kestrin USB Serial Number: 4B535401"}};
   EXPECT_EQ(RunJson(0, {"info"}), first);
   EXPECT_EQ(RunJson(0, {"--board", "hid:/dev/hidraw9", "info"}), first);
-  EXPECT_EQ(otherBoard.State().byes, 0U);
+  EXPECT_EQ(other.Firmware().State().byes, 0U);
 
   const Json second = RunJson(0, {"--board", "hid:/dev/hidraw10", "info"});
   EXPECT_EQ(second["id"], 4133);
   EXPECT_EQ(second["model"], "USB2");
   EXPECT_EQ(second["serial"], "00C0FFEE");
-  EXPECT_EQ(otherBoard.State().byes, 1U);
+  EXPECT_EQ(other.Firmware().State().byes, 1U);
   EXPECT_EQ(board.State().byes, 2U);
 
   EXPECT_EQ(Run({"--board", "hid:/dev/hidraw11", "info"}).code, 3);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "rig/ProgramFixture.h"
+#include "rig/SecondBoard.h"
 #include "rig/window/ProgramFolder.h"
 #include "rig/window/WindowProgram.h"
 
@@ -126,15 +127,9 @@ TEST_F(PluggedWindow, ABoardThatIsPulledOutOfADownloadTakesItWhenItIsBack) {
 }
 
 TEST_F(PluggedWindow, OfSeveralBoardsTheFirstIsUsedAndTheLabelSaysHowManyThereAre) {
-  simulator::BoardState otherState;
-  otherState.serial = 0x00C0FFEE;
-  simulator::VirtualBoard otherBoard(otherState);
-  MockBoard::Description description;
-  description.port = 2;
-  MockBoard other(host, description);
-  other.AnswerWith(otherBoard);
+  SecondBoard other(host);
   mock.Plug(0);
-  other.Plug(1);
+  other.Mock().Plug(1);
   Start();
   AwaitBoard();
   const auto saysOfLabel = [](const std::string& text) {
@@ -143,13 +138,13 @@ TEST_F(PluggedWindow, OfSeveralBoardsTheFirstIsUsedAndTheLabelSaysHowManyThereAr
   window.Await("a label that tells of both",
                saysOfLabel("2 boards are connected; this is the first one, which is used."));
   window.Program().Signal(SIGSTOP);
-  other.Unplug();
+  other.Mock().Unplug();
   window.Program().Signal(SIGCONT);
   window.Await("a label that tells of one", saysOfLabel(""));
-  other.Plug(1);
+  other.Mock().Plug(1);
   window.Await("a label that tells of both again",
                saysOfLabel("2 boards are connected; this is the first one, which is used."));
-  EXPECT_EQ(otherBoard.State().byes, 0U);
+  EXPECT_EQ(other.Firmware().State().byes, 0U);
   EXPECT_EQ(window.Close().code, 0);
 }
 

@@ -115,12 +115,13 @@ TEST_F(LongestPause, CancelAnswersAtOnceAlsoWhileAReadWaits) {
   dialogs.whileAsking = [&] { untilAsked = Time::now() - pressed.load(); };
   auto& button = Find<QPushButton>("CancelBtn");
   std::promise<void> erasing;
-  WhenInformation("Erasing flash memory ...", [&erasing] { erasing.set_value(); });
-  // The press comes from outside, as a person's does, at a moment that the window has not chosen: half a second into
-  // the wait for the board's first answer, which takes three.
+  // Before the first read the window has its turn a few times, all the others are turns of its wait of three seconds.
+  int turns = 0;
+  When([&] { return LabelText("InformationLabel") == "Erasing flash memory ..." && ++turns == 20; },
+       [&erasing] { erasing.set_value(); });
+  // The press comes from outside, as a person's does, at a moment that the window has not chosen.
   std::thread person([&] {
     erasing.get_future().wait();
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
     pressed = Time::now();
     QMetaObject::invokeMethod(&button, "click", Qt::QueuedConnection);
   });
