@@ -37,7 +37,7 @@ std::string FileBytes(std::span<const std::int16_t> samples) {
 using Change = std::function<std::vector<std::int16_t>(const DemoSound&, std::vector<std::int16_t>)>;
 
 /// Writes the sounds, changed, and the configuration file NAME.lscfg.
-std::string WriteSet(const fs::path& folder, const std::string& name, const Change& change) {
+std::string WriteSet(const fs::path& folder, const std::string& name, const Change& change, base::Disk& disk) {
   std::error_code error;
   const fs::path home = fs::absolute(folder, error).lexically_normal();
   if (!error) fs::create_directories(home, error);
@@ -51,7 +51,7 @@ std::string WriteSet(const fs::path& folder, const std::string& name, const Chan
     if (!configuration.AddFile(path, demo.slot)) return base::TextOf(path) + ": not a usable sound file";
     configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
   }
-  return sound::ConfigurationFile::Save(configuration, home / (name + ".lscfg"));
+  return sound::ConfigurationFile::Save(configuration, home / (name + ".lscfg"), disk);
 }
 
 }  // namespace
@@ -80,16 +80,17 @@ std::vector<DemoSound> DemoSounds() {
   return sounds;
 }
 
-std::string WriteDemoSet(const fs::path& folder) {
-  return WriteSet(folder, "demo", [](const DemoSound&, std::vector<std::int16_t> samples) { return samples; });
+std::string WriteDemoSet(const fs::path& folder, base::Disk& disk) {
+  return WriteSet(
+      folder, "demo", [](const DemoSound&, std::vector<std::int16_t> samples) { return samples; }, disk);
 }
 
-std::string WriteDemoFonts(const fs::path& folder) {
+std::string WriteDemoFonts(const fs::path& folder, base::Disk& disk) {
   for (const DemoFont& font : kDemoFonts) {
     const auto change = [&](const DemoSound& demo, const std::vector<std::int16_t>& samples) {
       return InVoice(samples, demo.loops, font.voice);
     };
-    if (std::string failure = WriteSet(folder / font.name, font.name, change); !failure.empty()) return failure;
+    if (std::string failure = WriteSet(folder / font.name, font.name, change, disk); !failure.empty()) return failure;
   }
   return "";
 }

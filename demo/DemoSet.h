@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Disk.h"
 #include "demo/Voice.h"
 #include "sound/SlotKind.h"
 
@@ -37,9 +38,9 @@ inline constexpr DemoFont kDemoFonts[]{{"Deep Forge", {0.75, 0.6}}, {"Quick Silv
 
 /// Writes all sounds and "demo.lscfg", which names them by their absolute paths, into `folder`, made when absent.
 /// Returns "" or a text that names the file and says what is wrong.
-[[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder);
+[[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder, base::Disk& disk);
 
 /// Writes a folder for each of kDemoFonts into `folder`, with its sounds and "NAME.lscfg". Returns as above.
-[[nodiscard]] std::string WriteDemoFonts(const std::filesystem::path& folder);
+[[nodiscard]] std::string WriteDemoFonts(const std::filesystem::path& folder, base::Disk& disk);
 
 }  // namespace kestrin::demo

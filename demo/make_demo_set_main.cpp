@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "demo/DemoSet.h"
+#include "platform/files/SystemDisk.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) {
@@ -13,8 +14,9 @@ int main(int argc, char** argv) {
   }
   try {
     const std::filesystem::path folder = argv[1];
-    std::string failure = kestrin::demo::WriteDemoSet(folder);
-    if (failure.empty()) failure = kestrin::demo::WriteDemoFonts(folder / "fonts");
+    kestrin::files::SystemDisk disk;
+    std::string failure = kestrin::demo::WriteDemoSet(folder, disk);
+    if (failure.empty()) failure = kestrin::demo::WriteDemoFonts(folder / "fonts", disk);
     if (failure.empty()) return 0;
     std::cerr << "make_demo_set: " << failure << "\n";
   } catch (const std::exception& error) {

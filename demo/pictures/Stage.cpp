@@ -22,7 +22,7 @@ constexpr const char* kNoBoard = "none";
 Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board)
     : m_sounds(sounds),
       m_folders(sounds),
-      m_kept(app::PathOf(m_folder.path())),
+      m_kept(app::PathOf(m_folder.path()), m_disk),
       m_settings(m_folder.filePath("settings.ini"), QSettings::IniFormat) {
   const bool none = board == kNoBoard;
   const auto parsed = simulator::BoardOptions::Parse(none ? "" : board);
@@ -31,8 +31,8 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (!problem.empty()) throw std::runtime_error(problem);
   m_agent = std::move(created.agent);
   if (none) m_agent->Unplug();
-  m_window = std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_dialogs, m_player, m_folders,
-                                                           m_kept, m_sleep, &m_update, m_settings, program,
+  m_window = std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_disk, m_dialogs, m_player,
+                                                           m_folders, m_kept, m_sleep, &m_update, m_settings, program,
                                                            app::PathOf(m_folder.path())});
 }
 

@@ -12,6 +12,7 @@
 #include "app/Main.h"
 #include "demo/pictures/Props.h"
 #include "motion/KeptParametersFolder.h"
+#include "platform/files/SystemDisk.h"
 #include "simulator/SimulatedAgent.h"
 
 namespace kestrin::demo {
@@ -41,6 +42,7 @@ class Stage {
   std::filesystem::path m_sounds;
   QTemporaryDir m_folder;
   HurriedClock m_clock;
+  files::SystemDisk m_disk;
   app::CommandGate m_gate{std::chrono::milliseconds(0)};
   AnsweringDialogs m_dialogs;
   SilentPlayer m_player;

@@ -54,7 +54,7 @@ Main::Main(const Surroundings& surroundings)
       m_pictures(TextOf(surroundings.programFolder)),
       m_set(m_configuration),
       m_session(surroundings.agent, *this),
-      m_setFile(m_set, surroundings.dialogs, surroundings.gate, surroundings.settings),
+      m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings),
       m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}),
       m_goOnlineTimer(this),
       m_noticeTimer(this) {
@@ -114,7 +114,7 @@ led::ui::LedPanel& Main::LedFrame() {
     });
   };
   m_ledFrame = new led::ui::LedPanel(
-      {m_pictures, m_around.dialogs, m_around.programFolder, [this] { return m_session.Board(); }, run});
+      {m_pictures, m_around.dialogs, m_around.disk, m_around.programFolder, [this] { return m_session.Board(); }, run});
   connect(m_ledFrame, &led::ui::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
   connect(m_ledFrame, &led::ui::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
   m_helpLine->Explain(*m_ledFrame);

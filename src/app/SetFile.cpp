@@ -26,10 +26,12 @@ sound::RecentSets ReadRecent(const QSettings& settings) {
 
 }  // namespace
 
-SetFile::SetFile(sound::SoundSet& set, Dialogs& dialogs, CommandGate& gate, QSettings& settings, QObject* parent)
+SetFile::SetFile(sound::SoundSet& set, Dialogs& dialogs, base::Disk& disk, CommandGate& gate, QSettings& settings,
+                 QObject* parent)
     : QObject(parent),
       m_set(set),
       m_dialogs(dialogs),
+      m_disk(disk),
       m_gate(gate),
       m_settings(settings),
       m_recent(ReadRecent(settings)) {
@@ -86,7 +88,7 @@ bool SetFile::Save() {
   const QString path = m_dialogs.SaveFile(tr("Save the sound set"), StartPlace(),
                                           QtFileFilter(sound::ConfigurationFile::kFilter), kSuffix, HelpContext::Save);
   if (path.isEmpty()) return false;
-  const std::string problem = m_set.Save(PathOf(path));
+  const std::string problem = m_set.Save(PathOf(path), m_disk);
   if (!problem.empty()) {
     m_dialogs.ShowError(QString::fromStdString(problem));
     return false;

@@ -21,7 +21,8 @@ class SetFile : public QObject {
 
  public:
   /// All must outlive the object. `settings` keeps the recent sets.
-  SetFile(sound::SoundSet& set, Dialogs& dialogs, CommandGate& gate, QSettings& settings, QObject* parent = nullptr);
+  SetFile(sound::SoundSet& set, Dialogs& dialogs, base::Disk& disk, CommandGate& gate, QSettings& settings,
+          QObject* parent = nullptr);
 
   /// "New set" and the recent sets.
   [[nodiscard]] QMenu& Menu() { return m_menu; }
@@ -53,6 +54,7 @@ class SetFile : public QObject {
 
   sound::SoundSet& m_set;
   Dialogs& m_dialogs;
+  base::Disk& m_disk;
   CommandGate& m_gate;
   QSettings& m_settings;
   sound::RecentSets m_recent;

@@ -6,6 +6,9 @@
 
 class QSettings;
 
+namespace kestrin::base {
+class Disk;
+}
 namespace kestrin::device {
 class THIDagent;
 }
@@ -30,6 +33,7 @@ struct Surroundings {
   /// The one whose pump the agent calls.
   CommandGate& gate;
   base::Clock& clock;
+  base::Disk& disk;
   Dialogs& dialogs;
   sound::SoundPlayer& player;
   const SpecialFolders& folders;

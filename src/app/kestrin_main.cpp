@@ -26,6 +26,7 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
+#include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "update/UpdateServer.h"
 #include "update/UpdateUtils.h"
@@ -71,12 +72,13 @@ class Help {
 int Run(app::Application& application, const app::CommandLineOptions& options) {
   app::Theme::Apply(application, app::ColorScheme::System);
   base::SystemClock clock;
+  files::SystemDisk disk;
   app::CommandGate gate;
   const boards::BoardAgent board = boards::MakeBoardAgent(options.board, clock, gate.Pump());
   if (!board.problem.empty()) return Tell(stderr, "kestrin: " + QString::fromStdString(board.problem) + '\n', kFailed);
 
   const std::filesystem::path data = DataFolder();
-  motion::KeptParametersFolder kept(data / motion::KeptParametersFolder::kFolderName);
+  motion::KeptParametersFolder kept(data / motion::KeptParametersFolder::kFolderName, disk);
   QSettings settings(app::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   const std::unique_ptr<sound::SoundPlayer> player = desktop::MakeSystemSoundPlayer(clock);
   const std::array places{options.programFolder, data};
@@ -89,7 +91,7 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   net::CurlTransfer transfer(gate.Pump());
   app::FontUpdate update(transfer, options.updateServer, fonts, gate);
 
-  app::Main window({*board.agent, gate, clock, dialogs, *player, folders, kept, sleep, &update, settings,
+  app::Main window({*board.agent, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
                     options.programFolder, data});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &app::Application::mishap, &window,

@@ -1,9 +1,15 @@
 #include "base/WholeFile.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <fstream>
+#include <random>
 #include <string>
 #include <system_error>
+
+#include "base/Disk.h"
+#include "base/NewFile.h"
+#include "base/PathText.h"
 
 namespace kestrin::base {
 
@@ -11,16 +17,20 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A name beside `path` that nothing has yet.
-fs::path FreeNameBeside(const fs::path& path) {
-  std::error_code ignored;
-  fs::path name = path;
-  name += ".new";
-  for (int number = 2; fs::exists(fs::symlink_status(name, ignored)); ++number) {
-    name = path;
-    name += ".new" + std::to_string(number);
+/// Names are drawn until one is free; with 64 bits the second is never needed, and a folder that refuses every name
+/// says so instead.
+constexpr int kDraws = 16;
+
+/// A name beside `path` that nobody else draws. It does not grow with the file's own name, which may be as long as
+/// names can be.
+fs::path NameBeside(const fs::path& path, std::random_device& chance) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string name = ".kestrin-";
+  for (int half = 0; half < 2; ++half) {
+    std::uint32_t bits = chance();
+    for (int digit = 0; digit < 8; ++digit, bits >>= 4) name += kDigits[bits & 0xF];
   }
-  return name;
+  return path.parent_path() / (name + ".new");
 }
 
 /// Writes and closes; "" or why it failed.
@@ -34,23 +44,51 @@ std::string WriteStraight(const fs::path& path, std::string_view content) {
   return reason != 0 ? std::generic_category().message(reason) : "the disk refused it";
 }
 
+std::string Flush(Disk* disk, const fs::path& path) {
+  if (disk == nullptr) return "";
+  const std::error_code error = disk->Flush(path);
+  return error ? error.message() : "";
+}
+
+/// Makes the file that `beside` is to name and writes it; "" or why it failed, and then there is none.
+std::string WriteBeside(const fs::path& path, std::string_view content, fs::path& beside) {
+  std::random_device chance;
+  for (int draw = 1;; ++draw) {
+    beside = NameBeside(path, chance);
+    NewFile file(beside);
+    if (!file.IsOpen() && file.WasThere() && draw < kDraws) continue;
+    if (!file.IsOpen()) return file.Reason();
+    const bool written = file.Write(content);
+    std::string reason = written ? "" : file.Reason();
+    // Closed in any case: some systems remove no file that is open.
+    if (!file.Close() && written) reason = file.Reason();
+    std::error_code ignored;
+    if (!reason.empty()) fs::remove(beside, ignored);
+    return reason;
+  }
+}
+
 /// Writes beside the file and takes its name; "" or why it failed.
-std::string Replace(const fs::path& path, const fs::file_status& old, std::string_view content) {
-  const fs::path beside = FreeNameBeside(path);
+std::string Replace(const fs::path& path, const fs::file_status& old, std::string_view content, Disk* disk) {
+  fs::path beside;
+  std::string reason = WriteBeside(path, content, beside);
+  if (!reason.empty()) return reason;
+  const fs::path folder = path.has_parent_path() ? path.parent_path() : ".";
   std::error_code error;
-  std::string reason = WriteStraight(beside, content);
-  if (reason.empty() && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
+  if (fs::exists(old)) fs::permissions(beside, old.permissions(), error);
+  // Complete before it is named, and named before anybody relies on it.
+  reason = Flush(disk, beside);
+  if (reason.empty()) reason = Flush(disk, folder);
   if (reason.empty()) {
     fs::rename(beside, path, error);
-    if (error) reason = error.message();
+    if (!error) return Flush(disk, folder);
+    reason = error.message();
   }
-  if (!reason.empty()) fs::remove(beside, error);
+  fs::remove(beside, error);
   return reason;
 }
 
-}  // namespace
-
-std::string WriteWholeFile(const fs::path& path, std::string_view content) {
+std::string Write(const fs::path& path, std::string_view content, Disk* disk) {
   std::error_code error;
   const fs::file_status old = fs::status(path, error);
   std::string reason;
@@ -61,10 +99,18 @@ std::string WriteWholeFile(const fs::path& path, std::string_view content) {
     reason = WriteStraight(path, content);
   else if (fs::is_symlink(path, error) && fs::exists(old))
     // A link keeps pointing where the person put it: the file behind it is replaced.
-    reason = Replace(fs::canonical(path, error), old, content);
+    reason = Replace(fs::canonical(path, error), old, content, disk);
   else
-    reason = Replace(path, old, content);
-  return reason.empty() ? "" : "\"" + path.string() + "\" could not be written: " + reason;
+    reason = Replace(path, old, content, disk);
+  return reason.empty() ? "" : "\"" + TextOf(path) + "\" could not be written: " + reason;
 }
+
+}  // namespace
+
+std::string WriteWholeFile(const fs::path& path, std::string_view content, Disk& disk) {
+  return Write(path, content, &disk);
+}
+
+std::string WriteWholeFile(const fs::path& path, std::string_view content) { return Write(path, content, nullptr); }
 
 }  // namespace kestrin::base

@@ -6,9 +6,15 @@
 
 namespace kestrin::base {
 
-/// Writes `content` as the whole file `path`, or leaves what was there: it goes into a new file beside `path`, which
-/// then takes the name (and the old file's permissions). A device or a pipe of that name is written to as it is.
-/// Returns "" on success, else a text for the person that names the file and says what is wrong.
+class Disk;
+
+/// Writes `content` as the whole file `path`, or leaves what was there, also when the power goes in the middle: it goes
+/// into a new file beside `path`, is forced onto the disk, and then takes the name (and the old file's permissions). A
+/// device or a pipe of that name is written to as it is. Returns "" on success, else a text for the person that names
+/// the file and says what is wrong.
+[[nodiscard]] std::string WriteWholeFile(const std::filesystem::path& path, std::string_view content, Disk& disk);
+
+/// The same for a copy that can be made again: it is whole whenever the program ends, but a power cut may lose it.
 [[nodiscard]] std::string WriteWholeFile(const std::filesystem::path& path, std::string_view content);
 
 }  // namespace kestrin::base

@@ -16,7 +16,7 @@ device::TLS& RequireSensor(OnlineBoard& online) {
 }  // namespace
 
 AccelerometerBoard::AccelerometerBoard(Context& context)
-    : m_kept(OpenKeptParameters()),
+    : m_kept(OpenKeptParameters(context.disk)),
       m_online(context),
       m_setup(RequireSensor(m_online), m_online.Session().SerialNumber(), m_kept) {}
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/Disk.h"
 #include "cli/GlobalOptions.h"
 #include "cli/Interrupt.h"
 #include "cli/Report.h"
@@ -15,6 +16,8 @@ struct Context {
   const GlobalOptions& options;
   const boards::BoardChoice& board;
   Interrupt& interrupt;
+  /// Everything of the person's is written to it.
+  base::Disk& disk;
 };
 
 /// One command of the command line.

@@ -12,6 +12,7 @@
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "platform/files/SystemDisk.h"
 
 namespace kestrin::cli {
 
@@ -167,7 +168,8 @@ Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& int
   try {
     const boards::BoardChoice::Parsed board = boards::BoardChoice::Parse(options.board);
     if (!board.problem.empty()) throw CommandFailure(ExitCode::WrongUsage, board.problem);
-    Context context{options, board.choice, interrupt};
+    files::SystemDisk disk;
+    Context context{options, board.choice, interrupt, disk};
     return command.Run(context);
   } catch (const CommandFailure& failure) {
     const std::string& detail = failure.Detail();

@@ -4,9 +4,10 @@
 
 namespace kestrin::cli {
 
-motion::KeptParametersFolder OpenKeptParameters() {
+motion::KeptParametersFolder OpenKeptParameters(base::Disk& disk) {
   const std::filesystem::path folder = desktop::DataFolder();
-  return motion::KeptParametersFolder(folder.empty() ? folder : folder / motion::KeptParametersFolder::kFolderName);
+  return motion::KeptParametersFolder(folder.empty() ? folder : folder / motion::KeptParametersFolder::kFolderName,
+                                      disk);
 }
 
 }  // namespace kestrin::cli

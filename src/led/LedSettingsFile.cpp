@@ -71,7 +71,8 @@ bool LedSettingsFile::ReadFoc(LED_Pulse& pulse) {
   return ReadWhole(times[2], pulse.NRep);
 }
 
-std::string LedSettingsFile::Save(const std::filesystem::path& file, const LED_Pulse& idle, const LED_Pulse& foc) {
+std::string LedSettingsFile::Save(const std::filesystem::path& file, const LED_Pulse& idle, const LED_Pulse& foc,
+                                  base::Disk& disk) {
   constexpr std::string_view kLineEnd = "\r\n";
   std::string content;
   const auto add = [&](std::initializer_list<std::string_view> pieces) {
@@ -83,7 +84,7 @@ std::string LedSettingsFile::Save(const std::filesystem::path& file, const LED_P
        Joined({idle.Ton, idle.Toff, idle.Trise, idle.Tfall})});
   add({kFlashKey, LevelsText(foc, &LED_Pulse::GetHigh), kTimesKey,
        Joined({foc.Ton, foc.Toff, static_cast<double>(foc.NRep)})});
-  return base::WriteWholeFile(file, content);
+  return base::WriteWholeFile(file, content, disk);
 }
 
 bool LedSettingsFile::StartLine(std::size_t number, std::string_view& text) {

@@ -10,6 +10,10 @@
 #include "led/LED_Pulse.h"
 #include "led/TextLines.h"
 
+namespace kestrin::base {
+class Disk;
+}
+
 namespace kestrin::led {
 
 /// An LED settings file (".ldset"): levels and times of the idle and the flash-on-clash pulse in three lines of text.
@@ -35,7 +39,8 @@ class LedSettingsFile {
 
   /// Writes both pulses as `file`, whole or not at all. Returns "", or a text for the person that says why it could not
   /// be written.
-  [[nodiscard]] static std::string Save(const std::filesystem::path& file, const LED_Pulse& idle, const LED_Pulse& foc);
+  [[nodiscard]] static std::string Save(const std::filesystem::path& file, const LED_Pulse& idle, const LED_Pulse& foc,
+                                        base::Disk& disk);
 
  private:
   using SetLevel = void (LED_Pulse::*)(int, std::int16_t);

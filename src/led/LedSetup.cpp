@@ -238,10 +238,10 @@ bool LedSetup::LoadSettings(const std::filesystem::path& file) {
   return valid;
 }
 
-bool LedSetup::SaveSettings(const std::filesystem::path& file) {
+bool LedSetup::SaveSettings(const std::filesystem::path& file, base::Disk& disk) {
   BuildIdlePulse();
   BuildFocPulse();
-  const std::string problem = LedSettingsFile::Save(file, m_idlePulse, m_focPulse);
+  const std::string problem = LedSettingsFile::Save(file, m_idlePulse, m_focPulse, disk);
   if (!problem.empty()) m_view.ShowInformation(problem, "");
   return problem.empty();
 }

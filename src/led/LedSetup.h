@@ -12,6 +12,10 @@
 #include "led/LedSetupView.h"
 #include "led/PulseTimes.h"
 
+namespace kestrin::base {
+class Disk;
+}
+
 namespace kestrin::led {
 
 /// Everything that the LED setup panel does: reads what an LED driver board holds, chooses LED type and overdrive,
@@ -99,7 +103,7 @@ class LedSetup {
   /// read until then stays.
   bool LoadSettings(const std::filesystem::path& file);
   /// Writes both pulses as the panel shows them. False, with a message, when the file cannot be written.
-  bool SaveSettings(const std::filesystem::path& file);
+  bool SaveSettings(const std::filesystem::path& file, base::Disk& disk);
 
   // --- What is set ---
 

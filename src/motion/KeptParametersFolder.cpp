@@ -12,7 +12,8 @@ namespace kestrin::motion {
 
 namespace fs = std::filesystem;
 
-KeptParametersFolder::KeptParametersFolder(fs::path folder) : m_folder(std::move(folder)) {}
+KeptParametersFolder::KeptParametersFolder(fs::path folder, base::Disk& disk)
+    : m_folder(std::move(folder)), m_disk(disk) {}
 
 std::optional<device::AccParam> KeptParametersFolder::Find(const std::string& serialNumber) const {
   if (m_folder.empty()) return std::nullopt;
@@ -38,13 +39,13 @@ std::string KeptParametersFolder::Keep(const std::string& serialNumber, const de
   text.imbue(std::locale::classic());
   for (const DetectionParameter& parameter : kDetectionParameters)
     text << parameter.name << ' ' << parameters.*parameter.field << '\n';
-  return base::WriteWholeFile(FileOf(serialNumber), text.str());
+  return base::WriteWholeFile(FileOf(serialNumber), text.str(), m_disk);
 }
 
 void KeptParametersFolder::Forget(const std::string& serialNumber) {
   if (m_folder.empty()) return;
   std::error_code error;
-  fs::remove(FileOf(serialNumber), error);
+  if (fs::remove(FileOf(serialNumber), error)) (void)m_disk.Flush(m_folder);
 }
 
 fs::path KeptParametersFolder::FileOf(const std::string& serialNumber) const {

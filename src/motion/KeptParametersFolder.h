@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "base/Disk.h"
 #include "motion/KeptParameters.h"
 
 namespace kestrin::motion {
@@ -13,8 +14,9 @@ class KeptParametersFolder final : public KeptParameters {
   /// What such a folder is called among what the program keeps for a person.
   static constexpr const char* kFolderName = "detection-parameters";
 
-  /// `folder` is made when something is to be kept. Empty: there is no such folder, nothing is and can be kept.
-  explicit KeptParametersFolder(std::filesystem::path folder);
+  /// `folder` is made when something is to be kept. Empty: there is no such folder, nothing is and can be kept. The
+  /// disk must outlive it.
+  KeptParametersFolder(std::filesystem::path folder, base::Disk& disk);
 
   /// A damaged file counts as nothing remembered.
   [[nodiscard]] std::optional<device::AccParam> Find(const std::string& serialNumber) const override;
@@ -25,6 +27,7 @@ class KeptParametersFolder final : public KeptParameters {
   [[nodiscard]] std::filesystem::path FileOf(const std::string& serialNumber) const;
 
   std::filesystem::path m_folder;
+  base::Disk& m_disk;
 };
 
 }  // namespace kestrin::motion

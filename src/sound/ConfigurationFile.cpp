@@ -176,7 +176,7 @@ std::string LoadResult::Message() const {
   return message;
 }
 
-std::string ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path) {
+std::string ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk) {
   constexpr std::string_view kLineEnd = "\r\n";
   std::string content;
   const auto line = [&](std::string_view text) { content.append(text).append(kLineEnd); };
@@ -194,7 +194,7 @@ std::string ConfigurationFile::Save(const LSU_Configuration& configuration, cons
       line((volume < 0 ? "" : " ") + std::to_string(volume));
     }
   }
-  return base::WriteWholeFile(path, content);
+  return base::WriteWholeFile(path, content, disk);
 }
 
 LoadResult ConfigurationFile::Load(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view) {

@@ -6,6 +6,10 @@
 
 #include "sound/LSU_Configuration.h"
 
+namespace kestrin::base {
+class Disk;
+}
+
 namespace kestrin::sound {
 
 /// What loading a configuration shows while it goes on: the slot lists and the memory status.
@@ -40,7 +44,8 @@ class ConfigurationFile {
   static constexpr const char* kFilter = "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
 
   /// Writes the configuration as `path`, whole or not at all. Returns "" or a text naming the file and what is wrong.
-  [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path);
+  [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path,
+                                        base::Disk& disk);
 
   /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read.
   [[nodiscard]] static LoadResult Load(const std::filesystem::path& path, LSU_Configuration& configuration,

@@ -176,9 +176,9 @@ LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) {
   return result;
 }
 
-std::string SoundSet::Save(const fs::path& path) {
+std::string SoundSet::Save(const fs::path& path, base::Disk& disk) {
   if (m_loading) return std::string(kBusy);
-  std::string failure = ConfigurationFile::Save(m_configuration, path);
+  std::string failure = ConfigurationFile::Save(m_configuration, path, disk);
   if (!failure.empty()) return failure;
   m_origin->path = path;
   m_origin->saved = m_configuration.WithoutStreams();

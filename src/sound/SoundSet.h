@@ -90,7 +90,7 @@ class SoundSet {
   /// flaw stays loaded, under the name of the set before.
   [[nodiscard]] LoadResult Load(const std::filesystem::path& path, const base::EventPump& pump = {});
   /// Saves the set, which then bears the file's name. Returns "" or a text that names the file and what is wrong.
-  [[nodiscard]] std::string Save(const std::filesystem::path& path);
+  [[nodiscard]] std::string Save(const std::filesystem::path& path, base::Disk& disk);
   /// Whether Load() is under way.
   [[nodiscard]] bool IsLoading() const { return m_loading; }
 

@@ -5,9 +5,9 @@
 #include <system_error>
 #include <utility>
 
+#include "base/NewFile.h"
 #include "base/Numbers.h"
 #include "base/PathText.h"
-#include "update/NewFile.h"
 #include "update/TransferControl.h"
 
 namespace kestrin::update {
@@ -171,7 +171,7 @@ void HttpRequest::ReadData(const fs::path& folder, const fs::path& place, const 
   std::error_code error;
   if (hasMoved()) return FailToWrite(moved);
   fs::remove(temporary, error);
-  NewFile file(temporary);
+  base::NewFile file(temporary);
   if (!file.IsOpen() || !ReadInto(file, length) || !file.Close())
     return FailToWrite(CouldNotWrite(temporary, file.Reason()));
   const bool stays = !hasMoved();
@@ -189,7 +189,7 @@ void HttpRequest::ReadData(const fs::path& folder, const fs::path& place, const 
 }
 
 /// False when the file could not be written; everything else that goes wrong is left in the status.
-bool HttpRequest::ReadInto(NewFile& file, std::int64_t length) {
+bool HttpRequest::ReadInto(base::NewFile& file, std::int64_t length) {
   std::int64_t count = 0;
   std::string gathered;
   const auto write = [&] {

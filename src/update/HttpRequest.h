@@ -8,9 +8,12 @@
 
 #include "base/EventPump.h"
 
+namespace kestrin::base {
+class NewFile;
+}
+
 namespace kestrin::update {
 
-class NewFile;
 class TransferControl;
 
 /// A small HTTP client: form-encoded POST requests to the update server, whose answer comes as text or as a file. While
@@ -67,7 +70,7 @@ class HttpRequest {
   [[nodiscard]] std::string ReadText();
   /// `place` is where the folder lay when the request began, all links followed.
   void ReadData(const std::filesystem::path& folder, const std::filesystem::path& place, const std::string& fileName);
-  [[nodiscard]] bool ReadInto(NewFile& file, std::int64_t length);
+  [[nodiscard]] bool ReadInto(base::NewFile& file, std::int64_t length);
   void FailToWrite(const std::string& problem);
   void Fail(Status status);
   void Notice(int state);

@@ -4,11 +4,11 @@
 #include <system_error>
 
 #include "base/FirstThatTakes.h"
+#include "base/NewFile.h"
 #include "base/PathText.h"
 #include "base/Text.h"
 #include "base/WholeFile.h"
 #include "update/HttpRequest.h"
-#include "update/NewFile.h"
 
 namespace kestrin::update {
 
@@ -45,7 +45,7 @@ bool TakesFonts(const fs::path& place) {
   const std::string name = ".trial";
   fs::path trial = folder / name;
   for (int number = 2;; ++number) {
-    NewFile file(trial);
+    base::NewFile file(trial);
     if (file.IsOpen()) return file.Close() && Remove(trial).empty();
     if (!file.WasThere()) return false;
     trial = folder / (name + std::to_string(number));

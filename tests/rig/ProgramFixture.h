@@ -15,6 +15,7 @@
 #include "simulator/VirtualBoard.h"
 #include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
+#include "support/RecordingDisk.h"
 #include "support/ReferenceCoder.h"
 
 namespace kestrin::rig {
@@ -51,7 +52,7 @@ class ProgramFixture : public support::KestrinctlTest {
   /// Writes the configuration file of `set`. Returns its path.
   [[nodiscard]] std::string Configuration() const {
     const std::filesystem::path path = m_folder / "complete set.lscfg";
-    EXPECT_EQ(sound::ConfigurationFile::Save(set.configuration, path), "");
+    EXPECT_EQ(sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()), "");
     return path.string();
   }
 

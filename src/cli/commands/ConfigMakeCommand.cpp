@@ -64,7 +64,7 @@ class ConfigMakeCommand final : public Command {
     }
   }
 
-  [[nodiscard]] Report Run(Context&) override {
+  [[nodiscard]] Report Run(Context& context) override {
     sound::LSU_Configuration configuration;
     for (std::size_t i = 0; i < sound::kSlots.size(); ++i) {
       const sound::Slot& slot = sound::kSlots[i];
@@ -72,7 +72,7 @@ class ConfigMakeCommand final : public Command {
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text);
     }
     RequireOutputOfItsOwn(configuration);
-    const std::string problem = sound::ConfigurationFile::Save(configuration, sound::PathOf(m_output));
+    const std::string problem = sound::ConfigurationFile::Save(configuration, sound::PathOf(m_output), context.disk);
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     return ReportOf(configuration, {});
   }

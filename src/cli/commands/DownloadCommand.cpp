@@ -50,7 +50,7 @@ class DownloadCommand final : public Command {
     // A set that lost some of its sounds is not the set that was asked for. What is missing altogether has its own
     // message.
     if (!loaded.failed.empty() && configuration.CheckIntegrity() == 0) return Refused(loaded.message);
-    motion::KeptParametersFolder kept = OpenKeptParameters();
+    motion::KeptParametersFolder kept = OpenKeptParameters(context.disk);
     OnlineBoard online(context);
     online.RequireSoundBoard();
     const device::DeviceSession& session = online.Session();

@@ -28,7 +28,8 @@ class SoundCodeCommand final : public Command {
     CodeSound(file, m_volume, context.interrupt.Pump());
     std::vector<std::uint8_t> bytes;
     static_cast<void>(file.GetBytes(bytes, 0, static_cast<std::size_t>(file.NrOfBytes())));
-    const std::string problem = base::WriteWholeFile(sound::PathOf(m_output), std::string(bytes.begin(), bytes.end()));
+    const std::string problem =
+        base::WriteWholeFile(sound::PathOf(m_output), std::string(bytes.begin(), bytes.end()), context.disk);
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
 
     Report report;

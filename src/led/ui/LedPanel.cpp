@@ -207,7 +207,8 @@ void LedPanel::SaveFile() {
   const QString path =
       m_around.dialogs.SaveFile(tr("Save the LED settings"), Text(m_around.programFolder),
                                 app::QtFileFilter(LedSettingsFile::kFilter), kSuffix, app::HelpContext::LedSettings);
-  if (!path.isEmpty() && m_setup.SaveSettings(path.toStdU16String())) emit news(tr("The LED settings are saved."));
+  if (!path.isEmpty() && m_setup.SaveSettings(path.toStdU16String(), m_around.disk))
+    emit news(tr("The LED settings are saved."));
 }
 
 void LedPanel::UpdateLED() {

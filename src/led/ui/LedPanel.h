@@ -12,6 +12,9 @@ class QBoxLayout;
 class QLabel;
 class QPushButton;
 
+namespace kestrin::base {
+class Disk;
+}
 namespace kestrin::app {
 class Dialogs;
 class Pictures;
@@ -38,6 +41,8 @@ class LedPanel : public QWidget, private LedSetupView {
   struct Surroundings {
     const app::Pictures& pictures;
     app::Dialogs& dialogs;
+    /// Settings files are written to it.
+    base::Disk& disk;
     /// Where the catalogue stands and where file dialogs start.
     std::filesystem::path programFolder;
     LedSetup::BoardLookup board;

@@ -10,6 +10,7 @@
 #include "rig/window/WindowProgram.h"
 #include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
+#include "support/RecordingDisk.h"
 
 namespace kestrin::rig {
 namespace {
@@ -58,7 +59,7 @@ class AccessibleNames : public support::KestrinctlTest {
 
 TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
   const support::CompleteSet set(4800);
-  ASSERT_EQ(sound::ConfigurationFile::Save(set.configuration, m_folder / "my saber.lscfg"), "");
+  ASSERT_EQ(sound::ConfigurationFile::Save(set.configuration, m_folder / "my saber.lscfg", support::AnyDisk()), "");
   std::filesystem::create_directory(m_folder / "folder");
   support::WriteSoundFile(m_folder / "sound.lsu", support::SomeSamples(9600));
   Start(m_folder / "my saber.lscfg");

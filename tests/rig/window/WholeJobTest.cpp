@@ -10,6 +10,7 @@
 #include "rig/window/WindowProgram.h"
 #include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
+#include "support/RecordingDisk.h"
 
 namespace kestrin::rig {
 namespace {
@@ -140,7 +141,7 @@ TEST_F(WholeJob, ADownloadIsCancelledHalfWayAndDoneAgain) {
   // Seven sounds of 150,000 coded bytes: they take more than 16 seconds on the wire.
   const support::CompleteSet set(100000);
   const std::string path = (m_folder / "long.lscfg").string();
-  ASSERT_EQ(sound::ConfigurationFile::Save(set.configuration, path), "");
+  ASSERT_EQ(sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()), "");
   Start("wire=usb", {path});
   window.Await("label", "long");
   window.Click("push button", "Download");

@@ -24,6 +24,7 @@
 #include "sound/PathText.h"
 #include "support/FakeClock.h"
 #include "support/MemoryKeptParameters.h"
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 #include "ui/app/FakeDialogs.h"
 #include "ui/app/FakeSurroundings.h"
@@ -74,8 +75,9 @@ class MainFixture : public testing::Test {
     ASSERT_EQ(created.problem, "");
     agent = std::move(created.agent);
     if (!plugged) agent->Unplug();
-    window = std::make_unique<app::Main>(app::Surroundings{*agent, gate, Clock(), dialogs, player, *surroundingFolders,
-                                                           kept, sleep, updateDialog, settings, program, data});
+    window =
+        std::make_unique<app::Main>(app::Surroundings{*agent, gate, Clock(), disk, dialogs, player, *surroundingFolders,
+                                                      kept, sleep, updateDialog, settings, program, data});
   }
 
   /// Makes it and starts it up with that board online.
@@ -159,6 +161,7 @@ class MainFixture : public testing::Test {
   base::SystemClock systemClock;
   /// Whether the board lives in the computer's own time.
   bool realTime = false;
+  support::RecordingDisk disk;
   app::CommandGate gate{std::chrono::milliseconds(0)};
   FakeDialogs dialogs;
   FakePlayer player;

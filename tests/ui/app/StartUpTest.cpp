@@ -95,8 +95,8 @@ TEST_F(StartUp, MakesTheUpdateReadyAndOpensItOnItsButton) {
 TEST_F(StartUp, SaysThatThereIsNoUpdateInABuildWithout) {
   auto created = simulator::SimulatedAgent::Create({}, clock, gate.Pump());
   agent = std::move(created.agent);
-  window = std::make_unique<app::Main>(
-      app::Surroundings{*agent, gate, clock, dialogs, player, folders, kept, sleep, nullptr, settings, program, data});
+  window = std::make_unique<app::Main>(app::Surroundings{*agent, gate, clock, disk, dialogs, player, folders, kept,
+                                                         sleep, nullptr, settings, program, data});
   ASSERT_TRUE(window->StartUp());
   EXPECT_FALSE(Button("UpdateBtn").isEnabled());
   EXPECT_EQ(Button("UpdateBtn").toolTip(), "This version does not fetch sounds from the Internet.");

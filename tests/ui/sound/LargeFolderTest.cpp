@@ -1,5 +1,6 @@
 #include "SoundPageFixture.h"
 #include "support/EventLoopWatch.h"
+#include "support/RecordingDisk.h"
 
 namespace kestrin::sound::ui {
 namespace {
@@ -47,7 +48,7 @@ TEST_F(LargeFolderTest, LeavingALargeFolderWhileItIsReadShowsOnlyTheOther) {
 
 TEST_F(LargeFolderTest, LoadingFortySoundsGivesTheWindowItsTurn) {
   for (const Slot& slot : kSlots) Fill(slot.kind, slot.isList ? 12 : 1);
-  ASSERT_EQ(set.Save(folder / "full.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "full.lscfg", support::AnyDisk()), "");
   // Half a second each: what a full board holds in sum.
   for (const Slot& slot : kSlots)
     for (int number = 1; number <= set.Count(slot.kind); ++number)

@@ -5,6 +5,7 @@
 
 #include "SoundPageFixture.h"
 #include "sound/ui/SoundRowDelegate.h"
+#include "support/RecordingDisk.h"
 
 namespace kestrin::sound::ui {
 namespace {
@@ -188,7 +189,7 @@ TEST_F(SlotListsTest, TheHintKeepsItsRunOfBlanks) {
 TEST_F(SlotListsTest, ALoadedSetAppearsInTheLists) {
   Fill(SlotKind::Boot, 1);
   Fill(SlotKind::Lockup, 2);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   set.Clear();
   Open();
   Fill(SlotKind::Motion, 2);

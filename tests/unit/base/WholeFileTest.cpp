@@ -3,12 +3,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::base {
 namespace {
 
 using ::testing::HasSubstr;
+
+std::ptrdiff_t EntriesOf(const support::TemporaryFolder& folder) {
+  const std::filesystem::directory_iterator files(folder.Path());
+  return std::distance(begin(files), end(files));
+}
 
 TEST(WriteWholeFile, WritesANewFileAndReplacesAnOldOne) {
   const support::TemporaryFolder folder;
@@ -21,8 +27,7 @@ TEST(WriteWholeFile, WritesANewFileAndReplacesAnOldOne) {
 TEST(WriteWholeFile, LeavesNothingElseInTheFolder) {
   const support::TemporaryFolder folder;
   EXPECT_EQ(WriteWholeFile(folder / "a.txt", "x"), "");
-  const std::filesystem::directory_iterator files(folder.Path());
-  EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+  EXPECT_EQ(EntriesOf(folder), 1);
 }
 
 TEST(WriteWholeFile, NamesTheFileAndTheReasonWhenTheFolderIsMissing) {
@@ -76,13 +81,78 @@ TEST(WriteWholeFile, WritesThroughALink) {
   EXPECT_EQ(support::ReadBytes(folder / "real.txt"), "new");
 }
 
-TEST(WriteWholeFile, KeepsTheOldFileWhenTheNewOneCannotBeWrittenBeside) {
+TEST(WriteWholeFile, TakesTheLongestNameThatThereCanBe) {
   const support::TemporaryFolder folder;
-  // The longest name that file systems take: a longer one beside it cannot be made.
   const std::string name(255, 'a');
   support::WriteBytes(folder / name, "old");
-  EXPECT_NE(WriteWholeFile(folder / name, "new"), "");
-  EXPECT_EQ(support::ReadBytes(folder / name), "old");
+  support::RecordingDisk disk;
+  EXPECT_EQ(WriteWholeFile(folder / name, "new", disk), "");
+  EXPECT_EQ(support::ReadBytes(folder / name), "new");
+}
+
+TEST(WriteWholeFile, IsOnTheDiskBeforeItTakesTheName) {
+  const support::TemporaryFolder folder;
+  support::WriteBytes(folder / "a.txt", "old");
+  support::RecordingDisk disk;
+  std::vector<std::string> contents;
+  std::string beside;
+  disk.onFlush = [&](const std::filesystem::path& path) {
+    contents.push_back(support::ReadBytes(folder / "a.txt"));
+    if (contents.size() == 1) beside = support::ReadBytes(path);
+    return std::error_code();
+  };
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "new", disk), "");
+  ASSERT_EQ(disk.flushed.size(), 3U);
+  EXPECT_EQ(disk.flushed[0].parent_path(), folder.Path());
+  EXPECT_NE(disk.flushed[0], folder / "a.txt");
+  EXPECT_EQ(beside, "new");
+  // The folder is flushed with the new file in it, and again with the new name.
+  EXPECT_EQ(disk.flushed[1], folder.Path());
+  EXPECT_EQ(disk.flushed[2], folder.Path());
+  EXPECT_THAT(contents, ::testing::ElementsAre("old", "old", "new"));
+}
+
+TEST(WriteWholeFile, FlushesTheWorkingFolderForABareName) {
+  const support::TemporaryFolder folder;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.Path());
+  support::RecordingDisk disk;
+  EXPECT_EQ(WriteWholeFile("a.txt", "x", disk), "");
+  std::filesystem::current_path(before);
+  ASSERT_EQ(disk.flushed.size(), 3U);
+  EXPECT_EQ(disk.flushed[1], ".");
+}
+
+TEST(WriteWholeFile, KeepsTheOldFileWhenTheDiskFails) {
+  const support::TemporaryFolder folder;
+  support::WriteBytes(folder / "a.txt", "old");
+  for (const std::size_t failing : {1U, 2U}) {
+    support::RecordingDisk disk;
+    disk.onFlush = [&](const std::filesystem::path&) {
+      return disk.flushed.size() == failing ? std::make_error_code(std::errc::io_error) : std::error_code();
+    };
+    const std::string problem = WriteWholeFile(folder / "a.txt", "new", disk);
+    EXPECT_THAT(problem, HasSubstr("a.txt\" could not be written: "));
+    EXPECT_THAT(problem, HasSubstr(std::make_error_code(std::errc::io_error).message()));
+    EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "old");
+    EXPECT_EQ(EntriesOf(folder), 1) << "something is left beside it";
+  }
+}
+
+TEST(WriteWholeFile, DoesNotMeetAnotherThatWritesTheSameFile) {
+  const support::TemporaryFolder folder;
+  support::RecordingDisk disk;
+  support::RecordingDisk other;
+  std::string second = "not written";
+  disk.onFlush = [&](const std::filesystem::path&) {
+    if (disk.flushed.size() == 1) second = WriteWholeFile(folder / "a.txt", "second", other);
+    return std::error_code();
+  };
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "first", disk), "");
+  EXPECT_EQ(second, "");
+  EXPECT_NE(disk.flushed[0], other.flushed[0]);
+  EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "first");
+  EXPECT_EQ(EntriesOf(folder), 1);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <numeric>
 
 #include "sound/ConfigurationFile.h"
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 #include "unit/demo/Measures.h"
 
@@ -50,7 +51,7 @@ double UsualStep(const std::vector<std::int16_t>& samples) {
 
 TEST(DemoSet, LoadsAsAConfigurationWithEverySlotFilled) {
   const support::TemporaryFolder folder;
-  ASSERT_EQ(WriteDemoSet(folder.Path()), "");
+  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()), "");
   sound::LSU_Configuration configuration;
   IgnoringView view;
   const sound::LoadResult result = sound::ConfigurationFile::Load(folder / "demo.lscfg", configuration, view);
@@ -67,9 +68,9 @@ TEST(DemoSet, LoadsAsAConfigurationWithEverySlotFilled) {
 
 TEST(DemoSet, HasTheSameBytesEveryTime) {
   const support::TemporaryFolder folder;
-  ASSERT_EQ(WriteDemoSet(folder.Path()), "");
+  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()), "");
   const auto first = FilesOf(folder.Path());
-  ASSERT_EQ(WriteDemoSet(folder.Path()), "");
+  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()), "");
   EXPECT_EQ(first.size(), 18U);
   EXPECT_TRUE(first == FilesOf(folder.Path()));
 }
@@ -77,7 +78,7 @@ TEST(DemoSet, HasTheSameBytesEveryTime) {
 TEST(DemoSet, MakesItsFolderAndNamesTheFilesByAbsolutePathsWithoutDots) {
   const support::TemporaryFolder folder;
   const fs::path wanted = folder / "new" / "one";
-  ASSERT_EQ(WriteDemoSet(fs::relative(folder.Path()) / "new" / "." / "one"), "");
+  ASSERT_EQ(WriteDemoSet(fs::relative(folder.Path()) / "new" / "." / "one", support::AnyDisk()), "");
   sound::LSU_Configuration configuration;
   IgnoringView view;
   (void)sound::ConfigurationFile::Load(wanted / "demo.lscfg", configuration, view);
@@ -87,7 +88,7 @@ TEST(DemoSet, MakesItsFolderAndNamesTheFilesByAbsolutePathsWithoutDots) {
 TEST(DemoSet, NamesAFolderThatCannotBeMade) {
   const support::TemporaryFolder folder;
   const fs::path file = support::WriteBytes(folder / "file", "x");
-  EXPECT_THAT(WriteDemoSet(file / "below"), ::testing::HasSubstr((file / "below").string()));
+  EXPECT_THAT(WriteDemoSet(file / "below", support::AnyDisk()), ::testing::HasSubstr((file / "below").string()));
 }
 
 TEST(DemoSet, EverySoundPeaksOneDecibelBelowFullScale) {

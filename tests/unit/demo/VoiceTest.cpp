@@ -8,6 +8,7 @@
 #include "demo/DemoSet.h"
 #include "demo/Synth.h"
 #include "sound/ConfigurationFile.h"
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 #include "unit/demo/Measures.h"
 
@@ -66,7 +67,7 @@ TEST(Voice, AGrowlIsFullerAtTheSamePeak) {
 
 TEST(Voice, TheDemoFontsAreWholeSetsThatFitTheSmallestBoard) {
   const support::TemporaryFolder folder;
-  ASSERT_EQ(WriteDemoFonts(folder.Path()), "");
+  ASSERT_EQ(WriteDemoFonts(folder.Path(), support::AnyDisk()), "");
   for (const DemoFont& font : kDemoFonts) {
     SCOPED_TRACE(font.name);
     const std::string name = font.name;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/DecimalComma.h"
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::led {
@@ -173,7 +174,7 @@ LED_Pulse SomePulse() {
 TEST_F(LedSettingsFileTest, WritesThreeLinesWithCrLfWhateverTheLocale) {
   const support::DecimalComma locale;
   const auto path = m_folder / "saved.ldset";
-  EXPECT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse()), "");
+  EXPECT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse(), support::AnyDisk()), "");
   EXPECT_EQ(ReadBytes(path),
             "KestdrinLEDSettings#1\r\n"
             "PULSE+Low=10_20_30_40+High=63_126_189_252+Times=1500_2.5_1234567_0.0000001\r\n"
@@ -183,7 +184,7 @@ TEST_F(LedSettingsFileTest, WritesThreeLinesWithCrLfWhateverTheLocale) {
 TEST_F(LedSettingsFileTest, WhatItWritesLoadsBackAsTheSame) {
   const support::DecimalComma locale;
   const auto path = m_folder / "saved.ldset";
-  ASSERT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse()), "");
+  ASSERT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse(), support::AnyDisk()), "");
   ASSERT_TRUE(Load(ReadBytes(path))) << m_problem;
   EXPECT_EQ(Lows(m_idle), Lows(SomePulse()));
   EXPECT_EQ(Highs(m_idle), Highs(SomePulse()));
@@ -196,11 +197,11 @@ TEST_F(LedSettingsFileTest, WhatItWritesLoadsBackAsTheSame) {
 
 TEST_F(LedSettingsFileTest, AFileThatCannotBeWrittenIsNamedAndTheOldOneStays) {
   const auto path = m_folder / "missing" / "saved.ldset";
-  EXPECT_THAT(LedSettingsFile::Save(path, {}, {}), HasSubstr("saved.ldset"));
+  EXPECT_THAT(LedSettingsFile::Save(path, {}, {}, support::AnyDisk()), HasSubstr("saved.ldset"));
   // A folder in the way cannot be replaced.
   const auto taken = m_folder / "taken.ldset";
   std::filesystem::create_directory(taken);
-  EXPECT_THAT(LedSettingsFile::Save(taken, {}, {}), HasSubstr("taken.ldset"));
+  EXPECT_THAT(LedSettingsFile::Save(taken, {}, {}, support::AnyDisk()), HasSubstr("taken.ldset"));
   EXPECT_TRUE(std::filesystem::is_directory(taken));
 }
 

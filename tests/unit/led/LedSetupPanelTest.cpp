@@ -2,6 +2,7 @@
 
 #include "LedSetupFixture.h"
 #include "led/LedSettingsFile.h"
+#include "support/RecordingDisk.h"
 
 namespace kestrin::led {
 namespace {
@@ -373,7 +374,7 @@ TEST_F(SettingsPanelTest, SavingBuildsBothPulsesFromThePanel) {
   m_view.times = {{TimeBox::IdleTON, "1.5"},   {TimeBox::IdleTOFF, "2"},  {TimeBox::IdleTRISE, "0.02"},
                   {TimeBox::IdleTFALL, "0.5"}, {TimeBox::FocTON, "0.04"}, {TimeBox::FocTOFF, "0.0025"}};
   m_view.repetitions = "4";
-  EXPECT_TRUE(m_setup.SaveSettings(file));
+  EXPECT_TRUE(m_setup.SaveSettings(file, support::AnyDisk()));
   EXPECT_EQ(support::ReadBytes(file),
             "KestdrinLEDSettings#1\r\n"
             "PULSE+Low=10_20_30_40+High=50_60_70_80+Times=1500_2000_20_500\r\n"
@@ -386,7 +387,7 @@ TEST_F(SettingsPanelTest, SavingBuildsBothPulsesFromThePanel) {
 }
 
 TEST_F(SettingsPanelTest, AFileThatCannotBeWrittenIsTold) {
-  EXPECT_FALSE(m_setup.SaveSettings(m_folder / "no such folder" / "saved.ldset"));
+  EXPECT_FALSE(m_setup.SaveSettings(m_folder / "no such folder" / "saved.ldset", support::AnyDisk()));
   EXPECT_THAT(m_view.information, HasSubstr("saved.ldset"));
 }
 

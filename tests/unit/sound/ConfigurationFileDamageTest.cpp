@@ -8,6 +8,7 @@
 
 #include "sound/ConfigurationFile.h"
 #include "support/RecordingConfigurationView.h"
+#include "support/RecordingDisk.h"
 #include "support/SoundSet.h"
 #include "support/TestFiles.h"
 
@@ -79,7 +80,7 @@ TEST_F(ConfigurationFileDamage, AListLineNeedsItsKeywordAndANumberFrom0To12) {
 TEST_F(ConfigurationFileDamage, AFileCutOffAnywhereIsNotValidUnlessOnlyItsLastLineEndIsGone) {
   LSU_Configuration full;
   support::FillEverySlot(full, m_folder);
-  ASSERT_EQ(ConfigurationFile::Save(full, m_folder / "full.lscfg"), "");
+  ASSERT_EQ(ConfigurationFile::Save(full, m_folder / "full.lscfg", support::AnyDisk()), "");
   const std::string text = support::ReadBytes(m_folder / "full.lscfg");
   // From the last volume's first digit on nothing tells a shorter number from a whole one.
   const std::size_t lastLine = text.rfind(" 100\r\n");

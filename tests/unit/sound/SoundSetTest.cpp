@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/RecordingDisk.h"
 #include "support/SoundSetFixture.h"
 
 namespace kestrin::sound {
@@ -138,7 +139,7 @@ TEST_F(SoundSetTest, BareOfAFileTheSetIsCalledNewSet) {
 TEST_F(SoundSetTest, SavingGivesTheSetItsNameAndTakesTheMarkAway) {
   Fill(SlotKind::Boot, 1);
   EXPECT_TRUE(set.IsModified());
-  ASSERT_EQ(set.Save(folder / "ember knight.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "ember knight.lscfg", support::AnyDisk()), "");
   EXPECT_EQ(set.Name(), "ember knight");
   EXPECT_FALSE(set.IsModified());
   set.SetVolume(SlotKind::Boot, 1, 99);
@@ -149,7 +150,7 @@ TEST_F(SoundSetTest, SavingGivesTheSetItsNameAndTakesTheMarkAway) {
 
 TEST_F(SoundSetTest, ASaveThatFailsKeepsTheMark) {
   Fill(SlotKind::Boot, 1);
-  EXPECT_NE(set.Save(folder / "no such folder" / "a.lscfg"), "");
+  EXPECT_NE(set.Save(folder / "no such folder" / "a.lscfg", support::AnyDisk()), "");
   EXPECT_TRUE(set.IsModified());
   EXPECT_EQ(set.Name(), "New set");
 }
@@ -158,7 +159,7 @@ TEST_F(SoundSetTest, LoadingBringsTheSavedSetAndItsName) {
   Fill(SlotKind::Boot, 1);
   Fill(SlotKind::Lockup, 2);
   set.SetVolume(SlotKind::Lockup, 2, 35);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   set.Clear();
   EXPECT_EQ(Names(SlotKind::Lockup), "");
   EXPECT_EQ(set.Name(), "New set");
@@ -171,7 +172,7 @@ TEST_F(SoundSetTest, LoadingBringsTheSavedSetAndItsName) {
 
 TEST_F(SoundSetTest, ASetThatLostSoundsOnTheWayIsMarkedUntilItIsSaved) {
   Fill(SlotKind::Motion, 2);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   std::filesystem::remove(folder / "motion 1.lsu");
   ASSERT_TRUE(set.Load(folder / "a.lscfg").valid);
   EXPECT_EQ(Names(SlotKind::Motion), "motion 2.lsu@100");
@@ -180,7 +181,7 @@ TEST_F(SoundSetTest, ASetThatLostSoundsOnTheWayIsMarkedUntilItIsSaved) {
   EXPECT_FALSE(set.IsModified());
   set.Redo();
   EXPECT_TRUE(set.IsModified());
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   EXPECT_FALSE(set.IsModified());
   ASSERT_TRUE(set.Load(folder / "a.lscfg").valid);
   EXPECT_FALSE(set.IsModified());
@@ -188,7 +189,7 @@ TEST_F(SoundSetTest, ASetThatLostSoundsOnTheWayIsMarkedUntilItIsSaved) {
 
 TEST_F(SoundSetTest, AFileThatIsNoConfigurationChangesNeitherSetNorName) {
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   const std::string before = set.UndoText();
   EXPECT_EQ(set.Load(WriteBytes(folder / "b.lscfg", "IDLE\r\n")).Message(), "Not a valid configuration file");
   EXPECT_EQ(set.Name(), "a");
@@ -198,7 +199,7 @@ TEST_F(SoundSetTest, AFileThatIsNoConfigurationChangesNeitherSetNorName) {
 
 TEST_F(SoundSetTest, ABrokenConfigurationLeavesWhatItHeldAsAChangeToUndo) {
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   Sound("other.lsu", 100);
   const std::string text = "BOOT\r\n" + (folder / "other.lsu").string() + "\r\n 100\r\nWRONG\r\n";
   EXPECT_FALSE(set.Load(WriteBytes(folder / "b.lscfg", text)).valid);
@@ -212,7 +213,7 @@ TEST_F(SoundSetTest, ABrokenConfigurationLeavesWhatItHeldAsAChangeToUndo) {
 
 TEST_F(SoundSetTest, NothingElseChangesTheSetWhileItIsLoaded) {
   Fill(SlotKind::Motion, 2);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   int turns = 0;
   const LoadResult result = set.Load(folder / "a.lscfg", [&] {
     ++turns;
@@ -223,7 +224,7 @@ TEST_F(SoundSetTest, NothingElseChangesTheSetWhileItIsLoaded) {
     EXPECT_EQ(set.CopyTo({SlotKind::Motion, 1}, SlotKind::Boot, 1), SoundSet::kBusy);
     EXPECT_EQ(set.SetVolume(SlotKind::Motion, 1, 5), SoundSet::kBusy);
     EXPECT_EQ(set.Clear(), SoundSet::kBusy);
-    EXPECT_EQ(set.Save(folder / "b.lscfg"), SoundSet::kBusy);
+    EXPECT_EQ(set.Save(folder / "b.lscfg", support::AnyDisk()), SoundSet::kBusy);
     EXPECT_FALSE(set.Load(folder / "a.lscfg").valid);
     EXPECT_FALSE(set.CanUndo());
     set.Undo();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sound/SoundSet.h"
+#include "support/RecordingDisk.h"
 #include "support/SoundSetFixture.h"
 
 namespace kestrin::sound {
@@ -37,11 +38,11 @@ struct Step {
 TEST_F(SoundSetUndoTest, EveryChangeIsTakenBackAndDoneAgainExactly) {
   Fill(SlotKind::Motion, 3);
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "other.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "other.lscfg", support::AnyDisk()), "");
   set.Clear();
   Fill(SlotKind::Impact, 2);
   set.SetVolume(SlotKind::Impact, 1, 80);
-  ASSERT_EQ(set.Save(folder / "set.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "set.lscfg", support::AnyDisk()), "");
   const std::vector<Step> changes{
       {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Impact, Sound("x.lsu", 300, 9000)), ""); }},
       {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Idle, folder / "x.lsu"), ""); }},
@@ -110,7 +111,7 @@ TEST_F(SoundSetUndoTest, TheVolumeOfOneSoundIsOneStep) {
 TEST_F(SoundSetUndoTest, ASaveSplitsAVolumeStep) {
   Fill(SlotKind::Boot, 1);
   set.SetVolume(SlotKind::Boot, 1, 80);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   set.SetVolume(SlotKind::Boot, 1, 60);
   set.Undo();
   EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@80");
@@ -160,9 +161,9 @@ TEST_F(SoundSetUndoTest, AnEmptyGroupIsNoStep) {
 
 TEST_F(SoundSetUndoTest, TheMarkFollowsTheFileThatIsUndoneTo) {
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "a.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   Fill(SlotKind::Idle, 1);
-  ASSERT_EQ(set.Save(folder / "b.lscfg"), "");
+  ASSERT_EQ(set.Save(folder / "b.lscfg", support::AnyDisk()), "");
   // The set was saved under another name since: that is the file it would be saved to now.
   set.Undo();
   EXPECT_EQ(set.Name(), "b");

@@ -1,8 +1,8 @@
-#include "update/NewFile.h"
+#include "base/NewFile.h"
 
 #include <cerrno>
 
-namespace kestrin::update {
+namespace kestrin::base {
 
 namespace {
 
@@ -41,4 +41,4 @@ bool NewFile::Note(bool success) {
   return success;
 }
 
-}  // namespace kestrin::update
+}  // namespace kestrin::base

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace kestrin::update {
+namespace kestrin::base {
 
 /// A file that did not exist before. Whatever has that name already is left alone: nothing is opened, emptied or
 /// written through a link, not even when it came a moment ago.
@@ -37,4 +37,4 @@ class NewFile {
   std::error_code m_error;
 };
 
-}  // namespace kestrin::update
+}  // namespace kestrin::base

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <set>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "base/Disk.h"
+
+namespace kestrin::support {
+
+/// A disk that notes what is flushed, in order, and fails where the test wants it. Its locks exclude each other, but no
+/// other disk's.
+class RecordingDisk final : public base::Disk {
+ public:
+  [[nodiscard]] std::error_code Flush(const std::filesystem::path& path) override {
+    flushed.push_back(path);
+    return onFlush ? onFlush(path) : std::error_code();
+  }
+  [[nodiscard]] LockResult TryLock(const std::filesystem::path& path) override {
+    if (lockError) return {nullptr, false, lockError};
+    if (!m_held->insert(path).second) return {nullptr, true, {}};
+    return {std::make_unique<Held>(m_held, path), false, {}};
+  }
+
+  /// Whether somebody has that lock.
+  [[nodiscard]] bool IsLocked(const std::filesystem::path& path) const { return m_held->contains(path); }
+
+  std::vector<std::filesystem::path> flushed;
+  /// Looks on, and says how flushing ends.
+  std::function<std::error_code(const std::filesystem::path&)> onFlush;
+  std::error_code lockError;
+
+ private:
+  using Paths = std::set<std::filesystem::path>;
+
+  class Held final : public Lock {
+   public:
+    Held(std::shared_ptr<Paths> held, std::filesystem::path path) : m_held(std::move(held)), m_path(std::move(path)) {}
+    ~Held() override { m_held->erase(m_path); }
+
+   private:
+    std::shared_ptr<Paths> m_held;
+    std::filesystem::path m_path;
+  };
+
+  std::shared_ptr<Paths> m_held = std::make_shared<Paths>();
+};
+
+/// For tests that do not look at the disk.
+inline base::Disk& AnyDisk() {
+  static RecordingDisk disk;
+  return disk;
+}
+
+}  // namespace kestrin::support
