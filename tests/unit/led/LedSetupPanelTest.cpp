@@ -131,6 +131,34 @@ TEST_F(PickerTest, PickingAColourSetsTheSlidersOfItsChannels) {
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
 
+TEST_F(PickerTest, TheDiesThatAColourUsesAreThoseOfTheColourThatWasPicked) {
+  // One die has 101 at full level, the others 900: what these give is cut down to 255 * 101 / 900 = 28.6 while the weak
+  // one is used. A component of 1 uses it: 101 / 255 = 0.4 leaves nothing of its own light, and still it counts.
+  struct Row {
+    std::string weakest;
+    Color color;
+    std::vector<int> levels;
+  };
+  const Row rows[] = {
+      {"red", 0xFFFF01, {0, 29, 29}},   {"red", 0xFFFF00, {0, 255, 255}},   {"red", 0xFFFFFF, {255, 29, 29}},
+      {"green", 0xFF01FF, {29, 0, 29}}, {"green", 0xFF00FF, {255, 0, 255}}, {"green", 0xFFFFFF, {29, 255, 29}},
+      {"blue", 0x01FFFF, {29, 29, 0}},  {"blue", 0x00FFFF, {255, 255, 0}},  {"blue", 0xFFFFFF, {29, 29, 255}},
+  };
+  m_view.fidelity = true;
+  for (const Row& row : rows) {
+    RecordText record = RecordOfColors({"red", "green", "blue"});
+    for (ChannelText& channel : record.channels)
+      if (channel.color == row.weakest) channel.maxLum = "101";
+    Catalogue({record.Text()});
+    m_setup.ChooseType(record.name);
+    m_view.pickedColor = row.color;
+    m_setup.PickColor();
+    std::vector<int> levels = m_view.Levels();
+    levels.resize(3);
+    EXPECT_EQ(levels, row.levels) << row.weakest << " " << std::hex << row.color;
+  }
+}
+
 TEST_F(PickerTest, PickingFindsChannelsByColourAndLeavesTheOthers) {
   Use("Quartet");  // blue, white, red, green of 900 each
   SetLevels({1, 2, 3, 4});
