@@ -109,6 +109,30 @@ QPixmap TakeSetup(const Place& place, const std::string& board) {
   return stage.Window().grab();
 }
 
+/// Some values are moved and not sent.
+QPixmap TakeSetupMoved(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  stage.Find<QAbstractButton>("ConfigBtn").click();
+  stage.Find<QSlider>("MotionThresholdSlider").setValue(120);
+  stage.Find<QSlider>("ImpactTimeSlider").setValue(60);
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
+/// After a download that was cancelled while the board was being erased.
+QPixmap TakeSetupKept(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  stage.When([&stage] { return stage.Find<QLabel>("InformationLabel").text() == "Erasing flash memory ..."; },
+             [&stage] { stage.Find<QAbstractButton>("CancelBtn").click(); });
+  stage.Find<QAbstractButton>("SendBtn").click();
+  stage.Find<QAbstractButton>("CancelBtn").click();
+  stage.Find<QAbstractButton>("ConfigBtn").click();
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
 /// Chooses a level of a pulse in the colour picker: how strong its red, green and blue outputs shine, 0 to 255.
 void PickLevel(Stage& stage, const char* button, const std::array<int, 3>& strengths) {
   stage.Find<QAbstractButton>(button).click();
@@ -203,6 +227,8 @@ constexpr Scene kScenes[] = {
     {"canceled", kBoard, TakeCancelled},
     {"setup", "id=65535,serial=4B535401", TakeSetup},
     {"setup-old-board", kBoard, TakeSetup},
+    {"setup-moved", "id=65535,serial=4B535401", TakeSetupMoved},
+    {"setup-kept", "id=65535,serial=4B535401,erase=3,wire=usb", TakeSetupKept},
     {"help", "none", TakeHelp},
     {"no-board", "none", TakeNoBoard},
     {"question", kBoard, TakeQuestion},

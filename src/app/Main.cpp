@@ -19,7 +19,7 @@
 #include "app/help/TopicOf.h"
 #include "device/BoardIdentity.h"
 #include "led/ui/LedPanel.h"
-#include "motion/AccelerometerSetup.h"
+#include "motion/ui/ConfigControl.h"
 #include "motion/ui/ConfigFrame.h"
 #include "sound/ui/DownloadFrame.h"
 #include "sound/ui/SoundPage.h"
@@ -106,21 +106,23 @@ void Main::MakeLayout() {
 
 led::ui::LedPanel& Main::LedFrame() {
   if (m_ledFrame != nullptr) return *m_ledFrame;
-  CommandGate& gate = m_around.gate;
-  const auto run = [&gate](std::function<void()> action) {
-    gate.WhenFree([&gate, action = std::move(action)] {
-      const CommandGate::Passage passage(gate);
-      action();
-    });
-  };
-  m_ledFrame = new led::ui::LedPanel(
-      {m_pictures, m_around.dialogs, m_around.disk, m_around.programFolder, [this] { return m_session.Board(); }, run});
+  m_ledFrame = new led::ui::LedPanel({m_pictures, m_around.dialogs, m_around.disk, m_around.programFolder,
+                                      [this] { return m_session.Board(); }, Runner()});
   connect(m_ledFrame, &led::ui::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
   connect(m_ledFrame, &led::ui::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
   m_helpLine->Explain(*m_ledFrame);
   m_pages->addWidget(m_ledFrame);
   UpdateButtons();
   return *m_ledFrame;
+}
+
+std::function<void(std::function<void()>)> Main::Runner() {
+  return [&gate = m_around.gate](std::function<void()> action) {
+    gate.WhenFree([&gate, action = std::move(action)] {
+      const CommandGate::Passage passage(gate);
+      action();
+    });
+  };
 }
 
 void Main::MakePanels() {
@@ -138,6 +140,20 @@ void Main::MakePanels() {
     });
   }
   m_waitFrame = new WaitFrame(*this);
+  MakeConfigControl();
+}
+
+void Main::MakeConfigControl() {
+  using Control = motion::ui::ConfigControl;
+  const auto lookup = [this]() -> std::optional<Control::Board> {
+    device::TLS* const board = m_session.Board();
+    if (board == nullptr || !m_session.IsOnline() || m_session.DeviceType() != device::DeviceType::SoundBoard)
+      return std::nullopt;
+    return Control::Board{*board, m_session.SerialNumber(), m_session.DeviceRevision(), m_session.IsIdentified()};
+  };
+  m_configControl = new Control(*m_configFrame, {m_around.dialogs, m_around.kept, lookup, Runner()});
+  m_configControl->setParent(m_configFrame);
+  connect(m_configControl, &Control::news, m_helpLine, &HelpLine::ShowNews);
 }
 
 void Main::Connect() {
@@ -153,8 +169,6 @@ void Main::Connect() {
   connect(&m_setFile, &SetFile::opened, this, [this] {
     if (!m_session.IsOnline()) m_pages->setCurrentWidget(m_page);
   });
-  connect(m_configFrame, &motion::ui::ConfigFrame::sendRequested, this,
-          [this, &gate] { gate.WhenFree([this] { SendAccParam(); }); });
   connect(m_downloadFrame, &sound::ui::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
 
   connect(m_page, &sound::ui::SoundPage::playRequested, this,
@@ -236,13 +250,7 @@ void Main::ShowLedFrame(bool visible) {
   m_pages->setCurrentWidget(visible ? static_cast<QWidget*>(&LedFrame()) : m_page);
 }
 
-void Main::ReadAccData() {
-  motion::AccelerometerSetup setup(*m_session.Board(), m_session.SerialNumber(), m_around.kept);
-  if (const auto held = setup.Read())
-    m_configFrame->ShowValues(*held, m_session.DeviceRevision());
-  else
-    m_helpLine->ShowNews(tr("The board did not tell its motion and impact parameters."));
-}
+void Main::ReadAccData() { m_configControl->ReadAccData(); }
 
 bool Main::InitLedDrivers() {
   device::TLS& board = *m_session.Board();
@@ -302,7 +310,7 @@ void Main::Press(ToolRow::Tool tool) {
       m_setFile.Save();
       break;
     case ToolRow::Tool::Config:
-      m_configFrame->Open(m_session.DeviceRevision());
+      m_configControl->Open();
       break;
     case ToolRow::Tool::Update:
       Update();
@@ -338,21 +346,6 @@ void Main::Send() {
   m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash, m_session.IsIdentified()}));
   m_around.sleep.Unblock();
   SetRunning(false);
-}
-
-void Main::SendAccParam() {
-  if (!m_boardButtons || m_session.Board() == nullptr) {
-    m_helpLine->ShowNews(tr("No sound board is connected: nothing was sent."));
-    return;
-  }
-  const CommandGate::Passage passage(m_around.gate);
-  motion::AccelerometerSetup setup(*m_session.Board(), m_session.SerialNumber(), m_around.kept);
-  if (const auto held = setup.Change(m_configFrame->Values())) {
-    m_configFrame->ShowValues(*held, m_session.DeviceRevision());
-    m_helpLine->ShowNews(tr("The board has taken the new values."));
-  } else {
-    m_helpLine->ShowNews(tr("The board did not confirm the new values. Check its plug and send them again."));
-  }
 }
 
 void Main::SetRunning(bool running) {

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,8 +28,9 @@ namespace kestrin::led::ui {
 class LedPanel;
 }
 namespace kestrin::motion::ui {
+class ConfigControl;
 class ConfigFrame;
-}
+}  // namespace kestrin::motion::ui
 namespace kestrin::sound::ui {
 class DownloadFrame;
 class SoundPage;
@@ -76,6 +78,9 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
  private:
   void MakeLayout();
   void MakePanels();
+  void MakeConfigControl();
+  /// What keeps actions that talk to the board one after another.
+  [[nodiscard]] std::function<void(std::function<void()>)> Runner();
   /// The LED driver's page, made with the first use.
   led::ui::LedPanel& LedFrame();
   void Connect();
@@ -99,7 +104,6 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void Press(ToolRow::Tool tool);
   void Update();
   void Send();
-  void SendAccParam();
   void TickGoOnline();
   void LookForNotices();
   void SetRunning(bool running);
@@ -130,6 +134,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   HelpLine* m_helpLine = nullptr;
   QWidget* m_waitFrame = nullptr;
   motion::ui::ConfigFrame* m_configFrame = nullptr;
+  motion::ui::ConfigControl* m_configControl = nullptr;
   sound::ui::DownloadFrame* m_downloadFrame = nullptr;
   std::optional<sound::Download> m_download;
 

@@ -18,7 +18,8 @@ device::TLS& RequireSensor(OnlineBoard& online) {
 AccelerometerBoard::AccelerometerBoard(Context& context)
     : m_kept(OpenKeptParameters(context.disk)),
       m_online(context),
-      m_setup(RequireSensor(m_online), m_online.Session().SerialNumber(), m_kept) {}
+      m_setup(RequireSensor(m_online), m_online.Session().SerialNumber(), m_online.Session().DeviceRevision(), m_kept) {
+}
 
 Report AccelerometerBoard::ReportOf(const std::optional<device::AccParam>& parameters, const std::string& failure) {
   if (!parameters) throw CommandFailure(ExitCode::Failed, failure);

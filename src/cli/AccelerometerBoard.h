@@ -28,6 +28,11 @@ class AccelerometerBoard {
   motion::AccelerometerSetup m_setup;
 };
 
+/// The warning of a change of all parameters after which something is still kept for the board.
+inline constexpr const char* kStillKept =
+    "The board did not confirm that it holds these, so what an interrupted download has kept for it stays kept. "
+    "\"kestrinctl accel get\" shows what the board holds.";
+
 /// The failure of every change.
 inline constexpr const char* kNotAccepted =
     "The board did not confirm the detection parameters. Check its cable and try again.";

@@ -4,8 +4,9 @@
 
 namespace kestrin::motion {
 
-AccelerometerSetup::AccelerometerSetup(device::TLS& board, std::string serialNumber, KeptParameters& kept)
-    : m_board(board), m_serialNumber(std::move(serialNumber)), m_kept(kept) {}
+AccelerometerSetup::AccelerometerSetup(device::TLS& board, std::string serialNumber, std::uint16_t revision,
+                                       KeptParameters& kept)
+    : m_board(board), m_serialNumber(std::move(serialNumber)), m_revision(revision), m_kept(kept) {}
 
 std::optional<device::AccParam> AccelerometerSetup::Read() {
   device::AccParam parameters;
@@ -13,43 +14,57 @@ std::optional<device::AccParam> AccelerometerSetup::Read() {
   return parameters;
 }
 
+AccelerometerSetup::Sent AccelerometerSetup::Send(const device::AccParam& wanted) { return Deliver(wanted, wanted); }
+
+std::optional<device::AccParam> AccelerometerSetup::ReadBack(const device::AccParam& accepted) {
+  const auto held = Read();
+  if (held && IsFormOf(*held, accepted, m_revision)) Settle(*held, accepted);
+  return held;
+}
+
 std::optional<device::AccParam> AccelerometerSetup::Change(
     const std::map<const DetectionParameter*, std::int32_t>& values) {
   std::optional<device::AccParam> wanted = values.size() == kDetectionParameters.size() ? device::AccParam{} : Read();
   if (!wanted) return std::nullopt;
-  std::optional<device::AccParam> remembered = Kept();
+  device::AccParam remembered = Kept().value_or(device::AccParam{});
   for (const auto& [parameter, value] : values) {
     SetShownValue(*parameter, *wanted, value);
-    if (remembered) SetShownValue(*parameter, *remembered, value);
+    SetShownValue(*parameter, remembered, value);
   }
-  if (!m_board.SetAccParam(*wanted)) return std::nullopt;
-  if (remembered == wanted)
-    m_kept.Forget(m_serialNumber);
-  else if (remembered)
-    // A disk that refuses leaves the older values remembered, which is still better than none.
-    static_cast<void>(m_kept.Keep(m_serialNumber, *remembered));
-  return Restart(*wanted);
+  return ResultOf(Deliver(*wanted, remembered), *wanted);
 }
 
-std::optional<device::AccParam> AccelerometerSetup::RestoreDefaults() { return Replace(FactoryDefaults()); }
+std::optional<device::AccParam> AccelerometerSetup::RestoreDefaults() {
+  return ResultOf(Send(FactoryDefaults()), FactoryDefaults());
+}
 
 std::optional<device::AccParam> AccelerometerSetup::Kept() const { return m_kept.Find(m_serialNumber); }
 
 std::optional<device::AccParam> AccelerometerSetup::RestoreKept() {
   const auto kept = Kept();
-  return kept ? Replace(*kept) : std::nullopt;
+  return kept ? ResultOf(Send(*kept), *kept) : std::nullopt;
 }
 
-std::optional<device::AccParam> AccelerometerSetup::Replace(const device::AccParam& parameters) {
-  if (!m_board.SetAccParam(parameters)) return std::nullopt;
-  m_kept.Forget(m_serialNumber);
-  return Restart(parameters);
-}
-
-device::AccParam AccelerometerSetup::Restart(const device::AccParam& accepted) {
-  // The board takes new values into use when it restarts.
+AccelerometerSetup::Sent AccelerometerSetup::Deliver(const device::AccParam& wanted,
+                                                     const device::AccParam& remembered) {
+  if (!m_board.SetAccParam(wanted)) return {};
   static_cast<void>(m_board.Reset());
-  return Read().value_or(accepted);
+  const auto held = Read();
+  if (held && IsFormOf(*held, wanted, m_revision)) Settle(*held, remembered);
+  return {true, held};
+}
+
+void AccelerometerSetup::Settle(const device::AccParam& held, const device::AccParam& remembered) {
+  if (!Kept()) return;
+  if (IsFormOf(held, remembered, m_revision))
+    m_kept.Forget(m_serialNumber);
+  else
+    // A disk that refuses leaves the older values remembered, which is still better than none.
+    static_cast<void>(m_kept.Keep(m_serialNumber, remembered));
+}
+
+std::optional<device::AccParam> AccelerometerSetup::ResultOf(const Sent& sent, const device::AccParam& wanted) {
+  return sent.accepted ? std::optional(sent.held.value_or(wanted)) : std::nullopt;
 }
 
 }  // namespace kestrin::motion

@@ -1,5 +1,7 @@
 #include "motion/DetectionParameter.h"
 
+#include <algorithm>
+
 #include "base/Numbers.h"
 
 namespace kestrin::motion {
@@ -25,6 +27,25 @@ std::int32_t ShownValue(const DetectionParameter& parameter, const device::AccPa
 
 void SetShownValue(const DetectionParameter& parameter, device::AccParam& board, std::int32_t value) {
   board.*parameter.field = IsFlashPeriod(parameter) ? FlashPeriodUnits(value) : value;
+}
+
+std::int32_t NearestInRange(const DetectionParameter& parameter, std::int32_t boardValue) {
+  device::AccParam board;
+  const auto inUnits = [&](std::int32_t shown) {
+    SetShownValue(parameter, board, shown);
+    return board.*parameter.field;
+  };
+  return std::clamp(boardValue, inUnits(parameter.minimum), inUnits(parameter.maximum));
+}
+
+bool IsFormOf(const device::AccParam& held, const device::AccParam& wanted, std::uint16_t revision) {
+  return std::all_of(kDetectionParameters.begin(), kDetectionParameters.end(),
+                     [&](const DetectionParameter& parameter) {
+                       if (IsFlashPeriod(parameter) && !HasFlashPeriod(revision)) return true;
+                       const std::int32_t value = held.*parameter.field;
+                       const std::int32_t asked = wanted.*parameter.field;
+                       return value == asked || value == NearestInRange(parameter, asked);
+                     });
 }
 
 device::AccParam FactoryDefaults() {

@@ -48,6 +48,13 @@ inline constexpr std::uint16_t kFlashPeriodRevision = 293;
 [[nodiscard]] std::int32_t ShownValue(const DetectionParameter& parameter, const device::AccParam& board);
 void SetShownValue(const DetectionParameter& parameter, device::AccParam& board, std::int32_t value);
 
+/// The nearest value that the parameter's range has to what a board holds, in the board's units.
+[[nodiscard]] std::int32_t NearestInRange(const DetectionParameter& parameter, std::int32_t boardValue);
+
+/// Whether `held` is what becomes of `wanted` on its way through a slider or into a board of that `DeviceRevision`:
+/// the same values, or the nearest in range where `wanted` is outside. The flash period counts only where there is one.
+[[nodiscard]] bool IsFormOf(const device::AccParam& held, const device::AccParam& wanted, std::uint16_t revision);
+
 /// The factory values as the board holds them.
 [[nodiscard]] device::AccParam FactoryDefaults();
 

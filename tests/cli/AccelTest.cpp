@@ -120,5 +120,19 @@ TEST_F(AccelRestoreTest, ARestoreThatFailsKeepsThem) {
   EXPECT_EQ(RunOnBoard(0, {"accel", "restore"})["MotionTh"], 9);
 }
 
+TEST_F(AccelRestoreTest, WhatTheBoardDidNotConfirmStaysKept) {
+  // The fourth answer takes the parameters, the fifth would tell them.
+  for (const char* const command : {"restore", "defaults"}) {
+    InterruptDownload();
+    const Finished finished = Run({"--board", Board("fault=read:5"), "accel", command});
+    EXPECT_EQ(finished.code, 0);
+    EXPECT_NE(finished.errors.find("stays kept"), std::string::npos) << finished.errors;
+    EXPECT_EQ(KeptFiles(), 1U) << command;
+    const Finished confirmed = Run({"--board", Board(), "accel", command});
+    EXPECT_EQ(confirmed.errors, "");
+    EXPECT_EQ(KeptFiles(), 0U) << command;
+  }
+}
+
 }  // namespace
 }  // namespace kestrin::support

@@ -12,7 +12,9 @@ class AccelDefaultsCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     AccelerometerBoard board(context);
-    return AccelerometerBoard::ReportOf(board.Setup().RestoreDefaults(), kNotAccepted);
+    Report report = AccelerometerBoard::ReportOf(board.Setup().RestoreDefaults(), kNotAccepted);
+    if (board.Setup().Kept()) report.message = kStillKept;
+    return report;
   }
 };
 

@@ -20,7 +20,9 @@ class AccelRestoreCommand final : public Command {
           ExitCode::Failed,
           "Nothing is kept for this board, so nothing was changed. \"kestrinctl accel get\" shows what it "
           "holds, \"kestrinctl accel defaults\" puts back the factory values.");
-    return AccelerometerBoard::ReportOf(board.Setup().RestoreKept(), kNotAccepted);
+    Report report = AccelerometerBoard::ReportOf(board.Setup().RestoreKept(), kNotAccepted);
+    if (board.Setup().Kept()) report.message = kStillKept;
+    return report;
   }
 };
 

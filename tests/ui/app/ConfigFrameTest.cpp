@@ -1,67 +1,16 @@
 #include <QGroupBox>
-#include <QSlider>
 
-#include "motion/ui/ConfigFrame.h"
-#include "ui/app/MainFixture.h"
+#include "ui/app/ConfigFrameFixture.h"
 
 namespace kestrin::support {
 namespace {
 
-struct Row {
-  const char* slider;
-  const char* label;
-  const char* caption;
-  const char* group;
-  int minimum;
-  int maximum;
-  int step;
-  int factory;
-};
-
-constexpr Row kRows[] = {
-    {"MotionThresholdSlider", "MotionThresholdLabel", "Threshold", "MOTION DETECTION PARAMETERS", 1, 255, 1, 180},
-    {"MotionDebouncingSlider", "MotionDebouncingLabel", "Integration Time", "MOTION DETECTION PARAMETERS", 2, 25, 1, 2},
-    {"ImpactThresholdSlider", "ImpactThresholdLabel", "Threshold", "IMPACT DETECTION PARAMETERS", 0, 31, 1, 10},
-    {"ImpactDebouncingslider", "ImpactDebouncingLabel", "Debouncing Time", "IMPACT DETECTION PARAMETERS", 1, 255, 1,
-     50},
-    {"ImpactTimeSlider", "ImpactTimeLabel", "Minimum time between repetitions", "IMPACT DETECTION PARAMETERS", 1, 255,
-     1, 125},
-    {"FOCTimeSlider", "FOCTimeLabel", "Flash period [ms]", "LOCKUP FLASH TIMING", 20, 1000, 4, 52}};
-
-class ConfigFrame : public MainFixture {
- protected:
-  using Values = std::vector<int>;
-
-  /// Starts with a board that holds these bytes.
-  void StartHolding(int id, const std::array<int, 6>& held) {
-    std::filesystem::create_directories(folder / "board");
-    std::string numbers;
-    for (const int value : held) numbers += (numbers.empty() ? "" : ",") + std::to_string(value);
-    support::WriteBytes(folder / "board" / "board.json",
-                        "{\"id\":" + std::to_string(id) + ",\"accelerometer\":[" + numbers + "]}");
-    Start("dir=" + sound::TextOf(folder / "board"));
-  }
-
-  [[nodiscard]] Values Sliders() const {
-    Values values;
-    for (const Row& row : kRows) values.push_back(Find<QSlider>(row.slider).value());
-    return values;
-  }
-  void ExpectLabelsLikeSliders() const {
-    for (const Row& row : kRows)
-      EXPECT_EQ(LabelText(row.label), QString::number(Find<QSlider>(row.slider).value())) << row.label;
-  }
-  [[nodiscard]] Values Held() const {
-    const auto& held = agent->Board().State().accelerometer;
-    return {held.begin(), held.end()};
-  }
-  void Press(const char* button) { Find<QPushButton>(button).click(); }
-};
+using ConfigFrame = ConfigFrameFixture;
 
 TEST_F(ConfigFrame, HasTheSlidersOfTheTable) {
   Start("id=4389");
   EXPECT_EQ(LabelText("ConfigCaption"), "Acceleration Sensor Configuration");
-  for (const Row& row : kRows) {
+  for (const ConfigRow& row : kConfigRows) {
     const auto& slider = Find<QSlider>(row.slider);
     EXPECT_EQ(slider.minimum(), row.minimum) << row.slider;
     EXPECT_EQ(slider.maximum(), row.maximum) << row.slider;
@@ -129,7 +78,7 @@ TEST_F(ConfigFrame, SnapsTheFlashPeriodToStepsOfTheBoard) {
 
 TEST_F(ConfigFrame, LabelsFollowTheSliders) {
   Start("id=4389");
-  for (const Row& row : kRows) {
+  for (const ConfigRow& row : kConfigRows) {
     Find<QSlider>(row.slider).setValue(24);
     EXPECT_EQ(LabelText(row.label), "24") << row.label;
   }
@@ -151,7 +100,7 @@ TEST_F(ConfigFrame, SendsTheSlidersAndRestartsTheBoard) {
   Start("id=4389");
   Button("ConfigBtn").click();
   const Values wanted{1, 25, 31, 255, 2, 400};
-  for (std::size_t i = 0; i < wanted.size(); ++i) Find<QSlider>(kRows[i].slider).setValue(wanted[i]);
+  for (std::size_t i = 0; i < wanted.size(); ++i) Find<QSlider>(kConfigRows[i].slider).setValue(wanted[i]);
   Press("SendCmdBtn");
   EXPECT_EQ(Held(), (Values{1, 25, 31, 255, 2, 100}));
   EXPECT_EQ(agent->Board().State().resets, 1U);
@@ -207,16 +156,6 @@ TEST_F(ConfigFrame, HasAFlashPeriodFromRevision293On) {
     Button("ConfigBtn").click();
     EXPECT_EQ(Find<QSlider>("FOCTimeSlider").isEnabled(), adjustable) << id;
     EXPECT_EQ(Find<QLabel>("FOCTimeLabel").isEnabled(), adjustable) << id;
-  }
-}
-
-TEST_F(ConfigFrame, DrawsATickForEveryUnitWhereThereIsRoom) {
-  Start("id=4389");
-  for (const Row& row : kRows) {
-    const auto& slider = Find<QSlider>(row.slider);
-    EXPECT_EQ(slider.tickInterval(), 1) << row.slider;
-    const bool room = row.maximum - row.minimum <= 31;
-    EXPECT_EQ(slider.tickPosition(), room ? QSlider::TicksBelow : QSlider::NoTicks) << row.slider;
   }
 }
 

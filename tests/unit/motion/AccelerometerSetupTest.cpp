@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+
 #include "support/MemoryKeptParameters.h"
 #include "support/ScriptedAgent.h"
 
@@ -32,6 +35,7 @@ class AccelerometerSetupTest : public ::testing::Test {
     }
     if (report[0] == 42) {
       if (m_accepts) m_held = {report[1], report[2], report[3], report[4], report[5], report[6]};
+      if (m_accepts && m_makesOfIt) m_held = m_makesOfIt(m_held);
       m_agent.Answers({{10, m_accepts ? std::uint8_t{10} : std::uint8_t{0}}});
     }
   }
@@ -45,9 +49,11 @@ class AccelerometerSetupTest : public ::testing::Test {
   support::ScriptedAgent m_agent;
   device::TLS m_board;
   support::MemoryKeptParameters m_kept;
-  AccelerometerSetup m_setup{m_board, "S", m_kept};
+  AccelerometerSetup m_setup{m_board, "S", kFlashPeriodRevision, m_kept};
   device::AccParam m_held{180, 2, 10, 50, 125, 13};
   bool m_accepts = true;
+  /// What the board makes of the values that it has accepted.
+  std::function<device::AccParam(device::AccParam)> m_makesOfIt;
 };
 
 TEST_F(AccelerometerSetupTest, ReadsWhatTheBoardHolds) {
@@ -96,18 +102,73 @@ TEST_F(AccelerometerSetupTest, KeptValuesStayWhenTheBoardRefusesThem) {
   EXPECT_TRUE(m_setup.Kept().has_value());
 }
 
-TEST_F(AccelerometerSetupTest, WhatTheBoardAcceptedCountsAlsoWhenItDoesNotAnswerAfterItsRestart) {
+TEST_F(AccelerometerSetupTest, KeptValuesStayUntilTheBoardHasToldThatItHoldsThem) {
   m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
   bool restarted = false;
   m_agent.onWrite = [&](const Bytes& report) {
     restarted = restarted || report[0] == 0;
     if (!restarted) Answer(report);
   };
-  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), (device::AccParam{99, 2, 10, 50, 125, 13}));
-  EXPECT_EQ(m_setup.Kept(), (device::AccParam{99, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), (device::AccParam{99, 2, 10, 50, 125, 13})) << "as it was accepted";
+  EXPECT_EQ(m_setup.Kept(), (device::AccParam{1, 2, 3, 4, 5, 6}));
   restarted = false;
-  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{99, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{1, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Kept(), (device::AccParam{1, 2, 3, 4, 5, 6}));
+  restarted = false;
+  const AccelerometerSetup::Sent sent = m_setup.Send({1, 2, 3, 4, 5, 6});
+  EXPECT_TRUE(sent.accepted);
+  EXPECT_EQ(sent.held, std::nullopt);
+  EXPECT_TRUE(m_setup.Kept().has_value());
+  restarted = false;
+  EXPECT_EQ(m_setup.ReadBack({1, 2, 3, 4, 5, 6}), (device::AccParam{1, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Kept(), std::nullopt) << "now it has told";
+}
+
+TEST_F(AccelerometerSetupTest, AnAcknowledgementOfValuesThatTheBoardDoesNotHoldForgetsNothing) {
+  m_held = kErased;
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  // The acknowledgement was that of an erase, which came late: the board is as the erase has left it.
+  m_makesOfIt = [](const device::AccParam&) { return kErased; };
+  EXPECT_EQ(m_setup.RestoreKept(), kErased);
+  EXPECT_TRUE(m_setup.Kept().has_value());
+  EXPECT_EQ(m_setup.RestoreDefaults(), kErased);
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), kErased);
+  EXPECT_EQ(m_setup.ReadBack({1, 2, 3, 4, 5, 6}), kErased);
+  EXPECT_EQ(m_setup.Kept(), (device::AccParam{1, 2, 3, 4, 5, 6}));
+  m_makesOfIt = nullptr;
+  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{1, 2, 3, 4, 5, 6}));
   EXPECT_EQ(m_setup.Kept(), std::nullopt);
+}
+
+TEST_F(AccelerometerSetupTest, KeptValuesThatTheBoardClipsIntoTheirRangeAreConfirmed) {
+  // 25 is the largest integration time, 31 the largest threshold, 250 units are the longest flash period.
+  m_kept.kept["S"] = {0, 40, 200, 4, 5, 255};
+  m_makesOfIt = [](const device::AccParam&) { return device::AccParam{1, 25, 31, 4, 5, 250}; };
+  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{1, 25, 31, 4, 5, 250}));
+  EXPECT_EQ(m_setup.Kept(), std::nullopt);
+}
+
+TEST_F(AccelerometerSetupTest, KeptValuesOfWhichTheBoardMadeSomethingElseStayUntilThePersonTakesThat) {
+  m_kept.kept["S"] = {99, 2, 3, 4, 5, 6};
+  m_makesOfIt = [](device::AccParam values) {
+    values.MotionTh = std::min(values.MotionTh, 40);
+    return values;
+  };
+  EXPECT_EQ(m_setup.RestoreKept(), (device::AccParam{40, 2, 3, 4, 5, 6}));
+  EXPECT_TRUE(m_setup.Kept().has_value());
+  EXPECT_EQ(m_setup.Send({40, 2, 3, 4, 5, 6}).held, (device::AccParam{40, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Kept(), std::nullopt);
+}
+
+TEST_F(AccelerometerSetupTest, TheFlashPeriodOfABoardWithoutOneConfirmsNothingAndHindersNothing) {
+  AccelerometerSetup setup{m_board, "S", kFlashPeriodRevision - 1, m_kept};
+  m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
+  m_makesOfIt = [](device::AccParam values) {
+    values.FOCTime = 255;
+    return values;
+  };
+  EXPECT_EQ(setup.RestoreKept(), (device::AccParam{1, 2, 3, 4, 5, 255}));
+  EXPECT_EQ(setup.Kept(), std::nullopt);
 }
 
 TEST_F(AccelerometerSetupTest, AChangeReplacesTheKeptValueOfTheSameParameter) {
@@ -115,6 +176,9 @@ TEST_F(AccelerometerSetupTest, AChangeReplacesTheKeptValueOfTheSameParameter) {
   m_kept.kept["S"] = {1, 2, 3, 4, 5, 6};
   EXPECT_EQ(m_setup.Change({{kMotionTh, 99}}), (device::AccParam{99, 255, 255, 255, 255, 255}));
   EXPECT_EQ(m_setup.Kept(), (device::AccParam{99, 2, 3, 4, 5, 6}));
+  m_held = {255, 2, 3, 4, 5, 6};
+  EXPECT_EQ(m_setup.Change({{kMotionTh, 98}}), (device::AccParam{98, 2, 3, 4, 5, 6}));
+  EXPECT_EQ(m_setup.Kept(), std::nullopt) << "with that the board holds everything";
 }
 
 TEST_F(AccelerometerSetupTest, AChangeOfAllValuesLeavesNothingToKeep) {
