@@ -157,6 +157,20 @@ QPixmap TakeLedDriver(const Place& place, const std::string& board) {
   return stage.Window().grab();
 }
 
+/// The same after its board was away: the pulses that were not sent can be brought back.
+QPixmap TakeLedReplugged(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  PickLevel(stage, "btnPulseHigh", {20, 130, 255});
+  stage.Board().Unplug();
+  emit stage.Find<QTimer>("NoticeTimer").timeout({});
+  stage.Board().Plug();
+  emit stage.Find<QTimer>("NoticeTimer").timeout({});
+  emit stage.Find<QTimer>("GoOnlineTimer").timeout({});
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
 QPixmap TakeHelp(const Place& place, const std::string& /*board*/) {
   const platform::CompiledHelp source(place.program / platform::CompiledHelp::kFileName);
   app::HelpWindow window(source);
@@ -219,6 +233,7 @@ constexpr Scene kScenes[] = {
     {"window", kBoard, TakeWindow},
     {"offline", "none", TakeWindow},
     {"led", "id=512,serial=4B535402", TakeLedDriver},
+    {"led-replugged", "id=512,serial=4B535402", TakeLedReplugged},
     {"empty", kBoard, TakeEmpty},
     {"downloading", kBoard, TakeDownloading},
     {"success", kBoard, TakeEnded},

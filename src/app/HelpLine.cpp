@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "app/theme/Theme.h"
 
@@ -67,7 +68,9 @@ void HelpLine::Explain(QWidget& root) {
 
 void HelpLine::ShowHint(const QString& hint) {
   m_hint = hint;
-  if (!hint.isEmpty()) m_news.clear();
+  // A control that the pointer or the keyboard comes back to, when the question that it had asked is gone, has nothing
+  // new to say: the news are about what it has done.
+  if (!hint.isEmpty() && std::exchange(m_lastHint, hint) != hint) m_news.clear();
   Show();
 }
 

@@ -31,6 +31,8 @@ class HelpLine : public QLabel {
   void Show();
 
   QString m_hint;
+  /// The last one that said something.
+  QString m_lastHint;
   QString m_news;
   QTimer m_newsTimer;
   QHash<const QObject*, QString> m_texts;

@@ -413,7 +413,7 @@ void Main::closeEvent(QCloseEvent* event) {
 }
 
 bool Main::MayClose() {
-  if (!m_around.gate.IsBusy()) return m_setFile.MayLose();
+  if (!m_around.gate.IsBusy()) return m_setFile.MayLose() && (m_ledFrame == nullptr || m_ledFrame->MayClose());
   const bool wanted = !m_download->IsRunning() ||
                       m_around.dialogs.AskOkCancel(tr("The download is not done yet. Stop it and close the window?\n"
                                                       "Without a complete download the board has no sounds."),

@@ -54,7 +54,7 @@ class ConsoleLedSetupView final : public led::LedSetupView {
   [[nodiscard]] led::Color GetSysColor(std::int32_t) const override { return 0; }
 
   /// Commands ask before they start.
-  [[nodiscard]] bool Confirm(const std::string&) override { return true; }
+  [[nodiscard]] bool Confirm(const std::string&, const std::string&) override { return true; }
   void ShowCritical(const std::string& text, const std::string& detail) override {
     throw CommandFailure(ExitCode::Failed, text, detail);
   }

@@ -15,38 +15,49 @@ namespace kestrin::led {
 LedSetup::LedSetup(const std::filesystem::path& programFolder, BoardLookup board, LedSetupView& view)
     : m_catalogue(programFolder), m_board(std::move(board)), m_view(view) {}
 
-bool LedSetup::InitLedDrivers() {
-  const bool valid = ReadSettings();
+bool LedSetup::InitLedDrivers() { return ReadAndShow(Unsaved::SetAside); }
+
+bool LedSetup::ReadAndShow(Unsaved unsaved) {
+  const bool valid = ReadSettings(unsaved);
   m_view.ShowPulses();
   return valid;
 }
 
-bool LedSetup::ReadSettings() {
+bool LedSetup::ReadSettings(Unsaved unsaved) {
   m_failure = Failure::None;
   m_problem.clear();
-  const auto ask = [&](const auto& question) {
-    device::TLS* const board = m_board();
-    return (board != nullptr && question(*board)) ||
-           FailInit(Failure::Board, "The LED driver did not answer. Unplug it and plug it in again.");
-  };
-
   std::int32_t code = 0;
   double voltage = 0;
   std::int32_t overDrive = 0;
-  if (!ask([&](device::TLS& board) { return board.GetLEDConfig(code, voltage, overDrive); })) return false;
+  if (!AskBoard([&](device::TLS& board) { return board.GetLEDConfig(code, voltage, overDrive); })) return false;
 
   std::string selected;
   if (!FillTypes(code, selected)) return false;
   // The record was valid a moment ago; what can still go wrong, SelectLED tells itself.
   static_cast<void>(SelectLED(selected, voltage, overDrive));
 
+  if (unsaved == Unsaved::SetAside && HasUnsaved()) m_setAside = Shown();
+  const bool valid = ReadPulses();
+  // Also after a failure: nothing of the person's is left in them.
+  m_sent = Shown();
+  m_onBoard = {m_sent[kIdlePulse], m_sent[kFocPulse]};
+  return valid;
+}
+
+bool LedSetup::ReadPulses() {
   m_idlePulse = {};
-  if (!ask([&](device::TLS& board) { return board.GetLEDPulses(kIdlePulse, m_idlePulse); })) return false;
+  if (!AskBoard([&](device::TLS& board) { return board.GetLEDPulses(kIdlePulse, m_idlePulse); })) return false;
   ShowIdlePulse();
   m_focPulse = {};
-  if (!ask([&](device::TLS& board) { return board.GetLEDPulses(kFocPulse, m_focPulse); })) return false;
+  if (!AskBoard([&](device::TLS& board) { return board.GetLEDPulses(kFocPulse, m_focPulse); })) return false;
   ShowFocPulse();
   return true;
+}
+
+bool LedSetup::AskBoard(const std::function<bool(device::TLS&)>& question) {
+  device::TLS* const board = m_board();
+  return (board != nullptr && question(*board)) ||
+         FailInit(Failure::Board, "The LED driver did not answer. Unplug it and plug it in again.");
 }
 
 bool LedSetup::FailInit(Failure failure, const std::string& problem) {
@@ -123,7 +134,8 @@ void LedSetup::ChooseType(const std::string& LEDName) {
 void LedSetup::OverdriveMoved() { m_view.SetOverdriveLabel(std::to_string(m_view.Overdrive()) + "%"); }
 
 bool LedSetup::UpdateLED() {
-  if (!m_view.Confirm(kWarning)) return false;
+  const bool unsent = !IsSent(kIdlePulse) || !IsSent(kFocPulse);
+  if (!m_view.Confirm(kWarning, unsent ? kUnsentPulses : "")) return false;
   m_view.ShowPicker(false);
   m_currentDriver.Voltage = kVoltage;
   m_currentDriver.OverDrive = m_view.Overdrive();
@@ -131,7 +143,7 @@ bool LedSetup::UpdateLED() {
     return board.SetLEDConfig(m_currentDriver.LedCode, m_currentDriver.Voltage,
                               base::RoundTo<std::int32_t>(m_currentDriver.OverDrive));
   });
-  if (accepted) static_cast<void>(InitLedDrivers());
+  if (accepted) static_cast<void>(ReadAndShow(Unsaved::Drop));
   return accepted;
 }
 
@@ -221,6 +233,11 @@ bool LedSetup::Send(std::int32_t pulseId, const LED_Pulse& pulse) {
   const bool sent = Command([&](device::TLS& board) { return board.SetLEDPulses(pulseId, pulse); });
   // Also after a pulse that did not get there: the board then plays the one that it has.
   const bool started = Command([&](device::TLS& board) { return board.StartPulse(pulseId); });
+  if (sent) {
+    const auto place = static_cast<std::size_t>(pulseId);
+    m_sent[place] = Shown()[place];
+    m_onBoard[place] = pulse.IsTooLongForBoard() ? std::nullopt : std::optional(m_sent[place]);
+  }
   return sent && started;
 }
 
@@ -233,6 +250,7 @@ bool LedSetup::LoadSettings(const std::filesystem::path& file) {
     valid = settings.ReadFoc(m_focPulse);
     if (valid) ShowFocPulse();
   }
+  if (valid) m_inFile = Shown();
   m_view.ShowPulses();
   if (!valid) m_view.ShowInformation(LedSettingsFile::kCorrupted, settings.Problem());
   return valid;
@@ -242,8 +260,72 @@ bool LedSetup::SaveSettings(const std::filesystem::path& file, base::Disk& disk)
   BuildIdlePulse();
   BuildFocPulse();
   const std::string problem = LedSettingsFile::Save(file, m_idlePulse, m_focPulse, disk);
-  if (!problem.empty()) m_view.ShowInformation(problem, "");
+  if (problem.empty())
+    m_inFile = Shown();
+  else
+    m_view.ShowInformation(problem, "");
   return problem.empty();
+}
+
+bool LedSetup::IsSent(std::int32_t pulseId) const {
+  const auto place = static_cast<std::size_t>(pulseId);
+  return Shown().at(place) == m_sent.at(place);
+}
+
+bool LedSetup::HasUnsaved() const {
+  const Pulses shown = Shown();
+  for (std::size_t i = 0; i < shown.size(); ++i)
+    if (shown[i] != m_onBoard[i] && !(m_inFile && shown[i] == (*m_inFile)[i])) return true;
+  return false;
+}
+
+void LedSetup::BringBack() {
+  if (!m_setAside) return;
+  m_view.ShowPicker(false);
+  const std::optional<Pulses> instead = HasUnsaved() ? std::optional(Shown()) : std::nullopt;
+  Show(*m_setAside);
+  m_setAside = instead;
+  m_view.ShowPulses();
+}
+
+LedSetup::Pulses LedSetup::Shown() const {
+  const auto time = [this](TimeBox box) { return MillisecondsOf(m_view.TimeText(box)); };
+  Pulses pulses;
+  PulseContent& idle = pulses[kIdlePulse];
+  PulseContent& foc = pulses[kFocPulse];
+  for (std::size_t i = 0; i < idle.low.size(); ++i) {
+    const int channel = static_cast<int>(i) + 1;
+    idle.low[i] = m_idlePulse.GetLow(channel);
+    idle.high[i] = m_idlePulse.GetHigh(channel);
+    foc.high[i] = m_focPulse.GetHigh(channel);
+  }
+  idle.Ton = time(TimeBox::IdleTON);
+  idle.Toff = time(TimeBox::IdleTOFF);
+  idle.Trise = time(TimeBox::IdleTRISE);
+  idle.Tfall = time(TimeBox::IdleTFALL);
+  foc.Ton = time(TimeBox::FocTON);
+  foc.Toff = time(TimeBox::FocTOFF);
+  foc.NRep = RepetitionsOf(m_view.RepeatText());
+  return pulses;
+}
+
+void LedSetup::Show(const Pulses& pulses) {
+  const auto fill = [](const PulseContent& content, LED_Pulse& pulse) {
+    for (std::size_t i = 0; i < content.high.size(); ++i) {
+      const int channel = static_cast<int>(i) + 1;
+      pulse.SetLow(channel, content.low[i]);
+      pulse.SetHigh(channel, content.high[i]);
+    }
+    pulse.Ton = content.Ton;
+    pulse.Toff = content.Toff;
+    pulse.Trise = content.Trise;
+    pulse.Tfall = content.Tfall;
+    pulse.NRep = content.NRep;
+  };
+  fill(pulses[kIdlePulse], m_idlePulse);
+  fill(pulses[kFocPulse], m_focPulse);
+  ShowIdlePulse();
+  ShowFocPulse();
 }
 
 void LedSetup::ShowIdlePulse() {

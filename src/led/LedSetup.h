@@ -1,8 +1,11 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "device/TLS.h"
@@ -10,6 +13,7 @@
 #include "led/LED_Pulse.h"
 #include "led/LedCatalogue.h"
 #include "led/LedSetupView.h"
+#include "led/PulseContent.h"
 #include "led/PulseTimes.h"
 
 namespace kestrin::base {
@@ -33,6 +37,10 @@ class LedSetup {
   static constexpr const char* kWarning =
       "WARNING: Setting a different LED than actually installed may damage the LED and driver\r\n"
       "Are you sure you want to continue ?";
+  /// The details of that question while the panel shows pulses that were not sent.
+  static constexpr const char* kUnsentPulses =
+      "Afterwards the page shows the pulses that the board holds: those that you have not sent are gone. Send or save "
+      "them before if you want to keep them.";
   /// The supply voltage that is written to boards, whatever they reported.
   static constexpr double kVoltage = 6.0;
   /// What the board calls its pulses.
@@ -46,7 +54,7 @@ class LedSetup {
 
   /// Reads the catalogue and what the board is set to, and shows both: types, fitted type, overdrive, pulses. False
   /// when the board does not answer, the catalogue is not valid, or it does not have the board's LED type; shows no
-  /// message then.
+  /// message then. Pulses of the panel that would be lost by that are set aside.
   [[nodiscard]] bool InitLedDrivers();
   /// What the last InitLedDrivers() failed at.
   [[nodiscard]] Failure LastFailure() const { return m_failure; }
@@ -105,6 +113,17 @@ class LedSetup {
   /// Writes both pulses as the panel shows them. False, with a message, when the file cannot be written.
   bool SaveSettings(const std::filesystem::path& file, base::Disk& disk);
 
+  // --- What would be lost ---
+
+  /// Whether what the panel shows of that pulse is what the board told of it or was sent last.
+  [[nodiscard]] bool IsSent(std::int32_t pulseId) const;
+  /// Whether the panel shows a pulse that neither the board nor a settings file has as it is.
+  [[nodiscard]] bool HasUnsaved() const;
+  /// Whether pulses like that were shown when a board came online, whose own have taken their place.
+  [[nodiscard]] bool HasSetAside() const { return m_setAside.has_value(); }
+  /// Shows the pulses that were set aside. Those that the panel shows take their place if they would be lost.
+  void BringBack();
+
   // --- What is set ---
 
   [[nodiscard]] const LED_Driver& CurrentDriver() const { return m_currentDriver; }
@@ -115,7 +134,14 @@ class LedSetup {
   [[nodiscard]] bool EditHigh() const { return m_editHigh; }
 
  private:
-  [[nodiscard]] bool ReadSettings();
+  /// Both pulses, by their number.
+  using Pulses = std::array<PulseContent, 2>;
+  enum class Unsaved { SetAside, Drop };
+
+  [[nodiscard]] bool ReadAndShow(Unsaved unsaved);
+  [[nodiscard]] bool ReadSettings(Unsaved unsaved);
+  [[nodiscard]] bool ReadPulses();
+  [[nodiscard]] bool AskBoard(const std::function<bool(device::TLS&)>& question);
   [[nodiscard]] bool FailInit(Failure failure, const std::string& problem);
   /// Fills the list of types; `selected` becomes the name of the board's.
   [[nodiscard]] bool FillTypes(std::int32_t boardCode, std::string& selected);
@@ -132,6 +158,9 @@ class LedSetup {
   void ShowFocPulse();
   void BuildIdlePulse();
   void BuildFocPulse();
+  /// What the panel shows.
+  [[nodiscard]] Pulses Shown() const;
+  void Show(const Pulses& pulses);
 
   LedCatalogue m_catalogue;
   BoardLookup m_board;
@@ -142,6 +171,12 @@ class LedSetup {
   LED_Pulse* m_editedPulse = nullptr;
   bool m_editHigh = false;
   Color m_pickedColor = kWhite;
+  /// What the board told or was sent last, and what of that it holds as it is: it cuts times that are too long.
+  Pulses m_sent;
+  std::array<std::optional<PulseContent>, 2> m_onBoard{PulseContent{}, PulseContent{}};
+  /// What a settings file holds.
+  std::optional<Pulses> m_inFile;
+  std::optional<Pulses> m_setAside;
   Failure m_failure = Failure::None;
   std::string m_problem;
 };

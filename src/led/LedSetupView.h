@@ -67,8 +67,9 @@ class LedSetupView {
 
   // --- Messages ---
 
-  /// Asks with OK and Cancel; true for OK. Lines of the question are separated by CR LF.
-  [[nodiscard]] virtual bool Confirm(const std::string& question) = 0;
+  /// Asks with OK and Cancel; true for OK. Lines of the question are separated by CR LF; `detail` is "" or says what
+  /// else comes of it.
+  [[nodiscard]] virtual bool Confirm(const std::string& question, const std::string& detail) = 0;
   /// A critical message with OK; `detail` says what exactly is wrong.
   virtual void ShowCritical(const std::string& text, const std::string& detail) = 0;
   /// A message with OK; `detail` says what exactly is wrong.

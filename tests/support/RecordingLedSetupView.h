@@ -77,7 +77,10 @@ class RecordingLedSetupView final : public led::LedSetupView {
     times[box] = text;
     log.push_back("time " + text);
   }
-  [[nodiscard]] std::string TimeText(led::TimeBox box) const override { return times.at(box); }
+  [[nodiscard]] std::string TimeText(led::TimeBox box) const override {
+    const auto text = times.find(box);
+    return text == times.end() ? "" : text->second;
+  }
   void SetRepeatText(const std::string& text) override {
     repetitions = text;
     log.push_back("repeat " + text);
@@ -104,8 +107,9 @@ class RecordingLedSetupView final : public led::LedSetupView {
   }
   [[nodiscard]] led::Color GetSysColor(std::int32_t number) const override { return systemColors.at(number); }
 
-  [[nodiscard]] bool Confirm(const std::string& text) override {
+  [[nodiscard]] bool Confirm(const std::string& text, const std::string& what) override {
     question = text;
+    detail = what;
     log.emplace_back("ask");
     return confirms;
   }

@@ -37,7 +37,7 @@ DriverFrame::DriverFrame(const app::Pictures& pictures, QWidget* parent) : Card(
   bold.setBold(true);
   title->setFont(bold);
   m_grid->setContentsMargins(12, kGrid, 12, 12);
-  m_grid->setHorizontalSpacing(3 * kGrid);
+  m_grid->setHorizontalSpacing(2 * kGrid);
   m_grid->setVerticalSpacing(kGrid / 2);
   m_grid->addWidget(title, 0, 0, 1, -1);
   m_grid->setColumnStretch(kType, 3);
@@ -60,7 +60,7 @@ void DriverFrame::AddType() {
   m_types->setObjectName(QStringLiteral("LEDcombo"));
   m_types->setAccessibleName(tr("LED type"));
   m_types->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  m_types->setMinimumContentsLength(14);
+  m_types->setMinimumContentsLength(10);
   AddCaption(tr("LED Type"), kType)->setBuddy(m_types);
   m_grid->addWidget(m_types, 2, kType);
   connect(m_types, &QComboBox::activated, this,

@@ -72,6 +72,11 @@ void LedPanel::AddHead(QBoxLayout& layout) {
   m_notice->setTextFormat(Qt::PlainText);
   // The theme's colour for what went wrong.
   m_notice->setForegroundRole(QPalette::BrightText);
+  m_bringBack = new QPushButton(tr("Bring back unsent pulses"), this);
+  m_bringBack->setObjectName(QStringLiteral("btnBringBackLED"));
+  m_bringBack->setToolTip(tr("Show the pulses that were on this page before the board came online"));
+  app::SetHelpContext(*m_bringBack, app::HelpContext::LedSettings);
+  m_bringBack->hide();
   m_open = MakeFileButton("btnOpenLED", tr("Open settings"), tr("Open LED settings"), "open");
   m_save = MakeFileButton("btnSaveLED", tr("Save settings"), tr("Save the LED settings"), "save");
   auto* const head = new QHBoxLayout;
@@ -79,6 +84,7 @@ void LedPanel::AddHead(QBoxLayout& layout) {
   head->addWidget(caption);
   head->addSpacing(kGrid);
   head->addWidget(m_notice, 1);
+  head->addWidget(m_bringBack);
   head->addWidget(m_open);
   head->addWidget(m_save);
   layout.addLayout(head);
@@ -108,6 +114,7 @@ void LedPanel::AddPulses(QBoxLayout& layout) {
 }
 
 void LedPanel::Connect() {
+  connect(m_bringBack, &QPushButton::clicked, this, [this] { m_around.run([this] { m_setup.BringBack(); }); });
   connect(m_open, &QPushButton::clicked, this, [this] { m_around.run([this] { OpenFile(); }); });
   connect(m_save, &QPushButton::clicked, this, [this] { m_around.run([this] { SaveFile(); }); });
 
@@ -168,16 +175,38 @@ void LedPanel::SetTabOrder() {
       last = control;
     }
   }
-  setTabOrder(last, m_open);
+  setTabOrder(last, m_bringBack);
+  setTabOrder(m_bringBack, m_open);
   setTabOrder(m_open, m_save);
 }
 
 bool LedPanel::InitLedDrivers() {
   // It shows a pulse that is about to be replaced.
   ShowPicker(false);
+  const bool unsaved = m_setup.HasUnsaved();
   const bool valid = m_setup.InitLedDrivers();
   ShowNotice(Text(m_setup.Problem()));
+  if (valid && unsaved)
+    emit news(tr("The page shows the board's pulses. Yours were not sent: \"Bring back unsent pulses\" shows them."));
   return valid;
+}
+
+bool LedPanel::MayClose() {
+  if (!m_setup.HasUnsaved() && !m_setup.HasSetAside()) return true;
+  return MayLose(tr("Light pulses of the LED driver were neither sent nor saved.\nClose the window and lose them?"),
+                 m_setup.HasSetAside()
+                     ? tr("Cancel goes back to the window. \"Bring back unsent pulses\" shows those of before.")
+                     : tr("Cancel goes back to the window. \"Save settings\" keeps them in a file."));
+}
+
+bool LedPanel::MayLose(const QString& question, const QString& advice) {
+  return m_around.dialogs.AskOkCancel(question, advice, app::Dialogs::Harmless::Cancel, app::HelpContext::LedSettings);
+}
+
+void LedPanel::ShowUnsent() {
+  m_idle->ShowSent(m_setup.IsSent(LedSetup::kIdlePulse));
+  m_foc->ShowSent(m_setup.IsSent(LedSetup::kFocPulse));
+  m_bringBack->setVisible(m_setup.HasSetAside());
 }
 
 void LedPanel::SetOnline(bool online) {
@@ -199,7 +228,12 @@ void LedPanel::OpenFile() {
   const QString path =
       m_around.dialogs.OpenFile(tr("Open LED settings"), Text(m_around.programFolder),
                                 app::QtFileFilter(LedSettingsFile::kFilter), app::HelpContext::LedSettings);
-  if (!path.isEmpty() && m_setup.LoadSettings(path.toStdU16String()))
+  if (path.isEmpty()) return;
+  if (m_setup.HasUnsaved() &&
+      !MayLose(tr("The light pulses on this page were neither sent nor saved.\nOpen the file and lose them?"),
+               tr("Cancel keeps them. \"Save settings\" writes them to a file.")))
+    return;
+  if (m_setup.LoadSettings(path.toStdU16String()))
     emit news(tr("The LED settings are open. Send the pulses to put them on the board."));
 }
 
@@ -214,7 +248,9 @@ void LedPanel::SaveFile() {
 void LedPanel::UpdateLED() {
   if (!m_setup.UpdateLED()) return;
   ShowNotice(Text(m_setup.Problem()));
-  emit news(tr("The board has taken LED type and overdrive."));
+  emit news(m_setup.LastFailure() == LedSetup::Failure::None
+                ? tr("The board has taken LED type and overdrive.")
+                : tr("The board has taken LED type and overdrive, but then could not be read."));
 }
 
 void LedPanel::SendPulse() {
@@ -230,6 +266,7 @@ void LedPanel::SendFoc() {
 }
 
 void LedPanel::ShowSent(const LED_Pulse& pulse, const QString& text) {
+  ShowUnsent();
   emit news(pulse.IsTooLongForBoard() ? tr(LED_Pulse::kTooLong) : text);
 }
 
@@ -253,6 +290,7 @@ void LedPanel::ShowShapes() {
   foc.Toff = time(TimeBox::FocTOFF);
   foc.NRep = RepetitionsOf(RepeatText());
   m_foc->ShowShape(PulseShape::FlashOnClash(foc), kFlashRest);
+  ShowUnsent();
 }
 
 void LedPanel::ShowPickerLight() { m_picker->ShowLight(Mix(m_setup.CurrentDriver(), m_picker->AllLevels())); }
@@ -328,8 +366,8 @@ std::optional<Color> LedPanel::AskColor(Color preset) {
 
 Color LedPanel::GetSysColor(std::int32_t number) const { return SystemColor(number, palette()); }
 
-bool LedPanel::Confirm(const std::string& question) {
-  return m_around.dialogs.AskOkCancel(Text(question), {}, app::Dialogs::Harmless::Cancel,
+bool LedPanel::Confirm(const std::string& question, const std::string& detail) {
+  return m_around.dialogs.AskOkCancel(Text(question), Text(detail), app::Dialogs::Harmless::Cancel,
                                       app::HelpContext::LedConfiguration);
 }
 

@@ -58,6 +58,8 @@ class LedPanel : public QWidget, private LedSetupView {
   [[nodiscard]] const std::string& Problem() const { return m_setup.Problem(); }
   /// Another text whenever the catalogue's file has changed.
   [[nodiscard]] std::string CatalogueStamp() const { return m_setup.CatalogueStamp(); }
+  /// Whether the window may be closed: asks when pulses would be lost that were neither sent nor saved.
+  [[nodiscard]] bool MayClose();
   /// Whether an LED driver is online: the buttons that talk to it can be used then.
   void SetOnline(bool online);
 
@@ -85,6 +87,9 @@ class LedPanel : public QWidget, private LedSetupView {
   void StepTime(TimeBox box, int steps);
   void StepRepeat(int steps);
   void ShowShapes();
+  /// Shows what of the pulses was not sent.
+  void ShowUnsent();
+  [[nodiscard]] bool MayLose(const QString& question, const QString& advice);
   void ShowPickerLight();
   void ShowNotice(const QString& text);
 
@@ -112,7 +117,7 @@ class LedPanel : public QWidget, private LedSetupView {
   [[nodiscard]] bool ColorFidelity() const override;
   [[nodiscard]] std::optional<Color> AskColor(Color preset) override;
   [[nodiscard]] Color GetSysColor(std::int32_t number) const override;
-  [[nodiscard]] bool Confirm(const std::string& question) override;
+  [[nodiscard]] bool Confirm(const std::string& question, const std::string& detail) override;
   void ShowCritical(const std::string& text, const std::string& detail) override;
   void ShowInformation(const std::string& text, const std::string& detail) override;
   void GoOffline() override;
@@ -120,6 +125,7 @@ class LedPanel : public QWidget, private LedSetupView {
   Surroundings m_around;
   LedSetup m_setup;
   QLabel* m_notice = nullptr;
+  QPushButton* m_bringBack = nullptr;
   QPushButton* m_open = nullptr;
   QPushButton* m_save = nullptr;
   DriverFrame* m_driver = nullptr;

@@ -41,7 +41,11 @@ QIcon Swatch(const QColor& color, qreal ratio) {
 }  // namespace
 
 PulseFrame::PulseFrame(const Facts& facts, const app::Pictures& pictures, QWidget* parent)
-    : Card(parent), m_pictures(pictures), m_blade(new BladeView(this)), m_plot(new PulsePlot(this)) {
+    : Card(parent),
+      m_pictures(pictures),
+      m_state(new QLabel(this)),
+      m_blade(new BladeView(this)),
+      m_plot(new PulsePlot(this)) {
   setObjectName(QLatin1String(facts.name));
   setAccessibleName(facts.title);
   app::SetHelpContext(*this, facts.help);
@@ -49,6 +53,14 @@ PulseFrame::PulseFrame(const Facts& facts, const app::Pictures& pictures, QWidge
   QFont bold = title->font();
   bold.setBold(true);
   title->setFont(bold);
+  m_state->setObjectName(QLatin1String(facts.name) + QStringLiteral("State"));
+  // The theme's accent.
+  m_state->setForegroundRole(QPalette::Link);
+  m_state->setToolTip(tr("The board does not have this pulse yet"));
+  auto* const head = new QHBoxLayout;
+  head->addWidget(title);
+  head->addStretch(1);
+  head->addWidget(m_state);
   m_blade->setObjectName(QLatin1String(facts.name) + QStringLiteral("Blade"));
   m_blade->setAccessibleName(tr("%1: the blade").arg(facts.title));
   m_plot->setObjectName(QLatin1String(facts.name) + QStringLiteral("Plot"));
@@ -57,7 +69,7 @@ PulseFrame::PulseFrame(const Facts& facts, const app::Pictures& pictures, QWidge
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(12, kGrid, 12, 12);
   column->setSpacing(kGrid);
-  column->addWidget(title);
+  column->addLayout(head);
   column->addWidget(m_blade);
   column->addWidget(m_plot, 1);
   AddLevels(facts, *column);
@@ -86,7 +98,7 @@ void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
 
 void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
   auto* const row = new QHBoxLayout;
-  row->setSpacing(2 * kGrid);
+  row->setSpacing(kGrid + kGrid / 2);
   for (const Box& field : facts.boxes) {
     auto* const box = new ValueBox(this);
     box->setObjectName(QLatin1String(field.name));
@@ -138,6 +150,12 @@ void PulseFrame::ShowLevel(std::size_t button, const BladeLight& light) {
 
 void PulseFrame::EnableLevels(bool enabled) {
   for (QPushButton* const button : m_levels) button->setEnabled(enabled);
+}
+
+void PulseFrame::ShowSent(bool sent) {
+  const QString text = sent ? QString() : tr("not sent");
+  m_state->setText(text);
+  m_send->setAccessibleDescription(text);
 }
 
 void PulseFrame::EnableSend(const QString& whyNot) {

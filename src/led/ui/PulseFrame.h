@@ -8,6 +8,7 @@
 #include "led/ui/BladeLight.h"
 
 class QBoxLayout;
+class QLabel;
 class QPushButton;
 
 namespace kestrin::app {
@@ -58,6 +59,8 @@ class PulseFrame : public app::Card {
   void ShowLevel(std::size_t button, const BladeLight& light);
   [[nodiscard]] QPushButton& LevelButton(std::size_t button) const { return *m_levels.at(button); }
   void EnableLevels(bool enabled);
+  /// Whether the board has the pulse as it is shown.
+  void ShowSent(bool sent);
   /// The send button can be used; or cannot for this reason.
   void EnableSend(const QString& whyNot);
 
@@ -86,6 +89,7 @@ class PulseFrame : public app::Card {
   void ShowBlade();
 
   const app::Pictures& m_pictures;
+  QLabel* m_state;
   BladeView* m_blade;
   PulsePlot* m_plot;
   std::vector<QPushButton*> m_levels;

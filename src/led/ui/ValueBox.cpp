@@ -12,7 +12,7 @@ ValueBox::ValueBox(QWidget* parent) : QLineEdit(parent) {
 
 QSize ValueBox::sizeHint() const {
   const QSize usual = QLineEdit::minimumSizeHint();
-  return {fontMetrics().horizontalAdvance(QStringLiteral("10000.00")) + 24, usual.height()};
+  return {fontMetrics().horizontalAdvance(QStringLiteral("9999.98")) + 24, usual.height()};
 }
 
 void ValueBox::focusOutEvent(QFocusEvent* event) {
