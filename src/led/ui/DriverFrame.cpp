@@ -59,6 +59,8 @@ void DriverFrame::AddType() {
   m_types = new QComboBox(this);
   m_types->setObjectName(QStringLiteral("LEDcombo"));
   m_types->setAccessibleName(tr("LED type"));
+  // A screen reader takes what is chosen for the name.
+  m_types->setAccessibleDescription(m_types->accessibleName());
   m_types->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_types->setMinimumContentsLength(10);
   AddCaption(tr("LED Type"), kType)->setBuddy(m_types);

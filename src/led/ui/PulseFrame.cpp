@@ -155,6 +155,8 @@ void PulseFrame::EnableLevels(bool enabled) {
 void PulseFrame::ShowSent(bool sent) {
   const QString text = sent ? QString() : tr("not sent");
   m_state->setText(text);
+  // An empty one would be read out as well.
+  m_state->setVisible(!sent);
   m_send->setAccessibleDescription(text);
 }
 

@@ -271,6 +271,8 @@ void ConfigFrame::ShowState(std::size_t index) {
   const Row& row = m_rows[index];
   const bool unsent = IsUnsent(index);
   row.state->setText(unsent ? tr("not sent") : QString());
+  // An empty one would be read out as well.
+  row.state->setVisible(unsent);
   const auto held = HeldBy(index);
   const QString fact = held ? tr("The board holds %1.").arg(*held) : QString();
   row.state->setToolTip(unsent ? fact : QString());

@@ -1,13 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <set>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "cli/KestrinctlTest.h"
-#include "rig/window/ProgramFolder.h"
-#include "rig/window/WindowProgram.h"
+#include "rig/window/AccessibleNames.h"
 #include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
 #include "support/RecordingDisk.h"
@@ -16,46 +7,6 @@ namespace kestrin::rig {
 namespace {
 
 using testing::IsSupersetOf;
-
-/// Role and name, as a screen reader says them.
-using Said = std::pair<std::string, std::string>;
-
-/// Everything that a person can get to with the keyboard, as the accessibility bus tells it.
-class AccessibleNames : public support::KestrinctlTest {
- protected:
-  AccessibleNames() { m_environment.emplace_back("LD_PRELOAD"); }
-
-  void Start(const std::filesystem::path& set) {
-    window.Start({"--board", Board(), "--program-folder", m_folder.Path().string(), set.string()}, m_environment);
-  }
-
-  /// What can be used in the window of that title now. Expects a name and a known role for each.
-  [[nodiscard]] std::vector<Said> Controls(const std::string& title) const {
-    static const std::set<std::string> kRoles{"push button", "button menu", "radio button", "slider",
-                                              "combo box",   "list",        "list item",    "tree",
-                                              "tree item",   "text",        "label"};
-    std::vector<Said> controls;
-    for (const Control& control : window.Shown()) {
-      if (control.window != title || !control.Is(Control::State::Focusable)) continue;
-      EXPECT_NE(control.name, "") << "a " << control.role << " in \"" << control.parent << "\" has no name";
-      EXPECT_EQ(kRoles.count(control.role), 1U) << "\"" << control.name << "\" is a " << control.role;
-      if (control.Is(Control::State::Enabled)) controls.emplace_back(control.role, WithoutFacts(control.name));
-    }
-    return controls;
-  }
-
-  /// Behind the name of a sound stand duration, size and volume.
-  [[nodiscard]] static std::string WithoutFacts(const std::string& name) {
-    const std::size_t end = name.find(".lsu, ");
-    return end == std::string::npos ? name : name.substr(0, end + 4);
-  }
-
-  static constexpr const char* kMain = "Corvent Kestrin Launcher v2.2.2";
-  static constexpr const char* kMessage = "Kestrin Launcher";
-
-  ProgramFolder program{m_folder.Path()};
-  WindowProgram window;
-};
 
 TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
   const support::CompleteSet set(4800);
@@ -124,6 +75,14 @@ TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
                                      {"push button", "SEND Configuration"},
                                      {"push button", "Factory Default"},
                                      {"push button", "CLOSE Window"}}));
+    const auto isFirst = [](const Control& control, const std::string& description) {
+      return control.name == "Threshold, MOTION DETECTION PARAMETERS" && control.description == description;
+    };
+    window.Await("what the board holds",
+                 [&](const Control& control) { return isFirst(control, "The board holds 180."); });
+    window.Press({"Right"});
+    window.Await("what is not sent",
+                 [&](const Control& control) { return isFirst(control, "Not sent. The board holds 180."); });
   }
   window.Press({"Escape"});
   window.AwaitGone("push button", "CLOSE Window");
