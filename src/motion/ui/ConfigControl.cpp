@@ -7,8 +7,6 @@
 
 namespace kestrin::motion::ui {
 
-using Source = KnownValues::Source;
-
 ConfigControl::ConfigControl(ConfigFrame& frame, Surroundings surroundings)
     : m_frame(frame), m_around(std::move(surroundings)) {
   connect(&m_frame, &ConfigFrame::sendRequested, this, [this] { m_around.run([this] { Send(); }); });
@@ -19,7 +17,7 @@ ConfigControl::ConfigControl(ConfigFrame& frame, Surroundings surroundings)
 void ConfigControl::ReadAccData() {
   const auto board = m_around.board();
   if (!board) return;
-  const bool replacesUnsent = m_known.From() != Source::Unread && m_frame.HasUnsent();
+  const bool replacesUnsent = m_known.From() != KnownValues::Source::Unread && m_frame.HasUnsent();
   const auto held = Read(*board);
   if (held) m_frame.ShowValues(*held, board->revision);
   m_frame.ShowKnown(m_known, board->revision);
@@ -123,7 +121,7 @@ bool ConfigControl::MaySend(const Board& board, const device::AccParam& wanted) 
 
 std::optional<device::AccParam> ConfigControl::Read(const Board& board) {
   AccelerometerSetup setup(board.tls, board.serialNumber, board.revision, m_around.kept);
-  const bool awaitsWord = m_known.From() == Source::Accepted && m_serialNumber == board.serialNumber;
+  const bool awaitsWord = m_known.From() == KnownValues::Source::Accepted && m_serialNumber == board.serialNumber;
   const auto held = awaitsWord ? setup.ReadBack(*m_known.Held()) : setup.Read();
   m_serialNumber = board.serialNumber;
   if (held)
