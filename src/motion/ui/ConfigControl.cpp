@@ -21,11 +21,11 @@ void ConfigControl::ReadAccData() {
   const auto held = Read(*board);
   if (held) m_frame.ShowValues(*held, board->revision);
   m_frame.ShowKnown(m_known, board->revision);
-  if (!held)
+  if (m_known.Kept())
+    emit news(tr("This board's settings from before an interrupted download are kept. Put them back under Setup."));
+  else if (!held)
     emit news(
         tr("The board did not tell its motion and impact parameters. \"Read again\" under Setup asks once more."));
-  else if (m_known.Kept())
-    emit news(tr("This board's settings from before an interrupted download are kept. Put them back under Setup."));
   else if (replacesUnsent)
     emit news(tr("Setup shows what the board holds; values that were not sent are gone."));
 }

@@ -285,6 +285,8 @@ TEST_F(ConfigControl, ADownloadThatPutThemBackIsNoticed) {
 TEST_F(ConfigControl, HasRoomInTheSmallestWindowWithAllThatItCanSay) {
   kept.kept[kSerial] = kMine;
   StartHolding(4389, kMineHeld, ",fault=read:4");
+  EXPECT_EQ(News(), "This board's settings from before an interrupted download are kept. Put them back under Setup.")
+      << "which is more than that it could not be read";
   window->resize(800, 600);
   Open();
   ASSERT_TRUE(Shown("KeptNotice"));
