@@ -39,7 +39,7 @@ LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& config
   const sound::LoadResult result = sound::ConfigurationFile::Load(sound::PathOf(path), configuration, view);
   if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.detail);
   LoadedFiles loaded{{}, result.Message()};
-  for (const auto& failed : result.failed) loaded.failed.push_back(sound::TextOf(failed));
+  for (const auto& failed : result.failed) loaded.failed.push_back(sound::TextOf(failed.path));
   return loaded;
 }
 

@@ -1,5 +1,6 @@
 #include "sound/ConfigurationFile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <fstream>
@@ -12,6 +13,7 @@
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "base/WholeFile.h"
+#include "sound/PathEnd.h"
 #include "sound/PathText.h"
 
 namespace kestrin::sound {
@@ -79,8 +81,11 @@ class Lines {
 /// One load, from the first line to the last.
 class Loader {
  public:
-  Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view, std::vector<fs::path>& failed)
-      : m_lines(path), m_configuration(configuration), m_view(view), m_failed(failed) {}
+  Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view, LoadResult& result)
+      : m_lines(path), m_configuration(configuration), m_view(view), m_result(result) {
+    std::error_code error;
+    m_folder = fs::absolute(path, error).parent_path();
+  }
 
   void Run() {
     for (const Slot& slot : kSlots) {
@@ -131,12 +136,14 @@ class Loader {
     const std::string_view path = m_lines.Next("a path");
     // The position whose volume follows; none when there is no file to have one.
     int position = slot.isList ? 0 : 1;
+    const std::size_t failedBefore = m_result.failed.size();
     if (!path.empty()) position = Add(slot, path);
 
     const std::string_view number = m_lines.Next("a volume");
     try {
       const auto volume = base::RoundTo<std::int16_t>(base::LeadingNumber(number));
       if (position > 0) m_configuration.SetVolume(slot.kind, position, volume);
+      if (m_result.failed.size() > failedBefore) m_result.failed.back().volume = volume;
     } catch (const std::overflow_error&) {
       m_lines.Fail("a volume from -32768 to 32767 is expected");
     }
@@ -146,24 +153,45 @@ class Loader {
   /// Takes the file into the slot. Returns its position, 0 when it cannot be used.
   int Add(const Slot& slot, std::string_view text) {
     const fs::path path = PathOf(text);
-    std::error_code error;
-    if (fs::exists(path, error)) {
-      if (m_configuration.AddFile(path, slot.kind)) {
-        const int position = m_configuration.Count(slot.kind);
-        m_view.ShowFile(slot.kind, position, base::LastPathPiece(text));
-        return position;
-      }
-      // A single slot holds the name of the file that it refused.
-      if (!slot.isList) m_configuration.RemoveFile(1, slot.kind);
+    if (const bool found = AddAt(slot, path); !found && !AddBeside(slot, path, text)) {
+      const auto failed = std::count_if(m_result.failed.begin(), m_result.failed.end(),
+                                        [&slot](const MissingSound& sound) { return sound.place.kind == slot.kind; });
+      const int row = m_configuration.Count(slot.kind) + static_cast<int>(failed) + 1;
+      m_result.failed.push_back({{slot.kind, row}, path});
+      return 0;
     }
-    m_failed.push_back(path);
-    return 0;
+    const int position = m_configuration.Count(slot.kind);
+    m_view.ShowFile(slot.kind, position, base::LastPathPiece(text));
+    return position;
+  }
+
+  /// Takes the file of just this path into the slot, if there is one and it can be used.
+  bool AddAt(const Slot& slot, const fs::path& path) {
+    std::error_code error;
+    if (!fs::exists(path, error)) return false;
+    if (m_configuration.AddFile(path, slot.kind)) return true;
+    // A single slot holds the name of the file that it refused.
+    if (!slot.isList) m_configuration.RemoveFile(1, slot.kind);
+    return false;
+  }
+
+  /// Takes the file into the slot that has moved together with the set, when nothing lies where it was.
+  bool AddBeside(const Slot& slot, const fs::path& path, std::string_view text) {
+    std::error_code error;
+    if (m_folder.empty() || fs::exists(path, error)) return false;
+    const std::vector<fs::path> places = PathEnd(text).PlacesAround(m_folder);
+    const bool found =
+        std::any_of(places.begin(), places.end(), [&](const fs::path& place) { return AddAt(slot, place); });
+    m_result.foundBeside += static_cast<int>(found);
+    return found;
   }
 
   Lines m_lines;
   LSU_Configuration& m_configuration;
   ConfigurationView& m_view;
-  std::vector<fs::path>& m_failed;
+  LoadResult& m_result;
+  /// Where the configuration file lies.
+  fs::path m_folder;
 };
 
 }  // namespace
@@ -171,25 +199,30 @@ class Loader {
 std::string LoadResult::Message() const {
   if (!valid) return "Not a valid configuration file";
   if (failed.empty()) return "";
-  std::string message = "The following files could not be found or are not valid:";
-  for (const fs::path& path : failed) message += "\n" + TextOf(path);
+  std::string message = kFailedHeadline;
+  for (const MissingSound& sound : failed) message += "\n" + TextOf(sound.path);
   return message;
 }
 
-std::string ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk) {
+std::string ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk,
+                                    const MissingSounds& missing) {
   constexpr std::string_view kLineEnd = "\r\n";
   std::string content;
   const auto line = [&](std::string_view text) { content.append(text).append(kLineEnd); };
   for (const Slot& slot : kSlots) {
-    const int entries = slot.isList ? configuration.Count(slot.kind) : 1;
+    const int entries = slot.isList ? configuration.Count(slot.kind) + missing.Count(slot.kind) : 1;
     line(std::string(slot.keyword) + (slot.isList ? "-" + std::to_string(entries) : ""));
-    for (int position = 1; position <= entries; ++position) {
-      const std::string file = TextOf(configuration.FileAt(slot.kind, position).FileNameAndPath());
+    for (int row = 1; row <= entries; ++row) {
+      const SoundPlace place{slot.kind, row};
+      const MissingSound* const gone = missing.At(place);
+      const int position = row - missing.Above(place);
+      const std::string file =
+          TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
       if (file.find_first_of(std::string_view("\r\n")) != file.npos)
         return "\"" + TextOf(path) + "\" could not be written: the name of \"" + file +
                "\" holds a line break. Rename that file and add it again.";
       line(file);
-      const int volume = configuration.GetVolume(slot.kind, position);
+      const int volume = gone != nullptr ? gone->volume : configuration.GetVolume(slot.kind, position);
       // A blank stands where a negative number has its sign.
       line((volume < 0 ? "" : " ") + std::to_string(volume));
     }
@@ -200,7 +233,7 @@ std::string ConfigurationFile::Save(const LSU_Configuration& configuration, cons
 LoadResult ConfigurationFile::Load(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view) {
   LoadResult result;
   try {
-    Loader(path, configuration, view, result.failed).Run();
+    Loader(path, configuration, view, result).Run();
     result.valid = true;
   } catch (const NotValid& reason) {
     result.detail = reason.what();

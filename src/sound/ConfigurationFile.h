@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sound/LSU_Configuration.h"
+#include "sound/MissingSounds.h"
 
 namespace kestrin::base {
 class Disk;
@@ -26,10 +27,16 @@ class ConfigurationView {
 
 /// How loading a configuration ended.
 struct LoadResult {
+  /// What stands above the names of the files that failed.
+  static constexpr const char* kFailedHeadline = "The following files could not be found or are not valid:";
+
   /// False: "Not a valid configuration file"; what was loaded up to that point stays loaded.
   bool valid = false;
-  /// Paths of the files that could not be found or are not valid, in the order of the file.
-  std::vector<std::filesystem::path> failed;
+  /// The sounds that could not be found or are not valid, in the order of the file. Their places count as if they were
+  /// there.
+  std::vector<MissingSound> failed;
+  /// How many sounds were found beside the configuration file because nothing lies any more where their paths lead.
+  int foundBeside = 0;
   /// What is wrong with a file that is not valid, for a tool tip or a log: the file, the line number and what was
   /// expected there; "" when valid.
   std::string detail;
@@ -43,11 +50,13 @@ class ConfigurationFile {
  public:
   static constexpr const char* kFilter = "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
 
-  /// Writes the configuration as `path`, whole or not at all. Returns "" or a text naming the file and what is wrong.
+  /// Writes the configuration as `path`, whole or not at all, with the paths and volumes of the missing sounds in their
+  /// places. Returns "" or a text naming the file and what is wrong.
   [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path,
-                                        base::Disk& disk);
+                                        base::Disk& disk, const MissingSounds& missing = {});
 
-  /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read.
+  /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read. Where
+  /// nothing lies at a sound's path, the sound is looked for beside the file, see PathEnd::PlacesAround().
   [[nodiscard]] static LoadResult Load(const std::filesystem::path& path, LSU_Configuration& configuration,
                                        ConfigurationView& view);
 };

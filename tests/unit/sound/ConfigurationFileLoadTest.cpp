@@ -196,7 +196,12 @@ TEST_F(ConfigurationFileLoad, FilesThatAreGoneOrNotValidAreListedAndTheRestLoads
   EXPECT_TRUE(result.valid) << result.detail;
   EXPECT_EQ(result.Message(), "The following files could not be found or are not valid:\n" + silent + "\n" + none +
                                   "\n" + none + "\n" + At("notes.txt") + "\n" + At(""));
-  EXPECT_EQ(result.failed.size(), 5U);
+  // Their rows count those that loaded, too.
+  EXPECT_EQ(result.failed, (std::vector<MissingSound>{{{SlotKind::Boot, 1}, silent, 61},
+                                                      {{SlotKind::PwrOff, 1}, none, 63},
+                                                      {{SlotKind::Motion, 2}, none, 64},
+                                                      {{SlotKind::Motion, 3}, At("notes.txt"), 65},
+                                                      {{SlotKind::Impact, 1}, At(""), 66}}));
   // The slots of the failures are empty, and the volumes went nowhere.
   EXPECT_EQ(m_configuration.Count(SlotKind::Boot), 0);
   EXPECT_TRUE(m_configuration.FileAt(SlotKind::Boot).FileNameAndPath().empty());
@@ -237,11 +242,67 @@ TEST_F(ConfigurationFileLoad, EachListHolds12Files) {
 
 TEST_F(ConfigurationFileLoad, WhatIsNoFileOnThisSystemIsListedLikeAnyMissingOne) {
   const LoadResult result =
-      Load(Text({"BOOT", "Q:\\no such\\boot.lsu", " 11", "PWRON", std::string(5000, 'x') + ".lsu", " 12", "PWROFF", "",
+      Load(Text({"BOOT", "Q:\\no such\\start.lsu", " 11", "PWRON", std::string(5000, 'x') + ".lsu", " 12", "PWROFF", "",
                  " 13", "IDLE", "", " 14", "MOTION-0", "IMPACT-0", "LOCKUP-0"}));
   EXPECT_TRUE(result.valid);
-  EXPECT_EQ(result.Message(), "The following files could not be found or are not valid:\nQ:\\no such\\boot.lsu\n" +
+  EXPECT_EQ(result.Message(), "The following files could not be found or are not valid:\nQ:\\no such\\start.lsu\n" +
                                   std::string(5000, 'x') + ".lsu");
+}
+
+TEST_F(ConfigurationFileLoad, WhatMovedTogetherWithTheFileIsFoundBesideIt) {
+  const TemporaryFolder away;
+  std::filesystem::create_directories(away / "ember/knight/sets");
+  std::filesystem::create_directories(away / "ember/knight/swings");
+  std::filesystem::create_directories(away / "ember/knight/sets/swings");
+  const auto sound = [&away](const std::string& place) {
+    return support::WriteSoundFile(away / place, support::SomeSamples(100));
+  };
+  // In the same place seen from the file, in its own folder, and one of that name where only a longer end fits better.
+  const auto boot = sound("ember/knight/boot.lsu");
+  const auto on = sound("ember/knight/sets/on.lsu");
+  const auto motion = sound("ember/knight/swings/m1.lsu");
+  sound("ember/knight/sets/m1.lsu");
+  // A bare name around the folder could be anybody's.
+  sound("ember/idle.lsu");
+  const std::string set = Text({"BOOT", "/old/ember/knight/boot.lsu", " 11", "PWRON", "C:\\Users\\anna\\on.lsu", " 12",
+                                "PWROFF", At("off.lsu"), " 13", "IDLE", "/old/idle.lsu", " 14", "MOTION-1",
+                                "/old/knight/swings/m1.lsu", " 21", "IMPACT-0", "LOCKUP-0"});
+  const LoadResult result =
+      ConfigurationFile::Load(support::WriteBytes(away / "ember/knight/sets/a.lscfg", set), m_configuration, m_view);
+  EXPECT_TRUE(result.valid) << result.detail;
+  EXPECT_EQ(result.foundBeside, 3);
+  EXPECT_EQ(result.failed, (std::vector<MissingSound>{{{SlotKind::Idle, 1}, "/old/idle.lsu", 14}}));
+  EXPECT_EQ(m_configuration.FileAt(SlotKind::Boot).FileNameAndPath(), boot);
+  EXPECT_EQ(m_configuration.FileAt(SlotKind::PwrOn).FileNameAndPath(), on);
+  EXPECT_EQ(m_configuration.FileAt(SlotKind::PwrOff).FileNameAndPath(), m_folder / "off.lsu");
+  EXPECT_EQ(m_configuration.GetMtFile(1).FileNameAndPath(), motion);
+  EXPECT_EQ(m_configuration.GetVolume(SlotKind::PwrOn, 1), 12);
+  EXPECT_EQ(m_configuration.GetVolume(SlotKind::Motion, 1), 21);
+  EXPECT_EQ(m_configuration.TotalNrOfSamples(), 400);
+}
+
+TEST_F(ConfigurationFileLoad, NobodyLooksBesideTheFileWhereSomethingLiesAtThePath) {
+  const TemporaryFolder away;
+  support::WriteSoundFile(away / "silent.lsu", support::SomeSamples(100));
+  const LoadResult result = ConfigurationFile::Load(
+      support::WriteBytes(away / "a.lscfg", Text({"BOOT", At("silent.lsu"), " 11", "PWRON", "", "0"})), m_configuration,
+      m_view);
+  EXPECT_EQ(result.foundBeside, 0);
+  EXPECT_EQ(result.failed.size(), 1U);
+  EXPECT_EQ(m_configuration.Count(SlotKind::Boot), 0);
+}
+
+TEST_F(ConfigurationFileLoad, OfTheFilesBesideTheFirstThatIsASoundIsTaken) {
+  const TemporaryFolder away;
+  std::filesystem::create_directories(away / "old");
+  support::WriteBytes(away / "old" / "hum.lsu", "no sound");
+  const auto hum = support::WriteSoundFile(away / "hum.lsu", support::SomeSamples(100));
+  const LoadResult result = ConfigurationFile::Load(
+      support::WriteBytes(away / "a.lscfg", Text({"BOOT", "/old/hum.lsu", " 11", "PWRON", "", "0"})), m_configuration,
+      m_view);
+  EXPECT_TRUE(result.failed.empty());
+  EXPECT_EQ(m_configuration.FileAt(SlotKind::Boot).FileNameAndPath(), hum);
+  EXPECT_EQ(m_configuration.TotalNrOfSamples(), 100);
 }
 
 }  // namespace

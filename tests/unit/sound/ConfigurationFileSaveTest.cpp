@@ -78,6 +78,29 @@ TEST(ConfigurationFileSave, WhatWasSavedLoadsBackTheSame) {
   }
 }
 
+TEST(ConfigurationFileSave, MissingSoundsStandInTheirPlaces) {
+  const TemporaryFolder folder;
+  LSU_Configuration configuration;
+  ASSERT_TRUE(support::AddSound(configuration, folder, SlotKind::Impact, "i.lsu"));
+  configuration.SetVolume(SlotKind::Impact, 1, 7);
+  MissingSounds missing;
+  missing.Put({{SlotKind::PwrOff, 1}, "/gone/off.lsu", 50});
+  missing.Put({{SlotKind::Motion, 1}, "C:\\gone\\m.lsu", -3});
+  missing.Put({{SlotKind::Impact, 1}, "/gone/first.lsu", 60});
+  missing.Put({{SlotKind::Impact, 3}, "/gone/third.lsu", 70});
+  EXPECT_EQ(ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk(), missing), "");
+  EXPECT_EQ(ReadBytes(folder / "a.lscfg"),
+            "BOOT\r\n\r\n 100\r\n"
+            "PWRON\r\n\r\n 100\r\n"
+            "PWROFF\r\n/gone/off.lsu\r\n 50\r\n"
+            "IDLE\r\n\r\n 100\r\n"
+            "MOTION-1\r\nC:\\gone\\m.lsu\r\n-3\r\n"
+            "IMPACT-3\r\n/gone/first.lsu\r\n 60\r\n" +
+                (folder / "i.lsu").string() +
+                "\r\n 7\r\n/gone/third.lsu\r\n 70\r\n"
+                "LOCKUP-0\r\n");
+}
+
 TEST(ConfigurationFileSave, NamesBeyondPlainLettersSurvive) {
   const TemporaryFolder folder;
   LSU_Configuration saved;
