@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
@@ -72,25 +73,41 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
   connect(m_play, &QPushButton::clicked, this, [this] {
-    if (m_playing.empty())
-      m_actions.Play(m_path);
-    else
+    if (!m_playing.empty())
       emit stopRequested();
+    else if (IsMissing())
+      emit locateRequested(*m_place);
+    else
+      m_actions.Play(m_path);
   });
   connect(m_volume, &QSlider::valueChanged, this, [this](int percent) {
-    if (m_place) m_actions.SetVolume(*m_place, percent);
+    if (m_place) emit volumeChosen(percent);
   });
   ShowFile({});
 }
 
+bool DetailPanel::IsMissing() const { return m_place && m_actions.Set().AllMissing().At(*m_place) != nullptr; }
+
 void DetailPanel::ShowPlace(const SoundPlace& place) {
-  if (!m_actions.Set().Holds(place)) {
+  const SoundSet& set = m_actions.Set();
+  if (!set.HasRow(place)) {
     ShowFile({});
     return;
   }
   m_place = place;
-  ShowSound(m_actions.Set().At(place).FileNameAndPath(), PlaceTitle(place));
-  ShowVolume(m_actions.Set().At(place).Volume());
+  QString where = PlaceTitle(place);
+  if (m_count > 1) where = QStringLiteral("%1 and %2 more").arg(where).arg(m_count - 1);
+  if (const MissingSound* const missing = set.AllMissing().At(place)) {
+    ShowSound(missing->path, where + QStringLiteral(", missing"));
+    ShowVolume(missing->volume);
+  } else {
+    ShowSound(set.At(place).FileNameAndPath(), where);
+    ShowVolume(set.At(place).Volume());
+  }
+}
+
+void DetailPanel::ShowCount(int sounds) {
+  if (std::exchange(m_count, sounds) != sounds) Refresh();
 }
 
 void DetailPanel::ShowFile(const std::filesystem::path& path) {
@@ -113,7 +130,7 @@ void DetailPanel::ShowSound(const std::filesystem::path& path, const QString& wh
   m_name->setToolTip(TextFrom(path));
   m_where->setText(where);
   m_where->setVisible(!where.isEmpty());
-  m_waveform->Show(path);
+  m_waveform->Show(IsMissing() ? std::filesystem::path() : path);
   m_waveform->SetColor(m_place ? app::SlotColor(m_place->kind, palette()) : QColor());
   ShowPlayButton();
 }
@@ -124,7 +141,7 @@ void DetailPanel::ShowVolume(int percent) {
     const QSignalBlocker quiet(m_volume);
     m_volume->setValue(percent);
   }
-  const bool isUsable = m_place && !m_actions.IsBusy();
+  const bool isUsable = m_place && !IsMissing() && !m_actions.IsBusy();
   m_volume->setEnabled(isUsable);
   m_volumeLabel->setEnabled(isUsable);
   m_percent->setEnabled(isUsable);
@@ -139,11 +156,17 @@ void DetailPanel::SetPlaying(const std::filesystem::path& path) {
 
 void DetailPanel::ShowPlayButton() {
   const bool isPlaying = !m_playing.empty();
+  const bool locates = !isPlaying && IsMissing();
   m_play->setText(isPlaying ? QStringLiteral("Stop") : QStringLiteral("Play"));
   m_play->setToolTip(isPlaying ? QStringLiteral("Stop playing (Escape)")
                                : QStringLiteral("Play the selected sound (Space)"));
   m_play->setIcon(PlayIcon(isPlaying, palette(), devicePixelRatioF()));
-  m_play->setEnabled(isPlaying || !m_path.empty());
+  if (locates) {
+    m_play->setText(QStringLiteral("Locate ..."));
+    m_play->setToolTip(QStringLiteral("Show the program where this sound is (Enter)"));
+    m_play->setIcon({});
+  }
+  m_play->setEnabled(isPlaying || (!m_path.empty() && !(locates && m_actions.IsBusy())));
 }
 
 void DetailPanel::changeEvent(QEvent* event) {

@@ -16,11 +16,11 @@
 #include "app/help/TopicOf.h"
 #include "app/theme/Theme.h"
 #include "sound/ui/DriveList.h"
-#include "sound/ui/ElidedLabel.h"
 #include "sound/ui/FileListModel.h"
 #include "sound/ui/FolderContents.h"
 #include "sound/ui/HintLabel.h"
 #include "sound/ui/LatestJob.h"
+#include "sound/ui/PathLabel.h"
 #include "sound/ui/SoundListView.h"
 #include "sound/ui/SoundTexts.h"
 
@@ -65,7 +65,7 @@ FileExplorer::FileExplorer(const app::SpecialFolders& folders, QWidget* parent)
       m_files(new FileListModel(this)),
       m_driveList(new DriveList(this)),
       m_up(new QToolButton(this)),
-      m_path(new ElidedLabel(this)),
+      m_path(new PathLabel(this)),
       m_dirList(new SoundListView(this)),
       m_fileList(new SoundListView(this)),
       m_hint(new HintLabel(this)),
@@ -122,7 +122,10 @@ void FileExplorer::MakeLayout() {
   m_up->setArrowType(Qt::UpArrow);
   m_up->setToolTip(QStringLiteral("Go to the folder above (Backspace in the folder list)"));
   m_up->setFocusPolicy(Qt::TabFocus);
-  m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  // As high as its lines; the lists give way.
+  QSizePolicy pathPolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+  pathPolicy.setHeightForWidth(true);
+  m_path->setSizePolicy(pathPolicy);
   app::Theme::MakeSoft(*m_path);
   app::Theme::MakeSoft(*m_hint);
   m_driveList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -185,8 +188,7 @@ void FileExplorer::Open(const fs::path& folder) {
   if (!m_folder.empty()) m_watcher->removePath(TextFrom(m_folder));
   m_folder = folder;
   m_watcher->addPath(TextFrom(folder));
-  const QString name = TextFrom(folder.filename());
-  m_path->setText(name.isEmpty() ? TextFrom(folder) : name);
+  m_path->setText(TextFrom(folder));
   m_path->setToolTip(TextFrom(folder));
   m_up->setEnabled(folder.has_parent_path() && folder.parent_path() != folder);
   // What the folder before held must not be taken for this one's.

@@ -32,6 +32,8 @@ class FileExplorer : public app::Card {
 
   /// Shows the folder, and its drive in the drive list.
   void SetFolder(const std::filesystem::path& folder);
+  /// The folder that is shown.
+  [[nodiscard]] const std::filesystem::path& Folder() const { return m_folder; }
   /// The chosen files, from the first to the last.
   [[nodiscard]] std::vector<std::filesystem::path> SelectedFiles() const;
   /// The file of a row; empty when there is none.

@@ -39,9 +39,9 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
       return entry.name;
     case Qt::ToolTipRole:
       return TextFrom(entry.path);
-    case SoundRowDelegate::kDetailRole:
+    case SoundRowDelegate::kTimeRole:
       return isSound ? duration() : QString();
-    case SoundRowDelegate::kFurtherRole:
+    case SoundRowDelegate::kSizeRole:
       return isSound ? FileSize(bytes) : QString();
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && entry.path == m_playing;

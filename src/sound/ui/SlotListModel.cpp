@@ -25,9 +25,15 @@ SlotListModel::SlotListModel(const SoundSet& set, SlotKind kind, QObject* parent
 
 void SlotListModel::Refresh() {
   std::vector<Row> rows;
-  for (int position = 1; position <= m_set.Count(m_kind); ++position) {
-    const LSU_SoundFile& file = m_set.At({m_kind, position});
-    rows.push_back({file.FileNameAndPath(), FileName(file.FileNameAndPath()), file.NrOfSamples(), file.Volume()});
+  for (int position = 1; position <= m_set.Rows(m_kind); ++position) {
+    const SoundPlace place{m_kind, position};
+    if (const MissingSound* const missing = m_set.AllMissing().At(place)) {
+      rows.push_back({missing->path, FileName(missing->path), 0, missing->volume, true});
+      continue;
+    }
+    const LSU_SoundFile& file = m_set.At(place);
+    rows.push_back(
+        {file.FileNameAndPath(), FileName(file.FileNameAndPath()), file.NrOfSamples(), file.Volume(), false});
   }
   const auto before = static_cast<int>(m_rows.size());
   const auto now = static_cast<int>(rows.size());
@@ -74,31 +80,55 @@ int SlotListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
+QString SlotListModel::VolumeOf(const Row& row) {
+  return row.volume == 100 ? QString() : QString::number(row.volume) + QStringLiteral(" %");
+}
+
 QVariant SlotListModel::data(const QModelIndex& index, int role) const {
   const Row& row = m_rows.at(static_cast<std::size_t>(index.row()));
-  const QString volume = row.volume == 100 ? QString() : QString::number(row.volume) + QStringLiteral(" %");
+  if (role == Qt::DisplayRole) return row.name;
+  if (role == SoundRowDelegate::kNumberRole)
+    return SlotOf(m_kind).isList ? QString::number(index.row() + 1) : QString();
+  const QString where = PlaceTitle({m_kind, index.row() + 1});
+  return row.isMissing ? DataOfMissing(row, where, role) : DataOfSound(row, where, role);
+}
+
+QVariant SlotListModel::DataOfSound(const Row& row, const QString& where, int role) const {
+  const QString volume = VolumeOf(row);
   const QString duration = Duration(row.samples);
   const QString size = FileSize(LSU_SoundFile::FileBytes(row.samples));
   switch (role) {
-    case Qt::DisplayRole:
-      return row.name;
     case Qt::ToolTipRole:
       return TextFrom(row.path) + QLatin1Char('\n') + duration + QStringLiteral(", ") + size;
-    case SoundRowDelegate::kNumberRole:
-      return SlotOf(m_kind).isList ? QString::number(index.row() + 1) : QString();
-    case SoundRowDelegate::kDetailRole:
+    case SoundRowDelegate::kTimeRole:
       return duration;
-    case SoundRowDelegate::kFurtherRole:
+    case SoundRowDelegate::kVolumeRole:
       return SlotOf(m_kind).isList ? volume : QString();
-    case SoundRowDelegate::kLastRole:
+    case SoundRowDelegate::kSizeRole:
       return size;
-    case kVolumeRole:
+    case kUnusualRole:
       return volume;
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && row.path == m_playing;
     case Qt::AccessibleTextRole:
-      return PlaceTitle({m_kind, index.row() + 1}) + QStringLiteral(": ") + row.name + QStringLiteral(", ") + duration +
-             QStringLiteral(", ") + size + (volume.isEmpty() ? QString() : QStringLiteral(", volume ") + volume);
+      return where + QStringLiteral(": ") + row.name + QStringLiteral(", ") + duration + QStringLiteral(", ") + size +
+             (volume.isEmpty() ? QString() : QStringLiteral(", volume ") + volume);
+    default:
+      return {};
+  }
+}
+
+QVariant SlotListModel::DataOfMissing(const Row& row, const QString& where, int role) {
+  switch (role) {
+    case Qt::ToolTipRole:
+      return TextFrom(row.path) + QStringLiteral("\nThis file could not be found or is not valid.\n") +
+             QStringLiteral("\"Locate ...\" or Enter shows the program where it is.");
+    case SoundRowDelegate::kActionRole:
+      return QStringLiteral("Locate ...");
+    case kUnusualRole:
+      return QStringLiteral("Missing");
+    case Qt::AccessibleTextRole:
+      return where + QStringLiteral(": ") + row.name + QStringLiteral(", missing, Enter locates it");
     default:
       return {};
   }
@@ -118,7 +148,8 @@ QMimeData* SlotListModel::mimeData(const QModelIndexList& indexes) const {
   std::sort(positions.begin(), positions.end());
   QList<QUrl> urls;
   for (const qint32 position : positions)
-    urls.append(QUrl::fromLocalFile(TextFrom(m_rows.at(static_cast<std::size_t>(position - 1)).path)));
+    if (const Row& row = m_rows.at(static_cast<std::size_t>(position - 1)); !row.isMissing)
+      urls.append(QUrl::fromLocalFile(TextFrom(row.path)));
   QByteArray bytes;
   QDataStream stream(&bytes, QIODevice::WriteOnly);
   stream << static_cast<qint32>(m_kind) << positions;

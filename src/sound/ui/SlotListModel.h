@@ -8,13 +8,14 @@
 
 namespace kestrin::sound::ui {
 
-/// The sounds of one slot for its list: bare file names, positions, durations, volumes.
+/// The rows of one slot for its list, its sounds and the ones that are missing: bare file names, positions, durations,
+/// volumes.
 class SlotListModel : public QAbstractListModel {
   Q_OBJECT
 
  public:
-  /// The volume as a text, empty at 100 %.
-  static constexpr int kVolumeRole = Qt::UserRole + 10;
+  /// What is not usual about the sound, for the head of a single slot: its volume, or that it is missing.
+  static constexpr int kUnusualRole = Qt::UserRole + 10;
 
   /// Sounds that are dragged out of a slot.
   struct Dragged {
@@ -28,6 +29,8 @@ class SlotListModel : public QAbstractListModel {
   void Refresh();
   void SetPlaying(const std::filesystem::path& path);
   [[nodiscard]] SlotKind Kind() const { return m_kind; }
+  /// How many of the rows stand for missing sounds.
+  [[nodiscard]] int MissingCount() const { return m_set.AllMissing().Count(m_kind); }
 
   /// The sounds that were dragged out of a slot of this program; none when the data is something else.
   [[nodiscard]] static std::optional<Dragged> DraggedFrom(const QMimeData& data);
@@ -48,7 +51,14 @@ class SlotListModel : public QAbstractListModel {
     QString name;
     std::int32_t samples;
     int volume;
+    bool isMissing;
   };
+
+  /// What both kinds of rows show otherwise.
+  [[nodiscard]] QVariant DataOfSound(const Row& row, const QString& where, int role) const;
+  [[nodiscard]] static QVariant DataOfMissing(const Row& row, const QString& where, int role);
+  /// Empty at 100 %.
+  [[nodiscard]] static QString VolumeOf(const Row& row);
 
   const SoundSet& m_set;
   SlotKind m_kind;

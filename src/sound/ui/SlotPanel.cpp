@@ -80,14 +80,17 @@ SlotPanel::SlotPanel(SoundActions& actions, SlotKind kind, QWidget* parent)
 
 void SlotPanel::Refresh() {
   m_sounds->Refresh();
-  const int count = m_sounds->rowCount();
   if (SlotOf(m_kind).isList) {
-    m_count->setText(QStringLiteral("%1 of %2").arg(count).arg(kListCapacity));
+    // A row whose sound is missing is none that the board gets.
+    const int missing = m_sounds->MissingCount();
+    const QString sounds = QStringLiteral("%1 of %2").arg(m_sounds->rowCount() - missing).arg(kListCapacity);
+    m_count->setText(missing == 0 ? sounds : QStringLiteral("%1 missing").arg(missing));
+    m_count->setToolTip(missing == 0 ? QString() : QStringLiteral("%1, %2 missing").arg(sounds).arg(missing));
     return;
   }
   // The one line of a single slot is short: what is usual is not said, and the volume stands above.
   const QModelIndex only = m_sounds->index(0);
-  m_count->setText(only.isValid() ? only.data(SlotListModel::kVolumeRole).toString() : QString());
+  m_count->setText(only.isValid() ? only.data(SlotListModel::kUnusualRole).toString() : QString());
 }
 
 void SlotPanel::ShowSelected(bool selected) {

@@ -79,7 +79,7 @@ void SoundActions::Add(SlotKind kind, const std::vector<fs::path>& paths, int to
     Work work(*this);
     for (const fs::path& path : WithoutFolders(paths)) {
       const std::string answer = m_set.Add(kind, path);
-      if (answer.empty() && isList && to < m_set.Count(kind)) m_set.Move(kind, m_set.Count(kind), to++);
+      if (answer.empty() && isList && to < m_set.Rows(kind)) m_set.Move(kind, m_set.Rows(kind), to++);
       if (!work.Take(answer, path) || (answer.empty() && !isList)) break;
     }
     text = work.Message();
@@ -101,16 +101,17 @@ void SoundActions::Bring(SlotKind from, const std::vector<int>& positions, SlotK
     return;
   }
   QString text;
+  int done = 0;
+  to = std::min(to, m_set.Rows(kind) + 1);
   {
     Work work(*this);
-    int done = 0;
     for (const int position : positions) {
       // Sounds that left, or that were copied in before this one, have shifted it.
       int now = position;
       if (!copy) now -= done;
       if (from == kind && position >= to) now += done;
-      if (!m_set.Holds({from, now})) continue;
-      const fs::path path = m_set.At({from, now}).FileNameAndPath();
+      if (!m_set.HasRow({from, now})) continue;
+      const fs::path path = m_set.PathAt({from, now});
       const std::string answer =
           copy ? m_set.CopyTo({from, now}, kind, to + done) : m_set.MoveTo({from, now}, kind, to + done);
       if (answer.empty()) ++done;
@@ -118,24 +119,28 @@ void SoundActions::Bring(SlotKind from, const std::vector<int>& positions, SlotK
     }
     text = work.Message();
   }
+  if (done > 0 && !copy) emit moved(kind, SlotOf(kind).isList ? to : 1, done);
   if (!text.isEmpty()) emit message(text);
 }
 
 void SoundActions::MoveInside(SlotKind kind, const std::vector<int>& positions, int to) {
-  const SoundSet::Group group(m_set);
-  to = std::min(to, m_set.Count(kind) + 1);
+  to = std::min(to, m_set.Rows(kind) + 1);
   int before = 0;
   int behind = 0;
-  for (const int position : positions) {
-    if (position < to)
-      m_set.Move(kind, position - before++, to - 1);
-    else
-      m_set.Move(kind, position, to + behind++);
+  {
+    const SoundSet::Group group(m_set);
+    for (const int position : positions) {
+      if (position < to)
+        m_set.Move(kind, position - before++, to - 1);
+      else
+        m_set.Move(kind, position, to + behind++);
+    }
   }
+  emit moved(kind, to - before, before + behind);
 }
 
-void SoundActions::SetVolume(const SoundPlace& place, int percent) {
-  if (MayChange()) m_set.SetVolume(place.kind, place.position, static_cast<std::int16_t>(percent));
+void SoundActions::SetVolume(const std::vector<SoundPlace>& places, int percent) {
+  if (MayChange()) m_set.SetVolume(places, static_cast<std::int16_t>(percent));
 }
 
 void SoundActions::Undo() {

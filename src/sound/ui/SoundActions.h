@@ -33,7 +33,7 @@ class SoundActions : public QObject {
   void Remove(SlotKind kind, const std::vector<int>& positions);
   /// Moves or copies sounds of one slot, to before the sound that now stands at `to`.
   void Bring(SlotKind from, const std::vector<int>& positions, SlotKind kind, int to, bool copy);
-  void SetVolume(const SoundPlace& place, int percent);
+  void SetVolume(const std::vector<SoundPlace>& places, int percent);
   void Undo();
   void Redo();
   void Play(const std::filesystem::path& path);
@@ -41,6 +41,8 @@ class SoundActions : public QObject {
  signals:
   void message(const QString& text);
   void playRequested(const QString& path);
+  /// So many sounds have been moved: they stand in these rows, one below the other, from 1.
+  void moved(kestrin::sound::SlotKind kind, int first, int count);
 
  private:
   class Work;

@@ -92,6 +92,7 @@ bool SoundListView::event(QEvent* event) {
 void SoundListView::mousePressEvent(QMouseEvent* event) {
   const QModelIndex index = indexAt(event->position().toPoint());
   QListView::mousePressEvent(event);
+  emit clickedInto();
   if (!index.isValid()) return;
   if (event->button() != Qt::MiddleButton) emit rowChosen(index.row());
   if (event->button() == Qt::LeftButton && IsExactlyCtrl(event->modifiers())) emit playWanted(index);

@@ -31,6 +31,8 @@ class SoundListView : public QListView {
   void deletePressed();
   /// A row became the one that the person works with, by mouse or keyboard.
   void rowChosen(int row);
+  /// The mouse was pressed in the list, on a row or beside all of them.
+  void clickedInto();
 
  protected:
   bool event(QEvent* event) override;

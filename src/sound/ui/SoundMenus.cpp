@@ -44,13 +44,22 @@ std::unique_ptr<QMenu> MakeFileMenu(SoundActions& actions, const std::vector<std
   return menu;
 }
 
-std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds) {
+std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds,
+                                    std::function<void()> locateAll) {
   auto menu = std::make_unique<QMenu>(&list);
   const SlotKind kind = sounds.Kind();
   const std::vector<int> positions = list.SelectedPositions();
   const bool isAny = !positions.empty();
   const bool mayChange = isAny && actions.MayChange();
-  AddEntry(*menu, QStringLiteral("Play"), Qt::Key_Space, isAny, [&actions, kind, positions] {
+  if (list.HasMissingSelected()) {
+    const int row = list.currentIndex().row();
+    AddEntry(*menu, QStringLiteral("Locate ..."), Qt::Key_Return, mayChange && list.IsMissing(row),
+             [&list, row] { emit list.locateWanted(row); });
+    AddEntry(*menu, QStringLiteral("Locate the sounds ..."), {}, mayChange, std::move(locateAll));
+    menu->addSeparator();
+  }
+  const bool isSound = isAny && actions.Set().Holds({kind, positions.front()});
+  AddEntry(*menu, QStringLiteral("Play"), Qt::Key_Space, isSound, [&actions, kind, positions] {
     if (actions.Set().Holds({kind, positions.front()}))
       actions.Play(actions.Set().At({kind, positions.front()}).FileNameAndPath());
   });

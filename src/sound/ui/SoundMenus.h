@@ -20,8 +20,9 @@ class SoundActions;
                                                   const std::vector<std::filesystem::path>& files, SlotKind target,
                                                   QWidget* parent);
 
-/// The menu for the selected sounds of a slot: play, remove, reorder, move and copy to another slot. The list must
-/// outlive the menu.
-[[nodiscard]] std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds);
+/// The menu for the selected sounds of a slot: play, remove, reorder, move and copy to another slot; where one of them
+/// is missing, also what locates it, or all by `locateAll`. The list must outlive the menu.
+[[nodiscard]] std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds,
+                                                  std::function<void()> locateAll);
 
 }  // namespace kestrin::sound::ui

@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <optional>
 
 #include "app/help/TopicOf.h"
 #include "sound/ui/DetailPanel.h"
@@ -53,7 +55,11 @@ SoundPage::SoundPage(SoundSet& set, const app::SpecialFolders& folders, QWidget*
   ConnectExplorer();
   connect(m_actions, &SoundActions::message, this, &SoundPage::message);
   connect(m_actions, &SoundActions::playRequested, this, &SoundPage::playRequested);
+  connect(m_actions, &SoundActions::moved, this, &SoundPage::FollowMoved);
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
+  connect(m_detail, &DetailPanel::locateRequested, this, &SoundPage::locateRequested);
+  connect(m_detail, &DetailPanel::volumeChosen, this,
+          [this](int percent) { m_actions->SetVolume(SelectedPlaces(), percent); });
   m_slots[SlotKind::Boot]->Option()->setChecked(true);
   m_set.AddListener(*this);
   SoundPage::MemoryChanged();
@@ -120,12 +126,20 @@ void SoundPage::ConnectSlot(SlotPanel& panel) {
           [this, kind](const QModelIndex& index) { m_actions->Remove(kind, {index.row() + 1}); });
   connect(list, &SoundListView::deletePressed, list, &SlotList::RemoveSelected);
   connect(list, &SoundListView::playWanted, this, [this, kind](const QModelIndex& index) {
-    m_actions->Play(m_set.At({kind, index.row() + 1}).FileNameAndPath());
+    const SoundPlace place{kind, index.row() + 1};
+    if (m_set.Holds(place)) m_actions->Play(m_set.At(place).FileNameAndPath());
   });
   connect(list, &SoundListView::rowChosen, this, [this, kind](int row) { SelectSound({kind, row + 1}); });
+  connect(list, &SoundListView::clickedInto, panel.Option(), [option = panel.Option()] { option->setChecked(true); });
+  connect(list, &SlotList::locateWanted, this, [this, kind](int row) { Locate(kind, row); });
+  connect(list, &SoundListView::enterPressed, this, [this, kind, list] { Locate(kind, list->currentIndex().row()); });
+  connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, kind] {
+    if (m_detail->Place() && m_detail->Place()->kind == kind) m_detail->ShowCount(CountOfSelected());
+  });
   list->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(list, &QWidget::customContextMenuRequested, this, [this, &panel, list](const QPoint& where) {
-    PopUp(MakeSlotMenu(*m_actions, *list, *panel.Sounds()), list->mapToGlobal(where));
+    PopUp(MakeSlotMenu(*m_actions, *list, *panel.Sounds(), [this] { emit locateAllRequested(); }),
+          list->mapToGlobal(where));
   });
   list->viewport()->installEventFilter(this);
 }
@@ -136,6 +150,34 @@ void SoundPage::SelectSound(const SoundPlace& place) {
     if (kind != place.kind) panel->List()->SelectRow(-1);
   m_explorer->Files()->clearSelection();
   m_detail->ShowPlace(place);
+  m_detail->ShowCount(CountOfSelected());
+}
+
+std::vector<SoundPlace> SoundPage::SelectedPlaces() const {
+  const std::optional<SoundPlace> shown = m_detail->Place();
+  if (!shown) return {};
+  std::vector<SoundPlace> places;
+  for (const int position : m_slots.at(shown->kind)->List()->SelectedPositions())
+    places.push_back({shown->kind, position});
+  // The one that is shown may have lost its selection to a key that only moves the keyboard's row.
+  if (std::find(places.begin(), places.end(), *shown) == places.end()) return {*shown};
+  return places;
+}
+
+int SoundPage::CountOfSelected() const { return std::max(1, static_cast<int>(SelectedPlaces().size())); }
+
+void SoundPage::FollowMoved(SlotKind kind, int first, int count) {
+  QList<int> rows;
+  for (int row = first - 1; row < first - 1 + count; ++row) rows.append(row);
+  SlotList* const list = m_slots.at(kind)->List();
+  list->Place(rows, rows.constFirst());
+  list->scrollTo(list->currentIndex());
+  SelectSound({kind, first});
+}
+
+void SoundPage::Locate(SlotKind kind, int row) {
+  const SoundPlace place{kind, row + 1};
+  if (m_actions->MayChange() && m_set.AllMissing().At(place) != nullptr) emit locateRequested(place);
 }
 
 void SoundPage::ShowFile(const std::filesystem::path& path) {
@@ -144,6 +186,8 @@ void SoundPage::ShowFile(const std::filesystem::path& path) {
 }
 
 void SoundPage::SetFolder(const std::filesystem::path& folder) { m_explorer->SetFolder(folder); }
+
+std::filesystem::path SoundPage::Folder() const { return m_explorer->Folder(); }
 
 void SoundPage::SetPreparing(bool isPreparing) {
   m_isPreparing = isPreparing;

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <filesystem>
 #include <map>
+#include <vector>
 
 #include "sound/SoundSet.h"
 
@@ -37,6 +38,8 @@ class SoundPage : public QWidget, private SoundSetListener {
 
   /// Shows the folder in the file explorer and its drive in the drive list.
   void SetFolder(const std::filesystem::path& folder);
+  /// The folder that the file explorer shows.
+  [[nodiscard]] std::filesystem::path Folder() const;
   /// Whether a sound is being made ready to play: that can be stopped like the playing.
   void SetPreparing(bool isPreparing);
   /// Shows which sound is playing; empty: none.
@@ -57,6 +60,9 @@ class SoundPage : public QWidget, private SoundSetListener {
   void playRequested(const QString& path);
   /// The person wants silence.
   void stopRequested();
+  /// The person wants to show the program a missing sound, or all of them.
+  void locateRequested(const kestrin::sound::SoundPlace& place);
+  void locateAllRequested();
   /// Something to tell the person in a message box.
   void message(const QString& text);
   /// What the control under the pointer is for; empty when there is nothing to say.
@@ -75,6 +81,12 @@ class SoundPage : public QWidget, private SoundSetListener {
   void ConnectExplorer();
   void ConnectSlot(SlotPanel& panel);
   void SelectSound(const SoundPlace& place);
+  /// The sounds that were moved stay the ones that are selected, where they are now.
+  void FollowMoved(SlotKind kind, int first, int count);
+  void Locate(SlotKind kind, int row);
+  /// The selected rows of the slot that is shown.
+  [[nodiscard]] std::vector<SoundPlace> SelectedPlaces() const;
+  [[nodiscard]] int CountOfSelected() const;
   void ShowFile(const std::filesystem::path& path);
 
   SoundSet& m_set;

@@ -1,7 +1,11 @@
 #include "sound/ui/SoundRowDelegate.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QWidget>
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "app/theme/ThemeColors.h"
 #include "sound/ui/PlayIcon.h"
@@ -11,10 +15,61 @@ namespace kestrin::sound::ui {
 namespace {
 
 constexpr int kMargin = 8;
-/// A name is not squeezed below this for the sake of further figures.
-constexpr int kLeastName = 72;
+
+/// A figure of a row: where it stands from the right, and how much room it takes.
+struct Figure {
+  int role;
+  QString text;
+  int width = 0;
+};
+
+/// The figures for which there is room beside the whole name, from the right to the left.
+std::vector<Figure> FiguresBeside(const QString& name, int room, const QFontMetrics& metrics,
+                                  const QModelIndex& index) {
+  std::vector<Figure> shown;
+  int left = room - metrics.horizontalAdvance(name);
+  for (const int role : {SoundRowDelegate::kVolumeRole, SoundRowDelegate::kTimeRole, SoundRowDelegate::kSizeRole}) {
+    QString text = index.data(role).toString();
+    if (text.isEmpty()) continue;
+    // Figures of a list stand in columns when they are about equally long.
+    const int width = std::max(metrics.horizontalAdvance(text), metrics.horizontalAdvance(QStringLiteral("00.0 s")));
+    left -= width + kMargin;
+    if (left < 0) break;
+    shown.push_back({role, std::move(text), width});
+  }
+  // Where there is a time, it stands rightmost, so that the times of a list make a column.
+  if (shown.size() > 1 && shown[1].role == SoundRowDelegate::kTimeRole) std::swap(shown[0], shown[1]);
+  return shown;
+}
+
+/// The sign of a sound that is missing, in the middle of the rectangle.
+void PaintWarningSign(QPainter& painter, const QRect& where, const QPalette& palette) {
+  constexpr double kSide = 14;
+  QRectF box(0, 0, kSide, kSide);
+  box.moveCenter(QRectF(where).center());
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  QPainterPath sign;
+  sign.setFillRule(Qt::OddEvenFill);
+  sign.moveTo(box.center().x(), box.top());
+  sign.lineTo(box.right(), box.bottom() - 1);
+  sign.lineTo(box.left(), box.bottom() - 1);
+  sign.closeSubpath();
+  // The stroke and the dot of an exclamation mark.
+  sign.addRect(box.center().x() - 0.9, box.top() + 5, 1.8, 4);
+  sign.addRect(box.center().x() - 0.9, box.top() + 10, 1.8, 1.8);
+  painter.fillPath(sign, app::ColorOf(app::ColorRole::Warning, palette));
+  painter.restore();
+}
 
 }  // namespace
+
+QRect SoundRowDelegate::ActionRect(const QRect& row, const QFontMetrics& metrics, const QModelIndex& index) {
+  const QString action = index.data(kActionRole).toString();
+  if (action.isEmpty()) return {};
+  const int width = metrics.horizontalAdvance(action) + 2 * kMargin;
+  return {row.right() - width + 1, row.top(), width, row.height()};
+}
 
 void SoundRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   using app::ColorRole;
@@ -47,18 +102,20 @@ void SoundRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     room.setLeft(room.left() + kMargin * 2);
   }
 
-  painter->setPen(soft);
   const QString name = index.data(Qt::DisplayRole).toString();
-  for (const int role : {kDetailRole, kFurtherRole, kLastRole}) {
-    const QString detail = index.data(role).toString();
-    if (detail.isEmpty()) continue;
-    // Figures of a list stand in columns when they are about equally long.
-    const int width = std::max(metrics.horizontalAdvance(detail), metrics.horizontalAdvance(QStringLiteral("00.0 s")));
-    const int left = room.width() - width - kMargin;
-    if (role == kFurtherRole && left < kLeastName) continue;
-    if (role == kLastRole && left < metrics.horizontalAdvance(name)) continue;
-    painter->drawText(room, Qt::AlignVCenter | Qt::AlignRight, detail);
-    room.setRight(room.right() - width - kMargin);
+  if (const QRect action = ActionRect(option.rect, metrics, index); action.isValid()) {
+    // On the ground of a selected row the accent would be hard to read.
+    const bool isPlain = !isEnabled || option.state.testFlag(QStyle::State_Selected);
+    painter->setPen(isPlain ? text : app::ColorOf(ColorRole::Accent, palette));
+    painter->drawText(action, Qt::AlignCenter, index.data(kActionRole).toString());
+    room.setRight(action.left() - 1);
+    PaintWarningSign(*painter, QRect(room.left(), room.top(), 2 * kMargin, room.height()), palette);
+    room.setLeft(room.left() + 2 * kMargin + kMargin / 2);
+  }
+  painter->setPen(soft);
+  for (const Figure& figure : FiguresBeside(name, room.width(), metrics, index)) {
+    painter->drawText(room, Qt::AlignVCenter | Qt::AlignRight, figure.text);
+    room.setRight(room.right() - figure.width - kMargin);
   }
 
   painter->setPen(text);

@@ -4,26 +4,29 @@
 
 namespace kestrin::sound::ui {
 
-/// Draws a row of a sound list: a number, the name, and soft figures at the right.
+/// Draws a row of a sound list: a number, the name, and soft figures at the right. A narrow row shows the name alone;
+/// with more room the volume joins it, then the time, then the size.
 class SoundRowDelegate : public QStyledItemDelegate {
   Q_OBJECT
 
  public:
   /// The text before the name, like a position; may be empty.
   static constexpr int kNumberRole = Qt::UserRole;
-  /// The figures at the right: what is read first stands rightmost.
-  static constexpr int kDetailRole = Qt::UserRole + 1;
-  /// More of them, left of the others; left out where there is no room.
-  static constexpr int kFurtherRole = Qt::UserRole + 2;
-  /// The last to find room, left of all others: only where the whole name has room beside it.
-  static constexpr int kLastRole = Qt::UserRole + 4;
+  /// The figures; any may be empty.
+  static constexpr int kVolumeRole = Qt::UserRole + 1;
+  static constexpr int kTimeRole = Qt::UserRole + 2;
+  static constexpr int kSizeRole = Qt::UserRole + 3;
   /// Whether this sound is playing.
-  static constexpr int kPlayingRole = Qt::UserRole + 3;
+  static constexpr int kPlayingRole = Qt::UserRole + 4;
+  /// What a click into the right end of the row does, in the place of figures. Rows that have it carry a warning sign.
+  static constexpr int kActionRole = Qt::UserRole + 5;
 
   using QStyledItemDelegate::QStyledItemDelegate;
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  /// The part of a row's rectangle in which kActionRole stands; empty when the row has none.
+  [[nodiscard]] static QRect ActionRect(const QRect& row, const QFontMetrics& metrics, const QModelIndex& index);
   /// The height of a row in that font.
   [[nodiscard]] static int RowHeight(const QFontMetrics& metrics) { return metrics.height() + 8; }
 };

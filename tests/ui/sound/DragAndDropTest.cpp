@@ -1,10 +1,12 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QImage>
 #include <QMimeData>
 #include <QUrl>
 #include <memory>
 
 #include "SoundPageFixture.h"
+#include "app/theme/ThemeColors.h"
 
 namespace kestrin::sound::ui {
 namespace {
@@ -27,11 +29,49 @@ class DragAndDropTest : public SoundPageFixture {
     data->setUrls(urls);
     return data;
   }
+  QPoint PointBefore(const char* list, int row) {
+    if (row == kBehindAll) return {20, List(list)->viewport()->height() - 2};
+    return List(list)->visualRect(List(list)->model()->index(row, 0)).topLeft() + QPoint(20, 2);
+  }
+  /// Moves what is dragged over the list, to before that row.
+  void Hover(const QMimeData& data, const char* list, int row) {
+    QWidget* where = List(list)->viewport();
+    QDragEnterEvent enter(PointBefore(list, row), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(where, &enter);
+    if (!enter.isAccepted()) return;
+    QDragMoveEvent move(PointBefore(list, row), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(where, &move);
+  }
+  void Leave(const char* list) {
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(List(list)->viewport(), &leave);
+  }
+  /// The rows of pixels of a list, from the top, that are in the accent's colour for most of their length.
+  std::vector<int> Marks(const char* list) {
+    const QImage picture = List(list)->viewport()->grab().toImage();
+    const QRgb accent = app::ColorOf(app::ColorRole::Accent, List(list)->palette()).rgb();
+    std::vector<int> rows;
+    for (int y = 0; y < picture.height(); ++y) {
+      int pixels = 0;
+      for (int x = 0; x < picture.width(); ++x) pixels += static_cast<int>(picture.pixel(x, y) == accent);
+      if (pixels > picture.width() / 2) rows.push_back(y);
+    }
+    return rows;
+  }
+  /// The names of the selected rows, the one with the keyboard in brackets.
+  std::string Selected(const char* list) {
+    QStringList names;
+    for (const QModelIndex& index : List(list)->selectionModel()->selectedRows()) {
+      const QString name = index.data().toString();
+      names.append(index == List(list)->currentIndex() ? "[" + name + "]" : name);
+    }
+    names.sort();
+    return names.join(' ').toStdString();
+  }
   /// Drops before that row; false when the list does not take it.
   bool Drop(const QMimeData& data, const char* list, int row = kBehindAll, Qt::DropAction action = Qt::MoveAction) {
     QWidget* where = List(list)->viewport();
-    QPoint point(20, where->height() - 2);
-    if (row != kBehindAll) point = List(list)->visualRect(List(list)->model()->index(row, 0)).topLeft() + QPoint(20, 2);
+    const QPoint point = PointBefore(list, row);
     QDragEnterEvent enter(point, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(where, &enter);
     if (!enter.isAccepted()) return false;
@@ -148,6 +188,75 @@ TEST_F(DragAndDropTest, AListIsReordered) {
     for (auto at = order.find(".lsu"); at != order.npos; at = order.find(".lsu")) order.erase(at, 4);
     EXPECT_EQ(order, each.order) << "before row " << each.before;
   }
+}
+
+TEST_F(DragAndDropTest, AMarkShowsWhereADropWillLand) {
+  Open();
+  Fill(SlotKind::Motion, 3);
+  Sound("a.lsu", 100);
+  const auto files = Files({"a.lsu"});
+  EXPECT_EQ(Marks("MtFileList"), std::vector<int>{});
+  for (const int row : {1, 2, kBehindAll}) {
+    Hover(*files, "MtFileList", row);
+    const QModelIndex above = List("MtFileList")->model()->index(row == kBehindAll ? 2 : row - 1, 0);
+    const int gap = List("MtFileList")->visualRect(above).bottom() + 1;
+    EXPECT_EQ(Marks("MtFileList"), (std::vector<int>{gap - 1, gap})) << row;
+  }
+  Hover(*files, "MtFileList", 0);
+  ASSERT_EQ(Marks("MtFileList").size(), 2U);
+  EXPECT_LT(Marks("MtFileList").back(), 4);
+  Leave("MtFileList");
+  EXPECT_EQ(Marks("MtFileList"), std::vector<int>{});
+  Hover(*files, "MtFileList", 1);
+  EXPECT_TRUE(Drop(*files, "MtFileList", 1));
+  EXPECT_EQ(Marks("MtFileList"), std::vector<int>{});
+}
+
+TEST_F(DragAndDropTest, AMarkRoundASingleSlotShowsThatItsSoundIsReplaced) {
+  Open();
+  Sound("a.lsu", 100);
+  Hover(*Files({"a.lsu"}), "IdleFileList", kBehindAll);
+  const std::vector<int> marks = Marks("IdleFileList");
+  ASSERT_FALSE(marks.empty());
+  EXPECT_LT(marks.front(), 4);
+  EXPECT_GT(marks.back(), List("IdleFileList")->viewport()->height() - 5);
+  Leave("IdleFileList");
+  EXPECT_EQ(Marks("IdleFileList"), std::vector<int>{});
+}
+
+TEST_F(DragAndDropTest, WhatIsNotTakenLeavesNoMark) {
+  Open();
+  Fill(SlotKind::Motion, 2);
+  Hover(*Files({"a.lscfg"}), "MtFileList", 1);
+  EXPECT_EQ(Marks("MtFileList"), std::vector<int>{});
+}
+
+TEST_F(DragAndDropTest, TheSelectionFollowsSoundsThatAreMovedInTheirList) {
+  Open();
+  Fill(SlotKind::Motion, 4);
+  Click("MtFileList", "motion 1.lsu");
+  EXPECT_TRUE(Drop(*Dragged("MtFileList", {0}), "MtFileList", 3));
+  EXPECT_EQ(Shown("MtFileList"), "motion 2.lsu motion 3.lsu motion 1.lsu motion 4.lsu");
+  EXPECT_EQ(Selected("MtFileList"), "[motion 1.lsu]");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 3");
+  EXPECT_TRUE(Drop(*Dragged("MtFileList", {0, 3}), "MtFileList", 1));
+  EXPECT_EQ(Shown("MtFileList"), "motion 2.lsu motion 4.lsu motion 3.lsu motion 1.lsu");
+  EXPECT_EQ(Selected("MtFileList"), "[motion 2.lsu] motion 4.lsu");
+}
+
+TEST_F(DragAndDropTest, TheSelectionFollowsSoundsIntoAnotherSlot) {
+  Open();
+  Fill(SlotKind::Motion, 3);
+  Fill(SlotKind::Impact, 2);
+  Click("MtFileList", "motion 1.lsu");
+  EXPECT_TRUE(Drop(*Dragged("MtFileList", {0, 2}), "ImpFileList", 1));
+  EXPECT_EQ(Shown("ImpFileList"), "impact 1.lsu motion 1.lsu motion 3.lsu impact 2.lsu");
+  EXPECT_EQ(Selected("ImpFileList"), "[motion 1.lsu] motion 3.lsu");
+  EXPECT_EQ(Selected("MtFileList"), "");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Impact 2 and 1 more");
+  EXPECT_TRUE(Drop(*Dragged("ImpFileList", {1}), "BootFileList"));
+  EXPECT_EQ(Selected("BootFileList"), "[motion 1.lsu]");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Boot");
 }
 
 TEST_F(DragAndDropTest, FilesOfTheExplorerCanBeDropped) {

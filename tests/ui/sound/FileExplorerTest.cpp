@@ -3,6 +3,7 @@
 #include <QToolButton>
 
 #include "SoundPageFixture.h"
+#include "sound/ui/PathLabel.h"
 #include "sound/ui/SoundRowDelegate.h"
 
 namespace kestrin::sound::ui {
@@ -86,9 +87,9 @@ TEST_F(FileExplorerTest, FilesShowDurationAndSize) {
   Sound("a.lsu", 72000);
   Open();
   const QModelIndex file = IndexOf("FileList", "a.lsu");
-  EXPECT_EQ(file.data(SoundRowDelegate::kDetailRole).toString(), "1.5 s");
+  EXPECT_EQ(file.data(SoundRowDelegate::kTimeRole).toString(), "1.5 s");
   // 144,004 bytes in units of 1,024.
-  EXPECT_EQ(file.data(SoundRowDelegate::kFurtherRole).toString(), "141 kB");
+  EXPECT_EQ(file.data(SoundRowDelegate::kSizeRole).toString(), "141 kB");
 }
 
 TEST_F(FileExplorerTest, FoldersOpenByDoubleClickAndByEnterAndLeadBackUp) {
@@ -96,18 +97,57 @@ TEST_F(FileExplorerTest, FoldersOpenByDoubleClickAndByEnterAndLeadBackUp) {
   Open();
   ShowFolder([&] { DoubleClick("DirList", "fonts"); });
   EXPECT_EQ(Shown("DirList"), "ember");
-  EXPECT_EQ(Text("FolderLabel"), "fonts");
+  EXPECT_EQ(Text("FolderLabel"), (folder / "fonts").string());
   Click("DirList", "ember");
   ShowFolder([&] { QTest::keyClick(List("DirList"), Qt::Key_Return); });
-  EXPECT_EQ(Text("FolderLabel"), "ember");
+  EXPECT_EQ(Text("FolderLabel"), (folder / "fonts" / "ember").string());
   EXPECT_EQ(Shown("DirList"), "");
   ShowFolder([&] { Get<QToolButton>("UpBtn")->click(); });
-  EXPECT_EQ(Text("FolderLabel"), "fonts");
+  EXPECT_EQ(Text("FolderLabel"), (folder / "fonts").string());
   // The folder that was left is found again at once.
   EXPECT_EQ(List("DirList")->currentIndex().data().toString(), "ember");
   List("DirList")->setFocus();
   ShowFolder([&] { QTest::keyClick(List("DirList"), Qt::Key_Backspace); });
   EXPECT_EQ(Shown("DirList"), "desktop documents fonts");
+}
+
+TEST_F(FileExplorerTest, ThePathGoesOnInFurtherLinesWhereOneIsTooShort) {
+  PathLabel label;
+  label.setText("/home/anna/Documents/Sabers/Ember Knight");
+  const auto widthOf = [&label](const QString& text) { return label.fontMetrics().horizontalAdvance(text); };
+  EXPECT_EQ(label.Lines(widthOf(label.text())), QStringList{label.text()});
+  // Lines break behind separators only.
+  const QString first = "/home/anna/Documents/";
+  EXPECT_EQ(label.Lines(widthOf(first) + 1), (QStringList{first, "Sabers/Ember Knight"}));
+  EXPECT_EQ(label.heightForWidth(widthOf(first) + 1), 2 * label.fontMetrics().lineSpacing());
+  // A name that is longer than the line breaks at any letter, and none of it is lost.
+  label.setText("/" + QString(40, 'w'));
+  EXPECT_EQ(label.Lines(widthOf(QString(25, 'w')) + 1), (QStringList{"/", QString(25, 'w'), QString(15, 'w')}));
+  label.setText("C:\\Sounds\\Ember Knight");
+  EXPECT_EQ(label.Lines(widthOf("Ember Knight")), (QStringList{"C:\\Sounds\\", "Ember Knight"}));
+}
+
+TEST_F(FileExplorerTest, APathOfMoreThanThreeLinesLosesItsMiddle) {
+  PathLabel label;
+  label.setText("/first folder/second folder/third folder/fourth folder/fifth folder");
+  const QStringList lines = label.Lines(label.fontMetrics().horizontalAdvance("\u2026/fourth folder/"));
+  EXPECT_EQ(lines, (QStringList{"/first folder/", "\u2026/fourth folder/", "fifth folder"}));
+}
+
+TEST_F(FileExplorerTest, TheLabelIsAsHighAsItsPath) {
+  Open();
+  auto* const label = Get<PathLabel>("FolderLabel");
+  const QFontMetrics metrics = label->fontMetrics();
+  // Longer than the explorer is wide, yet no longer than three lines of it.
+  std::filesystem::path deep = folder.Path();
+  while (metrics.horizontalAdvance(TextFrom(deep)) < label->width() * 5 / 4) deep /= "folder";
+  std::filesystem::create_directories(deep);
+  ShowFolder([&] { page->SetFolder(deep); });
+  QApplication::processEvents();
+  const QStringList lines = label->Lines(label->width());
+  EXPECT_GT(lines.size(), 1);
+  EXPECT_EQ(lines.join(QString()), TextFrom(deep));
+  EXPECT_GE(label->height(), lines.size() * metrics.lineSpacing());
 }
 
 TEST_F(FileExplorerTest, EvenAnEmptyFolderLeadsUpByKey) {

@@ -107,39 +107,81 @@ TEST_F(SlotListsTest, RowsShowPositionDurationAndAVolumeThatIsNotFull) {
   set.SetVolume(SlotKind::Motion, 2, 80);
   EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kNumberRole).toString(), "1");
   EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kNumberRole).toString(), "2");
-  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kDetailRole).toString(), "1.0 s");
-  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kDetailRole).toString(), "2.5 s");
-  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kFurtherRole).toString(), "");
-  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kFurtherRole).toString(), "80 %");
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kTimeRole).toString(), "1.0 s");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kTimeRole).toString(), "2.5 s");
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kVolumeRole).toString(), "");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kVolumeRole).toString(), "80 %");
   // 96,004 and 240,004 bytes in units of 1,024.
-  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kLastRole).toString(), "94 kB");
-  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kLastRole).toString(), "234 kB");
+  EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kSizeRole).toString(), "94 kB");
+  EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kSizeRole).toString(), "234 kB");
   EXPECT_EQ(Shows("MtFileList", "b.lsu", Qt::ToolTipRole).toString(), PathText("b.lsu") + "\n2.5 s, 234 kB");
   EXPECT_EQ(Shows("MtFileList", "b.lsu", Qt::AccessibleTextRole).toString(),
             "Motion 2: b.lsu, 2.5 s, 234 kB, volume 80 %");
 }
 
-TEST_F(SlotListsTest, ASizeStandsInARowOnlyWhereTheWholeNameHasRoomBesideIt) {
-  // What a row looks like that is so much wider than name, duration and size take together.
-  const auto row = [](const QString& size, int spare) {
-    QStandardItemModel model(1, 1);
-    model.setData(model.index(0, 0), "a sound with a name.lsu");
-    model.setData(model.index(0, 0), "12.3 s", SoundRowDelegate::kDetailRole);
-    model.setData(model.index(0, 0), size, SoundRowDelegate::kLastRole);
-    QStyleOptionViewItem option;
-    const QFontMetrics metrics(option.font);
-    const int texts = metrics.horizontalAdvance("a sound with a name.lsu") + metrics.horizontalAdvance("12.3 s") +
-                      metrics.horizontalAdvance("234 kB");
-    option.rect = QRect(0, 0, texts + spare, SoundRowDelegate::RowHeight(metrics));
-    option.state = QStyle::State_Enabled;
-    QImage picture(option.rect.size(), QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
-    SoundRowDelegate().paint(&painter, option, model.index(0, 0));
-    return picture;
-  };
-  EXPECT_NE(row("234 kB", 64), row("", 64));
-  EXPECT_EQ(row("234 kB", 8), row("", 8));
+/// What a row of that width looks like with these texts.
+QImage Row(int width, const QString& volume, const QString& time, const QString& size) {
+  QStandardItemModel model(1, 1);
+  model.setData(model.index(0, 0), "a sound with a name.lsu");
+  model.setData(model.index(0, 0), volume, SoundRowDelegate::kVolumeRole);
+  model.setData(model.index(0, 0), time, SoundRowDelegate::kTimeRole);
+  model.setData(model.index(0, 0), size, SoundRowDelegate::kSizeRole);
+  QStyleOptionViewItem option;
+  option.rect = QRect(0, 0, width, SoundRowDelegate::RowHeight(QFontMetrics(option.font)));
+  option.state = QStyle::State_Enabled;
+  QImage picture(option.rect.size(), QImage::Format_RGB32);
+  picture.fill(Qt::white);
+  QPainter painter(&picture);
+  SoundRowDelegate().paint(&painter, option, model.index(0, 0));
+  return picture;
+}
+
+TEST_F(SlotListsTest, ANarrowRowShowsTheNameThenTheVolumeThenTheTimeThenTheSize) {
+  // Every figure takes as much room as the widest here, and a gap.
+  const QFontMetrics metrics{QStyleOptionViewItem().font};
+  const QString name = "a sound with a name.lsu";
+  ASSERT_GT(metrics.horizontalAdvance("00.0 s"), metrics.horizontalAdvance("80 %"));
+  const int figure = metrics.horizontalAdvance("00.0 s") + 8;
+  const int whole = metrics.horizontalAdvance(name) + 16;
+  const int size = std::max(figure, metrics.horizontalAdvance("94 kB") + 8);
+  const int volumeFits = whole + figure;
+  const int timeFits = volumeFits + figure;
+  const int sizeFits = timeFits + size;
+  const auto all = [](int width) { return Row(width, "80 %", "00.5 s", "94 kB"); };
+  EXPECT_EQ(all(volumeFits - 1), Row(volumeFits - 1, "", "", ""));
+  EXPECT_EQ(all(volumeFits), Row(volumeFits, "80 %", "", ""));
+  EXPECT_EQ(all(timeFits - 1), Row(timeFits - 1, "80 %", "", ""));
+  EXPECT_EQ(all(timeFits), Row(timeFits, "80 %", "00.5 s", ""));
+  EXPECT_EQ(all(sizeFits - 1), Row(sizeFits - 1, "80 %", "00.5 s", ""));
+  EXPECT_EQ(all(sizeFits), Row(sizeFits, "80 %", "00.5 s", "94 kB"));
+  // Each of them can be seen.
+  EXPECT_NE(Row(sizeFits, "80 %", "", ""), Row(sizeFits, "", "", ""));
+  EXPECT_NE(Row(sizeFits, "80 %", "00.5 s", ""), Row(sizeFits, "80 %", "", ""));
+  EXPECT_NE(Row(sizeFits, "80 %", "00.5 s", "94 kB"), Row(sizeFits, "80 %", "00.5 s", ""));
+  // In a row without a volume the time has its room.
+  EXPECT_EQ(Row(volumeFits, "", "00.5 s", "94 kB"), Row(volumeFits, "", "00.5 s", ""));
+  EXPECT_NE(Row(volumeFits, "", "00.5 s", ""), Row(volumeFits, "", "", ""));
+}
+
+TEST_F(SlotListsTest, TheWholeNameStandsBesideTheFigures) {
+  // A row that cuts the name off would show less of it than one without figures.
+  const QFontMetrics metrics{QStyleOptionViewItem().font};
+  const int name = metrics.horizontalAdvance("a sound with a name.lsu") + 8;
+  const int width = name + 8 + metrics.horizontalAdvance("00.0 s") + 8;
+  EXPECT_EQ(Row(width, "", "00.5 s", "").copy(0, 0, name, 40), Row(width, "", "", "").copy(0, 0, name, 40));
+}
+
+TEST_F(SlotListsTest, AClickIntoASlotMakesItTheOneThatTakesSounds) {
+  Open();
+  Fill(SlotKind::Impact, 1);
+  Click("ImpFileList", "impact 1.lsu");
+  EXPECT_EQ(page->SelectedSlot(), SlotKind::Impact);
+  // Beside all rows, too.
+  for (const Controls& each : kControls) {
+    QWidget* const inside = List(each.list)->viewport();
+    QTest::mouseClick(inside, Qt::LeftButton, {}, QPoint(inside->width() / 2, inside->height() - 2));
+    EXPECT_EQ(page->SelectedSlot(), each.kind) << each.list;
+  }
 }
 
 TEST_F(SlotListsTest, ListsSayHowManyOfTwelveTheyHold) {

@@ -49,6 +49,36 @@ TEST_F(VolumeTest, TheSliderSetsTheVolumeOfTheSelectedSoundOnly) {
   EXPECT_EQ(Text("VolumeLabel"), "55 %");
 }
 
+TEST_F(VolumeTest, TheSliderSetsTheVolumeOfAllSelectedSoundsInOneStep) {
+  Open();
+  Fill(SlotKind::Motion, 4);
+  set.SetVolume(SlotKind::Motion, 1, 20);
+  Click("MtFileList", "motion 1.lsu");
+  Click("MtFileList", "motion 3.lsu", Qt::ShiftModifier);
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 3 and 2 more");
+  Slider()->setValue(70);
+  Slider()->setValue(60);
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@60 motion 2.lsu@60 motion 3.lsu@60 motion 4.lsu@100");
+  page->UndoAction()->trigger();
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@20 motion 2.lsu@100 motion 3.lsu@100 motion 4.lsu@100");
+}
+
+TEST_F(VolumeTest, SoundsThatAreSelectedByKeyCountAsWell) {
+  Open();
+  Fill(SlotKind::Motion, 3);
+  Click("MtFileList", "motion 2.lsu");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 2");
+  List("MtFileList")->setFocus();
+  QTest::keyClick(List("MtFileList"), Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 2 and 2 more");
+  Slider()->setValue(10);
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@10 motion 2.lsu@10 motion 3.lsu@10");
+  Click("MtFileList", "motion 1.lsu");
+  EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 1");
+  Slider()->setValue(30);
+  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@30 motion 2.lsu@10 motion 3.lsu@10");
+}
+
 TEST_F(VolumeTest, ThePressOfAKeyMovesTheSlider) {
   Open();
   Fill(SlotKind::Boot, 1);
