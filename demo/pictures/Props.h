@@ -41,10 +41,16 @@ class AnsweringDialogs final : public app::Dialogs {
   [[nodiscard]] std::optional<QColor> AskColor(const QColor&, app::HelpContext) override { return {}; }
   void ShowMessage(const QString& text, const QString&) override { shown.push_back(text); }
   void ShowError(const QString& text, const QString&) override { shown.push_back(text); }
+  [[nodiscard]] bool ShowList(const QString& headline, const QStringList&, const QString&, app::HelpContext) override {
+    shown.push_back(headline);
+    return false;
+  }
   [[nodiscard]] bool AskOkCancel(const QString&, const QString&, Harmless harmless, app::HelpContext) override {
     return harmless != Harmless::Ok;
   }
   [[nodiscard]] Unsaved AskUnsaved(const QString&) override { return Unsaved::Discard; }
+  [[nodiscard]] QString ChooseFolder(const QString&, const QString&, app::HelpContext) override { return {}; }
+  [[nodiscard]] MissingSounds AskMissing(const QString&, const QString&) override { return MissingSounds::Keep; }
 };
 
 /// Plays one endless silence.

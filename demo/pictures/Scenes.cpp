@@ -9,10 +9,15 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QSlider>
+#include <QTemporaryDir>
 #include <array>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <string>
 
+#include "app/PathText.h"
 #include "app/help/HelpWindow.h"
 #include "demo/pictures/Stage.h"
 #include "demo/pictures/UpdateScenes.h"
@@ -43,6 +48,32 @@ QPixmap TakeWindow(const Place& place, const std::string& board) {
 QPixmap TakeEmpty(const Place& place, const std::string& board) {
   Stage stage(place.program, place.sounds, board);
   stage.Open(place.size, false);
+  return stage.Window().grab();
+}
+
+/// A set that was copied without two of its sounds.
+QPixmap TakeMissing(const Place& place, const std::string& board) {
+  const QTemporaryDir copies;
+  const std::filesystem::path away = app::PathOf(copies.filePath("Ember knight"));
+  std::filesystem::copy(place.sounds, away);
+  std::ifstream file(place.sounds / "demo.lscfg");
+  std::ofstream moved(away / "demo.lscfg");
+  int sounds = 0;
+  for (std::string line; std::getline(file, line);) {
+    // They are gone from where they were: all but the third and the sixth to beside the set, these two nowhere.
+    if (const auto end = line.rfind(".lsu"); end != line.npos) {
+      const std::string name = std::filesystem::path(line.substr(0, end + 4)).filename().string();
+      if (++sounds == 3 || sounds == 6) std::filesystem::remove(away / name);
+      line = "/media/stick/" + name + "\r";
+    }
+    moved << line << '\n';
+  }
+  moved.close();
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size, false);
+  stage.Window().OpenSet(away / "demo.lscfg");
+  SelectSound(stage, "MtFileList", 1);
+  stage.Settle(stage.Window());
   return stage.Window().grab();
 }
 
@@ -227,6 +258,14 @@ QPixmap TakeUnsaved(const Place& place, const std::string& board) {
   });
 }
 
+QPixmap TakeMissingQuestion(const Place& place, const std::string& board) {
+  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+    (void)dialogs.AskMissing("Sounds of the set \"demo\" are missing: 2.\nSave it without them?",
+                             "Saved without them, the set forgets them. Kept in the file, they are looked for when the "
+                             "set is opened again. \"Locate ...\" in their rows finds them.");
+  });
+}
+
 constexpr const char* kBoard = "serial=4B535401,erase=3,wire=usb";
 
 constexpr Scene kScenes[] = {
@@ -235,6 +274,8 @@ constexpr Scene kScenes[] = {
     {"led", "id=512,serial=4B535402", TakeLedDriver},
     {"led-replugged", "id=512,serial=4B535402", TakeLedReplugged},
     {"empty", kBoard, TakeEmpty},
+    {"missing", kBoard, TakeMissing},
+    {"missing-question", kBoard, TakeMissingQuestion},
     {"downloading", kBoard, TakeDownloading},
     {"success", kBoard, TakeEnded},
     {"memory-check-error", "serial=4B535401", TakeMemoryCheckError},

@@ -1,5 +1,6 @@
 #include "app/Main.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QFrame>
 #include <QMimeData>
@@ -31,6 +32,7 @@ namespace {
 constexpr int kGrid = 8;
 constexpr QSize kFirstSize{1180, 760};
 constexpr const char* kGeometryKey = "windowGeometry";
+constexpr const char* kFolderKey = "explorerFolder";
 
 /// The one set among what is dragged; empty when there is anything else.
 QString SetIn(const QMimeData& data) {
@@ -136,7 +138,7 @@ void Main::MakePanels() {
     connect(overlay, &Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &Overlay::hidden, this, [this] { SetCovered(false); });
     connect(overlay, &Overlay::clickedBeside, this, [this] {
-      if (m_downloadFrame->isVisible() && !m_download->IsRunning()) m_downloadFrame->HideFrame();
+      if (m_downloadFrame->isVisible() && !m_download->IsRunning()) m_downloadFrame->ClickBeside();
     });
   }
   m_waitFrame = new WaitFrame(*this);
@@ -168,7 +170,9 @@ void Main::Connect() {
   connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
   connect(&m_setFile, &SetFile::opened, this, [this] {
     if (!m_session.IsOnline()) m_pages->setCurrentWidget(m_page);
+    if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
   });
+  ConnectSet();
   connect(m_downloadFrame, &sound::ui::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
 
   connect(m_page, &sound::ui::SoundPage::playRequested, this,
@@ -181,6 +185,28 @@ void Main::Connect() {
   connect(&m_preview, &Preview::preparing, m_page, &sound::ui::SoundPage::SetPreparing);
   connect(&m_preview, &Preview::playing, m_page, &sound::ui::SoundPage::SetPlaying);
   connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
+}
+
+void Main::ConnectSet() {
+  SoundLocator& locator = m_setFile.Locator();
+  connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&locator, &SoundLocator::searching, m_waitFrame, &QWidget::setVisible);
+  connect(&locator, &SoundLocator::searching, m_page, &sound::ui::SoundPage::SetPreparing);
+  connect(m_page, &sound::ui::SoundPage::stopRequested, &locator, &SoundLocator::Stop);
+  CommandGate& gate = m_around.gate;
+  connect(m_page, &sound::ui::SoundPage::locateRequested, &locator, [&gate, &locator](const sound::SoundPlace& place) {
+    gate.WhenFree([&locator, place] { locator.LocateOne(place); });
+  });
+  connect(m_page, &sound::ui::SoundPage::locateAllRequested, &locator,
+          [&gate, &locator] { gate.WhenFree([&locator] { locator.LocateAll(); }); });
+  // Of the page, so that a set that cannot be seen is not saved.
+  auto* const save = new QAction(tr("Save the sound set to its file"), m_page);
+  save->setObjectName("SaveAction");
+  save->setShortcut(QKeySequence::Save);
+  connect(save, &QAction::triggered, this, [this, &gate] {
+    if (!m_running) gate.WhenFree([this] { m_setFile.SaveNamed(); });
+  });
+  m_page->addAction(save);
 }
 
 bool Main::StartUp() {
@@ -198,6 +224,8 @@ bool Main::StartUp() {
   m_page->FocusSlot(sound::SlotKind::Boot);
   if (m_around.update != nullptr) m_around.update->Initialise();
   m_session.SetLoading(false);
+  const std::filesystem::path last = PathOf(m_around.settings.value(kFolderKey).toString());
+  if (std::error_code ignored; std::filesystem::is_directory(last, ignored)) m_page->SetFolder(last);
   // Not before: a board that was plugged in meanwhile must not be overlooked.
   m_noticeTimer.start(kNoticeInterval);
   return true;
@@ -408,18 +436,21 @@ void Main::closeEvent(QCloseEvent* event) {
     return;
   }
   m_around.settings.setValue(kGeometryKey, saveGeometry());
+  m_around.settings.setValue(kFolderKey, TextOf(m_page->Folder()));
   Unload();
   emit closed();
 }
 
 bool Main::MayClose() {
   if (!m_around.gate.IsBusy()) return m_setFile.MayLose() && (m_ledFrame == nullptr || m_ledFrame->MayClose());
+  const sound::ui::DownloadFrame::Pause pause(*m_downloadFrame);
   const bool wanted = !m_download->IsRunning() ||
                       m_around.dialogs.AskOkCancel(tr("The download is not done yet. Stop it and close the window?\n"
                                                       "Without a complete download the board has no sounds."),
                                                    "", Dialogs::Harmless::Cancel, HelpContext::CancelQuestion);
   if (!wanted) return false;
   m_download->Cancel();
+  m_setFile.Locator().Stop();
   if (m_around.update != nullptr) m_around.update->Cancel();
   // What is going on comes to a safe end first.
   m_around.gate.WhenFree([this] { close(); });

@@ -84,6 +84,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   /// The LED driver's page, made with the first use.
   led::ui::LedPanel& LedFrame();
   void Connect();
+  void ConnectSet();
 
   void ShowOnline(bool online) override;
   void ShowSerialLabel(const std::string& text) override;

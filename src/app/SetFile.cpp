@@ -7,6 +7,7 @@
 
 #include "app/CommandGate.h"
 #include "app/Dialogs.h"
+#include "app/ExistingFolder.h"
 #include "app/FileFilter.h"
 #include "app/PathText.h"
 #include "sound/ConfigurationFile.h"
@@ -34,9 +35,12 @@ SetFile::SetFile(sound::SoundSet& set, Dialogs& dialogs, base::Disk& disk, Comma
       m_disk(disk),
       m_gate(gate),
       m_settings(settings),
+      m_locator(set, dialogs, gate),
       m_recent(ReadRecent(settings)) {
   m_menu.setObjectName("LoadMenu");
   m_menu.setToolTipsVisible(true);
+  connect(&m_locator, &SoundLocator::searching, this, &SetFile::loading);
+  connect(&m_locator, &SoundLocator::news, this, &SetFile::news);
   FillMenu();
 }
 
@@ -79,21 +83,59 @@ void SetFile::Load(const std::filesystem::path& path) {
   else if (!std::filesystem::exists(path, ignored))
     m_recent.Forget(path);
   FillMenu();
-  const std::string message = result.Message();
-  if (!message.empty()) m_dialogs.ShowError(QString::fromStdString(message));
   if (result.valid) emit opened();
+  if (!result.valid)
+    m_dialogs.ShowError(QString::fromStdString(result.Message()));
+  else if (!result.failed.empty())
+    m_locator.Tell(sound::LoadResult::kFailedHeadline);
+  else if (result.foundBeside > 0)
+    emit news(tr("The sounds have moved with the set: they were found beside it."));
 }
 
 bool SetFile::Save() {
+  const auto missing = AskMissing();
+  if (!missing) return false;
   const QString path = m_dialogs.SaveFile(tr("Save the sound set"), StartPlace(),
                                           QtFileFilter(sound::ConfigurationFile::kFilter), kSuffix, HelpContext::Save);
-  if (path.isEmpty()) return false;
-  const std::string problem = m_set.Save(PathOf(path), m_disk);
+  return !path.isEmpty() && Write(PathOf(path), *missing);
+}
+
+bool SetFile::SaveNamed() {
+  if (m_set.Path().empty()) return Save();
+  const auto missing = AskMissing();
+  if (!missing || !Write(m_set.Path(), *missing)) return false;
+  emit news(tr("The set was saved as \"%1\".").arg(TextOf(m_set.Path())));
+  return true;
+}
+
+std::optional<sound::SoundSet::Missing> SetFile::AskMissing() {
+  using Missing = sound::SoundSet::Missing;
+  if (m_set.AllMissing().IsEmpty()) return Missing::Keep;
+  const QString name = QString::fromStdString(m_set.Name());
+  const QString question = tr("Sounds of the set \"%1\" are missing: %2.\nSave it without them?")
+                               .arg(name)
+                               .arg(m_set.AllMissing().All().size());
+  const QString advice = tr(
+      "Saved without them, the set forgets them. Kept in the file, they are looked for when the set is opened again. "
+      "\"Locate ...\" in their rows finds them.");
+  switch (m_dialogs.AskMissing(question, advice)) {
+    case Dialogs::MissingSounds::LeaveOut:
+      return Missing::LeaveOut;
+    case Dialogs::MissingSounds::Keep:
+      return Missing::Keep;
+    case Dialogs::MissingSounds::GoBack:
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+bool SetFile::Write(const std::filesystem::path& path, sound::SoundSet::Missing missing) {
+  const std::string problem = m_set.Save(path, m_disk, missing);
   if (!problem.empty()) {
     m_dialogs.ShowError(QString::fromStdString(problem));
     return false;
   }
-  Remember(PathOf(path));
+  Remember(path);
   return true;
 }
 
@@ -128,7 +170,7 @@ void SetFile::Remember(const std::filesystem::path& path) {
 void SetFile::FillMenu() {
   QStringList stored;
   m_menu.clear();
-  QAction* const fresh = m_menu.addAction(tr("New set"), QKeySequence::New);
+  QAction* const fresh = m_menu.addAction(tr("&New set"), QKeySequence::New);
   // The actions must outlive their own signals, and saving and loading fill the menu anew.
   connect(
       fresh, &QAction::triggered, this, [this] { m_gate.WhenFree([this] { New(); }); }, Qt::QueuedConnection);
@@ -136,8 +178,9 @@ void SetFile::FillMenu() {
   for (const std::filesystem::path& path : m_recent.Paths()) {
     const QString text = TextOf(path);
     stored.append(text);
-    // An ampersand in a file's name is no shortcut.
-    QAction* const action = m_menu.addAction(QFileInfo(text).completeBaseName().replace('&', "&&"));
+    // The digit leads there from the keyboard; an ampersand in a file's name does not.
+    const QString name = QFileInfo(text).completeBaseName().replace('&', "&&");
+    QAction* const action = m_menu.addAction(QString("&%1  %2").arg(stored.size()).arg(name));
     action->setToolTip(text);
     connect(
         action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
@@ -147,9 +190,14 @@ void SetFile::FillMenu() {
 }
 
 QString SetFile::StartPlace() const {
-  if (!m_set.Path().empty()) return TextOf(m_set.Path());
-  if (!m_recent.Paths().empty()) return TextOf(m_recent.Paths().front().parent_path());
-  return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const std::filesystem::path& file = m_set.Path();
+  // A folder that is gone would be taken for the name of a file.
+  if (const std::filesystem::path folder = ExistingFolder(file.parent_path()); !folder.empty())
+    return TextOf(folder / file.filename());
+  const std::filesystem::path documents = PathOf(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  const std::filesystem::path recent =
+      m_recent.Paths().empty() ? documents : ExistingFolder(m_recent.Paths().front().parent_path());
+  return TextOf(ExistingFolder(recent.empty() ? documents : recent));
 }
 
 }  // namespace kestrin::app

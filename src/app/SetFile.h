@@ -3,8 +3,10 @@
 #include <QMenu>
 #include <QObject>
 #include <filesystem>
+#include <optional>
 #include <vector>
 
+#include "app/SoundLocator.h"
 #include "sound/RecentSets.h"
 #include "sound/SoundSet.h"
 
@@ -15,7 +17,8 @@ namespace kestrin::app {
 class CommandGate;
 class Dialogs;
 
-/// The set of sounds as a file: opens and saves it, remembers the recent ones, asks before an unsaved set is lost.
+/// The set of sounds as a file: opens and saves it, remembers the recent ones, asks before an unsaved set is lost or
+/// missing sounds are.
 class SetFile : public QObject {
   Q_OBJECT
 
@@ -26,6 +29,8 @@ class SetFile : public QObject {
 
   /// "New set" and the recent sets.
   [[nodiscard]] QMenu& Menu() { return m_menu; }
+  /// What finds the missing sounds of the set.
+  [[nodiscard]] SoundLocator& Locator() { return m_locator; }
 
   /// Asks for a file and opens it.
   void Open();
@@ -35,6 +40,8 @@ class SetFile : public QObject {
   void OfferNew(const std::vector<std::filesystem::path>& paths);
   /// Asks for a file name and saves. False when it was not saved.
   bool Save();
+  /// Saves the set to its file without asking for a name; one that has no file yet as Save() does.
+  bool SaveNamed();
   /// An empty set.
   void New();
   /// True when the set is saved, or may be lost.
@@ -45,11 +52,17 @@ class SetFile : public QObject {
   void loading(bool isLoading);
   /// Another set is there, from a file or a new one.
   void opened();
+  /// A line for the person.
+  void news(const QString& text);
 
  private:
   void Load(const std::filesystem::path& path);
+  /// What becomes of the missing sounds when the set is saved; none when it shall not be saved.
+  [[nodiscard]] std::optional<sound::SoundSet::Missing> AskMissing();
+  bool Write(const std::filesystem::path& path, sound::SoundSet::Missing missing);
   void Remember(const std::filesystem::path& path);
   void FillMenu();
+  /// Where a file dialog begins: the set's file, or a folder that exists.
   [[nodiscard]] QString StartPlace() const;
 
   sound::SoundSet& m_set;
@@ -57,6 +70,7 @@ class SetFile : public QObject {
   base::Disk& m_disk;
   CommandGate& m_gate;
   QSettings& m_settings;
+  SoundLocator m_locator;
   sound::RecentSets m_recent;
   QMenu m_menu;
 };

@@ -38,8 +38,8 @@ struct ToolFacts {
 constexpr std::array<ToolFacts, 5> kTools{{
     {"LoadBtn", QT_TRANSLATE_NOOP("ToolRow", "Open"), QT_TRANSLATE_NOOP("ToolRow", "Open a sound set"), "Ctrl+O",
      "open.bmp", "", HelpContext::Open},
-    {"SaveBtn", QT_TRANSLATE_NOOP("ToolRow", "Save"), QT_TRANSLATE_NOOP("ToolRow", "Save the sound set"), "Ctrl+S",
-     "save.bmp", "", HelpContext::Save},
+    {"SaveBtn", QT_TRANSLATE_NOOP("ToolRow", "Save"), QT_TRANSLATE_NOOP("ToolRow", "Save the sound set"),
+     "Ctrl+Shift+S", "save.bmp", "", HelpContext::Save},
     {"ConfigBtn", QT_TRANSLATE_NOOP("ToolRow", "Setup"),
      QT_TRANSLATE_NOOP("ToolRow", "Set up how the board detects motion and impact"), "Ctrl+E", "setup.bmp",
      "setup_off.bmp", HelpContext::Setup},

@@ -63,6 +63,13 @@ QString QtDialogs::SaveFile(const QString& title, const QString& start, const QS
   return Choose(dialog, start, topic);
 }
 
+QString QtDialogs::ChooseFolder(const QString& title, const QString& start, app::HelpContext topic) {
+  QFileDialog dialog(Parent(), title, start);
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  return Choose(dialog, start, topic);
+}
+
 std::optional<QColor> QtDialogs::AskColor(const QColor& preset, app::HelpContext topic) {
   QColorDialog dialog(preset, Parent());
   app::SetHelpContext(dialog, topic);
@@ -82,6 +89,16 @@ void QtDialogs::ShowError(const QString& text, const QString& detail) {
   Prepare(box, QMessageBox::Critical, text, QMessageBox::Ok, app::HelpContext::Messages);
   box.setInformativeText(detail);
   Run(box);
+}
+
+bool QtDialogs::ShowList(const QString& headline, const QStringList& lines, const QString& action,
+                         app::HelpContext topic) {
+  QMessageBox box(Parent());
+  Prepare(box, QMessageBox::Warning, headline, QMessageBox::Close, topic);
+  box.setDetailedText(lines.join('\n'));
+  const QPushButton* const wanted = action.isEmpty() ? nullptr : box.addButton(action, QMessageBox::AcceptRole);
+  Run(box);
+  return wanted != nullptr && box.clickedButton() == wanted;
 }
 
 bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless, app::HelpContext topic) {
@@ -107,6 +124,21 @@ app::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
     default:
       return Unsaved::GoBack;
   }
+}
+
+app::Dialogs::MissingSounds QtDialogs::AskMissing(const QString& question, const QString& advice) {
+  QMessageBox box(Parent());
+  Prepare(box, QMessageBox::Warning, question, QMessageBox::Cancel, app::HelpContext::Save);
+  box.setInformativeText(advice);
+  const QPushButton* const leaveOut =
+      box.addButton(QCoreApplication::translate("QtDialogs", "Save without them"), QMessageBox::DestructiveRole);
+  const QPushButton* const keep =
+      box.addButton(QCoreApplication::translate("QtDialogs", "Keep them in the file"), QMessageBox::AcceptRole);
+  box.setDefaultButton(QMessageBox::Cancel);
+  box.setEscapeButton(QMessageBox::Cancel);
+  Run(box);
+  if (box.clickedButton() == leaveOut) return MissingSounds::LeaveOut;
+  return box.clickedButton() == keep ? MissingSounds::Keep : MissingSounds::GoBack;
 }
 
 }  // namespace kestrin::desktop

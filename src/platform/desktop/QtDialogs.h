@@ -17,12 +17,16 @@ class QtDialogs final : public app::Dialogs {
                                  app::HelpContext topic) override;
   [[nodiscard]] QString SaveFile(const QString& title, const QString& start, const QString& filter,
                                  const QString& suffix, app::HelpContext topic) override;
+  [[nodiscard]] QString ChooseFolder(const QString& title, const QString& start, app::HelpContext topic) override;
   [[nodiscard]] std::optional<QColor> AskColor(const QColor& preset, app::HelpContext topic) override;
   void ShowMessage(const QString& text, const QString& detail) override;
   void ShowError(const QString& text, const QString& detail) override;
+  [[nodiscard]] bool ShowList(const QString& headline, const QStringList& lines, const QString& action,
+                              app::HelpContext topic) override;
   [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                  app::HelpContext topic) override;
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override;
+  [[nodiscard]] MissingSounds AskMissing(const QString& question, const QString& advice) override;
 
  private:
   /// The window when it can be seen: a dialog over a hidden one might not be found.

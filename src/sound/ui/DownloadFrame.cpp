@@ -1,5 +1,6 @@
 #include "sound/ui/DownloadFrame.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <chrono>
 
 #include "app/Dialogs.h"
 #include "app/theme/Theme.h"
@@ -20,6 +22,8 @@ namespace {
 
 constexpr int kGrid = 8;
 constexpr int kWidth = 460;
+/// The board goes on with this while a question stands open; with all the rest the program waits.
+constexpr const char* kErasing = "Erasing flash memory ...";
 
 app::ColorRole ColorOfOutcome(std::optional<DownloadOutcome> outcome) {
   if (!outcome) return app::ColorRole::Text;
@@ -30,6 +34,21 @@ app::ColorRole ColorOfOutcome(std::optional<DownloadOutcome> outcome) {
       return app::ColorRole::Warning;
     default:
       return app::ColorRole::Error;
+  }
+}
+
+/// Whether a button under it or with the keyboard would be pressed.
+bool IsPress(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      return true;
+    case QEvent::KeyPress: {
+      const int key = static_cast<const QKeyEvent&>(event).key();
+      return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+    }
+    default:
+      return false;
   }
 }
 
@@ -80,6 +99,7 @@ void DownloadFrame::MakeLayout() {
   m_button = new QPushButton(this);
   m_button->setObjectName("CancelBtn");
   m_button->setMinimumWidth(12 * kGrid);
+  m_button->installEventFilter(this);
 
   auto* const state = new QHBoxLayout;
   state->addWidget(m_information, 1);
@@ -104,6 +124,21 @@ void DownloadFrame::ShowOutcome(DownloadOutcome outcome) {
   m_bar->setValue(outcome == DownloadOutcome::Success ? m_bar->maximum() : m_bar->value());
   m_bar->setEnabled(outcome == DownloadOutcome::Success);
   m_timeLeft->clear();
+  StartReading();
+}
+
+void DownloadFrame::StartReading() { m_newsShown = m_clock.Now(); }
+
+bool DownloadFrame::IsTooSoon() const {
+  return m_clock.Now() - m_newsShown < std::chrono::milliseconds(QApplication::doubleClickInterval());
+}
+
+void DownloadFrame::ClickBeside() {
+  if (!IsTooSoon()) HideFrame();
+}
+
+void DownloadFrame::LeaveOut(base::Clock::Duration waited) {
+  if (m_information->text() != kErasing) m_phaseStarted += waited;
 }
 
 void DownloadFrame::ShowMessage(const std::string& text) { m_dialogs.ShowError(QString::fromStdString(text)); }
@@ -119,6 +154,7 @@ void DownloadFrame::ShowFrame() {
   m_boardHolds->hide();
   show();
   m_button->setFocus();
+  StartReading();
 }
 
 void DownloadFrame::HideFrame() {
@@ -152,11 +188,18 @@ void DownloadFrame::ShowBoardHolds(const std::string& text) {
 }
 
 bool DownloadFrame::AskAbort(const std::string& question) {
+  const Pause pause(*this);
   return !m_dialogs.AskOkCancel(QString::fromStdString(question), "", app::Dialogs::Harmless::Ok,
                                 app::HelpContext::CancelQuestion);
 }
 
 void DownloadFrame::StartHideFrameTimer() { m_hideTimer->start(); }
+
+bool DownloadFrame::eventFilter(QObject* watched, QEvent* event) {
+  // The second press of a double-click on what has started the run, or a key pressed twice, would answer unread.
+  if (watched == m_button && IsPress(*event) && IsTooSoon()) return true;
+  return Card::eventFilter(watched, event);
+}
 
 void DownloadFrame::changeEvent(QEvent* event) {
   Card::changeEvent(event);

@@ -29,8 +29,24 @@ class DownloadFrame : public app::Card, public DownloadView {
   /// Both must outlive the frame, which starts hidden.
   DownloadFrame(app::Dialogs& dialogs, const base::Clock& clock, QWidget* parent = nullptr);
 
+  /// While it lives a question stands open and the program waits for its answer, which the time left does not count.
+  class Pause {
+   public:
+    explicit Pause(DownloadFrame& frame) : m_frame(frame), m_began(frame.m_clock.Now()) {}
+    ~Pause() { m_frame.LeaveOut(m_frame.m_clock.Now() - m_began); }
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+   private:
+    DownloadFrame& m_frame;
+    base::Clock::Duration m_began;
+  };
+
   /// The run has ended so: its information gets the colour of it.
   void ShowOutcome(DownloadOutcome outcome);
+  /// The person clicked beside the frame of a run that has ended: it hides, unless the click was meant for something
+  /// else.
+  void ClickBeside();
 
   void ShowMessage(const std::string& text) override;
   void ShowFrame() override;
@@ -49,10 +65,15 @@ class DownloadFrame : public app::Card, public DownloadView {
  protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void MakeLayout();
   void ColorInformation();
+  void LeaveOut(base::Clock::Duration waited);
+  /// The frame says something new: what is pressed just now is meant for what was there before.
+  void StartReading();
+  [[nodiscard]] bool IsTooSoon() const;
 
   app::Dialogs& m_dialogs;
   const base::Clock& m_clock;
@@ -65,6 +86,7 @@ class DownloadFrame : public app::Card, public DownloadView {
   QTimer* m_hideTimer = nullptr;
   std::optional<DownloadOutcome> m_outcome;
   base::Clock::Duration m_phaseStarted{};
+  base::Clock::Duration m_newsShown{};
 };
 
 }  // namespace kestrin::sound::ui

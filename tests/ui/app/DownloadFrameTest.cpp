@@ -1,6 +1,8 @@
 #include <QMouseEvent>
 #include <QProgressBar>
+#include <QTest>
 
+#include "sound/ui/DownloadFrame.h"
 #include "support/ReferenceCoder.h"
 #include "ui/app/MainFixture.h"
 
@@ -42,6 +44,10 @@ class DownloadRun : public MainFixture {
     QMouseEvent press(QEvent::MouseButtonPress, middle, middle, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(frame.parentWidget(), &press);
   }
+
+  /// Time goes by in which nobody would press twice.
+  void LetRead() { clock.Advance(std::chrono::milliseconds(QApplication::doubleClickInterval())); }
+  void ClickFrameButton() { QTest::mouseClick(&FrameButton(), Qt::LeftButton); }
 
   void ExpectEnded(const QString& information) {
     EXPECT_TRUE(Shown("DownloadFrame"));
@@ -216,9 +222,56 @@ TEST_F(DownloadRun, IsClosedByAClickBesideItOnceItIsDone) {
   ASSERT_EQ(Information(), "SUCCESS !");
   ClickInside();
   EXPECT_TRUE(Shown("DownloadFrame"));
+  LetRead();
   ClickBeside();
   EXPECT_FALSE(Shown("DownloadFrame"));
   EXPECT_TRUE(Button("SendBtn").isEnabled());
+}
+
+TEST_F(DownloadRun, TheSecondPressOfADoubleClickDoesNotDismissTheResult) {
+  // The first press ends at once: the board is gone.
+  StartWithSet();
+  agent->Unplug();
+  Send();
+  ASSERT_EQ(Information(), "Connection lost");
+  ClickBeside();
+  EXPECT_TRUE(Shown("DownloadFrame"));
+  ClickFrameButton();
+  EXPECT_TRUE(Shown("DownloadFrame"));
+  QTest::keyClick(&FrameButton(), Qt::Key_Space);
+  EXPECT_TRUE(Shown("DownloadFrame"));
+  LetRead();
+  ClickFrameButton();
+  EXPECT_FALSE(Shown("DownloadFrame"));
+}
+
+TEST_F(DownloadRun, APressRightAfterTheEndOfALongRunDoesNotDismissItUnread) {
+  StartWithSet("erase=20");
+  Send();
+  ASSERT_EQ(Information(), "SUCCESS !");
+  // It was meant for what stood there a moment ago.
+  ClickFrameButton();
+  EXPECT_TRUE(Shown("DownloadFrame"));
+  EXPECT_TRUE(dialogs.asked.empty());
+  LetRead();
+  ClickFrameButton();
+  EXPECT_FALSE(Shown("DownloadFrame"));
+}
+
+TEST_F(DownloadRun, APressRightAfterTheFrameHasComeDoesNotAskWhetherToCancel) {
+  StartWithSet("erase=10");
+  LetRead();
+  bool pressed = false;
+  When([this] { return Shown("DownloadFrame"); },
+       [this, &pressed] {
+         pressed = true;
+         ClickFrameButton();
+         QTest::keyClick(&FrameButton(), Qt::Key_Space);
+       });
+  Send();
+  EXPECT_TRUE(pressed);
+  EXPECT_TRUE(dialogs.asked.empty());
+  ExpectEnded("SUCCESS !");
 }
 
 TEST_F(DownloadRun, FilesAroundTheSizesOfReportsArriveWhole) {
@@ -346,6 +399,79 @@ TEST_F(DownloadRun, TellsHowMuchTimeIsLeft) {
        [&] { left = LabelText("TimeLeftLabel"); });
   Send();
   EXPECT_EQ(left, "0:15 left");
+}
+
+TEST_F(DownloadRun, TheTimeLeftDoesNotCountHowLongThePersonThinksAboutClosingTheWindow) {
+  QStringList left;
+  for (const bool asks : {false, true}) {
+    window.reset();
+    StartWithSet("wire=usb", 20000);
+    const auto percent = [this] {
+      return Information() == "Downloading..." ? Find<QProgressBar>("DownloadBar").value() : 0;
+    };
+    if (asks) dialogs.okAnswers = {false};
+    dialogs.whileAsking = [this] { clock.Advance(std::chrono::minutes(5)); };
+    if (asks) When([percent] { return percent() >= 30; }, [this] { EXPECT_FALSE(window->close()); });
+    When([percent] { return percent() >= 60; }, [&] { left.append(LabelText("TimeLeftLabel")); });
+    Send();
+    ExpectEnded("SUCCESS !");
+  }
+  ASSERT_EQ(left.size(), 2);
+  EXPECT_FALSE(left[0].isEmpty());
+  EXPECT_EQ(left[1], left[0]);
+}
+
+/// The frame alone, at times that the test chooses.
+class TimeLeft : public testing::Test {
+ protected:
+  TimeLeft() { frame.ShowFrame(); }
+  [[nodiscard]] QString Left() const { return frame.findChild<QLabel*>("TimeLeftLabel")->text(); }
+
+  FakeDialogs dialogs;
+  FakeClock clock;
+  sound::ui::DownloadFrame frame{dialogs, clock};
+};
+
+TEST_F(TimeLeft, DoesNotCountWhileAQuestionStandsOpen) {
+  frame.ShowInformation("Downloading...");
+  clock.Advance(std::chrono::seconds(10));
+  frame.ShowPercent(20);
+  // 20 % in 10 seconds: 80 % take 40.
+  EXPECT_EQ(Left(), "0:40 left");
+  dialogs.okAnswers = {true};
+  dialogs.whileAsking = [this] { clock.Advance(std::chrono::minutes(5)); };
+  EXPECT_FALSE(frame.AskAbort("?"));
+  clock.Advance(std::chrono::seconds(5));
+  frame.ShowPercent(30);
+  EXPECT_EQ(Left(), "0:35 left");
+  {
+    const sound::ui::DownloadFrame::Pause pause(frame);
+    clock.Advance(std::chrono::minutes(1));
+  }
+  clock.Advance(std::chrono::seconds(10));
+  frame.ShowPercent(50);
+  EXPECT_EQ(Left(), "0:25 left");
+}
+
+TEST_F(TimeLeft, CountsWhatTheBoardDoesMeanwhile) {
+  frame.ShowInformation("Erasing flash memory ...");
+  clock.Advance(std::chrono::seconds(3));
+  frame.ShowPercent(10);
+  EXPECT_EQ(Left(), "0:27 left");
+  dialogs.okAnswers = {true};
+  dialogs.whileAsking = [this] { clock.Advance(std::chrono::seconds(12)); };
+  EXPECT_FALSE(frame.AskAbort("?"));
+  frame.ShowPercent(50);
+  EXPECT_EQ(Left(), "0:15 left");
+}
+
+TEST_F(TimeLeft, ANewPhaseBeginsAnew) {
+  frame.ShowInformation("Coding data...");
+  clock.Advance(std::chrono::seconds(100));
+  frame.ShowInformation("Downloading...");
+  clock.Advance(std::chrono::seconds(2));
+  frame.ShowPercent(50);
+  EXPECT_EQ(Left(), "0:02 left");
 }
 
 }  // namespace

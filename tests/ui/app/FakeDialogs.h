@@ -22,16 +22,26 @@ class FakeDialogs final : public app::Dialogs {
 
   std::deque<QString> filesToOpen;
   std::deque<QString> filesToSave;
+  std::deque<QString> folders;
+  std::deque<MissingSounds> missingAnswers;
   std::deque<bool> okAnswers;
   std::deque<Unsaved> unsavedAnswers;
+  std::deque<bool> listAnswers;
   std::deque<std::optional<QColor>> colors;
   /// Called while a question stands.
   std::function<void()> whileAsking;
 
   std::vector<QString> messages;
   std::vector<QString> errors;
+  struct Listed {
+    QString headline;
+    QStringList lines;
+    QString action;
+  };
+  std::vector<Listed> lists;
   std::vector<Asked> asked;
   std::vector<QString> unsavedAsked;
+  std::vector<Asked> missingAsked;
   QString lastFilter;
   QString lastStart;
   QString lastSuffix;
@@ -67,6 +77,12 @@ class FakeDialogs final : public app::Dialogs {
     errors.push_back(text);
     lastDetail = detail;
   }
+  [[nodiscard]] bool ShowList(const QString& headline, const QStringList& lines, const QString& action,
+                              app::HelpContext topic) override {
+    lists.push_back({headline, lines, action});
+    lastTopic = topic;
+    return !action.isEmpty() && Next(listAnswers, false);
+  }
   [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                  app::HelpContext topic) override {
     asked.push_back({question, advice, harmless});
@@ -77,6 +93,15 @@ class FakeDialogs final : public app::Dialogs {
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override {
     unsavedAsked.push_back(question);
     return Next(unsavedAnswers, Unsaved::GoBack);
+  }
+  [[nodiscard]] QString ChooseFolder(const QString&, const QString& start, app::HelpContext topic) override {
+    lastStart = start;
+    lastTopic = topic;
+    return Next(folders, QString());
+  }
+  [[nodiscard]] MissingSounds AskMissing(const QString& question, const QString& advice) override {
+    missingAsked.push_back({question, advice, Harmless::Cancel});
+    return Next(missingAnswers, MissingSounds::GoBack);
   }
 
  private:

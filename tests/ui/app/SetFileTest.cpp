@@ -1,6 +1,7 @@
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QTest>
 #include <QUrl>
 
 #include "sound/ui/SoundPage.h"
@@ -61,20 +62,6 @@ TEST_F(SetFile, ChangesNothingWhenADialogIsCancelled) {
   Button("SaveBtn").click();
   EXPECT_EQ(LabelText("SetLabel"), "New set");
   EXPECT_TRUE(dialogs.errors.empty());
-}
-
-TEST_F(SetFile, TellsAllMissingFilesInOneMessageAndLoadsTheRest) {
-  StartOffline();
-  const auto set = CompleteSet();
-  std::filesystem::remove(folder / "s1.lsu");
-  std::filesystem::remove(folder / "s5.lsu");
-  Open(set);
-  ASSERT_EQ(dialogs.errors.size(), 1U);
-  const QStringList lines = QString(dialogs.errors[0]).remove('\r').split('\n', Qt::SkipEmptyParts);
-  EXPECT_EQ(lines, (QStringList{"The following files could not be found or are not valid:", Text(folder / "s1.lsu"),
-                                Text(folder / "s5.lsu")}));
-  EXPECT_EQ(Rows("MtFileList"), 0);
-  EXPECT_EQ(Rows("ImpFileList"), 1);
 }
 
 TEST_F(SetFile, RefusesAFileThatIsNoSet) {
@@ -195,6 +182,137 @@ TEST_F(SetFile, NewSetOutlivesTheMenuThatSavingFirstFillsAnew) {
   EXPECT_TRUE(heard);
   EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "New set"; }));
   EXPECT_TRUE(std::filesystem::exists(folder / "kept.lscfg"));
+}
+
+TEST_F(SetFile, EveryEntryOfTheMenuHasALetterOrADigit) {
+  StartOffline();
+  const auto first = CompleteSet();
+  std::filesystem::copy_file(first, folder / "other & more.lscfg");
+  Open(first);
+  Open(folder / "other & more.lscfg");
+  QStringList texts;
+  for (const QAction* const action : Button("LoadBtn").menu()->actions())
+    if (!action->isSeparator()) texts.append(action->text());
+  EXPECT_EQ(texts, (QStringList{"&New set", "&1  other && more", "&2  complete"}));
+}
+
+TEST_F(SetFile, CtrlSWritesTheNamedSetWithoutADialog) {
+  StartOffline();
+  const auto set = CompleteSet();
+  Open(set);
+  const std::string before = support::ReadBytes(set);
+  Change();
+  QAction& save = Find<QAction>("SaveAction");
+  EXPECT_EQ(save.shortcut(), QKeySequence(Qt::CTRL | Qt::Key_S));
+  QTest::keyClick(&Find<QListView>("MtFileList"), Qt::Key_S, Qt::ControlModifier);
+  EXPECT_NE(support::ReadBytes(set), before);
+  EXPECT_NE(support::ReadBytes(set).find("MOTION-0\r\n"), std::string::npos);
+  EXPECT_EQ(LabelText("SetLabel"), "complete");
+  EXPECT_EQ(LabelText("HelpLabel"), "The set was saved as \"" + Text(set) + "\".");
+}
+
+TEST_F(SetFile, CtrlSAsksForTheNameOfASetThatHasNone) {
+  StartOffline();
+  dialogs.filesToSave = {Text(folder / "named.lscfg")};
+  Find<QAction>("SaveAction").trigger();
+  EXPECT_EQ(LabelText("SetLabel"), "named");
+  EXPECT_TRUE(dialogs.filesToSave.empty());
+}
+
+TEST_F(SetFile, TheSaveButtonKeepsItsDialog) {
+  StartOffline();
+  Open(CompleteSet());
+  dialogs.filesToSave = {Text(folder / "copy.lscfg")};
+  Button("SaveBtn").click();
+  EXPECT_EQ(LabelText("SetLabel"), "copy");
+  EXPECT_EQ(Button("SaveBtn").shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+}
+
+TEST_F(SetFile, CtrlSSaysWhyTheSetCannotBeWritten) {
+  StartOffline();
+  std::filesystem::create_directories(folder / "stick");
+  std::filesystem::copy_file(CompleteSet(), folder / "stick" / "set.lscfg");
+  Open(folder / "stick" / "set.lscfg");
+  std::filesystem::remove_all(folder / "stick");
+  Find<QAction>("SaveAction").trigger();
+  ASSERT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_TRUE(dialogs.errors[0].contains("set.lscfg"));
+}
+
+/// Somebody whose home folder holds nothing.
+class EmptyHome {
+ public:
+  explicit EmptyHome(const std::filesystem::path& home) {
+    std::filesystem::create_directories(home);
+    qputenv("HOME", QByteArray::fromStdString(home.string()));
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((home / ".config").string()));
+  }
+  ~EmptyHome() {
+    qputenv("HOME", m_home);
+    if (m_config.isNull())
+      qunsetenv("XDG_CONFIG_HOME");
+    else
+      qputenv("XDG_CONFIG_HOME", m_config);
+  }
+  EmptyHome(const EmptyHome&) = delete;
+  EmptyHome& operator=(const EmptyHome&) = delete;
+
+ private:
+  QByteArray m_home = qgetenv("HOME");
+  QByteArray m_config = qgetenv("XDG_CONFIG_HOME");
+};
+
+#ifndef _WIN32
+TEST_F(SetFile, OpenBeginsInAFolderThatExistsAndSuggestsNoFolderAsAName) {
+  const EmptyHome home(folder / "home");
+  StartOffline();
+  dialogs.filesToOpen = {QString()};
+  Button("LoadBtn").click();
+  // There is no folder for documents.
+  EXPECT_EQ(dialogs.lastStart, Text(folder / "home"));
+  // Nor one of the set that was used last, after a stick was pulled out.
+  std::filesystem::create_directories(folder / "stick" / "sets");
+  std::filesystem::copy_file(CompleteSet(), folder / "stick" / "sets" / "set.lscfg");
+  Open(folder / "stick" / "sets" / "set.lscfg");
+  EXPECT_EQ(LabelText("SetLabel"), "set");
+  std::filesystem::remove_all(folder / "stick");
+  dialogs.filesToOpen = {QString()};
+  Button("LoadBtn").click();
+  EXPECT_EQ(dialogs.lastStart, Text(folder / "set.lscfg"));
+  Button("LoadBtn").menu()->actions().front()->trigger();
+  ASSERT_TRUE(Until([this] { return LabelText("SetLabel") == "New set"; }));
+  dialogs.filesToOpen = {QString()};
+  Button("LoadBtn").click();
+  EXPECT_EQ(dialogs.lastStart, Text(folder.Path()));
+}
+#endif
+
+TEST_F(SetFile, TheExplorerGoesWhereTheSetLies) {
+  StartOffline();
+  EXPECT_EQ(LabelText("FolderLabel"), Text(program));
+  std::filesystem::create_directories(folder / "sets");
+  std::filesystem::copy_file(CompleteSet(), folder / "sets" / "set.lscfg");
+  Open(folder / "sets" / "set.lscfg");
+  EXPECT_EQ(LabelText("FolderLabel"), Text(folder / "sets"));
+  // One that has no file leaves the person where they are.
+  Button("LoadBtn").menu()->actions().front()->trigger();
+  ASSERT_TRUE(Until([this] { return LabelText("SetLabel") == "New set"; }));
+  EXPECT_EQ(LabelText("FolderLabel"), Text(folder / "sets"));
+}
+
+TEST_F(SetFile, TheExplorerGoesWhereThePersonWasLast) {
+  StartOffline();
+  std::filesystem::create_directories(folder / "sounds");
+  window->findChild<sound::ui::SoundPage*>()->SetFolder(folder / "sounds");
+  window->close();
+  window.reset();
+  StartOffline();
+  EXPECT_EQ(LabelText("FolderLabel"), Text(folder / "sounds"));
+  window->close();
+  window.reset();
+  std::filesystem::remove(folder / "sounds");
+  StartOffline();
+  EXPECT_EQ(LabelText("FolderLabel"), Text(program));
 }
 
 TEST_F(SetFile, ReadsKeywordsInAnyLetterCase) {
