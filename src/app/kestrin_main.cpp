@@ -28,6 +28,7 @@
 #include "platform/desktop/SystemSoundPlayer.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
+#include "platform/process/StandardStreams.h"
 #include "update/UpdateServer.h"
 #include "update/UpdateUtils.h"
 
@@ -110,6 +111,7 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  process::GuardStandardStreams();
   app::Application application(argc, argv);
   QCoreApplication::setApplicationName("Kestrin Launcher");
   QCoreApplication::setApplicationVersion(KESTRIN_VERSION);

@@ -5,8 +5,8 @@
 namespace kestrin::base {
 
 /// Gives the person's interface its turn: called between the steps of every long operation and while an adapter waits.
-/// In the window it lets pending events run; on the command line it looks for Ctrl-C. May be empty: then nobody waits
-/// for a turn.
+/// In the window it lets pending events run; on the command line it looks for Ctrl-C and the like. May be empty: then
+/// nobody waits for a turn.
 using EventPump = std::function<void()>;
 
 /// Calls `pump` unless it is empty.

@@ -13,6 +13,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "platform/files/SystemDisk.h"
+#include "platform/process/StandardStreams.h"
 
 namespace kestrin::cli {
 
@@ -206,10 +207,12 @@ int CommandLine::Run(int argc, const char* const* argv, Interrupt& interrupt, st
       report = {ExitCode::WrongUsage, nullptr, "", error.what() + std::string("\nRun \"kestrinctl --help\" for help.")};
     }
     Output(out, errors, options.json).Print(report);
-    if (!out.good()) {
+    // Who reads no more has seen enough. But a disk that is full has lost the result.
+    if (!out.good() && process::OutputHasReader()) {
       errors << "kestrinctl: the result could not be written\n";
       if (report.code == ExitCode::Done) report.code = ExitCode::Failed;
     }
+    if (report.code == ExitCode::Interrupted && Interrupt::Requested()) return Interrupt::Status();
     return static_cast<int>(report.code);
   } catch (const std::exception& error) {
     errors << "kestrinctl: " << error.what() << '\n';

@@ -32,7 +32,7 @@ class ConsoleDownloadView final : public sound::DownloadView {
     m_progress.End();
     m_boardHolds = text;
   }
-  /// Who presses Ctrl-C means it.
+  /// Who presses Ctrl-C, or sends a signal, means it.
   [[nodiscard]] bool AskAbort(const std::string&) override { return true; }
   void StartHideFrameTimer() override {}
 

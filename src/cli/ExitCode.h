@@ -8,7 +8,7 @@ enum class ExitCode : int {
   Failed = 1,
   WrongUsage = 2,
   NoBoard = 3,
-  /// Stopped by Ctrl-C.
+  /// Stopped by a signal; what the program ends with is Interrupt::Status(), which is this number for Ctrl-C.
   Interrupted = 130,
 };
 

@@ -1,31 +1,38 @@
 #include "cli/Interrupt.h"
 
-#include <csignal>
+#include <atomic>
 #include <cstdlib>
 
 #include "cli/CommandFailure.h"
+#include "platform/process/StopSignals.h"
 
 namespace kestrin::cli {
 
 namespace {
 
-/// A signal handler reaches nothing but what lives outside every object.
-volatile std::sig_atomic_t s_requested = 0;
+constexpr int kStatusOfSignals = 128;
 
-extern "C" void OnInterrupt(int) {
-  if (s_requested != 0) std::_Exit(static_cast<int>(ExitCode::Interrupted));
-  s_requested = 1;
-  // Some systems forget the handler when they have called it.
-  std::signal(SIGINT, OnInterrupt);
+/// The signal that came first, 0 for none. A signal handler reaches nothing but what lives outside every object.
+std::atomic<int> s_signal = 0;
+std::atomic<bool> s_ctrlC = false;
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
+
+void OnStopSignal(int number) {
+  int none = 0;
+  s_signal.compare_exchange_strong(none, number);
+  // Only a person's second Ctrl-C is impatience: the other signals often come twice, from the system and from a shell.
+  if (number == process::kInterrupt && s_ctrlC.exchange(true)) std::_Exit(kStatusOfSignals + number);
 }
 
 }  // namespace
 
-Interrupt::Interrupt() { std::signal(SIGINT, OnInterrupt); }
+Interrupt::Interrupt() { process::CatchStopSignals(OnStopSignal); }
 
-Interrupt::~Interrupt() { std::signal(SIGINT, SIG_DFL); }
+Interrupt::~Interrupt() { process::ReleaseStopSignals(); }
 
-bool Interrupt::Requested() { return s_requested != 0; }
+bool Interrupt::Requested() { return s_signal != 0; }
+
+int Interrupt::Status() { return Requested() ? kStatusOfSignals + s_signal : 0; }
 
 void Interrupt::Look() {
   if (!Requested() || m_acted) return;

@@ -7,8 +7,9 @@
 
 namespace kestrin::cli {
 
-/// Ctrl-C. The first one is only remembered, so that a command can end in order; the second ends the program at once.
-/// One at a time: signals belong to the whole process.
+/// The signals that ask the program to stop: Ctrl-C, a terminal that hangs up, a request to end. The first one is only
+/// remembered, so that a command can end in order; a second Ctrl-C ends the program at once. One at a time: signals
+/// belong to the whole process.
 class Interrupt {
  public:
   Interrupt();
@@ -16,10 +17,12 @@ class Interrupt {
   Interrupt(const Interrupt&) = delete;
   Interrupt& operator=(const Interrupt&) = delete;
 
-  /// Whether Ctrl-C was pressed.
+  /// Whether a signal came.
   [[nodiscard]] static bool Requested();
+  /// The exit status of a program that was stopped: 128 and the number of the first signal; 0 when none came.
+  [[nodiscard]] static int Status();
 
-  /// Throws CommandFailure once Ctrl-C was pressed; while there is an action, runs that instead.
+  /// Throws CommandFailure once a signal came; while there is an action, runs that instead.
   void Look();
   /// Look() for the waits of a board command or a long computation. Must not outlive the interrupt.
   [[nodiscard]] base::EventPump Pump() {
@@ -33,7 +36,7 @@ class Interrupt {
   bool m_acted = false;
 };
 
-/// For as long as it lives, the first Look() after Ctrl-C runs an action; the command goes on and ends by itself.
+/// For as long as it lives, the first Look() after a signal runs an action; the command goes on and ends by itself.
 /// Whatever the command still does afterwards is its end and is not stopped any more.
 class InterruptAction {
  public:

@@ -4,6 +4,8 @@
 #include <poll.h>
 #include <signal.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -32,11 +34,12 @@ Channel OpenPipe() {
   return {ends[0], ends[1]};
 }
 
-Channel OpenTerminal() {
+Channel OpenTerminal(unsigned short columns) {
   const int test = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
   if (test < 0 || grantpt(test) != 0 || unlockpt(test) != 0) Fail("open a terminal");
   const int child = open(ptsname(test), O_RDWR | O_NOCTTY | O_CLOEXEC);
-  if (child < 0) Fail("open a terminal's other end");
+  const winsize size{24, columns, 0, 0};
+  if (child < 0 || ioctl(child, TIOCSWINSZ, &size) != 0) Fail("open a terminal's other end");
   return {test, child};
 }
 
@@ -60,6 +63,28 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   return pointers;
 }
 
+/// Makes standard output the terminal that the process belongs to.
+void TakeTerminal() {
+  setsid();
+  ioctl(STDOUT_FILENO, TIOCSCTTY, 0);
+}
+
+/// What happens to the child between fork and exec.
+void Prepare(const ChildProcess::Surroundings& surroundings) {
+  for (const int number : {SIGHUP, SIGINT, SIGPIPE, SIGTERM, SIGXFSZ}) signal(number, SIG_DFL);
+  for (const int number : surroundings.ignored) signal(number, SIG_IGN);
+  if (surroundings.largestFile != 0) {
+    const rlimit limit{surroundings.largestFile, surroundings.largestFile};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  for (const int descriptor : surroundings.closed) close(descriptor);
+}
+
+void Close(int& descriptor) {
+  close(descriptor);
+  descriptor = -1;
+}
+
 /// Closes `descriptor` when nothing more comes out of it.
 void Read(int& descriptor, std::string& text) {
   std::array<char, 4096> bytes{};
@@ -68,17 +93,20 @@ void Read(int& descriptor, std::string& text) {
     text.append(bytes.data(), static_cast<std::size_t>(count));
   } else if (count == 0 || errno != EINTR) {
     // A terminal whose program has gone gives an error.
-    close(descriptor);
-    descriptor = -1;
+    Close(descriptor);
   }
 }
 
 }  // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
-                           Output output) {
-  const Channel out = output == Output::Pipe ? OpenPipe() : OpenTerminal();
+                           const Surroundings& surroundings) {
+  const bool terminal = surroundings.output == Output::Terminal;
+  const Channel out = terminal ? OpenTerminal(surroundings.columns) : OpenPipe();
   const Channel errors = OpenPipe();
+  m_out = out.test;
+  m_errors = errors.test;
+  for (const int output : surroundings.unread) Close(output == STDOUT_FILENO ? m_out : m_errors);
   // Everything is made ready before the fork: behind it only a few calls are allowed.
   std::vector<std::string> arguments = command;
   std::vector<std::string> variables = Environment(environment);
@@ -89,13 +117,13 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::v
   if (m_pid == 0) {
     dup2(out.child, STDOUT_FILENO);
     dup2(errors.child, STDERR_FILENO);
+    if (terminal) TakeTerminal();
+    Prepare(surroundings);
     execve(argumentPointers[0], argumentPointers.data(), variablePointers.data());
     _exit(127);
   }
   close(out.child);
   close(errors.child);
-  m_out = out.test;
-  m_errors = errors.test;
 }
 
 ChildProcess::~ChildProcess() {
@@ -123,6 +151,8 @@ std::string ChildProcess::WaitForLine() {
 }
 
 void ChildProcess::Signal(int number) const { kill(m_pid, number); }
+
+void ChildProcess::CloseOutput() { Close(m_out); }
 
 Finished ChildProcess::Wait() {
   while (ReadMore()) {

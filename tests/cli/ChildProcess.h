@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,13 +19,30 @@ struct Finished {
 /// A program that runs beside the test, with both its outputs caught. Ended by force when it outlives the object.
 class ChildProcess {
  public:
-  /// Where its standard output goes: into a pipe, or onto a terminal of its own.
+  /// Where its standard output goes: into a pipe, or onto a terminal of its own, which it is told the end of.
   enum class Output { Pipe, Terminal };
+
+  /// What the program finds when it starts.
+  struct Surroundings {
+    Output output = Output::Pipe;
+    /// The terminal's width; 0 when it does not tell.
+    unsigned short columns = 0;
+    /// Outputs (1, 2) whose reader has gone before the program starts.
+    std::vector<int> unread = {};
+    /// Standard descriptors that are closed.
+    std::vector<int> closed = {};
+    /// Signals that are ignored. All others are as they are by default, whatever this process has inherited.
+    std::vector<int> ignored = {};
+    /// The size that no file may grow beyond, in bytes; 0 for none.
+    std::uint64_t largestFile = 0;
+  };
 
   /// `command` is the program and its arguments, `environment` replaces variables of the same name ("NAME=VALUE") or
   /// takes them out ("NAME").
   ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
-               Output output = Output::Pipe);
+               const Surroundings& surroundings);
+  ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment)
+      : ChildProcess(command, environment, Surroundings()) {}
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
@@ -35,6 +53,8 @@ class ChildProcess {
   /// The first line of its standard output, without its end; throws when it ends without one.
   [[nodiscard]] std::string WaitForLine();
   void Signal(int number) const;
+  /// Goes away as the reader of its standard output; a terminal hangs up.
+  void CloseOutput();
   /// Waits for the end.
   Finished Wait();
 

@@ -11,12 +11,108 @@ namespace {
 
 class InterruptTest : public KestrinctlTest {
  protected:
+  /// What a download must leave, however it ended: a board that is either verified or known to hold no set, and
+  /// parameters that are on the board or kept.
+  void ExpectNothingLost(const Finished& finished, int cancelled, const std::string& when) {
+    const std::string said = when + "\n" + finished.out + finished.errors;
+    if (finished.code == 0) {
+      EXPECT_NE(finished.out.find("SUCCESS !"), std::string::npos) << said;
+      EXPECT_EQ(RunOnBoard(0, {"verify", m_set.configuration.string()})["verified"], true) << said;
+    } else {
+      EXPECT_EQ(finished.code, cancelled) << said;
+      EXPECT_EQ(finished.errors.rfind("kestrinctl: Canceled\n", 0), 0U) << said;
+      EXPECT_EQ(finished.out.find("SUCCESS"), std::string::npos) << said;
+    }
+    if (BoardState()["accelerometer"] != m_parameters) {
+      EXPECT_EQ(KeptFiles(), 1U) << said;
+    } else {
+      EXPECT_EQ(KeptFiles(), 0U) << said;
+    }
+    EXPECT_EQ(RunOnBoard(0, {"download", m_set.configuration.string()})["outcome"], "success") << said;
+    EXPECT_EQ(BoardState()["accelerometer"], m_parameters) << said;
+    EXPECT_EQ(KeptFiles(), 0U) << said;
+    EXPECT_EQ(RunOnBoard(0, {"verify", m_set.configuration.string()})["verified"], true) << said;
+  }
+
   SoundSet m_set = WriteSoundSet(m_folder.Path());
+  Json m_parameters = [this] {
+    static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionDeb", "20"}));
+    return BoardState()["accelerometer"];
+  }();
 };
 
+/// What asks a program to stop, and the exit status of one that did.
+struct Stop {
+  int number;
+  int status;
+};
+constexpr Stop kStops[] = {{SIGHUP, 129}, {SIGINT, 130}, {SIGTERM, 143}};
+
+TEST_F(InterruptTest, EverySignalToStopCancelsADownloadInTheSameWords) {
+  for (const Stop& stop : kStops) {
+    const auto download = Start({"--board", Board("erase=30"), "download", m_set.configuration.string()});
+    download->WaitForOutput("Erasing flash memory ...\n");
+    download->Signal(stop.number);
+    const Finished finished = download->Wait();
+    EXPECT_EQ(finished.code, stop.status);
+    EXPECT_EQ(finished.out, "Erasing flash memory ...\nStopping ...\n");
+    EXPECT_EQ(finished.errors,
+              "kestrinctl: Canceled\nThe board holds no complete sound set. Repeat the download before you use the "
+              "saber. Its motion and impact parameters are kept safe on this computer and come back with the next "
+              "download.\n");
+    EXPECT_EQ(KeptFiles(), 1U);
+    ExpectNothingLost(finished, stop.status, "while the board erases");
+  }
+}
+
+TEST_F(InterruptTest, WhateverTheMomentNothingIsLost) {
+  // A third of a second of sound takes half a second on the wire: room for many moments.
+  WriteSoundFile(m_set.sounds[3].path, SomeSamples(16000));
+  std::vector<std::string> moments{"Erasing", "Coding", "Downloading"};
+  for (const std::size_t bars : {0, 1, 5, 15, 25, 29, 30})
+    moments.push_back("Downloading...           [" + std::string(bars, '#') + (bars < 30 ? "-" : "]"));
+  for (const Stop& stop : kStops)
+    for (const std::string& moment : moments) {
+      const auto download = Start({"--board", Board("wire=usb"), "download", m_set.configuration.string()},
+                                  {.output = kTerminal, .columns = 100});
+      download->WaitForOutput(moment);
+      download->Signal(stop.number);
+      ExpectNothingLost(download->Wait(), stop.status, "signal " + std::to_string(stop.number) + " at " + moment);
+    }
+}
+
+TEST_F(InterruptTest, ATerminalThatIsClosedCancelsADownload) {
+  const auto download =
+      Start({"--board", Board("erase=30"), "download", m_set.configuration.string()}, {.output = kTerminal});
+  download->WaitForOutput("Erasing flash memory ...");
+  download->CloseOutput();
+  const Finished finished = download->Wait();
+  EXPECT_EQ(finished.code, 129);
+  ExpectNothingLost(finished, 129, "when the terminal hangs up");
+}
+
+TEST_F(InterruptTest, WhoIsToldToOutliveTheTerminalDoes) {
+  const auto download =
+      Start({"--board", Board("erase=1"), "download", m_set.configuration.string()}, {.ignored = {SIGHUP}});
+  download->WaitForOutput("Erasing flash memory ...\n");
+  download->Signal(SIGHUP);
+  const Finished finished = download->Wait();
+  EXPECT_EQ(finished.code, 0) << finished.errors;
+  ExpectNothingLost(finished, 0, "");
+}
+
+TEST_F(InterruptTest, HangingUpTwiceIsNoSecondCtrlC) {
+  // A shell passes on the signal that the system has sent already.
+  const auto download = Start({"--board", Board("erase=30"), "download", m_set.configuration.string()});
+  download->WaitForOutput("Erasing flash memory ...\n");
+  for (const int number : {SIGHUP, SIGHUP, SIGTERM, SIGTERM}) download->Signal(number);
+  const Finished finished = download->Wait();
+  // Signals that wait together arrive in the system's order.
+  EXPECT_TRUE(finished.code == 129 || finished.code == 143) << finished.code;
+  ExpectNothingLost(finished, finished.code, "twice");
+}
+
 TEST_F(InterruptTest, CtrlCCancelsADownloadAndTheNextOneWorks) {
-  static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionDeb", "20"}));
-  const Json parameters = BoardState()["accelerometer"];
   const auto download = Start({"--board", Board("erase=30"), "download", m_set.configuration.string()});
   download->WaitForOutput("Erasing flash memory ...\n");
   download->Signal(SIGINT);
@@ -25,10 +121,10 @@ TEST_F(InterruptTest, CtrlCCancelsADownloadAndTheNextOneWorks) {
   EXPECT_EQ(finished.errors.rfind("kestrinctl: Canceled\n", 0), 0U) << finished.errors;
   EXPECT_EQ(finished.out.find("SUCCESS"), std::string::npos) << finished.out;
   EXPECT_EQ(KeptFiles(), 1U);
-  EXPECT_NE(BoardState()["accelerometer"], parameters);
+  EXPECT_NE(BoardState()["accelerometer"], m_parameters);
 
   EXPECT_EQ(RunOnBoard(0, {"download", m_set.configuration.string()})["outcome"], "success");
-  EXPECT_EQ(BoardState()["accelerometer"], parameters);
+  EXPECT_EQ(BoardState()["accelerometer"], m_parameters);
   EXPECT_EQ(KeptFiles(), 0U);
   EXPECT_EQ(RunOnBoard(0, {"verify", m_set.configuration.string()})["verified"], true);
 }
@@ -74,6 +170,19 @@ TEST_F(InterruptDeathTest, TheFirstCtrlCIsRememberedAndStopsTheCommand) {
           code = static_cast<int>(failure.Code());
         }
         std::_Exit(cli::Interrupt::Requested() && code == 130 ? 42 : 1);
+      },
+      ::testing::ExitedWithCode(42), "");
+}
+
+TEST_F(InterruptDeathTest, TheFirstSignalDecidesTheStatus) {
+  EXPECT_EXIT(
+      {
+        cli::Interrupt interrupt;
+        const bool before = cli::Interrupt::Status() == 0;
+        static_cast<void>(std::raise(SIGTERM));
+        static_cast<void>(std::raise(SIGHUP));
+        static_cast<void>(std::raise(SIGINT));
+        std::_Exit(before && cli::Interrupt::Status() == 143 ? 42 : 1);
       },
       ::testing::ExitedWithCode(42), "");
 }

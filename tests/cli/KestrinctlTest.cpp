@@ -8,10 +8,11 @@ std::vector<std::string> Keys(const Json& object) {
   return keys;
 }
 
-std::unique_ptr<ChildProcess> KestrinctlTest::Start(const Arguments& arguments, ChildProcess::Output output) const {
+std::unique_ptr<ChildProcess> KestrinctlTest::Start(const Arguments& arguments,
+                                                    const Surroundings& surroundings) const {
   Arguments command{KESTRINCTL};
   command.insert(command.end(), arguments.begin(), arguments.end());
-  return std::make_unique<ChildProcess>(command, m_environment, output);
+  return std::make_unique<ChildProcess>(command, m_environment, surroundings);
 }
 
 Json KestrinctlTest::RunJson(int expectedCode, Arguments arguments) const {

@@ -22,9 +22,14 @@ using Arguments = std::vector<std::string>;
 /// Runs the built kestrinctl with a home folder of its own, so that no test sees what another has left.
 class KestrinctlTest : public ::testing::Test {
  protected:
+  using Surroundings = ChildProcess::Surroundings;
+  static constexpr ChildProcess::Output kTerminal = ChildProcess::Output::Terminal;
+
   [[nodiscard]] std::unique_ptr<ChildProcess> Start(const Arguments& arguments,
-                                                    ChildProcess::Output output = ChildProcess::Output::Pipe) const;
-  [[nodiscard]] Finished Run(const Arguments& arguments) const { return Start(arguments)->Wait(); }
+                                                    const Surroundings& surroundings = {}) const;
+  [[nodiscard]] Finished Run(const Arguments& arguments, const Surroundings& surroundings = {}) const {
+    return Start(arguments, surroundings)->Wait();
+  }
   /// Runs with `--json` and reads the one document that standard output must be. Expects that exit code.
   [[nodiscard]] Json RunJson(int expectedCode, Arguments arguments) const;
   /// Runs with `--json --board sim:dir=..., OPTIONS`, a board that keeps its state from run to run.

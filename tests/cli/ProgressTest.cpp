@@ -9,7 +9,7 @@ namespace {
 class ProgressTest : public KestrinctlTest {
  protected:
   [[nodiscard]] std::string OnTerminal(const Arguments& arguments) const {
-    const Finished finished = Start(arguments, ChildProcess::Output::Terminal)->Wait();
+    const Finished finished = Run(arguments, {.output = kTerminal});
     EXPECT_EQ(finished.code, 0) << finished.errors;
     return finished.out;
   }
