@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,5 +16,16 @@ namespace kestrin::base {
 
 /// The bare file name: what follows the last folder separator of a path, behind either "\" or "/".
 [[nodiscard]] std::string LastPathPiece(std::string_view path);
+
+/// A text from outside - a name, a path, a line of an answer - as it can be shown to a person: each control character
+/// becomes "?", since a terminal would obey it. So does a line break, which would pass for the program's own.
+[[nodiscard]] std::string Shown(std::string_view text);
+/// The same for a text of several lines: line feeds stay.
+[[nodiscard]] std::string ShownLines(std::string_view text);
+
+/// How many characters a UTF-8 text has.
+[[nodiscard]] std::size_t Width(std::string_view text);
+/// The first characters of a UTF-8 text, at most `count`.
+[[nodiscard]] std::string_view FirstCharacters(std::string_view text, std::size_t count);
 
 }  // namespace kestrin::base

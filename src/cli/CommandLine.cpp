@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Text.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
@@ -215,7 +216,7 @@ int CommandLine::Run(int argc, const char* const* argv, Interrupt& interrupt, st
     if (report.code == ExitCode::Interrupted && Interrupt::Requested()) return Interrupt::Status();
     return static_cast<int>(report.code);
   } catch (const std::exception& error) {
-    errors << "kestrinctl: " << error.what() << '\n';
+    errors << "kestrinctl: " << base::ShownLines(error.what()) << '\n';
     return static_cast<int>(ExitCode::Failed);
   }
 }

@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include "base/Text.h"
+
 namespace kestrin::cli {
 
 void Output::Print(const Report& report) {
@@ -12,10 +14,10 @@ void Output::Print(const Report& report) {
     // Paths are bytes on many systems; what is no UTF-8 in them must not cost the whole document.
     m_out << document.dump(2, ' ', false, Document::error_handler_t::replace) << '\n';
   } else {
-    m_out << report.text;
+    m_out << base::ShownLines(report.text);
   }
   m_out.flush();
-  if (!report.message.empty()) m_errors << "kestrinctl: " << report.message << '\n';
+  if (!report.message.empty()) m_errors << "kestrinctl: " << base::ShownLines(report.message) << '\n';
   m_errors.flush();
 }
 

@@ -7,7 +7,8 @@
 namespace kestrin::cli {
 
 /// Prints a command's report: with `json` as exactly one JSON document, else as text for people; its message always as
-/// "kestrinctl: MESSAGE" where failures go.
+/// "kestrinctl: MESSAGE" where failures go. In texts for people no control character reaches the terminal, whatever
+/// names from files and answers hold; the document holds them exactly.
 class Output {
  public:
   /// The streams must outlive the output.

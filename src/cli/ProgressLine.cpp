@@ -3,42 +3,37 @@
 #include <algorithm>
 #include <iostream>
 
+#include "base/Text.h"
 #include "base/TimeLeft.h"
-#include "cli/Terminal.h"
+#include "cli/ProgressText.h"
 
 namespace kestrin::cli {
-
-namespace {
-
-constexpr int kBarWidth = 30;
-constexpr std::size_t kPhaseWidth = 24;
-
-}  // namespace
 
 ProgressLine::ProgressLine(const GlobalOptions& options, const base::Clock& clock)
     : m_out(options.json ? std::cerr : std::cout),
       m_clock(clock),
       m_quiet(options.quiet),
-      m_terminal(options.json ? ErrorsAreTerminal() : OutputIsTerminal()) {}
+      m_stream(options.json ? Stream::Errors : Stream::Output) {}
 
 ProgressLine::~ProgressLine() { End(); }
 
 void ProgressLine::Phase(const std::string& name) {
   if (m_quiet) return;
   End();
-  m_phase = name;
+  m_phase = base::Shown(name);
   m_percent.reset();
   m_started = m_clock.Now();
-  if (m_terminal)
-    Draw();
+  // Asked every time: the person may give the terminal another width.
+  if (const std::size_t columns = TerminalWidth(m_stream); columns > 0)
+    Draw(columns);
   else
     m_out << m_phase << std::endl;
 }
 
 void ProgressLine::Percent(int percent) {
-  if (m_quiet || !m_terminal || m_phase.empty()) return;
+  if (m_quiet || m_phase.empty()) return;
   m_percent = std::clamp(percent, 0, 100);
-  Draw();
+  if (const std::size_t columns = TerminalWidth(m_stream); columns > 0) Draw(columns);
 }
 
 void ProgressLine::End() {
@@ -47,25 +42,15 @@ void ProgressLine::End() {
   m_phase.clear();
 }
 
-void ProgressLine::Draw() {
-  std::string line = m_phase;
-  if (m_percent) {
-    line.resize(std::max(line.size(), kPhaseWidth), ' ');
-    const auto full = static_cast<std::size_t>(*m_percent * kBarWidth / 100);
-    const std::string number = std::to_string(*m_percent);
-    line += " [" + std::string(full, '#') + std::string(kBarWidth - full, '-') + "] " +
-            std::string(3 - number.size(), ' ') + number + " %" + TimeLeft();
-  }
+void ProgressLine::Draw(std::size_t columns) {
+  const auto left = m_percent ? base::SecondsLeft(m_clock.Now() - m_started, *m_percent) : std::nullopt;
+  const std::string line = ProgressText({m_phase, m_percent, left}, columns);
   // Thousands of blocks change nothing that can be seen.
   if (line == m_drawn) return;
-  const std::string rest(m_drawn.size() > line.size() ? m_drawn.size() - line.size() : 0, ' ');
+  const std::size_t before = std::min(base::Width(m_drawn), columns - 1);
+  const std::string rest(before - std::min(before, base::Width(line)), ' ');
   m_out << '\r' << line << rest << std::flush;
   m_drawn = line;
-}
-
-std::string ProgressLine::TimeLeft() const {
-  const auto left = base::SecondsLeft(m_clock.Now() - m_started, *m_percent);
-  return left ? "  " + base::MinutesAndSeconds(*left) + " left" : "";
 }
 
 }  // namespace kestrin::cli

@@ -1,17 +1,19 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <optional>
 #include <string>
 
 #include "base/Clock.h"
 #include "cli/GlobalOptions.h"
+#include "cli/Terminal.h"
 
 namespace kestrin::cli {
 
 /// Shows how long work gets on. On a terminal: one line for each phase, with a bar, the percentage and the time left,
-/// drawn anew as it grows. Elsewhere: the phase's name on a line of its own. With `--quiet`: nothing. It appears on
-/// standard output, with `--json` on standard error.
+/// drawn anew as it grows and never wider than the terminal. Elsewhere: the phase's name on a line of its own. With
+/// `--quiet`: nothing. It appears on standard output, with `--json` on standard error.
 class ProgressLine {
  public:
   /// The clock must outlive the line.
@@ -28,13 +30,12 @@ class ProgressLine {
   void End();
 
  private:
-  void Draw();
-  [[nodiscard]] std::string TimeLeft() const;
+  void Draw(std::size_t columns);
 
   std::ostream& m_out;
   const base::Clock& m_clock;
   bool m_quiet;
-  bool m_terminal;
+  Stream m_stream;
   std::string m_phase;
   std::optional<int> m_percent;
   base::Clock::Duration m_started{};

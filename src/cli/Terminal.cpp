@@ -4,7 +4,11 @@
 
 #if defined(_WIN32)
 #include <io.h>
+#include <windows.h>
+
+#include <cstdint>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -12,18 +16,37 @@ namespace kestrin::cli {
 
 namespace {
 
-bool IsTerminal(std::FILE* stream) {
+constexpr std::size_t kUsualWidth = 80;
+
 #if defined(_WIN32)
-  return _isatty(_fileno(stream)) != 0;
-#else
-  return isatty(fileno(stream)) != 0;
-#endif
+
+bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
+
+std::size_t Columns(std::FILE* stream) {
+  CONSOLE_SCREEN_BUFFER_INFO info;
+  const auto console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+  if (GetConsoleScreenBufferInfo(console, &info) == 0) return 0;
+  return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
 }
+
+#else
+
+bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) != 0; }
+
+std::size_t Columns(std::FILE* stream) {
+  winsize size{};
+  return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+#endif
 
 }  // namespace
 
-bool OutputIsTerminal() { return IsTerminal(stdout); }
-
-bool ErrorsAreTerminal() { return IsTerminal(stderr); }
+std::size_t TerminalWidth(Stream stream) {
+  std::FILE* const file = stream == Stream::Output ? stdout : stderr;
+  if (!IsTerminal(file)) return 0;
+  const std::size_t columns = Columns(file);
+  return columns == 0 ? kUsualWidth : columns;
+}
 
 }  // namespace kestrin::cli

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <cstddef>
+
 namespace kestrin::cli {
 
-/// Whether a person sees standard output / standard error on a terminal as it is written.
-[[nodiscard]] bool OutputIsTerminal();
-[[nodiscard]] bool ErrorsAreTerminal();
+/// Where the program writes to.
+enum class Stream { Output, Errors };
+
+/// The columns of the terminal on which a person sees the stream as it is written; 0 when it goes elsewhere. A terminal
+/// that does not tell its width counts as one of 80.
+[[nodiscard]] std::size_t TerminalWidth(Stream stream);
 
 }  // namespace kestrin::cli

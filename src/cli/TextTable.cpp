@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/Text.h"
+
 namespace kestrin::cli {
 
-namespace {
+using base::Width;
 
-/// The characters of a UTF-8 text: every byte but those that continue one.
-std::size_t Width(const std::string& text) {
-  return static_cast<std::size_t>(std::count_if(
-      text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
-}
+namespace {
 
 std::string Line(const std::vector<std::string>& cells, const std::vector<std::size_t>& widths,
                  const std::vector<TextTable::Column>& columns) {
@@ -29,6 +27,7 @@ std::string Line(const std::vector<std::string>& cells, const std::vector<std::s
 
 void TextTable::Add(std::vector<std::string> cells) {
   cells.resize(m_columns.size());
+  for (std::string& cell : cells) cell = base::Shown(cell);
   m_rows.push_back(std::move(cells));
 }
 
@@ -52,7 +51,8 @@ std::string AlignedPairs(const std::vector<std::pair<std::string, std::string>>&
   std::size_t width = 0;
   for (const auto& pair : pairs) width = std::max(width, Width(pair.first));
   std::string text;
-  for (const auto& [name, value] : pairs) text += name + std::string(width - Width(name) + 2, ' ') + value + '\n';
+  for (const auto& [name, value] : pairs)
+    text += name + std::string(width - Width(name) + 2, ' ') + base::Shown(value) + '\n';
   return text;
 }
 

@@ -19,7 +19,7 @@ class TextTable {
 
   explicit TextTable(std::vector<Column> columns) : m_columns(std::move(columns)) {}
 
-  /// Cells from the first column on; columns that get none stay blank.
+  /// Cells from the first column on; columns that get none stay blank. Control characters are not shown.
   void Add(std::vector<std::string> cells);
   /// The heading line and all rows, each ended by a line end.
   [[nodiscard]] std::string Text() const;
@@ -29,7 +29,7 @@ class TextTable {
   std::vector<std::vector<std::string>> m_rows;
 };
 
-/// "name  value" lines, the values under each other.
+/// "name  value" lines, the values under each other. Control characters in values are not shown.
 [[nodiscard]] std::string AlignedPairs(const std::vector<std::pair<std::string, std::string>>& pairs);
 
 }  // namespace kestrin::cli

@@ -34,17 +34,6 @@ bool IsDevice(std::string_view name) {
          std::find(kDeviceNumbers.begin(), kDeviceNumbers.end(), stem.substr(kLetters)) != kDeviceNumbers.end();
 }
 
-bool IsControl(char c) { return (c >= '\0' && c < ' ') || c == '\x7F'; }
-
-/// Where the first of the control characters U+0080 to U+009F stands, which are two bytes each in UTF-8.
-std::size_t FindLateControl(std::string_view name) {
-  for (std::size_t at = name.find('\xC2'); at != name.npos; at = name.find('\xC2', at + 1)) {
-    const auto next = at + 1 < name.size() ? static_cast<unsigned char>(name[at + 1]) : 0U;
-    if (next >= 0x80 && next <= 0x9F) return at;
-  }
-  return name.npos;
-}
-
 bool IsBlankOrDot(char c) { return c == ' ' || c == '.'; }
 
 }  // namespace
@@ -53,7 +42,7 @@ bool IsPlainName(std::string_view name) {
   if (name.empty() || name.size() > kLongestName) return false;
   if (IsBlankOrDot(name.front()) || IsBlankOrDot(name.back())) return false;
   if (name.find_first_of("/\\:") != name.npos) return false;
-  return std::none_of(name.begin(), name.end(), IsControl) && FindLateControl(name) == name.npos && !IsDevice(name);
+  return base::Shown(name) == name && !IsDevice(name);
 }
 
 std::string ShownName(std::string_view name) {
@@ -63,10 +52,7 @@ std::string ShownName(std::string_view name) {
     while (!shown.empty() && (static_cast<unsigned char>(name[shown.size()]) & 0xC0U) == 0x80U) shown.pop_back();
     shown += "...";
   }
-  std::replace_if(shown.begin(), shown.end(), IsControl, '?');
-  for (std::size_t at = FindLateControl(shown); at != shown.npos; at = FindLateControl(shown))
-    shown.replace(at, 2, "?");
-  return shown;
+  return base::Shown(shown);
 }
 
 }  // namespace kestrin::update

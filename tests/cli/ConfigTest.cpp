@@ -134,6 +134,47 @@ TEST_F(ConfigTest, FilesThatAreGoneAreListedAndTheRestLoads) {
   EXPECT_EQ(finished.errors, "kestrinctl: The following files could not be found or are not valid:\n" + gone + "\n");
 }
 
+TEST_F(ConfigTest, NoControlCharacterOfAPathReachesTheTerminal) {
+  // Clears the screen, names the window, and begins a command as U+009B does.
+  const std::string evil = "\x1B[2J\x1B]0;owned\x07\x7F\u009B31m";
+  const std::string shown = "?[2J?]0;owned???31m";
+  const std::string sound = Sound(evil + ".lsu");
+  const std::string gone = (m_folder / (evil + "gone.lsu")).string();
+  ASSERT_EQ(Run({"config", "make", m_out, "--boot", sound}).code, 0);
+  std::string text = ReadBytes(m_out);
+  text.replace(text.find("PWRON\r\n\r\n"), 9, "PWRON\r\n" + gone + "\r\n");
+  WriteBytes(m_out, text);
+
+  const Finished people = Run({"config", "show", m_out});
+  EXPECT_NE(people.out.find(shown + ".lsu\n"), std::string::npos) << people.out;
+  EXPECT_NE(people.errors.find(shown + "gone.lsu\n"), std::string::npos) << people.errors;
+  const Json document = RunJson(0, {"config", "show", m_out});
+  EXPECT_EQ(document["slots"]["boot"]["path"], sound);
+  EXPECT_EQ(document["failed"], Json::array({gone}));
+
+  const std::vector<Arguments> commands{{"config", "show", m_out},
+                                        {"config", "map", m_out},
+                                        {"config", "show", m_out + evil},
+                                        {"config", "make", m_out, "--boot", gone},
+                                        {"config", "make", (m_folder / evil / "set.lscfg").string()},
+                                        {"sound", "info", sound, gone},
+                                        {"sound", "info", sound, "--volume", "200"},
+                                        {"sound", "code", sound, "--output", (m_folder / (evil + ".bin")).string()},
+                                        {"sound", "wav", sound, "--output", (m_folder / (evil + ".wav")).string()},
+                                        {"sound", "wav", gone, "--output", m_out},
+                                        {"fonts", "serve", gone},
+                                        {"info", "--board", evil},
+                                        {"info", "--" + evil},
+                                        {"led", "settings", gone}};
+  for (const Arguments& command : commands) {
+    const Finished finished = Run(command);
+    const std::string all = finished.out + finished.errors;
+    EXPECT_NE(all.find("owned"), std::string::npos) << command.front();
+    EXPECT_EQ(all.find_first_of("\x1B\x07\x7F"), std::string::npos) << all;
+    EXPECT_EQ(all.find("\u009B"), std::string::npos) << all;
+  }
+}
+
 TEST_F(ConfigTest, WhatIsNoConfigurationFileFails) {
   const std::string file = WriteBytes(m_folder / "bad.lscfg", "BOOT\r\n\r\n 100\r\nPWR\r\n").string();
   const std::vector<Arguments> commands{

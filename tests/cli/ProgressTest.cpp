@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <regex>
+#include <sstream>
 
 #include "KestrinctlTest.h"
 #include "SoundSet.h"
@@ -8,8 +10,8 @@ namespace {
 
 class ProgressTest : public KestrinctlTest {
  protected:
-  [[nodiscard]] std::string OnTerminal(const Arguments& arguments) const {
-    const Finished finished = Run(arguments, {.output = kTerminal});
+  [[nodiscard]] std::string OnTerminal(const Arguments& arguments, unsigned short columns = 0) const {
+    const Finished finished = Run(arguments, {.output = kTerminal, .columns = columns});
     EXPECT_EQ(finished.code, 0) << finished.errors;
     return finished.out;
   }
@@ -27,6 +29,23 @@ TEST_F(ProgressTest, OnATerminalABarShowsPhasePercentAndTimeLeft) {
   EXPECT_TRUE(std::regex_search(shown, std::regex("\rCoding data\\.\\.\\. +\\[#{30}\\] 100 %"))) << shown;
   EXPECT_TRUE(std::regex_search(shown, std::regex("\rDownloading\\.\\.\\. +\\[#{30}\\] 100 %"))) << shown;
   EXPECT_NE(shown.find("\nSUCCESS !"), std::string::npos) << shown;
+}
+
+TEST_F(ProgressTest, NoLineIsWiderThanTheTerminal) {
+  const Arguments download{"--board", Board("erase=4"), "download", m_set.configuration.string()};
+  for (const std::size_t columns : {std::size_t{40}, std::size_t{20}, std::size_t{60}}) {
+    std::string shown = OnTerminal(download, static_cast<unsigned short>(columns));
+    // What stands behind the last bar is the result, which wraps as any text does.
+    shown.erase(shown.find("\nSUCCESS"));
+    std::replace(shown.begin(), shown.end(), '\r', '\n');
+    std::istringstream lines(shown);
+    int percents = 0;
+    for (std::string line; std::getline(lines, line);) {
+      EXPECT_LT(line.size(), columns) << line;
+      percents += static_cast<int>(line.find(" %") != line.npos);
+    }
+    EXPECT_GE(percents, 3) << shown;
+  }
 }
 
 TEST_F(ProgressTest, QuietShowsNoBar) {
