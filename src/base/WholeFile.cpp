@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <fstream>
+#include <optional>
 #include <random>
 #include <string>
 #include <system_error>
@@ -34,12 +35,18 @@ fs::path NameBeside(const fs::path& path, std::random_device& chance) {
 }
 
 /// Writes and closes; "" or why it failed.
-std::string WriteStraight(const fs::path& path, std::string_view content) {
+std::string WriteStraight(const fs::path& path, const ContentInPieces& content) {
   errno = 0;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file.write(content.data(), static_cast<std::streamsize>(content.size()));
-  file.close();
-  if (!file.fail()) return "";
+  std::string ungiven;
+  if (file.is_open())
+    ungiven = content([&](std::string_view piece) {
+      errno = 0;
+      file.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+      return file.good();
+    });
+  if (file.good()) file.close();
+  if (!file.fail()) return ungiven;
   const int reason = errno;
   return reason != 0 ? std::generic_category().message(reason) : "the disk refused it";
 }
@@ -50,26 +57,40 @@ std::string Flush(Disk* disk, const fs::path& path) {
   return error ? error.message() : "";
 }
 
+/// Fills the new file and closes it; "" or why it failed.
+std::string Fill(NewFile& file, const ContentInPieces& content) {
+  bool written = true;
+  const std::string ungiven = content([&](std::string_view piece) { return written = written && file.Write(piece); });
+  std::string reason = written ? ungiven : file.Reason();
+  // Closed in any case: some systems remove no file that is open.
+  if (!file.Close() && reason.empty()) reason = file.Reason();
+  return reason;
+}
+
 /// Makes the file that `beside` is to name and writes it; "" or why it failed, and then there is none.
-std::string WriteBeside(const fs::path& path, std::string_view content, fs::path& beside) {
+std::string WriteBeside(const fs::path& path, const ContentInPieces& content, fs::path& beside) {
   std::random_device chance;
   for (int draw = 1;; ++draw) {
     beside = NameBeside(path, chance);
-    NewFile file(beside);
-    if (!file.IsOpen() && file.WasThere() && draw < kDraws) continue;
-    if (!file.IsOpen()) return file.Reason();
-    const bool written = file.Write(content);
-    std::string reason = written ? "" : file.Reason();
-    // Closed in any case: some systems remove no file that is open.
-    if (!file.Close() && written) reason = file.Reason();
+    std::optional<NewFile> file(beside);
+    if (!file->IsOpen() && file->WasThere() && draw < kDraws) continue;
+    if (!file->IsOpen()) return file->Reason();
     std::error_code ignored;
-    if (!reason.empty()) fs::remove(beside, ignored);
-    return reason;
+    try {
+      std::string reason = Fill(*file, content);
+      if (!reason.empty()) fs::remove(beside, ignored);
+      return reason;
+    } catch (...) {
+      // Whoever gives the content was stopped by the person.
+      file.reset();
+      fs::remove(beside, ignored);
+      throw;
+    }
   }
 }
 
 /// Writes beside the file and takes its name; "" or why it failed.
-std::string Replace(const fs::path& path, const fs::file_status& old, std::string_view content, Disk* disk) {
+std::string Replace(const fs::path& path, const fs::file_status& old, const ContentInPieces& content, Disk* disk) {
   fs::path beside;
   std::string reason = WriteBeside(path, content, beside);
   if (!reason.empty()) return reason;
@@ -88,7 +109,7 @@ std::string Replace(const fs::path& path, const fs::file_status& old, std::strin
   return reason;
 }
 
-std::string Write(const fs::path& path, std::string_view content, Disk* disk) {
+std::string Write(const fs::path& path, const ContentInPieces& content, Disk* disk) {
   std::error_code error;
   const fs::file_status old = fs::status(path, error);
   std::string reason;
@@ -105,12 +126,29 @@ std::string Write(const fs::path& path, std::string_view content, Disk* disk) {
   return reason.empty() ? "" : "\"" + TextOf(path) + "\" could not be written: " + reason;
 }
 
+ContentInPieces OnePiece(std::string_view content) {
+  return [content](const AppendBytes& append) {
+    static_cast<void>(append(content));
+    return std::string();
+  };
+}
+
 }  // namespace
 
 std::string WriteWholeFile(const fs::path& path, std::string_view content, Disk& disk) {
+  return Write(path, OnePiece(content), &disk);
+}
+
+std::string WriteWholeFile(const fs::path& path, std::string_view content) {
+  return Write(path, OnePiece(content), nullptr);
+}
+
+std::string WriteWholeFile(const fs::path& path, const ContentInPieces& content, Disk& disk) {
   return Write(path, content, &disk);
 }
 
-std::string WriteWholeFile(const fs::path& path, std::string_view content) { return Write(path, content, nullptr); }
+std::string WriteWholeFile(const fs::path& path, const ContentInPieces& content) {
+  return Write(path, content, nullptr);
+}
 
 }  // namespace kestrin::base

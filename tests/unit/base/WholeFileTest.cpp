@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 
@@ -154,6 +156,57 @@ TEST(WriteWholeFile, DoesNotMeetAnotherThatWritesTheSameFile) {
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "first");
   EXPECT_EQ(EntriesOf(folder), 1);
 }
+
+TEST(WriteWholeFile, TakesItsContentInPieces) {
+  const support::TemporaryFolder folder;
+  support::RecordingDisk disk;
+  const ContentInPieces threePieces = [](const AppendBytes& append) {
+    EXPECT_TRUE(append("one, "));
+    EXPECT_TRUE(append(""));
+    EXPECT_TRUE(append("two"));
+    return std::string();
+  };
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", threePieces, disk), "");
+  EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "one, two");
+  EXPECT_EQ(disk.flushed.size(), 3U);
+  EXPECT_EQ(WriteWholeFile(folder / "b.txt", threePieces), "");
+  EXPECT_EQ(support::ReadBytes(folder / "b.txt"), "one, two");
+}
+
+TEST(WriteWholeFile, KeepsTheOldFileWhenTheContentEndsEarly) {
+  const support::TemporaryFolder folder;
+  support::WriteBytes(folder / "a.txt", "old");
+  const ContentInPieces half = [](const AppendBytes& append) {
+    EXPECT_TRUE(append("half"));
+    return std::string("the source has gone");
+  };
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", half),
+            "\"" + (folder / "a.txt").string() + "\" could not be written: the source has gone");
+  EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "old");
+  const ContentInPieces stopped = [](const AppendBytes& append) -> std::string {
+    EXPECT_TRUE(append("half"));
+    throw std::runtime_error("stopped");
+  };
+  EXPECT_THROW((void)WriteWholeFile(folder / "a.txt", stopped), std::runtime_error);
+  EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "old");
+  EXPECT_EQ(EntriesOf(folder), 1) << "something is left beside it";
+}
+
+#ifdef __linux__
+TEST(WriteWholeFile, TellsWhatADeviceDidNotTake) {
+  const support::TemporaryFolder folder;
+  std::filesystem::create_symlink("/dev/full", folder / "link");
+  bool refused = false;
+  const ContentInPieces endless = [&](const AppendBytes& append) {
+    while (append(std::string(10000, 'x'))) {
+    }
+    refused = !append("x");
+    return std::string();
+  };
+  EXPECT_THAT(WriteWholeFile(folder / "link", endless), HasSubstr("No space left on device"));
+  EXPECT_TRUE(refused);
+}
+#endif
 
 }  // namespace
 }  // namespace kestrin::base
