@@ -15,11 +15,9 @@ void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume) {
   syntax.Number("--volume V", volume, 0, kLargestVolume, "Playback volume in percent, 100 if not given");
 }
 
-std::string NotValid(const std::string& path) { return "Not a valid file: " + path; }
-
-LSU_SoundFile ReadSound(const std::string& path) {
+LSU_SoundFile ReadSound(const std::string& path, const base::EventPump& pump) {
   LSU_SoundFile file;
-  if (!file.ReadFile(sound::PathOf(path))) throw CommandFailure(ExitCode::Failed, NotValid(path));
+  if (!file.ReadFile(sound::PathOf(path), pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
   return file;
 }
 
@@ -36,6 +34,13 @@ void RequireOtherFile(const std::string& source, const std::string& output) {
   std::error_code noSuchFile;
   if (std::filesystem::equivalent(sound::PathOf(source), sound::PathOf(output), noSuchFile))
     throw CommandFailure(ExitCode::WrongUsage, output + " is the sound file itself: choose another output file.");
+}
+
+void RequireWritten(const std::string& problem) {
+  if (!problem.empty())
+    throw CommandFailure(ExitCode::Failed, problem +
+                                               "\nWhat was there before is unchanged. Check that the folder is "
+                                               "there and has room, or choose another place with --output.");
 }
 
 }  // namespace kestrin::cli

@@ -16,16 +16,16 @@ inline constexpr std::int32_t kLargestVolume = 32767;
 /// Declares `--volume`.
 void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume);
 
-/// The text about a file that is no usable sound.
-[[nodiscard]] std::string NotValid(const std::string& path);
-
-/// Reads a sound file. Throws CommandFailure when it is not usable.
-[[nodiscard]] sound::LSU_SoundFile ReadSound(const std::string& path);
+/// Reads a sound file; `pump` gets its turn on the way. Throws CommandFailure when it is not usable.
+[[nodiscard]] sound::LSU_SoundFile ReadSound(const std::string& path, const base::EventPump& pump);
 
 /// Codes a file that was read, at `volume` if there is one. Throws CommandFailure when it cannot be coded.
 void CodeSound(sound::LSU_SoundFile& file, std::optional<std::int32_t> volume, const base::EventPump& pump);
 
 /// Throws CommandFailure when `output` names the file `source` itself, which would be lost.
 void RequireOtherFile(const std::string& source, const std::string& output);
+
+/// Throws CommandFailure when writing the output has met a problem; "" is none.
+void RequireWritten(const std::string& problem);
 
 }  // namespace kestrin::cli

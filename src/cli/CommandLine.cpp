@@ -175,8 +175,11 @@ Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& int
     return command.Run(context);
   } catch (const CommandFailure& failure) {
     const std::string& detail = failure.Detail();
-    if (detail.empty()) return {failure.Code(), nullptr, "", failure.what()};
-    return {failure.Code(), {{"error", failure.what()}, {"detail", detail}}, "", failure.what() + ("\n" + detail)};
+    // A signal breaks off what waits, which then fails.
+    const bool stopped = failure.Code() == ExitCode::Failed && Interrupt::Requested();
+    const ExitCode code = stopped ? ExitCode::Interrupted : failure.Code();
+    if (detail.empty()) return {code, nullptr, "", failure.what()};
+    return {code, {{"error", failure.what()}, {"detail", detail}}, "", failure.what() + ("\n" + detail)};
   } catch (const std::exception& error) {
     return {ExitCode::Failed, nullptr, "", error.what()};
   }
@@ -207,6 +210,8 @@ int CommandLine::Run(int argc, const char* const* argv, Interrupt& interrupt, st
       options.json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
       report = {ExitCode::WrongUsage, nullptr, "", error.what() + std::string("\nRun \"kestrinctl --help\" for help.")};
     }
+    // Progress that could not be written is no reason to hold back the result.
+    out.clear();
     Output(out, errors, options.json).Print(report);
     // Who reads no more has seen enough. But a disk that is full has lost the result.
     if (!out.good() && process::OutputHasReader()) {

@@ -15,9 +15,15 @@ namespace {
 /// Nobody watches the slots while they are filled.
 class NoView final : public sound::ConfigurationView {
  public:
+  explicit NoView(const base::EventPump& pump) : m_pump(pump) {}
+
   void EmptySlot(sound::SlotKind) override {}
   void ShowFile(sound::SlotKind, int, const std::string&) override {}
   void UpdateMemoryStatus() override {}
+  void Pump() override { base::Pump(m_pump); }
+
+ private:
+  const base::EventPump& m_pump;
 };
 
 Document DocumentOf(const LSU_SoundFile& file) {
@@ -34,8 +40,8 @@ Document DocumentOf(const LSU_Configuration& configuration, const sound::Slot& s
 
 }  // namespace
 
-LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration) {
-  NoView view;
+LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
+  NoView view(pump);
   const sound::LoadResult result = sound::ConfigurationFile::Load(sound::PathOf(path), configuration, view);
   if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.detail);
   LoadedFiles loaded{{}, result.Message()};
@@ -44,7 +50,7 @@ LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& config
 }
 
 void LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
-  const LoadedFiles loaded = LoadConfiguration(path, configuration);
+  const LoadedFiles loaded = LoadConfiguration(path, configuration, pump);
   if (const int missing = configuration.CheckIntegrity(); missing != 0)
     throw CommandFailure(ExitCode::Failed, LSU_Configuration::IntegrityMessage(missing) +
                                                (loaded.message.empty() ? "" : "\n" + loaded.message));

@@ -16,8 +16,9 @@ struct LoadedFiles {
   std::string message;
 };
 
-/// Loads a configuration file. Throws CommandFailure when it is none.
-[[nodiscard]] LoadedFiles LoadConfiguration(const std::string& path, sound::LSU_Configuration& configuration);
+/// Loads a configuration file; `pump` gets its turn while sounds are read. Throws CommandFailure when it is none.
+[[nodiscard]] LoadedFiles LoadConfiguration(const std::string& path, sound::LSU_Configuration& configuration,
+                                            const base::EventPump& pump);
 
 /// Loads a configuration file, which must be complete, and lays it out in the board's flash. Throws CommandFailure when
 /// it is no configuration file, a piece is missing, or a file cannot be used or coded.

@@ -22,7 +22,10 @@ OnlineBoard::OnlineBoard(Context& context) : m_agent(AgentOf(context, m_clock)),
   if (m_session.SearchAtStartUp() == device::DeviceSession::StartUp::Online) return;
   // A board that may not be opened is there: another failure, with a way out of its own.
   if (!m_view.accessProblem.empty()) throw CommandFailure(ExitCode::Failed, m_view.accessProblem);
-  throw CommandFailure(ExitCode::NoBoard, "A connection with Kuskekpize could not be established.");
+  throw CommandFailure(
+      ExitCode::NoBoard,
+      "A connection with Kuskekpize could not be established.\nPlug the board in and try again. \"kestrinctl "
+      "devices\" lists the boards that are found.");
 }
 
 OnlineBoard::~OnlineBoard() {

@@ -169,7 +169,7 @@ class Loader {
   bool AddAt(const Slot& slot, const fs::path& path) {
     std::error_code error;
     if (!fs::exists(path, error)) return false;
-    if (m_configuration.AddFile(path, slot.kind)) return true;
+    if (m_configuration.AddFile(path, slot.kind, [this] { m_view.Pump(); })) return true;
     // A single slot holds the name of the file that it refused.
     if (!slot.isList) m_configuration.RemoveFile(1, slot.kind);
     return false;

@@ -23,6 +23,8 @@ class ConfigurationView {
   virtual void ShowFile(SlotKind kind, int position, const std::string& name) = 0;
   /// Memory gauge and send button follow the configuration.
   virtual void UpdateMemoryStatus() = 0;
+  /// The person's interface gets its turn, between blocks of a sound that is read. What it throws ends the loading.
+  virtual void Pump() {}
 };
 
 /// How loading a configuration ended.

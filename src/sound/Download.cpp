@@ -12,8 +12,6 @@ namespace kestrin::sound {
 
 namespace {
 
-constexpr std::int64_t kAddressSpace = 1 << 24;
-
 int WholePercent(double percent) { return static_cast<int>(base::RoundHalfEven(std::min(percent, 100.0))); }
 
 }  // namespace
@@ -71,7 +69,7 @@ DownloadOutcome Download::Run(const DownloadTarget& target) {
 std::optional<DownloadOutcome> Download::Refuse(const DownloadTarget& target) {
   if (const int missing = m_configuration.CheckIntegrity(); missing != 0)
     return RefuseWith(DownloadOutcome::Incomplete, LSU_Configuration::IntegrityMessage(missing));
-  const std::int64_t largest = std::min<std::int64_t>(target.flashSize, kAddressSpace);
+  const std::int64_t largest = std::min<std::int64_t>(target.flashSize, LSU_Configuration::kAddressSpace);
   if (m_configuration.TotalNrOfSamples() > m_configuration.MaxNrOfSamples() ||
       m_configuration.FlashBytesNeeded() > largest)
     return RefuseWith(DownloadOutcome::TooLarge,

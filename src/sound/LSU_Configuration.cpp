@@ -1,7 +1,6 @@
 #include "sound/LSU_Configuration.h"
 
 #include <algorithm>
-#include <limits>
 #include <span>
 #include <stdexcept>
 #include <utility>
@@ -38,13 +37,13 @@ std::size_t PlaceOf(const Slot& slot) {
 
 }  // namespace
 
-bool LSU_Configuration::AddFile(const std::filesystem::path& FileName, SlotKind FileType) {
+bool LSU_Configuration::AddFile(const std::filesystem::path& FileName, SlotKind FileType, const base::EventPump& pump) {
   for (const Slot& slot : kSlots) {
     if (slot.kind != FileType) continue;
     const int position = slot.isList ? Count(FileType) + 1 : 1;
     LSU_SoundFile& file = FileAt(FileType, position);
     const std::int32_t replaced = slot.isList ? 0 : file.NrOfSamples();
-    if (!file.ReadFile(FileName)) return false;
+    if (!file.ReadFile(FileName, pump)) return false;
     m_totalNrOfSamples += file.NrOfSamples() - replaced;
     if (slot.isList) m_lists[PlaceOf(slot)].count = position;
     return true;
@@ -110,7 +109,7 @@ std::string LSU_Configuration::IntegrityMessage(int code) {
 
 MemoryMapResult LSU_Configuration::MakeMemoryMap(const std::function<bool(int percent)>& progress,
                                                  const base::EventPump& pump) {
-  if (FlashBytesNeeded() > std::numeric_limits<std::int32_t>::max())
+  if (FlashBytesNeeded() > kAddressSpace)
     return {false, "The sounds are longer than any board can hold. Take some out."};
   const std::vector<SlotFile> files = FilesInFlashOrder();
   std::int64_t done = 0;

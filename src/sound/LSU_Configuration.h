@@ -39,11 +39,15 @@ class LSU_Configuration {
   static constexpr std::int32_t Nr_Base = 12;
   /// Flash address of the first coded stream.
   static constexpr std::int32_t kFirstStream = 512;
+  /// Flash addresses have 24 bits: nothing lies behind this many bytes.
+  static constexpr std::int64_t kAddressSpace = std::int64_t{1} << 24;
 
   /// Reads the file into the slot (single) or behind the last file of the list. True when it is usable. A single slot
   /// whose new file is refused has no samples, yet the total keeps counting the old ones. False for a number that is no
-  /// slot. Throws std::out_of_range when the list is full: callers look first.
-  [[nodiscard]] bool AddFile(const std::filesystem::path& FileName, SlotKind FileType);
+  /// slot. Throws std::out_of_range when the list is full: callers look first. `pump` gets its turn while the file is
+  /// read.
+  [[nodiscard]] bool AddFile(const std::filesystem::path& FileName, SlotKind FileType,
+                             const base::EventPump& pump = {});
 
   /// Empties a single slot, or takes list entry `FileNumber` (from 1) out and closes the gap; volumes and peaks stay
   /// with their positions. Throws std::out_of_range when the list has no such entry.
@@ -62,7 +66,8 @@ class LSU_Configuration {
   [[nodiscard]] static std::string IntegrityMessage(int code);
 
   /// Codes every file in flash order, then gives each its address. After each file `progress` gets the percentage of
-  /// samples done and may stop everything by returning false; the addresses are then unassigned.
+  /// samples done and may stop everything by returning false; the addresses are then unassigned. Fails at once when the
+  /// streams do not fit into kAddressSpace.
   [[nodiscard]] MemoryMapResult MakeMemoryMap(const std::function<bool(int percent)>& progress,
                                               const base::EventPump& pump = {});
 

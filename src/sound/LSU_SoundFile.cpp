@@ -1,6 +1,7 @@
 #include "sound/LSU_SoundFile.h"
 
 #include <algorithm>
+#include <bit>
 #include <functional>
 #include <limits>
 #include <span>
@@ -25,7 +26,6 @@ constexpr std::int32_t kFewestSamples = 49;
 constexpr std::int64_t kMostSamples = std::numeric_limits<std::int32_t>::max();
 /// The header word of the file, in samples.
 constexpr std::int64_t kHeaderWords = 2;
-constexpr std::size_t kWavHeaderBytes = 44;
 
 /// What stands in the way of coding a file.
 enum class Obstacle { None, Missing, Unreadable, Changed, TooLong, TooLoud };
@@ -58,7 +58,7 @@ Obstacle ObstacleOf(SampleReader::State state) {
 /// block that is too loud. The first sample is never coded, nor is the last of an even count.
 Reading ReadCodedSamples(const fs::path& path, std::int32_t count, const SampleCoder& coder,
                          const base::EventPump& pump, const TakeBlock& take) {
-  if (LSU_SoundFile::CodedBytes(count) > std::numeric_limits<std::int32_t>::max()) return {Obstacle::TooLong, 0};
+  if (LSU_SoundFile::CodedBytes(count) > LSU_SoundFile::kLongestStream) return {Obstacle::TooLong, 0};
   SampleReader reader(path);
   Reading reading;
   bool complete = reader.Next(1).size() == 1;
@@ -92,9 +92,14 @@ std::string VolumeAdvice(std::int32_t loudest, std::int32_t peak, std::int16_t v
                     : "Set its volume to between -" + percent + " and " + percent + ".";
 }
 
-std::string Quoted(const fs::path& path) { return "\"" + TextOf(path) + "\""; }
+std::string Quoted(const fs::path& path) { return "\"" + base::Shown(TextOf(path)) + "\""; }
 
 std::string TooLoudText(const LSU_SoundFile& file, std::int32_t loudest) {
+  // The peak belongs to the place in the list: a sound that moved up is scaled by that of the one which stood there. No
+  // volume puts that right.
+  if (loudest > file.Peak())
+    return Quoted(file.FileNameAndPath()) +
+           " is louder than was measured for its place in the list. Take it out and add it again.";
   return Quoted(file.FileNameAndPath()) + " is too loud at " + std::to_string(file.Volume()) + " %. " +
          VolumeAdvice(loudest, file.Peak(), file.Volume());
 }
@@ -109,25 +114,50 @@ void AppendLittle32(std::string& bytes, std::uint32_t value) {
   AppendLittle16(bytes, value >> 16);
 }
 
+/// What stands before that many bytes of samples.
+std::string WavHeader(std::uint32_t dataBytes) {
+  std::string header;
+  header += "RIFF";
+  AppendLittle32(header, dataBytes + 36);
+  header += "WAVEfmt ";
+  AppendLittle32(header, 16);  // bytes of the format that follows
+  AppendLittle16(header, 1);   // PCM
+  AppendLittle16(header, 1);   // channels
+  AppendLittle32(header, LSU_SoundFile::kSamplesPerSecond);
+  AppendLittle32(header, 2 * LSU_SoundFile::kSamplesPerSecond);  // bytes a second
+  AppendLittle16(header, 2);                                     // bytes a sample frame
+  AppendLittle16(header, 16);                                    // bits a sample
+  header += "data";
+  AppendLittle32(header, dataBytes);
+  return header;
+}
+
 }  // namespace
 
-bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath) {
+bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath, const base::EventPump& pump) {
   m_path = FileNameAndPath;
   m_nrOfSamples = 0;
   m_nrOfBytes = 0;
   m_peak = 0;
   m_volume = 100;
   m_bytes = std::vector<std::uint8_t>();
+  m_flaw = Flaw::None;
+  m_flaw = Measure(pump);
+  return m_flaw == Flaw::None;
+}
 
+LSU_SoundFile::Flaw LSU_SoundFile::Measure(const base::EventPump& pump) {
   // What follows the last point of the whole path; a path without one is a single piece and no extension.
   const std::string name = TextOf(m_path);
   const std::size_t point = name.rfind('.');
-  if (point == name.npos || !base::EqualsIgnoringCase(std::string_view(name).substr(point + 1), "LSU")) return false;
+  if (point == name.npos || !base::EqualsIgnoringCase(std::string_view(name).substr(point + 1), "LSU"))
+    return Flaw::Ending;
 
   // Gigabytes need not be read to be refused; a file that grows meanwhile is counted below.
   std::error_code error;
   const std::uintmax_t size = fs::file_size(m_path, error);
-  if (!error && size / sizeof(std::int16_t) > static_cast<std::uintmax_t>(kMostSamples + kHeaderWords)) return false;
+  if (!error && size / sizeof(std::int16_t) > static_cast<std::uintmax_t>(kMostSamples + kHeaderWords))
+    return Flaw::TooLong;
 
   SampleReader reader(m_path);
   std::int64_t count = 0;
@@ -135,12 +165,50 @@ bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath) {
   for (auto block = reader.Next(); !block.empty() && count <= kMostSamples; block = reader.Next()) {
     count += static_cast<std::int64_t>(block.size());
     peak = std::max(peak, LargestMagnitude(block));
+    base::Pump(pump);
   }
-  if (reader.GetState() != SampleReader::State::Good || peak == 0 || count < kFewestSamples || count > kMostSamples)
-    return false;
+  switch (reader.GetState()) {
+    case SampleReader::State::Good:
+      break;
+    case SampleReader::State::Missing:
+      return Flaw::Missing;
+    case SampleReader::State::NotAFile:
+      return Flaw::NotAFile;
+    case SampleReader::State::Failed:
+      return Flaw::Unreadable;
+  }
+  if (count > kMostSamples) return Flaw::TooLong;
+  if (count < kFewestSamples) return Flaw::TooShort;
+  if (peak == 0) return Flaw::Silent;
   m_nrOfSamples = static_cast<std::int32_t>(count);
   m_peak = peak;
-  return true;
+  return Flaw::None;
+}
+
+std::string LSU_SoundFile::WhyNotValid() const {
+  const auto about = [this]() -> std::string {
+    switch (m_flaw) {
+      case Flaw::None:
+        break;
+      case Flaw::Ending:
+        return "is no sound for a board: its name does not end in \".lsu\". Choose one that does.";
+      case Flaw::Missing:
+        return "is not there. Check its name and its folder.";
+      case Flaw::NotAFile:
+        return "is a folder or a device and no file. Choose a sound file.";
+      case Flaw::Unreadable:
+        return "cannot be read. Check that you may read it, or choose another sound.";
+      case Flaw::TooLong:
+        return "is longer than any board can hold. Choose a shorter sound.";
+      case Flaw::TooShort:
+        return "is too short: a sound has at least " + std::to_string(kFewestSamples) +
+               " samples, a thousandth of a second. Choose a longer one.";
+      case Flaw::Silent:
+        return "is silent from its beginning to its end. Choose a sound that can be heard.";
+    }
+    return "";
+  };
+  return m_flaw == Flaw::None ? "" : Quoted(m_path) + " " + about();
 }
 
 bool LSU_SoundFile::Code(const base::EventPump& pump) {
@@ -148,6 +216,8 @@ bool LSU_SoundFile::Code(const base::EventPump& pump) {
   std::vector<std::uint8_t> stream = std::exchange(m_bytes, {});
   m_nrOfBytes = 0;
   if (m_nrOfSamples == 0) return true;
+  // Refused before memory is asked for.
+  if (CodedBytes(m_nrOfSamples) > kLongestStream) return false;
 
   // The first three bytes stay 0: the triples begin behind the first sample.
   stream.assign(3, 0);
@@ -198,41 +268,46 @@ bool LSU_SoundFile::GetBytes(std::vector<std::uint8_t>& BytesArray, std::size_t 
 
 std::uint16_t LSU_SoundFile::GetFileCRC() const { return base::ByteSum(m_bytes); }
 
+base::ContentInPieces LSU_SoundFile::WavPieces(const base::EventPump& pump) const {
+  return [this, pump](const base::AppendBytes& append) -> std::string {
+    const auto samples = static_cast<std::uint64_t>(m_nrOfSamples);
+    if (samples == 0) return "there is no sound to write";
+    // The sizes in the header have 32 bits.
+    if (2 * samples + 36 > std::numeric_limits<std::uint32_t>::max())
+      return Quoted(m_path) + " is longer than a WAV file can be. Choose a shorter sound.";
+
+    if (!append(WavHeader(static_cast<std::uint32_t>(2 * samples)))) return "";
+    SampleReader reader(m_path);
+    std::string swapped;
+    for (std::uint64_t left = samples; left > 0;) {
+      const auto block = reader.Next(static_cast<std::size_t>(std::min<std::uint64_t>(left, SampleReader::kBlock)));
+      if (block.empty()) return Quoted(m_path) + " changed while it was read. Try again.";
+      if constexpr (std::endian::native == std::endian::little) {
+        if (!append({reinterpret_cast<const char*>(block.data()), block.size_bytes()})) return "";
+      } else {
+        swapped.clear();
+        for (const std::int16_t sample : block) AppendLittle16(swapped, static_cast<std::uint16_t>(sample));
+        if (!append(swapped)) return "";
+      }
+      left -= block.size();
+      base::Pump(pump);
+    }
+    return "";
+  };
+}
+
 bool LSU_SoundFile::WriteWav(const fs::path& WAVFileName) const {
-  const auto samples = static_cast<std::uint64_t>(m_nrOfSamples);
-  // The sizes in the header have 32 bits.
-  if (samples == 0 || 2 * samples + 36 > std::numeric_limits<std::uint32_t>::max()) return false;
   std::error_code error;
-  if (fs::equivalent(WAVFileName, m_path, error)) return false;
-
-  const auto dataBytes = static_cast<std::uint32_t>(2 * samples);
-  std::string wav;
-  wav.reserve(kWavHeaderBytes + dataBytes);
-  wav += "RIFF";
-  AppendLittle32(wav, dataBytes + 36);
-  wav += "WAVEfmt ";
-  AppendLittle32(wav, 16);  // bytes of the format that follows
-  AppendLittle16(wav, 1);   // PCM
-  AppendLittle16(wav, 1);   // channels
-  AppendLittle32(wav, kSamplesPerSecond);
-  AppendLittle32(wav, 2 * kSamplesPerSecond);  // bytes a second
-  AppendLittle16(wav, 2);                      // bytes a sample frame
-  AppendLittle16(wav, 16);                     // bits a sample
-  wav += "data";
-  AppendLittle32(wav, dataBytes);
-
-  SampleReader reader(m_path);
-  for (std::uint64_t left = samples; left > 0;) {
-    const auto block = reader.Next(static_cast<std::size_t>(std::min<std::uint64_t>(left, SampleReader::kBlock)));
-    if (block.empty()) break;
-    for (const std::int16_t sample : block) AppendLittle16(wav, static_cast<std::uint16_t>(sample));
-    left -= block.size();
-  }
-  const bool complete = wav.size() == kWavHeaderBytes + dataBytes;
-
-  // What had that name goes in any case: nobody shall hear an older sound in place of this one.
+  if (m_nrOfSamples == 0 || fs::equivalent(WAVFileName, m_path, error)) return false;
   if (fs::is_regular_file(WAVFileName, error)) fs::remove(WAVFileName, error);
-  return complete && base::WriteWholeFile(WAVFileName, wav).empty();
+  return base::WriteWholeFile(WAVFileName, WavPieces({})).empty();
+}
+
+std::string LSU_SoundFile::SaveWav(const fs::path& WAVFileName, base::Disk& disk, const base::EventPump& pump) const {
+  std::error_code error;
+  if (fs::equivalent(WAVFileName, m_path, error))
+    return Quoted(WAVFileName) + " is the sound itself. Choose another name for its copy.";
+  return base::WriteWholeFile(WAVFileName, WavPieces(pump), disk);
 }
 
 void LSU_SoundFile::Remove() {

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "base/Disk.h"
 #include "base/EventPump.h"
+#include "base/WholeFile.h"
 
 namespace kestrin::sound {
 
@@ -21,6 +23,8 @@ class LSU_SoundFile {
   static constexpr int kSamplesPerSecond = 48000;
   /// The largest magnitude that the ten bits of a coded sample hold.
   static constexpr int kLargestMagnitude = 1023;
+  /// The longest coded stream, in bytes: a board's file table has 24 bits for its length.
+  static constexpr std::int64_t kLongestStream = 0xFFFFFF;
 
   /// Bytes in the coded stream of a file with that many samples: three for every two, an odd count getting one more.
   [[nodiscard]] static std::int64_t CodedBytes(std::int32_t samples) { return (std::int64_t{samples} + 1) / 2 * 3; }
@@ -36,11 +40,17 @@ class LSU_SoundFile {
 
   /// Starts over with the file `FileNameAndPath`: volume 100 %, samples counted, peak measured, no coded stream.
   /// True when the file is usable: its name ends in ".lsu" (any letter case), it reads, it has at least 49 samples and
-  /// one of them is not 0. Never creates a file; refuses folders and files of more than 2^31-1 samples.
-  [[nodiscard]] bool ReadFile(const std::filesystem::path& FileNameAndPath);
+  /// one of them is not 0. Never creates a file; refuses folders and files of more than 2^31-1 samples. `pump` gets its
+  /// turn on the way; when it throws, there is no file.
+  [[nodiscard]] bool ReadFile(const std::filesystem::path& FileNameAndPath, const base::EventPump& pump = {});
+
+  /// Why the last ReadFile() was false: a text for the person that names the file, says what is wrong with it and what
+  /// to do. "" when it was true, or when there was none.
+  [[nodiscard]] std::string WhyNotValid() const;
 
   /// Builds the coded stream from the file's samples at the current volume; `pump` gets its turn on the way.
-  /// False when the file cannot be read any more or no longer has NrOfSamples() samples; the stream is then empty.
+  /// False when the file cannot be read any more, no longer has NrOfSamples() samples, or is longer than kLongestStream
+  /// once it is coded; the stream is then empty.
   /// Throws std::overflow_error naming the file when the volume lifts a magnitude above 1,023.
   [[nodiscard]] bool Code(const base::EventPump& pump = {});
 
@@ -56,8 +66,15 @@ class LSU_SoundFile {
   [[nodiscard]] std::uint16_t GetFileCRC() const;
 
   /// Writes the samples as they stand in the file (whatever the volume) as a WAV file: 44 bytes of header, then the
-  /// samples. Replaces a file of that name. True when the whole file was written.
+  /// samples. A file of that name is gone in any case, so that nobody hears an older sound in place of this one. True
+  /// when the whole file was written.
   bool WriteWav(const std::filesystem::path& WAVFileName) const;
+
+  /// Writes the same WAV file for the person to keep: a file of that name is replaced once the new one is complete, and
+  /// stays when it cannot be. `pump` gets its turn on the way. Returns "" or a text that names the file and says what
+  /// is wrong.
+  [[nodiscard]] std::string SaveWav(const std::filesystem::path& WAVFileName, base::Disk& disk,
+                                    const base::EventPump& pump = {}) const;
 
   /// The path as it was given to ReadFile(); empty when there is no file.
   [[nodiscard]] const std::filesystem::path& FileNameAndPath() const { return m_path; }
@@ -88,11 +105,19 @@ class LSU_SoundFile {
   static constexpr std::uintmax_t kHeaderBytes = 4;
   static constexpr std::uintmax_t kSampleBytes = 2;
 
+  /// What ReadFile() found wrong.
+  enum class Flaw { None, Ending, Missing, NotAFile, Unreadable, TooLong, TooShort, Silent };
+
+  [[nodiscard]] Flaw Measure(const base::EventPump& pump);
+  /// The WAV file, piece by piece.
+  [[nodiscard]] base::ContentInPieces WavPieces(const base::EventPump& pump) const;
+
   std::filesystem::path m_path;
   std::int32_t m_nrOfSamples = 0;
   std::int32_t m_nrOfBytes = 0;
   std::int32_t m_peak = 0;
   std::int16_t m_volume = 100;
+  Flaw m_flaw = Flaw::None;
   std::int32_t m_startAddress = 0;
   std::vector<std::uint8_t> m_bytes;
 };

@@ -12,7 +12,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
+#include <system_error>
 
 extern char** environ;
 
@@ -76,6 +79,10 @@ void Prepare(const ChildProcess::Surroundings& surroundings) {
   if (surroundings.largestFile != 0) {
     const rlimit limit{surroundings.largestFile, surroundings.largestFile};
     setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  if (surroundings.memory != 0) {
+    const rlimit limit{surroundings.memory, surroundings.memory};
+    setrlimit(RLIMIT_AS, &limit);
   }
   for (const int descriptor : surroundings.closed) close(descriptor);
 }
@@ -151,6 +158,35 @@ std::string ChildProcess::WaitForLine() {
 }
 
 void ChildProcess::Signal(int number) const { kill(m_pid, number); }
+
+bool ChildProcess::HasEnded() const {
+  siginfo_t ended{};
+  return waitid(P_PID, static_cast<id_t>(m_pid), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid == m_pid;
+}
+
+#ifdef __linux__
+void ChildProcess::WaitUntilItCatches(int number) const {
+  const std::string field = "SigCgt:\t";
+  for (std::uint64_t caught = 0; (caught >> (number - 1) & 1) == 0;) {
+    if (HasEnded()) throw std::runtime_error("the program ended without catching the signal");
+    std::ifstream file("/proc/" + std::to_string(m_pid) + "/status");
+    const std::string status((std::istreambuf_iterator<char>(file)), {});
+    if (const std::size_t at = status.find(field); at != status.npos)
+      caught = std::stoull(status.substr(at + field.size()), nullptr, 16);
+  }
+}
+
+void ChildProcess::WaitUntilItReads(const std::filesystem::path& file) const {
+  for (;;) {
+    if (HasEnded()) throw std::runtime_error("the program ended without reading " + file.string());
+    std::error_code ended;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(m_pid) + "/fd", ended)) {
+      std::error_code closed;
+      if (std::filesystem::read_symlink(entry.path(), closed) == file) return;
+    }
+  }
+}
+#endif
 
 void ChildProcess::CloseOutput() { Close(m_out); }
 

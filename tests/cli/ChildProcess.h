@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,8 @@ class ChildProcess {
     std::vector<int> ignored = {};
     /// The size that no file may grow beyond, in bytes; 0 for none.
     std::uint64_t largestFile = 0;
+    /// The memory that it may ask for, in bytes; 0 for any.
+    std::uint64_t memory = 0;
   };
 
   /// `command` is the program and its arguments, `environment` replaces variables of the same name ("NAME=VALUE") or
@@ -53,6 +56,14 @@ class ChildProcess {
   /// The first line of its standard output, without its end; throws when it ends without one.
   [[nodiscard]] std::string WaitForLine();
   void Signal(int number) const;
+  /// Whether it has ended.
+  [[nodiscard]] bool HasEnded() const;
+#ifdef __linux__
+  /// Returns as soon as it catches the signal; throws when it ends without.
+  void WaitUntilItCatches(int number) const;
+  /// Returns as soon as it has the file open; throws when it ends without.
+  void WaitUntilItReads(const std::filesystem::path& file) const;
+#endif
   /// Goes away as the reader of its standard output; a terminal hangs up.
   void CloseOutput();
   /// Waits for the end.

@@ -75,7 +75,8 @@ TEST_F(ConfigTest, AFileThatEndsLikeAVolumeIsTakenAsItIs) {
   const std::string odd = WriteBytes(m_folder / "boot.lsu:50", "x").string();
   static_cast<void>(Sound("boot.lsu"));
   const Json document = RunJson(1, {"config", "make", m_out, "--boot", odd});
-  EXPECT_EQ(document["error"], "Not a valid file: " + odd);
+  EXPECT_EQ(document["error"],
+            "\"" + odd + "\" is no sound for a board: its name does not end in \".lsu\". Choose one that does.");
   EXPECT_FALSE(std::filesystem::exists(m_out));
 }
 
@@ -85,7 +86,9 @@ TEST_F(ConfigTest, AFileThatIsRefusedLeavesNothingWritten) {
     const Json document =
         RunJson(1, {"config", "make", m_out, "--boot", good, slot == std::string("--boot") ? "--idle" : slot,
                     (m_folder / "none.lsu").string()});
-    EXPECT_EQ(document["error"], "Not a valid file: " + (m_folder / "none.lsu").string()) << slot;
+    EXPECT_EQ(document["error"],
+              "\"" + (m_folder / "none.lsu").string() + "\" is not there. Check its name and its folder.")
+        << slot;
     EXPECT_FALSE(std::filesystem::exists(m_out)) << slot;
   }
 }
@@ -223,6 +226,28 @@ TEST_F(ConfigTest, MapLaysTheFilesOutOneByteApart) {
   const Json expected = {{"files", files},
                          {"table", {{"address", 12}, {"bytes", table + checksum}, {"checksum", sum % 65536}}}};
   EXPECT_EQ(document, expected) << document.dump(1);
+}
+
+TEST_F(ConfigTest, MapGivesNoAddressThatTheBoardDoesNotHave) {
+  // 11,184,000 samples are 16,776,000 bytes from address 512 on. Behind them and five small sounds of 75 bytes, each
+  // with a byte between, 16,776,893 of 16,777,216 bytes are taken: 323 are left.
+  const std::string large = WriteSoundFile(m_folder / "large.lsu", SomeSamples(100)).string();
+  std::filesystem::resize_file(large, 4 + 2 * std::uintmax_t{11184000});
+  const std::string sound = Sound("sound.lsu", 50);
+  const auto make = [&](const std::string& lockup) {
+    return Run({"config", "make", m_out, "--boot", large, "--pwron", sound, "--pwroff", sound, "--idle", sound,
+                "--motion", sound, "--impact", sound, "--lockup", lockup});
+  };
+  ASSERT_EQ(make(sound).code, 0);
+  const Json fits = RunJson(0, {"config", "map", m_out});
+  EXPECT_EQ(fits["files"][6]["address"], 512 + 16776001 + 5 * 76);
+
+  // 214 samples are 321 bytes, 215 are 324.
+  ASSERT_EQ(make(Sound("longer.lsu", 214)).code, 0);
+  EXPECT_EQ(RunJson(0, {"config", "map", m_out})["files"][6]["length"], 321);
+  ASSERT_EQ(make(Sound("longest.lsu", 215)).code, 0);
+  const Json expected = {{"error", "The sounds are longer than any board can hold. Take some out."}};
+  EXPECT_EQ(RunJson(1, {"config", "map", m_out}), expected);
 }
 
 TEST_F(ConfigTest, MapNamesThePieceThatIsMissing) {

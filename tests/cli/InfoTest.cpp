@@ -61,7 +61,9 @@ TEST_F(InfoTest, HalfASerialNumberIsShown) {
 
 TEST_F(InfoTest, NoBoardEndsWithThree) {
   const Json document = RunJson(3, {"--board", "hid:/no/such/board", "info"});
-  const Json expected = {{"error", "A connection with Kuskekpize could not be established."}};
+  const Json expected = {{"error",
+                          "A connection with Kuskekpize could not be established.\nPlug the board in and try again. "
+                          "\"kestrinctl devices\" lists the boards that are found."}};
   EXPECT_EQ(document, expected);
   for (const char* command : {"get", "defaults", "restore"})
     EXPECT_EQ(Run({"--board", "hid:/no/such/board", "accel", command}).code, 3) << command;

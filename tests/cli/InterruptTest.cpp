@@ -1,5 +1,7 @@
 #include "cli/Interrupt.h"
 
+#include <sys/stat.h>
+
 #include <csignal>
 
 #include "KestrinctlTest.h"
@@ -154,6 +156,48 @@ TEST_F(InterruptTest, CtrlCStopsWhileTheSoundsAreSent) {
   EXPECT_EQ(Flash().substr(0, 512), std::string(512, '\xFF'));
   EXPECT_EQ(RunOnBoard(1, {"verify", m_set.configuration.string()})["table"]["ok"], false);
 }
+
+#ifdef __linux__
+TEST_F(InterruptTest, EverySignalStopsWhatReadsFiles) {
+  // A gigabyte with a hole in it.
+  const std::filesystem::path large = WriteSoundFile(m_folder / "large.lsu", SomeSamples(100));
+  std::filesystem::resize_file(large, std::uintmax_t{1} << 30);
+  const std::string out = (m_folder / "out.lscfg").string();
+  ASSERT_EQ(Run({"config", "make", out, "--boot", m_set.sounds[0].path.string()}).code, 0);
+  std::string text = ReadBytes(out);
+  text.replace(text.find("PWRON\r\n\r\n"), 9, "PWRON\r\n" + large.string() + "\r\n");
+  const std::string set = WriteBytes(m_folder / "large.lscfg", text).string();
+  const std::vector<Arguments> commands{{"config", "show", set},
+                                        {"config", "map", set},
+                                        {"config", "make", out, "--idle", large.string()},
+                                        {"sound", "info", large.string()},
+                                        {"sound", "wav", large.string(), "--output", "/dev/null"},
+                                        {"--board", Board(), "download", set},
+                                        {"--board", Board(), "verify", set}};
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    const Stop& stop = kStops[i % std::size(kStops)];
+    const auto command = Start(commands[i]);
+    command->WaitUntilItReads(large);
+    command->Signal(stop.number);
+    const Finished finished = command->Wait();
+    EXPECT_EQ(finished.code, stop.status) << i;
+    EXPECT_EQ(finished.out, "") << i;
+    EXPECT_EQ(finished.errors, "kestrinctl: Stopped\n") << i;
+  }
+}
+
+TEST_F(InterruptTest, ASignalEndsTheWaitForAPipeThatNobodyOpens) {
+  const std::filesystem::path pipe = m_folder / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const Stop& stop : {Stop{SIGHUP, 129}, Stop{SIGTERM, 143}}) {
+    const auto command = Start({"sound", "wav", m_set.sounds[0].path.string(), "--output", pipe.string()});
+    command->WaitUntilItCatches(SIGHUP);
+    // Until one of them comes while the program waits.
+    while (!command->HasEnded()) command->Signal(stop.number);
+    EXPECT_EQ(command->Wait().code, stop.status);
+  }
+}
+#endif
 
 using InterruptDeathTest = InterruptTest;
 

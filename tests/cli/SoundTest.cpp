@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "KestrinctlTest.h"
 #include "SoundSet.h"
 #include "support/ReferenceCoder.h"
@@ -93,7 +95,7 @@ TEST_F(SoundTest, CodeWritesTheWholeFileOrNone) {
   const Json document = RunJson(1, {"sound", "code", m_file, "--output", out});
   EXPECT_EQ(Keys(document), std::vector<std::string>{"error"});
   EXPECT_EQ(RunJson(1, {"sound", "code", "nowhere.lsu", "--output", (m_folder / "x").string()})["error"],
-            "Not a valid file: nowhere.lsu");
+            "\"nowhere.lsu\" is not there. Check its name and its folder.");
   EXPECT_FALSE(std::filesystem::exists(m_folder / "x"));
 }
 
@@ -106,6 +108,84 @@ TEST_F(SoundTest, WavHoldsTheSamplesAsTheyStandInTheFile) {
   ASSERT_EQ(wav.size(), 44U + 2 * 12001);
   EXPECT_EQ(wav.substr(44), ReadBytes(m_file).substr(4));
 }
+
+TEST_F(SoundTest, WhatIsWrongWithAFileIsSaidWithTheNextStep) {
+  namespace fs = std::filesystem;
+  fs::create_directory(m_folder / "folder.lsu");
+  ASSERT_EQ(mkfifo((m_folder / "pipe.lsu").c_str(), 0600), 0);
+  fs::create_symlink("/dev/zero", m_folder / "endless.lsu");
+  std::vector<std::int16_t> loudEnough(49, 0);
+  loudEnough[7] = 1;
+  const std::string noFile = " is a folder or a device and no file. Choose a sound file.";
+  const std::pair<fs::path, std::string> rows[] = {
+      {WriteSoundFile(m_folder / "a.wav", m_samples),
+       " is no sound for a board: its name does not end in \".lsu\". Choose one that does."},
+      {m_folder / "gone.lsu", " is not there. Check its name and its folder."},
+      {m_folder / "folder.lsu", noFile},
+      {m_folder / "pipe.lsu", noFile},
+      {m_folder / "endless.lsu", noFile},
+      {WriteSoundFile(m_folder / "short.lsu", SomeSamples(48)),
+       " is too short: a sound has at least 49 samples, a thousandth of a second. Choose a longer one."},
+      {WriteSoundFile(m_folder / "silent.lsu", std::vector<std::int16_t>(49, 0)),
+       " is silent from its beginning to its end. Choose a sound that can be heard."},
+  };
+  for (const auto& [path, text] : rows) {
+    const std::string why = "\"" + path.string() + "\"" + text;
+    const Json expected = {{"error", why}};
+    EXPECT_EQ(RunJson(1, {"sound", "code", path.string(), "--output", (m_folder / "out").string()}), expected);
+    EXPECT_EQ(RunJson(1, {"sound", "wav", path.string(), "--output", (m_folder / "out").string()}), expected);
+    EXPECT_EQ(RunJson(1, {"config", "make", (m_folder / "out").string(), "--boot", path.string()}), expected);
+    EXPECT_EQ(RunJson(1, {"config", "make", (m_folder / "out").string(), "--impact", path.string() + ":7"}), expected);
+    EXPECT_EQ(Run({"sound", "info", path.string()}).errors, "kestrinctl: " + why + "\n");
+    EXPECT_FALSE(fs::exists(m_folder / "out"));
+  }
+  EXPECT_EQ(Run({"sound", "info", WriteSoundFile(m_folder / "just.lsu", loudEnough).string()}).code, 0);
+}
+
+TEST_F(SoundTest, OnAFullDiskTheOlderFileStays) {
+  const std::string out = WriteBytes(m_folder / "older", "what was there").string();
+  const auto entries = [&] {
+    const std::filesystem::directory_iterator files(m_folder.Path());
+    return std::distance(begin(files), end(files));
+  };
+  const auto before = entries();
+  for (const char* const command : {"wav", "code"}) {
+    const Finished finished = Run({"sound", command, m_file, "--output", out}, {.largestFile = 10000});
+    EXPECT_EQ(finished.code, 1) << command;
+    EXPECT_EQ(finished.errors, "kestrinctl: \"" + out +
+                                   "\" could not be written: File too large\nWhat was there before is unchanged. Check "
+                                   "that the folder is there and has room, or choose another place with --output.\n");
+    EXPECT_EQ(ReadBytes(out), "what was there") << command;
+    EXPECT_EQ(entries(), before) << command;
+    EXPECT_EQ(Run({"sound", command, m_file, "--output", out}, {.largestFile = 100000}).code, 0) << command;
+    EXPECT_NE(ReadBytes(out), "what was there") << command;
+    WriteBytes(out, "what was there");
+  }
+}
+
+// Sanitizers ask for terabytes.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(SoundTest, ASoundOfAnyLengthNeedsLittleMemory) {
+  // Of 50,000,000 samples, nearly all of them silence: 75 megabytes coded.
+  const std::string large = WriteSoundFile(m_folder / "large.lsu", SomeSamples(100, 20000)).string();
+  std::filesystem::resize_file(large, 4 + 2 * std::uintmax_t{50000000});
+  const Surroundings little{.memory = std::uint64_t{64} << 20};
+  const Finished info = Run({"--json", "sound", "info", large}, little);
+  EXPECT_EQ(info.code, 1);
+  EXPECT_EQ(info.errors, "kestrinctl: \"" + large + "\" is longer than any board can hold. Choose a shorter sound.\n");
+  const Json expected = {{"files",
+                          {{{"path", large},
+                            {"valid", true},
+                            {"samples", 50000000},
+                            {"seconds", 50000000 / 48000.0},
+                            {"peak", 20000},
+                            {"codedBytes", nullptr},
+                            {"checksum", nullptr}}}}};
+  EXPECT_EQ(Json::parse(info.out), expected);
+  EXPECT_EQ(Run({"sound", "wav", large, "--output", "/dev/null"}, little).errors, "");
+  EXPECT_EQ(Run({"sound", "code", large, "--output", "/dev/null"}, little).errors, info.errors);
+}
+#endif
 
 TEST_F(SoundTest, WavFailsWhereItCannotWrite) {
   EXPECT_EQ(Run({"sound", "wav", m_file, "--output", (m_folder / "none" / "hum.wav").string()}).code, 1);

@@ -31,8 +31,11 @@ TEST_F(Program, NoBoardEndsWithThreeAndItsText) {
   const Finished info = Run({"info"});
   EXPECT_EQ(info.code, 3);
   EXPECT_EQ(info.out, "");
-  EXPECT_EQ(info.errors, "kestrinctl: A connection with Kuskekpize could not be established.\n");
-  EXPECT_EQ(RunJson(3, {"info"}), Json({{"error", "A connection with Kuskekpize could not be established."}}));
+  const std::string text =
+      "A connection with Kuskekpize could not be established.\nPlug the board in and try again. \"kestrinctl devices\" "
+      "lists the boards that are found.";
+  EXPECT_EQ(info.errors, "kestrinctl: " + text + "\n");
+  EXPECT_EQ(RunJson(3, {"info"}), Json({{"error", text}}));
 
   EXPECT_EQ(RunJson(0, {"devices"}), Json({{"devices", Json::array()}}));
   EXPECT_EQ(Run({"devices"}).out, "No board was found. Plug one in and try again.\n");

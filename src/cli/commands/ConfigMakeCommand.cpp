@@ -68,8 +68,8 @@ class ConfigMakeCommand final : public Command {
     sound::LSU_Configuration configuration;
     for (std::size_t i = 0; i < sound::kSlots.size(); ++i) {
       const sound::Slot& slot = sound::kSlots[i];
-      if (!m_singles[i].empty()) Add(configuration, slot, m_singles[i]);
-      for (const std::string& text : m_sounds[i]) Add(configuration, slot, text);
+      if (!m_singles[i].empty()) Add(configuration, slot, m_singles[i], context.interrupt.Pump());
+      for (const std::string& text : m_sounds[i]) Add(configuration, slot, text, context.interrupt.Pump());
     }
     RequireOutputOfItsOwn(configuration);
     const std::string problem = sound::ConfigurationFile::Save(configuration, sound::PathOf(m_output), context.disk);
@@ -88,13 +88,16 @@ class ConfigMakeCommand final : public Command {
     }
   }
 
-  static void Add(sound::LSU_Configuration& configuration, const sound::Slot& slot, const std::string& text) {
+  static void Add(sound::LSU_Configuration& configuration, const sound::Slot& slot, const std::string& text,
+                  const base::EventPump& pump) {
     if (slot.isList && configuration.Count(slot.kind) == sound::kListCapacity)
       throw CommandFailure(ExitCode::Failed, "Maximum number of " + std::string(slot.title) + " files reached");
     const SoundArgument argument = ParseSound(text);
     const fs::path path = FromRoot(argument.path);
-    if (!configuration.AddFile(path, slot.kind)) throw CommandFailure(ExitCode::Failed, NotValid(sound::TextOf(path)));
-    if (argument.volume) configuration.SetVolume(slot.kind, configuration.Count(slot.kind), *argument.volume);
+    const int position = slot.isList ? configuration.Count(slot.kind) + 1 : 1;
+    if (!configuration.AddFile(path, slot.kind, pump))
+      throw CommandFailure(ExitCode::Failed, configuration.FileAt(slot.kind, position).WhyNotValid());
+    if (argument.volume) configuration.SetVolume(slot.kind, position, *argument.volume);
   }
 
   std::string m_output;

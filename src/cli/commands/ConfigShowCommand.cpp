@@ -14,9 +14,9 @@ class ConfigShowCommand final : public Command {
     syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
   }
 
-  [[nodiscard]] Report Run(Context&) override {
+  [[nodiscard]] Report Run(Context& context) override {
     sound::LSU_Configuration configuration;
-    const LoadedFiles loaded = LoadConfiguration(m_file, configuration);
+    const LoadedFiles loaded = LoadConfiguration(m_file, configuration, context.interrupt.Pump());
     return ReportOf(configuration, loaded);
   }
 

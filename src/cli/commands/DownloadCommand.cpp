@@ -46,7 +46,7 @@ class DownloadCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     sound::LSU_Configuration configuration;
-    const LoadedFiles loaded = LoadConfiguration(m_file, configuration);
+    const LoadedFiles loaded = LoadConfiguration(m_file, configuration, context.interrupt.Pump());
     // A set that lost some of its sounds is not the set that was asked for. What is missing altogether has its own
     // message.
     if (!loaded.failed.empty() && configuration.CheckIntegrity() == 0) return Refused(loaded.message);

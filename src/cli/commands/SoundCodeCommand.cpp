@@ -1,6 +1,5 @@
 #include "base/WholeFile.h"
 #include "cli/CodedSound.h"
-#include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "sound/PathText.h"
@@ -24,13 +23,12 @@ class SoundCodeCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     RequireOtherFile(m_file, m_output);
-    sound::LSU_SoundFile file = ReadSound(m_file);
+    sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
     CodeSound(file, m_volume, context.interrupt.Pump());
     std::vector<std::uint8_t> bytes;
     static_cast<void>(file.GetBytes(bytes, 0, static_cast<std::size_t>(file.NrOfBytes())));
-    const std::string problem =
-        base::WriteWholeFile(sound::PathOf(m_output), std::string(bytes.begin(), bytes.end()), context.disk);
-    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
+    RequireWritten(
+        base::WriteWholeFile(sound::PathOf(m_output), std::string(bytes.begin(), bytes.end()), context.disk));
 
     Report report;
     report.document = {{"codedBytes", file.NrOfBytes()}, {"checksum", file.GetFileCRC()}};

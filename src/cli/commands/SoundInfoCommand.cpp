@@ -41,11 +41,11 @@ class SoundInfoCommand final : public Command {
     for (const std::string& path : m_files) {
       context.interrupt.Look();
       sound::LSU_SoundFile file;
-      if (!file.ReadFile(sound::PathOf(path))) {
+      if (!file.ReadFile(sound::PathOf(path), context.interrupt.Pump())) {
         files.push_back({{"path", path}, {"valid", false}});
         table.Add({path, "not valid"});
         report.code = ExitCode::Failed;
-        report.message += (report.message.empty() ? "" : "\n") + NotValid(path);
+        report.message += (report.message.empty() ? "" : "\n") + file.WhyNotValid();
         continue;
       }
       const double seconds = static_cast<double>(file.NrOfSamples()) / sound::LSU_SoundFile::kSamplesPerSecond;

@@ -1,5 +1,4 @@
 #include "cli/CodedSound.h"
-#include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "sound/PathText.h"
@@ -18,12 +17,10 @@ class SoundWavCommand final : public Command {
     syntax.Text("--output OUT", m_output, "The WAV file", Syntax::Need::Required);
   }
 
-  [[nodiscard]] Report Run(Context&) override {
+  [[nodiscard]] Report Run(Context& context) override {
     RequireOtherFile(m_file, m_output);
-    const sound::LSU_SoundFile file = ReadSound(m_file);
-    if (!file.WriteWav(sound::PathOf(m_output)))
-      throw CommandFailure(ExitCode::Failed,
-                           m_output + " could not be written. Check that its folder exists and has room.");
+    const sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
+    RequireWritten(file.SaveWav(sound::PathOf(m_output), context.disk, context.interrupt.Pump()));
     Report report;
     report.document = {{"samples", file.NrOfSamples()}};
     report.text = AlignedPairs({{"Samples", std::to_string(file.NrOfSamples())}, {"Written to", m_output}});

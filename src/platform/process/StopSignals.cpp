@@ -49,8 +49,7 @@ bool IsIgnored(int number) {
 void SetAction(int number, void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
-  // Reading and writing go on where they were.
-  action.sa_flags = SA_RESTART;
+  // Without SA_RESTART: who waits for a pipe that nobody opens, or for a terminal that takes nothing, stops waiting.
   sigemptyset(&action.sa_mask);
   sigaction(number, &action, nullptr);
 }

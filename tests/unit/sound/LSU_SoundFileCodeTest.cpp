@@ -261,14 +261,54 @@ TEST_F(LSU_SoundFileCode, AnEntryThatMovedIsScaledByThePeakOfItsNewPosition) {
 }
 
 TEST_F(LSU_SoundFileCode, AnEntryThatMovedToAQuieterPositionMayBecomeTooLoud) {
-  LSU_SoundFile position;
-  ASSERT_TRUE(position.ReadFile(WriteSoundFile(m_folder / "quiet.lsu", SomeSamples(80, 100))));
-  Read(SomeSamples(101, 10000));
-  position.TakeOver(m_file);
-  // A peak of 100 becomes 999, so 10000 fits up to one percent of that: 999.
-  EXPECT_EQ(position.WhyNotCodable(),
-            "\"" + (m_folder / "a.lsu").string() + "\" is too loud at 100 %. Lower its volume to 1 % or less.");
-  EXPECT_THROW((void)position.Code(), std::overflow_error);
+  // Of a place with the peak 10, no volume but 0 % takes a sound of 10000: lowering it is no advice.
+  for (const std::int16_t peak : {std::int16_t{10}, std::int16_t{100}, std::int16_t{9000}}) {
+    LSU_SoundFile position;
+    ASSERT_TRUE(position.ReadFile(WriteSoundFile(m_folder / "quiet.lsu", SomeSamples(80, peak))));
+    Read(SomeSamples(101, 10000));
+    position.TakeOver(m_file);
+    const std::string text = "\"" + (m_folder / "a.lsu").string() +
+                             "\" is louder than was measured for its place in the list. Take it out and add it again.";
+    EXPECT_EQ(position.WhyNotCodable(), text);
+    try {
+      (void)position.Code();
+      ADD_FAILURE() << peak << " was coded";
+    } catch (const std::overflow_error& error) {
+      EXPECT_EQ(error.what(), text);
+    }
+    // And it helps.
+    LSU_SoundFile again;
+    ASSERT_TRUE(again.ReadFile(m_folder / "a.lsu"));
+    EXPECT_EQ(again.WhyNotCodable(), "");
+  }
+}
+
+TEST_F(LSU_SoundFileCode, ThreeBytesHoldTwoSamplesAndAnOddOneCountsAsTwo) {
+  struct Row {
+    std::int32_t samples;
+    std::int64_t bytes;
+  };
+  for (const Row& row :
+       {Row{0, 0}, {1, 3}, {2, 3}, {3, 6}, {4, 6}, {5, 9}, {6, 9}, {48000, 72000}, {2147483647, 3221225472}})
+    EXPECT_EQ(LSU_SoundFile::CodedBytes(row.samples), row.bytes) << row.samples;
+}
+
+TEST_F(LSU_SoundFileCode, AStreamIsAtMostAsLongAsTheTableCanSay) {
+  // 24 bits: 16,777,215 bytes are 5,592,405 pairs.
+  const auto path = WriteSoundFile(m_folder / "a.lsu", SomeSamples(100));
+  const auto readWith = [&](std::uintmax_t samples) {
+    std::filesystem::resize_file(path, 4 + 2 * samples);
+    ASSERT_TRUE(m_file.ReadFile(path));
+  };
+  readWith(11184810);
+  EXPECT_EQ(m_file.WhyNotCodable(), "");
+  EXPECT_TRUE(m_file.Code());
+  EXPECT_EQ(m_file.NrOfBytes(), 16777215);
+  readWith(11184811);
+  EXPECT_FALSE(m_file.Code());
+  EXPECT_EQ(m_file.NrOfBytes(), 0);
+  EXPECT_EQ(m_file.WhyNotCodable(),
+            "\"" + path.string() + "\" is longer than any board can hold. Choose a shorter sound.");
 }
 
 TEST_F(LSU_SoundFileCode, RemovingTakesNameAndSamplesOnly) {

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <stdexcept>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -23,6 +25,7 @@ TEST(LSU_SoundFileRead, IsEmptyUntilAFileIsRead) {
   EXPECT_EQ(file.NrOfSamples(), 0);
   EXPECT_EQ(file.NrOfBytes(), 0);
   EXPECT_EQ(file.Peak(), 0);
+  EXPECT_EQ(file.WhyNotValid(), "");
 }
 
 TEST(LSU_SoundFileRead, TheLastPieceOfThePathDecidesWhetherItIsASound) {
@@ -146,8 +149,9 @@ TEST(LSU_SoundFileRead, MoreSamplesThanCanBeCountedAreRejectedWithoutReadingThem
   std::filesystem::resize_file(path, 4 + 2 * (std::uintmax_t{1} << 31), error);
   if (error) GTEST_SKIP() << "no file of that size can be made here: " << error.message();
   LSU_SoundFile file;
-  EXPECT_FALSE(file.ReadFile(path));
+  EXPECT_FALSE(file.ReadFile(path, [] { FAIL() << "it was read"; }));
   EXPECT_EQ(file.NrOfSamples(), 0);
+  EXPECT_EQ(file.WhyNotValid(), "\"" + path.string() + "\" is longer than any board can hold. Choose a shorter sound.");
 }
 
 #ifdef __linux__
@@ -163,8 +167,44 @@ TEST(LSU_SoundFileRead, AFileThatCannotBeReadIsRejected) {
   std::filesystem::create_symlink("/proc/self/mem", folder / "a.lsu");
   LSU_SoundFile file;
   EXPECT_FALSE(file.ReadFile(folder / "a.lsu"));
+  EXPECT_EQ(file.WhyNotValid(), "\"" + (folder / "a.lsu").string() +
+                                    "\" cannot be read. Check that you may read it, or choose another sound.");
 }
 #endif
+
+TEST(LSU_SoundFileRead, WhyItWasRefusedIsSaidUntilTheNextFile) {
+  const TemporaryFolder folder;
+  const auto sound = WriteSoundFile(folder / "a.lsu", SomeSamples(100));
+  LSU_SoundFile file;
+  EXPECT_FALSE(file.ReadFile(folder / "none.lsu"));
+  EXPECT_EQ(file.WhyNotValid(),
+            "\"" + (folder / "none.lsu").string() + "\" is not there. Check its name and its folder.");
+  // Silent as it is, there is too little of it.
+  EXPECT_FALSE(file.ReadFile(WriteSoundFile(folder / "b.lsu", std::vector<std::int16_t>(48, 0))));
+  EXPECT_EQ(file.WhyNotValid(), "\"" + (folder / "b.lsu").string() +
+                                    "\" is too short: a sound has at least 49 samples, a thousandth of a second. "
+                                    "Choose a longer one.");
+  EXPECT_FALSE(file.ReadFile(folder / "\x1B[2Jnone"));
+  EXPECT_EQ(file.WhyNotValid(), "\"" + (folder / "?[2Jnone").string() +
+                                    "\" is no sound for a board: its name does not end in \".lsu\". Choose one that "
+                                    "does.");
+  EXPECT_TRUE(file.ReadFile(sound));
+  EXPECT_EQ(file.WhyNotValid(), "");
+}
+
+TEST(LSU_SoundFileRead, ThePumpGetsItsTurnAndMayEndIt) {
+  const TemporaryFolder folder;
+  const auto sound = WriteSoundFile(folder / "a.lsu", SomeSamples(200000));
+  LSU_SoundFile file;
+  int turns = 0;
+  EXPECT_TRUE(file.ReadFile(sound, [&] { ++turns; }));
+  EXPECT_GE(turns, 200000 / 50000);
+  EXPECT_LE(turns, 200000 / 10000);
+  EXPECT_THROW((void)file.ReadFile(sound, [] { throw std::runtime_error("enough"); }), std::runtime_error);
+  EXPECT_EQ(file.NrOfSamples(), 0);
+  EXPECT_EQ(file.Peak(), 0);
+  EXPECT_TRUE(file.ReadFile(sound));
+}
 
 TEST(LSU_SoundFileRead, ReadingAgainStartsOver) {
   const TemporaryFolder folder;

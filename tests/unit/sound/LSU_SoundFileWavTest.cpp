@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "sound/LSU_SoundFile.h"
 #include "sound/SampleReader.h"
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::sound {
@@ -93,6 +96,43 @@ TEST(LSU_SoundFileWav, WhereNothingCanBeWrittenTheResultIsFalse) {
   fs::create_directory(folder / "temp.wav");
   EXPECT_FALSE(file.WriteWav(folder / "temp.wav"));
   EXPECT_TRUE(fs::is_directory(folder / "temp.wav"));
+}
+
+TEST(LSU_SoundFileWav, SavedItIsTheSameFile) {
+  const TemporaryFolder folder;
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(3 * SampleReader::kBlock + 1))));
+  ASSERT_TRUE(file.WriteWav(folder / "temp.wav"));
+  support::RecordingDisk disk;
+  int turns = 0;
+  EXPECT_EQ(file.SaveWav(folder / "mine.wav", disk, [&] { ++turns; }), "");
+  EXPECT_EQ(ReadBytes(folder / "mine.wav"), ReadBytes(folder / "temp.wav"));
+  EXPECT_EQ(turns, 4);
+  // What the person keeps is on the disk.
+  EXPECT_EQ(disk.flushed.size(), 3U);
+}
+
+TEST(LSU_SoundFileWav, WhatCannotBeSavedLeavesWhatWasThere) {
+  const TemporaryFolder folder;
+  const auto sound = WriteSoundFile(folder / "a.lsu", SomeSamples(100));
+  const auto older = support::WriteBytes(folder / "mine.wav", "an older sound");
+  LSU_SoundFile file;
+  ASSERT_TRUE(file.ReadFile(sound));
+  support::RecordingDisk disk;
+  EXPECT_THROW((void)file.SaveWav(older, disk, [] { throw std::runtime_error("enough"); }), std::runtime_error);
+  EXPECT_EQ(ReadBytes(older), "an older sound");
+
+  EXPECT_EQ(file.SaveWav(sound, disk),
+            "\"" + sound.string() + "\" is the sound itself. Choose another name for its copy.");
+  WriteSoundFile(sound, SomeSamples(99));
+  EXPECT_EQ(file.SaveWav(older, disk), "\"" + older.string() + "\" could not be written: \"" + sound.string() +
+                                           "\" changed while it was read. Try again.");
+  EXPECT_EQ(ReadBytes(older), "an older sound");
+  EXPECT_EQ(LSU_SoundFile().SaveWav(older, disk),
+            "\"" + older.string() + "\" could not be written: there is no sound to write");
+  EXPECT_EQ(ReadBytes(older), "an older sound");
+  const fs::directory_iterator files(folder.Path());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 2);
 }
 
 TEST(LSU_SoundFileWav, TheSoundItselfIsNeverOverwritten) {
