@@ -186,7 +186,15 @@ void ChildProcess::WaitUntilItReads(const std::filesystem::path& file) const {
     }
   }
 }
+
+std::filesystem::path ChildProcess::TargetOf(int descriptor) const {
+  return std::filesystem::read_symlink("/proc/" + std::to_string(m_pid) + "/fd/" + std::to_string(descriptor));
+}
 #endif
+
+void ChildProcess::StopTerminal() const {
+  if (write(m_out, "\x13", 1) != 1) Fail("stop the terminal");
+}
 
 void ChildProcess::CloseOutput() { Close(m_out); }
 

@@ -63,7 +63,11 @@ class ChildProcess {
   void WaitUntilItCatches(int number) const;
   /// Returns as soon as it has the file open; throws when it ends without.
   void WaitUntilItReads(const std::filesystem::path& file) const;
+  /// Where one of its descriptors leads; throws when it leads nowhere.
+  [[nodiscard]] std::filesystem::path TargetOf(int descriptor) const;
 #endif
+  /// Stops its terminal as Ctrl-S does: what it writes waits.
+  void StopTerminal() const;
   /// Goes away as the reader of its standard output; a terminal hangs up.
   void CloseOutput();
   /// Waits for the end.

@@ -93,6 +93,19 @@ TEST_F(InterruptTest, ATerminalThatIsClosedCancelsADownload) {
   ExpectNothingLost(finished, 129, "when the terminal hangs up");
 }
 
+TEST_F(InterruptTest, ATerminalThatTakesNothingHoldsNothingUp) {
+  const auto download =
+      Start({"--board", Board("erase=30"), "download", m_set.configuration.string()}, {.output = kTerminal});
+  download->WaitForOutput("Erasing flash memory ...");
+  download->StopTerminal();
+  // Whatever it has to say until its end waits until the next signal.
+  while (!download->HasEnded()) download->Signal(SIGTERM);
+  const Finished finished = download->Wait();
+  EXPECT_EQ(finished.code, 143);
+  EXPECT_EQ(finished.errors.find("could not be written"), std::string::npos) << finished.errors;
+  ExpectNothingLost(finished, 143, "when the terminal is stopped");
+}
+
 TEST_F(InterruptTest, WhoIsToldToOutliveTheTerminalDoes) {
   const auto download =
       Start({"--board", Board("erase=1"), "download", m_set.configuration.string()}, {.ignored = {SIGHUP}});

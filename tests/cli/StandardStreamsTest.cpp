@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include "KestrinctlTest.h"
 #include "SoundSet.h"
 
@@ -47,6 +49,17 @@ TEST_F(StandardStreamsTest, WithoutAReaderTheStatusIsThatOfTheWork) {
 }
 
 #ifdef __linux__
+TEST_F(StandardStreamsTest, AClosedStreamLeadsNowhere) {
+  for (const int closed : {0, 1, 2}) {
+    const auto download =
+        Start({"--board", Board("erase=30"), "download", m_set.configuration.string()}, {.closed = {closed}});
+    download->WaitUntilItCatches(SIGTERM);
+    EXPECT_EQ(download->TargetOf(closed), "/dev/null");
+    download->Signal(SIGTERM);
+    EXPECT_EQ(download->Wait().code, 143);
+  }
+}
+
 TEST_F(StandardStreamsTest, AResultThatADiskDidNotTakeIsAFailure) {
   const Finished finished = ChildProcess({"/bin/sh", "-c", "exec \"$0\" sound info \"$1\" > /dev/full", KESTRINCTL,
                                           m_set.sounds[0].path.string()},
