@@ -36,18 +36,25 @@ fs::path NameBeside(const fs::path& path, std::random_device& chance) {
 
 /// Writes and closes; "" or why it failed.
 std::string WriteStraight(const fs::path& path, const ContentInPieces& content) {
+  int reason = 0;
   errno = 0;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) reason = errno;
   std::string ungiven;
-  if (file.is_open())
+  if (file)
     ungiven = content([&](std::string_view piece) {
+      if (!file) return false;
       errno = 0;
       file.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+      if (!file) reason = errno;
       return file.good();
     });
-  if (file.good()) file.close();
-  if (!file.fail()) return ungiven;
-  const int reason = errno;
+  if (file) {
+    errno = 0;
+    file.close();
+    if (!file) reason = errno;
+  }
+  if (file) return ungiven;
   return reason != 0 ? std::generic_category().message(reason) : "the disk refused it";
 }
 
