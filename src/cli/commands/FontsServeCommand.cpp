@@ -1,10 +1,12 @@
 #include <iostream>
 #include <system_error>
 
+#include "base/Clock.h"
 #include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "platform/net/FontServer.h"
+#include "update/PlainName.h"
 
 namespace kestrin::cli {
 
@@ -31,26 +33,29 @@ class FontsServeCommand final : public Command {
       throw CommandFailure(ExitCode::Failed, m_folder + " is no folder. Name one that holds a folder for each font.");
     const bool quiet = context.options.quiet || context.options.json;
     const net::FontCollection fonts(folder);
-    net::FontServer server(net::FontAnswers(fonts), [quiet](const std::string& note) {
-      if (!quiet) std::cout << note << std::endl;
-    });
-    const std::string problem = server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
+    const base::SystemClock clock;
+    const auto note = [quiet](const std::string& text) {
+      if (!quiet) std::cout << text << std::endl;
+    };
+    net::FontServer server(net::FontAnswers(fonts), note, clock);
+    std::string problem = server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     // Whoever started it waits for this line.
     std::cout << server.Address() << std::endl;
-    if (!quiet) Introduce(fonts);
-    server.Run([] { return !Interrupt::Requested(); });
+    Introduce(fonts, quiet);
+    problem = server.Run([] { return !Interrupt::Requested(); });
+    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     // Its address was all that it had to say.
     return {ExitCode::Interrupted, nullptr, "", ""};
   }
 
  private:
-  static void Introduce(const net::FontCollection& fonts) {
+  static void Introduce(const net::FontCollection& fonts, bool quiet) {
     for (const net::FontCollection::Font& font : fonts.Fonts())
-      if (font.problem.empty())
+      if (!font.problem.empty())
+        std::cerr << "kestrinctl: left out: " << update::ShownName(font.name) << ": " << font.problem << std::endl;
+      else if (!quiet)
         std::cout << "On offer: " << font.name << std::endl;
-      else
-        std::cerr << "kestrinctl: left out: " << font.name << ": " << font.problem << std::endl;
   }
 
   std::string m_folder;

@@ -1,20 +1,29 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "base/Clock.h"
+#include "platform/net/ConnectionTable.h"
 #include "platform/net/FontAnswers.h"
 
 namespace kestrin::net {
 
-/// A small update server over a collection of fonts, for font makers and for trying things out. It answers a handful of
-/// clients at a time, each on a thread of its own.
+/// A small update server over a collection of fonts, for font makers and for trying things out. It works on the thread
+/// that runs it, answers one request on each connection and gives no client more memory or time than a request needs.
 class FontServer {
  public:
-  /// `note` is told what was answered, one call at a time, from any of the threads.
-  FontServer(FontAnswers answers, std::function<void(const std::string&)> note);
+  /// The longest request that is taken, in bytes: line, headers and body together.
+  static constexpr std::size_t kLongestRequest = 8192;
+
+  /// `note` is told what was answered. The clock must outlive the server.
+  FontServer(FontAnswers answers, std::function<void(const std::string&)> note, const base::Clock& clock,
+             const ConnectionTable::Limits& limits);
+  FontServer(FontAnswers answers, std::function<void(const std::string&)> note, const base::Clock& clock)
+      : FontServer(std::move(answers), std::move(note), clock, ConnectionTable::Limits{}) {}
   ~FontServer();
   FontServer(const FontServer&) = delete;
   FontServer& operator=(const FontServer&) = delete;
@@ -24,8 +33,9 @@ class FontServer {
   [[nodiscard]] std::string Open(const std::string& address, std::uint16_t port);
   /// "ADDRESS:PORT" of the open server.
   [[nodiscard]] std::string Address() const;
-  /// Answers until `goOn`, which is asked several times a second and whenever somebody connects, says no.
-  void Run(const std::function<bool()>& goOn);
+  /// Answers until `goOn`, which is asked several times a second and whenever something has come, says no. Returns
+  /// "" or why the system lets it answer no longer.
+  [[nodiscard]] std::string Run(const std::function<bool()>& goOn);
 
  private:
   struct Impl;
