@@ -11,6 +11,7 @@
 
 #include "MemoryFolder.h"
 #include "base/Text.h"
+#include "support/RecordingDisk.h"
 #include "update/TransferControl.h"
 #include "update/UpdateManager.h"
 #include "update/UpdateView.h"
@@ -30,6 +31,7 @@ class Pieces final : public TransferControl {
   explicit Pieces(std::string_view input) : m_pieces(kestrin::base::Split(input, kSeparator)) {}
 
   void OnStateChanged(StateChanged callback) override { m_callback = std::move(callback); }
+  void Demand(std::int64_t) override {}
   bool Execute(const std::string&, const std::string&, const std::string& body, const std::string&) override {
     // Names go into requests as they are: none may hold what could end a line.
     Require(body.find_first_of("\r\n") == body.npos);
@@ -85,7 +87,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const fs::path fonts = place / "fonts";
   Pieces pieces({reinterpret_cast<const char*>(data), size});
   Watch watch;
-  UpdateManager manager("fonts.example", fonts);
+  kestrin::support::RecordingDisk disk;
+  UpdateManager manager("fonts.example", fonts, disk);
   manager.Initialize(watch, pieces);
   manager.deviceSerial("4B535401");
   manager.startUpdate();

@@ -8,8 +8,8 @@
 namespace kestrin::app {
 
 FontUpdate::FontUpdate(update::TransferControl& inetConnector, const std::string& server,
-                       const std::filesystem::path& fontsFolder, CommandGate& gate)
-    : m_inetConnector(inetConnector), m_gate(gate), m_manager(server, fontsFolder, gate.Pump()) {}
+                       const std::filesystem::path& fontsFolder, base::Disk& disk, CommandGate& gate)
+    : m_inetConnector(inetConnector), m_gate(gate), m_manager(server, fontsFolder, disk, gate.Pump()) {}
 
 FontUpdate::~FontUpdate() { Unload(); }
 

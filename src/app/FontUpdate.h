@@ -8,6 +8,9 @@
 #include "app/UpdateDialog.h"
 #include "update/UpdateManager.h"
 
+namespace kestrin::base {
+class Disk;
+}
 namespace kestrin::update {
 class TransferControl;
 namespace ui {
@@ -22,9 +25,10 @@ class CommandGate;
 /// The update of sound fonts in its dialog. While the dialog is open nothing else starts.
 class FontUpdate final : public UpdateDialog {
  public:
-  /// `server` is HOST or HOST:PORT. The control and the gate, whose pump the control calls, must outlive this object.
+  /// `server` is HOST or HOST:PORT. The control, the disk and the gate, whose pump the control calls, must outlive this
+  /// object.
   FontUpdate(update::TransferControl& inetConnector, const std::string& server,
-             const std::filesystem::path& fontsFolder, CommandGate& gate);
+             const std::filesystem::path& fontsFolder, base::Disk& disk, CommandGate& gate);
   ~FontUpdate() override;
 
   void Initialise() override;

@@ -90,7 +90,7 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   desktop::SystemSleepBlocker sleep;
   Help help(options.programFolder);
   net::CurlTransfer transfer(gate.Pump());
-  app::FontUpdate update(transfer, options.updateServer, fonts, gate);
+  app::FontUpdate update(transfer, options.updateServer, fonts, disk, gate);
 
   app::Main window({*board.agent, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
                     options.programFolder, data});

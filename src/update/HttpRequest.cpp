@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/Disk.h"
 #include "base/NewFile.h"
 #include "base/Numbers.h"
 #include "base/PathText.h"
@@ -47,10 +48,11 @@ fs::path Behind(const fs::path& folder) {
 
 }  // namespace
 
-HttpRequest::HttpRequest(const std::string& host, base::EventPump pump)
+HttpRequest::HttpRequest(const std::string& host, base::Disk& disk, base::EventPump pump)
     : m_url("http://" + host),
       m_headers("Host:" + host + "\r\nUser-Agent:" + kUserAgent +
                 "\r\nConnection:keep-alive\r\nContent-Type:application/x-www-form-urlencoded"),
+      m_disk(disk),
       m_pump(std::move(pump)) {}
 
 void HttpRequest::Initialize(TransferControl& transferControl) {
@@ -83,7 +85,7 @@ void HttpRequest::FailToWrite(const std::string& problem) {
 std::string HttpRequest::requestText(const std::string& body) {
   std::string text;
   try {
-    if (Start(m_url, body)) text = ReadText();
+    if (Start(m_url, body, TransferControl::kAllOfIt)) text = ReadText();
   } catch (const std::exception&) {
     m_status = kRaised;
     text.clear();
@@ -95,7 +97,7 @@ std::string HttpRequest::requestText(const std::string& body) {
 std::string HttpRequest::requestData(const std::string& body, const fs::path& folder, const std::string& fileName) {
   try {
     const fs::path place = Behind(folder);
-    if (Start(m_url + kDataPath, body)) ReadData(folder, place, fileName);
+    if (Start(m_url + kDataPath, body, kSlowestFile)) ReadData(folder, place, fileName);
   } catch (const std::exception& error) {
     m_status = kRaised;
     if (m_problem.empty()) m_problem = error.what();
@@ -104,7 +106,7 @@ std::string HttpRequest::requestData(const std::string& body, const fs::path& fo
   return "";
 }
 
-bool HttpRequest::Start(const std::string& url, const std::string& body) {
+bool HttpRequest::Start(const std::string& url, const std::string& body, std::int64_t bytesAMinute) {
   m_problem.clear();
   m_cancelled = false;
   m_status = kRaised;
@@ -115,6 +117,7 @@ bool HttpRequest::Start(const std::string& url, const std::string& body) {
     m_status = kDisconnected;
     return false;
   }
+  m_inetConnector->Demand(bytesAMinute);
   if (!m_inetConnector->Execute(url, "POST", body, m_headers)) return false;
   m_status = kFine;
   while (m_inetConnector->StillExecuting()) {
@@ -180,7 +183,18 @@ void HttpRequest::ReadData(const fs::path& folder, const fs::path& place, const 
     return;
   }
   if (!stays) return FailToWrite(moved);
-  const fs::path target = folder / base::PathOf(fileName);
+  Finish(temporary, folder / base::PathOf(fileName), length);
+}
+
+void HttpRequest::Finish(const fs::path& temporary, const fs::path& target, std::int64_t length) {
+  // Only what was written here may get the name.
+  std::error_code error;
+  const fs::file_status status = fs::symlink_status(temporary, error);
+  if (!fs::is_regular_file(status) || fs::file_size(temporary, error) != static_cast<std::uintmax_t>(length))
+    return FailToWrite("\"" + base::TextOf(temporary) + "\" has become another file meanwhile");
+  // A font that is marked as complete must have its sounds after a power cut, too.
+  error = m_disk.Flush(temporary);
+  if (error) return FailToWrite(CouldNotWrite(temporary, error.message()));
   fs::rename(temporary, target, error);
   if (!error) return;
   const std::string reason = error.message();

@@ -9,8 +9,9 @@
 #include "base/EventPump.h"
 
 namespace kestrin::base {
+class Disk;
 class NewFile;
-}
+}  // namespace kestrin::base
 
 namespace kestrin::update {
 
@@ -42,9 +43,12 @@ class HttpRequest {
   /// The longest text answer and the longest file that are taken, in bytes.
   static constexpr std::size_t kLongestText = std::size_t{16} * 1024 * 1024;
   static constexpr std::int64_t kLongestFile = std::int64_t{64} * 1024 * 1024;
+  /// What a file has to bring in every minute, in bytes; a text has to be over within one.
+  static constexpr std::int64_t kSlowestFile = std::int64_t{64} * 1024;
 
-  /// `host` is the server, with ":" and the port where that is not 80.
-  explicit HttpRequest(const std::string& host, base::EventPump pump = {});
+  /// `host` is the server, with ":" and the port where that is not 80. Files go to `disk`, which must outlive this
+  /// object.
+  HttpRequest(const std::string& host, base::Disk& disk, base::EventPump pump = {});
 
   /// Takes the control through which requests go; it must outlive this object.
   void Initialize(TransferControl& transferControl);
@@ -53,9 +57,9 @@ class HttpRequest {
 
   /// Posts `body` to the server's root address. Returns the whole answer; what came so far when the request failed.
   std::string requestText(const std::string& body);
-  /// Posts `body` and saves the answer as the file `fileName` in `folder`, which must exist. Until it is whole it is
-  /// called "tmp" there. Nothing is written through a link, nor into a folder that was exchanged meanwhile. Returns ""
-  /// always.
+  /// Posts `body` and saves the answer as the file `fileName` in `folder`, which must exist and be nobody else's for
+  /// that time. Until it is whole, and on the disk, it is called "tmp" there. Nothing is written through a link, nor
+  /// into a folder that was exchanged meanwhile. Returns "" always.
   std::string requestData(const std::string& body, const std::filesystem::path& folder, const std::string& fileName);
 
   /// How the last request ended: 0 fine, see Status for all others.
@@ -66,17 +70,20 @@ class HttpRequest {
   void cancel();
 
  private:
-  [[nodiscard]] bool Start(const std::string& url, const std::string& body);
+  [[nodiscard]] bool Start(const std::string& url, const std::string& body, std::int64_t bytesAMinute);
   [[nodiscard]] std::string ReadText();
   /// `place` is where the folder lay when the request began, all links followed.
   void ReadData(const std::filesystem::path& folder, const std::filesystem::path& place, const std::string& fileName);
   [[nodiscard]] bool ReadInto(base::NewFile& file, std::int64_t length);
+  /// Gives the whole file its name.
+  void Finish(const std::filesystem::path& temporary, const std::filesystem::path& target, std::int64_t length);
   void FailToWrite(const std::string& problem);
   void Fail(Status status);
   void Notice(int state);
 
   std::string m_url;
   std::string m_headers;
+  base::Disk& m_disk;
   base::EventPump m_pump;
   TransferControl* m_inetConnector = nullptr;
   Progress m_onProgress;

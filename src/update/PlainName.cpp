@@ -4,12 +4,21 @@
 #include <array>
 
 #include "base/Text.h"
+#include "update/HttpRequest.h"
+#include "update/UpdateUtils.h"
 
 namespace kestrin::update {
 
 namespace {
 
 constexpr std::size_t kShownBytes = 60;
+
+/// What separates folders somewhere, what Windows cannot store, what has a meaning in a form's body.
+constexpr std::string_view kForbidden = "/\\:?*\"<>|&=+%";
+
+/// What an update keeps in the fonts folder beside the fonts.
+constexpr std::array<std::string_view, 3> kTaken{UpdateUtils::kCompleteMarker, UpdateUtils::kDescriptor,
+                                                 HttpRequest::kTemporaryName};
 
 /// Names that Windows keeps for devices, whatever stands behind a dot.
 constexpr std::array<std::string_view, 6> kDevices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
@@ -41,8 +50,14 @@ bool IsBlankOrDot(char c) { return c == ' ' || c == '.'; }
 bool IsPlainName(std::string_view name) {
   if (name.empty() || name.size() > kLongestName) return false;
   if (IsBlankOrDot(name.front()) || IsBlankOrDot(name.back())) return false;
-  if (name.find_first_of("/\\:") != name.npos) return false;
+  if (name.find_first_of(kForbidden) != name.npos) return false;
   return base::Shown(name) == name && !IsDevice(name);
+}
+
+bool IsFontName(std::string_view name) {
+  return IsPlainName(name) && std::none_of(kTaken.begin(), kTaken.end(), [name](std::string_view taken) {
+           return base::EqualsIgnoringCase(name, taken);
+         });
 }
 
 std::string ShownName(std::string_view name) {

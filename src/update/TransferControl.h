@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 
 namespace kestrin::update {
@@ -16,9 +18,11 @@ class TransferControl {
   enum State : int {
     /// The connection was closed before the answer was whole.
     kDisconnected = 10,
-    /// The request failed: no connection, silence for too long, an answer that is no HTTP.
+    /// The request failed: no connection, silence for too long, less than was demanded, an answer that is no HTTP.
     kError = 11,
   };
+  /// For Demand(): nothing less than the whole answer.
+  static constexpr std::int64_t kAllOfIt = std::numeric_limits<std::int64_t>::max();
   /// Gets the new state's number; numbers other than these two are ignored.
   using StateChanged = std::function<void(int state)>;
 
@@ -26,6 +30,9 @@ class TransferControl {
 
   /// Who is told of state changes; replaces an earlier one. May be called back only while a request runs.
   virtual void OnStateChanged(StateChanged callback) = 0;
+  /// How many bytes of body the answers of the following requests have to bring in each minute, counted from the start
+  /// of the request. An answer that is not over by then and has brought less has failed, whatever else keeps coming.
+  virtual void Demand(std::int64_t bytesAMinute) = 0;
   /// Starts a request without waiting; one that still runs is cancelled first. `headers` are lines separated by CR LF,
   /// without a CR LF at the end; they go out as they stand, with the length of `body` (bytes) added.
   /// False when the request could not even be started.

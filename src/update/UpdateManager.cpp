@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "update/DiskAdvice.h"
 #include "update/PlainName.h"
 #include "update/UpdateView.h"
 
@@ -22,6 +23,11 @@ constexpr const char* kNoVerdict = "Error : 0002 Update failed! Please try again
 constexpr const char* kOldClient = "Update stopped. Please install a new version of this app.";
 constexpr const char* kNothingMissing = "Update process finished. No updates available or required.";
 constexpr const char* kUpdated = "Update finished. New fonts installed successfully.";
+constexpr const char* kAnotherUpdate =
+    "Another update is putting fonts into this folder. Wait until it is done and try again.";
+
+/// Of how many fonts that were left out the names are told.
+constexpr std::size_t kMostNamed = 3;
 
 constexpr std::size_t kFirstItem = UpdateUtils::kFirstPayloadLine;
 constexpr std::int32_t kCatalogueHere = 10;
@@ -46,8 +52,9 @@ std::span<const std::string> Items(const std::vector<std::string>& lines) {
 
 }  // namespace
 
-UpdateManager::UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::EventPump pump)
-    : m_requestManager(server, pump), m_utils(fontsFolder), m_pump(std::move(pump)) {
+UpdateManager::UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::Disk& disk,
+                             base::EventPump pump)
+    : m_requestManager(server, disk, pump), m_utils(fontsFolder, disk), m_pump(std::move(pump)) {
   m_requestManager.OnProgress([this](std::int16_t percentage) { requestManager_OnProgress(percentage); });
 }
 
@@ -65,6 +72,7 @@ void UpdateManager::startUpdate() {
   m_message.clear();
   m_installed.clear();
   m_neededItems.clear();
+  m_leftOut.clear();
   m_formReference->resetForm();
   m_formReference->showModal([this] { Run(); });
   m_running = false;
@@ -78,10 +86,24 @@ void UpdateManager::cancel() {
 
 void UpdateManager::Run() {
   try {
-    if (checkForUpdates() && updateItems()) End(Outcome::Updated, kUpdated);
+    const std::unique_ptr<base::Disk::Lock> folder = TakeFolder();
+    if (!folder || !checkForUpdates() || !updateItems()) return;
+    const bool nothing = m_installed.empty() && !m_leftOut.empty();
+    End(nothing ? Outcome::Nothing : Outcome::Updated, (nothing ? kNothingMissing : kUpdated) + LeftOut());
   } catch (const std::exception& error) {
     End(Outcome::Failed, std::string("Update failed! ") + error.what() + ". Please try again later.");
   }
+}
+
+std::unique_ptr<base::Disk::Lock> UpdateManager::TakeFolder() {
+  std::string problem;
+  base::Disk::LockResult result = m_utils.Lock(problem);
+  if (result.heldByAnother)
+    End(Outcome::Failed, kAnotherUpdate);
+  else if (Succeeded(problem))
+    // Before anything is written: on a full disk they may be what fills it.
+    m_utils.RemoveLeftOvers();
+  return std::move(result.lock);
 }
 
 bool UpdateManager::checkForUpdates() {
@@ -91,9 +113,9 @@ bool UpdateManager::checkForUpdates() {
   Lines lines;
   if (!Ask("svc=gct&did=" + m_deviceSerial, kCatalogueFailed, lines)) return false;
   m_formReference->progressA(kCatalogueHere);
-  if (!Turn() || !validateHeader(lines) || !ValidateNames(Items(lines), "font")) return false;
+  if (!Turn() || !validateHeader(lines)) return false;
   if (validateCatalogueItems(lines)) return true;
-  End(Outcome::Nothing, kNothingMissing);
+  End(Outcome::Nothing, kNothingMissing + LeftOut());
   return false;
 }
 
@@ -119,10 +141,15 @@ bool UpdateManager::validateCatalogueItems(const Lines& lines) {
   const std::span<const std::string> items = Items(lines);
   for (std::size_t number = 0; number < items.size(); ++number) {
     const std::string& item = items[number];
-    m_formReference->showElement("Checking item: " + item);
+    // The empty item of a line break at the end stands for the fonts folder itself.
+    const bool storable = item.empty() || IsFontName(item);
+    m_formReference->showElement("Checking item: " + (storable ? item : ShownName(item)));
     m_formReference->progressB(Share(number, items.size() - 1, kAll));
     if (!Turn()) return false;
-    if (!m_utils.FontExistsAndCompleted(item)) needed.push_back(item);
+    if (!storable)
+      m_leftOut.push_back("\"" + ShownName(item) + "\"");
+    else if (!m_utils.FontExistsAndCompleted(item))
+      needed.push_back(item);
   }
   m_formReference->progressA(kItemsKnown);
   if (!Turn()) return false;
@@ -150,7 +177,11 @@ bool UpdateManager::updateItem(const std::string& item) {
   std::vector<std::string> sounds;
   const std::span<const std::string> payload = Payload(lines);
   std::copy_if(payload.begin(), payload.end(), std::back_inserter(sounds), UpdateUtils::NamesSound);
-  if (!ValidateNames(sounds, "sound file")) return false;
+  const auto bad = std::find_if_not(sounds.begin(), sounds.end(), IsPlainName);
+  if (bad != sounds.end()) {
+    m_leftOut.push_back("\"" + item + "\" with its sound file \"" + ShownName(*bad) + "\"");
+    return true;
+  }
   if (!Succeeded(m_utils.CreateFont(item)) || !Succeeded(m_utils.WriteDescriptor(item, lines))) return false;
   for (const std::string& line : sounds)
     if (!UpdateSound(item, line)) return false;
@@ -180,21 +211,21 @@ bool UpdateManager::UpdateSound(const std::string& item, const std::string& line
 
 void UpdateManager::requestManager_OnProgress(std::int16_t percentage) { m_formReference->progressB(percentage); }
 
-bool UpdateManager::ValidateNames(std::span<const std::string> names, const char* kind) {
-  for (const std::string& name : names) {
-    // The empty item of a line break at the end stands for the fonts folder itself.
-    if (name.empty() || IsPlainName(name)) continue;
-    End(Outcome::Failed, std::string("Update failed! The server sent a ") + kind + " name that cannot be used: \"" +
-                             ShownName(name) + "\". Nothing of it was written. Please try again later.");
-    return false;
-  }
-  return true;
+std::string UpdateManager::LeftOut() const {
+  if (m_leftOut.empty()) return "";
+  const bool one = m_leftOut.size() == 1;
+  std::string text = one ? " 1 font was left out, because not every computer can store its names: "
+                         : " " + std::to_string(m_leftOut.size()) +
+                               " fonts were left out, because not every computer can store their names: ";
+  const std::size_t named = std::min(m_leftOut.size(), kMostNamed);
+  for (std::size_t number = 0; number < named; ++number) text += (number > 0 ? ", " : "") + m_leftOut[number];
+  if (named < m_leftOut.size()) text += " and " + std::to_string(m_leftOut.size() - named) + " more";
+  return text + ". Ask whoever runs the update server to rename " + (one ? "it." : "them.");
 }
 
 bool UpdateManager::Succeeded(const std::string& problem) {
   if (problem.empty()) return true;
-  End(Outcome::Failed,
-      "Update failed! " + problem + ". Make room on the disk or permit writing there and update again.");
+  End(Outcome::Failed, "Update failed! " + problem + ". " + DiskAdvice(problem));
   return false;
 }
 

@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "base/Disk.h"
 #include "base/EventPump.h"
 #include "update/HttpRequest.h"
 #include "update/UpdateUtils.h"
@@ -19,7 +21,10 @@ class UpdateView;
 /// Fetches new sound fonts for a board: asks the server for its catalogue, finds what is missing on disk, fetches that.
 /// An update that was interrupted goes on with what is missing.
 ///
-/// The server is not trusted: the names that it sends must be plain, or nothing is written.
+/// The server is not trusted: of a font whose own name or whose sound files' names are not plain nothing is written. It
+/// is left out, which is told at the end, and the others are fetched.
+///
+/// The fonts folder belongs to one update at a time, whichever program runs it.
 class UpdateManager {
  public:
   enum class Outcome {
@@ -38,8 +43,9 @@ class UpdateManager {
   /// The most lines of a text answer that is taken.
   static constexpr std::size_t kMostLines = 10000;
 
-  /// `server` is HOST or HOST:PORT. Makes `fontsFolder` when it does not exist.
-  UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::EventPump pump = {});
+  /// `server` is HOST or HOST:PORT. Makes `fontsFolder` when it does not exist. The disk must outlive this object.
+  UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::Disk& disk,
+                base::EventPump pump = {});
 
   /// Takes the dialog and its transfer control; both must outlive this object. Called once.
   void Initialize(UpdateView& form, TransferControl& inetConnector);
@@ -66,6 +72,8 @@ class UpdateManager {
   using Lines = std::vector<std::string>;
 
   void Run();
+  /// Takes the fonts folder; null when it cannot be had, with a warning.
+  [[nodiscard]] std::unique_ptr<base::Disk::Lock> TakeFolder();
   [[nodiscard]] bool checkForUpdates();
   [[nodiscard]] bool validateHeader(const Lines& lines);
   [[nodiscard]] bool validateCatalogueItems(const Lines& lines);
@@ -74,8 +82,8 @@ class UpdateManager {
   [[nodiscard]] bool UpdateSound(const std::string& item, const std::string& line);
   void requestManager_OnProgress(std::int16_t percentage);
 
-  /// Whether all these can be names of files; shows the warning when one cannot.
-  [[nodiscard]] bool ValidateNames(std::span<const std::string> names, const char* kind);
+  /// What was left out, as sentences behind the message that an update ends well with; "" when nothing was.
+  [[nodiscard]] std::string LeftOut() const;
   /// Whether a step that gave this problem ("" for none) may be followed by the next; shows the warning when not.
   [[nodiscard]] bool Succeeded(const std::string& problem);
   /// Asks the server; false when the request failed, with a warning of that text.
@@ -91,6 +99,8 @@ class UpdateManager {
   std::string m_deviceSerial;
   std::vector<std::string> m_neededItems;
   std::vector<std::string> m_installed;
+  /// The fonts that cannot be stored, as they are shown.
+  std::vector<std::string> m_leftOut;
   Outcome m_outcome = Outcome::None;
   std::string m_message;
   bool m_running = false;

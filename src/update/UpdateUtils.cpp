@@ -8,7 +8,9 @@
 #include "base/PathText.h"
 #include "base/Text.h"
 #include "base/WholeFile.h"
+#include "update/DiskAdvice.h"
 #include "update/HttpRequest.h"
+#include "update/LeftOvers.h"
 
 namespace kestrin::update {
 
@@ -21,33 +23,51 @@ constexpr std::string_view kSoundEnding = ".lsu";
 
 std::string Quoted(const fs::path& path) { return "\"" + base::TextOf(path) + "\""; }
 
+/// What stands where a folder or one of those above it should be; "" when there is nothing but folders.
+std::string InTheWay(const fs::path& folder) {
+  for (fs::path path = folder; path.has_relative_path(); path = path.parent_path()) {
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(path, error);
+    if (!fs::exists(status)) continue;
+    // The first that is there: a link counts as what it leads to, if it leads anywhere.
+    if (fs::is_directory(path, error)) return "";
+    const std::string kind = fs::is_symlink(status) ? "link" : "file";
+    return path == folder ? "a " + kind + " of that name is in the way"
+                          : "the " + kind + " " + Quoted(path) + " is in the way";
+  }
+  return "";
+}
+
 /// Makes a folder; "" or why there is none.
 std::string MakeFolder(const fs::path& folder) {
   std::error_code error;
   fs::create_directories(folder, error);
   if (fs::is_directory(folder, error)) return "";
-  const bool inTheWay = fs::exists(fs::symlink_status(folder, error));
-  if (inTheWay) return "The folder " + Quoted(folder) + " could not be made: a file of that name is in the way";
+  const std::string inTheWay = InTheWay(folder);
   fs::create_directories(folder, error);
-  return "The folder " + Quoted(folder) + " could not be made: " + error.message();
+  return "The folder " + Quoted(folder) + " could not be made: " + (inTheWay.empty() ? error.message() : inTheWay);
 }
 
 std::string Remove(const fs::path& path) {
   std::error_code error;
   fs::remove(path, error);
-  return error ? Quoted(path) + " could not be removed: " + error.message() : "";
+  if (!error) return "";
+  const std::string reason = error.message();
+  const bool folder = fs::is_directory(path, error);
+  return Quoted(path) + " could not be removed: " + (folder ? "a folder of that name is in the way" : reason);
 }
 
 bool TakesFonts(const fs::path& place) {
   const fs::path folder = place / UpdateUtils::kFolderName;
   if (!MakeFolder(folder).empty()) return false;
   // No font can have such a name. What is there already is the person's, or another program's own trial.
-  const std::string name = ".trial";
+  const std::string name = UpdateUtils::kTrial;
   fs::path trial = folder / name;
   for (int number = 2;; ++number) {
     base::NewFile file(trial);
     if (file.IsOpen()) return file.Close() && Remove(trial).empty();
-    if (!file.WasThere()) return false;
+    // A full disk is still the place where the fonts are: elsewhere all of them would be fetched again.
+    if (!file.WasThere()) return IsDiskFull(file.Reason());
     trial = folder / (name + std::to_string(number));
   }
 }
@@ -64,7 +84,7 @@ fs::path UpdateUtils::PlaceIn(std::span<const fs::path> folders) {
   return (place.empty() ? folders.back() : place) / kFolderName;
 }
 
-UpdateUtils::UpdateUtils(const fs::path& fontsFolder) : m_fontsFolder(fontsFolder) {
+UpdateUtils::UpdateUtils(const fs::path& fontsFolder, base::Disk& disk) : m_fontsFolder(fontsFolder), m_disk(disk) {
   std::error_code failed;
   const fs::path absolute = fs::absolute(fontsFolder, failed);
   if (!failed) m_fontsFolder = absolute;
@@ -80,14 +100,14 @@ fs::path UpdateUtils::ConfigurationOf(const std::string& item) const {
   return FolderOf(item) / base::PathOf(item + kConfigurationEnding);
 }
 
-std::vector<UpdateUtils::Font> UpdateUtils::Fonts() const {
+std::vector<UpdateUtils::Font> UpdateUtils::FontsIn(const fs::path& fontsFolder) {
   std::vector<Font> fonts;
   std::error_code error;
-  for (fs::directory_iterator entry(m_fontsFolder, error), end; !error && entry != end; entry.increment(error)) {
+  for (fs::directory_iterator entry(fontsFolder, error), end; !error && entry != end; entry.increment(error)) {
     std::error_code unknown;
     if (!entry->is_directory(unknown)) continue;
     Font font{base::TextOf(entry->path().filename()), false, {}};
-    font.complete = FontExistsAndCompleted(font.name);
+    font.complete = IsFile(entry->path() / kCompleteMarker);
     for (fs::directory_iterator file(entry->path(), unknown); !unknown && file != end; file.increment(unknown)) {
       const std::string name = base::TextOf(file->path().filename());
       if (NamesSound(name) && IsFile(file->path())) font.files.push_back(name);
@@ -98,6 +118,24 @@ std::vector<UpdateUtils::Font> UpdateUtils::Fonts() const {
   std::sort(fonts.begin(), fonts.end(), [](const Font& a, const Font& b) { return a.name < b.name; });
   return fonts;
 }
+
+base::Disk::LockResult UpdateUtils::Lock(std::string& problem) const {
+  problem = MakeFolder(m_fontsFolder);
+  if (!problem.empty()) return {};
+  const fs::path path = m_fontsFolder / kLock;
+  base::Disk::LockResult result = m_disk.TryLock(path);
+  if (!result.error) return result;
+  std::error_code ignored;
+  const fs::file_status there = fs::symlink_status(path, ignored);
+  problem = Quoted(path) + " could not be locked: ";
+  if (fs::is_symlink(there) || fs::is_directory(there))
+    problem += std::string("a ") + (fs::is_directory(there) ? "folder" : "link") + " of that name is in the way";
+  else
+    problem += result.error.message();
+  return result;
+}
+
+void UpdateUtils::RemoveLeftOvers() const { update::RemoveLeftOvers(m_fontsFolder); }
 
 std::vector<std::string> UpdateUtils::SliceText(std::string_view text) {
   if (text.empty()) return {};
@@ -176,14 +214,14 @@ std::string UpdateUtils::ProblemOfLink(const std::string& item) const {
   return Quoted(folder) + " is a link to another place, into which nothing is written";
 }
 
-std::string UpdateUtils::WriteFile(const fs::path& path, const std::string& content) {
+std::string UpdateUtils::WriteFile(const fs::path& path, const std::string& content) const {
   std::error_code ignored;
   const fs::file_status there = fs::symlink_status(path, ignored);
   if (fs::exists(there) && !fs::is_regular_file(there) && !fs::is_directory(there)) {
     std::string problem = Remove(path);
     if (!problem.empty()) return problem;
   }
-  return base::WriteWholeFile(path, content);
+  return base::WriteWholeFile(path, content, m_disk);
 }
 
 }  // namespace kestrin::update

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Disk.h"
 #include "update/Association.h"
 
 namespace kestrin::update {
@@ -23,6 +24,10 @@ class UpdateUtils {
   static constexpr const char* kDescriptor = "descriptor";
   static constexpr const char* kConfigurationEnding = ".lscfg";
   static constexpr const char* kCompleteMarker = "fnt";
+  /// The file in the fonts folder whose lock belongs to who puts fonts there. It is empty and stays.
+  static constexpr const char* kLock = ".lock";
+  /// An empty file in the fonts folder for a moment: whether writing is permitted there. A number may follow.
+  static constexpr const char* kTrial = ".trial";
 
   /// The first line of an answer that is neither status nor verdict.
   static constexpr std::size_t kFirstPayloadLine = 2;
@@ -40,8 +45,11 @@ class UpdateUtils {
   /// empty.
   [[nodiscard]] static std::filesystem::path PlaceIn(std::span<const std::filesystem::path> folders);
 
-  /// Makes the fonts folder when it does not exist.
-  explicit UpdateUtils(const std::filesystem::path& fontsFolder);
+  /// All fonts in a fonts folder, sorted by name; none when there is no such folder. Writes nothing.
+  [[nodiscard]] static std::vector<Font> FontsIn(const std::filesystem::path& fontsFolder);
+
+  /// Makes the fonts folder when it does not exist. The disk must outlive this object.
+  UpdateUtils(const std::filesystem::path& fontsFolder, base::Disk& disk);
 
   /// Does nothing: the work is done on creation.
   void Initialize() {}
@@ -51,7 +59,13 @@ class UpdateUtils {
   /// The item's configuration file, as WriteDescriptor() writes it.
   [[nodiscard]] std::filesystem::path ConfigurationOf(const std::string& item) const;
   /// All fonts on disk, sorted by name.
-  [[nodiscard]] std::vector<Font> Fonts() const;
+  [[nodiscard]] std::vector<Font> Fonts() const { return FontsIn(m_fontsFolder); }
+
+  /// Takes the fonts folder for one update: while the lock lives nobody else gets it. `problem` says why that could not
+  /// even be asked for; "" when it could.
+  [[nodiscard]] base::Disk::LockResult Lock(std::string& problem) const;
+  /// Removes what updates left that were ended by force. For who has the lock.
+  void RemoveLeftOvers() const;
 
   /// The lines of an answer, split at every CR LF. An empty text has none; a CR LF at the end leaves an empty last
   /// line.
@@ -79,9 +93,10 @@ class UpdateUtils {
  private:
   /// Whether the item's folder is a link, asked before every step: it may have become one since the last.
   [[nodiscard]] std::string ProblemOfLink(const std::string& item) const;
-  [[nodiscard]] static std::string WriteFile(const std::filesystem::path& path, const std::string& content);
+  [[nodiscard]] std::string WriteFile(const std::filesystem::path& path, const std::string& content) const;
 
   std::filesystem::path m_fontsFolder;
+  base::Disk& m_disk;
 };
 
 }  // namespace kestrin::update

@@ -70,6 +70,8 @@ class ChildProcess {
   void StopTerminal() const;
   /// Goes away as the reader of its standard output; a terminal hangs up.
   void CloseOutput();
+  /// By which the system knows it.
+  [[nodiscard]] pid_t Id() const { return m_pid; }
   /// Waits for the end.
   Finished Wait();
 

@@ -25,6 +25,8 @@ class ScriptedTransfer final : public update::TransferControl {
     std::string method;
     std::string body;
     std::string headers;
+    /// What was demanded before it.
+    std::int64_t bytesAMinute = 0;
   };
   struct Answer {
     std::string body;
@@ -78,10 +80,12 @@ class ScriptedTransfer final : public update::TransferControl {
 
   void OnStateChanged(StateChanged callback) override { m_callback = std::move(callback); }
 
+  void Demand(std::int64_t bytesAMinute) override { m_demand = bytesAMinute; }
+
   bool Execute(const std::string& url, const std::string& method, const std::string& body,
                const std::string& headers) override {
     EXPECT_EQ(m_phase, Phase::Idle) << "a request was left running";
-    requests.push_back({url, method, body, headers});
+    requests.push_back({url, method, body, headers, m_demand});
     if (!answers.empty()) {
       m_answer = answers.front();
       answers.pop_front();
@@ -150,6 +154,7 @@ class ScriptedTransfer final : public update::TransferControl {
 
   StateChanged m_callback;
   Answer m_answer;
+  std::int64_t m_demand = 0;
   Phase m_phase = Phase::Idle;
   std::size_t m_given = 0;
 };

@@ -1,3 +1,5 @@
+#include <map>
+
 #include "cli/Commands.h"
 #include "cli/FontsFolder.h"
 #include "cli/TextTable.h"
@@ -15,8 +17,7 @@ class FontsListCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     Document fonts = Document::array();
     TextTable table({{"font"}, {"complete"}, {"sounds", TextTable::Align::Right}});
-    const update::UpdateUtils utils(FontsFolder(context.options));
-    for (const update::UpdateUtils::Font& font : utils.Fonts()) {
+    for (const update::UpdateUtils::Font& font : Fonts(FontsFolders(context.options))) {
       fonts.push_back({{"name", font.name}, {"complete", font.complete}, {"files", font.files}});
       table.Add({font.name, font.complete ? "yes" : "no", std::to_string(font.files.size())});
     }
@@ -24,6 +25,19 @@ class FontsListCommand final : public Command {
     report.text = fonts.empty() ? "No sound fonts yet. \"kestrinctl fonts update\" fetches them.\n" : table.Text();
     report.document = {{"fonts", std::move(fonts)}};
     return report;
+  }
+
+ private:
+  using Font = update::UpdateUtils::Font;
+
+  /// The fonts of all these folders by name; of two of a name, the one that lies in the first folder.
+  static std::vector<Font> Fonts(const std::vector<std::filesystem::path>& folders) {
+    std::map<std::string, Font> fonts;
+    for (const std::filesystem::path& folder : folders)
+      for (Font& font : update::UpdateUtils::FontsIn(folder)) fonts.try_emplace(font.name, std::move(font));
+    std::vector<Font> all;
+    for (auto& [name, font] : fonts) all.push_back(std::move(font));
+    return all;
   }
 };
 

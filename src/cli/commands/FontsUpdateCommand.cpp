@@ -49,6 +49,7 @@ class FontsUpdateCommand final : public Command {
     if (!update::UpdateServer::IsValid(server))
       throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
     const OnlineBoard online(context);
+    online.RequireSoundBoard();
     if (!online.Answered())
       throw CommandFailure(ExitCode::Failed,
                            "The board did not tell its serial number, which the server wants to know. Plug it out and "
@@ -59,7 +60,7 @@ class FontsUpdateCommand final : public Command {
     ConsoleUpdateView view(progress);
     const base::EventPump pump = context.interrupt.Pump();
     net::CurlTransfer transfer(pump);
-    update::UpdateManager manager(server, FontsFolder(context.options), pump);
+    update::UpdateManager manager(server, FontsFolder(context.options), context.disk, pump);
     manager.Initialize(view, transfer);
     manager.deviceSerial(online.Session().SerialNumber());
     {

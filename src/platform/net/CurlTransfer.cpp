@@ -28,6 +28,10 @@ constexpr milliseconds kUntilClosed{250};
 /// What libcurl takes from the system at once, and keeps beyond a chunk. The quickest: less means more calls, more
 /// falls out of the processor's nearest memory before it is written.
 constexpr long kReadAtOnce = 16L * 1024;
+constexpr std::chrono::minutes kMinute{1};
+/// What counts of the time between two looks at the connection. A person may be asked something meanwhile, or the
+/// computer may sleep: that the server did not bring anything then is not its fault.
+constexpr std::chrono::seconds kLongestLook{1};
 
 /// The header lines as they go out, and the two that libcurl would add of its own crossed out. Null when there is no
 /// memory.
@@ -100,6 +104,10 @@ struct CurlTransfer::Transfer {
   bool ended = false;
   int failure = 0;
   Moment heard = std::chrono::steady_clock::now();
+  /// When the connection was last looked at, what of this minute is over, and what had come before it.
+  base::Clock::Duration looked{};
+  base::Clock::Duration minute{};
+  std::int64_t receivedBefore = 0;
 };
 
 bool CurlTransfer::Transfer::Options(const std::string& url, const std::string& content, const Patience& patience) {
@@ -166,7 +174,8 @@ CurlTransfer::Library::Library() { curl_global_init(CURL_GLOBAL_WIN32); }
 
 CurlTransfer::Library::~Library() { curl_global_cleanup(); }
 
-CurlTransfer::CurlTransfer(base::EventPump pump, Patience patience) : m_pump(std::move(pump)), m_patience(patience) {}
+CurlTransfer::CurlTransfer(base::EventPump pump, Patience patience, const base::Clock* clock)
+    : m_pump(std::move(pump)), m_patience(patience), m_clock(clock != nullptr ? *clock : m_systemClock) {}
 
 CurlTransfer::~CurlTransfer() = default;
 
@@ -183,6 +192,7 @@ bool CurlTransfer::Execute(const std::string& url, const std::string& method, co
     return false;
   if (curl_multi_add_handle(transfer->multi.get(), transfer->easy.get()) != CURLM_OK) return false;
   m_transfer = std::move(transfer);
+  m_transfer->looked = m_clock.Now();
   return true;
 }
 
@@ -215,7 +225,8 @@ std::string CurlTransfer::NextChunk(std::size_t most) {
     } else {
       const std::int64_t before = m_transfer->received;
       Drive(kTurn);
-      if (m_transfer->received == before) base::Pump(m_pump);
+      // Whoever brings single bytes must not hold up the person.
+      if (m_transfer->received < before + kReadAtOnce) base::Pump(m_pump);
     }
   }
   if (!m_transfer) return "";
@@ -252,7 +263,18 @@ void CurlTransfer::Drive(milliseconds wait) {
   const Moment now = std::chrono::steady_clock::now();
   // libcurl itself limits the time of connecting.
   if (connected == 0) transfer.heard = now;
-  if (now - transfer.heard > m_patience.silence) transfer.End(kError);
+  if (now - transfer.heard > m_patience.silence) return transfer.End(kError);
+  CheckDemand();
+}
+
+void CurlTransfer::CheckDemand() {
+  Transfer& transfer = *m_transfer;
+  const base::Clock::Duration now = m_clock.Now();
+  transfer.minute += std::min<base::Clock::Duration>(now - std::exchange(transfer.looked, now), kLongestLook);
+  if (transfer.minute < kMinute || transfer.IsWhole()) return;
+  transfer.minute = {};
+  const std::int64_t brought = transfer.received - std::exchange(transfer.receivedBefore, transfer.received);
+  if (brought < m_demand) transfer.End(kError);
 }
 
 void CurlTransfer::AwaitNothingMore() {

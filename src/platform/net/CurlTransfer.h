@@ -2,10 +2,12 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 
+#include "base/Clock.h"
 #include "base/EventPump.h"
 #include "update/TransferControl.h"
 
@@ -15,9 +17,10 @@ namespace kestrin::net {
 /// environment says. It works only while it is called and keeps no more of an answer than a chunk and what came with
 /// it: a server that is faster than the reader waits.
 ///
-/// The request has failed (state kError) when nothing is connected or comes within the times below, when the answer's
-/// status is not 200 to 299, and when its body is longer than it says. It was disconnected (state kDisconnected) when
-/// the connection ends before the answer is whole. Whoever reads on after a failure is told of it again.
+/// The request has failed (state kError) when nothing is connected or comes within the times below, when less comes
+/// than is demanded (the head and what frames the pieces of a body count as nothing), when the answer's status is not
+/// 200 to 299, and when its body is longer than it says. It was disconnected (state kDisconnected) when the connection
+/// ends before the answer is whole. Whoever reads on after a failure is told of it again.
 class CurlTransfer final : public update::TransferControl {
  public:
   struct Patience {
@@ -27,14 +30,16 @@ class CurlTransfer final : public update::TransferControl {
     std::chrono::milliseconds silence{30000};
   };
 
-  /// `pump` gives the person's interface its turn while the next bytes are awaited.
-  explicit CurlTransfer(base::EventPump pump, Patience patience);
+  /// `pump` gives the person's interface its turn while the next bytes are awaited. `clock` tells the minutes in which
+  /// something is demanded; it must outlive this object. Null: the computer's own.
+  explicit CurlTransfer(base::EventPump pump, Patience patience, const base::Clock* clock = nullptr);
   explicit CurlTransfer(base::EventPump pump) : CurlTransfer(std::move(pump), Patience{}) {}
   ~CurlTransfer() override;
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
   void OnStateChanged(StateChanged callback) override;
+  void Demand(std::int64_t bytesAMinute) override { m_demand = bytesAMinute; }
   /// False for another method than POST, too.
   [[nodiscard]] bool Execute(const std::string& url, const std::string& method, const std::string& body,
                              const std::string& headers) override;
@@ -60,8 +65,14 @@ class CurlTransfer final : public update::TransferControl {
   void AwaitNothingMore();
   void Tell();
 
+  /// Ends the request when a minute is over that has brought too little.
+  void CheckDemand();
+
   base::EventPump m_pump;
   Patience m_patience;
+  base::SystemClock m_systemClock;
+  const base::Clock& m_clock;
+  std::int64_t m_demand = 0;
   StateChanged m_onStateChanged;
   /// From the first request on: most runs of a program ask for nothing.
   std::optional<Library> m_library;

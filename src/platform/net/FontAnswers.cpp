@@ -13,8 +13,8 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kAccepted = "status:OK\r\nclientv:1";
 constexpr std::string_view kRefused = "status:REFUSED\r\nclientv:1";
 
-/// The fields of a request: "svc=dld&did=SERIAL&fid=FONT&ffd=FILE". Values are not escaped, so a name may hold a "&";
-/// what ends a value is the next field's whole name.
+/// The fields of a request: "svc=dld&did=SERIAL&fid=FONT&ffd=FILE". Values are not escaped: what ends one is the next
+/// field's whole name.
 struct Fields {
   explicit Fields(std::string_view body) {
     static constexpr std::string_view kNames[] = {"&ffd=", "&fid=", "&did=", "svc="};

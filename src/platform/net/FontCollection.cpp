@@ -23,16 +23,12 @@ using update::UpdateUtils;
 namespace {
 
 constexpr const char* kNotPlain =
-    " is no name that every computer takes. Rename it: no special characters, no blank or dot at either end.";
-
-/// What lies in a client's fonts folder itself: a font has no place there under one of these names.
-constexpr const char* kNamesTaken[] = {UpdateUtils::kCompleteMarker, UpdateUtils::kDescriptor,
-                                       HttpRequest::kTemporaryName};
-
-bool IsTaken(const std::string& name) {
-  return std::any_of(std::begin(kNamesTaken), std::end(kNamesTaken),
-                     [&](const char* taken) { return base::EqualsIgnoringCase(name, taken); });
-}
+    " is no name that every computer takes. Rename it: none of ? * : \" < > | / \\ & = + %, no blank or dot at either "
+    "end, "
+    "no device name such as NUL, at most 200 bytes.";
+/// Leaves room for the answer's first lines.
+constexpr std::uintmax_t kLongestConfiguration = HttpRequest::kLongestText - 1024;
+constexpr const char* kTwin = " differs from another name in the case of its letters only. Rename one of them.";
 
 /// The entries of a folder whose kind is `type`; links are of no kind but their own, so nothing outside is reached.
 std::vector<fs::path> Entries(const fs::path& folder, fs::file_type type) {
@@ -66,6 +62,12 @@ std::optional<std::vector<std::string>> LinesOf(const fs::path& path) {
   return file.eof() ? std::optional(std::move(lines)) : std::nullopt;
 }
 
+/// Whether one of the names is another one, but the same where the case of letters does not count.
+bool HasTwin(const std::string& name, const std::vector<std::string>& names) {
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& other) { return other != name && base::EqualsIgnoringCase(other, name); });
+}
+
 /// What is wrong with a sound file that a font names; "" when nothing is.
 std::string ProblemOfSound(const std::string& name, const std::vector<fs::path>& files) {
   if (!update::IsPlainName(name)) return update::ShownName(name) + kNotPlain;
@@ -86,7 +88,7 @@ FontCollection::Font ReadFont(const fs::path& folder) {
     font.problem = "this" + std::string(kNotPlain);
     return font;
   }
-  if (IsTaken(font.name)) {
+  if (!update::IsFontName(font.name)) {
     font.problem = "clients keep a file of that name beside the fonts. Rename it.";
     return font;
   }
@@ -94,6 +96,11 @@ FontCollection::Font ReadFont(const fs::path& folder) {
   const std::optional<fs::path> configuration = ConfigurationOf(folder, files);
   if (!configuration) {
     font.problem = "the folder needs one configuration file, best named " + font.name + ".lscfg. Save the set there.";
+    return font;
+  }
+  std::error_code unknown;
+  if (fs::file_size(*configuration, unknown) > kLongestConfiguration) {
+    font.problem = TextOf(configuration->filename()) + " is too long for any client. Save the set again.";
     return font;
   }
   std::optional<std::vector<std::string>> lines = LinesOf(*configuration);
@@ -105,11 +112,14 @@ FontCollection::Font ReadFont(const fs::path& folder) {
     font.problem = TextOf(configuration->filename()) + " has too many lines for any client. Save the set again.";
     return font;
   }
+  std::vector<std::string> sounds;
   for (std::string& line : *lines) {
     if (UpdateUtils::NamesSound(line)) {
       // The saver's own folders mean nothing elsewhere, and are nobody's business.
       line = base::LastPathPiece(line);
       font.problem = ProblemOfSound(line, files);
+      if (HasTwin(line, sounds)) font.problem = line + kTwin;
+      sounds.push_back(line);
     } else if (line.find_first_of("/\\") != line.npos) {
       font.problem = base::LastPathPiece(line) + " cannot be sent. Use sound files whose names end in .lsu.";
     }
@@ -123,15 +133,23 @@ FontCollection::Font ReadFont(const fs::path& folder) {
 
 std::vector<FontCollection::Font> FontCollection::Fonts() const {
   std::vector<Font> fonts;
-  for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) fonts.push_back(ReadFont(folder));
+  std::vector<std::string> offered;
+  for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
+    Font font = ReadFont(folder);
+    if (font.problem.empty() && HasTwin(font.name, offered)) font = {font.name, {}, "this" + std::string(kTwin)};
+    if (font.problem.empty()) offered.push_back(font.name);
+    fonts.push_back(std::move(font));
+  }
   return fonts;
 }
 
 std::optional<FontCollection::Font> FontCollection::Find(std::string_view name) const {
   for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
-    if (TextOf(folder.filename()) != name) continue;
+    if (!base::EqualsIgnoringCase(TextOf(folder.filename()), name)) continue;
     Font font = ReadFont(folder);
-    return font.problem.empty() ? std::optional(std::move(font)) : std::nullopt;
+    if (!font.problem.empty()) continue;
+    // Of names that differ in the case of their letters only, the first that can be is offered.
+    return font.name == name ? std::optional(std::move(font)) : std::nullopt;
   }
   return std::nullopt;
 }

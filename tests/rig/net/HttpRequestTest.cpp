@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "rig/net/ScriptedServer.h"
 #include "support/TestFiles.h"
@@ -26,7 +27,7 @@ class HttpRequestRig : public testing::Test {
       client.Send(answer);
       if (!close) client.AwaitClose();
     });
-    HttpRequest request(server.Host());
+    HttpRequest request(server.Host(), m_disk);
     request.Initialize(m_transfer);
     request.OnProgress([this](std::int16_t percentage) { m_progress.push_back(percentage); });
     EXPECT_EQ(request.requestData("svc=dld&did=1&fid=A&ffd=b.lsu", m_folder.Path(), "b.lsu"), "");
@@ -42,6 +43,7 @@ class HttpRequestRig : public testing::Test {
   }
 
   TemporaryFolder m_folder;
+  files::SystemDisk m_disk;
   net::CurlTransfer m_transfer{{}};
   std::vector<std::int16_t> m_progress;
   std::vector<std::string> m_requests;
@@ -60,7 +62,7 @@ TEST_F(HttpRequestRig, TheWholeRequestIsTheHeadersOfTheProtocolAndTheLength) {
     client.Send(Whole("status:OK"));
     client.AwaitClose();
   });
-  HttpRequest request(server.Host());
+  HttpRequest request(server.Host(), m_disk);
   request.Initialize(m_transfer);
   EXPECT_EQ(request.requestText("svc=gct&did=4B535401"), "status:OK");
   EXPECT_EQ(request.requestStatus(), 0);
@@ -102,7 +104,7 @@ TEST_F(HttpRequestRig, ATextOfExactlyOneChunkIsWhole) {
     client.Send(Whole(text));
     client.AwaitClose();
   });
-  HttpRequest request(server.Host());
+  HttpRequest request(server.Host(), m_disk);
   request.Initialize(m_transfer);
   EXPECT_EQ(request.requestText("svc=gct&did=1"), text);
   EXPECT_EQ(request.requestStatus(), 0);

@@ -67,7 +67,7 @@ class UpdateWindow : public MainFixture {
 
   ScriptedTransfer transfer;
   fs::path fonts = folder / "fonts";
-  app::FontUpdate fontUpdate{transfer, "fonts.example", fonts, gate};
+  app::FontUpdate fontUpdate{transfer, "fonts.example", fonts, disk, gate};
   std::vector<std::string> catalogue = {"Night"};
   std::string sound = SoundFileBytes(SomeSamples(100));
   QString title;
@@ -90,6 +90,16 @@ TEST_F(UpdateWindow, FetchesANewFontAndOpensItAtOnce) {
   EXPECT_EQ(Find<QListView>("BootFileList").model()->index(0, 0).data().toString(), "boot.lsu");
 }
 
+TEST_F(UpdateWindow, SaysThatAnotherUpdateIsAtWorkInTheFolder) {
+  Start("serial=4B535401");
+  const base::Disk::LockResult other = disk.TryLock(fonts / ".lock");
+  UpdateAndConfirm();
+  EXPECT_EQ(title, "Warning!");
+  EXPECT_EQ(element, "Another update is putting fonts into this folder. Wait until it is done and try again.");
+  EXPECT_TRUE(transfer.requests.empty());
+  EXPECT_TRUE(dialogs.asked.empty());
+}
+
 TEST_F(UpdateWindow, AsksBeforeANewFontReplacesAnUnsavedSet) {
   Start("serial=4B535401");
   window->OpenSet(CompleteSet());
@@ -106,13 +116,13 @@ TEST_F(UpdateWindow, AsksBeforeANewFontReplacesAnUnsavedSet) {
 
 TEST_F(UpdateWindow, OffersTheChoiceAmongSeveralNewFonts) {
   Start("serial=4B535401");
-  catalogue = {"Night", "Day & Dawn"};
+  catalogue = {"Night", "Day and Dawn"};
   dialogs.okAnswers = {true};
-  dialogs.filesToOpen = {Text(fonts / "Day & Dawn" / "Day & Dawn.lscfg")};
+  dialogs.filesToOpen = {Text(fonts / "Day and Dawn" / "Day and Dawn.lscfg")};
   UpdateAndConfirm();
-  EXPECT_EQ(dialogs.asked[0].question, "New fonts are on this computer: Night, Day & Dawn.\nOpen one of them now?");
+  EXPECT_EQ(dialogs.asked[0].question, "New fonts are on this computer: Night, Day and Dawn.\nOpen one of them now?");
   EXPECT_EQ(dialogs.lastStart, Text(fonts));
-  EXPECT_EQ(LabelText("SetLabel"), "Day & Dawn");
+  EXPECT_EQ(LabelText("SetLabel"), "Day and Dawn");
 }
 
 TEST_F(UpdateWindow, OffersNothingWhenNothingIsNewOrThePersonSaysNo) {

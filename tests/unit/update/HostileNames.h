@@ -22,6 +22,10 @@ inline std::vector<std::string> HostileNames() {
           "LPT1.lsu", "lpt0", "COM\xC2\xB9.lsu", "LPT\xC2\xB3", "CONIN$", "conout$.lsu",
           // Blanks and dots at the ends, which some systems drop.
           " x.lsu", "x.lsu ", ".x.lsu", "x.lsu.", ".lsu", "x.lsu..", " ", ". .",
+          // What Windows cannot store.
+          "?.lsu", "x?.lsu", "*.lsu", "x*y.lsu", "\"x\".lsu", "<x.lsu", "x>.lsu", "a|b.lsu", "What?",
+          // What a request cannot carry, whose values are not escaped.
+          "A&ffd=B", "A&fid=B.lsu", "&", "x&y.lsu", "a=b.lsu", "a+b.lsu", "100%.lsu", "%2e%2e%2fx.lsu", "a%20b",
           // Too long.
           std::string(201, 'x'), std::string(197, 'x') + ".lsu", std::string(100000, 'y')};
 }

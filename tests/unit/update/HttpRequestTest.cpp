@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "support/RecordingDisk.h"
 #include "support/ScriptedTransfer.h"
 #include "support/TestFiles.h"
 #include "unit/update/SmallDisk.h"
@@ -47,7 +48,8 @@ class HttpRequestTest : public testing::Test {
   ScriptedTransfer transfer;
   int turns = 0;
   std::function<void()> atTurn;
-  HttpRequest request{"fonts.example:8080", [this] {
+  support::RecordingDisk disk;
+  HttpRequest request{"fonts.example:8080", disk, [this] {
                         ++turns;
                         if (atTurn) atTurn();
                       }};
@@ -269,7 +271,7 @@ TEST_F(HttpRequestTest, ATextMayHave16MiBAndNotAByteMore) {
 }
 
 TEST_F(HttpRequestTest, WithoutAControlEveryRequestFails) {
-  HttpRequest unbound("fonts.example");
+  HttpRequest unbound("fonts.example", disk);
   EXPECT_EQ(unbound.requestText("q"), "");
   EXPECT_EQ(unbound.requestStatus(), 3);
 }
@@ -370,10 +372,76 @@ TEST_F(HttpRequestTest, AFileOfExactly64MiBIsTaken) {
   EXPECT_EQ(fs::file_size(folder / "a.lsu"), 67108864U);
 }
 
+TEST_F(HttpRequestTest, AFileGetsItsNameOnceItIsOnTheDisk) {
+  disk.onFlush = [&](const fs::path& path) {
+    EXPECT_EQ(path, folder / "tmp");
+    EXPECT_EQ(support::ReadBytes(folder / "tmp"), Body(20000));
+    EXPECT_FALSE(fs::exists(folder / "a.lsu"));
+    return std::make_error_code(std::errc::no_space_on_device);
+  };
+  Download(ScriptedTransfer::Whole(Body(20000)));
+  EXPECT_EQ(disk.flushed.size(), 1U);
+  EXPECT_EQ(request.requestStatus(), 3);
+  EXPECT_THAT(request.problem(), testing::EndsWith("tmp\" could not be written: No space left on device"));
+  EXPECT_FALSE(fs::exists(folder / "a.lsu"));
+}
+
+TEST_F(HttpRequestTest, NobodyElsesFileGetsTheName) {
+  // In the last turn of a download of three chunks: one before the request, one while it is answered, three for them.
+  struct Row {
+    const char* what;
+    std::function<void()> replace;
+  };
+  const Row table[] = {
+      {"shorter", [&] { support::WriteBytes(folder / "tmp", "another's"); }},
+      {"longer", [&] { support::WriteBytes(folder / "tmp", Body(20001)); }},
+      {"link", [&] { fs::create_symlink(folder / "mine", folder / "tmp"); }},
+      {"folder", [&] { fs::create_directories(folder / "tmp"); }},
+      {"none", [] {}},
+  };
+  support::WriteBytes(folder / "mine", Body(20000));
+  for (const Row& row : table) {
+    turns = 0;
+    atTurn = [&] {
+      if (turns != 5) return;
+      fs::remove(folder / "tmp");
+      row.replace();
+    };
+    Download(ScriptedTransfer::Whole(Body(20000)));
+    EXPECT_EQ(request.requestStatus(), 3) << row.what;
+    EXPECT_THAT(request.problem(), testing::EndsWith("tmp\" has become another file meanwhile")) << row.what;
+    EXPECT_FALSE(fs::exists(folder / "a.lsu")) << row.what;
+    fs::remove(folder / "tmp");
+  }
+}
+
+TEST_F(HttpRequestTest, ATextHasAMinuteAndAFileBringsSomethingInEach) {
+  transfer.answers.push_back(ScriptedTransfer::Whole("x"));
+  (void)request.requestText("q");
+  Download(ScriptedTransfer::Whole("x"));
+  transfer.answers.push_back(ScriptedTransfer::Whole("x"));
+  (void)request.requestText("q");
+  ASSERT_EQ(transfer.requests.size(), 3U);
+  EXPECT_EQ(transfer.requests[0].bytesAMinute, ScriptedTransfer::kAllOfIt);
+  EXPECT_EQ(transfer.requests[1].bytesAMinute, 65536);
+  EXPECT_EQ(transfer.requests[2].bytesAMinute, ScriptedTransfer::kAllOfIt);
+}
+
 #ifdef __linux__
+TEST_F(HttpRequestTest, ADiskThatRefusesTheLastBytesIsToldOf) {
+  // So few that they wait until the file is closed.
+  {
+    const support::SmallDisk small(10);
+    Download(ScriptedTransfer::Whole(Body(50)));
+  }
+  EXPECT_EQ(request.requestStatus(), 3);
+  EXPECT_THAT(request.problem(), HasSubstr("tmp\" could not be written: File too large"));
+  EXPECT_FALSE(fs::exists(folder / "a.lsu"));
+}
+
 TEST_F(HttpRequestTest, AFullDiskIsToldOf) {
   {
-    const support::SmallDisk disk(10000);
+    const support::SmallDisk small(10000);
     Download(ScriptedTransfer::Whole(Body(20000)));
   }
   EXPECT_EQ(request.requestStatus(), 3);

@@ -20,13 +20,12 @@ TEST(PlainNameTest, OrdinaryNamesArePlain) {
                                  "Night Watch",
                                  "boot.lsu",
                                  "BOOT.LSU",
-                                 "Font (2) & more!",
+                                 "Font (2) - more!",
                                  "a..b",
                                  "x.y.lsu",
                                  "-",
                                  "~",
                                  "'quoted'",
-                                 "100%",
                                  "Gr\xC3\xBC\xC3\x9F"
                                  "e.lsu",
                                  "\xE5\xA3\xB0.lsu",
@@ -45,9 +44,21 @@ TEST(PlainNameTest, OrdinaryNamesArePlain) {
                                  "a;b",
                                  "$HOME",
                                  "`x`",
-                                 "%2e%2e%2f"})
+                                 "a,b",
+                                 "[x]{y}",
+                                 "#1@home^2"})
     EXPECT_TRUE(IsPlainName(name)) << name;
   EXPECT_TRUE(IsPlainName(std::string(200, 'x')));
+}
+
+TEST(PlainNameTest, AFontMayNotBeCalledLikeTheFilesBesideTheFonts) {
+  for (const char* const name : {"tmp", "fnt", "descriptor", "TMP", "Descriptor"}) {
+    EXPECT_TRUE(IsPlainName(name)) << name;
+    EXPECT_FALSE(IsFontName(name)) << name;
+  }
+  for (const char* const name : {"tmp2", "fonts", "Ember"}) EXPECT_TRUE(IsFontName(name)) << name;
+  for (const std::string& name : support::HostileNames()) EXPECT_FALSE(IsFontName(name)) << name;
+  EXPECT_FALSE(IsFontName(""));
 }
 
 TEST(PlainNameTest, ANameIsShownInOneHarmlessLine) {

@@ -15,13 +15,14 @@ using support::ScriptedTransfer;
 using support::WriteBytes;
 using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 namespace fs = std::filesystem;
 using Outcome = UpdateManager::Outcome;
 
-constexpr const char* kDiskAdvice = "Make room on the disk or permit writing there and update again.";
+constexpr const char* kMoveAway = "is in the way. Move it away and update again.";
 
 class UpdateFailuresTest : public support::UpdateFixture {
  protected:
@@ -116,32 +117,61 @@ TEST_F(UpdateFailuresTest, FontsBeforeTheFailureStay) {
   EXPECT_EQ(Store().count("A/fnt"), 1U);
 }
 
-TEST_F(UpdateFailuresTest, AHostileFontNameIsRefusedBeforeAnythingIsWritten) {
+TEST_F(UpdateFailuresTest, AHostileFontNameIsLeftOutAndTheOthersAreFetched) {
   for (const std::string& name : support::HostileNames()) {
-    // A line break splits the name: its pieces are names of their own.
-    if (name.find("\r\n") != name.npos) continue;
-    Update({Text("\r\nGood\r\n" + name + "\r\nOther")});
-    EXPECT_EQ(view.warning, "Update failed! The server sent a font name that cannot be used: \"" + ShownName(name) +
-                                "\". Nothing of it was written. Please try again later.");
-    EXPECT_EQ(view.message, "");
-    EXPECT_THAT(Store(), IsEmpty()) << name;
-    EXPECT_EQ(transfer.requests.size(), 1U) << name;
+    fs::remove_all(fonts);
+    Update({Text("\r\nGood\r\n" + name + "\r\nOther"), Text("\r\na.lsu"), File("1"), Text("\r\nb.lsu"), File("2")});
+    EXPECT_EQ(view.warning, "");
+    EXPECT_EQ(view.message,
+              "Update finished. New fonts installed successfully. 1 font was left out, because not every computer can "
+              "store its names: \"" +
+                  ShownName(name) + "\". Ask whoever runs the update server to rename it.");
+    EXPECT_THAT(manager.installed(), ElementsAre("Good", "Other"));
+    EXPECT_EQ(Store().size(), 2 * 5U) << name << ": two folders of four files each";
+    EXPECT_THAT(transfer.Bodies(), testing::Each(testing::Not(HasSubstr("fid=" + name + "&"))))
+        << "it is not asked for";
+    for (const std::string& shown : view.log) EXPECT_EQ(shown.find_first_of("\r\n\x1B"), shown.npos) << shown;
   }
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()), 1) << "beside the fonts";
 }
 
-TEST_F(UpdateFailuresTest, AHostileFileNameIsRefusedBeforeAnythingIsWritten) {
-  int refused = 0;
+TEST_F(UpdateFailuresTest, AHostileFileNameLeavesItsFontOutBeforeAnythingOfItIsWritten) {
+  int left = 0;
   for (std::string name : support::HostileNames()) {
     if (!UpdateUtils::NamesSound(name)) name = "a.lsu/" + name;
-    Update({Text("\r\nA\r\nB"), Text("\r\nfirst.lsu\r\n" + name)});
-    EXPECT_EQ(view.warning, "Update failed! The server sent a sound file name that cannot be used: \"" +
-                                ShownName(name) + "\". Nothing of it was written. Please try again later.");
-    EXPECT_THAT(Store(), IsEmpty()) << name;
-    EXPECT_EQ(transfer.requests.size(), 2U) << "nothing is downloaded";
-    ++refused;
+    fs::remove_all(fonts);
+    Update({Text("\r\nA\r\nB"), Text("\r\nfirst.lsu\r\n" + name), Text("\r\nb.lsu"), File("2")});
+    EXPECT_EQ(view.warning, "");
+    EXPECT_THAT(view.message,
+                AllOf(StartsWith("Update finished. New fonts installed successfully. 1 font was left out"),
+                      HasSubstr("\"A\" with its sound file \"" + ShownName(name) + "\"")));
+    EXPECT_THAT(manager.installed(), ElementsAre("B"));
+    EXPECT_EQ(Store().count("A/"), 0U) << name;
+    EXPECT_EQ(Store().count("B/fnt"), 1U) << name;
+    ++left;
   }
-  EXPECT_GE(refused, 40);
+  EXPECT_GE(left, 60);
+}
+
+TEST_F(UpdateFailuresTest, OfManyFontsThatAreLeftOutThreeAreNamed) {
+  HaveFont("Good");
+  Update({Text("\r\na?\r\nb?\r\nGood\r\nc?\r\nd?\r\nfnt")});
+  EXPECT_EQ(
+      view.message,
+      "Update process finished. No updates available or required. 5 fonts were left out, because not every computer "
+      "can store their names: \"a?\", \"b?\", \"c?\" and 2 more. Ask whoever runs the update server to rename them.");
+  EXPECT_EQ(manager.outcome(), Outcome::Nothing);
+  // The next update tells of its own ones only.
+  Update({Text("\r\nGood\r\nx?")});
+  EXPECT_THAT(view.message, HasSubstr(" 1 font was left out, because not every computer can store its names: \"x?\"."));
+}
+
+TEST_F(UpdateFailuresTest, WithoutAnyFontThatCanBeStoredNothingIsSaidToBeInstalled) {
+  Update({Text("\r\nA\r\nb?"), Text("\r\nc?.lsu")});
+  EXPECT_EQ(manager.outcome(), Outcome::Nothing);
+  EXPECT_THAT(view.message, AllOf(StartsWith("Update process finished. No updates"),
+                                  HasSubstr(" 2 fonts were left out"), testing::Not(HasSubstr("installed"))));
+  EXPECT_THAT(Store(), IsEmpty());
 }
 
 TEST_F(UpdateFailuresTest, LinesThatNameNoSoundMayHoldAnything) {
@@ -153,18 +183,41 @@ TEST_F(UpdateFailuresTest, LinesThatNameNoSoundMayHoldAnything) {
 TEST_F(UpdateFailuresTest, WhatIsInTheWayIsNamed) {
   WriteBytes(fonts / "A", "mine");
   Update({Text("\r\nA\r\nB"), Text("\r\na.lsu")});
-  EXPECT_THAT(view.warning, AllOf(StartsWith("Update failed! The folder \""),
-                                  HasSubstr("A\" could not be made: a file"), HasSubstr(kDiskAdvice)));
+  EXPECT_EQ(view.warning,
+            "Update failed! The folder \"" + (fonts / "A").string() +
+                "\" could not be made: a file of that name is in the way. Move it away and update again.");
   EXPECT_EQ(ReadBytes(fonts / "A"), "mine");
 
   for (const char* const name : {"descriptor", "B.lscfg", "b.lsu", "fnt", "tmp"}) {
     fs::remove_all(fonts / "B");
     fs::create_directories(fonts / "B" / name / "full");
     UpdateInPart({Text("\r\nB\r\nC"), Text("\r\nb.lsu"), File("1")});
-    EXPECT_THAT(view.warning, AllOf(HasSubstr(std::string(name) + "\" could not be "), HasSubstr(kDiskAdvice))) << name;
+    EXPECT_THAT(view.warning, AllOf(HasSubstr(std::string(name) + "\" could not be "), EndsWith(kMoveAway))) << name;
     EXPECT_FALSE(fs::is_regular_file(fonts / "B" / "fnt")) << name;
     EXPECT_EQ(manager.outcome(), Outcome::Failed);
   }
+}
+
+TEST_F(UpdateFailuresTest, WhatIsInTheWayOfTheFontsFolderIsNamed) {
+  // It leads nowhere.
+  fs::remove(fonts);
+  fs::create_symlink(folder / "nowhere", fonts);
+  Update({});
+  EXPECT_EQ(view.warning,
+            "Update failed! The folder \"" + fonts.string() +
+                "\" could not be made: a link of that name is in the way. Move it away and update again.");
+  fs::remove(fonts);
+  fs::create_directories(fonts / ".lock");
+  disk.lockError = std::make_error_code(std::errc::is_a_directory);
+  Update({});
+  EXPECT_EQ(view.warning,
+            "Update failed! \"" + (fonts / ".lock").string() +
+                "\" could not be locked: a folder of that name is in the way. Move it away and update again.");
+  fs::remove_all(fonts);
+  disk.lockError = std::make_error_code(std::errc::permission_denied);
+  Update({});
+  EXPECT_EQ(view.warning, "Update failed! \"" + (fonts / ".lock").string() +
+                              "\" could not be locked: Permission denied. Permit writing there and update again.");
 }
 
 TEST_F(UpdateFailuresTest, NothingLeavesTheFontsOwnFolderThroughLinks) {
@@ -172,7 +225,8 @@ TEST_F(UpdateFailuresTest, NothingLeavesTheFontsOwnFolderThroughLinks) {
   fs::create_directories(elsewhere);
   fs::create_directory_symlink(elsewhere, fonts / "A");
   Update({Text("\r\nA\r\nB"), Text("\r\na.lsu")});
-  EXPECT_THAT(view.warning, HasSubstr("A\" is a link to another place, into which nothing is written"));
+  EXPECT_THAT(view.warning, EndsWith("A\" is a link to another place, into which nothing is written. Move it away and "
+                                     "update again."));
   EXPECT_TRUE(fs::is_empty(elsewhere));
 
   fs::create_directories(fonts / "B");
@@ -198,7 +252,7 @@ TEST_F(UpdateFailuresTest, AFontsFolderThatBecomesALinkMeanwhileGetsNothing) {
     };
     UpdateInPart({Text("\r\nA\r\nB"), Text("\r\na.lsu\r\nb.lsu"), File("1"), File("2")});
     EXPECT_FALSE(once) << last;
-    EXPECT_THAT(view.warning, AllOf(StartsWith("Update failed! \""), HasSubstr("A\" "), HasSubstr(kDiskAdvice)));
+    EXPECT_THAT(view.warning, AllOf(StartsWith("Update failed! \""), HasSubstr("A\" "), EndsWith("pdate again.")));
     EXPECT_EQ(manager.outcome(), Outcome::Failed) << last;
     EXPECT_TRUE(fs::is_empty(elsewhere)) << last;
     fs::remove(fonts / "A");
@@ -235,10 +289,10 @@ TEST_F(UpdateFailuresTest, AnEndlessCatalogueOfNothingIsRefusedAtOnce) {
 TEST_F(UpdateFailuresTest, ADiskThatTakesNoMoreIsToldOf) {
   const std::string sound(20000, 's');
   {
-    const support::SmallDisk disk(10000);
+    const support::SmallDisk small(10000);
     Update({Text("\r\nA\r\nB"), Text("\r\na.lsu"), File(sound)});
   }
-  EXPECT_THAT(view.warning, AllOf(HasSubstr("tmp\" could not be written: File too large"), HasSubstr(kDiskAdvice)));
+  EXPECT_THAT(view.warning, EndsWith("tmp\" could not be written: File too large. Check that disk and update again."));
   EXPECT_EQ(Store().count("A/a.lsu"), 0U);
   EXPECT_EQ(Store().count("A/fnt"), 0U);
   // With room it goes on, and nothing of the failure is left.
@@ -247,7 +301,7 @@ TEST_F(UpdateFailuresTest, ADiskThatTakesNoMoreIsToldOf) {
   EXPECT_EQ(Store().count("A/tmp"), 0U);
 
   {
-    const support::SmallDisk disk(100);
+    const support::SmallDisk small(100);
     Update({Text("\r\nB\r\nC"), Text("\r\n" + std::string(200, 'x'))});
   }
   EXPECT_THAT(view.warning, AllOf(HasSubstr("descriptor\" could not be written: File too large")));
@@ -258,13 +312,11 @@ TEST(UpdatePlaceTest, AFolderThatTakesNothingIsToldOf) {
   // No one may make folders there, not even the administrator.
   ScriptedTransfer transfer;
   support::RecordingUpdateView view;
-  UpdateManager manager("fonts.example", "/proc/fonts");
+  support::RecordingDisk disk;
+  UpdateManager manager("fonts.example", "/proc/fonts", disk);
   manager.Initialize(view, transfer);
-  transfer.answers = {ScriptedTransfer::Whole("status:OK\r\nclientv:1\r\nA\r\nB"),
-                      ScriptedTransfer::Whole("status:OK\r\nclientv:1\r\na.lsu")};
   manager.startUpdate();
-  EXPECT_THAT(view.warning,
-              AllOf(HasSubstr("The folder \"/proc/fonts/A\" could not be made: "), HasSubstr(kDiskAdvice)));
+  EXPECT_THAT(view.warning, HasSubstr("The folder \"/proc/fonts\" could not be made: "));
 }
 #endif
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "support/RecordingDisk.h"
 #include "support/RecordingUpdateView.h"
 #include "support/ScriptedTransfer.h"
 #include "support/TestFiles.h"
@@ -68,7 +69,8 @@ class UpdateFixture : public testing::Test {
   ScriptedTransfer transfer;
   RecordingUpdateView view;
   std::function<void()> atTurn;
-  update::UpdateManager manager{"fonts.example", fonts, [this] {
+  RecordingDisk disk;
+  update::UpdateManager manager{"fonts.example", fonts, disk, [this] {
                                   if (atTurn) atTurn();
                                 }};
 };

@@ -175,7 +175,7 @@ TEST_F(UpdateManagerTest, AFontThatTheCatalogueNamesTwiceIsFetchedOnce) {
 }
 
 TEST_F(UpdateManagerTest, WithoutADialogNothingHappens) {
-  UpdateManager bare("fonts.example", folder / "other");
+  UpdateManager bare("fonts.example", folder / "other", disk);
   bare.startUpdate();
   bare.cancel();
   EXPECT_EQ(bare.outcome(), Outcome::None);

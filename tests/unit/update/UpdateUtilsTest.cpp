@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/PathText.h"
+#include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::update {
@@ -22,7 +23,8 @@ class UpdateUtilsTest : public testing::Test {
  protected:
   support::TemporaryFolder folder;
   fs::path fonts = folder / "fonts";
-  UpdateUtils utils{fonts};
+  support::RecordingDisk disk;
+  UpdateUtils utils{fonts, disk};
 };
 
 TEST_F(UpdateUtilsTest, MakesTheFontsFolderAndLeavesTheWorkingFolderAlone) {
@@ -31,7 +33,7 @@ TEST_F(UpdateUtilsTest, MakesTheFontsFolderAndLeavesTheWorkingFolderAlone) {
   utils.Initialize();
   EXPECT_THAT(utils.Fonts(), ElementsAre());
   WriteBytes(fonts / "kept", "");
-  const UpdateUtils again(fonts);
+  const UpdateUtils again(fonts, disk);
   EXPECT_TRUE(fs::exists(fonts / "kept"));
 }
 
@@ -219,7 +221,8 @@ TEST_F(UpdateUtilsTest, LiesInTheFirstFolderThatCanBeWritten) {
   fs::remove(data / "fonts");
   WriteBytes(data / "fonts", "");
   EXPECT_EQ(UpdateUtils::PlaceIn(both), data / "fonts");
-  EXPECT_THAT(UpdateUtils(data / "fonts").CreateFont(""), HasSubstr("fonts\" could not be made: a file of that name"));
+  EXPECT_THAT(UpdateUtils(data / "fonts", disk).CreateFont(""),
+              HasSubstr("fonts\" could not be made: a file of that name"));
 }
 
 TEST_F(UpdateUtilsTest, AFolderThatCannotEvenBeLookedAtIsPassedOver) {
@@ -230,7 +233,7 @@ TEST_F(UpdateUtilsTest, AFolderThatCannotEvenBeLookedAtIsPassedOver) {
   for (const fs::path& program : {folder / "program", folder / "loop" / "program"}) {
     const fs::path both[] = {program, data};
     EXPECT_EQ(UpdateUtils::PlaceIn(both), data / "fonts") << program;
-    EXPECT_THAT(UpdateUtils(program / "fonts").CreateFont("A"), HasSubstr("A\" could not be made: ")) << program;
+    EXPECT_THAT(UpdateUtils(program / "fonts", disk).CreateFont("A"), HasSubstr("A\" could not be made: ")) << program;
   }
 }
 

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "support/TestFiles.h"
+#include "unit/update/HostileNames.h"
+#include "update/UpdateUtils.h"
 
 namespace kestrin::support {
 namespace {
@@ -41,8 +43,8 @@ constexpr const char* kRefused = "status:REFUSED\r\nclientv:1";
 
 TEST_F(FontAnswersTest, TheCatalogueNamesTheFontsInOrder) {
   AddFont("Zeta");
-  AddFont("Alpha & Co = fine");
-  EXPECT_EQ(Text("svc=gct&did=4B535401"), "status:OK\r\nclientv:1\r\nAlpha & Co = fine\r\nZeta");
+  AddFont("Alpha (fine)");
+  EXPECT_EQ(Text("svc=gct&did=4B535401"), "status:OK\r\nclientv:1\r\nAlpha (fine)\r\nZeta");
 }
 
 TEST_F(FontAnswersTest, ASingleFontIsFollowedByAnEmptyLineAndNothingIsOfNoFont) {
@@ -65,11 +67,11 @@ TEST_F(FontAnswersTest, LinesMayEndInEitherWay) {
 }
 
 TEST_F(FontAnswersTest, ASoundOfTheFontIsSent) {
-  AddFont("A&B");
-  const FontAnswers::Answer answer = Answers().Download("svc=dld&did=1&fid=A&B&ffd=blade on.lsu");
+  AddFont("A and B");
+  const FontAnswers::Answer answer = Answers().Download("svc=dld&did=1&fid=A and B&ffd=blade on.lsu");
   EXPECT_EQ(answer.status, 200);
   ASSERT_TRUE(answer.file);
-  EXPECT_EQ(ReadBytes(*answer.file), "sound of A&B");
+  EXPECT_EQ(ReadBytes(*answer.file), "sound of A and B");
 }
 
 TEST_F(FontAnswersTest, NothingElseIsSent) {
@@ -138,11 +140,65 @@ TEST_F(FontAnswersTest, TheOnlyConfigurationFileMayHaveAnyName) {
   EXPECT_EQ(ProblemOf("Alpha"), "");
 }
 
-TEST_F(FontAnswersTest, NamesThatNotEveryComputerTakesAreLeftOut) {
-  AddFont("dot.");
-  AddFont("Alpha", ".lsu");
-  EXPECT_THAT(ProblemOf("dot."), HasSubstr("Rename it"));
-  EXPECT_THAT(ProblemOf("Alpha"), HasSubstr("Rename it"));
+/// Whether a file or folder of this name can be made here, and a line can hold it.
+bool CanBeStoredHere(const std::string& name) {
+  constexpr std::size_t kLongestHere = 240;
+  return name.find_first_of(std::string_view("/\0\r\n\\", 5)) == name.npos && name.size() <= kLongestHere &&
+         name.find_first_not_of('.') != name.npos;
+}
+
+TEST_F(FontAnswersTest, FontsOfNamesThatClientsRefuseAreLeftOut) {
+  AddFont("Fine");
+  int made = 0;
+  for (const std::string& name : HostileNames()) {
+    if (!CanBeStoredHere(name)) continue;
+    AddFont(name);
+    EXPECT_THAT(ProblemOf(name), HasSubstr("Rename it")) << name;
+    EXPECT_EQ(Text("svc=fqr&did=1&fid=" + name), kRefused) << name;
+    ++made;
+  }
+  EXPECT_GT(made, 40);
+  EXPECT_EQ(Text("svc=gct&did=1"), "status:OK\r\nclientv:1\r\nFine\r\n");
+}
+
+TEST_F(FontAnswersTest, FontsWithSoundsOfNamesThatClientsRefuseAreLeftOut) {
+  int made = 0;
+  for (const std::string& name : HostileNames()) {
+    if (!CanBeStoredHere(name) || !update::UpdateUtils::NamesSound(name)) continue;
+    AddFont("Alpha", name);
+    EXPECT_THAT(ProblemOf("Alpha"), HasSubstr("Rename it")) << name;
+    fs::remove_all(m_fonts / "Alpha");
+    ++made;
+  }
+  EXPECT_GT(made, 25);
+}
+
+TEST_F(FontAnswersTest, OfNamesThatDifferInTheCaseOfLettersOnlyOneIsOffered) {
+  AddFont("EMBER");
+  AddFont("Ember");
+  EXPECT_EQ(ProblemOf("EMBER"), "");
+  EXPECT_THAT(ProblemOf("Ember"), HasSubstr("Rename one of them."));
+  EXPECT_EQ(Text("svc=gct&did=1"), "status:OK\r\nclientv:1\r\nEMBER\r\n");
+  EXPECT_EQ(Text("svc=fqr&did=1&fid=Ember"), kRefused);
+  EXPECT_EQ(Answers().Download("svc=dld&did=1&fid=Ember&ffd=blade on.lsu").status, 404);
+  // Without the other one it is offered.
+  fs::remove(m_fonts / "EMBER" / "EMBER.lscfg");
+  EXPECT_EQ(ProblemOf("Ember"), "");
+  EXPECT_EQ(Answers().Download("svc=dld&did=1&fid=Ember&ffd=blade on.lsu").status, 200);
+
+  AddFont("Twins", "a.lsu");
+  WriteBytes(m_fonts / "Twins" / "A.lsu", "another");
+  WriteBytes(m_fonts / "Twins" / "Twins.lscfg", "BOOT\na.lsu\n 70\nPWRON\nA.lsu\n 70");
+  EXPECT_THAT(ProblemOf("Twins"), HasSubstr("A.lsu differs from another name in the case of its letters only"));
+  // The same file twice is no twin.
+  WriteBytes(m_fonts / "Twins" / "Twins.lscfg", "BOOT\na.lsu\n 70\nPWRON\na.lsu\n 70");
+  EXPECT_EQ(ProblemOf("Twins"), "");
+}
+
+TEST_F(FontAnswersTest, AConfigurationThatIsLongerThanAnyAnswerIsNotEvenRead) {
+  AddFont("Long");
+  fs::resize_file(m_fonts / "Long" / "Long.lscfg", std::uintmax_t{16} * 1024 * 1024);
+  EXPECT_EQ(ProblemOf("Long"), "Long.lscfg is too long for any client. Save the set again.");
 }
 
 TEST_F(FontAnswersTest, ASoundThatClientsRefuseForItsSizeIsLeftOut) {
