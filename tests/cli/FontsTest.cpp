@@ -12,7 +12,7 @@
 #include <future>
 #include <thread>
 
-#include "KestrinctlTest.h"
+#include "FontsFixture.h"
 #include "SoundSet.h"
 #include "rig/net/ScriptedServer.h"
 
@@ -28,74 +28,22 @@ using testing::Not;
 constexpr const char* kUpdated = "Update finished. New fonts installed successfully.";
 constexpr const char* kNothing = "Update process finished. No updates available or required.";
 
-/// The names and contents of the files in a folder and below it.
-std::vector<std::pair<std::string, std::string>> Tree(const fs::path& folder) {
-  std::vector<std::pair<std::string, std::string>> files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder))
-    if (entry.is_regular_file()) files.emplace_back(entry.path().lexically_relative(folder), ReadBytes(entry.path()));
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
-class FontsTest : public KestrinctlTest {
- protected:
-  FontsTest() {
-    fs::create_directories(m_offered);
-    fs::create_directories(m_program);
-  }
-
-  /// `fonts serve`, with its address read.
-  struct Server {
-    std::unique_ptr<ChildProcess> process;
-    std::string address;
-  };
-  [[nodiscard]] Server Serve(const Arguments& options = {}) const {
-    Arguments arguments{"fonts", "serve", m_offered.string()};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    Server server{Start(arguments), ""};
-    server.address = server.process->WaitForLine();
-    return server;
-  }
-  /// Ends the server as a person does. What it said.
-  static Finished Stop(const Server& server) {
-    server.process->Signal(SIGINT);
-    return server.process->Wait();
-  }
-
-  [[nodiscard]] Arguments Update(const std::string& server) const {
-    return {"--board", "sim:serial=4B535499", "--program-folder", m_program.string(), "fonts", "update", "--server",
-            server};
-  }
-  /// A font of two sounds that nobody looks into.
-  void OfferFont(const std::string& name) const {
-    fs::create_directories(m_offered / name);
-    WriteBytes(m_offered / name / "one.lsu", std::string(20000, '1'));
-    WriteBytes(m_offered / name / "two.lsu", std::string(30000, '2'));
-    WriteBytes(m_offered / name / (name + ".lscfg"), "BOOT\r\n/x/one.lsu\r\n 70\r\nPWRON\r\n/x/two.lsu\r\n 70\r\n");
-  }
-  [[nodiscard]] Json Listed() const {
-    return RunJson(0, {"--program-folder", m_program.string(), "fonts", "list"})["fonts"];
-  }
-
-  fs::path m_offered = m_folder / "offered fonts";
-  fs::path m_program = m_folder / "program";
-  fs::path m_store = m_program / "fonts";
-};
+class FontsTest : public FontsFixture {};
 
 TEST_F(FontsTest, AnUpdateFetchesWhatIsOfferedAndTheNextOneNothing) {
   fs::create_directories(m_offered / "Ember");
   const SoundSet set = WriteSoundSet(m_offered / "Ember");
-  OfferFont("Zinc & Co");
+  OfferFont("Zinc and Co");
   const Server server = Serve();
   EXPECT_THAT(server.address, testing::StartsWith("127.0.0.1:"));
   Json result = RunJson(0, Update(server.address));
   EXPECT_THAT(Keys(result), ElementsAre("outcome", "message", "installed"));
   EXPECT_EQ(result["outcome"], "updated");
   EXPECT_EQ(result["message"], kUpdated);
-  EXPECT_EQ(result["installed"], Json::array({"Ember", "Zinc & Co"}));
+  EXPECT_EQ(result["installed"], Json::array({"Ember", "Zinc and Co"}));
   for (const SoundSet::Sound& sound : set.sounds)
     EXPECT_EQ(ReadBytes(m_store / "Ember" / sound.path.filename()), ReadBytes(sound.path)) << sound.path;
-  EXPECT_EQ(ReadBytes(m_store / "Zinc & Co" / "descriptor"), "BOOT\r\none.lsu\r\n 70\r\nPWRON\r\ntwo.lsu\r\n 70\r\n");
+  EXPECT_EQ(ReadBytes(m_store / "Zinc and Co" / "descriptor"), "BOOT\r\none.lsu\r\n 70\r\nPWRON\r\ntwo.lsu\r\n 70\r\n");
 
   result = RunJson(0, Update(server.address));
   EXPECT_EQ(result["outcome"], "nothing");
@@ -228,6 +176,53 @@ TEST_F(FontsTest, TheServerIsToldTheBoardsSerialNumber) {
             "Update failed! The server refused the request. Please try again later.");
   ASSERT_EQ(server.Requests().size(), 1U);
   EXPECT_THAT(server.Requests()[0], testing::EndsWith("\r\n\r\nsvc=gct&did=4B535499"));
+}
+
+TEST_F(FontsTest, AListMakesNothing) {
+  EXPECT_EQ(Listed(), Json::array());
+  EXPECT_TRUE(fs::is_empty(m_program));
+  // Without a folder that is named there are two places, one of which is the person's own.
+  EXPECT_EQ(RunJson(0, {"fonts", "list"})["fonts"], Json::array());
+  EXPECT_FALSE(fs::exists(m_data));
+  fs::create_directories(m_data / "kestrin" / "fonts" / "Mine");
+  const Json mine = Json::parse(R"([{"name":"Mine","complete":false,"files":[]}])");
+  EXPECT_EQ(RunJson(0, {"fonts", "list"})["fonts"], mine);
+  EXPECT_TRUE(fs::is_empty(m_data / "kestrin" / "fonts" / "Mine"));
+}
+
+TEST_F(FontsTest, AnLedDriverGetsNoFonts) {
+  OfferFont("Only");
+  ScriptedServer server([](ScriptedServer::Connection& client) { client.AwaitClose(); });
+  Arguments update = Update(server.Host());
+  update[1] = "sim:id=1000";
+  EXPECT_THAT(RunJson(1, update)["error"], HasSubstr("This board is an LED driver"));
+  EXPECT_THAT(server.Requests(), IsEmpty());
+  EXPECT_TRUE(fs::is_empty(m_program)) << "nor is a folder made for them";
+}
+
+TEST_F(FontsTest, ANameThatNoComputerCanStoreLeavesOneFontOut) {
+  OfferFont("Only");
+  OfferFont("A&ffd=B");
+  OfferFont("What?");
+  const Server server = Serve({"--quiet"});
+  EXPECT_EQ(RunJson(0, Update(server.address))["installed"], Json::array({"Only"}));
+  const Finished stopped = Stop(server);
+  EXPECT_THAT(stopped.errors, HasSubstr("kestrinctl: left out: A&ffd=B: this is no name that every computer takes."));
+  EXPECT_THAT(stopped.errors, HasSubstr("kestrinctl: left out: What?: "));
+  EXPECT_EQ(stopped.out, server.address + "\n");
+
+  std::atomic<int> requests{0};
+  // A server that does not look so closely.
+  ScriptedServer other([&](ScriptedServer::Connection& client) {
+    const std::string answers[] = {"status:OK\r\nclientv:1\r\nOnly\r\nWhat?\r\nNew", "status:OK\r\nclientv:1\r\nBOOT"};
+    const std::string& body = answers[requests++];
+    client.Send("HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
+    client.AwaitClose();
+  });
+  const Json result = RunJson(0, Update(other.Host()));
+  EXPECT_EQ(result["installed"], Json::array({"New"}));
+  EXPECT_THAT(result["message"],
+              HasSubstr("1 font was left out, because not every computer can store its names: \"What?\""));
 }
 
 TEST_F(FontsTest, WithoutABoardNothingIsAsked) {
