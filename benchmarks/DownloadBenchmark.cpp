@@ -79,6 +79,7 @@ class NoSessionView final : public device::SessionView {
   bool InitLedDrivers() override { return true; }
   void ShowMessage(const std::string&) override {}
   bool AskWorkOffline(const std::string&, const std::string&) override { return true; }
+  bool WaitForBoard(const std::string&) override { return true; }
   void StartGoOnlineTimer(std::int32_t) override {}
   void StopGoOnlineTimer() override {}
 };

@@ -153,6 +153,9 @@ void Main::MakeConfigControl() {
       return std::nullopt;
     return Control::Board{*board, m_session.SerialNumber(), m_session.DeviceRevision(), m_session.IsIdentified()};
   };
+  // Ahead of the control: what the board did not tell of itself at first is asked again before anything is sent.
+  connect(m_configFrame, &motion::ui::ConfigFrame::sendRequested, this,
+          [run = Runner(), this] { run([this] { static_cast<void>(m_session.EnsureIdentified()); }); });
   m_configControl = new Control(*m_configFrame, {m_around.dialogs, m_around.kept, lookup, Runner()});
   m_configControl->setParent(m_configFrame);
   connect(m_configControl, &Control::news, m_helpLine, &HelpLine::ShowNews);
@@ -302,6 +305,12 @@ bool Main::AskWorkOffline(const std::string& question, const std::string& advice
                                       Dialogs::Harmless::Both, HelpContext::NoBoardQuestion);
 }
 
+bool Main::WaitForBoard(const std::string&) {
+  // Half a minute of waiting would be half a minute in which nothing can be done here.
+  m_helpLine->ShowNews(tr("The board is still busy. It comes online by itself when it is done."));
+  return false;
+}
+
 void Main::StartGoOnlineTimer(std::int32_t milliseconds) { m_goOnlineTimer.start(milliseconds); }
 
 void Main::StopGoOnlineTimer() { m_goOnlineTimer.stop(); }
@@ -371,7 +380,9 @@ void Main::Send() {
   SetRunning(true);
   m_around.sleep.Block("Sounds are being written into the board.");
   const std::int32_t flash = device::FlashSize(m_session.MemoryCapacity());
-  m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash, m_session.IsIdentified()}));
+  const bool identified = m_session.EnsureIdentified();
+  m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash, identified}));
+  if (m_download->LeftErasing()) m_session.LetBoardFinish();
   m_around.sleep.Unblock();
   SetRunning(false);
 }
@@ -414,6 +425,8 @@ QString Main::WhyNoBoard() const {
   if (m_session.NumberOfBoards() == 0) return tr("No sound board is connected.");
   if (m_session.DeviceType() == device::DeviceType::LedDriver)
     return tr("The board is an LED driver: it has neither sounds nor an acceleration sensor.");
+  if (m_session.IsFinishing())
+    return tr("The board is still erasing its memory. It comes back by itself, please wait.");
   return tr("The board does not answer. Unplug it and plug it in again.");
 }
 

@@ -96,6 +96,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   [[nodiscard]] bool InitLedDrivers() override;
   void ShowMessage(const std::string& text) override;
   [[nodiscard]] bool AskWorkOffline(const std::string& question, const std::string& advice) override;
+  [[nodiscard]] bool WaitForBoard(const std::string& text) override;
   void StartGoOnlineTimer(std::int32_t milliseconds) override;
   void StopGoOnlineTimer() override;
 

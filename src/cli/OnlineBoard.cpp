@@ -18,8 +18,14 @@ std::unique_ptr<device::THIDagent> AgentOf(Context& context, base::Clock& clock)
 
 }  // namespace
 
-OnlineBoard::OnlineBoard(Context& context) : m_agent(AgentOf(context, m_clock)), m_session(*m_agent, m_view) {
-  if (m_session.SearchAtStartUp() == device::DeviceSession::StartUp::Online) return;
+OnlineBoard::OnlineBoard(Context& context)
+    : m_progress(context.options, m_clock),
+      m_agent(AgentOf(context, m_clock)),
+      m_view(m_progress),
+      m_session(*m_agent, m_view) {
+  const bool online = m_session.SearchAtStartUp() == device::DeviceSession::StartUp::Online;
+  m_progress.End();
+  if (online) return;
   // A board that may not be opened is there: another failure, with a way out of its own.
   if (!m_view.accessProblem.empty()) throw CommandFailure(ExitCode::Failed, m_view.accessProblem);
   throw CommandFailure(
@@ -36,7 +42,16 @@ OnlineBoard::~OnlineBoard() {
   }
 }
 
+void OnlineBoard::RequireIdentity() const {
+  if (!m_session.KnowsId()) throw CommandFailure(ExitCode::Failed, m_session.WhyNotIdentified());
+}
+
+void OnlineBoard::RequireIdentified() const {
+  if (!m_session.IsIdentified()) throw CommandFailure(ExitCode::Failed, m_session.WhyNotIdentified());
+}
+
 void OnlineBoard::RequireSoundBoard() const {
+  RequireIdentity();
   if (m_session.DeviceType() != device::DeviceType::SoundBoard)
     throw CommandFailure(
         ExitCode::Failed,
@@ -45,6 +60,7 @@ void OnlineBoard::RequireSoundBoard() const {
 }
 
 void OnlineBoard::RequireLedDriver() const {
+  RequireIdentity();
   if (m_session.DeviceType() != device::DeviceType::LedDriver)
     throw CommandFailure(ExitCode::Failed,
                          "This board is a sound board: it has no LEDs to set up. Choose an LED driver with --board.");

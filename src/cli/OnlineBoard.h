@@ -5,6 +5,7 @@
 
 #include "base/Clock.h"
 #include "cli/Command.h"
+#include "cli/ProgressLine.h"
 #include "device/DeviceSession.h"
 
 namespace kestrin::cli {
@@ -24,15 +25,25 @@ class OnlineBoard {
   [[nodiscard]] const std::string& SerialLabel() const { return m_view.serialLabel; }
   /// Whether the board told its serial number.
   [[nodiscard]] bool Answered() const { return m_session.SerialNumber() != device::TLS::kNoSerialNumber; }
-  /// Throws CommandFailure when the board is an LED driver.
+  /// Throws CommandFailure when the board did not say what it is.
+  void RequireIdentity() const;
+  /// Throws CommandFailure when the board did not say what it is, or is an LED driver.
   void RequireSoundBoard() const;
-  /// Throws CommandFailure when the board is a sound board.
+  /// Throws CommandFailure when the board did not say what it is, or is a sound board.
   void RequireLedDriver() const;
+  /// Asks for the serial number again when it is missing. Whether the board has said what it is and which one.
+  [[nodiscard]] bool EnsureIdentified() { return m_session.EnsureIdentified(); }
+  /// Throws CommandFailure when the board has not said what it is and which one: then nothing is written to it. Asks
+  /// for nothing.
+  void RequireIdentified() const;
 
  private:
   /// The command line's session: it goes on with a board or not at all.
   class View final : public device::SessionView {
    public:
+    /// `progress` must outlive the view.
+    explicit View(ProgressLine& progress) : m_progress(progress) {}
+
     void ShowOnline(bool) override {}
     /// What the label said last is remembered until the end.
     void ShowSerialLabel(const std::string& text) override { serialLabel = text; }
@@ -47,14 +58,22 @@ class OnlineBoard {
       accessProblem = advice;
       return false;
     }
+    [[nodiscard]] bool WaitForBoard(const std::string& text) override {
+      m_progress.Phase(text);
+      return true;
+    }
     void StartGoOnlineTimer(std::int32_t) override {}
     void StopGoOnlineTimer() override {}
 
     std::string serialLabel;
     std::string accessProblem;
+
+   private:
+    ProgressLine& m_progress;
   };
 
   base::SystemClock m_clock;
+  ProgressLine m_progress;
   std::unique_ptr<device::THIDagent> m_agent;
   View m_view;
   device::DeviceSession m_session;

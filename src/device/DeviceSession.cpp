@@ -1,6 +1,7 @@
 #include "device/DeviceSession.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace kestrin::device {
 
@@ -11,6 +12,21 @@ constexpr const char* kNoConnection =
     " Press OK to work offline or Cancel to exit the application";
 constexpr const char* kInvalidCatalogue =
     "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !";
+constexpr const char* kStillBusy = "The board is still busy, please wait ...";
+
+/// What the answer of an erase looks like to who has asked for the identity, and the first half of the serial number.
+constexpr std::int32_t kLateAcknowledgement = 0x0A0A;
+constexpr const char* kLateAcknowledgementDigits = "0A0A";
+
+/// More answers than any system queues for one reader. A board that never stops talking must not keep anybody waiting.
+constexpr int kMostLateAnswers = 256;
+
+/// An answer as the serial number shows it.
+std::string DigitsOf(std::int32_t answer) {
+  char text[5];
+  std::snprintf(text, sizeof text, "%04X", static_cast<unsigned>(answer & 0xFFFF));
+  return text;
+}
 
 }  // namespace
 
@@ -49,8 +65,13 @@ void DeviceSession::GoOnline() {
 
   m_deviceType = device::DeviceType::Unknown;
   m_deviceRevision = 0;
-  m_id = board->GetID();
-  const bool knowsId = board->HasAnswered();
+  m_serialNumber = TLS::kNoSerialNumber;
+  if (!AskIdentity(*board)) {
+    m_deviceType = device::DeviceType::SoundBoard;
+    GoOffline();
+    return;
+  }
+  m_finishingBoard = 0;
   const BoardIdentity identity = Identify(m_id);
   if (identity.memoryCapacity) {
     m_memoryCapacity = *identity.memoryCapacity;
@@ -58,8 +79,7 @@ void DeviceSession::GoOnline() {
   }
   m_deviceType = identity.type;
   m_deviceRevision = identity.revision;
-  m_serialNumber = board->GetSN();
-  m_identified = knowsId && m_serialNumber != TLS::kNoSerialNumber && m_serialNumber.size() == TLS::kSerialDigits;
+  if (m_knowsId) m_serialNumber = AskSerialNumber(*board);
   m_view.ShowSerialLabel(std::string(identity.caption) + m_serialNumber);
 
   if (m_deviceType == device::DeviceType::SoundBoard) {
@@ -78,6 +98,64 @@ void DeviceSession::GoOnline() {
   m_view.EnableBoardButtons(false);
 }
 
+bool DeviceSession::AskIdentity(TLS& board) {
+  m_id = board.GetID();
+  // A question that did not get through can be asked again at once.
+  if (!board.HasAnswered() && !board.OwesAnswer()) m_id = board.GetID();
+  m_knowsId = board.HasAnswered();
+  const bool owes = board.OwesAnswer();
+  if (!m_knowsId && !m_view.WaitForBoard(kStillBusy)) {
+    m_unsettledBoard = board.ClassDebugID();
+    return false;
+  }
+  if (owes || (m_knowsId && m_id == kLateAcknowledgement)) {
+    // While it keeps silent the next answer would be as doubtful as the first: it is not asked again then.
+    const bool settled = LetLateAnswersPass(board, m_knowsId);
+    m_id = settled ? board.GetID() : 0;
+    m_knowsId = settled && board.HasAnswered();
+  }
+  return true;
+}
+
+std::string DeviceSession::AskSerialNumber(TLS& board) const {
+  std::string serial = board.GetSN();
+  // One that begins like the answer to another question may be that answer, with its own moved up by one.
+  if (!serial.starts_with(kLateAcknowledgementDigits) && !serial.starts_with(DigitsOf(m_id))) return serial;
+  if (board.GetSN() == serial) return serial;
+  static_cast<void>(LetLateAnswersPass(board, true));
+  return board.GetSN();
+}
+
+bool DeviceSession::LetLateAnswersPass(TLS& board, bool heard) {
+  int answers = 0;
+  for (int vain = heard ? 1 : kPatience; vain > 0;) {
+    if (!board.ReadInputRptB()) {
+      --vain;
+    } else if (++answers < kMostLateAnswers) {
+      vain = 1;
+    } else {
+      return false;
+    }
+  }
+  return heard || answers > 0;
+}
+
+bool DeviceSession::EnsureIdentified() {
+  TLS* const board = Board();
+  if (board == nullptr || !m_online) return false;
+  if (!m_knowsId || IsIdentified()) return IsIdentified();
+  m_serialNumber = AskSerialNumber(*board);
+  if (IsIdentified()) m_view.ShowSerialLabel(std::string(Identify(m_id).caption) + m_serialNumber);
+  return IsIdentified();
+}
+
+std::string DeviceSession::WhyNotIdentified() const {
+  if (!m_knowsId) return "The board did not say what it is. Unplug it, plug it in again and repeat this.";
+  if (!IsIdentified())
+    return "The board did not tell its whole serial number. Unplug it, plug it in again and repeat this.";
+  return "";
+}
+
 void DeviceSession::GoOffline() {
   m_online = false;
   m_view.StartGoOnlineTimer(kReconnectMilliseconds);
@@ -91,10 +169,26 @@ void DeviceSession::GoOnlineTimerTick() {
   try {
     m_agent.Refresh();
     TLS* const board = Board();
-    if (board != nullptr && board->GetSN() != TLS::kNoSerialNumber) GoOnline();
+    if (board == nullptr) return;
+    const std::string serial = board->GetSN();
+    if (serial == TLS::kNoSerialNumber) {
+      if (board->OwesAnswer()) m_unsettledBoard = board->ClassDebugID();
+      return;
+    }
+    // The first answer behind a silence is the one of an erase, and those to all earlier ticks follow.
+    if (IsUnsettled(*board) || serial.starts_with(kLateAcknowledgementDigits)) {
+      if (!LetLateAnswersPass(*board, true)) return;
+      m_unsettledBoard = 0;
+    }
+    GoOnline();
   } catch (const AgentError&) {
     // The next tick tries again.
   }
+}
+
+void DeviceSession::LetBoardFinish() {
+  if (const TLS* const board = Board()) m_finishingBoard = board->ClassDebugID();
+  GoOffline();
 }
 
 void DeviceSession::Exit() {
@@ -104,35 +198,50 @@ void DeviceSession::Exit() {
   m_devices.clear();
 }
 
+bool DeviceSession::Device::CanTake(std::int32_t opened) const {
+  const bool unused = !board->CommandVariable().IsBound() && !board->ResponseVariable().IsBound();
+  return (board->HasHandle(opened) || unused) && board->UnboundVarCount() > 0;
+}
+
 void DeviceSession::InterfaceOpened(std::int32_t handle, std::int32_t, std::int32_t, const std::string&) {
-  const auto waiting = std::find_if(m_devices.begin(), m_devices.end(), [&](const std::unique_ptr<TLS>& device) {
-    return device->HasHandle(handle) && device->UnboundVarCount() > 0;
-  });
+  const auto waiting =
+      std::find_if(m_devices.begin(), m_devices.end(), [&](const Device& device) { return device.CanTake(handle); });
   if (waiting != m_devices.end()) {
-    static_cast<void>((*waiting)->BindVars(m_agent));
+    if (waiting->board->BindVars(m_agent) >= 0) waiting->handle = handle;
     return;
   }
-  auto device = std::make_unique<TLS>();
-  if (device->BindVars(m_agent) >= 0) m_devices.push_back(std::move(device));
+  Device device{std::make_unique<TLS>(), handle};
+  if (device.board->BindVars(m_agent) >= 0) m_devices.push_back(std::move(device));
 }
 
 void DeviceSession::InterfaceClosed(std::int32_t handle, const std::string&) {
   for (auto device = m_devices.rbegin(); device != m_devices.rend(); ++device) {
-    if (!(*device)->HasHandle(handle)) continue;
-    (*device)->HidClosed(handle);
-    (*device)->Shutdown();
-    device->reset();
+    if (!device->Has(handle)) continue;
+    device->board->HidClosed(handle);
+    device->board->Shutdown();
+    device->board.reset();
   }
-  m_devices.erase(std::remove(m_devices.begin(), m_devices.end(), nullptr), m_devices.end());
+  m_devices.erase(
+      std::remove_if(m_devices.begin(), m_devices.end(), [](const Device& device) { return device.board == nullptr; }),
+      m_devices.end());
 
-  for (std::size_t position = 0; position < m_devices.size(); ++position) {
+  for (const Device& device : m_devices) {
     try {
-      m_agent.SelectInterface(static_cast<std::int32_t>(position));
-      m_devices[position]->ReBind(m_agent);
+      SelectInterfaceOf(device.handle);
+      device.board->ReBind(m_agent);
     } catch (const AgentError&) {
       // Its own interface is going too: its notice follows.
     }
   }
+}
+
+void DeviceSession::SelectInterfaceOf(std::int32_t handle) {
+  // Not by the place in the list: an interface without any board's variables has none.
+  for (std::int32_t number = 0; number < m_agent.NumberOfInterfaces(); ++number) {
+    m_agent.SelectInterface(number);
+    if (m_agent.InterfaceHandle() == handle) return;
+  }
+  throw AgentError("the board's interface is closed");
 }
 
 void DeviceSession::DeviceRemoved(std::int32_t, const std::string&) { GoOffline(); }
@@ -143,7 +252,7 @@ void DeviceSession::DeviceArrival(const std::string&) {
 }
 
 void DeviceSession::ReportArrived(std::int32_t handle, std::int32_t reportNumber) {
-  for (const std::unique_ptr<TLS>& device : m_devices) device->HidRptArrived(handle, reportNumber);
+  for (const Device& device : m_devices) device.board->HidRptArrived(handle, reportNumber);
 }
 
 }  // namespace kestrin::device

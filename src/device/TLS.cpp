@@ -111,13 +111,15 @@ int TLS::VariableCount() const {
 
 bool TLS::WriteOutputRptA() {
   m_answered = false;
+  m_written = false;
   if (m_outputReport < 0) return false;
   try {
     m_variables[kCommand].SelectInterface();
     m_agent->SelectVariable(m_commandVariable);
     m_agent->SetElements(m_command);
     m_agent->SetCurrentRptNum(m_outputReport);
-    return m_agent->WriteReport();
+    m_written = m_agent->WriteReport();
+    return m_written;
   } catch (const AgentError&) {
     return false;
   }

@@ -28,6 +28,8 @@ DownloadOutcome Download::Send(const DownloadTarget& target) {
   m_information.clear();
   m_progress = 0;
   m_bytesWritten = 0;
+  m_eraseStarted.reset();
+  m_frameShown = false;
   DownloadOutcome outcome = DownloadOutcome::Incomplete;
   try {
     outcome = Run(target);
@@ -43,8 +45,6 @@ DownloadOutcome Download::Run(const DownloadTarget& target) {
   device::TLS& board = target.board;
   if (const auto refused = Refuse(target)) return *refused;
 
-  m_view.ShowFrame();
-  m_view.ShowButton("Cancel");
   device::AccParam kept;
   if (const auto ended = KeepParameters(target, kept)) return *ended;
   if (const auto ended = Erase(board)) return *ended;
@@ -85,9 +85,12 @@ std::optional<DownloadOutcome> Download::Refuse(const DownloadTarget& target) {
 }
 
 std::optional<DownloadOutcome> Download::KeepParameters(const DownloadTarget& target, device::AccParam& kept) {
-  if (!target.identified) return EndWithConnectionLost();
-  SettlePendingErase(target.board);
-  if (m_cancelDownload) return EndWithCancelled();
+  if (!target.identified) {
+    m_boardHolds = BoardHolds::OldSetOfUnknown;
+    const bool half = target.serialNumber.size() < device::TLS::kSerialDigits;
+    return half ? EndWith(DownloadOutcome::ConnectionLost, "The board told only half of its serial number.")
+                : EndWithConnectionLost();
+  }
   if (!target.board.GetAccParam(kept)) return EndWithConnectionLost();
   if (m_cancelDownload) return EndWithCancelled();
   if (const auto remembered = m_kept.Find(target.serialNumber)) {
@@ -102,42 +105,29 @@ std::optional<DownloadOutcome> Download::KeepParameters(const DownloadTarget& ta
 std::optional<DownloadOutcome> Download::Erase(device::TLS& board) {
   ShowInformation("Erasing flash memory ...");
   ShowPercent(0);
+  ShowFrame("Cancel");
   m_boardHolds = BoardHolds::PerhapsErased;
   m_parametersMissing = true;
   if (!board.ClearFlash()) return EndWithConnectionLost();
-  m_pendingErase = {board.ClassDebugID(), m_clock.Now()};
+  m_eraseStarted = m_clock.Now();
   m_boardHolds = BoardHolds::NoSet;
-  const bool erased = WaitForErase(board, kErasePolls);
-  if (!erased) return EndWithConnectionLost();
+  if (!WaitForErase(board)) return EndWithConnectionLost();
   if (m_cancelDownload) return EndWithCancelled();
   return std::nullopt;
 }
 
-bool Download::WaitForErase(device::TLS& board, int polls) {
-  for (int poll = 0; poll < polls; ++poll) {
+bool Download::WaitForErase(device::TLS& board) {
+  for (int poll = 0; poll < kErasePolls; ++poll) {
     base::Pump(m_pump);
-    ShowPercent(WholePercent(static_cast<double>(SecondsSinceErase()) * 100 / kEraseSeconds));
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(m_clock.Now() - *m_eraseStarted).count();
+    ShowPercent(WholePercent(static_cast<double>(seconds) * 100 / kEraseSeconds));
     if (m_cancelDownload) return false;
     if (board.CheckCompletion()) {
-      m_pendingErase.reset();
+      m_eraseStarted.reset();
       return true;
     }
   }
   return false;
-}
-
-std::int64_t Download::SecondsSinceErase() const {
-  return std::chrono::duration_cast<std::chrono::seconds>(m_clock.Now() - m_pendingErase->started).count();
-}
-
-void Download::SettlePendingErase(device::TLS& board) {
-  // A board that was unplugged meanwhile has forgotten the erase, and comes back as another object.
-  if (m_pendingErase && m_pendingErase->boardId != board.ClassDebugID()) m_pendingErase.reset();
-  for (int poll = 0; poll < kErasePolls && m_pendingErase && SecondsSinceErase() < kEraseSeconds; ++poll) {
-    ShowInformation("Erasing flash memory ...");
-    if (!WaitForErase(board, 1) && m_cancelDownload) return;
-  }
-  m_pendingErase.reset();
 }
 
 std::optional<DownloadOutcome> Download::Code() {
@@ -231,13 +221,20 @@ DownloadOutcome Download::RefuseWith(DownloadOutcome outcome, const std::string&
   return outcome;
 }
 
+void Download::ShowFrame(const std::string& button) {
+  m_view.ShowButton(button);
+  if (!std::exchange(m_frameShown, true)) m_view.ShowFrame();
+}
+
 DownloadOutcome Download::EndWith(DownloadOutcome outcome, const std::string& information) {
   ShowInformation(information);
+  // What an earlier run showed last.
+  if (!m_frameShown) ShowPercent(std::nullopt);
   return End(outcome);
 }
 
 DownloadOutcome Download::End(DownloadOutcome outcome) {
-  m_view.ShowButton("Close");
+  ShowFrame("Close");
   m_view.ShowBoardHolds(BoardHoldsText());
   return m_cancelDownload ? DownloadOutcome::Cancelled : outcome;
 }
@@ -253,6 +250,9 @@ std::string Download::BoardHoldsText() const {
     switch (m_boardHolds) {
       case BoardHolds::OldSet:
         return "The board was not changed.";
+      case BoardHolds::OldSetOfUnknown:
+        return "The board was not changed: it did not say which one it is. Unplug it, plug it in again and repeat the "
+               "download.";
       case BoardHolds::PerhapsErased:
         return "The board's sounds may be erased. Plug it in again and repeat the download.";
       case BoardHolds::NoSet:

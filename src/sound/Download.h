@@ -59,27 +59,27 @@ class Download {
   [[nodiscard]] bool IsRunning() const { return m_running; }
   /// The last information text, or the message that refused the run.
   [[nodiscard]] const std::string& Information() const { return m_information; }
+  /// Whether the board was still erasing when the last run ended: until it is done it answers nothing, then first that.
+  [[nodiscard]] bool LeftErasing() const { return m_eraseStarted.has_value(); }
   /// Coded bytes and table bytes that the board has acknowledged in the last run.
   [[nodiscard]] std::int64_t BytesWritten() const { return m_bytesWritten; }
 
  private:
   /// How far the board has come, for the words about what it holds.
-  enum class BoardHolds { OldSet, PerhapsErased, NoSet, UnverifiedSet, NewSetNotRestarted, NewSet };
+  enum class BoardHolds { OldSet, OldSetOfUnknown, PerhapsErased, NoSet, UnverifiedSet, NewSetNotRestarted, NewSet };
 
   DownloadOutcome Run(const DownloadTarget& target);
   [[nodiscard]] std::optional<DownloadOutcome> Refuse(const DownloadTarget& target);
   [[nodiscard]] std::optional<DownloadOutcome> KeepParameters(const DownloadTarget& target, device::AccParam& kept);
   [[nodiscard]] std::optional<DownloadOutcome> Erase(device::TLS& board);
-  /// Asks for the completion of the pending erase, at most `polls` times.
-  [[nodiscard]] bool WaitForErase(device::TLS& board, int polls);
-  /// Lets the answer of an erase that an earlier run was not patient enough for come and go.
-  void SettlePendingErase(device::TLS& board);
-  [[nodiscard]] std::int64_t SecondsSinceErase() const;
+  [[nodiscard]] bool WaitForErase(device::TLS& board);
   [[nodiscard]] std::optional<DownloadOutcome> Code();
   [[nodiscard]] std::optional<DownloadOutcome> WriteFiles(device::TLS& board);
   [[nodiscard]] bool WriteFile(device::TLS& board, const LSU_SoundFile& file);
   [[nodiscard]] bool WriteTable(device::TLS& board);
   void AddProgress(std::int32_t bytes);
+  /// With what is shown already, so that its first words are the right ones.
+  void ShowFrame(const std::string& button);
   void ShowInformation(const std::string& text);
   void ShowPercent(std::optional<int> percent);
   DownloadOutcome RefuseWith(DownloadOutcome outcome, const std::string& message);
@@ -100,16 +100,13 @@ class Download {
   bool m_running = false;
   bool m_cancelDownload = false;
   bool m_parametersMissing = false;
+  bool m_frameShown = false;
   BoardHolds m_boardHolds = BoardHolds::OldSet;
   std::string m_information;
   double m_progress = 0;
   std::int64_t m_bytesWritten = 0;
-  /// An erase whose completion was not seen: its answer may still come.
-  struct PendingErase {
-    std::int32_t boardId;
-    base::Clock::Duration started;
-  };
-  std::optional<PendingErase> m_pendingErase;
+  /// Of an erase whose completion was not seen yet.
+  std::optional<base::Clock::Duration> m_eraseStarted;
 };
 
 }  // namespace kestrin::sound

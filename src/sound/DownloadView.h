@@ -13,7 +13,8 @@ class DownloadView {
 
   /// A message box: why nothing was started.
   virtual void ShowMessage(const std::string& text) = 0;
-  /// The download frame (`DownloadFrame`) becomes visible, with no word yet about what the board holds.
+  /// The download frame (`DownloadFrame`) becomes visible with what was shown last: the first phase, or why there is
+  /// none. No word yet about what the board holds.
   virtual void ShowFrame() = 0;
   virtual void HideFrame() = 0;
   virtual void ShowInformation(const std::string& text) = 0;

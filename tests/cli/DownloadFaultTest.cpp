@@ -31,8 +31,12 @@ TEST_F(DownloadFaultTest, EveryFaultHasItsEndingAndTheNextDownloadWorks) {
   const std::string lost = "Connection lost";
   const std::string check = "Memory check error";
   const Fault faults[] = {
-      {at("write", 2), "connection-lost", lost},
-      {at("read", 2), "connection-lost", lost},
+      // What the board is, is asked again.
+      {at("write", 1), "success", "SUCCESS !", 0},
+      {at("write", 2), "success", "SUCCESS !", 0},
+      {at("read", 2), "success", "SUCCESS !", 0},
+      {at("read", 3), "success", "SUCCESS !", 0},
+      {at("read", 3) + "," + at("read", 5), "connection-lost", "The board told only half of its serial number."},
       {at("write", 3), "connection-lost", lost},
       {at("read", 4), "connection-lost", lost},
       {at("read", 6), "connection-lost", lost},

@@ -59,6 +59,27 @@ TEST_F(InfoTest, HalfASerialNumberIsShown) {
   EXPECT_EQ(document["serial"], "4B53");
 }
 
+TEST_F(InfoTest, NothingIsClaimedOfABoardThatDidNotSayWhatItIs) {
+  // One question, and as many reads as the longest erase takes.
+  const std::string board = "sim:id=4095," + FailingReads(1, 11);
+  const Json expected = {{"error", "The board did not say what it is. Unplug it, plug it in again and repeat this."}};
+  EXPECT_EQ(RunJson(1, {"--board", board, "info"}), expected);
+  const Finished finished = Run({"--board", board, "info"});
+  EXPECT_EQ(finished.code, 1);
+  EXPECT_EQ(finished.out, "The board is still busy, please wait ...\n");
+  EXPECT_EQ(finished.errors, "kestrinctl: " + std::string(expected["error"]) + "\n");
+  EXPECT_EQ(Run({"--quiet", "--board", board, "info"}).out, "");
+  EXPECT_EQ(RunJson(1, {"--board", board, "led", "status"}), expected);
+}
+
+TEST_F(InfoTest, ABoardThatAnswersLateIsAskedAgain) {
+  for (const char* fault : {"read:1", "write:1"}) {
+    const Json document = RunJson(0, {"--board", std::string("sim:id=4095,fault=") + fault, "info"});
+    EXPECT_EQ(document["model"], "LED Driver");
+    EXPECT_EQ(document["serial"], "4B535401");
+  }
+}
+
 TEST_F(InfoTest, NoBoardEndsWithThree) {
   const Json document = RunJson(3, {"--board", "hid:/no/such/board", "info"});
   const Json expected = {{"error",

@@ -37,6 +37,13 @@ std::string KestrinctlTest::Board(const std::string& options) const {
   return "sim:dir=" + m_board.string() + (options.empty() ? "" : "," + options);
 }
 
+std::string KestrinctlTest::FailingReads(int first, int last) {
+  std::string options;
+  for (int number = first; number <= last; ++number)
+    options += (options.empty() ? "fault=read:" : ",fault=read:") + std::to_string(number);
+  return options;
+}
+
 std::size_t KestrinctlTest::KeptFiles() const {
   const std::filesystem::path folder = m_data / "kestrin" / "detection-parameters";
   if (!std::filesystem::exists(folder)) return 0;

@@ -36,6 +36,9 @@ class KestrinctlTest : public ::testing::Test {
   [[nodiscard]] Json RunOnBoard(int expectedCode, const Arguments& arguments, const std::string& options = "") const;
   [[nodiscard]] std::string Board(const std::string& options = "") const;
 
+  /// The options of a simulated board whose reads from the first to the last of these numbers fail.
+  [[nodiscard]] static std::string FailingReads(int first, int last);
+
   /// What the simulated board keeps.
   [[nodiscard]] std::string Flash() const { return ReadBytes(m_board / "flash.bin"); }
   [[nodiscard]] Json BoardState() const { return Json::parse(ReadBytes(m_board / "board.json")); }

@@ -168,9 +168,9 @@ TEST_F(Program, DetectionParametersAreReadAndChanged) {
   EXPECT_EQ(RunJson(0, {"accel", "get"}), factory);
   Json changed = factory;
   changed["MotionTh"] = 77;
-  changed["FOCTime"] = 400;
-  EXPECT_EQ(RunJson(0, {"accel", "set", "--MotionTh", "77", "--FOCTime", "400"}), changed);
-  EXPECT_EQ(board.State().accelerometer, (std::array<std::uint8_t, 6>{77, 2, 10, 50, 125, 100}));
+  changed["ImpactTm"] = 100;
+  EXPECT_EQ(RunJson(0, {"accel", "set", "--MotionTh", "77", "--ImpactTm", "100"}), changed);
+  EXPECT_EQ(board.State().accelerometer, (std::array<std::uint8_t, 6>{77, 2, 10, 50, 100, 13}));
   EXPECT_EQ(board.State().resets, 1U);
   EXPECT_EQ(RunJson(0, {"accel", "get"}), changed);
 }
@@ -223,11 +223,11 @@ constexpr Moment kMoments[] = {{"WhileErasing", 4, true},
 
 class ProgramStopped : public ProgramFixture, public testing::WithParamInterface<Moment> {
  protected:
-  static constexpr std::array<std::uint8_t, 6> kParameters{77, 2, 10, 50, 125, 100};
+  static constexpr std::array<std::uint8_t, 6> kParameters{77, 2, 10, 50, 100, 13};
 
   ProgramStopped() {
     mock.Plug();
-    static_cast<void>(RunJson(0, {"accel", "set", "--MotionTh", "77", "--FOCTime", "400"}));
+    static_cast<void>(RunJson(0, {"accel", "set", "--MotionTh", "77", "--ImpactTm", "100"}));
   }
   /// Starts a download and returns when it waits for the answer to the moment's report.
   [[nodiscard]] std::unique_ptr<support::ChildProcess> StartDownload() {

@@ -19,6 +19,7 @@ class QuietSessionView final : public device::SessionView {
   [[nodiscard]] bool InitLedDrivers() override { return true; }
   void ShowMessage(const std::string&) override {}
   [[nodiscard]] bool AskWorkOffline(const std::string&, const std::string&) override { return true; }
+  [[nodiscard]] bool WaitForBoard(const std::string&) override { return true; }
   void StartGoOnlineTimer(std::int32_t) override {}
   void StopGoOnlineTimer() override {}
 };

@@ -52,7 +52,8 @@ class DownloadCommand final : public Command {
     if (!loaded.failed.empty() && configuration.CheckIntegrity() == 0) return Refused(loaded.message);
     motion::KeptParametersFolder kept = OpenKeptParameters(context.disk);
     OnlineBoard online(context);
-    online.RequireSoundBoard();
+    // One that said nothing has its own ending.
+    if (online.Session().KnowsId()) online.RequireSoundBoard();
     const device::DeviceSession& session = online.Session();
     configuration.SetMaxNrOfSamples(session.MemoryCapacity());
 
@@ -65,8 +66,9 @@ class DownloadCommand final : public Command {
       download.Cancel();
     });
     const base::Clock::Duration start = clock.Now();
+    const bool identified = online.EnsureIdentified();
     const sound::DownloadOutcome outcome = download.Send(
-        {online.Board(), session.SerialNumber(), device::FlashSize(session.MemoryCapacity()), session.IsIdentified()});
+        {online.Board(), session.SerialNumber(), device::FlashSize(session.MemoryCapacity()), identified});
     const std::chrono::duration<double> time = clock.Now() - start;
     progress.End();
 

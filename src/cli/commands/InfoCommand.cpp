@@ -14,6 +14,7 @@ class InfoCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     const OnlineBoard online(context);
+    online.RequireIdentity();
     const device::DeviceSession& session = online.Session();
     const std::string model(device::Identify(session.Id()).model);
     const int type = static_cast<int>(session.DeviceType());

@@ -147,9 +147,7 @@ void DownloadFrame::ShowFrame() {
   m_hideTimer->stop();
   m_outcome.reset();
   ColorInformation();
-  m_information->clear();
   m_bar->setEnabled(true);
-  ShowPercent(std::nullopt);
   m_boardHolds->clear();
   m_boardHolds->hide();
   show();

@@ -99,6 +99,40 @@ TEST_F(DownloadRun, SaysWhatItDoesOneAfterAnother) {
   EXPECT_EQ(seen, (std::vector<QString>{"Erasing flash memory ...", "Coding data...", "Downloading..."}));
 }
 
+/// Writes down what the frame says in the moment in which it appears.
+class FirstWords final : public QObject {
+ public:
+  explicit FirstWords(QWidget& frame) : QObject(&frame), m_frame(frame) { frame.installEventFilter(this); }
+  std::vector<QString> seen;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Show)
+      for (const char* const label : {"InformationLabel", "PercentLabel", "BoardHoldsLabel"})
+        seen.push_back(m_frame.findChild<QLabel*>(label)->text());
+    return false;
+  }
+
+ private:
+  QWidget& m_frame;
+};
+
+TEST_F(DownloadRun, AppearsWithTheWordsOfThePhaseThatItAppearsIn) {
+  StartWithSet();
+  FirstWords& words = *new FirstWords(Find<QWidget>("DownloadFrame"));
+  for (int run = 0; run < 2; ++run) {
+    words.seen.clear();
+    Send();
+    EXPECT_EQ(words.seen, (std::vector<QString>{"Erasing flash memory ...", "0 %", ""}));
+    ExpectEnded("SUCCESS !");
+  }
+  // One that has no phase appears with how it ended.
+  agent->Unplug();
+  words.seen.clear();
+  Send();
+  EXPECT_EQ(words.seen, (std::vector<QString>{"Connection lost", "", ""}));
+}
+
 TEST_F(DownloadRun, EraseProgressIsTheShareOfThirtySeconds) {
   StartWithSet("erase=16");
   QString atFifteen;
@@ -184,6 +218,41 @@ TEST_F(DownloadRun, IsCancelledInTheMiddleOfTheErase) {
   ExpectEnded("Canceled");
   // Not one byte was written.
   EXPECT_EQ(Erased(0, 4 << 20), 4 << 20);
+}
+
+TEST_F(DownloadRun, CancelledInTheMiddleOfTheEraseTheBoardComesBackByItselfWhenItIsDone) {
+  StartWithSet("erase=10");
+  agent->Board().Receive(std::vector<std::uint8_t>(1028, 42), clock.Now());
+  dialogs.okAnswers = {false};
+  WhenInformation("Erasing flash memory ...", [this] { FrameButton().click(); });
+  Send();
+  ExpectEnded("Canceled");
+  EXPECT_EQ(LabelText("SerialLabel"), "");
+  EXPECT_FALSE(Button("SendBtn").isEnabled());
+  EXPECT_EQ(Button("SendBtn").toolTip(),
+            "The board is still erasing its memory. It comes back by itself, please wait.");
+  for (int tick = 0; tick < 10 && !Button("SendBtn").isEnabled(); ++tick) {
+    clock.Advance(std::chrono::seconds(1));
+    Tick("GoOnlineTimer");
+  }
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B535401");
+  ASSERT_TRUE(Button("SendBtn").isEnabled());
+  Send();
+  ExpectEnded("SUCCESS !");
+  EXPECT_THAT(agent->Board().State().accelerometer, testing::Each(42));
+  EXPECT_TRUE(kept.kept.empty());
+}
+
+TEST_F(DownloadRun, AsksForTheRestOfAHalfSerialNumberAgainAndSaysWhatIsWrongIfItDoesNotCome) {
+  // Going online reads six answers, the third of which is the second half.
+  StartWithSet("fault=read:3,fault=read:8");
+  ASSERT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B53");
+  Send();
+  EXPECT_NE(LabelText("BoardHoldsLabel").indexOf("plug it in again"), -1);
+  ExpectEnded("The board told only half of its serial number.");
+  Send();
+  ExpectEnded("SUCCESS !");
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B535401");
 }
 
 TEST_F(DownloadRun, IsCancelledWhileFilesAreCoded) {

@@ -50,6 +50,25 @@ TEST_F(Session, ShowsFourDigitsOfASerialNumberWhoseOtherReportIsMissing) {
   EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B53");
 }
 
+TEST_F(Session, LeavesABoardThatStillErasesToTheTimer) {
+  Make("id=64,erase=20");
+  std::vector<std::uint8_t> erase(1028, 0);
+  erase[0] = 10;
+  agent->Board().Receive(erase, clock.Now());
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  // One answer is waited for, not the whole erase; and nobody is asked whether to go on without a board.
+  EXPECT_LE(clock.Now(), std::chrono::seconds(4));
+  EXPECT_EQ(LabelText("SerialLabel"), "");
+  EXPECT_EQ(LabelText("HelpLabel"), "The board is still busy. It comes online by itself when it is done.");
+  for (int tick = 0; tick < 10 && LabelText("SerialLabel").isEmpty(); ++tick) {
+    clock.Advance(std::chrono::seconds(1));
+    Tick("GoOnlineTimer");
+  }
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB 64 Serial Number: 4B535401");
+  EXPECT_TRUE(Button("SendBtn").isEnabled());
+}
+
 TEST_F(Session, TellsWhyTheBoardCannotBeUsedAlsoWhenItIsPluggedInAndKeepsSilent) {
   Make("fault=read:1", false);
   dialogs.okAnswers = {true};

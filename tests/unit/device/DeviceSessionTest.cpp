@@ -1,9 +1,4 @@
-#include "device/DeviceSession.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "support/ScriptedAgent.h"
+#include "DeviceSessionFixture.h"
 
 namespace kestrin::device {
 namespace {
@@ -12,57 +7,9 @@ using support::ScriptedAgent;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// Writes down what the session shows, in order.
-class RecordingSessionView final : public SessionView {
- public:
-  std::vector<std::string> log;
-  bool workOffline = true;
-  bool ledDriversValid = true;
-  std::string advice;
-
-  void ShowOnline(bool online) override { log.push_back(online ? "LS_on" : "LS_off"); }
-  void ShowSerialLabel(const std::string& text) override { log.push_back("serial:" + text); }
-  void SetMemoryCapacity(std::int32_t samples) override { log.push_back("capacity:" + std::to_string(samples)); }
-  void EnableFileButtons() override { log.push_back("load,save on"); }
-  void EnableBoardButtons(bool enabled) override { log.push_back(enabled ? "board buttons on" : "board buttons off"); }
-  void ShowLedFrame(bool visible) override { log.push_back(visible ? "frmLED shown" : "frmLED hidden"); }
-  void ReadAccData() override { log.push_back("ReadAccData"); }
-  bool InitLedDrivers() override {
-    log.push_back("InitLedDrivers");
-    return ledDriversValid;
-  }
-  void ShowMessage(const std::string& text) override { log.push_back("message:" + text); }
-  bool AskWorkOffline(const std::string& question, const std::string& why) override {
-    log.push_back("ask:" + question);
-    advice = why;
-    return workOffline;
-  }
-  void StartGoOnlineTimer(std::int32_t milliseconds) override {
-    log.push_back("timer:" + std::to_string(milliseconds));
-  }
-  void StopGoOnlineTimer() override { log.push_back("timer stopped"); }
-};
-
 constexpr const char* kQuestion =
     "ask:A connection with Kuskekpize could not be established.\r\n"
     " Press OK to work offline or Cancel to exit the application";
-
-class DeviceSessionTest : public ::testing::Test {
- protected:
-  /// Makes the board answer GetID and GetSN.
-  void AnswerIdentity(std::uint16_t id) {
-    m_agent.Answers({{static_cast<std::uint8_t>(id >> 8), static_cast<std::uint8_t>(id)}, {0x4B, 0x53}, {0x54, 0x01}});
-  }
-  void StartOnline(std::uint16_t id) {
-    m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
-    AnswerIdentity(id);
-    ASSERT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  }
-
-  ScriptedAgent m_agent;
-  RecordingSessionView m_view;
-  DeviceSession m_session{m_agent, m_view};
-};
 
 TEST_F(DeviceSessionTest, SearchesForTheBoardsIdsOnly) {
   StartOnline(0);
@@ -186,6 +133,7 @@ TEST_F(DeviceSessionTest, AForeignDeviceIsNoBoard) {
   m_agent.toOpen = {foreign};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
   EXPECT_EQ(m_session.Board(), nullptr);
+  EXPECT_EQ(m_view.log.back(), kQuestion) << "an interface is open, but it is no board's";
 }
 
 TEST_F(DeviceSessionTest, ABoardWithoutItsVariablesIsKeptAllTheSame) {
@@ -214,11 +162,22 @@ TEST_F(DeviceSessionTest, ATickGoesOnlineOnceTheBoardAnswers) {
   m_session.GoOffline();
   m_session.GoOnlineTimerTick();
   EXPECT_FALSE(m_session.IsOnline()) << "no answer yet";
-  m_agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});  // GetSN of the tick
-  AnswerIdentity(0);
+  AnswerEveryQuestion();
   m_session.GoOnlineTimerTick();
   EXPECT_TRUE(m_session.IsOnline());
+  EXPECT_EQ(m_view.log.back(), "frmLED hidden");
+  EXPECT_TRUE(m_session.IsIdentified());
   EXPECT_EQ(m_agent.refreshes, 2);
+}
+
+TEST_F(DeviceSessionTest, ATickAsksForTheSerialNumberAndThenGoesOnline) {
+  StartOnline(0);
+  m_session.GoOffline();
+  m_agent.written.clear();
+  AnswerEveryQuestion();
+  m_session.GoOnlineTimerTick();
+  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_THAT(Codes(), ElementsAre(1, 3, 1));
 }
 
 TEST_F(DeviceSessionTest, ATickWithoutAnyBoardEndsQuietly) {
@@ -296,6 +255,64 @@ TEST_F(DeviceSessionTest, AnotherInterfaceOfAHalfBoundBoardIsBoundToIt) {
   m_session.InterfaceOpened(5, 2, 1028, "scripted");
   EXPECT_EQ(m_session.NumberOfBoards(), 1u);
   EXPECT_EQ(m_session.Board()->UnboundVarCount(), 0);
+}
+
+TEST_F(DeviceSessionTest, ABoardThatFollowsAnInterfaceWithoutTheVariablesIsTheOneThatIsUsed) {
+  for (const bool closedBefore : {true, false}) {
+    ScriptedAgent agent;
+    RecordingSessionView view;
+    DeviceSession session(agent, view);
+    agent.Open({5, kBoardVendorId, kBoardProductId, {}});
+    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    if (closedBefore) {
+      agent.Close(5);
+      EXPECT_EQ(session.NumberOfBoards(), 0u);
+      EXPECT_EQ(session.Board(), nullptr);
+    }
+    agent.Open(ScriptedAgent::BoardInterface(6));
+    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    ASSERT_TRUE(session.Board()->HasHandle(6));
+    agent.onWrite = [&agent](const std::vector<std::uint8_t>& report) {
+      if (report[0] == 3) agent.Answers({{0, 64}});
+      if (report[0] == 1) agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
+    };
+    session.GoOnlineTimerTick();
+    ASSERT_TRUE(session.IsIdentified());
+    EXPECT_EQ(agent.writtenTo.back(), 6);
+    // The empty interface that goes later takes nothing along.
+    if (!closedBefore) agent.Close(5);
+    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    EXPECT_TRUE(session.Board()->Bye());
+    agent.Close(6);
+    EXPECT_EQ(session.Board(), nullptr);
+  }
+}
+
+TEST_F(DeviceSessionTest, AHalfBoundBoardIsNotTakenForAnotherInterface) {
+  m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
+  m_agent.Open(ScriptedAgent::BoardInterface(6));
+  EXPECT_EQ(m_session.NumberOfBoards(), 2u);
+  EXPECT_TRUE(m_session.Board()->HasHandle(5));
+  EXPECT_FALSE(m_session.Board()->HasHandle(6));
+}
+
+TEST_F(DeviceSessionTest, BoardsAreBoundAnewWhenAnInterfaceClosesSinceNumbersMayHaveChanged) {
+  m_agent.Open(ScriptedAgent::BoardInterface(1));
+  m_agent.Open({2, kBoardVendorId, kBoardProductId, {}});
+  m_agent.Open(ScriptedAgent::BoardInterface(3));
+  m_agent.Open(ScriptedAgent::BoardInterface(4));
+  // The stack has read the third interface's descriptor anew: other numbers, the same fields.
+  m_agent.interfaces[2].variables = {{ReportType::Feature, 5, 0xFF00, 4, {}},
+                                     {ReportType::Input, 2, 0xFF00, 6, {}},
+                                     {ReportType::Output, 1, 0xFF00, 5, {}}};
+  m_agent.Close(1);
+  ASSERT_TRUE(m_session.Board()->HasHandle(3));
+  EXPECT_EQ(m_session.Board()->CommandVariable().RptIndex(), 5);
+  EXPECT_EQ(m_session.Board()->ResponseVariable().RptIndex(), 6);
+  m_agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
+  ASSERT_EQ(m_session.Board()->GetSN(), "4B535401");
+  EXPECT_EQ(m_agent.writtenTo.back(), 3);
+  EXPECT_EQ(m_agent.currentReport, 6);
 }
 
 TEST_F(DeviceSessionTest, ExitSaysGoodByeWhateverTheState) {

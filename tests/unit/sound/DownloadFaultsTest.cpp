@@ -54,8 +54,7 @@ class Rig {
 
   DownloadOutcome Send() {
     device::TLS* const board = m_session->Board();
-    return board == nullptr ? DownloadOutcome::ConnectionLost
-                            : m_download.Send({*board, m_session->SerialNumber(), 4 << 20, m_session->IsIdentified()});
+    return board == nullptr ? DownloadOutcome::ConnectionLost : m_download.Send(Target(*board));
   }
 
   /// The board is there again, freshly plugged in.
@@ -102,6 +101,12 @@ class Rig {
   }
 
  private:
+  [[nodiscard]] DownloadTarget Target(device::TLS& board) {
+    // As the programs do: what the board did not tell at first, it is asked again.
+    const bool identified = m_session->EnsureIdentified();
+    return {board, m_session->SerialNumber(), 4 << 20, identified};
+  }
+
   support::CompleteSet& m_set;
   support::MemoryKeptParameters& m_kept;
   support::FakeClock m_clock;
@@ -200,7 +205,10 @@ TEST_F(DownloadFaults, WithoutAnyTheFlashHoldsTheSet) {
 TEST_F(DownloadFaults, AWriteThatFails) {
   const std::vector<Step> steps = WrittenSteps();
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    ExpectEnd({Fault::Kind::WriteFails, i + 1}, OutcomeOfALostReport(steps[i]));
+    auto expected = OutcomeOfALostReport(steps[i]);
+    // It is asked again what it is.
+    if (steps[i] == Step::Identify) expected = DownloadOutcome::Success;
+    ExpectEnd({Fault::Kind::WriteFails, i + 1}, expected);
   }
 }
 
@@ -208,8 +216,8 @@ TEST_F(DownloadFaults, AReadThatFails) {
   const std::vector<Step> steps = ReadSteps();
   for (std::size_t i = 0; i < steps.size(); ++i) {
     auto expected = OutcomeOfALostReport(steps[i]);
-    // The erase is asked again.
-    if (steps[i] == Step::Erase) expected = DownloadOutcome::Success;
+    // The erase is asked again, and what the board is.
+    if (steps[i] == Step::Erase || steps[i] == Step::Identify) expected = DownloadOutcome::Success;
     ExpectEnd({Fault::Kind::ReadFails, i + 1}, expected);
   }
 }

@@ -18,7 +18,8 @@ TEST_F(DownloadTest, GoesStepByStep) {
   EXPECT_EQ(Send(), DownloadOutcome::Success);
   // Seven files of 100 samples: 150 coded bytes each, one WriteLess; then the table and its checksum.
   EXPECT_THAT(m_board.Codes(), ElementsAre(41, 10, 42, 21, 21, 21, 21, 21, 21, 21, 21, 30, 0));
-  EXPECT_THAT(m_view.log, ElementsAre("frame", "button:Cancel", "info:Erasing flash memory ...", "percent:0 %",
+  // The frame appears with the words of the phase that it appears in.
+  EXPECT_THAT(m_view.log, ElementsAre("info:Erasing flash memory ...", "percent:0 %", "button:Cancel", "frame",
                                       "percent:0 %", "info:Coding data...", "percent:", "info:Downloading...",
                                       "percent:0 %", "info:SUCCESS !", "percent:", "hide timer", "button:Close"));
   EXPECT_THAT(m_view.boardHolds, HasSubstr("new sounds"));
@@ -160,6 +161,18 @@ TEST_F(DownloadTest, LeavesABoardAloneThatDidNotSayWhatItIs) {
   EXPECT_EQ(Send(4 << 20, false), DownloadOutcome::ConnectionLost);
   EXPECT_EQ(m_view.information, "Connection lost");
   EXPECT_EQ(m_board.agent.writesTried, 0);
+  // A frame that has no phase to show appears with how the run ended.
+  EXPECT_THAT(m_view.log, ElementsAre("info:Connection lost", "percent:", "button:Close", "frame"));
+  EXPECT_EQ(m_view.boardHolds,
+            "The board was not changed: it did not say which one it is. Unplug it, plug it in again and repeat the "
+            "download.");
+}
+
+TEST_F(DownloadTest, SaysWhatIsWrongWithABoardThatToldHalfOfItsSerialNumber) {
+  EXPECT_EQ(m_download.Send({m_board.tls, "4B53", 4 << 20, false}), DownloadOutcome::ConnectionLost);
+  EXPECT_EQ(m_view.information, "The board told only half of its serial number.");
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("plug it in again"));
+  EXPECT_EQ(m_board.agent.writesTried, 0);
 }
 
 TEST_F(DownloadTest, LeavesABoardAloneWhoseParametersCannotBeRemembered) {
@@ -229,40 +242,49 @@ TEST_F(DownloadTest, ErasePercentIsTheShareOf30SecondsInWholeSeconds) {
       << "31 s and more are 100 %";
 }
 
-TEST_F(DownloadTest, AnEraseOfABoardThatWasUnpluggedSinceIsNotWaitedFor) {
+TEST_F(DownloadTest, TellsWhetherTheBoardIsStillErasing) {
+  EXPECT_FALSE(m_download.LeftErasing());
   CancelAtReport(10, 1);
   ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
-  AnsweringBoard replugged;
-  m_kept.kept.clear();
-  EXPECT_EQ(m_download.Send({replugged.tls, kSerial, 4 << 20, true}), DownloadOutcome::Success);
-  // Nothing but the three answers about the parameters is read before the erase.
-  EXPECT_EQ(replugged.Codes().front(), 41);
-  EXPECT_EQ(replugged.agent.readsTried, 3 + 1 + 1 + 7 + 2);
-}
-
-TEST_F(DownloadTest, AnEraseWhoseAnswerWasThrownAwayIsWaitedForAsLongAsAnEraseTakes) {
-  CancelAtReport(10, 1);
-  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_TRUE(m_download.LeftErasing());
   m_board.bend = nullptr;
-  // Another command came in between, and its report threw the late answer away.
   m_board.agent.answers.clear();
-  m_board.agent.whileReading = [this] { m_clock.Advance(std::chrono::seconds(3)); };
-  const auto start = m_clock.Now();
-  int settled = 0;
-  m_board.bend = [&](const AnsweringBoard::Report& report) {
-    if (report[0] == 41) settled = static_cast<int>((m_clock.Now() - start) / std::chrono::seconds(1));
-  };
-  EXPECT_EQ(Send(), DownloadOutcome::Success);
-  EXPECT_EQ(settled, 30);
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  EXPECT_FALSE(m_download.LeftErasing());
+  m_board.eraseFailures = 20;
+  ASSERT_EQ(Send(), DownloadOutcome::ConnectionLost);
+  EXPECT_TRUE(m_download.LeftErasing());
+  m_board.eraseFailures = 0;
+  m_board.agent.answers.clear();
+  CancelAt("Coding data...");
+  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_FALSE(m_download.LeftErasing()) << "the erase was over";
 }
 
-TEST_F(DownloadTest, ALateEraseAnswerIsNotTakenForAnAnswerOfTheNextRun) {
-  CancelAtReport(10, 1);
-  ASSERT_EQ(Send(), DownloadOutcome::Cancelled);
-  ASSERT_EQ(m_board.agent.answers.size(), 1u) << "the erase has not been confirmed yet";
-  m_board.bend = nullptr;
-  EXPECT_EQ(Send(), DownloadOutcome::Success);
-  EXPECT_EQ(m_board.accelerometer, kBefore);
+TEST_F(DownloadTest, AnEraseThatWasNotSentLeavesNothingToWaitFor) {
+  m_board.agent.failWrites = {2};
+  ASSERT_EQ(Send(), DownloadOutcome::ConnectionLost);
+  EXPECT_FALSE(m_download.LeftErasing());
+}
+
+TEST_F(DownloadTest, EveryQuestionForTheEndOfTheEraseGivesTheWindowItsTurn) {
+  m_board.eraseFailures = 5;
+  int turns = 0;
+  m_pump = [&] {
+    if (!m_board.agent.written.empty() && m_board.agent.written.back()[0] == 10) ++turns;
+  };
+  ASSERT_EQ(Send(), DownloadOutcome::Success);
+  // As many questions as reads: the board itself gives no turn.
+  EXPECT_EQ(turns, 6);
+}
+
+TEST_F(DownloadTest, CheckingTheFilesBeforeTheRunGivesTheWindowItsTurnAndCanBeCancelled) {
+  m_pump = [this] {
+    if (m_board.agent.writesTried == 0) m_download.Cancel();
+  };
+  EXPECT_EQ(Send(), DownloadOutcome::Cancelled);
+  EXPECT_EQ(m_board.agent.writesTried, 0);
+  EXPECT_THAT(m_view.boardHolds, HasSubstr("not changed"));
 }
 
 // --- Failures under way ---
