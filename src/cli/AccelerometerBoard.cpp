@@ -10,6 +10,8 @@ namespace {
 
 device::TLS& RequireSensor(OnlineBoard& online) {
   online.RequireSoundBoard();
+  // What is kept is kept by serial number. Without one the values can be read all the same.
+  static_cast<void>(online.EnsureIdentified());
   return online.Board();
 }
 
@@ -18,7 +20,20 @@ device::TLS& RequireSensor(OnlineBoard& online) {
 AccelerometerBoard::AccelerometerBoard(Context& context)
     : m_kept(OpenKeptParameters(context.disk)),
       m_online(context),
-      m_setup(RequireSensor(m_online), m_online.Session().SerialNumber(), m_online.Session().DeviceRevision(), m_kept) {
+      // The braces keep the order: the serial number may be told only now.
+      m_setup{RequireSensor(m_online), m_online.Session().SerialNumber(), m_online.Session().DeviceRevision(), m_kept} {
+}
+
+motion::AccelerometerSetup& AccelerometerBoard::SetupToChange() {
+  m_online.RequireIdentified();
+  return m_setup;
+}
+
+void AccelerometerBoard::RequireFlashPeriod() const {
+  if (!motion::HasFlashPeriod(m_online.Session().DeviceRevision()))
+    throw CommandFailure(ExitCode::Failed,
+                         "This board has no adjustable flash period, so nothing was changed. Leave out --FOCTime to "
+                         "set the other parameters.");
 }
 
 Report AccelerometerBoard::ReportOf(const std::optional<device::AccParam>& parameters, const std::string& failure) {

@@ -17,6 +17,10 @@ class AccelerometerBoard {
   explicit AccelerometerBoard(Context& context);
 
   [[nodiscard]] motion::AccelerometerSetup& Setup() { return m_setup; }
+  /// The same, to change something. Throws CommandFailure when the board has not said which one it is.
+  [[nodiscard]] motion::AccelerometerSetup& SetupToChange();
+  /// Throws CommandFailure when the board has no flash period that could be set.
+  void RequireFlashPeriod() const;
 
   /// The parameters as every accelerometer command prints them. Throws CommandFailure with `failure` when there are
   /// none.

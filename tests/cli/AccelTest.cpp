@@ -30,7 +30,7 @@ TEST_F(AccelTest, TheFlashPeriodGoesInUnitsOfFourMilliseconds) {
   const std::pair<const char*, int> periods[] = {{"20", 5},  {"50", 12}, {"53", 13},
                                                  {"54", 14}, {"58", 14}, {"1000", 250}};
   for (const auto& [milliseconds, units] : periods) {
-    EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--FOCTime", milliseconds})["FOCTime"], 4 * units);
+    EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--FOCTime", milliseconds}, "id=4389")["FOCTime"], 4 * units);
     EXPECT_EQ(BoardState()["accelerometer"][5], units);
   }
 }
@@ -52,9 +52,41 @@ TEST_F(AccelTest, EveryRangeIsGuardedAndNamed) {
       EXPECT_NE(finished.errors.find(text), std::string::npos) << finished.errors;
     }
     for (const int value : {range.minimum, range.maximum})
-      EXPECT_EQ(RunOnBoard(0, {"accel", "set", option, std::to_string(value)})[range.option], value);
+      EXPECT_EQ(RunOnBoard(0, {"accel", "set", option, std::to_string(value)}, "id=65535")[range.option], value);
     EXPECT_EQ(Run({"--board", Board(), "accel", "set", option, "7.5"}).code, 2);
   }
+}
+
+TEST_F(AccelTest, TheFlashPeriodIsRefusedWhereTheBoardHasNone) {
+  // Revisions 292 and 293 of the USB2 model, and a model without any.
+  for (const char* id : {"id=4388", "id=64"}) {
+    const Json document = RunOnBoard(1, {"accel", "set", "--MotionTh", "9", "--FOCTime", "100"}, id);
+    EXPECT_EQ(document["error"],
+              "This board has no adjustable flash period, so nothing was changed. Leave out --FOCTime to set the other "
+              "parameters.");
+    EXPECT_EQ(BoardState()["accelerometer"], Json::array({180, 2, 10, 50, 125, 13}));
+    EXPECT_EQ(BoardState()["resets"], 0);
+  }
+  EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--FOCTime", "100"}, "id=4389")["FOCTime"], 100);
+}
+
+TEST_F(AccelTest, NothingIsWrittenToABoardThatDidNotSayWhatItIs) {
+  // The first answer is missing: it is asked again, and turns out to be an LED driver.
+  const std::string late = RunOnBoard(1, {"accel", "defaults"}, "id=4095,fault=read:1")["error"];
+  EXPECT_NE(late.find("LED driver"), std::string::npos) << late;
+  const std::vector<Arguments> commands = {
+      {"accel", "set", "--MotionTh", "9"}, {"accel", "defaults"}, {"accel", "restore"}};
+  for (const Arguments& command : commands) {
+    const std::string silent = RunOnBoard(1, command, "id=4095," + FailingReads(1, 11))["error"];
+    EXPECT_EQ(silent, "The board did not say what it is. Unplug it, plug it in again and repeat this.");
+    EXPECT_EQ(RunOnBoard(1, command, "id=0," + FailingReads(1, 11))["error"], silent);
+    // Half a serial number, also when it is asked for again.
+    EXPECT_EQ(RunOnBoard(1, command, "id=0,fault=read:3,fault=read:5")["error"],
+              "The board did not tell its whole serial number. Unplug it, plug it in again and repeat this.");
+  }
+  EXPECT_EQ(BoardState()["accelerometer"], Json::array({180, 2, 10, 50, 125, 13}));
+  EXPECT_EQ(BoardState()["resets"], 0);
+  EXPECT_EQ(RunOnBoard(0, {"accel", "set", "--MotionTh", "9"}, "fault=read:3")["MotionTh"], 9) << "asked again";
 }
 
 TEST_F(AccelTest, PeopleReadAlignedValues) {
@@ -84,7 +116,7 @@ class AccelRestoreTest : public KestrinctlTest {
  protected:
   /// A download that loses the board when the parameters are to come back.
   void InterruptDownload() {
-    static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionTh", "9", "--FOCTime", "100"}));
+    static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionTh", "9", "--FOCTime", "100"}, "id=4389"));
     static_cast<void>(RunOnBoard(1, {"download", m_set.configuration.string()}, "fault=write:5"));
     ASSERT_EQ(BoardState()["accelerometer"], Json::array({255, 255, 255, 255, 255, 255}));
   }

@@ -67,7 +67,7 @@ TEST_F(DownloadTest, WhatTheFlashHoldsAreTheSoundsWithinTheFormatsSteps) {
 
 TEST_F(DownloadTest, TheDetectionParametersOutliveTheErase) {
   const SoundSet set = WriteSoundSet(m_folder.Path());
-  static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionTh", "77", "--FOCTime", "400"}));
+  static_cast<void>(RunOnBoard(0, {"accel", "set", "--MotionTh", "77", "--ImpactTm", "100"}));
   const Json before = BoardState()["accelerometer"];
   static_cast<void>(RunOnBoard(0, {"download", set.configuration.string()}));
   EXPECT_EQ(BoardState()["accelerometer"], before);

@@ -12,7 +12,7 @@ class AccelDefaultsCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     AccelerometerBoard board(context);
-    Report report = AccelerometerBoard::ReportOf(board.Setup().RestoreDefaults(), kNotAccepted);
+    Report report = AccelerometerBoard::ReportOf(board.SetupToChange().RestoreDefaults(), kNotAccepted);
     if (board.Setup().Kept()) report.message = kStillKept;
     return report;
   }

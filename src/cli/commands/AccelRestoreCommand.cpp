@@ -15,13 +15,14 @@ class AccelRestoreCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     AccelerometerBoard board(context);
-    if (!board.Setup().Kept())
+    motion::AccelerometerSetup& setup = board.SetupToChange();
+    if (!setup.Kept())
       throw CommandFailure(
           ExitCode::Failed,
           "Nothing is kept for this board, so nothing was changed. \"kestrinctl accel get\" shows what it "
           "holds, \"kestrinctl accel defaults\" puts back the factory values.");
-    Report report = AccelerometerBoard::ReportOf(board.Setup().RestoreKept(), kNotAccepted);
-    if (board.Setup().Kept()) report.message = kStillKept;
+    Report report = AccelerometerBoard::ReportOf(setup.RestoreKept(), kNotAccepted);
+    if (setup.Kept()) report.message = kStillKept;
     return report;
   }
 };

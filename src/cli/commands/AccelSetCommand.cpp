@@ -10,6 +10,10 @@ namespace kestrin::cli {
 
 namespace {
 
+/// Its place in kDetectionParameters: the last.
+constexpr std::size_t kFlashPeriod = motion::kDetectionParameters.size() - 1;
+static_assert(motion::kDetectionParameters[kFlashPeriod].field == &device::AccParam::FOCTime);
+
 class AccelSetCommand final : public Command {
  public:
   [[nodiscard]] std::string Name() const override { return "accel set"; }
@@ -20,9 +24,9 @@ class AccelSetCommand final : public Command {
   void Declare(Syntax& syntax) override {
     for (std::size_t i = 0; i < m_values.size(); ++i) {
       const motion::DetectionParameter& parameter = motion::kDetectionParameters[i];
-      const bool time = parameter.field == &device::AccParam::FOCTime;
-      syntax.Number("--" + std::string(parameter.name) + (time ? " MS" : " N"), m_values[i], parameter.minimum,
-                    parameter.maximum, std::string(parameter.caption) + ", " + std::string(parameter.group));
+      syntax.Number("--" + std::string(parameter.name) + (i == kFlashPeriod ? " MS" : " N"), m_values[i],
+                    parameter.minimum, parameter.maximum,
+                    std::string(parameter.caption) + ", " + std::string(parameter.group));
     }
   }
 
@@ -33,7 +37,8 @@ class AccelSetCommand final : public Command {
     if (values.empty())
       throw CommandFailure(ExitCode::WrongUsage, "Name at least one parameter to set, for example --MotionTh 180.");
     AccelerometerBoard board(context);
-    return AccelerometerBoard::ReportOf(board.Setup().Change(values), kNotAccepted);
+    if (m_values[kFlashPeriod]) board.RequireFlashPeriod();
+    return AccelerometerBoard::ReportOf(board.SetupToChange().Change(values), kNotAccepted);
   }
 
  private:
