@@ -82,7 +82,10 @@ bool SimulatedAgent::SearchAndOpen() {
 }
 
 void SimulatedAgent::Refresh() {
-  // A notice may make its receiver search, stop or unplug: each is off the list before it is raised.
+  // A notice may make its receiver search, stop, unplug or look: each is off the list before it is raised, and is told
+  // to its end before the next.
+  if (m_delivering) return;
+  const base::RaisedFlag delivering(m_delivering);
   while (m_started && !m_inTransfer && !m_notices.empty()) {
     const Notice notice = m_notices.front();
     m_notices.erase(m_notices.begin());

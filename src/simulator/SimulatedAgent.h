@@ -110,6 +110,7 @@ class SimulatedAgent final : public device::THIDagent {
   /// The open interface reaches the board.
   bool m_connected = false;
   bool m_inTransfer = false;
+  bool m_delivering = false;
   std::int32_t m_handle = 0;
 
   bool m_selected = false;

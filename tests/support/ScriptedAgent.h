@@ -64,6 +64,8 @@ class ScriptedAgent : public device::THIDagent {
   std::vector<std::vector<std::uint8_t>> written;
   /// The handles of the interfaces that they were written to.
   std::vector<std::int32_t> writtenTo;
+  /// The handle of the interface that each report was read from.
+  std::vector<std::int32_t> readFrom;
   int writesTried = 0;
   int readsTried = 0;
   int searches = 0;
@@ -167,6 +169,7 @@ class ScriptedAgent : public device::THIDagent {
   }
   bool ReadReport() override {
     ++readsTried;
+    readFrom.push_back(InterfaceHandle());
     if (whileReading) whileReading();
     if (answers.empty()) return false;
     const std::optional<Answer> answer = answers.front();

@@ -120,6 +120,28 @@ TEST(TLSBinding, WritesThroughTheCommandVariableAndReadsThroughTheResponse) {
   EXPECT_EQ(board.Get_LS_Response(1), 0x34);
 }
 
+TEST(TLSBinding, OwesAnAnswerFromTheWrittenCommandToTheRead) {
+  ScriptedAgent agent;
+  agent.Open(Board(2));
+  agent.failWrites = {2};
+  TLS board;
+  ASSERT_EQ(board.BindVars(agent), 0);
+  EXPECT_FALSE(board.OwesAnswer());
+  ASSERT_TRUE(board.WriteOutputRptA());
+  EXPECT_TRUE(board.OwesAnswer());
+  EXPECT_FALSE(board.ReadInputRptB());
+  EXPECT_TRUE(board.OwesAnswer()) << "it may still come";
+  agent.Answers({{1, 2}});
+  EXPECT_TRUE(board.ReadInputRptB());
+  EXPECT_FALSE(board.OwesAnswer());
+  EXPECT_FALSE(board.WriteOutputRptA());
+  EXPECT_FALSE(board.OwesAnswer()) << "nothing was asked";
+  ASSERT_TRUE(board.WriteOutputRptA());
+  board.HidClosed(2);
+  EXPECT_FALSE(board.WriteOutputRptA());
+  EXPECT_FALSE(board.OwesAnswer()) << "nobody is there to answer";
+}
+
 TEST(TLSBinding, WriteAllAndReadAllAreTheSame) {
   ScriptedAgent agent;
   agent.Open(Board(2));
@@ -188,6 +210,60 @@ TEST(TLSBinding, UnBindRptLeavesTheIndexOfAnotherReportAlone) {
   board.UnBindRpt(other);
   agent.SelectInterface(0);
   EXPECT_TRUE(board.ReadInputRptB());
+}
+
+TEST(TLSBinding, UnBindRptOfAnOutputOfAnotherReportLeavesTheIndexAlone) {
+  ScriptedAgent agent;
+  agent.Open(Board(2));
+  TLS board;
+  ASSERT_EQ(board.BindVars(agent), 0);
+  agent.Open({8, kBoardVendorId, kBoardProductId, {{ReportType::Output, 7, 0xFF00, 6, {}}}});
+  TOneHidVar other;
+  other.DoCreate(ReportType::Output, 0xFF00, 7, 1, "other");
+  ASSERT_TRUE(other.Bind(agent));
+  board.UnBindRpt(other);
+  EXPECT_TRUE(board.WriteOutputRptA());
+  EXPECT_EQ(agent.currentReport, 2);
+}
+
+TEST(TLSBinding, UnBindRptOfAVariableOfTheOtherDirectionLeavesTheIndexAlone) {
+  ScriptedAgent agent;
+  // One number for both: reports are counted for each direction here.
+  agent.Open({2,
+              kBoardVendorId,
+              kBoardProductId,
+              {{ReportType::Output, 1, 0xFF00, 4, {}},
+               {ReportType::Input, 2, 0xFF00, 4, {}},
+               {ReportType::Feature, 3, 0xFF00, 4, {}}}});
+  agent.Answers({{1, 1}});
+  TLS board;
+  ASSERT_EQ(board.BindVars(agent), 0);
+  TOneHidVar feature;
+  feature.DoCreate(ReportType::Feature, 0xFF00, 3, 1, "feature");
+  ASSERT_TRUE(feature.Bind(agent));
+  board.UnBindRpt(feature);
+  EXPECT_TRUE(board.WriteOutputRptA());
+  board.UnBindRpt(board.CommandVariable());
+  EXPECT_TRUE(board.ReadInputRptB());
+}
+
+TEST(TLSBinding, ABoardBehindAnotherOneIsWrittenToAndReadFromItself) {
+  ScriptedAgent agent;
+  // The first has other numbers, and fewer fields.
+  agent.Open({1, kBoardVendorId, kBoardProductId, {{ReportType::Input, 9, 0xFF00, 0, {}}}});
+  agent.Open(Board(2));
+  TLS board;
+  ASSERT_EQ(board.BindVars(agent), 0);
+  agent.Answers({{0x12, 0x34}, {0x56, 0x78}});
+  agent.SelectInterface(0);
+  EXPECT_TRUE(board.WriteOutputRptA());
+  EXPECT_THAT(agent.writtenTo, ElementsAre(2));
+  // Whoever gets a turn before the answer is read may have selected another interface.
+  agent.SelectInterface(0);
+  EXPECT_TRUE(board.ReadInputRptB());
+  EXPECT_THAT(agent.readFrom, ElementsAre(2));
+  EXPECT_EQ(board.Get_LS_Response(0), 0x12);
+  EXPECT_EQ(board.Get_LS_Response(1), 0x34);
 }
 
 TEST(TLSBinding, UnBindRptOfItsOwnVariablesStopsEachDirection) {

@@ -68,6 +68,43 @@ TEST(TOneHidVar, CopiesEverythingThatTheAgentKnowsWhenItIsBound) {
   EXPECT_THAT(agent.variableOptions, ElementsAre(1));
 }
 
+TEST(TOneHidVar, CopiesEachFlagOnItsOwn) {
+  using Flag = bool VariableAttributes::*;
+  constexpr Flag kFlags[] = {&VariableAttributes::IsButton,
+                             &VariableAttributes::Volatile,
+                             &VariableAttributes::NoWrap,
+                             &VariableAttributes::NoPrefState,
+                             &VariableAttributes::Linear,
+                             &VariableAttributes::HasNullState,
+                             &VariableAttributes::BitsNotBuffer,
+                             &VariableAttributes::ArrayNotVariable,
+                             &VariableAttributes::AbsoluteNotRelative};
+  for (const Flag set : kFlags) {
+    VariableAttributes attributes;
+    attributes.*set = true;
+    ScriptedAgent agent = AgentWith({ReportType::Output, 1, 0xFF00, 4, attributes});
+    TOneHidVar variable = Created();
+    ASSERT_TRUE(variable.Bind(agent));
+    for (const Flag flag : kFlags) EXPECT_EQ(variable.Attributes().*flag, flag == set);
+  }
+}
+
+TEST(TOneHidVar, TransfersAndValuesAreThoseOfItsOwnInterface) {
+  ScriptedAgent agent;
+  agent.Open({1, kBoardVendorId, kBoardProductId, {}});
+  agent.Open({7, kBoardVendorId, kBoardProductId, {{ReportType::Input, 1, 0xFF00, 4, {}}}});
+  agent.Answers({{1, 2}});
+  agent.unScaledValue = 43;
+  TOneHidVar variable = Created(ReportType::Input);
+  ASSERT_TRUE(variable.Bind(agent));
+  agent.SelectInterface(0);
+  EXPECT_TRUE(variable.update(true));
+  EXPECT_THAT(agent.readFrom, ElementsAre(7));
+  agent.SelectInterface(0);
+  EXPECT_EQ(variable.UnScaledValue(), 43);
+  EXPECT_EQ(agent.InterfaceHandle(), 7);
+}
+
 TEST(TOneHidVar, StaysUnboundWhenTypeUsageOrPageDiffer) {
   const ScriptedAgent::Variable others[] = {{ReportType::Feature, 1, 0xFF00, 0, {}},
                                             {ReportType::Output, 2, 0xFF00, 0, {}},

@@ -6,6 +6,7 @@
 #include "SimulatorSupport.h"
 #include "device/TLS.h"
 #include "support/FakeClock.h"
+#include "support/RecordedAgentEvents.h"
 
 namespace kestrin::simulator {
 namespace {
@@ -245,6 +246,18 @@ TEST_F(SimulatedAgentTest, UnpluggingIsToldByTheNextRefreshAndNotBefore) {
   EXPECT_FALSE(agent->SearchAndOpen());
   agent->Refresh();
   EXPECT_EQ(m_recorder.events.size(), 2U);
+}
+
+TEST_F(SimulatedAgentTest, ALookInsideAHandlerDoesNotMixTheEventsUp) {
+  const auto agent = Make();
+  OpenAndSelect(*agent);
+  support::RecordedAgentEvents events;
+  agent->SetEvents(&events);
+  events.onClosed = [&](std::int32_t) { agent->Refresh(); };
+  agent->Unplug();
+  agent->Plug();
+  agent->Refresh();
+  EXPECT_THAT(events.lines, ElementsAre("closed 1 sim", "removed 1 sim", "arrival sim"));
 }
 
 TEST_F(SimulatedAgentTest, PluggingInIsToldAndTheBoardOpensUnderANewHandle) {

@@ -311,11 +311,15 @@ TEST_F(StackAgentEvents, ALookInsideAHandlerDoesNotMixTheEventsUp) {
   Create();
   ASSERT_TRUE(agent->SearchAndOpen());
   events.lines.clear();
-  events.onClosed = [&](std::int32_t) { agent->Refresh(); };
+  events.onClosed = [&](std::int32_t) {
+    agent->Refresh();
+    events.lines.push_back("end of closed");
+  };
   bus.Unplug("/dev/hidraw0");
   bus.notices = {{Kind::Removed, "/dev/hidraw0"}, {Kind::Arrived, "/dev/hidraw1"}};
   agent->Refresh();
-  EXPECT_EQ(events.lines, (Lines{"closed 1 /dev/hidraw0", "removed 1 /dev/hidraw0", "arrival /dev/hidraw1"}));
+  EXPECT_EQ(events.lines,
+            (Lines{"closed 1 /dev/hidraw0", "end of closed", "removed 1 /dev/hidraw0", "arrival /dev/hidraw1"}));
 }
 
 TEST_F(StackAgentEvents, StoppingClosesEverythingWithoutAWordAndStopsWatching) {
