@@ -34,6 +34,18 @@ class PluggedWindow : public ProgramFixture {
     window.Await("label", kSerial);
     window.Await("graphic", kBoardIsThere);
   }
+  /// Closes the frame that tells how a run ended. For a moment after the end it takes no press, which could be the
+  /// second of a double-click: a person presses again.
+  void CloseResult(const std::string& information) const {
+    while (window.IsShown("label", information)) {
+      try {
+        window.Click("push button", "Close");
+      } catch (const std::exception&) {
+        // An earlier press may have come through between the look and this one.
+        if (window.IsShown("label", information)) throw;
+      }
+    }
+  }
   void AwaitNoBoard() const {
     window.Await("graphic", kNoBoardIsThere);
     window.AwaitGone("label", kSerial);
@@ -106,8 +118,7 @@ TEST_F(PluggedWindow, ABoardThatIsPulledOutOfADownloadTakesItWhenItIsBack) {
   UnplugFrom(window.Program());
   window.Await("label", "Connection lost");
   window.Await("label", "The board holds no complete sound set. Repeat the download before you use the saber.");
-  window.Click("push button", "Close");
-  window.AwaitGone("label", "Connection lost");
+  CloseResult("Connection lost");
   AwaitNoBoard();
   // No table, three sounds, nothing behind them.
   const Bytes whole = ExpectedFlash();
