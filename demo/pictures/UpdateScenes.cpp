@@ -1,6 +1,7 @@
 #include "demo/pictures/UpdateScenes.h"
 
 #include <QApplication>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -15,6 +16,7 @@ namespace {
 class NoTransfer final : public update::TransferControl {
  public:
   void OnStateChanged(StateChanged) override {}
+  void Demand(std::int64_t) override {}
   bool Execute(const std::string&, const std::string&, const std::string&, const std::string&) override {
     return false;
   }

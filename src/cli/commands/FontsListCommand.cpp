@@ -36,6 +36,7 @@ class FontsListCommand final : public Command {
     for (const std::filesystem::path& folder : folders)
       for (Font& font : update::UpdateUtils::FontsIn(folder)) fonts.try_emplace(font.name, std::move(font));
     std::vector<Font> all;
+    all.reserve(fonts.size());
     for (auto& [name, font] : fonts) all.push_back(std::move(font));
     return all;
   }
