@@ -11,6 +11,9 @@ namespace kestrin::device {
 inline constexpr std::int32_t kBoardVendorId = 0x04D8;
 inline constexpr std::int32_t kBoardProductId = 0xFA37;
 
+/// What an agent's AccessProblem() says of a board that another program uses.
+inline constexpr const char* kBoardInUse = "Another program is using this board. Close it and try again.";
+
 /// The type of a HID report.
 enum class ReportType : std::int16_t { Input = 0, Output = 1, Feature = 2 };
 
@@ -62,7 +65,7 @@ class HidAgentEvents {
   virtual void InterfaceClosed(std::int32_t handle, const std::string& path) = 0;
   /// A board was unplugged. Comes after InterfaceClosed() of its interfaces.
   virtual void DeviceRemoved(std::int32_t handle, const std::string& path) = 0;
-  /// A board was plugged in; nothing has been opened yet.
+  /// A board was plugged in, or another program let go of it; nothing has been opened yet.
   virtual void DeviceArrival(const std::string& path) = 0;
   /// An input report was read.
   virtual void ReportArrived(std::int32_t handle, std::int32_t reportNumber) = 0;
@@ -92,12 +95,14 @@ class THIDagent {
   /// Closes every interface without raising events and stops watching.
   virtual void Stop() = 0;
   virtual void SetMatch(const HidMatch& match) = 0;
-  /// Opens every matching interface that is not open yet, raising InterfaceOpened for each. True when at least one
-  /// interface is open afterwards.
+  /// Opens every matching interface that is not open yet, raising InterfaceOpened for each. One that is open belongs
+  /// to this program alone: no other that asks for it the same way gets it. True when at least one interface is open
+  /// afterwards.
   [[nodiscard]] virtual bool SearchAndOpen() = 0;
   /// Looks at what the HID stack has noticed since the last call and raises the events for it. Cheap; for timers.
   virtual void Refresh() = 0;
-  /// Why the last search opened nothing although a board is there (its text says how to permit it); "" otherwise.
+  /// Why the last search opened nothing although a board is there: its text says how to permit it, or is kBoardInUse;
+  /// "" otherwise.
   [[nodiscard]] virtual std::string AccessProblem() const = 0;
 
   [[nodiscard]] virtual std::int32_t NumberOfInterfaces() const = 0;

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/hid/BoardLock.h"
 #include "rig/RigFixture.h"
 #include "rig/SecondBoard.h"
 
@@ -194,6 +195,80 @@ TEST_F(Finding, ABoardWithoutPermissionIsToldApartUntilItIsPermitted) {
   ASSERT_EQ(::chmod(mock.RealNode().c_str(), 0600), 0);
   EXPECT_TRUE(agent->SearchAndOpen());
   EXPECT_EQ(agent->AccessProblem(), "");
+}
+
+// --- A board for one program at a time ---
+
+constexpr const char* kInUse = "Another program is using this board. Close it and try again.";
+
+/// Another part of this program is to the system what another program is: the claim belongs to the opened file.
+class Claimed : public RigFixture {
+ protected:
+  Claimed() {
+    mock.Plug(3);
+    claim = hid::LockBoard(mock.Node()).lock;
+  }
+  std::unique_ptr<base::Disk::Lock> claim;
+};
+
+TEST_F(Claimed, IsNotOpenedAndNotWrittenTo) {
+  ASSERT_NE(claim, nullptr);
+  CreateAgent();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), kInUse);
+  EXPECT_THAT(events.lines, IsEmpty());
+  EXPECT_EQ(mock.Writes(), 0);
+}
+
+TEST_F(Claimed, ArrivesWhenItIsLetGo) {
+  CreateAgent();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+  claim.reset();
+  agent->Refresh();
+  EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw3"});
+  EXPECT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
+  EXPECT_EQ(agent->AccessProblem(), "");
+}
+
+TEST_F(Claimed, IsListedAsTheUsersAndInUse) {
+  const std::vector<hid::BoardListing> boards = hid::ListBoards();
+  ASSERT_EQ(boards.size(), 1U);
+  EXPECT_TRUE(boards[0].accessible);
+  EXPECT_TRUE(boards[0].inUse);
+  EXPECT_EQ(boards[0].manufacturer, "Kestrin");
+}
+
+TEST_F(Claimed, TheNextBoardAtTheSamePathIsFree) {
+  mock.Unplug();
+  mock.Plug(3);
+  CreateAgent();
+  EXPECT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
+}
+
+TEST_F(Finding, AnOpenBoardIsClaimedAsLongAsItIsOpen) {
+  GoOnline(3);
+  EXPECT_TRUE(hid::IsBoardLocked(mock.Node()));
+  EXPECT_TRUE(hid::LockBoard(mock.Node()).heldByAnother);
+  // The question and the attempt have taken nothing from it.
+  EXPECT_EQ(tls.GetSN(), "4B535401");
+  EXPECT_TRUE(hid::IsBoardLocked(mock.Node()));
+  agent->Stop();
+  EXPECT_FALSE(hid::IsBoardLocked(mock.Node()));
+  EXPECT_NE(hid::LockBoard(mock.Node()).lock, nullptr);
+}
+
+TEST_F(Finding, AskingWhetherABoardIsClaimedClaimsNothing) {
+  mock.Plug(3);
+  EXPECT_FALSE(hid::IsBoardLocked(mock.Node()));
+  ASSERT_EQ(hid::ListBoards().size(), 1U);
+  EXPECT_FALSE(hid::IsBoardLocked(mock.Node()));
+  EXPECT_FALSE(hid::IsBoardLocked("/dev/hidraw4"));
+  const base::Disk::LockResult none = hid::LockBoard("/dev/hidraw4");
+  EXPECT_FALSE(none.heldByAnother);
+  EXPECT_EQ(none.error, std::errc::no_such_file_or_directory);
+  EXPECT_EQ(none.lock, nullptr);
 }
 
 }  // namespace

@@ -55,6 +55,7 @@ MockBoard::MockBoard(MockHost& host, Description description)
   g_signal_connect(m_handler.get(), "handle-write", G_CALLBACK(&MockBoard::OnWrite), this);
   g_signal_connect(m_handler.get(), "handle-read", G_CALLBACK(&MockBoard::OnRead), this);
   g_signal_connect(m_handler.get(), "client-connected", G_CALLBACK(&MockBoard::OnOpen), this);
+  g_signal_connect(m_handler.get(), "client-vanished", G_CALLBACK(&MockBoard::OnClose), this);
 }
 
 MockBoard::~MockBoard() {
@@ -166,11 +167,15 @@ std::string MockBoard::Tree() const {
 // --- Called in the mock's thread ---
 
 void MockBoard::OnOpen(UMockdevIoctlBase*, UMockdevIoctlClient*, MockBoard* board) {
-  // Each opening of a HID device begins with an empty queue.
+  // Each opening of a HID device begins with an empty queue. There is one for all, so that whoever comes while another
+  // has it open must leave the other's answers alone.
+  if (++board->m_clients > 1) return;
   std::array<char, 4096> late{};
   while (::read(board->m_queue, late.data(), late.size()) > 0) {
   }
 }
+
+void MockBoard::OnClose(UMockdevIoctlBase*, UMockdevIoctlClient*, MockBoard* board) { --board->m_clients; }
 
 gboolean MockBoard::OnIoctl(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockBoard* board) {
   const Bytes& descriptor = board->m_description.descriptor;

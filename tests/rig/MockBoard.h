@@ -73,6 +73,7 @@ class MockBoard {
   static gboolean OnWrite(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockBoard* board);
   static gboolean OnRead(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockBoard* board);
   static void OnOpen(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockBoard* board);
+  static void OnClose(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockBoard* board);
 
   MockHost& m_host;
   Description m_description;
@@ -82,6 +83,8 @@ class MockBoard {
   bool m_plugged = false;
   std::atomic<bool> m_gone{false};
   std::atomic<int> m_writes{0};
+  /// How many have it open; of the mock's thread alone.
+  int m_clients = 0;
 };
 
 }  // namespace kestrin::rig

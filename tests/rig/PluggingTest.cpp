@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "device/DeviceSession.h"
+#include "platform/hid/BoardLock.h"
 #include "rig/QuietSessionView.h"
 #include "rig/RigFixture.h"
 
@@ -134,6 +135,21 @@ TEST_F(Plugging, TheSessionGoesOfflineAndOnlineAgainWithTheBoard) {
 
   session.Exit();
   EXPECT_EQ(board.State().byes, 1U);
+}
+
+TEST_F(Plugging, TheSessionGoesOnlineByItselfWhenAnotherProgramLetsGoOfTheBoard) {
+  CreateAgent();
+  QuietSessionView view;
+  device::DeviceSession session(*agent, view);
+  mock.Plug(0);
+  std::unique_ptr<base::Disk::Lock> claim = hid::LockBoard(mock.Node()).lock;
+  ASSERT_NE(session.SearchAtStartUp(), device::DeviceSession::StartUp::Online);
+  session.GoOnlineTimerTick();
+  EXPECT_FALSE(session.IsOnline());
+  claim.reset();
+  session.GoOnlineTimerTick();
+  EXPECT_TRUE(session.IsOnline());
+  EXPECT_EQ(view.serialLabel, "Kestrin USB Serial Number: 4B535401");
 }
 
 TEST_F(Plugging, ABoardUnpluggedInTheMiddleOfASessionIsLeftWithoutAHang) {

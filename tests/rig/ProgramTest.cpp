@@ -128,6 +128,48 @@ TEST_F(Program, ABoardThatMayNotBeOpenedIsListedWithTheWayToPermitIt) {
   ThreadOfAnOrdinaryUser::Do([&] { EXPECT_EQ(RunJson(0, {"info"})["serial"], "4B535401"); });
 }
 
+// --- Two programs at one board ---
+
+TEST_F(Program, ASecondProgramIsTurnedAwayUntilTheFirstHasEndedEvenByForce) {
+  const std::string inUse = "Another program is using this board. Close it and try again.";
+  mock.Plug(4);
+  HoldTheAnswersTo(4);
+  auto first = Start({"download", Configuration()});
+  WaitUntilHeld();
+  const int writes = mock.Writes();
+
+  for (const char* path : {"auto", "hid:/dev/hidraw4"}) {
+    const Finished second = Run({"--board", path, "download", Configuration()});
+    EXPECT_EQ(second.code, 1) << path;
+    EXPECT_EQ(second.out, "") << path;
+    EXPECT_EQ(second.errors, "kestrinctl: " + inUse + "\n") << path;
+  }
+  EXPECT_EQ(RunJson(1, {"info"}), Json({{"error", inUse}}));
+  const Json listed = RunJson(0, {"devices"})["devices"];
+  ASSERT_EQ(listed.size(), 1U);
+  EXPECT_EQ(listed[0]["accessible"], true);
+  EXPECT_THAT(Run({"devices"}).out, HasSubstr("SN0001      in use\n"));
+  EXPECT_EQ(mock.Writes(), writes) << "the board was disturbed";
+
+  first->Signal(SIGKILL);
+  EXPECT_EQ(first->Wait().code, -SIGKILL);
+  EXPECT_EQ(RunJson(0, {"info"})["serial"], "4B535401");
+}
+
+TEST_F(Program, TwoProgramsUseTwoBoardsAtTheSameTime) {
+  SecondBoard other(host);
+  other.Mock().Plug(10);
+  mock.Plug(9);
+  HoldTheAnswersTo(4);
+  const auto first = Start({"--board", "hid:/dev/hidraw9", "download", Configuration()});
+  WaitUntilHeld();
+  EXPECT_EQ(RunJson(0, {"--board", "hid:/dev/hidraw10", "info"})["serial"], SecondBoard::kSerial);
+  EXPECT_EQ(RunJson(0, {"info"})["serial"], SecondBoard::kSerial) << "the one that is free";
+  EXPECT_EQ(Run({"--board", "hid:/dev/hidraw9", "info"}).code, 1);
+  LetTheAnswersThrough();
+  EXPECT_EQ(first->Wait().code, 0);
+}
+
 // --- Work on a board ---
 
 TEST_F(Program, AWholeDownloadArrivesAndIsVerified) {

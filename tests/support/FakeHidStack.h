@@ -23,6 +23,8 @@ struct FakeHidDevice {
   hid::HidNode node;
   Bytes descriptor;
   bool notPermitted = false;
+  /// Another program has it.
+  bool inUse = false;
   /// "" to let it be opened.
   std::string openError;
   /// Read by the host in this order.
@@ -38,7 +40,9 @@ struct FakeHidDevice {
   bool readFails = false;
   bool gone = false;
   Bytes feature;
+  /// How many connections are open, and how many ever were.
   int opened = 0;
+  int timesOpened = 0;
   /// How long the host asked to wait, each time.
   std::vector<std::chrono::milliseconds> waits;
 };
@@ -48,6 +52,7 @@ class FakeHidConnection final : public hid::HidConnection {
   FakeHidConnection(std::shared_ptr<FakeHidDevice> device, FakeClock& clock)
       : m_device(std::move(device)), m_clock(clock) {
     ++m_device->opened;
+    ++m_device->timesOpened;
   }
   ~FakeHidConnection() override { --m_device->opened; }
 
@@ -137,17 +142,30 @@ class FakeHidStack final : public hid::HidStack {
     return nodes;
   }
 
+  hid::Access Look(const hid::HidNode& node) override {
+    const auto device = Find(node);
+    if (!device) return {hid::Refusal::Failed, "No such device"};
+    if (device->notPermitted) return {hid::Refusal::NotPermitted, "Permission denied"};
+    if (device->inUse) return {hid::Refusal::InUse, ""};
+    if (!device->openError.empty()) return {hid::Refusal::Failed, device->openError};
+    return {};
+  }
+
   hid::OpenOutcome Open(const hid::HidNode& node) override {
-    for (const auto& device : m_bus.devices) {
-      if (device->node.path != node.path) continue;
-      if (device->notPermitted) return {nullptr, true, "Permission denied"};
-      if (!device->openError.empty()) return {nullptr, false, device->openError};
-      return {std::make_unique<FakeHidConnection>(device, m_bus.clock), false, ""};
-    }
-    throw std::logic_error("a path was opened that was not enumerated: " + node.path);
+    const auto device = Find(node);
+    if (!device) throw std::logic_error("a path was opened that was not enumerated: " + node.path);
+    const hid::Access access = Look(node);
+    if (access.refusal != hid::Refusal::None) return {nullptr, access};
+    return {std::make_unique<FakeHidConnection>(device, m_bus.clock), {}};
   }
 
  private:
+  [[nodiscard]] std::shared_ptr<FakeHidDevice> Find(const hid::HidNode& node) const {
+    for (const auto& device : m_bus.devices)
+      if (device->node.path == node.path) return device;
+    return nullptr;
+  }
+
   FakeHidBus& m_bus;
 };
 

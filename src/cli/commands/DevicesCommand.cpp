@@ -6,6 +6,11 @@ namespace kestrin::cli {
 
 namespace {
 
+const char* AccessOf(const hid::BoardListing& board) {
+  if (board.inUse) return "in use";
+  return board.accessible ? "yes" : "no";
+}
+
 class DevicesCommand final : public Command {
  public:
   [[nodiscard]] std::string Name() const override { return "devices"; }
@@ -21,7 +26,7 @@ class DevicesCommand final : public Command {
                          {"manufacturer", board.manufacturer},
                          {"product", board.product},
                          {"accessible", board.accessible}});
-      table.Add({board.path, board.manufacturer, board.product, board.serialNumber, board.accessible ? "yes" : "no"});
+      table.Add({board.path, board.manufacturer, board.product, board.serialNumber, AccessOf(board)});
       if (!board.advice.empty()) advice += "\n" + board.advice + "\n";
     }
     Report report;

@@ -1,23 +1,37 @@
 #include "platform/hid/AccessAdvice.h"
 
+#include "device/THIDagent.h"
+
 namespace kestrin::hid {
 
-std::string AccessAdvice(const std::string& path) {
-  std::string text = "A board is connected at " + path + ", but you are not permitted to open it. ";
+namespace {
+
+std::string HowToPermit() {
 #ifdef __linux__
-  text +=
-      "To permit it, install the rule that comes with this program: "
-      "sudo cp 70-kestrin.rules /etc/udev/rules.d/ && sudo udevadm control --reload && sudo udevadm trigger, "
-      "then plug the board in again.";
+  return "To permit it, install the rule that comes with this program: "
+         "sudo cp 70-kestrin.rules /etc/udev/rules.d/ && sudo udevadm control --reload && sudo udevadm trigger, "
+         "then plug the board in again.";
 #else
-  text += "Close other programs that use it, or ask the administrator of this computer.";
+  return "Close other programs that use it, or ask the administrator of this computer.";
 #endif
-  return text;
 }
 
-std::string OpenAdvice(const std::string& path, const std::string& reason) {
-  return "A board is connected at " + path + ", but it could not be opened: " + reason +
-         ". Plug the board in again; close other programs that use it.";
+}  // namespace
+
+std::string AccessAdvice(const std::string& path, const Access& access) {
+  const std::string connected = "A board is connected at " + path + ", but ";
+  switch (access.refusal) {
+    case Refusal::NotPermitted:
+      return connected + "you are not permitted to open it. " + HowToPermit();
+    case Refusal::InUse:
+      return device::kBoardInUse;
+    case Refusal::Failed:
+      return connected + "it could not be opened: " + access.reason +
+             ". Plug the board in again; close other programs that use it.";
+    case Refusal::None:
+      break;
+  }
+  return "";
 }
 
 }  // namespace kestrin::hid

@@ -2,11 +2,12 @@
 
 #include <string>
 
+#include "platform/hid/HidStack.h"
+
 namespace kestrin::hid {
 
-/// What to tell a person whose board is there but may not be opened: the board's path and how to permit it here.
-[[nodiscard]] std::string AccessAdvice(const std::string& path);
-/// The same for a board that could not be opened for any other reason, given in the system's words.
-[[nodiscard]] std::string OpenAdvice(const std::string& path, const std::string& reason);
+/// What to tell a person whose board is there but cannot be used: which one it is, why, and what to do about it; ""
+/// when it can.
+[[nodiscard]] std::string AccessAdvice(const std::string& path, const Access& access);
 
 }  // namespace kestrin::hid

@@ -15,13 +15,10 @@ std::vector<BoardListing> ListBoards(HidStack& stack) {
   std::sort(nodes.begin(), nodes.end(), ComesBefore);
   std::vector<BoardListing> boards;
   for (const HidNode& node : nodes) {
-    const OpenOutcome outcome = stack.Open(node);
-    BoardListing board{node.path, node.manufacturer, node.product, node.serialNumber, outcome.connection != nullptr,
-                       ""};
-    if (!board.accessible) {
-      board.advice = outcome.notPermitted ? AccessAdvice(node.path) : OpenAdvice(node.path, outcome.reason);
-    }
-    boards.push_back(board);
+    const Access access = stack.Look(node);
+    const bool inUse = access.refusal == Refusal::InUse;
+    boards.push_back({node.path, node.manufacturer, node.product, node.serialNumber,
+                      inUse || access.refusal == Refusal::None, inUse, AccessAdvice(node.path, access)});
   }
   return boards;
 }

@@ -30,11 +30,14 @@ struct BoardListing {
   std::string serialNumber;
   /// Whether this user may open it.
   bool accessible = false;
-  /// When it cannot be opened: why, and how to permit it. "" otherwise.
+  /// Whether another program uses it just now; the user may open it all the same.
+  bool inUse = false;
+  /// When it cannot be opened: why, and what to do about it. "" otherwise.
   std::string advice;
 };
 
-/// The boards that are plugged in, in the order in which an agent numbers them. Asks for the boards' ids alone.
+/// The boards that are plugged in, in the order in which an agent numbers them. Asks for the boards' ids alone, and
+/// disturbs no program that uses one.
 /// Not to be called while an agent made by CreateHidAgent() lives.
 [[nodiscard]] std::vector<BoardListing> ListBoards();
 

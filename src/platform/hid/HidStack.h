@@ -20,8 +20,9 @@ struct HidNode {
   std::string serialNumber;
 };
 
-/// One opened HID interface; closes it at its end. Reports begin with a byte for the report id when they are written
-/// (0 when the interface uses none), and when they are read only if the interface uses ids.
+/// One opened HID interface; closes it at its end, and keeps other programs off it until then. Reports begin with a
+/// byte for the report id when they are written (0 when the interface uses none), and when they are read only if the
+/// interface uses ids.
 class HidConnection {
  public:
   virtual ~HidConnection() = default;
@@ -45,14 +46,30 @@ class HidConnection {
   [[nodiscard]] virtual bool IsGone() = 0;
 };
 
+/// Why an interface cannot be opened.
+enum class Refusal {
+  /// It can.
+  None,
+  /// The system knows it but does not let this user open it.
+  NotPermitted,
+  /// Another program uses it.
+  InUse,
+  /// Anything else.
+  Failed,
+};
+
+/// Whether an interface can be opened.
+struct Access {
+  Refusal refusal = Refusal::None;
+  /// Why not, in the system's words, where the refusal does not say it all.
+  std::string reason;
+};
+
 /// What came of opening an interface.
 struct OpenOutcome {
-  /// Empty when it could not be opened.
+  /// Empty when it was refused.
   std::unique_ptr<HidConnection> connection;
-  /// The system knows the interface but does not let this user open it.
-  bool notPermitted = false;
-  /// Why it could not be opened, in the system's words.
-  std::string reason;
+  Access access;
 };
 
 /// The system's HID library as far as an agent needs it.
@@ -63,7 +80,9 @@ class HidStack {
   /// The interfaces with exactly these ids, each path once. Nothing else is asked for: on some systems mice and
   /// keyboards stall while they are asked for their names.
   [[nodiscard]] virtual std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) = 0;
-  /// Opens an interface that Enumerate() has named.
+  /// Whether an interface that Enumerate() has named can be opened. Disturbs no program that uses it or wants to.
+  [[nodiscard]] virtual Access Look(const HidNode& node) = 0;
+  /// Opens an interface that Enumerate() has named, for this program alone.
   [[nodiscard]] virtual OpenOutcome Open(const HidNode& node) = 0;
 };
 

@@ -77,8 +77,9 @@ std::string Utf8(const wchar_t* text) {
   return result;
 }
 
-HidapiConnection::HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity)
-    : m_device(std::move(device)), m_node(node), m_identity(identity) {}
+HidapiConnection::HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity,
+                                   std::unique_ptr<base::Disk::Lock> claim)
+    : m_claim(std::move(claim)), m_device(std::move(device)), m_node(node), m_identity(identity) {}
 
 std::vector<std::uint8_t> HidapiConnection::ReportDescriptor() {
 #if HID_API_VERSION >= HID_API_MAKE_VERSION(0, 14, 0)

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "base/Disk.h"
 #include "platform/hid/HidStack.h"
 #include "platform/hid/NodeIdentity.h"
 
@@ -23,7 +24,8 @@ class HidapiConnection final : public HidConnection {
   };
   using Handle = std::unique_ptr<hid_device, Closer>;
 
-  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity);
+  /// `claim` keeps other programs off the board.
+  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity, std::unique_ptr<base::Disk::Lock> claim);
 
   [[nodiscard]] std::vector<std::uint8_t> ReportDescriptor() override;
   [[nodiscard]] std::string IndexedString(std::uint32_t index) override;
@@ -34,6 +36,8 @@ class HidapiConnection final : public HidConnection {
   [[nodiscard]] bool IsGone() override;
 
  private:
+  /// Before the device, so that it is closed when others may have it.
+  std::unique_ptr<base::Disk::Lock> m_claim;
   Handle m_device;
   HidNode m_node;
   NodeIdentity m_identity;

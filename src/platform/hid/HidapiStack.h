@@ -13,6 +13,7 @@ class HidapiStack final : public HidStack {
   HidapiStack& operator=(const HidapiStack&) = delete;
 
   [[nodiscard]] std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) override;
+  [[nodiscard]] Access Look(const HidNode& node) override;
   [[nodiscard]] OpenOutcome Open(const HidNode& node) override;
 };
 

@@ -24,16 +24,15 @@ NodeProbe ProbeNode(const std::string& path) {
   NodeProbe probe;
   const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) {
-    probe.notPermitted = errno == EACCES || errno == EPERM;
-    probe.reason = Words(errno);
+    const bool forbidden = errno == EACCES || errno == EPERM;
+    probe.access = {forbidden ? Refusal::NotPermitted : Refusal::Failed, Words(errno)};
     return probe;
   }
   int size = 0;
   struct stat status {};
   if (::ioctl(file, HIDIOCGRDESCSIZE, &size) < 0 || ::fstat(file, &status) < 0) {
-    probe.reason = Words(errno);
+    probe.access = {Refusal::Failed, Words(errno)};
   } else {
-    probe.usable = true;
     probe.identity = {status.st_dev, status.st_ino};
   }
   ::close(file);

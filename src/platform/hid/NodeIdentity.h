@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/hid/HidStack.h"
+
 namespace kestrin::hid {
 
 /// Which device file stands at a path: the same path means another device after an unplug and a plug.
@@ -16,10 +18,8 @@ struct NodeIdentity {
 
 /// What came of looking at a device file before the library opens it.
 struct NodeProbe {
-  bool usable = false;
-  bool notPermitted = false;
-  /// Why it is not usable, in the system's words.
-  std::string reason;
+  Access access;
+  /// Of a device file that can be opened.
   NodeIdentity identity;
 };
 

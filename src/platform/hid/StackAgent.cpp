@@ -36,6 +36,7 @@ void StackAgent::CloseAll() {
   m_stopWanted = false;
   m_monitor.reset();
   m_pending.clear();
+  m_inUse.clear();
   m_interfaces.clear();
   m_current = Selection();
 }
@@ -57,11 +58,13 @@ void StackAgent::OpenMatching() {
   std::vector<HidNode> nodes = m_stack->Enumerate(m_match.VID_To_Match, m_match.PID_To_Match);
   std::sort(nodes.begin(), nodes.end(), ComesBefore);
   std::string problem;
+  m_inUse.clear();
   for (const HidNode& node : nodes) {
     if (m_stopWanted) return;
     if (IsOpen(node.path) || !IsWanted(node.path)) continue;
-    const std::string reason = Open(node);
-    if (problem.empty()) problem = reason;
+    const Access access = Open(node);
+    if (access.refusal == Refusal::InUse) m_inUse.push_back(node);
+    if (problem.empty()) problem = AccessAdvice(node.path, access);
   }
   m_accessProblem = m_interfaces.empty() ? problem : "";
 }
@@ -71,13 +74,11 @@ bool StackAgent::IsOpen(const std::string& path) const {
                      [&](const std::unique_ptr<HidInterface>& open) { return open->Node().path == path; });
 }
 
-std::string StackAgent::Open(const HidNode& node) {
+Access StackAgent::Open(const HidNode& node) {
   OpenOutcome outcome = m_stack->Open(node);
-  if (!outcome.connection) {
-    return outcome.notPermitted ? AccessAdvice(node.path) : OpenAdvice(node.path, outcome.reason);
-  }
+  if (!outcome.connection) return outcome.access;
   ReportDescriptor::Result read = ReportDescriptor::Read(outcome.connection->ReportDescriptor());
-  if (!read.error.empty()) return OpenAdvice(node.path, read.error);
+  if (!read.error.empty()) return {Refusal::Failed, read.error};
 
   const auto lengthIn = static_cast<std::int32_t>(read.descriptor.LongestReport(device::ReportType::Input));
   const auto lengthOut = static_cast<std::int32_t>(read.descriptor.LongestReport(device::ReportType::Output));
@@ -85,7 +86,7 @@ std::string StackAgent::Open(const HidNode& node) {
   m_interfaces.push_back(
       std::make_unique<HidInterface>(handle, node, std::move(outcome.connection), std::move(read.descriptor)));
   if (m_events != nullptr) m_events->InterfaceOpened(handle, lengthIn, lengthOut, node.path);
-  return "";
+  return {};
 }
 
 // --- Coming and going ---
@@ -94,6 +95,7 @@ void StackAgent::Refresh() {
   if (m_inTransfer || m_delivering || m_searching) return;
   const base::RaisedFlag delivering(m_delivering);
   CollectNotices();
+  CollectFreed();
   while (!m_pending.empty()) {
     const PendingEvent event = std::move(m_pending.front());
     m_pending.pop_front();
@@ -128,6 +130,14 @@ void StackAgent::CollectNotices() {
     m_pending.push_back(event);
   }
   for (std::string& path : arrived) m_pending.push_back({PendingEvent::Kind::Arrived, 0, std::move(path)});
+}
+
+void StackAgent::CollectFreed() {
+  std::erase_if(m_inUse, [this](const HidNode& node) {
+    const bool freed = m_stack->Look(node).refusal != Refusal::InUse;
+    if (freed) m_pending.push_back({PendingEvent::Kind::Arrived, 0, node.path});
+    return freed;
+  });
 }
 
 void StackAgent::Deliver(const PendingEvent& event) {

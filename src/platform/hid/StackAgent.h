@@ -25,7 +25,8 @@ namespace kestrin::hid {
 /// While a read waits, the event pump gets its turn at least every 20 ms, and handlers that it runs may call the agent:
 /// a second transfer is refused (false), a search opens nothing, Refresh() leaves notices for later, Stop() ends the
 /// wait as failed and takes effect behind it. What they select is forgotten when the wait goes on.
-/// Coming and going is reported from Refresh() alone; ReportArrived() and ReportTimedOut() at the end of a read.
+/// Coming and going is reported from Refresh() alone, which also looks whether a board that another program used has
+/// become free; ReportArrived() and ReportTimedOut() at the end of a read.
 class StackAgent final : public device::THIDagent {
  public:
   /// Makes what notices devices; called by Start().
@@ -93,10 +94,12 @@ class StackAgent final : public device::THIDagent {
   [[nodiscard]] bool IsOpen(const std::string& path) const;
   [[nodiscard]] bool IsWanted(const std::string& path) const { return m_onlyPath.empty() || path == m_onlyPath; }
   void OpenMatching();
-  /// Opens one interface and tells. Returns why not, "" when it is open.
-  [[nodiscard]] std::string Open(const HidNode& node);
+  /// Opens one interface and tells. Returns why not, if it is not open.
+  [[nodiscard]] Access Open(const HidNode& node);
   [[nodiscard]] bool WaitForInput();
   void CollectNotices();
+  /// Boards that another program has let go of since they were refused count as arrived.
+  void CollectFreed();
   void Deliver(const PendingEvent& event);
   /// Takes an interface out of the list and moves the selection with it. False when it is not in the list.
   bool Close(std::int32_t handle);
@@ -118,6 +121,8 @@ class StackAgent final : public device::THIDagent {
   Selection m_current;
   std::int32_t m_lastHandle = 0;
   std::string m_accessProblem;
+  /// The boards that the last search left to other programs.
+  std::vector<HidNode> m_inUse;
   bool m_inTransfer = false;
   bool m_searching = false;
   bool m_delivering = false;

@@ -35,6 +35,25 @@ TEST(BoardList, ListsBoardsInOrderWithTheirTextsAndWhetherTheyOpen) {
   EXPECT_THAT(boards[2].advice, HasSubstr("No such device"));
 }
 
+TEST(BoardList, ABoardThatAnotherProgramUsesIsTheUsersAllTheSame) {
+  support::FakeHidBus bus;
+  bus.Plug("/dev/hidraw2", support::BoardDescriptor()).inUse = true;
+  support::FakeHidStack stack(bus);
+  const std::vector<BoardListing> boards = ListBoards(stack);
+  ASSERT_EQ(boards.size(), 1U);
+  EXPECT_TRUE(boards[0].accessible);
+  EXPECT_TRUE(boards[0].inUse);
+  EXPECT_EQ(boards[0].advice, "Another program is using this board. Close it and try again.");
+}
+
+TEST(BoardList, ListingOpensNothing) {
+  support::FakeHidBus bus;
+  support::FakeHidDevice& board = bus.Plug("/dev/hidraw2", support::BoardDescriptor());
+  support::FakeHidStack stack(bus);
+  EXPECT_FALSE(ListBoards(stack).front().inUse);
+  EXPECT_EQ(board.timesOpened, 0);
+}
+
 TEST(BoardList, IsEmptyWithoutBoards) {
   support::FakeHidBus bus;
   support::FakeHidStack stack(bus);

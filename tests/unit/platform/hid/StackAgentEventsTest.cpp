@@ -140,6 +140,89 @@ TEST_F(StackAgentEvents, ABoardWithADamagedDescriptorIsClosedAgainAndNamed) {
   EXPECT_THAT(agent->AccessProblem(), HasSubstr("an item is cut off"));
 }
 
+// --- Boards that another program uses ---
+
+constexpr const char* kInUse = "Another program is using this board. Close it and try again.";
+
+TEST_F(StackAgentEvents, ABoardThatAnotherProgramUsesIsToldApart) {
+  Plug("/dev/hidraw3").inUse = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), kInUse);
+  EXPECT_THAT(events.lines, IsEmpty());
+}
+
+TEST_F(StackAgentEvents, ABoardThatAnotherProgramLetsGoOfCountsAsArrivedOnce) {
+  support::FakeHidDevice& board = Plug("/dev/hidraw3");
+  board.inUse = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+  board.inUse = false;
+  agent->Refresh();
+  agent->Refresh();
+  EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw3"});
+  EXPECT_EQ(board.timesOpened, 0) << "only the search that the arrival starts takes it";
+  EXPECT_TRUE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+}
+
+TEST_F(StackAgentEvents, ABoardThatIsTakenAgainIsWaitedForAgain) {
+  support::FakeHidDevice& board = Plug("/dev/hidraw3");
+  board.inUse = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  board.inUse = false;
+  agent->Refresh();
+  board.inUse = true;
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), kInUse);
+  events.lines.clear();
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+  board.inUse = false;
+  agent->Refresh();
+  EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw3"});
+}
+
+TEST_F(StackAgentEvents, ABoardThatVanishesWhileAnotherProgramUsesItIsForgotten) {
+  Plug("/dev/hidraw3").inUse = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  bus.Unplug("/dev/hidraw3");
+  agent->Refresh();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+  events.lines.clear();
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+}
+
+TEST_F(StackAgentEvents, ABoardBesideOneThatAnotherProgramUsesIsUsedAndTheOtherStillWaitedFor) {
+  support::FakeHidDevice& other = Plug("/dev/hidraw0");
+  other.inUse = true;
+  Plug("/dev/hidraw1");
+  Create();
+  EXPECT_TRUE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+  events.lines.clear();
+  other.inUse = false;
+  agent->Refresh();
+  EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw0"});
+}
+
+TEST_F(StackAgentEvents, AStoppedAgentWaitsForNoBoard) {
+  support::FakeHidDevice& board = Plug("/dev/hidraw3");
+  board.inUse = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  agent->Stop();
+  board.inUse = false;
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+}
+
 // --- Coming and going ---
 
 TEST_F(StackAgentEvents, AnUnpluggedBoardIsClosedAndThenRemoved) {

@@ -1,0 +1,136 @@
+#include "platform/hid/BoardLock.h"
+
+#if defined(__linux__)
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#elif defined(_WIN32)
+#include <windows.h>
+
+#include <algorithm>
+#endif
+
+#include <system_error>
+#include <utility>
+
+namespace kestrin::hid {
+
+namespace {
+
+using base::Disk;
+
+#if defined(__linux__)
+
+/// A lock of the whole device file. It belongs to the open file and not to the process: two parts of one program keep
+/// each other off as two programs do, and the HID library's own closing of the node lets go of nothing.
+struct flock WholeFile() {
+  struct flock range {};
+  range.l_type = F_WRLCK;
+  range.l_whence = SEEK_SET;
+  return range;
+}
+
+/// An open device file.
+class NodeFile final : public Disk::Lock {
+ public:
+  explicit NodeFile(const std::string& path) : m_file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK)) {}
+  ~NodeFile() override {
+    if (m_file >= 0) ::close(m_file);
+  }
+  NodeFile(const NodeFile&) = delete;
+  NodeFile& operator=(const NodeFile&) = delete;
+
+  [[nodiscard]] bool IsOpen() const { return m_file >= 0; }
+  [[nodiscard]] bool Lock() const {
+    struct flock range = WholeFile();
+    return ::fcntl(m_file, F_OFD_SETLK, &range) == 0;
+  }
+  [[nodiscard]] bool IsLocked() const {
+    struct flock range = WholeFile();
+    return ::fcntl(m_file, F_OFD_GETLK, &range) == 0 && range.l_type != F_UNLCK;
+  }
+
+ private:
+  int m_file;
+};
+
+#elif defined(_WIN32)
+
+/// A named object that is there for as long as somebody has it open.
+class Name final : public Disk::Lock {
+ public:
+  explicit Name(HANDLE object) : m_object(object) {}
+  ~Name() override { ::CloseHandle(m_object); }
+  Name(const Name&) = delete;
+  Name& operator=(const Name&) = delete;
+
+ private:
+  HANDLE m_object;
+};
+
+/// The same for all who are logged in. Behind the first backslash there may be no other.
+std::wstring NameFor(const std::string& path) {
+  std::wstring name(path.begin(), path.end());
+  std::replace(name.begin(), name.end(), L'\\', L'/');
+  return L"Global\\Kestrin board " + name;
+}
+
+#endif
+
+}  // namespace
+
+#if defined(__linux__)
+
+Disk::LockResult LockBoard(const std::string& path) {
+  Disk::LockResult result;
+  auto file = std::make_unique<NodeFile>(path);
+  if (file->IsOpen() && file->Lock()) {
+    result.lock = std::move(file);
+  } else {
+    result.heldByAnother = file->IsOpen() && (errno == EAGAIN || errno == EACCES);
+    if (!result.heldByAnother) result.error = {errno, std::generic_category()};
+  }
+  return result;
+}
+
+bool IsBoardLocked(const std::string& path) {
+  const NodeFile file(path);
+  return file.IsOpen() && file.IsLocked();
+}
+
+#elif defined(_WIN32)
+
+Disk::LockResult LockBoard(const std::string& path) {
+  Disk::LockResult result;
+  const HANDLE object = ::CreateMutexW(nullptr, FALSE, NameFor(path).c_str());
+  const DWORD error = ::GetLastError();
+  // One that another user made may not even be opened.
+  result.heldByAnother = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
+  if (object != nullptr && result.heldByAnother) {
+    ::CloseHandle(object);
+  } else if (object != nullptr) {
+    result.lock = std::make_unique<Name>(object);
+  } else if (!result.heldByAnother) {
+    result.error = {static_cast<int>(error), std::system_category()};
+  }
+  return result;
+}
+
+bool IsBoardLocked(const std::string& path) {
+  const HANDLE object = ::OpenMutexW(SYNCHRONIZE, FALSE, NameFor(path).c_str());
+  if (object == nullptr) return ::GetLastError() == ERROR_ACCESS_DENIED;
+  ::CloseHandle(object);
+  return true;
+}
+
+#else
+
+// Elsewhere hidapi itself opens a device for one program alone.
+Disk::LockResult LockBoard(const std::string&) { return {std::make_unique<Disk::Lock>(), false, {}}; }
+
+bool IsBoardLocked(const std::string&) { return false; }
+
+#endif
+
+}  // namespace kestrin::hid
