@@ -75,7 +75,7 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   base::SystemClock clock;
   files::SystemDisk disk;
   app::CommandGate gate;
-  const boards::BoardAgent board = boards::MakeBoardAgent(options.board, clock, gate.Pump());
+  const boards::BoardAgent board = boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
   if (!board.problem.empty()) return Tell(stderr, "kestrin: " + QString::fromStdString(board.problem) + '\n', kFailed);
 
   const std::filesystem::path data = DataFolder();

@@ -11,7 +11,7 @@ namespace kestrin::cli {
 namespace {
 
 std::unique_ptr<device::THIDagent> AgentOf(Context& context, base::Clock& clock) {
-  boards::BoardAgent made = boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump());
+  boards::BoardAgent made = boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump(), context.disk);
   if (!made.problem.empty()) throw CommandFailure(ExitCode::Failed, made.problem);
   return std::move(made.agent);
 }

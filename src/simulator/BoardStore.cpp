@@ -5,6 +5,7 @@
 
 #include "base/WholeFile.h"
 #include "device/BoardIdentity.h"
+#include "device/THIDagent.h"
 #include "simulator/BoardStateJson.h"
 #include "simulator/Json.h"
 
@@ -19,6 +20,14 @@ constexpr std::uint8_t kErased = 0xFF;
 std::string Quoted(const fs::path& path) {
   const std::u8string text = path.u8string();
   return "\"" + std::string(text.begin(), text.end()) + "\"";
+}
+
+/// A pipe would wait for somebody at its other end, a device may never come to an end at all. "" for anything else.
+std::string WhyNoFile(const fs::path& path) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  if (!fs::is_other(status) || status.type() == fs::file_type::unknown) return "";
+  return Quoted(path) + " is no file: move away what has its name";
 }
 
 /// Reads "board.json" if it is there. Returns "" or what is wrong.
@@ -46,7 +55,7 @@ std::size_t FlashSizeOf(std::uint16_t id) {
 BoardStore::BoardStore(const fs::path& folder)
     : m_flashPath(folder / "flash.bin"), m_statePath(folder / "board.json") {}
 
-BoardStore::Opened BoardStore::Open(const BoardOptions& options) {
+BoardStore::Opened BoardStore::Open(const BoardOptions& options, base::Disk* disk) {
   Opened opened;
   std::error_code error;
   fs::create_directories(options.dir, error);
@@ -58,7 +67,22 @@ BoardStore::Opened BoardStore::Open(const BoardOptions& options) {
     return opened;
   }
   std::unique_ptr<BoardStore> store(new BoardStore(options.dir));
-  opened.problem = ReadState(store->m_statePath, opened.state);
+  if (disk != nullptr) {
+    base::Disk::LockResult claim = disk->TryLock(options.dir / "board.lock");
+    opened.inUse = claim.heldByAnother;
+    if (opened.inUse) {
+      opened.problem = device::kBoardInUse;
+    } else if (!claim.lock) {
+      opened.problem = "The simulated board in " + Quoted(options.dir) +
+                       " could not be kept for this program: " + claim.error.message() +
+                       "; look at the permissions of its \"board.lock\"";
+    }
+    if (!opened.problem.empty()) return opened;
+    store->m_lock = std::move(claim.lock);
+  }
+  for (const fs::path& path : {store->m_flashPath, store->m_statePath})
+    if (opened.problem.empty()) opened.problem = WhyNoFile(path);
+  if (opened.problem.empty()) opened.problem = ReadState(store->m_statePath, opened.state);
   if (!opened.problem.empty()) return opened;
   opened.state.id = options.id.value_or(opened.state.id);
   opened.state.serial = options.serial.value_or(opened.state.serial);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Disk.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/BoardState.h"
 
@@ -20,13 +21,14 @@ namespace kestrin::simulator {
 /// Keeps a board's state in a folder, so that it outlives the process: "flash.bin", the raw flash image from address 0
 /// up to the highest address written or further, and "board.json", everything else. Both are written as the commands
 /// arrive, so that also a process that is killed leaves what a real board would hold. One board at a time may use a
-/// folder.
+/// folder: "board.lock" stands for that, and is nothing but a place for the lock.
 class BoardStore {
  public:
   struct Opened;
   /// Opens the folder, makes it when it is absent, and reads what is there. A file or member that is missing means the
   /// factory's state; `id` and `serial` of the options go before those that are kept. What is damaged is left as it is.
-  [[nodiscard]] static Opened Open(const BoardOptions& options);
+  /// Nothing is read or written while another holds the folder's lock; without a disk nobody looks.
+  [[nodiscard]] static Opened Open(const BoardOptions& options, base::Disk* disk = nullptr);
 
   /// The flash holds other bytes from `address` on.
   void WriteFlash(std::span<const std::uint8_t> flash, std::size_t address, std::size_t count);
@@ -43,6 +45,7 @@ class BoardStore {
   void OpenFlash(std::ios::openmode mode);
   void CheckFlash();
 
+  std::unique_ptr<base::Disk::Lock> m_lock;
   std::filesystem::path m_flashPath;
   std::filesystem::path m_statePath;
   std::fstream m_flash;
@@ -56,6 +59,8 @@ struct BoardStore::Opened {
   std::unique_ptr<BoardStore> store;
   BoardState state;
   std::vector<std::uint8_t> flash;
+  /// Another program has the folder; the problem says so.
+  bool inUse = false;
   /// "" when everything is well.
   std::string problem;
 };

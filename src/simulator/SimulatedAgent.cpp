@@ -24,24 +24,31 @@ constexpr Variable kVariables[] = {{ReportType::Output, 1}, {ReportType::Input, 
 
 }  // namespace
 
-SimulatedAgent::Created SimulatedAgent::Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump) {
-  VirtualBoard::Created created = VirtualBoard::Create(options);
-  if (!created.board) return {nullptr, std::move(created.problem)};
-  return {
-      std::unique_ptr<SimulatedAgent>(new SimulatedAgent(std::move(created.board), options, clock, std::move(pump))),
-      ""};
+SimulatedAgent::Created SimulatedAgent::Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump,
+                                               base::Disk* disk) {
+  std::unique_ptr<SimulatedAgent> agent(new SimulatedAgent(options, clock, std::move(pump), disk));
+  if (!agent->TakeBoard() && !agent->m_inUse) return {nullptr, agent->m_refusal};
+  return {std::move(agent), ""};
 }
 
-SimulatedAgent::SimulatedAgent(std::unique_ptr<VirtualBoard> board, const BoardOptions& options, base::Clock& clock,
-                               base::EventPump pump)
-    : m_clock(clock), m_pump(std::move(pump)), m_board(std::move(board)), m_faults(options.faults) {
+SimulatedAgent::SimulatedAgent(const BoardOptions& options, base::Clock& clock, base::EventPump pump, base::Disk* disk)
+    : m_options(options), m_clock(clock), m_pump(std::move(pump)), m_disk(disk), m_faults(options.faults) {
   if (options.wire == BoardOptions::Wire::Usb) m_wire.emplace(clock);
+}
+
+bool SimulatedAgent::TakeBoard() {
+  if (m_board) return true;
+  VirtualBoard::Created created = VirtualBoard::Create(m_options, m_disk);
+  m_board = std::move(created.board);
+  m_inUse = created.inUse;
+  m_refusal = std::move(created.problem);
+  return m_board != nullptr;
 }
 
 void SimulatedAgent::Unplug() {
   if (!std::exchange(m_plugged, false)) return;
   m_connected = false;
-  m_board->LosePower();
+  if (m_board) m_board->LosePower();
   m_notices.push_back(Notice::Removal);
 }
 
@@ -64,7 +71,7 @@ bool SimulatedAgent::Matches() const {
 
 bool SimulatedAgent::SearchAndOpen() {
   const bool awaitsNotice = m_open && !m_connected;
-  if (!m_plugged || awaitsNotice || !Matches() || !AccessProblem().empty()) return false;
+  if (!m_plugged || awaitsNotice || !Matches() || !TakeBoard() || !AccessProblem().empty()) return false;
   if (!m_open) {
     m_open = true;
     m_connected = true;
@@ -86,6 +93,7 @@ void SimulatedAgent::Refresh() {
   // to its end before the next.
   if (m_delivering) return;
   const base::RaisedFlag delivering(m_delivering);
+  if (m_started && !m_board && TakeBoard()) m_notices.push_back(Notice::Arrival);
   while (m_started && !m_inTransfer && !m_notices.empty()) {
     const Notice notice = m_notices.front();
     m_notices.erase(m_notices.begin());

@@ -29,10 +29,12 @@ class SimulatedAgent final : public device::THIDagent {
   static constexpr base::Clock::Duration kSlice = std::chrono::milliseconds(20);
 
   struct Created;
-  /// The board that the options describe, plugged in. The clock must outlive the agent.
-  [[nodiscard]] static Created Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump = {});
+  /// The board that the options describe, plugged in. Clock and disk must outlive the agent. With a disk, the board's
+  /// folder is kept for this agent; one that another program uses is waited for: see AccessProblem() and Refresh().
+  [[nodiscard]] static Created Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump = {},
+                                      base::Disk* disk = nullptr);
 
-  /// The board on the other end.
+  /// The board on the other end. Not while another program has it.
   [[nodiscard]] VirtualBoard& Board() { return *m_board; }
   [[nodiscard]] bool IsPlugged() const { return m_plugged; }
   /// Pulls the board off: it loses its power and whatever it was about to answer.
@@ -47,9 +49,10 @@ class SimulatedAgent final : public device::THIDagent {
   /// Finds nothing while the board is unplugged, while the notice of an unplugging is still to come, and once the board
   /// cannot keep its state.
   [[nodiscard]] bool SearchAndOpen() override;
+  /// A board that another program has let go of counts as plugged in.
   void Refresh() override;
-  /// Why the board can no longer keep its state in its folder.
-  [[nodiscard]] std::string AccessProblem() const override { return m_board->Problem(); }
+  /// Why the board can no longer keep its state in its folder, or that another program uses it.
+  [[nodiscard]] std::string AccessProblem() const override { return m_board ? m_board->Problem() : m_refusal; }
 
   [[nodiscard]] std::int32_t NumberOfInterfaces() const override { return m_open ? 1 : 0; }
   void SelectInterface(std::int32_t number) override;
@@ -83,9 +86,10 @@ class SimulatedAgent final : public device::THIDagent {
   /// What the HID stack has noticed and nobody was told yet.
   enum class Notice { Removal, Arrival };
 
-  SimulatedAgent(std::unique_ptr<VirtualBoard> board, const BoardOptions& options, base::Clock& clock,
-                 base::EventPump pump);
+  SimulatedAgent(const BoardOptions& options, base::Clock& clock, base::EventPump pump, base::Disk* disk);
 
+  /// Makes the board unless it is there already. False while that is not possible, for the reason in m_refusal.
+  bool TakeBoard();
   [[nodiscard]] bool Matches() const;
   void RequireInterface() const;
   [[nodiscard]] std::span<std::uint8_t> Values();
@@ -94,9 +98,14 @@ class SimulatedAgent final : public device::THIDagent {
   [[nodiscard]] std::optional<VirtualBoard::Answer> WaitForAnswer();
   void Pass(std::size_t bytes);
 
+  BoardOptions m_options;
   base::Clock& m_clock;
   base::EventPump m_pump;
+  base::Disk* m_disk;
+  /// Empty while another program has it.
   std::unique_ptr<VirtualBoard> m_board;
+  std::string m_refusal;
+  bool m_inUse = false;
   FaultPlan m_faults;
   std::optional<UsbWire> m_wire;
 

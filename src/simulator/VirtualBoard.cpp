@@ -48,11 +48,11 @@ std::uint32_t Get24(std::span<const std::uint8_t> report, std::size_t element) {
   return base::GetBig24(report.subspan(element).first<3>());
 }
 
-BoardStore::Opened InMemory(const BoardState& state) { return {nullptr, state, {}, ""}; }
+BoardStore::Opened InMemory(const BoardState& state) { return {nullptr, state, {}, false, ""}; }
 
 }  // namespace
 
-VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options) {
+VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options, base::Disk* disk) {
   BoardStore::Opened opened;
   if (options.dir.empty()) {
     BoardState state;
@@ -60,10 +60,10 @@ VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options) {
     state.serial = options.serial.value_or(state.serial);
     opened = InMemory(state);
   } else {
-    opened = BoardStore::Open(options);
-    if (!opened.problem.empty()) return {nullptr, std::move(opened.problem)};
+    opened = BoardStore::Open(options, disk);
+    if (!opened.problem.empty()) return {nullptr, opened.inUse, std::move(opened.problem)};
   }
-  return {std::unique_ptr<VirtualBoard>(new VirtualBoard(options.erase, std::move(opened))), ""};
+  return {std::unique_ptr<VirtualBoard>(new VirtualBoard(options.erase, std::move(opened))), false, ""};
 }
 
 VirtualBoard::VirtualBoard(const BoardState& state, Time eraseTime) : VirtualBoard(eraseTime, InMemory(state)) {}

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/Clock.h"
+#include "base/Disk.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/BoardState.h"
 #include "simulator/BoardStore.h"
@@ -40,8 +41,8 @@ class VirtualBoard {
 
   struct Created;
   /// A board as the options want it, with its state from the options' folder if they name one. (`wire` and `faults` are
-  /// matters of the way to the board.)
-  [[nodiscard]] static Created Create(const BoardOptions& options);
+  /// matters of the way to the board.) With a disk, a folder that another program uses is left alone.
+  [[nodiscard]] static Created Create(const BoardOptions& options, base::Disk* disk = nullptr);
 
   /// A board that keeps its state in memory, with an erased flash.
   explicit VirtualBoard(const BoardState& state = {}, Time eraseTime = {});
@@ -102,6 +103,8 @@ class VirtualBoard {
 /// A board, or a text that says what is wrong with its state folder.
 struct VirtualBoard::Created {
   std::unique_ptr<VirtualBoard> board;
+  /// Another program uses the folder just now; the problem says so.
+  bool inUse = false;
   std::string problem;
 };
 

@@ -7,9 +7,10 @@
 
 namespace kestrin::boards {
 
-BoardAgent MakeBoardAgent(const BoardChoice& choice, base::Clock& clock, const base::EventPump& pump) {
+BoardAgent MakeBoardAgent(const BoardChoice& choice, base::Clock& clock, const base::EventPump& pump,
+                          base::Disk& disk) {
   if (choice.kind != BoardChoice::Kind::Simulated) return {hid::CreateHidAgent(clock, {pump, choice.path}), ""};
-  simulator::SimulatedAgent::Created created = simulator::SimulatedAgent::Create(choice.simulated, clock, pump);
+  simulator::SimulatedAgent::Created created = simulator::SimulatedAgent::Create(choice.simulated, clock, pump, &disk);
   return {std::move(created.agent), std::move(created.problem)};
 }
 

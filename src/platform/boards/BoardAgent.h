@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/Clock.h"
+#include "base/Disk.h"
 #include "base/EventPump.h"
 #include "device/THIDagent.h"
 #include "platform/boards/BoardChoice.h"
@@ -16,7 +17,9 @@ struct BoardAgent {
   std::string problem;
 };
 
-/// The agent that sees the chosen board. `clock` must outlive it. Fails when a simulated board's state cannot be had.
-[[nodiscard]] BoardAgent MakeBoardAgent(const BoardChoice& choice, base::Clock& clock, const base::EventPump& pump);
+/// The agent that sees the chosen board. `clock` and `disk` must outlive it. Fails when a simulated board's state
+/// cannot be had, but not when another program has the board just now: see THIDagent::AccessProblem().
+[[nodiscard]] BoardAgent MakeBoardAgent(const BoardChoice& choice, base::Clock& clock, const base::EventPump& pump,
+                                        base::Disk& disk);
 
 }  // namespace kestrin::boards

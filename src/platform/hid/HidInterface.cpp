@@ -101,10 +101,9 @@ void HidInterface::GetElements(std::size_t variable, std::span<std::uint8_t> val
 }
 
 std::vector<std::uint8_t> HidInterface::WithId(std::size_t report) const {
-  std::vector<std::uint8_t> bytes;
-  bytes.reserve(m_values[report].size() + 1);
-  bytes.push_back(m_descriptor.Reports()[report].id);
-  bytes.insert(bytes.end(), m_values[report].begin(), m_values[report].end());
+  const std::vector<std::uint8_t>& value = m_values[report];
+  std::vector<std::uint8_t> bytes(value.size() + 1, m_descriptor.Reports()[report].id);
+  std::copy(value.begin(), value.end(), bytes.begin() + 1);
   return bytes;
 }
 

@@ -71,7 +71,7 @@ class MainFixture : public testing::Test {
   void Make(const std::string& board = "", bool plugged = true) {
     const auto parsed = simulator::BoardOptions::Parse(board);
     ASSERT_EQ(parsed.problem, "");
-    auto created = simulator::SimulatedAgent::Create(parsed.options, Clock(), gate.Pump());
+    auto created = simulator::SimulatedAgent::Create(parsed.options, Clock(), gate.Pump(), &disk);
     ASSERT_EQ(created.problem, "");
     agent = std::move(created.agent);
     if (!plugged) agent->Unplug();

@@ -39,6 +39,33 @@ TEST_F(Session, NoticesABoardByItself) {
   EXPECT_TRUE(Until([this] { return LabelText("SerialLabel").isEmpty(); }));
 }
 
+TEST_F(Session, WaitsOfflineForABoardThatAnotherProgramUsesAndSaysSo) {
+  const QString inUse = "Another program is using this board. Close it and try again.";
+  const std::filesystem::path board = folder / "board";
+  std::filesystem::create_directories(board);
+  std::unique_ptr<base::Disk::Lock> other = disk.TryLock(board / "board.lock").lock;
+  Make("dir=" + board.string());
+  dialogs.okAnswers = {true};
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  ASSERT_EQ(dialogs.asked.size(), 1U);
+  EXPECT_EQ(dialogs.asked[0].advice, inUse);
+  const auto& label = Find<QLabel>("NoBoardLabel");
+  EXPECT_TRUE(label.isVisible());
+  EXPECT_EQ(label.toolTip(), inUse);
+  EXPECT_EQ(label.accessibleDescription(), inUse);
+  Tick("NoticeTimer");
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(LabelText("SerialLabel"), "");
+
+  other.reset();
+  Tick("NoticeTimer");
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B535401");
+  EXPECT_FALSE(label.isVisible());
+  EXPECT_EQ(label.toolTip(), "");
+}
+
 TEST_F(Session, ShowsABoardThatNeverTellsItsSerialNumber) {
   // The answers 2 and 3 are those of GetSN, behind the one of GetID.
   Start("fault=read:2,fault=read:3");
