@@ -17,7 +17,10 @@ check_files() {
   done < <(source_files)
   if [ -z "$long" ]; then pass; else fail "longer than $longest_file lines:$long"; fi
 
-  if (cd "$project" && source_files | xargs clang-format-14 --dry-run --Werror); then
+  # Each version lays out a few things in its own way, so only the one that the code was laid out with can judge.
+  if ! command -v clang-format-14 >/dev/null; then
+    echo "Left out: the layout of the code, since clang-format-14 is not here; Debian 12 has it."
+  elif (cd "$project" && source_files | xargs clang-format-14 --dry-run --Werror); then
     pass
   else
     fail "the layout; clang-format-14 -i puts it right"
@@ -61,12 +64,15 @@ fuzz_all() {
 quick_checks='-clang-analyzer-*,-misc-*,-bugprone-*,bugprone-use-after-move,bugprone-unused-return-value'
 
 check_tidy() {
-  local log
+  local log runner
   log="$(mktemp)"
+  runner="$(first_that is_a_command "run-clang-tidy-14|run-clang-tidy")" || { fail "clang-tidy is not installed"; return; }
   # Several sources at a time, as the build takes them: most of the work is in the headers that they share.
-  configure release -B "$project/build/tidy" -DKESTRIN_TESTS=OFF -DKESTRIN_UNITY=ON >"$log" 2>&1
+  if ! configure release -B "$project/build/tidy" -DKESTRIN_TESTS=OFF -DKESTRIN_UNITY=ON >"$log" 2>&1; then
+    tail -n 20 "$log"
+    fail "configuring for clang-tidy; everything it said is in $log"
   # clang does not know every warning that g++ is told to leave out.
-  if run-clang-tidy-14 -quiet -checks="$quick_checks" -p "$project/build/tidy" -j "$jobs" \
+  elif "$runner" -quiet -checks="$quick_checks" -p "$project/build/tidy" -j "$jobs" \
     -extra-arg=-Wno-unknown-warning-option "^$project/(src|demo|build/tidy/.*/Unity)/" >"$log" 2>&1; then
     pass
   else
