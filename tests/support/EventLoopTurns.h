@@ -7,8 +7,8 @@
 
 namespace kestrin::support {
 
-/// Counts the turns of the event loop while it lives and looks on in each of them. How long a turn takes depends on what
-/// else the computer does; how much work lies between two turns does not.
+/// Counts the turns of the event loop while it lives and looks on in each of them. How long a turn takes depends on
+/// what else the computer does; how much work lies between two turns does not.
 class EventLoopTurns {
  public:
   explicit EventLoopTurns(std::function<void()> onTurn = {}) : m_onTurn(std::move(onTurn)) {

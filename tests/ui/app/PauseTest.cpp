@@ -8,8 +8,8 @@
 namespace kestrin::support {
 namespace {
 
-/// The window stays alive in the middle of long work. What it waits for is told in work and in the board's own time: how
-/// long that takes on the computer at hand is for the benchmarks.
+/// The window stays alive in the middle of long work. What it waits for is told in work and in the board's own time:
+/// how long that takes on the computer at hand is for the benchmarks.
 class Pause : public MainFixture {
  protected:
   /// Of each of the sounds of LargeSet(). The first is never coded, nor is the last of an even count.

@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <algorithm>
 
-namespace kestrin::support {
+namespace kestrin::benchmarks {
 
 /// Measures the longest pause of the event loop while it lives: the longest time between two turns of a timer that
 /// wants one all the time.
@@ -35,4 +35,4 @@ class EventLoopWatch {
   double m_longest = 0;
 };
 
-}  // namespace kestrin::support
+}  // namespace kestrin::benchmarks
