@@ -5,6 +5,7 @@
 #include "platform/hid/BoardLock.h"
 #include "rig/RigFixture.h"
 #include "rig/SecondBoard.h"
+#include "support/TestFiles.h"
 
 namespace kestrin::rig {
 namespace {
@@ -240,11 +241,18 @@ TEST_F(Claimed, IsListedAsTheUsersAndInUse) {
   EXPECT_EQ(boards[0].manufacturer, "Kestrin");
 }
 
-TEST_F(Claimed, TheNextBoardAtTheSamePathIsFree) {
-  mock.Unplug();
-  mock.Plug(3);
-  CreateAgent();
-  EXPECT_TRUE(agent->SearchAndOpen()) << agent->AccessProblem();
+TEST(BoardLock, TheNextDeviceFileAtTheSamePathIsFree) {
+  // Any file does for that.
+  const support::TemporaryFolder folder;
+  const std::string path = support::WriteBytes(folder / "node", "").string();
+  const auto claim = hid::LockBoard(path);
+  ASSERT_NE(claim.lock, nullptr);
+  EXPECT_TRUE(hid::IsBoardLocked(path));
+  // The first one is kept, so that the next cannot be taken for it.
+  std::filesystem::rename(path, folder / "gone");
+  support::WriteBytes(path, "");
+  EXPECT_FALSE(hid::IsBoardLocked(path));
+  EXPECT_NE(hid::LockBoard(path).lock, nullptr);
 }
 
 TEST_F(Finding, AnOpenBoardIsClaimedAsLongAsItIsOpen) {
