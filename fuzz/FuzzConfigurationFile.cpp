@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // What was loaded can be saved, and loads back as the same.
   const auto saved = Sounds().Path() / "saved.lscfg";
-  if (!ConfigurationFile::Save(configuration, saved, support::AnyDisk()).empty()) return 0;
+  if (!ConfigurationFile::Save(configuration, saved, kestrin::support::AnyDisk()).empty()) return 0;
   LSU_Configuration again;
   const LoadResult second = ConfigurationFile::Load(saved, again, watch);
   Require(second.valid && second.failed.empty());

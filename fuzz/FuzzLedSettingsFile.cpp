@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool valid = Read(path, pulses);
   if (valid) {
     // What was loaded can be saved, and loads back as the same.
-    Require(LedSettingsFile::Save(saved, pulses.idle, pulses.foc, support::AnyDisk()).empty());
+    Require(LedSettingsFile::Save(saved, pulses.idle, pulses.foc, kestrin::support::AnyDisk()).empty());
     Pulses again;
     Require(Read(saved, again));
     Require(AreEqual(pulses.idle, again.idle) && AreEqual(pulses.foc, again.foc));
@@ -62,11 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(setup.SelectLED("Lamp", 6, 100));
   Require(setup.LoadSettings(path) == valid);
   Require(valid == view.information.empty());
-  Require(setup.SaveSettings(saved, support::AnyDisk()));
+  Require(setup.SaveSettings(saved, kestrin::support::AnyDisk()));
   Require(Read(saved, pulses));
   for (const TimeBox box : kTimeBoxes) setup.TimeBoxLeft(box);
   setup.RepeatBoxLeft();
-  Require(setup.SaveSettings(saved, support::AnyDisk()));
+  Require(setup.SaveSettings(saved, kestrin::support::AnyDisk()));
   Require(Read(saved, pulses));
   Require(pulses.idle.Ton >= 0 && pulses.idle.Ton <= 10000000 && pulses.idle.Trise <= 10000);
   Require(pulses.foc.NRep >= 1 && pulses.foc.NRep <= kMostRepetitions);

@@ -47,7 +47,8 @@ class SoundPageFixture : public support::SoundSetFixture {
     QObject::connect(&*page, &SoundPage::hint, &*page, [this](const QString& text) { hints.append(text); });
     page->resize(960, 560);
     page->show();
-    QApplication::setActiveWindow(&*page);
+    page->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*page, 20000));
     ASSERT_NO_FATAL_FAILURE(ShowFolder([this] { page->SetFolder(folder.Path()); }));
   }
 
