@@ -194,10 +194,10 @@ QPixmap TakeLedReplugged(const Place& place, const std::string& board) {
   stage.Open(place.size);
   PickLevel(stage, "btnPulseHigh", {20, 130, 255});
   stage.Board().Unplug();
-  emit stage.Find<QTimer>("NoticeTimer").timeout({});
+  QMetaObject::invokeMethod(&stage.Find<QTimer>("NoticeTimer"), "timeout");
   stage.Board().Plug();
-  emit stage.Find<QTimer>("NoticeTimer").timeout({});
-  emit stage.Find<QTimer>("GoOnlineTimer").timeout({});
+  QMetaObject::invokeMethod(&stage.Find<QTimer>("NoticeTimer"), "timeout");
+  QMetaObject::invokeMethod(&stage.Find<QTimer>("GoOnlineTimer"), "timeout");
   stage.Settle(stage.Window());
   return stage.Window().grab();
 }
