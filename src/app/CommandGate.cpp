@@ -8,10 +8,17 @@ namespace kestrin::app {
 CommandGate::CommandGate(std::chrono::milliseconds interval) : m_interval(interval) {}
 
 void CommandGate::WhenFree(std::function<void()> action) {
+  if (m_shut) return;
   if (IsBusy())
     m_waiting.push_back(std::move(action));
   else
     action();
+}
+
+void CommandGate::Shut(std::function<void()> last) {
+  m_waiting.clear();
+  WhenFree(std::move(last));
+  m_shut = true;
 }
 
 base::EventPump CommandGate::Pump() {

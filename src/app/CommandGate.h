@@ -35,6 +35,9 @@ class CommandGate : public QObject {
   [[nodiscard]] bool IsBusy() const { return m_passages > 0; }
   /// Runs `action` now, or from the event loop as soon as the way is free.
   void WhenFree(std::function<void()> action);
+  /// Runs `last` now, or from the event loop as soon as the way is free, and nothing after it: what waits is dropped,
+  /// and so is what comes later.
+  void Shut(std::function<void()> last);
   /// Handles the events that are waiting: painting, timers, the buttons that may be used. A call from inside such an
   /// event does nothing. The gate must outlive the pump.
   [[nodiscard]] base::EventPump Pump();
@@ -46,6 +49,7 @@ class CommandGate : public QObject {
 
   std::chrono::milliseconds m_interval;
   int m_passages = 0;
+  bool m_shut = false;
   bool m_pumping = false;
   std::chrono::steady_clock::time_point m_lastTurn;
   std::deque<std::function<void()>> m_waiting;

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QEvent>
+#include <QMouseEvent>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -60,10 +61,17 @@ void HelpLine::Explain(QWidget& root) {
       return control->objectName() == QLatin1String(text.control);
     });
     if (row == kHoverTexts.end()) continue;
-    m_texts[control] = row->text;
-    control->installEventFilter(this);
-    if (control != this) connect(control, &QObject::destroyed, this, [this, control] { m_texts.remove(control); });
+    Watch(*control, row->text);
   }
+}
+
+void HelpLine::Watch(QWidget& control, const QString& text) {
+  m_texts[&control] = text;
+  control.installEventFilter(this);
+  // The pointer comes onto the ground out of the controls that stand on it, without entering it.
+  if (text == kPressF1) control.setMouseTracking(true);
+  if (&control == this) return;
+  connect(&control, &QObject::destroyed, this, [this, gone = &control] { m_texts.remove(gone); });
 }
 
 void HelpLine::ShowHint(const QString& hint) {
@@ -82,10 +90,25 @@ void HelpLine::ShowNews(const QString& news) {
   QAccessible::updateAccessibility(&alert);
 }
 
+bool HelpLine::IsOnGround(QObject* watched, const QPoint& place) const {
+  // What stands on the ground passes on the moves that it has no use for. Whoever points at the news reads them.
+  const auto* const control = qobject_cast<const QWidget*>(watched);
+  return m_texts.value(watched) == kPressF1 && control != this && control != nullptr &&
+         control->childAt(place) == nullptr;
+}
+
 bool HelpLine::eventFilter(QObject* watched, QEvent* event) {
   const QString text = m_texts.value(watched);
   switch (event->type()) {
-    case QEvent::Enter:
+    case QEvent::MouseMove:
+    case QEvent::Enter: {
+      // A window that comes up under the pointer is entered too: only who moves has read the news.
+      const auto& pointer = *static_cast<QSinglePointEvent*>(event);
+      const bool hasMoved = std::exchange(m_pointer, pointer.globalPosition()) != pointer.globalPosition();
+      if (event->type() == QEvent::MouseMove && hasMoved && IsOnGround(watched, pointer.position().toPoint()))
+        m_news.clear();
+      [[fallthrough]];
+    }
     case QEvent::FocusIn:
       ShowHint(text == kPressF1 ? QString() : text);
       break;

@@ -3,16 +3,16 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QFrame>
-#include <QMimeData>
 #include <QSettings>
-#include <QStackedWidget>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include "app/CommandGate.h"
 #include "app/Dialogs.h"
+#include "app/EnterKey.h"
 #include "app/Overlay.h"
+#include "app/Pages.h"
 #include "app/PathText.h"
+#include "app/SetDrop.h"
 #include "app/SleepBlocker.h"
 #include "app/SpecialFolders.h"
 #include "app/UpdateDialog.h"
@@ -30,17 +30,7 @@ namespace kestrin::app {
 namespace {
 
 constexpr int kGrid = 8;
-constexpr QSize kFirstSize{1180, 760};
-constexpr const char* kGeometryKey = "windowGeometry";
 constexpr const char* kFolderKey = "explorerFolder";
-
-/// The one set among what is dragged; empty when there is anything else.
-QString SetIn(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  if (urls.size() != 1) return {};
-  const QString path = urls.constFirst().toLocalFile();
-  return path.endsWith(".lscfg", Qt::CaseInsensitive) ? path : QString();
-}
 
 QWidget* MakeLine() {
   auto* const line = new QFrame;
@@ -58,12 +48,14 @@ Main::Main(const Surroundings& surroundings)
       m_session(surroundings.agent, *this),
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings),
       m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}),
+      m_focus(*this),
+      m_place(*this, surroundings.settings),
+      m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
       m_goOnlineTimer(this),
       m_noticeTimer(this) {
   setObjectName("Main");
   setWindowTitle(kCaption);
   setWindowIcon(m_pictures.Icon("kestrin.bmp"));
-  setAcceptDrops(true);
   MakeLayout();
   MakePanels();
   Connect();
@@ -72,8 +64,7 @@ Main::Main(const Surroundings& surroundings)
   m_helpLine->Explain(*this);
   ShowSet();
   UpdateButtons();
-  resize(kFirstSize);
-  restoreGeometry(m_around.settings.value(kGeometryKey).toByteArray());
+  m_place.Restore();
 }
 
 Main::~Main() {
@@ -87,8 +78,7 @@ void Main::MakeLayout() {
   auto* const all = new QWidget(this);
   m_tools = new ToolRow(m_pictures, all);
   m_page = new sound::ui::SoundPage(m_set, m_around.folders);
-  m_pages = new QStackedWidget(all);
-  m_pages->addWidget(m_page);
+  m_pages = new Pages(*m_page, all);
   m_helpLine = new HelpLine(all);
   m_helpLine->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, kGrid);
 
@@ -104,6 +94,8 @@ void Main::MakeLayout() {
   column->addWidget(m_helpLine);
   setCentralWidget(all);
   SetHelpContext(*m_helpLine, HelpContext::HelpLine);
+  for (QWidget* const ground : {all, static_cast<QWidget*>(m_tools), static_cast<QWidget*>(m_page)})
+    m_helpLine->ExplainAsGround(*ground);
 }
 
 led::ui::LedPanel& Main::LedFrame() {
@@ -113,7 +105,7 @@ led::ui::LedPanel& Main::LedFrame() {
   connect(m_ledFrame, &led::ui::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
   connect(m_ledFrame, &led::ui::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
   m_helpLine->Explain(*m_ledFrame);
-  m_pages->addWidget(m_ledFrame);
+  m_pages->SetLedDriver(*m_ledFrame);
   UpdateButtons();
   return *m_ledFrame;
 }
@@ -168,14 +160,17 @@ void Main::Connect() {
   connect(&m_goOnlineTimer, &QTimer::timeout, this, &Main::TickGoOnline);
   connect(&m_noticeTimer, &QTimer::timeout, this, &Main::LookForNotices);
 
+  auto* const drop = new SetDrop(*this, [this] { return !m_running; });
+  connect(drop, &SetDrop::dropped, this, [this](const QString& path) { OpenSet(PathOf(path)); });
   connect(m_tools, &ToolRow::pressed, this,
           [this, &gate](ToolRow::Tool tool) { gate.WhenFree([this, tool] { Press(tool); }); });
   connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
   connect(&m_setFile, &SetFile::opened, this, [this] {
-    if (!m_session.IsOnline()) m_pages->setCurrentWidget(m_page);
+    if (!m_session.IsOnline()) m_pages->Show(Pages::Page::Sounds);
     if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
   });
   ConnectSet();
+  connect(m_pages, &Pages::changed, this, &Main::UpdateButtons);
   connect(m_downloadFrame, &sound::ui::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
 
   connect(m_page, &sound::ui::SoundPage::playRequested, this,
@@ -231,11 +226,15 @@ bool Main::StartUp() {
   if (std::error_code ignored; std::filesystem::is_directory(last, ignored)) m_page->SetFolder(last);
   // Not before: a board that was plugged in meanwhile must not be overlooked.
   m_noticeTimer.start(kNoticeInterval);
-  return true;
+  return !m_closing.IsEnding();
 }
 
 void Main::OpenSet(const std::filesystem::path& path) {
-  m_around.gate.WhenFree([this, path] { m_setFile.OpenPath(path); });
+  m_around.gate.WhenFree([this, path] {
+    // What is not seen is not changed.
+    m_pages->Show(Pages::Page::Sounds);
+    m_setFile.OpenPath(path);
+  });
 }
 
 void Main::PlayLsuFile(const std::filesystem::path& path) { m_preview.Play(path); }
@@ -263,8 +262,11 @@ void Main::ShowBoards() {
   const std::size_t boards = m_session.NumberOfBoards();
   const bool several = m_session.IsOnline() && boards > 1;
   m_tools->ShowBoards(several ? tr("%1 boards are connected; this is the first one, which is used.").arg(boards) : "");
-  // One that keeps silent changes nothing but why the buttons cannot be used.
-  if (std::exchange(m_boards, boards) != boards) UpdateButtons();
+  const std::string problem = boards == 0 ? m_around.agent.AccessProblem() : "";
+  m_tools->ShowAccessProblem(QString::fromStdString(problem));
+  // One that keeps silent, or cannot be opened, changes nothing but why the buttons cannot be used.
+  const bool otherBoards = std::exchange(m_boards, boards) != boards;
+  if (std::exchange(m_accessProblem, problem) != problem || otherBoards) UpdateButtons();
 }
 
 void Main::SetMemoryCapacity(std::int32_t samples) { m_set.SetCapacity(samples); }
@@ -279,25 +281,28 @@ void Main::EnableBoardButtons(bool enabled) {
 void Main::ShowLedFrame(bool visible) {
   // Its values are those of a sound board.
   if (visible) m_configFrame->hide();
-  m_pages->setCurrentWidget(visible ? static_cast<QWidget*>(&LedFrame()) : m_page);
+  if (visible) LedFrame();
+  m_pages->ShowTabs(visible);
+  // A board that is asked again and again does not take the person away from the page of their choice.
+  const std::int32_t board = visible ? m_session.Board()->ClassDebugID() : 0;
+  if (std::exchange(m_ledBoard, board) == board && visible) return;
+  m_pages->Show(visible ? Pages::Page::LedDriver : Pages::Page::Sounds);
 }
 
 void Main::ReadAccData() { m_configControl->ReadAccData(); }
 
 bool Main::InitLedDrivers() {
-  device::TLS& board = *m_session.Board();
-  const std::optional<LedFailure> before = std::exchange(m_ledFailure, std::nullopt);
-  if (LedFrame().InitLedDrivers()) return true;
-  m_ledFailure = LedFailure{board.ClassDebugID(), LedFrame().LastFailure() == led::LedSetup::Failure::Catalogue,
-                            LedFrame().CatalogueStamp()};
-  m_ledFailureTold = m_ledFailure == before;
-  return false;
+  const bool read = LedFrame().InitLedDrivers();
+  const bool ofCatalogue = LedFrame().LastFailure() == led::LedSetup::Failure::Catalogue;
+  const LedFailures::Failure failure{m_session.Board()->ClassDebugID(), ofCatalogue, LedFrame().CatalogueStamp()};
+  m_ledFailures.Take(read ? std::nullopt : std::optional(failure));
+  return read;
 }
 
 void Main::ShowMessage(const std::string& text) {
   // The session has one message only: the one about LED drivers that could not be read. A board that keeps failing is
   // asked again every second.
-  if (m_ledFailureTold) return;
+  if (!m_ledFailures.IsNew()) return;
   m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(LedFrame().Problem()));
 }
 
@@ -320,12 +325,10 @@ void Main::TickGoOnline() {
   // While the window starts up, the notice timer does not run either.
   if (m_around.gate.IsBusy() || !m_noticeTimer.isActive()) return;
   const device::TLS* const board = m_session.Board();
-  // A board with a catalogue that is not good for it would only fail again; one that did not answer may do so now.
-  if (board != nullptr && m_ledFailure &&
-      m_ledFailure == LedFailure{board->ClassDebugID(), true, LedFrame().CatalogueStamp()})
-    return;
+  if (board != nullptr && m_ledFailures.WouldFailAgain(board->ClassDebugID(), LedFrame().CatalogueStamp())) return;
   const CommandGate::Passage passage(m_around.gate);
   m_session.GoOnlineTimerTick();
+  ShowBoards();
 }
 
 void Main::LookForNotices() {
@@ -370,13 +373,13 @@ void Main::Update() {
   }
   if (serialNumber == device::TLS::kNoSerialNumber) return;
   const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
-  if (!m_unloaded) m_setFile.OfferNew(sets);
+  if (!m_closing.IsEnding()) m_setFile.OfferNew(sets);
 }
 
 void Main::Send() {
   // It may have gone since the button was pressed.
   device::TLS* const board = m_session.Board();
-  if (board == nullptr || !WhyNoSend().isEmpty()) return;
+  if (board == nullptr || !Why().Send().isEmpty()) return;
   const CommandGate::Passage passage(m_around.gate);
   SetRunning(true);
   m_around.sleep.Block("Sounds are being written into the board.");
@@ -389,52 +392,55 @@ void Main::Send() {
 }
 
 void Main::SetRunning(bool running) {
+  if (running) m_focus.Take();
   m_running = running;
   m_page->SetBusy(running);
   UpdateButtons();
+  if (!running) m_focus.GiveBack();
 }
 
 void Main::SetCovered(bool covered) {
-  if (covered) m_focusBefore = focusWidget();
+  if (covered) m_focus.Take();
   m_tools->setEnabled(!covered);
   m_pages->setEnabled(!covered);
-  if (!covered && m_focusBefore != nullptr) m_focusBefore->setFocus();
+  if (!covered) m_focus.GiveBack();
 }
 
 void Main::UpdateButtons() {
-  const auto show = [this](ToolRow::Tool tool, const QString& why) {
-    if (why.isEmpty())
+  const auto show = [this](ToolRow::Tool tool, const QString& reason) {
+    if (reason.isEmpty())
       m_tools->Enable(tool);
     else
-      m_tools->Disable(tool, why);
+      m_tools->Disable(tool, reason);
   };
-  const QString wait = m_running ? tr("Please wait until this is done.") : QString();
-  if (m_ledFrame != nullptr)
-    m_ledFrame->SetOnline(m_session.IsOnline() && m_session.DeviceType() == device::DeviceType::LedDriver);
-  show(ToolRow::Tool::Load, wait);
-  show(ToolRow::Tool::Save, wait);
-  show(ToolRow::Tool::Config, WhyNoBoard());
-  show(ToolRow::Tool::Send, WhyNoSend());
+  if (m_ledFrame != nullptr) m_ledFrame->SetOnline(IsLedDriverOnline());
+  const WhyNot why = Why();
+  show(ToolRow::Tool::Load, why.Set());
+  show(ToolRow::Tool::Save, why.Set());
+  m_tools->EnableUndoAndRedo(m_pages->Shown() == Pages::Page::Sounds);
+  show(ToolRow::Tool::Config, why.Board());
+  show(ToolRow::Tool::Send, why.Send());
   const QString noUpdate =
       m_around.update == nullptr ? tr("This version does not fetch sounds from the Internet.") : QString();
-  show(ToolRow::Tool::Update, noUpdate.isEmpty() ? WhyNoBoard() : noUpdate);
+  show(ToolRow::Tool::Update, noUpdate.isEmpty() ? why.Board() : noUpdate);
 }
 
-QString Main::WhyNoBoard() const {
-  if (m_running) return tr("Please wait until this is done.");
-  if (m_boardButtons) return {};
-  if (m_session.NumberOfBoards() == 0) return tr("No sound board is connected.");
-  if (m_session.DeviceType() == device::DeviceType::LedDriver)
-    return tr("The board is an LED driver: it has neither sounds nor an acceleration sensor.");
-  if (m_session.IsFinishing())
-    return tr("The board is still erasing its memory. It comes back by itself, please wait.");
-  return tr("The board does not answer. Unplug it and plug it in again.");
+bool Main::IsLedDriverOnline() const {
+  return m_session.IsOnline() && m_session.DeviceType() == device::DeviceType::LedDriver;
 }
 
-QString Main::WhyNoSend() const {
-  QString noBoard = WhyNoBoard();
-  if (!noBoard.isEmpty() || m_set.Fits()) return noBoard;
-  return tr("The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
+WhyNot Main::Why() const {
+  const bool isLedDriver = m_session.DeviceType() == device::DeviceType::LedDriver;
+  // Without an LED driver the set takes the page's place as soon as one is opened.
+  const bool isSetSeen = m_pages->Shown() == Pages::Page::Sounds || !IsLedDriverOnline();
+  return {m_running,
+          isSetSeen,
+          m_set.Fits(),
+          m_boardButtons,
+          m_session.NumberOfBoards(),
+          isLedDriver,
+          m_session.IsFinishing(),
+          m_accessProblem};
 }
 
 void Main::paintEvent(QPaintEvent* event) {
@@ -443,32 +449,39 @@ void Main::paintEvent(QPaintEvent* event) {
   if (m_ledFrame == nullptr) QTimer::singleShot(0, this, [this] { LedFrame(); });
 }
 
-void Main::closeEvent(QCloseEvent* event) {
-  if (m_unloaded) return;
-  if (!MayClose()) {
-    event->ignore();
-    return;
-  }
-  m_around.settings.setValue(kGeometryKey, saveGeometry());
-  m_around.settings.setValue(kFolderKey, TextOf(m_page->Folder()));
-  Unload();
-  emit closed();
+void Main::keyPressEvent(QKeyEvent* event) {
+  if (!PressByEnter(*this, *event)) QMainWindow::keyPressEvent(event);
 }
 
-bool Main::MayClose() {
-  if (!m_around.gate.IsBusy()) return m_setFile.MayLose() && (m_ledFrame == nullptr || m_ledFrame->MayClose());
+void Main::closeEvent(QCloseEvent* event) {
+  if (!m_unloaded && !m_closing.Close()) event->ignore();
+}
+
+bool Main::AskToClose() {
   const sound::ui::DownloadFrame::Pause pause(*m_downloadFrame);
-  const bool wanted = !m_download->IsRunning() ||
-                      m_around.dialogs.AskOkCancel(tr("The download is not done yet. Stop it and close the window?\n"
-                                                      "Without a complete download the board has no sounds."),
-                                                   "", Dialogs::Harmless::Cancel, HelpContext::CancelQuestion);
-  if (!wanted) return false;
+  // Before another set is loaded its predecessor was asked about.
+  if (!m_set.IsLoading() && !m_setFile.MayLose()) return false;
+  if (m_ledFrame != nullptr && !m_ledFrame->MayClose()) return false;
+  return !m_download->IsRunning() ||
+         m_around.dialogs.AskOkCancel(tr("The download is not done yet. Stop it and close the window?\n"
+                                         "Without a complete download the board has no sounds."),
+                                      "", Dialogs::Harmless::Cancel, HelpContext::CancelQuestion);
+}
+
+void Main::StopAll() {
+  m_goOnlineTimer.stop();
+  m_noticeTimer.stop();
   m_download->Cancel();
   m_setFile.Locator().Stop();
   if (m_around.update != nullptr) m_around.update->Cancel();
-  // What is going on comes to a safe end first.
-  m_around.gate.WhenFree([this] { close(); });
-  return false;
+}
+
+void Main::Finish() {
+  m_place.Keep();
+  m_around.settings.setValue(kFolderKey, TextOf(m_page->Folder()));
+  Unload();
+  hide();
+  emit closed();
 }
 
 void Main::Unload() {
@@ -478,18 +491,6 @@ void Main::Unload() {
   m_preview.Stop();
   m_session.Exit();
   if (m_around.update != nullptr) m_around.update->Unload();
-}
-
-void Main::dragEnterEvent(QDragEnterEvent* event) {
-  if (!m_running && !SetIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
-}
-
-void Main::dropEvent(QDropEvent* event) {
-  const QString path = SetIn(*event->mimeData());
-  event->acceptProposedAction();
-  // Not from here: the program that it comes from waits for the end of this, and there may be a question.
-  QMetaObject::invokeMethod(
-      this, [this, path] { OpenSet(PathOf(path)); }, Qt::QueuedConnection);
 }
 
 }  // namespace kestrin::app

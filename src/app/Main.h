@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QTimer>
 #include <filesystem>
 #include <functional>
@@ -9,11 +8,16 @@
 #include <string>
 #include <utility>
 
+#include "app/Closing.h"
+#include "app/FocusKeeper.h"
 #include "app/HelpLine.h"
+#include "app/LedFailures.h"
 #include "app/Preview.h"
 #include "app/SetFile.h"
 #include "app/Surroundings.h"
 #include "app/ToolRow.h"
+#include "app/WhyNot.h"
+#include "app/WindowPlace.h"
 #include "app/theme/Pictures.h"
 #include "device/DeviceSession.h"
 #include "device/SessionView.h"
@@ -21,8 +25,6 @@
 #include "sound/LSU_Configuration.h"
 #include "sound/SoundSet.h"
 #include "sound/SoundSetListener.h"
-
-class QStackedWidget;
 
 namespace kestrin::led::ui {
 class LedPanel;
@@ -37,6 +39,8 @@ class SoundPage;
 }  // namespace kestrin::sound::ui
 
 namespace kestrin::app {
+
+class Pages;
 
 /// The program's window. It owns the session with the board, the set of sounds and the download for the whole run, and
 /// shows them; their rules stand in those classes.
@@ -60,6 +64,11 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   [[nodiscard]] bool StartUp();
   /// Opens a set, as the command line names it.
   void OpenSet(const std::filesystem::path& path);
+  /// Ends the program without a question, when there is nobody to answer one: a download ends as if it had been
+  /// cancelled, a set that is not saved is lost. `closed` follows, at once or when what is going on has stopped.
+  void EndNow() { m_closing.EndNow(); }
+  /// Whether the board was let go and nothing goes on any more.
+  [[nodiscard]] bool IsOver() const { return m_unloaded; }
   /// Plays one ".lsu" file.
   void PlayLsuFile(const std::filesystem::path& path);
   /// The shell's folder of that number: 16 desktop, 5 personal; empty for all others.
@@ -72,8 +81,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
  protected:
   void paintEvent(QPaintEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void MakeLayout();
@@ -111,12 +119,13 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   void SetRunning(bool running);
   void SetCovered(bool covered);
   void UpdateButtons();
-  /// Why a button cannot be used; "" when it can.
-  [[nodiscard]] QString WhyNoBoard() const;
-  [[nodiscard]] QString WhyNoSend() const;
+  [[nodiscard]] WhyNot Why() const;
   void ShowBoards();
   void ShowSet();
-  [[nodiscard]] bool MayClose();
+  [[nodiscard]] bool IsLedDriverOnline() const;
+  [[nodiscard]] bool AskToClose();
+  void StopAll();
+  void Finish();
   void Unload();
 
   Surroundings m_around;
@@ -129,7 +138,7 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   Preview m_preview;
 
   ToolRow* m_tools = nullptr;
-  QStackedWidget* m_pages = nullptr;
+  Pages* m_pages = nullptr;
   sound::ui::SoundPage* m_page = nullptr;
   /// Null until it is needed, see LedFrame().
   led::ui::LedPanel* m_ledFrame = nullptr;
@@ -140,29 +149,21 @@ class Main : public QMainWindow, private device::SessionView, private sound::Sou
   sound::ui::DownloadFrame* m_downloadFrame = nullptr;
   std::optional<sound::Download> m_download;
 
-  /// What had the keyboard before a panel was laid over the window.
-  QPointer<QWidget> m_focusBefore;
+  FocusKeeper m_focus;
+  WindowPlace m_place;
+  Closing m_closing;
   QTimer m_goOnlineTimer;
   QTimer m_noticeTimer;
   /// How many boards there were when the buttons were shown.
   std::size_t m_boards = 0;
+  /// Why a board that is there could not be used then.
+  std::string m_accessProblem;
+  /// The number of the LED driver whose page was shown last; 0 for none.
+  std::int32_t m_ledBoard = 0;
   bool m_boardButtons = false;
   bool m_running = false;
   bool m_unloaded = false;
-  /// What reading an LED driver failed at last.
-  struct LedFailure {
-    /// The board's number.
-    std::int32_t board = 0;
-    /// The catalogue's fault, not the board's.
-    bool ofCatalogue = false;
-    /// The catalogue's.
-    std::string stamp;
-
-    friend bool operator==(const LedFailure&, const LedFailure&) = default;
-  };
-  std::optional<LedFailure> m_ledFailure;
-  /// Whether there was a message about the same failure before.
-  bool m_ledFailureTold = false;
+  LedFailures m_ledFailures;
 };
 
 }  // namespace kestrin::app

@@ -1,8 +1,11 @@
 #include "app/ToolRow.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QCursor>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QStyle>
@@ -115,9 +118,11 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     const auto tool = static_cast<Tool>(i);
     const ToolFacts& facts = kTools[i];
     if (tool == Tool::Config) {
-      m_edit = new QHBoxLayout;
-      m_edit->setSpacing(kGrid / 2);
-      layout.addLayout(m_edit);
+      m_edit = new QWidget(this);
+      auto* const edit = new QHBoxLayout(m_edit);
+      edit->setContentsMargins(0, 0, 0, 0);
+      edit->setSpacing(kGrid / 2);
+      layout.addWidget(m_edit);
       layout.addSpacing(2 * kGrid);
     }
     auto* const button = new QToolButton(this);
@@ -128,7 +133,8 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     button->setIconSize({kIcon, kIcon});
     button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::StrongFocus);
+    // A click does something; the keyboard stays where it is.
+    button->setFocusPolicy(Qt::TabFocus);
     button->setShortcut(QKeySequence(facts.shortcut));
     SetHelpContext(*button, facts.help);
     connect(button, &QToolButton::clicked, this, [this, tool] { emit pressed(tool); });
@@ -167,7 +173,8 @@ void ToolRow::AddDisabledPicture(QIcon& icon, const QString& picture) const {
 void ToolRow::Enable(Tool tool) const {
   QToolButton& button = Button(tool);
   button.setEnabled(true);
-  button.setToolTip(tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")");
+  const QString purpose = tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")";
+  button.setToolTip(button.menu() == nullptr ? purpose : tr("%1\nArrow down: recent sets").arg(purpose));
 }
 
 void ToolRow::Disable(Tool tool, const QString& reason) const {
@@ -179,29 +186,48 @@ void ToolRow::Disable(Tool tool, const QString& reason) const {
 void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
   m_edits = {{&undo, "undo.bmp"}, {&redo, "redo.bmp"}};
   ShowPictures();
-  m_edit->addWidget(MakeActionButton("UndoBtn", undo));
-  m_edit->addWidget(MakeActionButton("RedoBtn", redo));
-  setTabOrder(&Button(Tool::Save), m_edit->itemAt(0)->widget());
-  setTabOrder(m_edit->itemAt(0)->widget(), m_edit->itemAt(1)->widget());
-  setTabOrder(m_edit->itemAt(1)->widget(), &Button(Tool::Config));
+  QToolButton* const undoButton = MakeActionButton("UndoBtn", undo);
+  QToolButton* const redoButton = MakeActionButton("RedoBtn", redo);
+  m_edit->layout()->addWidget(undoButton);
+  m_edit->layout()->addWidget(redoButton);
+  setTabOrder(&Button(Tool::Save), undoButton);
+  setTabOrder(undoButton, redoButton);
+  setTabOrder(redoButton, &Button(Tool::Config));
+}
+
+void ToolRow::EnableUndoAndRedo(bool enabled) const {
+  // Not the actions, whose state is their owner's: keys go to what can be seen and used.
+  m_edit->setEnabled(enabled);
 }
 
 QToolButton* ToolRow::MakeActionButton(const char* name, QAction& action) {
-  auto* const button = new QToolButton(this);
+  auto* const button = new QToolButton(m_edit);
   button->setObjectName(name);
   SetHelpContext(*button, HelpContext::Undo);
   button->setDefaultAction(&action);
   button->setToolButtonStyle(action.icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
   button->setIconSize({kIcon, kIcon});
   button->setAutoRaise(true);
-  button->setFocusPolicy(Qt::StrongFocus);
+  button->setFocusPolicy(Qt::TabFocus);
   return button;
 }
 
-void ToolRow::SetLoadMenu(QMenu& menu) const {
+void ToolRow::SetLoadMenu(QMenu& menu) {
   QToolButton& button = Button(Tool::Load);
   button.setMenu(&menu);
   button.setPopupMode(QToolButton::MenuButtonPopup);
+  button.installEventFilter(this);
+  Enable(Tool::Load);
+  // Once it is gone: a button is not told that the pointer leaves it while a menu has the mouse.
+  connect(&menu, &QMenu::aboutToHide, this, &ToolRow::ForgetPointer, Qt::QueuedConnection);
+}
+
+void ToolRow::ForgetPointer() const {
+  QToolButton& button = Button(Tool::Load);
+  if (button.rect().contains(button.mapFromGlobal(QCursor::pos()))) return;
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&button, &leave);
+  button.update();
 }
 
 void ToolRow::ShowLogo() {
@@ -218,6 +244,11 @@ void ToolRow::ShowOnline(bool online) {
   const QString state = online ? tr("A board is connected") : tr("No board is connected");
   m_online->setToolTip(state);
   m_online->setAccessibleName(state);
+}
+
+void ToolRow::ShowAccessProblem(const QString& problem) {
+  m_noBoard->setToolTip(problem);
+  m_noBoard->setAccessibleDescription(problem);
 }
 
 void ToolRow::ShowSerial(const QString& text) {
@@ -244,6 +275,15 @@ void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
 void ToolRow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange && m_buttons.back() != nullptr) ShowPictures();
+}
+
+bool ToolRow::eventFilter(QObject* watched, QEvent* event) {
+  auto* const button = qobject_cast<QToolButton*>(watched);
+  if (button != nullptr && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+    button->showMenu();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace kestrin::app

@@ -32,11 +32,15 @@ class ToolRow : public QWidget {
   void Disable(Tool tool, const QString& reason) const;
   /// Buttons for the two actions stand beside those for the set's file.
   void AddUndoAndRedo(QAction& undo, QAction& redo);
-  /// What opens beside `LoadBtn`.
-  void SetLoadMenu(QMenu& menu) const;
+  /// Whether the buttons for the two actions, and the keys of these, can be used at all.
+  void EnableUndoAndRedo(bool enabled) const;
+  /// What opens beside `LoadBtn`: by a click on its arrow, or by the arrow key down while the button has the keyboard.
+  void SetLoadMenu(QMenu& menu);
 
   void ShowLogo();
   void ShowOnline(bool online);
+  /// Why a board that is there cannot be used, for the tool tips of what says that there is none; "" for no reason.
+  void ShowAccessProblem(const QString& problem);
   void ShowSerial(const QString& text);
   /// Why a board that is there cannot be used, in the tool tip of the label that says that there is none; "" for no
   /// reason.
@@ -51,10 +55,13 @@ class ToolRow : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void MakeButtons(QHBoxLayout& layout);
   void ShowPictures();
+  /// Puts out the light of the button with the menu unless the pointer is on it.
+  void ForgetPointer() const;
   /// The picture in grey, for the disabled state.
   void AddDisabledPicture(QIcon& icon, const QString& picture) const;
   [[nodiscard]] QToolButton* MakeActionButton(const char* name, QAction& action);
@@ -63,7 +70,7 @@ class ToolRow : public QWidget {
   std::array<QToolButton*, 5> m_buttons{};
   /// Undo and redo with their pictures.
   std::vector<std::pair<QAction*, QString>> m_edits;
-  QHBoxLayout* m_edit = nullptr;
+  QWidget* m_edit = nullptr;
   QLabel* m_logo = nullptr;
   QLabel* m_online = nullptr;
   /// In place of the serial number while there is no board.

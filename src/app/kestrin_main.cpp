@@ -23,6 +23,7 @@
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/DataFolder.h"
 #include "platform/desktop/DesktopFolders.h"
+#include "platform/desktop/EndRequests.h"
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
@@ -86,6 +87,7 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   const std::filesystem::path fonts = update::UpdateUtils::PlaceIn(places);
   const desktop::DesktopFolders desktopFolders;
   const app::FoldersWithFonts folders(desktopFolders, fonts);
+  desktop::EndRequests ends;
   desktop::QtDialogs dialogs;
   desktop::SystemSleepBlocker sleep;
   Help help(options.programFolder);
@@ -98,14 +100,20 @@ int Run(app::Application& application, const app::CommandLineOptions& options) {
   QObject::connect(&application, &app::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });
   QObject::connect(&window, &app::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
-  if (!window.StartUp()) return kDone;
+  QObject::connect(&ends, &desktop::EndRequests::arrived, &window, [&] {
+    // The end is certain before any question is closed: its answer must not begin anything.
+    window.EndNow();
+    dialogs.Dismiss();
+  });
+  ends.SetIsOver([&window] { return window.IsOver(); });
+  if (!window.StartUp()) return ends.ExitCode(kDone);
   window.show();
   // Once the window can be seen.
   QTimer open;
   open.setSingleShot(true);
   QObject::connect(&open, &QTimer::timeout, &window, [&] { window.OpenSet(options.set); });
   if (!options.set.empty()) open.start();
-  return QApplication::exec();
+  return ends.ExitCode(QApplication::exec());
 }
 
 }  // namespace

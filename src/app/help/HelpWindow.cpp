@@ -172,7 +172,13 @@ void HelpWindow::ConnectControls() {
   connect(MakeShortcut(Qt::ALT | Qt::Key_Left), &QAction::triggered, m_page, &HelpBrowser::backward);
   connect(MakeShortcut(Qt::ALT | Qt::Key_Right), &QAction::triggered, m_page, &HelpBrowser::forward);
   connect(MakeShortcut(Qt::ALT | Qt::Key_Home), &QAction::triggered, m_page, showFirst);
-  connect(MakeShortcut(Qt::Key_Escape), &QAction::triggered, this, &HelpWindow::close);
+  connect(MakeShortcut(Qt::Key_Escape), &QAction::triggered, this, [this] {
+    // One step back at a time: out of the search first.
+    if (m_searchText->text().isEmpty())
+      close();
+    else
+      m_searchText->clear();
+  });
   connect(MakeShortcut(Qt::CTRL | Qt::Key_F), &QAction::triggered, m_searchText, [this] {
     m_searchText->setFocus(Qt::ShortcutFocusReason);
     m_searchText->selectAll();

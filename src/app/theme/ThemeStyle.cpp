@@ -235,6 +235,10 @@ QRect ThemeStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
   const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
   if (control != CC_ScrollBar || bar == nullptr) {
     const QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+    // Half a knob of an even size above the middle begins a pixel outside: its ring would be cut off there.
+    if (control == CC_Slider && part == SC_SliderHandle)
+      return rect.translated(std::max(option->rect.left() - rect.left(), 0),
+                             std::max(option->rect.top() - rect.top(), 0));
     const int inward = option->direction == Qt::LeftToRight ? kFieldPadding : -kFieldPadding;
     // Fields keep their text and their arrows off their round corners.
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
@@ -316,6 +320,9 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_FocusFrameHMargin:
       // The room beside the text of a row.
       return 6;
+    case PM_TabBarTabShiftVertical:
+      // The line below tells which tab is chosen; none jumps.
+      return 0;
     case PM_MessageBoxIconSize:
       return kMessageIcon;
     case PM_ScrollBarExtent:

@@ -1,53 +1,70 @@
 #include "platform/desktop/QtDialogs.h"
 
-#include <QAbstractButton>
 #include <QColorDialog>
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QLayout>
-#include <QMessageBox>
+#include <QHeaderView>
 #include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QTreeView>
+#include <array>
 
 #include "app/help/TopicOf.h"
+#include "platform/desktop/MessageWindow.h"
 
 namespace kestrin::desktop {
 
 namespace {
 
-/// A box that says `text` as it stands, with a title on systems that show one.
-void Prepare(QMessageBox& box, QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons,
-             app::HelpContext topic) {
-  app::SetHelpContext(box, topic);
-  box.setIcon(icon);
-  box.setWindowTitle(QCoreApplication::applicationName());
-  box.setTextFormat(Qt::PlainText);
-  // Texts may have the line ends of the files that they come from.
-  box.setText(QString(text).remove(QChar::CarriageReturn));
-  box.setStandardButtons(buttons);
-  // Their words say it; pictures beside them are a matter of another time.
-  for (QAbstractButton* const button : box.buttons()) button->setIcon({});
+using Button = QDialogButtonBox::StandardButton;
+
+/// Makes Qt's own file dialog, for desktops without one, as large as names, dates and places need.
+void MakeRoom(QFileDialog& dialog) {
+  constexpr QSize kSize{900, 560};
+  constexpr int kBeside = 32;
+  constexpr int kPlaces = 150;
+  // Size, type and date, in characters of their usual contents.
+  constexpr std::array kColumns{11, 18, 19};
+  auto* const files = dialog.findChild<QTreeView*>("treeView");
+  if (files == nullptr) return;
+  dialog.resize(kSize.boundedTo(dialog.screen()->availableSize() - QSize(kBeside, 2 * kBeside)));
+  QHeaderView& header = *files->header();
+  header.setStretchLastSection(false);
+  header.setSectionResizeMode(0, QHeaderView::Stretch);
+  const int character = dialog.fontMetrics().horizontalAdvance('0');
+  for (std::size_t i = 0; i < kColumns.size(); ++i)
+    header.resizeSection(static_cast<int>(i) + 1, kColumns.at(i) * character);
+  if (auto* const splitter = dialog.findChild<QSplitter*>("splitter"))
+    splitter->setSizes({kPlaces, dialog.width() - kPlaces});
 }
 
-/// Shows it and waits for the answer.
-int Run(QMessageBox& box) {
-  constexpr int kMargin = 16;
-  box.layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  return box.exec();
+}  // namespace
+
+void QtDialogs::Dismiss() {
+  m_dismissed = true;
+  for (auto dialog = m_open.rbegin(); dialog != m_open.rend(); ++dialog) (*dialog)->reject();
 }
 
-/// Asks for a file, beginning at the folder or file `start`; "" for none.
-QString Choose(QFileDialog& dialog, const QString& start, app::HelpContext topic) {
+bool QtDialogs::Run(QDialog& dialog, app::HelpContext topic) {
+  if (m_dismissed) return false;
   app::SetHelpContext(dialog, topic);
+  m_open.push_back(&dialog);
+  const bool accepted = dialog.exec() == QDialog::Accepted;
+  m_open.pop_back();
+  return accepted;
+}
+
+QString QtDialogs::Choose(QFileDialog& dialog, const QString& start, app::HelpContext topic) {
+  MakeRoom(dialog);
   const QFileInfo file(start);
   if (!file.isDir()) {
     dialog.setDirectory(file.absolutePath());
     dialog.selectFile(file.fileName());
   }
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+  return Run(dialog, topic) ? dialog.selectedFiles().value(0) : QString();
 }
-
-}  // namespace
 
 QString QtDialogs::OpenFile(const QString& title, const QString& start, const QString& filter, app::HelpContext topic) {
   QFileDialog dialog(Parent(), title, start, filter);
@@ -72,73 +89,69 @@ QString QtDialogs::ChooseFolder(const QString& title, const QString& start, app:
 
 std::optional<QColor> QtDialogs::AskColor(const QColor& preset, app::HelpContext topic) {
   QColorDialog dialog(preset, Parent());
-  app::SetHelpContext(dialog, topic);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (!Run(dialog, topic)) return std::nullopt;
   return dialog.selectedColor();
 }
 
+void QtDialogs::Tell(MessageWindow& message) {
+  message.Prepare(message.AddButton(Button::Ok));
+  Run(message, app::HelpContext::Messages);
+}
+
 void QtDialogs::ShowMessage(const QString& text, const QString& detail) {
-  QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Information, text, QMessageBox::Ok, app::HelpContext::Messages);
-  box.setInformativeText(detail);
-  Run(box);
+  MessageWindow message(QStyle::SP_MessageBoxInformation, text, detail, Parent());
+  Tell(message);
 }
 
 void QtDialogs::ShowError(const QString& text, const QString& detail) {
-  QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Critical, text, QMessageBox::Ok, app::HelpContext::Messages);
-  box.setInformativeText(detail);
-  Run(box);
+  MessageWindow message(QStyle::SP_MessageBoxCritical, text, detail, Parent());
+  Tell(message);
 }
 
 bool QtDialogs::ShowList(const QString& headline, const QStringList& lines, const QString& action,
                          app::HelpContext topic) {
-  QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Warning, headline, QMessageBox::Close, topic);
-  box.setDetailedText(lines.join('\n'));
-  const QPushButton* const wanted = action.isEmpty() ? nullptr : box.addButton(action, QMessageBox::AcceptRole);
-  Run(box);
-  return wanted != nullptr && box.clickedButton() == wanted;
+  MessageWindow message(QStyle::SP_MessageBoxWarning, headline, "", Parent());
+  message.SetList(lines);
+  QPushButton* const wanted =
+      action.isEmpty() ? nullptr : &message.AddButton(action, QDialogButtonBox::ButtonRole::AcceptRole);
+  QPushButton& close = message.AddButton(action.isEmpty() ? Button::Ok : Button::Close);
+  message.Prepare(wanted != nullptr ? *wanted : close);
+  Run(message, topic);
+  return wanted != nullptr && message.Pressed() == wanted;
 }
 
 bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless, app::HelpContext topic) {
-  QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Question, question, QMessageBox::Ok | QMessageBox::Cancel, topic);
-  box.setInformativeText(advice);
-  box.setDefaultButton(harmless == Harmless::Cancel ? QMessageBox::Cancel : QMessageBox::Ok);
-  box.setEscapeButton(harmless == Harmless::Ok ? QMessageBox::Ok : QMessageBox::Cancel);
-  return Run(box) == QMessageBox::Ok;
+  MessageWindow message(QStyle::SP_MessageBoxQuestion, question, advice, Parent());
+  QPushButton& ok = message.AddButton(Button::Ok);
+  QPushButton& cancel = message.AddButton(Button::Cancel);
+  message.Prepare(harmless == Harmless::Cancel ? cancel : ok);
+  // Escape and closing it are the harmless answer too.
+  if (!Run(message, topic)) return harmless == Harmless::Ok;
+  return message.Pressed() == &ok;
 }
 
 app::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
-  QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Warning, question, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-          app::HelpContext::UnsavedSet);
-  box.setDefaultButton(QMessageBox::Save);
-  box.setEscapeButton(QMessageBox::Cancel);
-  switch (Run(box)) {
-    case QMessageBox::Save:
-      return Unsaved::Save;
-    case QMessageBox::Discard:
-      return Unsaved::Discard;
-    default:
-      return Unsaved::GoBack;
-  }
+  MessageWindow message(QStyle::SP_MessageBoxWarning, question, "", Parent());
+  QPushButton& save = message.AddButton(Button::Save);
+  const QPushButton& discard = message.AddButton(Button::Discard);
+  message.AddButton(Button::Cancel);
+  message.Prepare(save);
+  Run(message, app::HelpContext::UnsavedSet);
+  if (message.Pressed() == &save) return Unsaved::Save;
+  return message.Pressed() == &discard ? Unsaved::Discard : Unsaved::GoBack;
 }
 
 app::Dialogs::MissingSounds QtDialogs::AskMissing(const QString& question, const QString& advice) {
-  QMessageBox box(Parent());
-  Prepare(box, QMessageBox::Warning, question, QMessageBox::Cancel, app::HelpContext::Save);
-  box.setInformativeText(advice);
-  const QPushButton* const leaveOut =
-      box.addButton(QCoreApplication::translate("QtDialogs", "Save without them"), QMessageBox::DestructiveRole);
-  const QPushButton* const keep =
-      box.addButton(QCoreApplication::translate("QtDialogs", "Keep them in the file"), QMessageBox::AcceptRole);
-  box.setDefaultButton(QMessageBox::Cancel);
-  box.setEscapeButton(QMessageBox::Cancel);
-  Run(box);
-  if (box.clickedButton() == leaveOut) return MissingSounds::LeaveOut;
-  return box.clickedButton() == keep ? MissingSounds::Keep : MissingSounds::GoBack;
+  using Role = QDialogButtonBox::ButtonRole;
+  MessageWindow message(QStyle::SP_MessageBoxWarning, question, advice, Parent());
+  const QPushButton& leaveOut =
+      message.AddButton(QCoreApplication::translate("QtDialogs", "Save without them"), Role::DestructiveRole);
+  const QPushButton& keep =
+      message.AddButton(QCoreApplication::translate("QtDialogs", "Keep them in the file"), Role::AcceptRole);
+  message.Prepare(message.AddButton(Button::Cancel));
+  Run(message, app::HelpContext::Save);
+  if (message.Pressed() == &leaveOut) return MissingSounds::LeaveOut;
+  return message.Pressed() == &keep ? MissingSounds::Keep : MissingSounds::GoBack;
 }
 
 }  // namespace kestrin::desktop

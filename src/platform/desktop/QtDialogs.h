@@ -2,16 +2,25 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <vector>
 
 #include "app/Dialogs.h"
 
+class QDialog;
+class QFileDialog;
+
 namespace kestrin::desktop {
 
-/// The desktop's own dialogs, over the program's window.
+class MessageWindow;
+
+/// The desktop's own dialogs for files and colours, and the program's own messages, over the program's window.
 class QtDialogs final : public app::Dialogs {
  public:
   /// The window that dialogs belong to from now on; before, and after its end, they stand alone.
   void SetWindow(QWidget* window) { m_window = window; }
+  /// Nobody is there any more to answer: what is open closes unanswered, and nothing is shown from now on. Questions
+  /// get the answer of whoever closes them.
+  void Dismiss();
 
   [[nodiscard]] QString OpenFile(const QString& title, const QString& start, const QString& filter,
                                  app::HelpContext topic) override;
@@ -33,8 +42,17 @@ class QtDialogs final : public app::Dialogs {
   [[nodiscard]] QWidget* Parent() const {
     return m_window != nullptr && m_window->isVisible() ? m_window.data() : nullptr;
   }
+  /// Shows it and waits until it is closed; true when it was accepted.
+  bool Run(QDialog& dialog, app::HelpContext topic);
+  /// Asks for a file, beginning at the folder or file `start`; "" for none.
+  [[nodiscard]] QString Choose(QFileDialog& dialog, const QString& start, app::HelpContext topic);
+  /// A message with OK.
+  void Tell(MessageWindow& message);
 
   QPointer<QWidget> m_window;
+  /// The ones that wait for the person, the latest last.
+  std::vector<QDialog*> m_open;
+  bool m_dismissed = false;
 };
 
 }  // namespace kestrin::desktop

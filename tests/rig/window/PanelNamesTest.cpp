@@ -34,7 +34,9 @@ TEST_F(PanelNames, OfTheLedDriversPageAndItsColourPicker) {
   {
     SCOPED_TRACE("page");
     EXPECT_THAT(Controls(kMain),
-                IsSupersetOf(std::vector<Said>{{"combo box", "Prism RGB 9W"},
+                IsSupersetOf(std::vector<Said>{{"page tab", "Sounds"},
+                                               {"page tab", "LED driver"},
+                                               {"combo box", "Prism RGB 9W"},
                                                {"slider", "Overdrive, in percent"},
                                                {"spin box", "Overdrive, in percent"},
                                                {"push button", "Update LED: write LED type and overdrive to the board"},

@@ -80,8 +80,9 @@ TEST(CommandLineOptions, AnswerHelpAndVersionInsteadOfShowingTheWindow) {
 
 TEST(FileFilter, IsTranslatedForQt) {
   EXPECT_EQ(app::QtFileFilter("Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*"),
-            "Light Saber Configuration File (*.lscfg);;All files (*.*)");
+            "Light Saber Configuration File (*.lscfg);;All files (*)");
   EXPECT_EQ(app::QtFileFilter("Sounds|*.lsu;*.wav"), "Sounds (*.lsu *.wav)");
+  EXPECT_EQ(app::QtFileFilter("Sounds (*.LSU)|*.LSU"), "Sounds (*.lsu)");
 }
 
 }  // namespace

@@ -92,6 +92,7 @@ class FakeDialogs final : public app::Dialogs {
   }
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override {
     unsavedAsked.push_back(question);
+    if (whileAsking) whileAsking();
     return Next(unsavedAnswers, Unsaved::GoBack);
   }
   [[nodiscard]] QString ChooseFolder(const QString&, const QString& start, app::HelpContext topic) override {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -57,10 +58,13 @@ class FakeUpdateDialog final : public app::UpdateDialog {
   std::vector<std::string> calls;
   /// What the next update brings.
   std::vector<std::filesystem::path> sets;
+  /// Called while it is open.
+  std::function<void()> whileOpen;
 
   void Initialise() override { calls.emplace_back("initialise"); }
   std::vector<std::filesystem::path> Open(QWidget&, const std::string& serialNumber) override {
     calls.push_back("open " + serialNumber);
+    if (whileOpen) whileOpen();
     return sets;
   }
   void Cancel() override { calls.emplace_back("cancel"); }

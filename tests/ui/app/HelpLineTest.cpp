@@ -1,3 +1,7 @@
+#include <QMouseEvent>
+#include <QTest>
+#include <QWindow>
+
 #include "ui/app/MainFixture.h"
 
 namespace kestrin::support {
@@ -12,6 +16,11 @@ class HelpLabel : public MainFixture {
   void Leave(QWidget& control) {
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&control, &leave);
+  }
+  void MoveOn(QWidget& control) {
+    QMouseEvent move(QEvent::MouseMove, {1, 1}, control.mapToGlobal(QPointF(1, 1)), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&control, &move);
   }
   [[nodiscard]] QString Help() const { return LabelText("HelpLabel"); }
 };
@@ -73,12 +82,50 @@ TEST_F(HelpLabel, KeepsNewsUntilAnotherControlHasSomethingToSay) {
   auto& line = Find<app::HelpLine>("HelpLabel");
   line.ShowNews("It rains.");
   EXPECT_EQ(Help(), "It rains.");
-  Enter(Find<QWidget>("OnlinePicture"));
+  Leave(Find<QWidget>("LoadBtn"));
+  EXPECT_EQ(Help(), "It rains.");
+  // To read it.
+  Enter(line);
+  MoveOn(line);
+  EXPECT_EQ(Help(), "It rains.");
+  // As a window is entered that comes up under the pointer: nobody has moved.
+  QWidget& row = Find<QWidget>("ToolRow");
+  const QPointF place(1, 1);
+  QEnterEvent enter(place, place, row.mapToGlobal(place));
+  QApplication::sendEvent(&row, &enter);
+  MoveOn(row);
   EXPECT_EQ(Help(), "It rains.");
   Enter(Find<QWidget>("LoadBtn"));
   EXPECT_EQ(Help(), "LOAD Configuration File");
   Leave(Find<QWidget>("LoadBtn"));
   EXPECT_EQ(Help(), kPressF1);
+}
+
+TEST_F(HelpLabel, FallsBackOnTheWindowsGroundAlsoWhileNewsStand) {
+  Start("id=4095");
+  auto& line = Find<app::HelpLine>("HelpLabel");
+  for (const char* const ground : {"ToolRow", "Frame1", "FrameFoc", "frmLED", "OnlinePicture"}) {
+    QWidget& control = Find<QWidget>(ground);
+    line.ShowNews("It rains.");
+    MoveOn(control);
+    EXPECT_EQ(Help(), kPressF1) << ground;
+    Leave(control);
+    EXPECT_EQ(Help(), kPressF1) << ground;
+  }
+}
+
+TEST_F(HelpLabel, FallsBackWhenThePointerLeavesAControlForTheGroundBesideIt) {
+  Start();
+  QWindow* const system = window->windowHandle();
+  const QWidget& button = Find<QWidget>("SendBtn");
+  const auto ground = [&](const QPoint& place) { return window->childAt(place) == &Find<QWidget>("ToolRow"); };
+  QTest::mouseMove(system, button.mapTo(window.get(), button.rect().center()));
+  Find<app::HelpLine>("HelpLabel").ShowNews("It rains.");
+  EXPECT_EQ(Help(), "It rains.");
+  const QPoint corner = Find<QWidget>("ToolRow").mapTo(window.get(), QPoint(2, 2));
+  ASSERT_TRUE(ground(corner));
+  QTest::mouseMove(system, corner);
+  EXPECT_TRUE(Until([this] { return Help() == kPressF1; })) << Help().toStdString();
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCursor>
 #include <QElapsedTimer>
 #include <QEnterEvent>
 #include <QLabel>
@@ -52,6 +53,8 @@ inline bool Until(const std::function<bool()>& condition, int milliseconds = 100
 class MainFixture : public testing::Test {
  protected:
   MainFixture() {
+    // Where an earlier test has left the pointer there may be a control of this one's window.
+    QCursor::setPos(-1000, -1000);
     std::filesystem::create_directories(program);
     std::filesystem::create_directories(data);
     for (const auto& file : std::filesystem::directory_iterator(KESTRIN_PICTURES))

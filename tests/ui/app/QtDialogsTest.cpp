@@ -1,16 +1,58 @@
 #include "platform/desktop/QtDialogs.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QKeyEvent>
-#include <QMessageBox>
+#include <QLayout>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
 #include <QTimer>
+#include <QTreeView>
+
+#include "app/FileFilter.h"
+#include "app/theme/Theme.h"
+#include "support/TestFiles.h"
 
 namespace kestrin::support {
 namespace {
 
 using Harmless = app::Dialogs::Harmless;
+
+/// Lets the person do this with every dialog that comes up, until it goes.
+class Meanwhile {
+ public:
+  explicit Meanwhile(std::function<void(QDialog&)> action) {
+    QObject::connect(&m_timer, &QTimer::timeout, [action = std::move(action)] {
+      auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog != nullptr) action(*dialog);
+    });
+    m_timer.start(0);
+  }
+
+ private:
+  QTimer m_timer;
+};
+
+void PressKey(QDialog& dialog, Qt::Key key) {
+  QWidget* const focused = dialog.focusWidget();
+  QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
+  QApplication::sendEvent(focused != nullptr ? focused : &dialog, &down);
+}
+
+QPushButton* ButtonOf(const QDialog& dialog, const QString& caption) {
+  for (QPushButton* const button : dialog.findChildren<QPushButton*>())
+    if (button->text().remove('&') == caption) return button;
+  return nullptr;
+}
 
 struct KeyAnswers {
   const char* what;
@@ -27,15 +69,7 @@ constexpr KeyAnswers kKeyAnswers[] = {{"resume a download", Harmless::Ok, true, 
 /// The answer to a question that the person leaves by this key.
 bool AnswerByKey(Harmless harmless, Qt::Key key) {
   desktop::QtDialogs dialogs;
-  QTimer press;
-  QObject::connect(&press, &QTimer::timeout, [key] {
-    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr) return;
-    QWidget* const focused = box->focusWidget();
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(focused != nullptr ? focused : box, &down);
-  });
-  press.start(0);
+  const Meanwhile press([key](QDialog& dialog) { PressKey(dialog, key); });
   return dialogs.AskOkCancel("Shall it?", "", harmless, app::HelpContext::Messages);
 }
 
@@ -44,6 +78,221 @@ TEST(QtDialogs, EnterAndEscapeNeverGiveTheHarmfulAnswer) {
     EXPECT_EQ(AnswerByKey(row.harmless, Qt::Key_Return), row.enter) << row.what;
     EXPECT_EQ(AnswerByKey(row.harmless, Qt::Key_Escape), row.escape) << row.what;
   }
+}
+
+struct UnsavedAnswer {
+  const char* button;
+  app::Dialogs::Unsaved answer;
+};
+
+TEST(QtDialogs, EveryButtonOfTheQuestionAboutAnUnsavedSetIsItsAnswer) {
+  desktop::QtDialogs dialogs;
+  for (const UnsavedAnswer& row :
+       {UnsavedAnswer{"Save", app::Dialogs::Unsaved::Save}, UnsavedAnswer{"Discard", app::Dialogs::Unsaved::Discard},
+        UnsavedAnswer{"Cancel", app::Dialogs::Unsaved::GoBack}}) {
+    const Meanwhile press([&row](QDialog& dialog) {
+      QPushButton* const button = ButtonOf(dialog, row.button);
+      ASSERT_NE(button, nullptr) << row.button;
+      button->click();
+    });
+    EXPECT_EQ(dialogs.AskUnsaved("Save it?"), row.answer) << row.button;
+  }
+  const Meanwhile escape([](QDialog& dialog) { PressKey(dialog, Qt::Key_Escape); });
+  EXPECT_EQ(dialogs.AskUnsaved("Save it?"), app::Dialogs::Unsaved::GoBack);
+}
+
+QStringList ManyLines(int count) {
+  QStringList lines;
+  for (int i = 0; i < count; ++i) lines.append(QString("/home/someone/sounds/a folder/sound number %1.lsu").arg(i));
+  return lines;
+}
+
+using Show = std::function<void(app::Dialogs&, int lines)>;
+
+/// Every way to say something long.
+const std::pair<const char*, Show> kLongOnes[] = {
+    {"message", [](app::Dialogs& dialogs, int lines) { dialogs.ShowMessage(ManyLines(lines).join('\n')); }},
+    {"error",
+     [](app::Dialogs& dialogs, int lines) { dialogs.ShowError("It went wrong.", ManyLines(lines).join('\n')); }},
+    {"question",
+     [](app::Dialogs& dialogs, int lines) {
+       (void)dialogs.AskOkCancel(ManyLines(lines).join(' '), "", Harmless::Cancel, app::HelpContext::Messages);
+     }},
+    {"unsaved set", [](app::Dialogs& dialogs, int lines) { (void)dialogs.AskUnsaved(ManyLines(lines).join('\n')); }},
+    {"list",
+     [](app::Dialogs& dialogs, int lines) {
+       (void)dialogs.ShowList("These are missing:", ManyLines(lines), "Locate them ...", app::HelpContext::Messages);
+     }},
+    {"list with a long headline",
+     [](app::Dialogs& dialogs, int lines) {
+       (void)dialogs.ShowList(ManyLines(lines).join('\n'), ManyLines(lines), "", app::HelpContext::Messages);
+     }},
+};
+
+class MessageOf : public testing::TestWithParam<app::ColorScheme> {
+ protected:
+  void SetUp() override { app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), GetParam()); }
+};
+
+INSTANTIATE_TEST_SUITE_P(BothSchemes, MessageOf, testing::Values(app::ColorScheme::Light, app::ColorScheme::Dark),
+                         [](const auto& row) { return row.param == app::ColorScheme::Dark ? "Dark" : "Light"; });
+
+TEST_P(MessageOf, AnyLengthIsNeverTallerThanTwoThirdsOfTheScreen) {
+  desktop::QtDialogs dialogs;
+  for (const auto& [what, show] : kLongOnes) {
+    for (const int lines : {1, 12, 40, 400}) {
+      bool seen = false;
+      const Meanwhile look([&seen, what = what, lines](QDialog& dialog) {
+        QApplication::processEvents();
+        const std::string name = std::string(what) + " of " + std::to_string(lines);
+        seen = true;
+        EXPECT_LE(dialog.frameGeometry().height() * 3, dialog.screen()->size().height() * 2) << name;
+        EXPECT_LE(dialog.width(), dialog.screen()->availableSize().width()) << name;
+        // All of the text can be reached, and the buttons stay in sight.
+        const auto& texts = *dialog.findChild<QScrollArea*>();
+        EXPECT_EQ(texts.verticalScrollBar()->maximum(),
+                  std::max(0, texts.widget()->height() - texts.viewport()->height()))
+            << name;
+        EXPECT_EQ(texts.horizontalScrollBar()->maximum(), 0) << name;
+        EXPECT_GE(texts.widget()->height(), texts.widget()->layout()->heightForWidth(texts.widget()->width())) << name;
+        EXPECT_GE(texts.viewport()->height(), dialog.fontMetrics().height()) << name;
+        for (const QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+          const QRect place(button->mapTo(&dialog, QPoint(0, 0)), button->size());
+          EXPECT_TRUE(dialog.rect().contains(place)) << name << ", " << button->text().toStdString();
+          EXPECT_GE(button->height(), button->sizeHint().height()) << name;
+        }
+        dialog.reject();
+      });
+      show(dialogs, lines);
+      EXPECT_TRUE(seen) << what;
+    }
+  }
+}
+
+TEST_P(MessageOf, AShortTextIsShownWhole) {
+  desktop::QtDialogs dialogs;
+  const Meanwhile look([](QDialog& dialog) {
+    QApplication::processEvents();
+    const auto& texts = *dialog.findChild<QScrollArea*>();
+    EXPECT_EQ(texts.verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(texts.focusPolicy(), Qt::NoFocus);
+    dialog.reject();
+  });
+  dialogs.ShowError(
+      "The sounds do not fit into the board's memory. Remove some or choose shorter ones, whichever you "
+      "like best, and then send them again.",
+      "Two lines\nmore.");
+}
+
+TEST(MessageList, ShowsEveryLineAndCopiesThem) {
+  desktop::QtDialogs dialogs;
+  const QStringList lines = ManyLines(40);
+  QStringList shown;
+  const Meanwhile look([&shown](QDialog& dialog) {
+    const auto& list = *dialog.findChild<QListWidget*>("MessageList");
+    for (int row = 0; row < list.count(); ++row) shown.append(list.item(row)->text());
+    EXPECT_GT(list.verticalScrollBar()->maximum(), 0);
+    QGuiApplication::clipboard()->clear();
+    dialog.findChild<QPushButton*>("MessageCopyBtn")->click();
+    EXPECT_TRUE(dialog.isVisible()) << "copying is no answer";
+    dialog.reject();
+  });
+  EXPECT_FALSE(dialogs.ShowList("These are missing:", lines, "", app::HelpContext::Messages));
+  EXPECT_EQ(shown, lines);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), lines.join('\n'));
+}
+
+TEST(MessageList, CtrlCCopiesWhatAMessageSays) {
+  desktop::QtDialogs dialogs;
+  QGuiApplication::clipboard()->clear();
+  const Meanwhile look([](QDialog& dialog) {
+    if (!dialog.isActiveWindow()) return dialog.activateWindow();
+    QTest::keyClick(&dialog, Qt::Key_C, Qt::ControlModifier);
+    dialog.reject();
+  });
+  dialogs.ShowError("It went wrong.\r\nBadly.", "Line 7.");
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "It went wrong.\nBadly.\nLine 7.");
+}
+
+TEST(MessageList, TellsWhetherThePersonChoseTheAction) {
+  desktop::QtDialogs dialogs;
+  const auto answer = [&dialogs](const std::function<void(QDialog&)>& action) {
+    const Meanwhile act(action);
+    return dialogs.ShowList("These are missing:", {"a", "b"}, "Locate them ...", app::HelpContext::Open);
+  };
+  EXPECT_TRUE(answer([](QDialog& dialog) { ButtonOf(dialog, "Locate them ...")->click(); }));
+  EXPECT_TRUE(answer([](QDialog& dialog) { PressKey(dialog, Qt::Key_Return); }));
+  EXPECT_FALSE(answer([](QDialog& dialog) { ButtonOf(dialog, "Close")->click(); }));
+  EXPECT_FALSE(answer([](QDialog& dialog) { PressKey(dialog, Qt::Key_Escape); }));
+  EXPECT_FALSE(answer([](QDialog& dialog) { dialog.close(); }));
+}
+
+TEST(DismissedDialogs, CloseUnansweredAndNoneIsShownAnyMore) {
+  desktop::QtDialogs dialogs;
+  bool answered = true;
+  bool inner = true;
+  {
+    // One stands over the other.
+    bool first = true;
+    const Meanwhile act([&](QDialog&) {
+      if (!std::exchange(first, false)) return;
+      const Meanwhile dismiss([&dialogs](QDialog&) { dialogs.Dismiss(); });
+      inner = dialogs.AskOkCancel("Really?", "", Harmless::Cancel, app::HelpContext::Messages);
+    });
+    answered = dialogs.AskOkCancel("Shall it?", "", Harmless::Both, app::HelpContext::Messages);
+  }
+  EXPECT_FALSE(inner);
+  EXPECT_FALSE(answered);
+  const Meanwhile never([](QDialog& dialog) {
+    ADD_FAILURE() << "a dialog was shown";
+    dialog.reject();
+  });
+  dialogs.ShowError("It went wrong.", "");
+  EXPECT_EQ(dialogs.OpenFile("Open", "", "", app::HelpContext::Open), "");
+  EXPECT_EQ(dialogs.AskUnsaved("Save it?"), app::Dialogs::Unsaved::GoBack);
+  EXPECT_TRUE(dialogs.AskOkCancel("Resume?", "", Harmless::Ok, app::HelpContext::Messages));
+}
+
+TEST(FileDialog, IsWideEnoughForWhatItsColumnsHold) {
+  app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), app::ColorScheme::Light);
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "a folder");
+  WriteBytes(folder / "a set of mine.lscfg", std::string(1234567, 'x'));
+  desktop::QtDialogs dialogs;
+  const Meanwhile look([](QDialog& dialog) {
+    auto& files = *dialog.findChild<QTreeView*>("treeView");
+    // The contents come from a thread of Qt's own.
+    if (files.model()->rowCount(files.rootIndex()) < 2) return;
+    QApplication::processEvents();
+    for (int column = 0; column < files.header()->count(); ++column) {
+      const auto needed = static_cast<QAbstractItemView&>(files).sizeHintForColumn(column);
+      EXPECT_GE(files.columnWidth(column), needed) << column;
+    }
+    EXPECT_LE(files.header()->length(), files.viewport()->width());
+    dialog.reject();
+  });
+  EXPECT_EQ(
+      dialogs.OpenFile("Open", QString::fromStdString(folder.Path().string()), "All files (*)", app::HelpContext::Open),
+      "");
+}
+
+TEST(FileDialog, AllFilesAreAllFiles) {
+  const TemporaryFolder folder;
+  WriteBytes(folder / "README", "x");
+  WriteBytes(folder / "set.lscfg", "x");
+  desktop::QtDialogs dialogs;
+  int shown = 0;
+  const Meanwhile look([&shown](QDialog& dialog) {
+    const auto& files = *dialog.findChild<QTreeView*>("treeView");
+    shown = files.model()->rowCount(files.rootIndex());
+    if (shown == 0) return;
+    QApplication::processEvents();
+    shown = files.model()->rowCount(files.rootIndex());
+    dialog.reject();
+  });
+  (void)dialogs.OpenFile("Open", QString::fromStdString(folder.Path().string()),
+                         app::QtFileFilter("All files (*.*)|*.*"), app::HelpContext::Open);
+  EXPECT_EQ(shown, 2);
 }
 
 }  // namespace

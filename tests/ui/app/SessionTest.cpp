@@ -1,3 +1,4 @@
+#include "support/ScriptedAgent.h"
 #include "ui/app/MainFixture.h"
 
 namespace kestrin::support {
@@ -110,6 +111,31 @@ TEST_F(Session, TellsWhyTheBoardCannotBeUsedAlsoWhenItIsPluggedInAndKeepsSilent)
   agent->Unplug();
   Tick("NoticeTimer");
   EXPECT_EQ(Button("SendBtn").toolTip(), "No sound board is connected.");
+}
+
+TEST_F(Session, SaysWhyABoardThatIsThereCannotBeUsedAndForgetsItWhenItCan) {
+  const char* const inUse = "Another program is using this board. Close it and try again.";
+  ScriptedAgent locked;
+  locked.accessProblem = inUse;
+  window = std::make_unique<app::Main>(app::Surroundings{locked, gate, clock, disk, dialogs, player, folders, kept,
+                                                         sleep, &update, settings, program, data});
+  dialogs.okAnswers = {true};
+  ASSERT_TRUE(window->StartUp());
+  EXPECT_EQ(dialogs.asked.back().advice, inUse);
+  const auto& label = Find<QLabel>("NoBoardLabel");
+  EXPECT_EQ(label.toolTip(), inUse);
+  EXPECT_EQ(label.accessibleDescription(), inUse);
+  for (const char* const name : {"ConfigBtn", "SendBtn", "UpdateBtn"}) EXPECT_EQ(Button(name).toolTip(), inUse) << name;
+
+  locked.accessProblem.clear();
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(label.toolTip(), "");
+  EXPECT_EQ(Button("SendBtn").toolTip(), "No sound board is connected.");
+  locked.accessProblem = inUse;
+  Tick("GoOnlineTimer");
+  EXPECT_EQ(label.toolTip(), inUse);
+  EXPECT_EQ(Button("SendBtn").toolTip(), inUse);
+  window.reset();
 }
 
 TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {

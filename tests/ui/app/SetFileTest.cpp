@@ -44,7 +44,7 @@ TEST_F(SetFile, OpensAndSavesTheSameSet) {
   StartOffline();
   const auto original = CompleteSet();
   Open(original);
-  EXPECT_EQ(dialogs.lastFilter, "Light Saber Configuration File (*.lscfg);;All files (*.*)");
+  EXPECT_EQ(dialogs.lastFilter, "Light Saber Configuration File (*.lscfg);;All files (*)");
   EXPECT_EQ(LabelText("SetLabel"), "complete");
   EXPECT_EQ(Rows("MtFileList"), 1);
   dialogs.filesToSave = {Text(folder / "copy.lscfg")};

@@ -187,6 +187,19 @@ TEST_F(HelpWindowTest, EscapeClosesTheWindow) {
   EXPECT_FALSE(m_window.isVisible());
 }
 
+TEST_F(HelpWindowTest, EscapeLeavesTheSearchBeforeItClosesTheWindow) {
+  m_window.ShowTopic(HelpContext::Memory);
+  Get<QLineEdit>("helpSearch").setText("memory");
+  ASSERT_TRUE(Get<QListWidget>("helpResults").isVisible());
+  Trigger(Qt::Key_Escape);
+  EXPECT_TRUE(m_window.isVisible());
+  EXPECT_EQ(Get<QLineEdit>("helpSearch").text(), "");
+  EXPECT_FALSE(Get<QListWidget>("helpResults").isVisible());
+  EXPECT_EQ(Place(), "memory.html") << "the page stays";
+  Trigger(Qt::Key_Escape);
+  EXPECT_FALSE(m_window.isVisible());
+}
+
 TEST_F(HelpWindowTest, LinksStayInsideTheHelp) {
   Page().setSource(QUrl("slots.html"));
   Page().setSource(QUrl("#idle"));

@@ -39,7 +39,7 @@ TEST_F(LedSettings, OpeningFillsBothPulsesAndSendsNothing) {
   EXPECT_EQ(Sliders(4), (std::vector<int>{9, 10, 11, 12}));
   EXPECT_EQ(Held(), before);
   EXPECT_EQ(dialogs.lastStart, Text(program));
-  EXPECT_EQ(dialogs.lastFilter, "LED Driver Setting (*.ldset);;All files (*.*)");
+  EXPECT_EQ(dialogs.lastFilter, "LED Driver Setting (*.ldset);;All files (*)");
   EXPECT_EQ(dialogs.lastTopic, app::HelpContext::LedSettings);
   EXPECT_EQ(LabelText("HelpLabel"), "The LED settings are open. Send the pulses to put them on the board.");
 }

@@ -177,6 +177,37 @@ TEST_P(ThemedControls, FocusShowsAsARingOfTheAccent) {
   EXPECT_GT(ringOf(slider), 10);
 }
 
+TEST_P(ThemedControls, TheRingAroundASlidersKnobIsWhole) {
+  for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+    Focusable<QSlider, QStyleOptionSlider> slider;
+    slider.hasRing = true;
+    slider.setOrientation(orientation);
+    slider.setRange(0, 10);
+    // As narrow as it may be.
+    const QSize least = slider.sizeHint();
+    const bool lies = orientation == Qt::Horizontal;
+    const int thickness = lies ? least.height() : least.width();
+    slider.resize(lies ? QSize(120, thickness) : QSize(thickness, 120));
+    for (const int value : {0, 5, 10}) {
+      slider.setValue(value);
+      QImage picture(slider.size(), QImage::Format_RGB32);
+      picture.fill(Qt::white);
+      slider.render(&picture, {}, {}, QWidget::DrawChildren);
+      // Across groove, knob and ring nothing is white but inside of the knob and beside the ring.
+      int first = thickness;
+      int last = -1;
+      for (int across = 0; across < thickness; ++across) {
+        for (int along = 0; along < 120; ++along) {
+          if (picture.pixelColor(lies ? along : across, lies ? across : along) == Qt::white) continue;
+          first = std::min(first, across);
+          last = across;
+        }
+      }
+      EXPECT_EQ(last - first + 1, 22) << "the knob's 16 pixels, and 3 on each side for the ring and its distance";
+    }
+  }
+}
+
 TEST_P(ThemedControls, TheFocusOfTheMainButtonIsSeenOnTheAccent) {
   Focusable<QPushButton, QStyleOptionButton> button;
   Theme::MakePrimary(button);

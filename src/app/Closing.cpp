@@ -1,0 +1,33 @@
+#include "app/Closing.h"
+
+#include <utility>
+
+#include "app/CommandGate.h"
+
+namespace kestrin::app {
+
+Closing::Closing(CommandGate& gate, Steps steps) : m_gate(gate), m_steps(std::move(steps)) {}
+
+bool Closing::Close() {
+  if (m_state != State::Open) return IsOver();
+  m_state = State::Asking;
+  const bool wanted = m_steps.ask();
+  // Somebody else may have decided while the questions stood.
+  if (m_state == State::Asking) {
+    m_state = State::Open;
+    if (wanted) EndNow();
+  }
+  return IsOver();
+}
+
+void Closing::EndNow() {
+  if (IsEnding()) return;
+  m_state = State::Ending;
+  m_steps.stop();
+  m_gate.Shut([this] {
+    m_state = State::Over;
+    m_steps.finish();
+  });
+}
+
+}  // namespace kestrin::app

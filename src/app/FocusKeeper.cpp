@@ -1,0 +1,14 @@
+#include "app/FocusKeeper.h"
+
+namespace kestrin::app {
+
+void FocusKeeper::Take() {
+  if (m_reasons++ == 0) m_before = m_window.focusWidget();
+}
+
+void FocusKeeper::GiveBack() {
+  if (--m_reasons > 0 || m_before == nullptr) return;
+  if (m_before->isEnabled() && m_before->isVisible()) m_before->setFocus();
+}
+
+}  // namespace kestrin::app
