@@ -258,7 +258,6 @@ void Main::ShowSerialLabel(const std::string& text) {
 }
 
 void Main::ShowBoards() {
-  m_tools->ShowAccessProblem(QString::fromStdString(m_around.agent.AccessProblem()));
   const std::size_t boards = m_session.NumberOfBoards();
   const bool several = m_session.IsOnline() && boards > 1;
   m_tools->ShowBoards(several ? tr("%1 boards are connected; this is the first one, which is used.").arg(boards) : "");

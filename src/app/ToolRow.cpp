@@ -257,11 +257,6 @@ void ToolRow::ShowSerial(const QString& text) {
   m_serial->setAccessibleName(text);
 }
 
-void ToolRow::ShowAccessProblem(const QString& text) {
-  m_noBoard->setToolTip(text);
-  m_noBoard->setAccessibleDescription(text);
-}
-
 void ToolRow::ShowBoards(const QString& text) { m_serial->setToolTip(text); }
 
 void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {

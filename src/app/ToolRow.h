@@ -42,9 +42,6 @@ class ToolRow : public QWidget {
   /// Why a board that is there cannot be used, for the tool tips of what says that there is none; "" for no reason.
   void ShowAccessProblem(const QString& problem);
   void ShowSerial(const QString& text);
-  /// Why a board that is there cannot be used, in the tool tip of the label that says that there is none; "" for no
-  /// reason.
-  void ShowAccessProblem(const QString& text);
   /// What the serial label's tool tip says.
   void ShowBoards(const QString& text);
   /// The set's name, with a mark while it is not saved.

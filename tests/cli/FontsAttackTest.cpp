@@ -7,18 +7,13 @@
 
 #include "FontsFixture.h"
 #include "rig/net/RawClient.h"
+#include "support/Watched.h"
 
 namespace kestrin::support {
 namespace {
 
 using testing::EndsWith;
 using testing::StartsWith;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kWatched = true;
-#else
-constexpr bool kWatched = false;
-#endif
 
 constexpr std::size_t kMebibyte = std::size_t{1024} * 1024;
 

@@ -10,6 +10,7 @@
 #include "FontsFixture.h"
 #include "platform/net/FontAnswers.h"
 #include "rig/net/ScriptedServer.h"
+#include "support/Watched.h"
 
 namespace kestrin::support {
 namespace {
@@ -19,13 +20,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t kParts = 4;
 constexpr const char* kAnother =
     "Another update is putting fonts into this folder. Wait until it is done and try again.";
-
-// Programs that are watched start slowly.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kWatched = true;
-#else
-constexpr bool kWatched = false;
-#endif
 
 /// A server of the offered fonts that stops where the test says, and tells that it has.
 class StoppingServer {
