@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QSlider>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <array>
 #include <cstdint>
@@ -17,6 +18,7 @@
 #include <functional>
 #include <string>
 
+#include "app/Pages.h"
 #include "app/PathText.h"
 #include "app/help/HelpWindow.h"
 #include "demo/pictures/Stage.h"
@@ -151,12 +153,10 @@ QPixmap TakeSetupMoved(const Place& place, const std::string& board) {
   return stage.Window().grab();
 }
 
-/// After a download that was cancelled while the board was being erased.
+/// After a download that lost the board between the erase and putting the parameters back.
 QPixmap TakeSetupKept(const Place& place, const std::string& board) {
   Stage stage(place.program, place.sounds, board);
   stage.Open(place.size);
-  stage.When([&stage] { return stage.Find<QLabel>("InformationLabel").text() == "Erasing flash memory ..."; },
-             [&stage] { stage.Find<QAbstractButton>("CancelBtn").click(); });
   stage.Find<QAbstractButton>("SendBtn").click();
   stage.Find<QAbstractButton>("CancelBtn").click();
   stage.Find<QAbstractButton>("ConfigBtn").click();
@@ -173,10 +173,16 @@ void PickLevel(Stage& stage, const char* button, const std::array<int, 3>& stren
   stage.Find<QAbstractButton>("PickColorOK").click();
 }
 
+/// Opens the window at the LED driver's page.
+void OpenLedDriver(Stage& stage, const QSize& size) {
+  stage.Open(size);
+  stage.Find<QTabBar>("PageTabs").setCurrentIndex(static_cast<int>(app::Pages::Page::LedDriver));
+}
+
 /// An LED driver with a light of three colours.
 QPixmap TakeLedDriver(const Place& place, const std::string& board) {
   Stage stage(place.program, place.sounds, board);
-  stage.Open(place.size);
+  OpenLedDriver(stage, place.size);
   auto& types = stage.Find<QComboBox>("LEDcombo");
   types.setCurrentIndex(types.findText("Prism RGB", Qt::MatchStartsWith));
   emit types.activated(types.currentIndex());
@@ -191,7 +197,7 @@ QPixmap TakeLedDriver(const Place& place, const std::string& board) {
 /// The same after its board was away: the pulses that were not sent can be brought back.
 QPixmap TakeLedReplugged(const Place& place, const std::string& board) {
   Stage stage(place.program, place.sounds, board);
-  stage.Open(place.size);
+  OpenLedDriver(stage, place.size);
   PickLevel(stage, "btnPulseHigh", {20, 130, 255});
   stage.Board().Unplug();
   QMetaObject::invokeMethod(&stage.Find<QTimer>("NoticeTimer"), "timeout");
@@ -284,7 +290,8 @@ constexpr Scene kScenes[] = {
     {"setup", "id=65535,serial=4B535401", TakeSetup},
     {"setup-old-board", kBoard, TakeSetup},
     {"setup-moved", "id=65535,serial=4B535401", TakeSetupMoved},
-    {"setup-kept", "id=65535,serial=4B535401,erase=3,wire=usb", TakeSetupKept},
+    // Going online writes three reports; the third of the download would put the parameters back.
+    {"setup-kept", "id=65535,serial=4B535401,fault=write:6", TakeSetupKept},
     {"help", "none", TakeHelp},
     {"no-board", "none", TakeNoBoard},
     {"question", kBoard, TakeQuestion},

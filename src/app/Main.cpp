@@ -18,6 +18,7 @@
 #include "app/UpdateDialog.h"
 #include "app/WaitFrame.h"
 #include "app/help/TopicOf.h"
+#include "app/theme/Grid.h"
 #include "device/BoardIdentity.h"
 #include "led/ui/LedPanel.h"
 #include "motion/ui/ConfigControl.h"
@@ -29,7 +30,6 @@ namespace kestrin::app {
 
 namespace {
 
-constexpr int kGrid = 8;
 constexpr const char* kFolderKey = "explorerFolder";
 
 QWidget* MakeLine() {

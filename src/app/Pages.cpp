@@ -6,14 +6,11 @@
 #include <QVBoxLayout>
 
 #include "app/help/TopicOf.h"
+#include "app/theme/Grid.h"
 
 namespace kestrin::app {
 
-namespace {
-
-constexpr int kGrid = 8;
-
-}  // namespace
+namespace {}  // namespace
 
 Pages::Pages(QWidget& sounds, QWidget* parent) : QWidget(parent) {
   m_tabs = new QTabBar(this);

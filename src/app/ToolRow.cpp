@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "app/help/TopicOf.h"
+#include "app/theme/Grid.h"
 #include "app/theme/Pictures.h"
 #include "app/theme/Theme.h"
 #include "app/theme/ThemeColors.h"
@@ -21,7 +22,6 @@ namespace kestrin::app {
 
 namespace {
 
-constexpr int kGrid = 8;
 constexpr int kIcon = Pictures::kIconSide;
 constexpr int kLogoHeight = 40;
 constexpr int kOnlineSide = 24;

@@ -18,13 +18,13 @@
 
 #include "app/help/HelpBrowser.h"
 #include "app/help/HelpSource.h"
+#include "app/theme/Grid.h"
 
 namespace kestrin::app {
 
 namespace {
 
 constexpr const char* kFirstPage = "overview.html";
-constexpr int kGrid = 8;
 constexpr int kPlaceRole = Qt::UserRole;
 constexpr QSize kSize(960, 640);
 constexpr int kSideWidth = 280;

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "app/theme/Grid.h"
+
 namespace kestrin::led::ui {
 
-/// The step of the panel's layout, in pixels.
-inline constexpr int kGrid = 8;
+using app::kGrid;
 /// The side of a picture on a button.
 inline constexpr int kPicture = 20;
 /// The highest level of a channel.

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "app/help/TopicOf.h"
+#include "app/theme/Grid.h"
 #include "app/theme/Theme.h"
 #include "motion/ui/ParameterSlider.h"
 
@@ -17,7 +18,7 @@ namespace kestrin::motion::ui {
 
 namespace {
 
-constexpr int kGrid = 8;
+using app::kGrid;
 constexpr int kMargin = 3 * kGrid;
 /// The part of the right margin in which the scroll bar of a low window stands.
 constexpr int kScrollRoom = 2 * kGrid;

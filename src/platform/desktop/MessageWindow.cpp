@@ -1,4 +1,5 @@
 #include "platform/desktop/MessageWindow.h"
+#include "app/theme/Grid.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -19,7 +20,7 @@ namespace kestrin::desktop {
 
 namespace {
 
-constexpr int kGrid = 8;
+using app::kGrid;
 constexpr int kMargin = 2 * kGrid;
 constexpr int kNarrowest = 280;
 constexpr int kWidest = 560;

@@ -12,6 +12,7 @@
 #include <chrono>
 
 #include "app/Dialogs.h"
+#include "app/theme/Grid.h"
 #include "app/theme/Theme.h"
 #include "app/theme/ThemeColors.h"
 #include "base/TimeLeft.h"
@@ -20,7 +21,7 @@ namespace kestrin::sound::ui {
 
 namespace {
 
-constexpr int kGrid = 8;
+using app::kGrid;
 constexpr int kWidth = 460;
 /// The board goes on with this while a question stands open; with all the rest the program waits.
 constexpr const char* kErasing = "Erasing flash memory ...";

@@ -14,6 +14,7 @@
 
 #include "app/help/TopicOf.h"
 #include "app/theme/Card.h"
+#include "app/theme/Grid.h"
 #include "app/theme/MessageIcon.h"
 #include "app/theme/Theme.h"
 #include "app/theme/ThemeColors.h"
@@ -24,7 +25,7 @@ namespace kestrin::update::ui {
 
 namespace {
 
-constexpr int kGrid = 8;
+using app::kGrid;
 constexpr int kWidth = 480;
 constexpr int kMargin = 3 * kGrid;
 constexpr int kIconSide = 40;
