@@ -28,7 +28,10 @@ void OnStopSignal(int number) {
 
 Interrupt::Interrupt() { process::CatchStopSignals(OnStopSignal); }
 
-Interrupt::~Interrupt() { process::ReleaseStopSignals(); }
+Interrupt::~Interrupt() {
+  // A program that was told to stop is on its way out: told again, it still ends with the status of the first signal.
+  if (!Requested()) process::ReleaseStopSignals();
+}
 
 bool Interrupt::Requested() { return s_signal != 0; }
 

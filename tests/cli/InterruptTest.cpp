@@ -2,7 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
 #include <csignal>
+#include <thread>
 
 #include "KestrinctlTest.h"
 #include "SoundSet.h"
@@ -98,8 +100,12 @@ TEST_F(InterruptTest, ATerminalThatTakesNothingHoldsNothingUp) {
       Start({"--board", Board("erase=30"), "download", m_set.configuration.string()}, {.output = kTerminal});
   download->WaitForOutput("Erasing flash memory ...");
   download->StopTerminal();
-  // Whatever it has to say until its end waits until the next signal.
-  while (!download->HasEnded()) download->Signal(SIGTERM);
+  // Whatever it has to say until its end waits until the next signal. Between two of them it must have time to get on:
+  // every signal begins its pauses anew.
+  while (!download->HasEnded()) {
+    download->Signal(SIGTERM);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
   const Finished finished = download->Wait();
   EXPECT_EQ(finished.code, 143);
   EXPECT_EQ(finished.errors.find("could not be written"), std::string::npos) << finished.errors;
@@ -157,8 +163,9 @@ TEST_F(InterruptTest, ACancelledDownloadIsADocumentToo) {
 }
 
 TEST_F(InterruptTest, CtrlCStopsWhileTheSoundsAreSent) {
-  // A second and a half of sound takes more than two seconds on the wire.
-  WriteSoundFile(m_set.sounds[3].path, SomeSamples(90000));
+  // 1.35 million bytes in blocks that take 17 ms each: more than twenty seconds on the wire, for a test that has to
+  // wait for its turn.
+  WriteSoundFile(m_set.sounds[3].path, SomeSamples(900000));
   const auto download = Start({"--board", Board("wire=usb"), "download", m_set.configuration.string()});
   download->WaitForOutput("Downloading...\n");
   download->Signal(SIGINT);
