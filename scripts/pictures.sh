@@ -19,9 +19,13 @@ cmake --build "$project/build/release" -j "$jobs" --target take_pictures make_de
 
 bin="$project/build/release/bin"
 work="$(mktemp -d)"
-trap 'rm -rf "$work"' EXIT
-# A folder as people have them, since it is seen in the pictures.
-sounds="$work/Kestrin sounds"
+# A folder as people have them, since its path is seen in the pictures.
+sounds="${TMPDIR:-/tmp}/Kestrin sounds"
+if [ -e "$sounds" ]; then
+  echo "\"$sounds\" is needed for the pictures. Move it away and start again." >&2
+  exit 1
+fi
+trap 'rm -rf "$work" "$sounds"' EXIT
 mkdir -p "$folder" "$sounds/Ember knight" "$sounds/Old hums" "$sounds/River stone"
 "$bin/make_demo_set" "$sounds"
 # What is for an update server.
