@@ -17,7 +17,11 @@ KeptParametersFolder::KeptParametersFolder(fs::path folder, base::Disk& disk)
 
 std::optional<device::AccParam> KeptParametersFolder::Find(const std::string& serialNumber) const {
   if (m_folder.empty()) return std::nullopt;
-  std::ifstream file(FileOf(serialNumber));
+  const fs::path path = FileOf(serialNumber);
+  std::error_code unknown;
+  // Opening a pipe would wait for its other end.
+  if (!fs::is_regular_file(path, unknown)) return std::nullopt;
+  std::ifstream file(path);
   device::AccParam parameters;
   for (const DetectionParameter& parameter : kDetectionParameters) {
     std::string name;

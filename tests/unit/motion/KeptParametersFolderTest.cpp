@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#ifdef __linux__
+#include <sys/stat.h>
+#endif
+
 #include "support/RecordingDisk.h"
 #include "support/TestFiles.h"
 
@@ -86,6 +90,14 @@ TEST(KeptParametersFolder, IsOnTheDiskWhenItSaysThatItIsKept) {
   kept.Forget("4B535401");
   EXPECT_EQ(disk.flushed, std::vector{folder.Path()}) << "what is forgotten must not come back with the next start";
 }
+
+#ifdef __linux__
+TEST(KeptParametersFolder, DoesNotWaitForTheOtherEndOfAPipe) {
+  const support::TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "4B535401.txt").c_str(), 0600), 0);
+  EXPECT_FALSE(KeptParametersFolder(folder.Path(), support::AnyDisk()).Find("4B535401"));
+}
+#endif
 
 TEST(KeptParametersFolder, SaysWhenTheDiskFails) {
   const support::TemporaryFolder folder;
