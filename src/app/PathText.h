@@ -3,14 +3,14 @@
 #include <QString>
 #include <filesystem>
 
-#include "sound/PathText.h"
+#include "base/PathText.h"
 
 namespace kestrin::app {
 
 /// A path as text of the window, and back.
 [[nodiscard]] inline QString TextOf(const std::filesystem::path& path) {
-  return QString::fromStdString(sound::TextOf(path));
+  return QString::fromStdString(base::TextOf(path));
 }
-[[nodiscard]] inline std::filesystem::path PathOf(const QString& text) { return sound::PathOf(text.toStdString()); }
+[[nodiscard]] inline std::filesystem::path PathOf(const QString& text) { return base::PathOf(text.toStdString()); }
 
 }  // namespace kestrin::app

@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "base/PathText.h"
 #include "cli/CommandFailure.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -17,7 +17,7 @@ void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume) {
 
 LSU_SoundFile ReadSound(const std::string& path, const base::EventPump& pump) {
   LSU_SoundFile file;
-  if (!file.ReadFile(sound::PathOf(path), pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
+  if (!file.ReadFile(base::PathOf(path), pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
   return file;
 }
 
@@ -32,7 +32,7 @@ void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const ba
 
 void RequireOtherFile(const std::string& source, const std::string& output) {
   std::error_code noSuchFile;
-  if (std::filesystem::equivalent(sound::PathOf(source), sound::PathOf(output), noSuchFile))
+  if (std::filesystem::equivalent(base::PathOf(source), base::PathOf(output), noSuchFile))
     throw CommandFailure(ExitCode::WrongUsage, output + " is the sound file itself: choose another output file.");
 }
 

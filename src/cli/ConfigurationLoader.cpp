@@ -1,9 +1,9 @@
 #include "cli/ConfigurationLoader.h"
 
+#include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "cli/TextTable.h"
 #include "sound/ConfigurationFile.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -27,7 +27,7 @@ class NoView final : public sound::ConfigurationView {
 };
 
 Document DocumentOf(const LSU_SoundFile& file) {
-  return {{"path", sound::TextOf(file.FileNameAndPath())}, {"volume", file.Volume()}, {"samples", file.NrOfSamples()}};
+  return {{"path", base::TextOf(file.FileNameAndPath())}, {"volume", file.Volume()}, {"samples", file.NrOfSamples()}};
 }
 
 Document DocumentOf(const LSU_Configuration& configuration, const sound::Slot& slot) {
@@ -42,10 +42,10 @@ Document DocumentOf(const LSU_Configuration& configuration, const sound::Slot& s
 
 LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
   NoView view(pump);
-  const sound::LoadResult result = sound::ConfigurationFile::Load(sound::PathOf(path), configuration, view);
+  const sound::LoadResult result = sound::ConfigurationFile::Load(base::PathOf(path), configuration, view);
   if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.detail);
   LoadedFiles loaded{{}, result.Message()};
-  for (const auto& failed : result.failed) loaded.failed.push_back(sound::TextOf(failed.path));
+  for (const auto& failed : result.failed) loaded.failed.push_back(base::TextOf(failed.path));
   return loaded;
 }
 
@@ -74,7 +74,7 @@ Report ReportOf(const LSU_Configuration& configuration, const LoadedFiles& loade
     for (int position = 1; position <= entries; ++position) {
       const LSU_SoundFile& file = configuration.FileAt(slot.kind, position);
       table.Add({std::string(slot.title), std::to_string(position), std::to_string(file.Volume()) + " %",
-                 std::to_string(file.NrOfSamples()), sound::TextOf(file.FileNameAndPath())});
+                 std::to_string(file.NrOfSamples()), base::TextOf(file.FileNameAndPath())});
     }
   }
 

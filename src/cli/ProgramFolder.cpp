@@ -1,13 +1,13 @@
 #include "cli/ProgramFolder.h"
 
+#include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "platform/desktop/ExecutableFolder.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
 std::filesystem::path ProgramFolder(const GlobalOptions& options) {
-  if (!options.programFolder.empty()) return sound::PathOf(options.programFolder);
+  if (!options.programFolder.empty()) return base::PathOf(options.programFolder);
   std::filesystem::path folder = desktop::ExecutableFolder();
   if (folder.empty())
     throw CommandFailure(ExitCode::Failed,

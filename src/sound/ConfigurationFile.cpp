@@ -11,10 +11,10 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "base/PathText.h"
 #include "base/Text.h"
 #include "base/WholeFile.h"
 #include "sound/PathEnd.h"
-#include "sound/PathText.h"
 
 namespace kestrin::sound {
 
@@ -34,7 +34,7 @@ class NotValid : public std::runtime_error {
 /// The lines of a configuration file, one after another.
 class Lines {
  public:
-  explicit Lines(const fs::path& path) : m_name(TextOf(path)) {
+  explicit Lines(const fs::path& path) : m_name(base::TextOf(path)) {
     std::error_code error;
     if (!fs::exists(path, error)) throw NotValid(m_name + ": there is no such file");
     // Opening a pipe would wait for a writer.
@@ -152,7 +152,7 @@ class Loader {
 
   /// Takes the file into the slot. Returns its position, 0 when it cannot be used.
   int Add(const Slot& slot, std::string_view text) {
-    const fs::path path = PathOf(text);
+    const fs::path path = base::PathOf(text);
     if (const bool found = AddAt(slot, path); !found && !AddBeside(slot, path, text)) {
       const auto failed = std::count_if(m_result.failed.begin(), m_result.failed.end(),
                                         [&slot](const MissingSound& sound) { return sound.place.kind == slot.kind; });
@@ -200,7 +200,7 @@ std::string LoadResult::Message() const {
   if (!valid) return "Not a valid configuration file";
   if (failed.empty()) return "";
   std::string message = kFailedHeadline;
-  for (const MissingSound& sound : failed) message += "\n" + TextOf(sound.path);
+  for (const MissingSound& sound : failed) message += "\n" + base::TextOf(sound.path);
   return message;
 }
 
@@ -217,9 +217,9 @@ std::string ConfigurationFile::Save(const LSU_Configuration& configuration, cons
       const MissingSound* const gone = missing.At(place);
       const int position = row - missing.Above(place);
       const std::string file =
-          TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
+          base::TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
       if (file.find_first_of(std::string_view("\r\n")) != file.npos)
-        return "\"" + TextOf(path) + "\" could not be written: the name of \"" + file +
+        return "\"" + base::TextOf(path) + "\" could not be written: the name of \"" + file +
                "\" holds a line break. Rename that file and add it again.";
       line(file);
       const int volume = gone != nullptr ? gone->volume : configuration.GetVolume(slot.kind, position);

@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "base/Bytes.h"
+#include "base/PathText.h"
 #include "base/Text.h"
 #include "base/WholeFile.h"
-#include "sound/PathText.h"
 #include "sound/SampleCoder.h"
 #include "sound/SampleReader.h"
 
@@ -92,7 +92,7 @@ std::string VolumeAdvice(std::int32_t loudest, std::int32_t peak, std::int16_t v
                     : "Set its volume to between -" + percent + " and " + percent + ".";
 }
 
-std::string Quoted(const fs::path& path) { return "\"" + base::Shown(TextOf(path)) + "\""; }
+std::string Quoted(const fs::path& path) { return "\"" + base::Shown(base::TextOf(path)) + "\""; }
 
 std::string TooLoudText(const LSU_SoundFile& file, std::int32_t loudest) {
   // The peak belongs to the place in the list: a sound that moved up is scaled by that of the one which stood there. No
@@ -148,7 +148,7 @@ bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath, const base::EventP
 
 LSU_SoundFile::Flaw LSU_SoundFile::Measure(const base::EventPump& pump) {
   // What follows the last point of the whole path; a path without one is a single piece and no extension.
-  const std::string name = TextOf(m_path);
+  const std::string name = base::TextOf(m_path);
   const std::size_t point = name.rfind('.');
   if (point == name.npos || !base::EqualsIgnoringCase(std::string_view(name).substr(point + 1), "LSU"))
     return Flaw::Ending;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/PathText.h"
 #include "base/Text.h"
-#include "sound/PathText.h"
 
 namespace kestrin::sound {
 
@@ -35,7 +35,7 @@ std::vector<fs::path> PathEnd::PlacesAround(const fs::path& folder) const {
   std::vector<fs::path> places;
   fs::path end;
   for (auto piece = m_pieces.rbegin(); piece != m_pieces.rend(); ++piece) {
-    end = end.empty() ? PathOf(*piece) : PathOf(*piece) / end;
+    end = end.empty() ? base::PathOf(*piece) : base::PathOf(*piece) / end;
     // A bare name around the folder could be anybody's.
     const std::size_t count = piece == m_pieces.rbegin() ? 1 : folders.size();
     for (std::size_t i = count; i > 0; --i) places.push_back(folders[i - 1] / end);

@@ -8,8 +8,8 @@
 #include <tuple>
 #include <unordered_map>
 
+#include "base/PathText.h"
 #include "sound/PathEnd.h"
-#include "sound/PathText.h"
 
 namespace kestrin::sound {
 
@@ -28,10 +28,10 @@ std::string KeyOf(std::string_view name) {
 /// The likeliest file first: the longest end of the path that is the same, then the same letters, then the place
 /// nearest to the folder; at last the order of the alphabet, so that the same tree gives the same answer every time.
 void SortByLikelihood(std::vector<fs::path>& files, const fs::path& wanted) {
-  const std::string text = TextOf(wanted);
+  const std::string text = base::TextOf(wanted);
   const PathEnd end(text);
   const auto rank = [&](const fs::path& file) {
-    const std::string other = TextOf(file);
+    const std::string other = base::TextOf(file);
     const PathEnd place(other);
     return std::tuple(-static_cast<std::ptrdiff_t>(end.SharedWith(place)), place.Name() != end.Name(),
                       std::distance(file.begin(), file.end()), other);
@@ -45,7 +45,7 @@ SoundSearch::Result SoundSearch::Run(const std::vector<fs::path>& wanted, const 
                                      const std::function<bool()>& goOn, std::size_t mostEntries) {
   std::unordered_multimap<std::string, std::size_t> byName;
   for (std::size_t i = 0; i < wanted.size(); ++i) {
-    const std::string text = TextOf(wanted[i]);
+    const std::string text = base::TextOf(wanted[i]);
     byName.emplace(KeyOf(PathEnd(text).Name()), i);
   }
   Result result;
@@ -64,7 +64,7 @@ SoundSearch::Result SoundSearch::Run(const std::vector<fs::path>& wanted, const 
         folders.push_back(entry->path());
         continue;
       }
-      const auto [first, last] = byName.equal_range(KeyOf(TextOf(entry->path().filename())));
+      const auto [first, last] = byName.equal_range(KeyOf(base::TextOf(entry->path().filename())));
       if (first == last || !entry->is_regular_file(ignored)) continue;
       for (auto match = first; match != last; ++match) result.files[match->second].push_back(entry->path());
     }

@@ -4,9 +4,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/PathText.h"
 #include "base/RaisedFlag.h"
 #include "base/Text.h"
-#include "sound/PathText.h"
 
 namespace kestrin::sound {
 
@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string NameOf(const fs::path& path) { return base::LastPathPiece(TextOf(path)); }
+std::string NameOf(const fs::path& path) { return base::LastPathPiece(base::TextOf(path)); }
 
 /// Whether a configuration file would say the same about the slot.
 bool SavesAlike(const LSU_Configuration& a, const LSU_Configuration& b, SlotKind kind) {
@@ -278,7 +278,9 @@ void SoundSet::Travel(std::deque<Step>& from, std::deque<Step>& to) {
   TellAll();
 }
 
-std::string SoundSet::Name() const { return Path().empty() ? "New set" : base::LastPathPiece(TextOf(Path().stem())); }
+std::string SoundSet::Name() const {
+  return Path().empty() ? "New set" : base::LastPathPiece(base::TextOf(Path().stem()));
+}
 
 bool SoundSet::IsModified() const { return !SavesLike(m_origin->saved); }
 

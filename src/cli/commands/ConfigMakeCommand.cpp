@@ -3,12 +3,12 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/PathText.h"
 #include "cli/CodedSound.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/ConfigurationLoader.h"
 #include "sound/ConfigurationFile.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -27,13 +27,13 @@ SoundArgument ParseSound(const std::string& text) {
   const bool endsInNumber =
       colon != text.npos && colon + 1 < text.size() && text.find_first_not_of("0123456789", colon + 1) == text.npos;
   std::error_code error;
-  if (!endsInNumber || fs::exists(sound::PathOf(text), error)) return {sound::PathOf(text), std::nullopt};
+  if (!endsInNumber || fs::exists(base::PathOf(text), error)) return {base::PathOf(text), std::nullopt};
   std::int32_t volume = 0;
   const auto [end, problem] = std::from_chars(text.data() + colon + 1, text.data() + text.size(), volume);
   if (problem != std::errc{} || volume > kLargestVolume)
     throw CommandFailure(ExitCode::WrongUsage,
                          text + ": the volume is at most " + std::to_string(kLargestVolume) + " %");
-  return {sound::PathOf(text.substr(0, colon)), static_cast<std::int16_t>(volume)};
+  return {base::PathOf(text.substr(0, colon)), static_cast<std::int16_t>(volume)};
 }
 
 /// The path from the root, so that the set loads from anywhere; as short as that is without becoming another file's.
@@ -72,7 +72,7 @@ class ConfigMakeCommand final : public Command {
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text, context.interrupt.Pump());
     }
     RequireOutputOfItsOwn(configuration);
-    const std::string problem = sound::ConfigurationFile::Save(configuration, sound::PathOf(m_output), context.disk);
+    const std::string problem = sound::ConfigurationFile::Save(configuration, base::PathOf(m_output), context.disk);
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     return ReportOf(configuration, {});
   }
@@ -82,7 +82,7 @@ class ConfigMakeCommand final : public Command {
   void RequireOutputOfItsOwn(sound::LSU_Configuration& configuration) const {
     for (const sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
       std::error_code error;
-      if (fs::equivalent(sound::PathOf(m_output), entry.file->FileNameAndPath(), error))
+      if (fs::equivalent(base::PathOf(m_output), entry.file->FileNameAndPath(), error))
         throw CommandFailure(ExitCode::WrongUsage,
                              m_output + " is one of the sounds. Choose another name for the configuration file.");
     }

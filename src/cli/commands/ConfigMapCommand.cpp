@@ -1,10 +1,10 @@
 #include <span>
 
 #include "base/Bytes.h"
+#include "base/PathText.h"
 #include "cli/Commands.h"
 #include "cli/ConfigurationLoader.h"
 #include "cli/TextTable.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -45,7 +45,7 @@ class ConfigMapCommand final : public Command {
     for (const sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
       const sound::Slot& slot = sound::SlotOf(entry.kind);
       const sound::LSU_SoundFile& file = *entry.file;
-      const std::string path = sound::TextOf(file.FileNameAndPath());
+      const std::string path = base::TextOf(file.FileNameAndPath());
       files.push_back({{"slot", slot.name},
                        {"position", entry.position},
                        {"path", path},

@@ -1,8 +1,8 @@
+#include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/LedBoard.h"
 #include "cli/LedReports.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -27,7 +27,7 @@ class LedSendCommand final : public Command {
     LedBoard board(context);
     board.Read();
     led::LedSetup& setup = board.Setup();
-    static_cast<void>(setup.LoadSettings(sound::PathOf(m_file)));
+    static_cast<void>(setup.LoadSettings(base::PathOf(m_file)));
     static_cast<void>(idle ? setup.SendPulse() : setup.SendFoc());
     board.RequireConfirmed("the pulse");
     const led::LED_Pulse& pulse = idle ? setup.IdlePulse() : setup.FocPulse();

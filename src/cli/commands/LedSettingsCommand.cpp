@@ -1,8 +1,8 @@
+#include "base/PathText.h"
 #include "cli/Commands.h"
 #include "cli/ConsoleLedSetupView.h"
 #include "cli/LedReports.h"
 #include "led/LedSetup.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -19,7 +19,7 @@ class LedSettingsCommand final : public Command {
     ConsoleLedSetupView view;
     led::LedSetup setup(
         "", [] { return nullptr; }, view);
-    static_cast<void>(setup.LoadSettings(sound::PathOf(m_file)));
+    static_cast<void>(setup.LoadSettings(base::PathOf(m_file)));
     return {ExitCode::Done,
             {{"idle", DocumentOf(setup.IdlePulse())}, {"foc", DocumentOf(setup.FocPulse())}},
             TextOfPulses(setup.IdlePulse(), setup.FocPulse()),

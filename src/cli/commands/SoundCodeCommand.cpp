@@ -1,8 +1,8 @@
+#include "base/PathText.h"
 #include "base/WholeFile.h"
 #include "cli/CodedSound.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -27,8 +27,7 @@ class SoundCodeCommand final : public Command {
     CodeSound(file, m_volume, context.interrupt.Pump());
     std::vector<std::uint8_t> bytes;
     static_cast<void>(file.GetBytes(bytes, 0, static_cast<std::size_t>(file.NrOfBytes())));
-    RequireWritten(
-        base::WriteWholeFile(sound::PathOf(m_output), std::string(bytes.begin(), bytes.end()), context.disk));
+    RequireWritten(base::WriteWholeFile(base::PathOf(m_output), std::string(bytes.begin(), bytes.end()), context.disk));
 
     Report report;
     report.document = {{"codedBytes", file.NrOfBytes()}, {"checksum", file.GetFileCRC()}};

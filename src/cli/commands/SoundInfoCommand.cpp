@@ -1,12 +1,12 @@
 #include <array>
 #include <cstdio>
 
+#include "base/PathText.h"
 #include "cli/CodedSound.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "sound/LSU_SoundFile.h"
-#include "sound/PathText.h"
 
 namespace kestrin::cli {
 
@@ -41,7 +41,7 @@ class SoundInfoCommand final : public Command {
     for (const std::string& path : m_files) {
       context.interrupt.Look();
       sound::LSU_SoundFile file;
-      if (!file.ReadFile(sound::PathOf(path), context.interrupt.Pump())) {
+      if (!file.ReadFile(base::PathOf(path), context.interrupt.Pump())) {
         files.push_back({{"path", path}, {"valid", false}});
         table.Add({path, "not valid"});
         report.code = ExitCode::Failed;

@@ -3,9 +3,9 @@
 #include <QLocale>
 
 #include "app/PathText.h"
+#include "base/PathText.h"
 #include "base/Text.h"
 #include "sound/MemoryUse.h"
-#include "sound/PathText.h"
 
 namespace kestrin::sound::ui {
 
@@ -16,7 +16,7 @@ QString TextFrom(std::string_view utf8) { return QString::fromUtf8(utf8.data(), 
 std::filesystem::path PathFrom(const QString& text) { return app::PathOf(text); }
 
 QString FileName(const std::filesystem::path& path) {
-  return TextFrom(std::string_view(base::LastPathPiece(TextOf(path))));
+  return TextFrom(std::string_view(base::LastPathPiece(base::TextOf(path))));
 }
 
 QString Duration(std::int64_t samples) {

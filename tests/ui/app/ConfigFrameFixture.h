@@ -44,7 +44,7 @@ class ConfigFrameFixture : public MainFixture {
     for (const int value : held) numbers += (numbers.empty() ? "" : ",") + std::to_string(value);
     support::WriteBytes(folder / "board" / "board.json",
                         "{\"id\":" + std::to_string(id) + ",\"accelerometer\":[" + numbers + "]}");
-    Start("dir=" + sound::TextOf(folder / "board") + more);
+    Start("dir=" + base::TextOf(folder / "board") + more);
   }
 
   [[nodiscard]] Values Sliders() const {

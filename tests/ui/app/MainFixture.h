@@ -21,8 +21,8 @@
 #include "app/CommandGate.h"
 #include "app/Main.h"
 #include "base/Clock.h"
+#include "base/PathText.h"
 #include "simulator/SimulatedAgent.h"
-#include "sound/PathText.h"
 #include "support/FakeClock.h"
 #include "support/MemoryKeptParameters.h"
 #include "support/RecordingDisk.h"
@@ -35,7 +35,7 @@ inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << tex
 
 namespace kestrin::support {
 
-inline QString Text(const std::filesystem::path& path) { return QString::fromStdString(sound::TextOf(path)); }
+inline QString Text(const std::filesystem::path& path) { return QString::fromStdString(base::TextOf(path)); }
 
 /// Lets the event loop run until `condition` holds; false when that takes too long.
 inline bool Until(const std::function<bool()>& condition, int milliseconds = 10000) {
@@ -149,7 +149,7 @@ class MainFixture : public testing::Test {
     unsigned seed = 1;
     const auto add = [&](const std::string& keyword) {
       const std::string name = "s" + std::to_string(seed) + ".lsu";
-      text += keyword + "\r\n" + sound::TextOf(Sound(name, samplesEach, seed)) + "\r\n 100\r\n";
+      text += keyword + "\r\n" + base::TextOf(Sound(name, samplesEach, seed)) + "\r\n 100\r\n";
       ++seed;
     };
     for (const char* const keyword : {"BOOT", "PWRON", "PWROFF", "IDLE", "MOTION-1", "IMPACT-1", "LOCKUP-1"})

@@ -22,7 +22,7 @@ class Pause : public MainFixture {
     unsigned seed = 1;
     const auto add = [&] {
       const std::string name = "s" + std::to_string(seed) + ".lsu";
-      text += sound::TextOf(Sound(name, kSamples, seed)) + "\r\n 100\r\n";
+      text += base::TextOf(Sound(name, kSamples, seed)) + "\r\n 100\r\n";
       ++seed;
     };
     for (const char* const keyword : {"BOOT", "PWRON", "PWROFF", "IDLE"}) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "sound/PathText.h"
+#include "base/PathText.h"
 
 namespace kestrin::sound {
 namespace {

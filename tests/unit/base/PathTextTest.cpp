@@ -1,8 +1,8 @@
-#include "sound/PathText.h"
+#include "base/PathText.h"
 
 #include <gtest/gtest.h>
 
-namespace kestrin::sound {
+namespace kestrin::base {
 namespace {
 
 TEST(PathText, TextSurvivesTheWayToAPathAndBack) {
@@ -23,4 +23,4 @@ TEST(PathText, WherePathsAreBytesAnyByteSurvives) {
 #endif
 
 }  // namespace
-}  // namespace kestrin::sound
+}  // namespace kestrin::base
