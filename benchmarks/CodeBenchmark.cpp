@@ -13,9 +13,9 @@
 #include <system_error>
 #include <vector>
 
-#include "sound/LSU_SoundFile.h"
+#include "core/sound/LSU_SoundFile.h"
 
-namespace kestrin::sound {
+namespace kestrin::core::sound {
 namespace {
 
 namespace fs = std::filesystem;
@@ -145,4 +145,4 @@ void SoxVolumeChange(benchmark::State& state) {
 BENCHMARK(SoxVolumeChange)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace kestrin::sound
+}  // namespace kestrin::core::sound

@@ -9,13 +9,13 @@
 #include <string>
 
 #include "FullSet.h"
-#include "base/Clock.h"
-#include "device/DeviceSession.h"
+#include "core/base/Clock.h"
+#include "core/device/DeviceSession.h"
+#include "core/sound/Download.h"
+#include "core/sound/FlashBlock.h"
 #include "simulator/SimulatedAgent.h"
-#include "sound/Download.h"
-#include "sound/FlashBlock.h"
 
-namespace kestrin::sound {
+namespace kestrin::core::sound {
 namespace {
 
 class NoSessionView final : public device::SessionView {
@@ -46,7 +46,7 @@ class NoDownloadView final : public DownloadView {
   void StartHideFrameTimer() override {}
 };
 
-class NothingKept final : public motion::KeptParameters {
+class NothingKept final : public device::KeptParameters {
   [[nodiscard]] std::optional<device::AccParam> Find(const std::string&) const override { return std::nullopt; }
   [[nodiscard]] std::string Keep(const std::string&, const device::AccParam&) override { return ""; }
   void Forget(const std::string&) override {}
@@ -117,4 +117,4 @@ void DownloadOverUsb(benchmark::State& state) {
 BENCHMARK(DownloadOverUsb)->Unit(benchmark::kSecond)->UseManualTime()->Iterations(1);
 
 }  // namespace
-}  // namespace kestrin::sound
+}  // namespace kestrin::core::sound

@@ -15,12 +15,12 @@
 #include <system_error>
 #include <vector>
 
+#include "core/update/HttpRequest.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "rig/net/ScriptedServer.h"
-#include "update/HttpRequest.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 namespace {
 
 namespace fs = std::filesystem;
@@ -63,7 +63,7 @@ double Median(std::vector<double> times) {
 void FetchWithLibcurl(const std::string& host, const fs::path& path) {
   const std::unique_ptr<CURL, void (*)(CURL*)> easy(curl_easy_init(), curl_easy_cleanup);
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), std::fclose);
-  const std::string url = "http://" + host + update::HttpRequest::kDataPath;
+  const std::string url = "http://" + host + core::update::HttpRequest::kDataPath;
   curl_easy_setopt(easy.get(), CURLOPT_URL, url.c_str());
   curl_easy_setopt(easy.get(), CURLOPT_POSTFIELDS, "svc=dld");
   curl_easy_setopt(easy.get(), CURLOPT_PROXY, "");
@@ -82,7 +82,7 @@ void Fetch64MiB(benchmark::State& state) {
   const Folder folder;
   CurlTransfer transfer({});
   files::SystemDisk disk;
-  update::HttpRequest request(server.Host(), disk);
+  core::update::HttpRequest request(server.Host(), disk);
   request.Initialize(transfer);
   std::vector<double> own;
   std::vector<double> plain;
@@ -107,4 +107,4 @@ void Fetch64MiB(benchmark::State& state) {
 BENCHMARK(Fetch64MiB)->Unit(benchmark::kMillisecond)->UseManualTime()->MinTime(2.0);
 
 }  // namespace
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -9,11 +9,11 @@
 #include <system_error>
 #include <vector>
 
-#include "device/BoardIdentity.h"
-#include "sound/LSU_Configuration.h"
-#include "sound/SlotKind.h"
+#include "core/device/BoardIdentity.h"
+#include "core/sound/LSU_Configuration.h"
+#include "core/sound/SlotKind.h"
 
-namespace kestrin::sound {
+namespace kestrin::core::sound {
 
 /// A set that fills the smaller board to the last sample: 40 files of noise.
 class FullSet {
@@ -60,4 +60,4 @@ class FullSet {
       ("kestrin download " + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
 };
 
-}  // namespace kestrin::sound
+}  // namespace kestrin::core::sound

@@ -1,7 +1,6 @@
 # One target carries the flags that every part of the project is compiled with.
 add_library(kestrin_flags INTERFACE)
 target_compile_features(kestrin_flags INTERFACE cxx_std_20)
-target_include_directories(kestrin_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 set_target_properties(kestrin_flags PROPERTIES CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_EXTENSIONS OFF)
 

@@ -1,19 +1,30 @@
-# kestrin_library(NAME SOURCES file... [LINK library...] [PRIVATE_LINK library...])
-# A static library of this project. What stands under LINK is part of its headers, PRIVATE_LINK is not.
-function(kestrin_library name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+# kestrin_core_library(NAME SOURCES file... [LINK library...])
+# A static library of the core. It finds the headers of the core and no others.
+function(kestrin_core_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
-  target_link_libraries(${name} PUBLIC kestrin_flags ${arg_LINK} PRIVATE ${arg_PRIVATE_LINK})
+  target_link_libraries(${name} PUBLIC kestrin_flags ${arg_LINK})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src/core)
   list(LENGTH arg_SOURCES count)
   if(KESTRIN_UNITY AND count GREATER 1)
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
   endif()
 endfunction()
 
+# kestrin_library(NAME SOURCES file... [LINK library...] [PRIVATE_LINK library...])
+# Any other static library of this project. What stands under LINK is part of its headers, PRIVATE_LINK is not.
+function(kestrin_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  kestrin_core_library(${name} SOURCES ${arg_SOURCES} LINK ${arg_LINK})
+  target_link_libraries(${name} PRIVATE ${arg_PRIVATE_LINK})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+endfunction()
+
 # What every test program is compiled with: its own code unoptimised, which takes half the time to build and hardly longer
 # to run, since what it tests lies in the libraries.
 function(kestrin_test_options name)
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_include_directories(${name} PRIVATE
+    ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/src/core ${PROJECT_SOURCE_DIR}/tests)
   if(NOT MSVC)
     target_compile_options(${name} PRIVATE -O0)
   endif()

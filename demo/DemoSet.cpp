@@ -4,21 +4,21 @@
 #include <system_error>
 #include <utility>
 
-#include "base/PathText.h"
-#include "base/WholeFile.h"
+#include "core/base/PathText.h"
+#include "core/base/WholeFile.h"
+#include "core/sound/ConfigurationFile.h"
+#include "core/sound/LSU_Configuration.h"
 #include "demo/Clashes.h"
 #include "demo/Finish.h"
 #include "demo/IdleHum.h"
 #include "demo/Lockups.h"
 #include "demo/PowerSounds.h"
 #include "demo/Swings.h"
-#include "sound/ConfigurationFile.h"
-#include "sound/LSU_Configuration.h"
 
 namespace kestrin::demo {
 
 namespace fs = std::filesystem;
-using sound::SlotKind;
+using core::sound::SlotKind;
 
 namespace {
 
@@ -37,21 +37,21 @@ std::string FileBytes(std::span<const std::int16_t> samples) {
 using Change = std::function<std::vector<std::int16_t>(const DemoSound&, std::vector<std::int16_t>)>;
 
 /// Writes the sounds, changed, and the configuration file NAME.lscfg.
-std::string WriteSet(const fs::path& folder, const std::string& name, const Change& change, base::Disk& disk) {
+std::string WriteSet(const fs::path& folder, const std::string& name, const Change& change, core::base::Disk& disk) {
   std::error_code error;
   const fs::path home = fs::absolute(folder, error).lexically_normal();
   if (!error) fs::create_directories(home, error);
-  if (error) return base::TextOf(folder) + ": the folder cannot be made: " + error.message();
+  if (error) return core::base::TextOf(folder) + ": the folder cannot be made: " + error.message();
 
-  sound::LSU_Configuration configuration;
+  core::sound::LSU_Configuration configuration;
   for (const DemoSound& demo : DemoSounds()) {
     const fs::path path = home / demo.fileName;
     const std::vector<std::int16_t> samples = change(demo, demo.make());
-    if (std::string failure = base::WriteWholeFile(path, FileBytes(samples)); !failure.empty()) return failure;
-    if (!configuration.AddFile(path, demo.slot)) return base::TextOf(path) + ": not a usable sound file";
+    if (std::string failure = core::base::WriteWholeFile(path, FileBytes(samples)); !failure.empty()) return failure;
+    if (!configuration.AddFile(path, demo.slot)) return core::base::TextOf(path) + ": not a usable sound file";
     configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
   }
-  return sound::ConfigurationFile::Save(configuration, home / (name + ".lscfg"), disk);
+  return core::sound::ConfigurationFile::Save(configuration, home / (name + ".lscfg"), disk);
 }
 
 }  // namespace
@@ -80,12 +80,12 @@ std::vector<DemoSound> DemoSounds() {
   return sounds;
 }
 
-std::string WriteDemoSet(const fs::path& folder, base::Disk& disk) {
+std::string WriteDemoSet(const fs::path& folder, core::base::Disk& disk) {
   return WriteSet(
       folder, "demo", [](const DemoSound&, std::vector<std::int16_t> samples) { return samples; }, disk);
 }
 
-std::string WriteDemoFonts(const fs::path& folder, base::Disk& disk) {
+std::string WriteDemoFonts(const fs::path& folder, core::base::Disk& disk) {
   for (const DemoFont& font : kDemoFonts) {
     const auto change = [&](const DemoSound& demo, const std::vector<std::int16_t>& samples) {
       return InVoice(samples, demo.loops, font.voice);

@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "base/Disk.h"
+#include "core/base/Disk.h"
+#include "core/sound/SlotKind.h"
 #include "demo/Voice.h"
-#include "sound/SlotKind.h"
 
 namespace kestrin::demo {
 
 /// One sound of the demo set.
 struct DemoSound {
-  sound::SlotKind slot;
+  core::sound::SlotKind slot;
   std::string fileName;
   /// Playback volume in percent. The files are all equally loud at their peak; this sets them in relation.
   std::int16_t volume;
@@ -38,9 +38,9 @@ inline constexpr DemoFont kDemoFonts[]{{"Deep Forge", {0.75, 0.6}}, {"Quick Silv
 
 /// Writes all sounds and "demo.lscfg", which names them by their absolute paths, into `folder`, made when absent.
 /// Returns "" or a text that names the file and says what is wrong.
-[[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder, base::Disk& disk);
+[[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder, core::base::Disk& disk);
 
 /// Writes a folder for each of kDemoFonts into `folder`, with its sounds and "NAME.lscfg". Returns as above.
-[[nodiscard]] std::string WriteDemoFonts(const std::filesystem::path& folder, base::Disk& disk);
+[[nodiscard]] std::string WriteDemoFonts(const std::filesystem::path& folder, core::base::Disk& disk);
 
 }  // namespace kestrin::demo

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   }
   try {
     const std::filesystem::path folder = argv[1];
-    kestrin::files::SystemDisk disk;
+    kestrin::platform::files::SystemDisk disk;
     std::string failure = kestrin::demo::WriteDemoSet(folder, disk);
     if (failure.empty()) failure = kestrin::demo::WriteDemoFonts(folder / "fonts", disk);
     if (failure.empty()) return 0;

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "MemoryFolder.h"
-#include "device/TLS.h"
+#include "core/device/TLS.h"
 #include "platform/hid/StackAgent.h"
 #include "support/BoardDescriptors.h"
 #include "support/FakeHidStack.h"
@@ -56,7 +56,7 @@ class Board {
     auto& device = m_bus.Plug(
         "board", numbered ? kestrin::support::NumberedBoardDescriptor() : kestrin::support::BoardDescriptor());
     device.onWrite = [&](const Bytes&) { device.input.assign(m_answers.begin(), m_answers.end()); };
-    m_agent.SetMatch({kestrin::device::kBoardVendorId, kestrin::device::kBoardProductId, true, true});
+    m_agent.SetMatch({kestrin::core::device::kBoardVendorId, kestrin::core::device::kBoardProductId, true, true});
     Require(m_agent.SearchAndOpen());
     Require(tls.BindVars(m_agent) == 0);
   }
@@ -64,7 +64,7 @@ class Board {
   /// Checks that what happened since the last call took no longer than so many reads may wait, each with a last turn of
   /// the event pump behind it.
   void RequireTime(int reads) {
-    const auto most = (std::chrono::milliseconds(kestrin::device::THIDagent::kTimeOut) + kTurn) * reads;
+    const auto most = (std::chrono::milliseconds(kestrin::core::device::THIDagent::kTimeOut) + kTurn) * reads;
     Require(m_bus.clock.Now() - m_last <= most);
     m_last = m_bus.clock.Now();
   }
@@ -72,18 +72,19 @@ class Board {
  private:
   std::vector<Bytes> m_answers;
   kestrin::support::FakeHidBus m_bus;
-  kestrin::base::Clock::Duration m_last{};
-  kestrin::hid::StackAgent m_agent{std::make_unique<kestrin::support::FakeHidStack>(m_bus),
-                                   [this] { return std::make_unique<kestrin::support::FakeDeviceMonitor>(m_bus); },
-                                   // Reports that are passed over take time as well.
-                                   m_bus.clock, [this] { m_bus.clock.Advance(kTurn); }};
+  kestrin::core::base::Clock::Duration m_last{};
+  kestrin::platform::hid::StackAgent m_agent{
+      std::make_unique<kestrin::support::FakeHidStack>(m_bus),
+      [this] { return std::make_unique<kestrin::support::FakeDeviceMonitor>(m_bus); },
+      // Reports that are passed over take time as well.
+      m_bus.clock, [this] { m_bus.clock.Advance(kTurn); }};
 
  public:
-  kestrin::device::TLS tls;
+  kestrin::core::device::TLS tls;
 };
 
 bool IsSerialNumber(const std::string& text) {
-  if (text == kestrin::device::TLS::kNoSerialNumber) return true;
+  if (text == kestrin::core::device::TLS::kNoSerialNumber) return true;
   return (text.size() == 4 || text.size() == 8) && std::all_of(text.begin(), text.end(), [](unsigned char c) {
            return std::isdigit(c) || (c >= 'A' && c <= 'F');
          });
@@ -97,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::vector<Bytes> answers = Reports(data + 1, size - 1);
   const std::int32_t first = FirstAnswer(answers, numbered);
   Board board(answers, numbered);
-  kestrin::device::TLS& tls = board.tls;
+  kestrin::core::device::TLS& tls = board.tls;
 
   // Twice, as what the first left unread must not answer the second.
   for (int i = 0; i < 2; ++i) {
@@ -106,7 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   Require(tls.GetMemorySize() == std::max(first, 0) / 256);
   Require(IsSerialNumber(tls.GetSN()));
-  Require((tls.GetSN() == kestrin::device::TLS::kNoSerialNumber) == (first < 0));
+  Require((tls.GetSN() == kestrin::core::device::TLS::kNoSerialNumber) == (first < 0));
 
   const bool accepted = first == 10 * 256 + 10;
   Require(tls.SetAccParam({}) == accepted);
@@ -117,9 +118,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(tls.WriteLess(0, 3, block) == (first == 3 * 0x80));
   Require(tls.CheckCRC(0, 1) == (first >= 0));
 
-  kestrin::device::AccParam parameters;
+  kestrin::core::device::AccParam parameters;
   std::array<std::int32_t, 9> values{};
-  kestrin::led::LED_Pulse pulse;
+  kestrin::core::led::LED_Pulse pulse;
   std::int32_t x = 0;
   std::int32_t y = 0;
   std::int32_t z = 0;

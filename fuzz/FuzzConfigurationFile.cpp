@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "MemoryFolder.h"
-#include "sound/ConfigurationFile.h"
+#include "core/sound/ConfigurationFile.h"
 #include "support/RecordingDisk.h"
 
 namespace {

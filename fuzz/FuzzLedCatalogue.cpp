@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "MemoryFolder.h"
-#include "led/LedSetup.h"
-#include "led/LevelCounts.h"
+#include "core/led/LevelCounts.h"
+#include "core/ledsetup/LedSetup.h"
 #include "support/RecordingLedSetupView.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "MemoryFolder.h"
-#include "led/LedSettingsFile.h"
-#include "led/LedSetup.h"
+#include "core/led/LedSettingsFile.h"
+#include "core/ledsetup/LedSetup.h"
 #include "support/RecordingDisk.h"
 #include "support/RecordingLedSetupView.h"
 

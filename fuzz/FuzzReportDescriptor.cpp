@@ -12,9 +12,9 @@
 #include "support/FakeHidStack.h"
 
 using kestrin::fuzz::Require;
-using kestrin::hid::DescriptorVariable;
-using kestrin::hid::HidInterface;
-using kestrin::hid::ReportDescriptor;
+using kestrin::platform::hid::DescriptorVariable;
+using kestrin::platform::hid::HidInterface;
+using kestrin::platform::hid::ReportDescriptor;
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "MemoryFolder.h"
-#include "sound/LSU_SoundFile.h"
+#include "core/sound/LSU_SoundFile.h"
 
 using kestrin::fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const kestrin::fuzz::MemoryFolder folder;
-  kestrin::sound::LSU_SoundFile file;
+  kestrin::core::sound::LSU_SoundFile file;
   const bool usable = file.ReadFile(folder.Write("input.lsu", data, size));
   Require(usable == (file.NrOfSamples() >= 49));
   Require(usable == (file.Peak() > 0));
@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool codable = file.WhyNotCodable().empty();
     try {
       Require(file.Code() == codable);
-      Require(file.NrOfBytes() == kestrin::sound::LSU_SoundFile::CodedBytes(file.NrOfSamples()));
+      Require(file.NrOfBytes() == kestrin::core::sound::LSU_SoundFile::CodedBytes(file.NrOfSamples()));
       std::vector<std::uint8_t> stream;
       Require(file.GetBytes(stream, 0, static_cast<std::size_t>(file.NrOfBytes())));
       Require(stream[0] == 0 && stream[1] == 0 && stream[2] == 0);

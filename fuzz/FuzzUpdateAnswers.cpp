@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "MemoryFolder.h"
-#include "base/Text.h"
+#include "core/base/Text.h"
+#include "core/update/TransferControl.h"
+#include "core/update/UpdateManager.h"
+#include "core/update/UpdateView.h"
 #include "support/RecordingDisk.h"
-#include "update/TransferControl.h"
-#include "update/UpdateManager.h"
-#include "update/UpdateView.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ constexpr std::string_view kSeparator = "\xFF\xFF\xFF\xFF";
 /// Gives out the pieces of the input, whatever is asked. When there are none left, nothing can be reached.
 class Pieces final : public TransferControl {
  public:
-  explicit Pieces(std::string_view input) : m_pieces(kestrin::base::Split(input, kSeparator)) {}
+  explicit Pieces(std::string_view input) : m_pieces(kestrin::core::base::Split(input, kSeparator)) {}
 
   void OnStateChanged(StateChanged callback) override { m_callback = std::move(callback); }
   void Demand(std::int64_t) override {}

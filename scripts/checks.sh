@@ -17,6 +17,14 @@ check_files() {
   done < <(source_files)
   if [ -z "$long" ]; then pass; else fail "longer than $longest_file lines:$long"; fi
 
+  if (cd "$project" && find src -name '*.h' -o -name '*.cpp' | sort | xargs awk -f scripts/layers.awk scripts/layers.txt); then
+    pass
+  else
+    fail "includes that scripts/layers.txt does not allow"
+  fi
+
+  check_docs
+
   # Each version lays out a few things in its own way, so only the one that the code was laid out with can judge.
   if ! command -v clang-format-14 >/dev/null; then
     echo "Left out: the layout of the code, since clang-format-14 is not here; Debian 12 has it."
@@ -25,6 +33,30 @@ check_files() {
   else
     fail "the layout; clang-format-14 -i puts it right"
   fi
+}
+
+# The documents for developers name files by their path, from the project's folder or beside a path named just before. Each
+# path must be there, and each folder of the sources must be named.
+check_docs() {
+  local gone="" unnamed="" document name folder
+  while IFS=: read -r document name; do
+    name="${name#\`}" name="${name%%[\`#)]*}"
+    compgen -G "$project/$name" >/dev/null || gone="$gone $document: $name;"
+  done < <(cd "$project" && grep -oE '`(src|tests|demo|assets|fuzz|benchmarks|packaging|scripts|docs|cmake)(/[^` ]*)?`' CONTRIBUTING.md docs/*.md)
+  while IFS=: read -r document name; do
+    name="${name#*](}" name="${name%%[#)]*}"
+    [ -z "$name" ] || [ -e "$project/$(dirname "$document")/$name" ] || gone="$gone $document: $name;"
+  done < <(cd "$project" && grep -oE '\]\([^):]*\)' README.md CONTRIBUTING.md docs/*.md)
+  while IFS=: read -r document name; do
+    name="${name//\`/}"
+    [ -n "$(cd "$project" && find src tests demo assets packaging scripts -name "$name" -print -quit)" ] || gone="$gone $document: $name;"
+  done < <(cd "$project" && grep -oE '`[A-Za-z_]+\.(cpp|h|sh)`' CONTRIBUTING.md docs/*.md)
+  if [ -z "$gone" ]; then pass; else fail "named in the documents, but not there:$gone"; fi
+
+  while read -r folder; do
+    grep -qF -e "\`${folder##*/}\`" -e "\`$folder\`" "$project/CONTRIBUTING.md" || unnamed="$unnamed $folder"
+  done < <(cd "$project" && find src/*/ -type f | sed 's,/[^/]*$,,' | sort -u)
+  if [ -z "$unnamed" ]; then pass; else fail "folders that CONTRIBUTING.md does not name:$unnamed"; fi
 }
 
 # Not even by way of another library.

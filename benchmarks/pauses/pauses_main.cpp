@@ -8,11 +8,11 @@
 
 #include "EventLoopWatch.h"
 #include "FullSet.h"
-#include "app/SpecialFolders.h"
+#include "core/sound/SoundSet.h"
 #include "platform/files/SystemDisk.h"
-#include "sound/SoundSet.h"
-#include "sound/ui/FileExplorer.h"
-#include "sound/ui/SoundPage.h"
+#include "ui/kit/SpecialFolders.h"
+#include "ui/sound/FileExplorer.h"
+#include "ui/sound/SoundPage.h"
 
 namespace kestrin::benchmarks {
 namespace {
@@ -21,12 +21,12 @@ constexpr const char* kPause = "longest pause ms";
 
 void Turn() { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 
-class Folders final : public app::SpecialFolders {
+class Folders final : public ui::kit::SpecialFolders {
  public:
   explicit Folders(std::filesystem::path folder) : m_folder(std::move(folder)) {}
   [[nodiscard]] std::filesystem::path Desktop() const override { return m_folder; }
   [[nodiscard]] std::filesystem::path Documents() const override { return m_folder; }
-  [[nodiscard]] std::vector<app::Drive> Drives() const override { return {}; }
+  [[nodiscard]] std::vector<ui::kit::Drive> Drives() const override { return {}; }
 
  private:
   std::filesystem::path m_folder;
@@ -40,13 +40,13 @@ void ShowLargeFolder(benchmark::State& state) {
   for (int file = 0; file < kFiles; ++file)
     std::ofstream(large / ("sound " + std::to_string(file) + ".lsu"), std::ios::binary) << "1234567890";
   const Folders folders(large);
-  sound::LSU_Configuration configuration;
-  sound::SoundSet set(configuration);
-  sound::ui::SoundPage page(set, folders);
+  core::sound::LSU_Configuration configuration;
+  core::sound::SoundSet set(configuration);
+  ui::sound::SoundPage page(set, folders);
   page.resize(1180, 700);
   page.show();
   bool shown = false;
-  QObject::connect(page.findChild<sound::ui::FileExplorer*>(), &sound::ui::FileExplorer::folderShown,
+  QObject::connect(page.findChild<ui::sound::FileExplorer*>(), &ui::sound::FileExplorer::folderShown,
                    [&shown] { shown = true; });
   const auto show = [&](const std::filesystem::path& folder) {
     shown = false;
@@ -71,13 +71,13 @@ BENCHMARK(ShowLargeFolder)->Unit(benchmark::kMillisecond);
 
 /// A set that fills the board is loaded.
 void LoadFullSet(benchmark::State& state) {
-  sound::FullSet full;
-  files::SystemDisk disk;
+  core::sound::FullSet full;
+  platform::files::SystemDisk disk;
   const std::filesystem::path path = std::filesystem::temp_directory_path() / "kestrin pauses.lscfg";
-  sound::SoundSet saved(full.configuration);
+  core::sound::SoundSet saved(full.configuration);
   if (!saved.Save(path, disk).empty()) return state.SkipWithError("the set could not be saved");
-  sound::LSU_Configuration configuration;
-  sound::SoundSet set(configuration);
+  core::sound::LSU_Configuration configuration;
+  core::sound::SoundSet set(configuration);
   double longest = 0;
   for (auto _ : state) {
     EventLoopWatch watch;
@@ -91,7 +91,7 @@ BENCHMARK(LoadFullSet)->Unit(benchmark::kMillisecond);
 
 /// It is coded for the board.
 void CodeFullSet(benchmark::State& state) {
-  sound::FullSet full;
+  core::sound::FullSet full;
   double longest = 0;
   for (auto _ : state) {
     EventLoopWatch watch;

@@ -6,17 +6,17 @@
 #include <string>
 #include <vector>
 
-#include "app/Dialogs.h"
-#include "app/SleepBlocker.h"
-#include "app/SpecialFolders.h"
-#include "app/UpdateDialog.h"
-#include "base/Clock.h"
-#include "sound/SoundPlayer.h"
+#include "core/base/Clock.h"
+#include "core/sound/SoundPlayer.h"
+#include "ui/kit/Dialogs.h"
+#include "ui/kit/SleepBlocker.h"
+#include "ui/kit/SpecialFolders.h"
+#include "ui/kit/UpdateDialog.h"
 
 namespace kestrin::demo {
 
 /// Nobody waits for a picture: waiting takes no time, and the board's time goes on all the same.
-class HurriedClock final : public base::Clock {
+class HurriedClock final : public core::base::Clock {
  public:
   [[nodiscard]] Duration Now() const override { return m_now; }
   void Wait(Duration duration) override { m_now += duration; }
@@ -26,35 +26,36 @@ class HurriedClock final : public base::Clock {
 };
 
 /// Answers every question at once: offline work is welcome, a download that is asked about is cancelled.
-class AnsweringDialogs final : public app::Dialogs {
+class AnsweringDialogs final : public ui::kit::Dialogs {
  public:
   /// Every text that was to be shown.
   std::vector<QString> shown;
 
-  [[nodiscard]] QString OpenFile(const QString&, const QString&, const QString&, app::HelpContext) override {
+  [[nodiscard]] QString OpenFile(const QString&, const QString&, const QString&, ui::kit::HelpContext) override {
     return {};
   }
   [[nodiscard]] QString SaveFile(const QString&, const QString&, const QString&, const QString&,
-                                 app::HelpContext) override {
+                                 ui::kit::HelpContext) override {
     return {};
   }
-  [[nodiscard]] std::optional<QColor> AskColor(const QColor&, app::HelpContext) override { return {}; }
+  [[nodiscard]] std::optional<QColor> AskColor(const QColor&, ui::kit::HelpContext) override { return {}; }
   void ShowMessage(const QString& text, const QString&) override { shown.push_back(text); }
   void ShowError(const QString& text, const QString&) override { shown.push_back(text); }
-  [[nodiscard]] bool ShowList(const QString& headline, const QStringList&, const QString&, app::HelpContext) override {
+  [[nodiscard]] bool ShowList(const QString& headline, const QStringList&, const QString&,
+                              ui::kit::HelpContext) override {
     shown.push_back(headline);
     return false;
   }
-  [[nodiscard]] bool AskOkCancel(const QString&, const QString&, Harmless harmless, app::HelpContext) override {
+  [[nodiscard]] bool AskOkCancel(const QString&, const QString&, Harmless harmless, ui::kit::HelpContext) override {
     return harmless != Harmless::Ok;
   }
   [[nodiscard]] Unsaved AskUnsaved(const QString&) override { return Unsaved::Discard; }
-  [[nodiscard]] QString ChooseFolder(const QString&, const QString&, app::HelpContext) override { return {}; }
+  [[nodiscard]] QString ChooseFolder(const QString&, const QString&, ui::kit::HelpContext) override { return {}; }
   [[nodiscard]] MissingSounds AskMissing(const QString&, const QString&) override { return MissingSounds::Keep; }
 };
 
 /// Plays one endless silence.
-class SilentPlayer final : public sound::SoundPlayer {
+class SilentPlayer final : public core::sound::SoundPlayer {
  public:
   void Play(const std::filesystem::path&) override { m_status.playing = true; }
   void Stop() override { m_status.playing = false; }
@@ -65,25 +66,25 @@ class SilentPlayer final : public sound::SoundPlayer {
 };
 
 /// A computer with nothing on it but the sounds.
-class OneFolder final : public app::SpecialFolders {
+class OneFolder final : public ui::kit::SpecialFolders {
  public:
   explicit OneFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
   [[nodiscard]] std::filesystem::path Desktop() const override { return m_folder; }
   [[nodiscard]] std::filesystem::path Documents() const override { return m_folder; }
-  [[nodiscard]] std::vector<app::Drive> Drives() const override { return {{"Home", m_folder}}; }
+  [[nodiscard]] std::vector<ui::kit::Drive> Drives() const override { return {{"Home", m_folder}}; }
 
  private:
   std::filesystem::path m_folder;
 };
 
-class Wakefulness final : public app::SleepBlocker {
+class Wakefulness final : public ui::kit::SleepBlocker {
  public:
   void Block(const std::string&) override {}
   void Unblock() override {}
 };
 
 /// An update that never brings anything.
-class NoUpdate final : public app::UpdateDialog {
+class NoUpdate final : public ui::kit::UpdateDialog {
  public:
   void Initialise() override {}
   [[nodiscard]] std::vector<std::filesystem::path> Open(QWidget&, const std::string&) override { return {}; }

@@ -18,13 +18,13 @@
 #include <functional>
 #include <string>
 
-#include "app/Pages.h"
-#include "app/PathText.h"
-#include "app/help/HelpWindow.h"
 #include "demo/pictures/Stage.h"
 #include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/QtDialogs.h"
+#include "ui/help/HelpWindow.h"
+#include "ui/kit/PathText.h"
+#include "ui/window/Pages.h"
 
 namespace kestrin::demo {
 
@@ -56,7 +56,7 @@ QPixmap TakeEmpty(const Place& place, const std::string& board) {
 /// A set that was copied without two of its sounds.
 QPixmap TakeMissing(const Place& place, const std::string& board) {
   const QTemporaryDir copies;
-  const std::filesystem::path away = app::PathOf(copies.filePath("Ember knight"));
+  const std::filesystem::path away = ui::kit::PathOf(copies.filePath("Ember knight"));
   std::filesystem::copy(place.sounds, away);
   std::ifstream file(place.sounds / "demo.lscfg");
   std::ofstream moved(away / "demo.lscfg");
@@ -176,7 +176,7 @@ void PickLevel(Stage& stage, const char* button, const std::array<int, 3>& stren
 /// Opens the window at the LED driver's page.
 void OpenLedDriver(Stage& stage, const QSize& size) {
   stage.Open(size);
-  stage.Find<QTabBar>("PageTabs").setCurrentIndex(static_cast<int>(app::Pages::Page::LedDriver));
+  stage.Find<QTabBar>("PageTabs").setCurrentIndex(static_cast<int>(ui::window::Pages::Page::LedDriver));
 }
 
 /// An LED driver with a light of three colours.
@@ -209,20 +209,20 @@ QPixmap TakeLedReplugged(const Place& place, const std::string& board) {
 }
 
 QPixmap TakeHelp(const Place& place, const std::string& /*board*/) {
-  const platform::CompiledHelp source(place.program / platform::CompiledHelp::kFileName);
-  app::HelpWindow window(source);
+  const platform::desktop::CompiledHelp source(place.program / platform::desktop::CompiledHelp::kFileName);
+  ui::help::HelpWindow window(source);
   window.resize(place.size);
-  window.ShowTopic(app::HelpContext::Slots);
+  window.ShowTopic(ui::kit::HelpContext::Slots);
   QApplication::processEvents();
   return window.grab();
 }
 
 /// The window with a dialog of the desktop over it.
-QPixmap TakeDialog(const Place& place, const std::string& board, const std::function<void(app::Dialogs&)>& show) {
+QPixmap TakeDialog(const Place& place, const std::string& board, const std::function<void(ui::kit::Dialogs&)>& show) {
   Stage stage(place.program, place.sounds, board);
   stage.Open(place.size);
   QPixmap picture = stage.Window().grab();
-  desktop::QtDialogs dialogs;
+  platform::desktop::QtDialogs dialogs;
   dialogs.SetWindow(&stage.Window());
   stage.When([] { return QApplication::activeModalWidget() != nullptr; },
              [&] {
@@ -237,35 +237,35 @@ QPixmap TakeDialog(const Place& place, const std::string& board, const std::func
 }
 
 QPixmap TakeNoBoard(const Place& place, const std::string& board) {
-  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+  return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) {
     (void)dialogs.AskOkCancel(
         "A connection with Kuskekpize could not be established.\r\n Press OK to work offline or Cancel to exit the "
         "application",
-        "", app::Dialogs::Harmless::Both);
+        "", ui::kit::Dialogs::Harmless::Both);
   });
 }
 
 QPixmap TakeQuestion(const Place& place, const std::string& board) {
-  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+  return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) {
     (void)dialogs.AskOkCancel(
         "Are you sure you want to cancel downloading ? \nThis might result in unsable behaviour !\nPress OK to resume "
         "downloading or Cancel to abort",
-        "", app::Dialogs::Harmless::Ok);
+        "", ui::kit::Dialogs::Harmless::Ok);
   });
 }
 
 QPixmap TakeError(const Place& place, const std::string& board) {
-  return TakeDialog(place, board, [](app::Dialogs& dialogs) { dialogs.ShowError("Not a valid file"); });
+  return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) { dialogs.ShowError("Not a valid file"); });
 }
 
 QPixmap TakeUnsaved(const Place& place, const std::string& board) {
-  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+  return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) {
     (void)dialogs.AskUnsaved("The set \"demo\" has changes that are not saved.\nSave them?");
   });
 }
 
 QPixmap TakeMissingQuestion(const Place& place, const std::string& board) {
-  return TakeDialog(place, board, [](app::Dialogs& dialogs) {
+  return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) {
     (void)dialogs.AskMissing("Sounds of the set \"demo\" are missing: 2.\nSave it without them?",
                              "Saved without them, the set forgets them. Kept in the file, they are looked for when the "
                              "set is opened again. \"Locate ...\" in their rows finds them.");

@@ -7,9 +7,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "app/PathText.h"
-#include "app/Surroundings.h"
-#include "sound/ui/SoundPage.h"
+#include "ui/kit/PathText.h"
+#include "ui/sound/SoundPage.h"
+#include "ui/window/Surroundings.h"
 
 namespace kestrin::demo {
 
@@ -22,7 +22,7 @@ constexpr const char* kNoBoard = "none";
 Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board)
     : m_sounds(sounds),
       m_folders(sounds),
-      m_kept(app::PathOf(m_folder.path()), m_disk),
+      m_kept(ui::kit::PathOf(m_folder.path()), m_disk),
       m_settings(m_folder.filePath("settings.ini"), QSettings::IniFormat) {
   const bool none = board == kNoBoard;
   const auto parsed = simulator::BoardOptions::Parse(none ? "" : board);
@@ -31,9 +31,9 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (!problem.empty()) throw std::runtime_error(problem);
   m_agent = std::move(created.agent);
   if (none) m_agent->Unplug();
-  m_window = std::make_unique<app::Main>(app::Surroundings{*m_agent, m_gate, m_clock, m_disk, m_dialogs, m_player,
-                                                           m_folders, m_kept, m_sleep, &m_update, m_settings, program,
-                                                           app::PathOf(m_folder.path())});
+  m_window = std::make_unique<ui::window::Main>(
+      ui::window::Surroundings{*m_agent, m_gate, m_clock, m_disk, m_dialogs, m_player, m_folders, m_kept, m_sleep,
+                               &m_update, m_settings, program, ui::kit::PathOf(m_folder.path())});
 }
 
 Stage::~Stage() = default;
@@ -43,7 +43,7 @@ void Stage::Open(const QSize& size, bool withSet) {
   m_window->resize(size);
   m_window->show();
   if (withSet) m_window->OpenSet(m_sounds / "demo.lscfg");
-  m_window->findChild<sound::ui::SoundPage*>()->SetFolder(m_sounds);
+  m_window->findChild<ui::sound::SoundPage*>()->SetFolder(m_sounds);
   Settle(*m_window);
 }
 

@@ -8,12 +8,12 @@
 #include <memory>
 #include <string>
 
-#include "app/CommandGate.h"
-#include "app/Main.h"
+#include "core/motion/KeptParametersFolder.h"
 #include "demo/pictures/Props.h"
-#include "motion/KeptParametersFolder.h"
 #include "platform/files/SystemDisk.h"
 #include "simulator/SimulatedAgent.h"
+#include "ui/kit/CommandGate.h"
+#include "ui/window/Main.h"
 
 namespace kestrin::demo {
 
@@ -27,7 +27,7 @@ class Stage {
 
   /// Shows the window in that size, with the demo set in it if wanted, and the demo's folder open.
   void Open(const QSize& size, bool withSet = true);
-  [[nodiscard]] app::Main& Window() { return *m_window; }
+  [[nodiscard]] ui::window::Main& Window() { return *m_window; }
   [[nodiscard]] simulator::SimulatedAgent& Board() { return *m_agent; }
   template <typename T>
   [[nodiscard]] T& Find(const char* name) const {
@@ -42,17 +42,17 @@ class Stage {
   std::filesystem::path m_sounds;
   QTemporaryDir m_folder;
   HurriedClock m_clock;
-  files::SystemDisk m_disk;
-  app::CommandGate m_gate{std::chrono::milliseconds(0)};
+  platform::files::SystemDisk m_disk;
+  ui::kit::CommandGate m_gate{std::chrono::milliseconds(0)};
   AnsweringDialogs m_dialogs;
   SilentPlayer m_player;
   OneFolder m_folders;
-  motion::KeptParametersFolder m_kept;
+  core::motion::KeptParametersFolder m_kept;
   Wakefulness m_sleep;
   NoUpdate m_update;
   QSettings m_settings;
   std::unique_ptr<simulator::SimulatedAgent> m_agent;
-  std::unique_ptr<app::Main> m_window;
+  std::unique_ptr<ui::window::Main> m_window;
 };
 
 }  // namespace kestrin::demo

@@ -5,15 +5,15 @@
 #include <functional>
 #include <string>
 
-#include "update/TransferControl.h"
-#include "update/ui/updateForm.h"
+#include "core/update/TransferControl.h"
+#include "ui/update/updateForm.h"
 
 namespace kestrin::demo {
 
 namespace {
 
 /// Nothing is transferred in pictures.
-class NoTransfer final : public update::TransferControl {
+class NoTransfer final : public core::update::TransferControl {
  public:
   void OnStateChanged(StateChanged) override {}
   void Demand(std::int64_t) override {}
@@ -27,9 +27,9 @@ class NoTransfer final : public update::TransferControl {
   std::string NextChunk(std::size_t) override { return ""; }
 };
 
-QPixmap TakeForm(const std::function<void(update::ui::updateForm&)>& prepare) {
+QPixmap TakeForm(const std::function<void(ui::update::updateForm&)>& prepare) {
   NoTransfer transfer;
-  update::ui::updateForm form(transfer);
+  ui::update::updateForm form(transfer);
   form.resetForm();
   form.show();
   prepare(form);
@@ -40,7 +40,7 @@ QPixmap TakeForm(const std::function<void(update::ui::updateForm&)>& prepare) {
 }  // namespace
 
 QPixmap TakeUpdating() {
-  return TakeForm([](update::ui::updateForm& form) {
+  return TakeForm([](ui::update::updateForm& form) {
     constexpr int kWhole = 65;
     constexpr int kFile = 41;
     form.showStep("(3/3) Updating item: Night Watch");
@@ -51,14 +51,14 @@ QPixmap TakeUpdating() {
 }
 
 QPixmap TakeUpdated() {
-  return TakeForm([](update::ui::updateForm& form) {
+  return TakeForm([](ui::update::updateForm& form) {
     form.showStep("(3/3) Updating item: Night Watch");
     form.showMessage("Update finished. New fonts installed successfully.");
   });
 }
 
 QPixmap TakeUpdateFailed() {
-  return TakeForm([](update::ui::updateForm& form) {
+  return TakeForm([](ui::update::updateForm& form) {
     form.showWarning(
         "Update failed! \"/home/somebody-with-a-long-name/.local/share/Kestrin Launcher/fonts/Night Watch/tmp\" could "
         "not be written: No space left on device. Make room on the disk or permit writing there and update again.");
@@ -66,7 +66,7 @@ QPixmap TakeUpdateFailed() {
 }
 
 QPixmap TakeUpdateQuestion() {
-  return TakeForm([](update::ui::updateForm& form) { form.showYesNoButtons(); });
+  return TakeForm([](ui::update::updateForm& form) { form.showYesNoButtons(); });
 }
 
 }  // namespace kestrin::demo

@@ -7,9 +7,9 @@
 #include <exception>
 #include <iostream>
 
-#include "app/PathText.h"
-#include "app/theme/Theme.h"
 #include "demo/pictures/Scenes.h"
+#include "ui/kit/PathText.h"
+#include "ui/kit/Theme.h"
 
 namespace {
 
@@ -31,9 +31,9 @@ int Take(QApplication& application) {
   const QStringList names = parser.positionalArguments();
   if (names.isEmpty() || sides.size() != 2) parser.showHelp(2);
   const bool dark = parser.value(scheme) == "dark";
-  app::Theme::Apply(application, dark ? app::ColorScheme::Dark : app::ColorScheme::Light);
-  const demo::Place place{app::PathOf(parser.value(program)),
-                          app::PathOf(parser.value(sounds)),
+  ui::kit::Theme::Apply(application, dark ? ui::kit::ColorScheme::Dark : ui::kit::ColorScheme::Light);
+  const demo::Place place{ui::kit::PathOf(parser.value(program)),
+                          ui::kit::PathOf(parser.value(sounds)),
                           {sides.constFirst().toInt(), sides.constLast().toInt()}};
   const QDir folder(names.constFirst());
   for (const demo::Scene& scene : demo::Scenes()) {

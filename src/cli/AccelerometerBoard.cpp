@@ -2,13 +2,13 @@
 
 #include "cli/CommandFailure.h"
 #include "cli/TextTable.h"
-#include "motion/DetectionParameter.h"
+#include "core/motion/DetectionParameter.h"
 
 namespace kestrin::cli {
 
 namespace {
 
-device::TLS& RequireSensor(OnlineBoard& online) {
+core::device::TLS& RequireSensor(OnlineBoard& online) {
   online.RequireSoundBoard();
   // What is kept is kept by serial number. Without one the values can be read all the same.
   static_cast<void>(online.EnsureIdentified());
@@ -24,24 +24,25 @@ AccelerometerBoard::AccelerometerBoard(Context& context)
       m_setup{RequireSensor(m_online), m_online.Session().SerialNumber(), m_online.Session().DeviceRevision(), m_kept} {
 }
 
-motion::AccelerometerSetup& AccelerometerBoard::SetupToChange() {
+core::motion::AccelerometerSetup& AccelerometerBoard::SetupToChange() {
   m_online.RequireIdentified();
   return m_setup;
 }
 
 void AccelerometerBoard::RequireFlashPeriod() const {
-  if (!motion::HasFlashPeriod(m_online.Session().DeviceRevision()))
+  if (!core::motion::HasFlashPeriod(m_online.Session().DeviceRevision()))
     throw CommandFailure(ExitCode::Failed,
                          "This board has no adjustable flash period, so nothing was changed. Leave out --FOCTime to "
                          "set the other parameters.");
 }
 
-Report AccelerometerBoard::ReportOf(const std::optional<device::AccParam>& parameters, const std::string& failure) {
+Report AccelerometerBoard::ReportOf(const std::optional<core::device::AccParam>& parameters,
+                                    const std::string& failure) {
   if (!parameters) throw CommandFailure(ExitCode::Failed, failure);
   Report report;
   TextTable table({{"parameter"}, {"value", TextTable::Align::Right}, {""}});
-  for (const motion::DetectionParameter& parameter : motion::kDetectionParameters) {
-    const std::int32_t value = motion::ShownValue(parameter, *parameters);
+  for (const core::motion::DetectionParameter& parameter : core::motion::kDetectionParameters) {
+    const std::int32_t value = core::motion::ShownValue(parameter, *parameters);
     report.document[std::string(parameter.name)] = value;
     table.Add({std::string(parameter.name), std::to_string(value),
                std::string(parameter.caption) + " (" + std::string(parameter.group) + ")"});

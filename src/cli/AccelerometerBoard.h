@@ -6,7 +6,7 @@
 #include "cli/KeptParametersPlace.h"
 #include "cli/OnlineBoard.h"
 #include "cli/Report.h"
-#include "motion/AccelerometerSetup.h"
+#include "core/motion/AccelerometerSetup.h"
 
 namespace kestrin::cli {
 
@@ -16,20 +16,21 @@ class AccelerometerBoard {
   /// Throws CommandFailure when there is no board or it has no sensor.
   explicit AccelerometerBoard(Context& context);
 
-  [[nodiscard]] motion::AccelerometerSetup& Setup() { return m_setup; }
+  [[nodiscard]] core::motion::AccelerometerSetup& Setup() { return m_setup; }
   /// The same, to change something. Throws CommandFailure when the board has not said which one it is.
-  [[nodiscard]] motion::AccelerometerSetup& SetupToChange();
+  [[nodiscard]] core::motion::AccelerometerSetup& SetupToChange();
   /// Throws CommandFailure when the board has no flash period that could be set.
   void RequireFlashPeriod() const;
 
   /// The parameters as every accelerometer command prints them. Throws CommandFailure with `failure` when there are
   /// none.
-  [[nodiscard]] static Report ReportOf(const std::optional<device::AccParam>& parameters, const std::string& failure);
+  [[nodiscard]] static Report ReportOf(const std::optional<core::device::AccParam>& parameters,
+                                       const std::string& failure);
 
  private:
-  motion::KeptParametersFolder m_kept;
+  core::motion::KeptParametersFolder m_kept;
   OnlineBoard m_online;
-  motion::AccelerometerSetup m_setup;
+  core::motion::AccelerometerSetup m_setup;
 };
 
 /// The warning of a change of all parameters after which something is still kept for the board.

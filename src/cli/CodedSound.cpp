@@ -4,24 +4,24 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "base/PathText.h"
 #include "cli/CommandFailure.h"
+#include "core/base/PathText.h"
 
 namespace kestrin::cli {
 
-using sound::LSU_SoundFile;
+using core::sound::LSU_SoundFile;
 
 void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume) {
   syntax.Number("--volume V", volume, 0, kLargestVolume, "Playback volume in percent, 100 if not given");
 }
 
-LSU_SoundFile ReadSound(const std::string& path, const base::EventPump& pump) {
+LSU_SoundFile ReadSound(const std::string& path, const core::base::EventPump& pump) {
   LSU_SoundFile file;
-  if (!file.ReadFile(base::PathOf(path), pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
+  if (!file.ReadFile(core::base::PathOf(path), pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
   return file;
 }
 
-void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const base::EventPump& pump) {
+void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const core::base::EventPump& pump) {
   if (volume) file.SetVolume(static_cast<std::int16_t>(*volume));
   try {
     if (!file.Code(pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotCodable(pump));
@@ -32,7 +32,7 @@ void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const ba
 
 void RequireOtherFile(const std::string& source, const std::string& output) {
   std::error_code noSuchFile;
-  if (std::filesystem::equivalent(base::PathOf(source), base::PathOf(output), noSuchFile))
+  if (std::filesystem::equivalent(core::base::PathOf(source), core::base::PathOf(output), noSuchFile))
     throw CommandFailure(ExitCode::WrongUsage, output + " is the sound file itself: choose another output file.");
 }
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "base/EventPump.h"
 #include "cli/Syntax.h"
-#include "sound/LSU_SoundFile.h"
+#include "core/base/EventPump.h"
+#include "core/sound/LSU_SoundFile.h"
 
 namespace kestrin::cli {
 
@@ -17,10 +17,10 @@ inline constexpr std::int32_t kLargestVolume = 32767;
 void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume);
 
 /// Reads a sound file; `pump` gets its turn on the way. Throws CommandFailure when it is not usable.
-[[nodiscard]] sound::LSU_SoundFile ReadSound(const std::string& path, const base::EventPump& pump);
+[[nodiscard]] core::sound::LSU_SoundFile ReadSound(const std::string& path, const core::base::EventPump& pump);
 
 /// Codes a file that was read, at `volume` if there is one. Throws CommandFailure when it cannot be coded.
-void CodeSound(sound::LSU_SoundFile& file, std::optional<std::int32_t> volume, const base::EventPump& pump);
+void CodeSound(core::sound::LSU_SoundFile& file, std::optional<std::int32_t> volume, const core::base::EventPump& pump);
 
 /// Throws CommandFailure when `output` names the file `source` itself, which would be lost.
 void RequireOtherFile(const std::string& source, const std::string& output);

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "base/Disk.h"
 #include "cli/GlobalOptions.h"
 #include "cli/Interrupt.h"
 #include "cli/Report.h"
 #include "cli/Syntax.h"
+#include "core/base/Disk.h"
 #include "platform/boards/BoardChoice.h"
 
 namespace kestrin::cli {
@@ -14,10 +14,10 @@ namespace kestrin::cli {
 /// What a command works in.
 struct Context {
   const GlobalOptions& options;
-  const boards::BoardChoice& board;
+  const platform::boards::BoardChoice& board;
   Interrupt& interrupt;
   /// Everything of the person's is written to it.
-  base::Disk& disk;
+  core::base::Disk& disk;
 };
 
 /// One command of the command line.

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <utility>
 
-#include "base/Text.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "core/base/Text.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/process/StandardStreams.h"
 
@@ -168,9 +168,9 @@ class Parser {
 
 Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& interrupt) {
   try {
-    const boards::BoardChoice::Parsed board = boards::BoardChoice::Parse(options.board);
+    const platform::boards::BoardChoice::Parsed board = platform::boards::BoardChoice::Parse(options.board);
     if (!board.problem.empty()) throw CommandFailure(ExitCode::WrongUsage, board.problem);
-    files::SystemDisk disk;
+    platform::files::SystemDisk disk;
     Context context{options, board.choice, interrupt, disk};
     return command.Run(context);
   } catch (const CommandFailure& failure) {
@@ -214,14 +214,14 @@ int CommandLine::Run(int argc, const char* const* argv, Interrupt& interrupt, st
     out.clear();
     Output(out, errors, options.json).Print(report);
     // Who reads no more has seen enough. But a disk that is full has lost the result.
-    if (!out.good() && process::OutputHasReader()) {
+    if (!out.good() && platform::process::OutputHasReader()) {
       errors << "kestrinctl: the result could not be written\n";
       if (report.code == ExitCode::Done) report.code = ExitCode::Failed;
     }
     if (report.code == ExitCode::Interrupted && Interrupt::Requested()) return Interrupt::Status();
     return static_cast<int>(report.code);
   } catch (const std::exception& error) {
-    errors << "kestrinctl: " << base::ShownLines(error.what()) << '\n';
+    errors << "kestrinctl: " << core::base::ShownLines(error.what()) << '\n';
     return static_cast<int>(ExitCode::Failed);
   }
 }

@@ -1,36 +1,37 @@
 #include "cli/ConfigurationLoader.h"
 
-#include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "cli/TextTable.h"
-#include "sound/ConfigurationFile.h"
+#include "core/base/PathText.h"
+#include "core/sound/ConfigurationFile.h"
 
 namespace kestrin::cli {
 
-using sound::LSU_Configuration;
-using sound::LSU_SoundFile;
+using core::sound::LSU_Configuration;
+using core::sound::LSU_SoundFile;
 
 namespace {
 
 /// Nobody watches the slots while they are filled.
-class NoView final : public sound::ConfigurationView {
+class NoView final : public core::sound::ConfigurationView {
  public:
-  explicit NoView(const base::EventPump& pump) : m_pump(pump) {}
+  explicit NoView(const core::base::EventPump& pump) : m_pump(pump) {}
 
-  void EmptySlot(sound::SlotKind) override {}
-  void ShowFile(sound::SlotKind, int, const std::string&) override {}
+  void EmptySlot(core::sound::SlotKind) override {}
+  void ShowFile(core::sound::SlotKind, int, const std::string&) override {}
   void UpdateMemoryStatus() override {}
-  void Pump() override { base::Pump(m_pump); }
+  void Pump() override { core::base::Pump(m_pump); }
 
  private:
-  const base::EventPump& m_pump;
+  const core::base::EventPump& m_pump;
 };
 
 Document DocumentOf(const LSU_SoundFile& file) {
-  return {{"path", base::TextOf(file.FileNameAndPath())}, {"volume", file.Volume()}, {"samples", file.NrOfSamples()}};
+  return {
+      {"path", core::base::TextOf(file.FileNameAndPath())}, {"volume", file.Volume()}, {"samples", file.NrOfSamples()}};
 }
 
-Document DocumentOf(const LSU_Configuration& configuration, const sound::Slot& slot) {
+Document DocumentOf(const LSU_Configuration& configuration, const core::sound::Slot& slot) {
   if (!slot.isList) return DocumentOf(configuration.FileAt(slot.kind));
   Document files = Document::array();
   for (int position = 1; position <= configuration.Count(slot.kind); ++position)
@@ -40,16 +41,18 @@ Document DocumentOf(const LSU_Configuration& configuration, const sound::Slot& s
 
 }  // namespace
 
-LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
+LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration,
+                              const core::base::EventPump& pump) {
   NoView view(pump);
-  const sound::LoadResult result = sound::ConfigurationFile::Load(base::PathOf(path), configuration, view);
+  const core::sound::LoadResult result =
+      core::sound::ConfigurationFile::Load(core::base::PathOf(path), configuration, view);
   if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.detail);
   LoadedFiles loaded{{}, result.Message()};
-  for (const auto& failed : result.failed) loaded.failed.push_back(base::TextOf(failed.path));
+  for (const auto& failed : result.failed) loaded.failed.push_back(core::base::TextOf(failed.path));
   return loaded;
 }
 
-void LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const base::EventPump& pump) {
+void LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const core::base::EventPump& pump) {
   const LoadedFiles loaded = LoadConfiguration(path, configuration, pump);
   if (const int missing = configuration.CheckIntegrity(); missing != 0)
     throw CommandFailure(ExitCode::Failed, LSU_Configuration::IntegrityMessage(missing) +
@@ -68,13 +71,13 @@ Report ReportOf(const LSU_Configuration& configuration, const LoadedFiles& loade
                    {"samples", TextTable::Align::Right},
                    {"file"}});
   // Here the slots stand in the order of their keywords in the file, which is the flash's too.
-  for (const sound::Slot& slot : sound::kSlots) {
+  for (const core::sound::Slot& slot : core::sound::kSlots) {
     slots[std::string(slot.name)] = DocumentOf(configuration, slot);
     const int entries = slot.isList ? configuration.Count(slot.kind) : 1;
     for (int position = 1; position <= entries; ++position) {
       const LSU_SoundFile& file = configuration.FileAt(slot.kind, position);
       table.Add({std::string(slot.title), std::to_string(position), std::to_string(file.Volume()) + " %",
-                 std::to_string(file.NrOfSamples()), base::TextOf(file.FileNameAndPath())});
+                 std::to_string(file.NrOfSamples()), core::base::TextOf(file.FileNameAndPath())});
     }
   }
 

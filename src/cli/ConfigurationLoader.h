@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "cli/Report.h"
-#include "sound/LSU_Configuration.h"
+#include "core/sound/LSU_Configuration.h"
 
 namespace kestrin::cli {
 
@@ -17,14 +17,15 @@ struct LoadedFiles {
 };
 
 /// Loads a configuration file; `pump` gets its turn while sounds are read. Throws CommandFailure when it is none.
-[[nodiscard]] LoadedFiles LoadConfiguration(const std::string& path, sound::LSU_Configuration& configuration,
-                                            const base::EventPump& pump);
+[[nodiscard]] LoadedFiles LoadConfiguration(const std::string& path, core::sound::LSU_Configuration& configuration,
+                                            const core::base::EventPump& pump);
 
 /// Loads a configuration file, which must be complete, and lays it out in the board's flash. Throws CommandFailure when
 /// it is no configuration file, a piece is missing, or a file cannot be used or coded.
-void LoadMemoryMap(const std::string& path, sound::LSU_Configuration& configuration, const base::EventPump& pump);
+void LoadMemoryMap(const std::string& path, core::sound::LSU_Configuration& configuration,
+                   const core::base::EventPump& pump);
 
 /// A configuration as `config show` prints it.
-[[nodiscard]] Report ReportOf(const sound::LSU_Configuration& configuration, const LoadedFiles& loaded);
+[[nodiscard]] Report ReportOf(const core::sound::LSU_Configuration& configuration, const LoadedFiles& loaded);
 
 }  // namespace kestrin::cli

@@ -4,12 +4,12 @@
 #include <string>
 
 #include "cli/ProgressLine.h"
-#include "sound/DownloadView.h"
+#include "core/sound/DownloadView.h"
 
 namespace kestrin::cli {
 
 /// A download on the command line: its phases as progress; how it ended stands in the command's report.
-class ConsoleDownloadView final : public sound::DownloadView {
+class ConsoleDownloadView final : public core::sound::DownloadView {
  public:
   /// `progress` must outlive the view.
   explicit ConsoleDownloadView(ProgressLine& progress) : m_progress(progress) {}

@@ -3,12 +3,12 @@
 #include <string>
 
 #include "cli/ProgressLine.h"
-#include "update/UpdateView.h"
+#include "core/update/UpdateView.h"
 
 namespace kestrin::cli {
 
 /// An update on the command line: its steps and elements as progress; how it ended stands in the command's report.
-class ConsoleUpdateView final : public update::UpdateView {
+class ConsoleUpdateView final : public core::update::UpdateView {
  public:
   /// `progress` must outlive the view.
   explicit ConsoleUpdateView(ProgressLine& progress) : m_progress(progress) {}

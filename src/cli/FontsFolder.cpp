@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "cli/ProgramFolder.h"
+#include "core/update/UpdateUtils.h"
 #include "platform/desktop/DataFolder.h"
-#include "update/UpdateUtils.h"
 
 namespace kestrin::cli {
 
@@ -12,7 +12,7 @@ namespace {
 
 std::vector<std::filesystem::path> Places(const GlobalOptions& options) {
   std::vector<std::filesystem::path> places{ProgramFolder(options)};
-  const std::filesystem::path own = desktop::DataFolder();
+  const std::filesystem::path own = platform::desktop::DataFolder();
   if (options.programFolder.empty() && !own.empty()) places.push_back(own);
   return places;
 }
@@ -21,12 +21,12 @@ std::vector<std::filesystem::path> Places(const GlobalOptions& options) {
 
 std::vector<std::filesystem::path> FontsFolders(const GlobalOptions& options) {
   std::vector<std::filesystem::path> folders = Places(options);
-  for (std::filesystem::path& folder : folders) folder /= update::UpdateUtils::kFolderName;
+  for (std::filesystem::path& folder : folders) folder /= core::update::UpdateUtils::kFolderName;
   return folders;
 }
 
 std::filesystem::path FontsFolder(const GlobalOptions& options) {
-  return update::UpdateUtils::PlaceIn(Places(options));
+  return core::update::UpdateUtils::PlaceIn(Places(options));
 }
 
 }  // namespace kestrin::cli

@@ -21,16 +21,16 @@ void OnStopSignal(int number) {
   int none = 0;
   s_signal.compare_exchange_strong(none, number);
   // Only a person's second Ctrl-C is impatience: the other signals often come twice, from the system and from a shell.
-  if (number == process::kInterrupt && s_ctrlC.exchange(true)) std::_Exit(kStatusOfSignals + number);
+  if (number == platform::process::kInterrupt && s_ctrlC.exchange(true)) std::_Exit(kStatusOfSignals + number);
 }
 
 }  // namespace
 
-Interrupt::Interrupt() { process::CatchStopSignals(OnStopSignal); }
+Interrupt::Interrupt() { platform::process::CatchStopSignals(OnStopSignal); }
 
 Interrupt::~Interrupt() {
   // A program that was told to stop is on its way out: told again, it still ends with the status of the first signal.
-  if (!Requested()) process::ReleaseStopSignals();
+  if (!Requested()) platform::process::ReleaseStopSignals();
 }
 
 bool Interrupt::Requested() { return s_signal != 0; }

@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "base/EventPump.h"
+#include "core/base/EventPump.h"
 
 namespace kestrin::cli {
 
@@ -25,7 +25,7 @@ class Interrupt {
   /// Throws CommandFailure once a signal came; while there is an action, runs that instead.
   void Look();
   /// Look() for the waits of a board command or a long computation. Must not outlive the interrupt.
-  [[nodiscard]] base::EventPump Pump() {
+  [[nodiscard]] core::base::EventPump Pump() {
     return [this] { Look(); };
   }
 

@@ -4,10 +4,10 @@
 
 namespace kestrin::cli {
 
-motion::KeptParametersFolder OpenKeptParameters(base::Disk& disk) {
-  const std::filesystem::path folder = desktop::DataFolder();
-  return motion::KeptParametersFolder(folder.empty() ? folder : folder / motion::KeptParametersFolder::kFolderName,
-                                      disk);
+core::motion::KeptParametersFolder OpenKeptParameters(core::base::Disk& disk) {
+  const std::filesystem::path folder = platform::desktop::DataFolder();
+  return core::motion::KeptParametersFolder(
+      folder.empty() ? folder : folder / core::motion::KeptParametersFolder::kFolderName, disk);
 }
 
 }  // namespace kestrin::cli

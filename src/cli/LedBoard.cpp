@@ -4,7 +4,7 @@
 #include "cli/LedReports.h"
 #include "cli/ProgramFolder.h"
 #include "cli/TextTable.h"
-#include "led/PlainNumber.h"
+#include "core/base/PlainNumber.h"
 
 namespace kestrin::cli {
 
@@ -17,10 +17,10 @@ LedBoard::LedBoard(Context& context)
 
 void LedBoard::Read() {
   if (m_setup.InitLedDrivers()) return;
-  if (m_setup.LastFailure() == led::LedSetup::Failure::Board)
+  if (m_setup.LastFailure() == core::ledsetup::LedSetup::Failure::Board)
     throw CommandFailure(ExitCode::Failed, "The board did not answer.");
   throw CommandFailure(
-      ExitCode::Failed, led::LedCatalogue::kInvalid,
+      ExitCode::Failed, core::led::LedCatalogue::kInvalid,
       m_setup.Problem() +
           "\n\"kestrinctl led types\" checks the file, \"kestrinctl led config\" sets another LED type.");
 }
@@ -31,7 +31,7 @@ void LedBoard::RequireConfirmed(const std::string& what) const {
 }
 
 Report LedBoard::Status() const {
-  const led::LED_Driver& driver = m_setup.CurrentDriver();
+  const core::led::LED_Driver& driver = m_setup.CurrentDriver();
   Report report;
   report.document = {
       {"code", driver.LedCode},
@@ -41,8 +41,8 @@ Report LedBoard::Status() const {
       {"pulses", Document::array({DocumentOf(m_setup.IdlePulse()), DocumentOf(m_setup.FocPulse())})},
   };
   report.text = AlignedPairs({{"LED type", driver.LEDName + " (code " + std::to_string(driver.LedCode) + ")"},
-                              {"voltage", led::PlainNumber(driver.Voltage) + " V"},
-                              {"overdrive", led::PlainNumber(driver.OverDrive) + " %"}}) +
+                              {"voltage", core::base::PlainNumber(driver.Voltage) + " V"},
+                              {"overdrive", core::base::PlainNumber(driver.OverDrive) + " %"}}) +
                 "\n" + TextOfPulses(m_setup.IdlePulse(), m_setup.FocPulse());
   return report;
 }

@@ -6,7 +6,7 @@
 #include "cli/ConsoleLedSetupView.h"
 #include "cli/OnlineBoard.h"
 #include "cli/Report.h"
-#include "led/LedSetup.h"
+#include "core/ledsetup/LedSetup.h"
 
 namespace kestrin::cli {
 
@@ -16,7 +16,7 @@ class LedBoard {
   /// Throws CommandFailure when there is no board or it is a sound board.
   explicit LedBoard(Context& context);
 
-  [[nodiscard]] led::LedSetup& Setup() { return m_setup; }
+  [[nodiscard]] core::ledsetup::LedSetup& Setup() { return m_setup; }
   [[nodiscard]] ConsoleLedSetupView& View() { return m_view; }
 
   /// Reads the catalogue and what the board is set to. Throws CommandFailure when that fails.
@@ -29,7 +29,7 @@ class LedBoard {
  private:
   OnlineBoard m_online;
   ConsoleLedSetupView m_view;
-  led::LedSetup m_setup;
+  core::ledsetup::LedSetup m_setup;
 };
 
 }  // namespace kestrin::cli

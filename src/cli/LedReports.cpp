@@ -4,12 +4,12 @@
 
 #include "cli/CommandFailure.h"
 #include "cli/TextTable.h"
-#include "led/LevelCounts.h"
-#include "led/PlainNumber.h"
+#include "core/base/PlainNumber.h"
+#include "core/led/LevelCounts.h"
 
 namespace kestrin::cli {
 
-using led::LED_Pulse;
+using core::led::LED_Pulse;
 
 namespace {
 
@@ -60,9 +60,9 @@ std::string TextOfPulses(const LED_Pulse& idle, const LED_Pulse& foc) {
                    {"NRep", kRight}});
   const auto add = [&](const std::string& name, const LED_Pulse& pulse) {
     table.Add({name, TextOfFour([&](int channel) { return pulse.GetLow(channel); }),
-               TextOfFour([&](int channel) { return pulse.GetHigh(channel); }), led::PlainNumber(pulse.Ton),
-               led::PlainNumber(pulse.Toff), led::PlainNumber(pulse.Trise), led::PlainNumber(pulse.Tfall),
-               std::to_string(pulse.NRep)});
+               TextOfFour([&](int channel) { return pulse.GetHigh(channel); }), core::base::PlainNumber(pulse.Ton),
+               core::base::PlainNumber(pulse.Toff), core::base::PlainNumber(pulse.Trise),
+               core::base::PlainNumber(pulse.Tfall), std::to_string(pulse.NRep)});
   };
   add("idle", idle);
   add("foc", foc);
@@ -93,7 +93,7 @@ Report ReportOfSentPulse(const std::string& name, const LED_Pulse& pulse) {
   return report;
 }
 
-Report ReportOfCounts(const led::LED_Driver& driver, const std::vector<std::int32_t>& levels) {
+Report ReportOfCounts(const core::led::LED_Driver& driver, const std::vector<std::int32_t>& levels) {
   if (levels.size() > static_cast<std::size_t>(driver.NrOfChannels))
     throw CommandFailure(ExitCode::WrongUsage, "\"" + driver.LEDName + "\" has " + std::to_string(driver.NrOfChannels) +
                                                    (driver.NrOfChannels == 1 ? " channel" : " channels") + ", but " +
@@ -103,7 +103,7 @@ Report ReportOfCounts(const led::LED_Driver& driver, const std::vector<std::int3
   TextTable table({{"channel"}, {"level", kRight}, {"luminance", kRight}, {"on", kRight}, {"off", kRight}});
   for (std::size_t i = 0; i < levels.size(); ++i) {
     const int channel = static_cast<int>(i) + 1;
-    const led::LevelCounts counts = led::CountsOf(driver, channel, levels[i]);
+    const core::led::LevelCounts counts = core::led::CountsOf(driver, channel, levels[i]);
     channels.push_back({{"level", levels[i]}, {"luminance", counts.luminance}, {"on", counts.on}, {"off", counts.off}});
     table.Add({std::to_string(channel), std::to_string(levels[i]), std::to_string(counts.luminance),
                std::to_string(counts.on), std::to_string(counts.off)});

@@ -4,16 +4,16 @@
 #include <limits>
 
 #include "cli/CommandFailure.h"
-#include "led/LedCatalogue.h"
-#include "led/PlainNumber.h"
+#include "core/base/PlainNumber.h"
+#include "core/led/LedCatalogue.h"
 
 namespace kestrin::cli {
 
-std::vector<led::LED_Driver> ReadLedTypes(const std::filesystem::path& programFolder) {
-  led::LedCatalogue catalogue(programFolder);
-  std::vector<led::LED_Driver> types;
+std::vector<core::led::LED_Driver> ReadLedTypes(const std::filesystem::path& programFolder) {
+  core::led::LedCatalogue catalogue(programFolder);
+  std::vector<core::led::LED_Driver> types;
   if (!catalogue.ReadTypes(types))
-    throw CommandFailure(ExitCode::Failed, led::LedCatalogue::kInvalid, catalogue.Problem());
+    throw CommandFailure(ExitCode::Failed, core::led::LedCatalogue::kInvalid, catalogue.Problem());
   return types;
 }
 
@@ -27,15 +27,16 @@ void LedTypeChoice::Require() const {
   if (!m_overdrive) throw CommandFailure(ExitCode::WrongUsage, "--overdrive is required, for example --overdrive 100.");
 }
 
-std::string LedTypeChoice::Apply(led::LedSetup& setup, const std::filesystem::path& programFolder) const {
+std::string LedTypeChoice::Apply(core::ledsetup::LedSetup& setup, const std::filesystem::path& programFolder) const {
   const auto types = ReadLedTypes(programFolder);
-  if (std::none_of(types.begin(), types.end(), [&](const led::LED_Driver& type) { return type.LEDName == m_name; }))
+  if (std::none_of(types.begin(), types.end(),
+                   [&](const core::led::LED_Driver& type) { return type.LEDName == m_name; }))
     throw CommandFailure(ExitCode::Failed, "There is no LED type \"" + m_name +
                                                "\". \"kestrinctl led types\" lists those that there are.");
-  static_cast<void>(setup.SelectLED(m_name, led::LedSetup::kVoltage, *m_overdrive));
+  static_cast<void>(setup.SelectLED(m_name, core::ledsetup::LedSetup::kVoltage, *m_overdrive));
   const double overdrive = setup.CurrentDriver().OverDrive;
   if (overdrive == *m_overdrive) return "";
-  return "The overdrive was lowered to " + led::PlainNumber(overdrive) + "%, the most that this LED type bears.";
+  return "The overdrive was lowered to " + core::base::PlainNumber(overdrive) + "%, the most that this LED type bears.";
 }
 
 }  // namespace kestrin::cli

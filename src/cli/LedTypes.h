@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "cli/Syntax.h"
-#include "led/LED_Driver.h"
-#include "led/LedSetup.h"
+#include "core/led/LED_Driver.h"
+#include "core/ledsetup/LedSetup.h"
 
 namespace kestrin::cli {
 
 /// The types of the LED catalogue in that folder. Throws CommandFailure when it is not valid.
-[[nodiscard]] std::vector<led::LED_Driver> ReadLedTypes(const std::filesystem::path& programFolder);
+[[nodiscard]] std::vector<core::led::LED_Driver> ReadLedTypes(const std::filesystem::path& programFolder);
 
 /// The options that choose an LED type and its overdrive.
 class LedTypeChoice {
@@ -24,7 +24,7 @@ class LedTypeChoice {
   void Require() const;
   /// Makes the chosen type the current one of `setup`. Throws CommandFailure when the catalogue is not valid or does
   /// not have it. Returns "", or a text that says to what the overdrive was lowered.
-  [[nodiscard]] std::string Apply(led::LedSetup& setup, const std::filesystem::path& programFolder) const;
+  [[nodiscard]] std::string Apply(core::ledsetup::LedSetup& setup, const std::filesystem::path& programFolder) const;
 
  private:
   std::string m_name;

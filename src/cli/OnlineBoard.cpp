@@ -10,8 +10,9 @@ namespace kestrin::cli {
 
 namespace {
 
-std::unique_ptr<device::THIDagent> AgentOf(Context& context, base::Clock& clock) {
-  boards::BoardAgent made = boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump(), context.disk);
+std::unique_ptr<core::device::THIDagent> AgentOf(Context& context, core::base::Clock& clock) {
+  platform::boards::BoardAgent made =
+      platform::boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump(), context.disk);
   if (!made.problem.empty()) throw CommandFailure(ExitCode::Failed, made.problem);
   return std::move(made.agent);
 }
@@ -23,7 +24,7 @@ OnlineBoard::OnlineBoard(Context& context)
       m_agent(AgentOf(context, m_clock)),
       m_view(m_progress),
       m_session(*m_agent, m_view) {
-  const bool online = m_session.SearchAtStartUp() == device::DeviceSession::StartUp::Online;
+  const bool online = m_session.SearchAtStartUp() == core::device::DeviceSession::StartUp::Online;
   m_progress.End();
   if (online) return;
   // A board that may not be opened is there: another failure, with a way out of its own.
@@ -52,7 +53,7 @@ void OnlineBoard::RequireIdentified() const {
 
 void OnlineBoard::RequireSoundBoard() const {
   RequireIdentity();
-  if (m_session.DeviceType() != device::DeviceType::SoundBoard)
+  if (m_session.DeviceType() != core::device::DeviceType::SoundBoard)
     throw CommandFailure(
         ExitCode::Failed,
         "This board is an LED driver: it has no sounds and no acceleration sensor. Choose a sound board "
@@ -61,7 +62,7 @@ void OnlineBoard::RequireSoundBoard() const {
 
 void OnlineBoard::RequireLedDriver() const {
   RequireIdentity();
-  if (m_session.DeviceType() != device::DeviceType::LedDriver)
+  if (m_session.DeviceType() != core::device::DeviceType::LedDriver)
     throw CommandFailure(ExitCode::Failed,
                          "This board is a sound board: it has no LEDs to set up. Choose an LED driver with --board.");
 }

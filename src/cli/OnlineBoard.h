@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
-#include "base/Clock.h"
 #include "cli/Command.h"
 #include "cli/ProgressLine.h"
-#include "device/DeviceSession.h"
+#include "core/base/Clock.h"
+#include "core/device/DeviceSession.h"
 
 namespace kestrin::cli {
 
@@ -19,12 +19,12 @@ class OnlineBoard {
   OnlineBoard(const OnlineBoard&) = delete;
   OnlineBoard& operator=(const OnlineBoard&) = delete;
 
-  [[nodiscard]] device::TLS& Board() { return *m_session.Board(); }
-  [[nodiscard]] const device::DeviceSession& Session() const { return m_session; }
+  [[nodiscard]] core::device::TLS& Board() { return *m_session.Board(); }
+  [[nodiscard]] const core::device::DeviceSession& Session() const { return m_session; }
   /// The text of the serial label.
   [[nodiscard]] const std::string& SerialLabel() const { return m_view.serialLabel; }
   /// Whether the board told its serial number.
-  [[nodiscard]] bool Answered() const { return m_session.SerialNumber() != device::TLS::kNoSerialNumber; }
+  [[nodiscard]] bool Answered() const { return m_session.SerialNumber() != core::device::TLS::kNoSerialNumber; }
   /// Throws CommandFailure when the board did not say what it is.
   void RequireIdentity() const;
   /// Throws CommandFailure when the board did not say what it is, or is an LED driver.
@@ -39,7 +39,7 @@ class OnlineBoard {
 
  private:
   /// The command line's session: it goes on with a board or not at all.
-  class View final : public device::SessionView {
+  class View final : public core::device::SessionView {
    public:
     /// `progress` must outlive the view.
     explicit View(ProgressLine& progress) : m_progress(progress) {}
@@ -72,11 +72,11 @@ class OnlineBoard {
     ProgressLine& m_progress;
   };
 
-  base::SystemClock m_clock;
+  core::base::SystemClock m_clock;
   ProgressLine m_progress;
-  std::unique_ptr<device::THIDagent> m_agent;
+  std::unique_ptr<core::device::THIDagent> m_agent;
   View m_view;
-  device::DeviceSession m_session;
+  core::device::DeviceSession m_session;
 };
 
 }  // namespace kestrin::cli

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "base/Text.h"
+#include "core/base/Text.h"
 
 namespace kestrin::cli {
 
@@ -14,10 +14,10 @@ void Output::Print(const Report& report) {
     // Paths are bytes on many systems; what is no UTF-8 in them must not cost the whole document.
     m_out << document.dump(2, ' ', false, Document::error_handler_t::replace) << '\n';
   } else {
-    m_out << base::ShownLines(report.text);
+    m_out << core::base::ShownLines(report.text);
   }
   m_out.flush();
-  if (!report.message.empty()) m_errors << "kestrinctl: " << base::ShownLines(report.message) << '\n';
+  if (!report.message.empty()) m_errors << "kestrinctl: " << core::base::ShownLines(report.message) << '\n';
   m_errors.flush();
 }
 

@@ -1,14 +1,14 @@
 #include "cli/ProgramFolder.h"
 
-#include "base/PathText.h"
 #include "cli/CommandFailure.h"
+#include "core/base/PathText.h"
 #include "platform/desktop/ExecutableFolder.h"
 
 namespace kestrin::cli {
 
 std::filesystem::path ProgramFolder(const GlobalOptions& options) {
-  if (!options.programFolder.empty()) return base::PathOf(options.programFolder);
-  std::filesystem::path folder = desktop::ExecutableFolder();
+  if (!options.programFolder.empty()) return core::base::PathOf(options.programFolder);
+  std::filesystem::path folder = platform::desktop::ExecutableFolder();
   if (folder.empty())
     throw CommandFailure(ExitCode::Failed,
                          "The system does not say where this program stands. Name its folder with --program-folder.");

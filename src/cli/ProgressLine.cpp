@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <iostream>
 
-#include "base/Text.h"
-#include "base/TimeLeft.h"
 #include "cli/ProgressText.h"
+#include "core/base/Text.h"
+#include "core/base/TimeLeft.h"
 
 namespace kestrin::cli {
 
-ProgressLine::ProgressLine(const GlobalOptions& options, const base::Clock& clock)
+ProgressLine::ProgressLine(const GlobalOptions& options, const core::base::Clock& clock)
     : m_out(options.json ? std::cerr : std::cout),
       m_clock(clock),
       m_quiet(options.quiet),
@@ -20,7 +20,7 @@ ProgressLine::~ProgressLine() { End(); }
 void ProgressLine::Phase(const std::string& name) {
   if (m_quiet) return;
   End();
-  m_phase = base::Shown(name);
+  m_phase = core::base::Shown(name);
   m_percent.reset();
   m_started = m_clock.Now();
   // Asked every time: the person may give the terminal another width.
@@ -43,12 +43,12 @@ void ProgressLine::End() {
 }
 
 void ProgressLine::Draw(std::size_t columns) {
-  const auto left = m_percent ? base::SecondsLeft(m_clock.Now() - m_started, *m_percent) : std::nullopt;
+  const auto left = m_percent ? core::base::SecondsLeft(m_clock.Now() - m_started, *m_percent) : std::nullopt;
   const std::string line = ProgressText({m_phase, m_percent, left}, columns);
   // Thousands of blocks change nothing that can be seen.
   if (line == m_drawn) return;
-  const std::size_t before = std::min(base::Width(m_drawn), columns - 1);
-  const std::string rest(before - std::min(before, base::Width(line)), ' ');
+  const std::size_t before = std::min(core::base::Width(m_drawn), columns - 1);
+  const std::string rest(before - std::min(before, core::base::Width(line)), ' ');
   m_out << '\r' << line << rest << std::flush;
   m_drawn = line;
 }

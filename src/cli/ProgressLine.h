@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "base/Clock.h"
 #include "cli/GlobalOptions.h"
 #include "cli/Terminal.h"
+#include "core/base/Clock.h"
 
 namespace kestrin::cli {
 
@@ -17,7 +17,7 @@ namespace kestrin::cli {
 class ProgressLine {
  public:
   /// The clock must outlive the line.
-  ProgressLine(const GlobalOptions& options, const base::Clock& clock);
+  ProgressLine(const GlobalOptions& options, const core::base::Clock& clock);
   ~ProgressLine();
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
@@ -33,12 +33,12 @@ class ProgressLine {
   void Draw(std::size_t columns);
 
   std::ostream& m_out;
-  const base::Clock& m_clock;
+  const core::base::Clock& m_clock;
   bool m_quiet;
   Stream m_stream;
   std::string m_phase;
   std::optional<int> m_percent;
-  base::Clock::Duration m_started{};
+  core::base::Clock::Duration m_started{};
   std::string m_drawn;
 };
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "base/Text.h"
-#include "base/TimeLeft.h"
+#include "core/base/Text.h"
+#include "core/base/TimeLeft.h"
 
 namespace kestrin::cli {
 
@@ -27,13 +27,13 @@ std::string ProgressText(const Progress& progress, std::size_t columns) {
   // In the last column many terminals break the line already.
   const std::size_t room = columns - std::min<std::size_t>(columns, 1);
   const std::string& phase = progress.phase;
-  if (!progress.percent) return std::string(base::FirstCharacters(phase, room));
+  if (!progress.percent) return std::string(core::base::FirstCharacters(phase, room));
 
   const std::string digits = std::to_string(*progress.percent);
   const std::string number = std::string(3 - std::min<std::size_t>(digits.size(), 3), ' ') + digits + " %";
   const std::string time =
-      progress.secondsLeft ? "  " + base::MinutesAndSeconds(*progress.secondsLeft) + " left" : std::string();
-  const std::size_t width = base::Width(phase);
+      progress.secondsLeft ? "  " + core::base::MinutesAndSeconds(*progress.secondsLeft) + " left" : std::string();
+  const std::size_t width = core::base::Width(phase);
   const std::size_t beside = std::max(width, kPhaseWidth) + kBarEnds + number.size() + time.size();
   if (beside + kNarrowestBar <= room) {
     const std::string gap(std::max(width, kPhaseWidth) - width, ' ');
@@ -42,7 +42,8 @@ std::string ProgressText(const Progress& progress, std::size_t columns) {
   for (const std::string& rest : {" " + number + time, " " + number})
     if (width + rest.size() <= room) return phase + rest;
   const std::size_t left = room - std::min(room, number.size() + 1);
-  return std::string(base::FirstCharacters(std::string(base::FirstCharacters(phase, left)) + " " + number, room));
+  return std::string(
+      core::base::FirstCharacters(std::string(core::base::FirstCharacters(phase, left)) + " " + number, room));
 }
 
 }  // namespace kestrin::cli

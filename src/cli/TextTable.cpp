@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/Text.h"
+#include "core/base/Text.h"
 
 namespace kestrin::cli {
 
-using base::Width;
+using core::base::Width;
 
 namespace {
 
@@ -27,7 +27,7 @@ std::string Line(const std::vector<std::string>& cells, const std::vector<std::s
 
 void TextTable::Add(std::vector<std::string> cells) {
   cells.resize(m_columns.size());
-  for (std::string& cell : cells) cell = base::Shown(cell);
+  for (std::string& cell : cells) cell = core::base::Shown(cell);
   m_rows.push_back(std::move(cells));
 }
 
@@ -52,7 +52,7 @@ std::string AlignedPairs(const std::vector<std::pair<std::string, std::string>>&
   for (const auto& pair : pairs) width = std::max(width, Width(pair.first));
   std::string text;
   for (const auto& [name, value] : pairs)
-    text += name + std::string(width - Width(name) + 2, ' ') + base::Shown(value) + '\n';
+    text += name + std::string(width - Width(name) + 2, ' ') + core::base::Shown(value) + '\n';
   return text;
 }
 

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <set>
 
-#include "base/Numbers.h"
-#include "base/Text.h"
+#include "core/base/Numbers.h"
+#include "core/base/Text.h"
 
 namespace kestrin::simulator {
 
@@ -47,9 +47,9 @@ bool SetErase(BoardOptions& options, std::string_view value) {
   const auto allDigits = [](std::string_view digits) {
     return !digits.empty() && std::all_of(digits.begin(), digits.end(), IsDigit);
   };
-  const std::vector<std::string_view> parts = base::Split(value, ".");
+  const std::vector<std::string_view> parts = core::base::Split(value, ".");
   if (parts.size() > 2 || !std::all_of(parts.begin(), parts.end(), allDigits)) return false;
-  const double seconds = base::LeadingNumber(value);
+  const double seconds = core::base::LeadingNumber(value);
   if (seconds > kLongestErase) return false;
   options.erase = std::chrono::nanoseconds(std::llround(seconds * 1e9));
   return true;
@@ -69,7 +69,7 @@ bool AddFault(BoardOptions& options, std::string_view value) {
                              {"read", Fault::Kind::ReadFails},
                              {"unplug", Fault::Kind::Unplug},
                              {"flip", Fault::Kind::FlipBit}};
-  const std::vector<std::string_view> parts = base::Split(value, ":");
+  const std::vector<std::string_view> parts = core::base::Split(value, ":");
   if (parts.size() != 2) return false;
   const auto name =
       std::find_if(std::begin(kNames), std::end(kNames), [&](const Name& known) { return known.text == parts[0]; });
@@ -103,7 +103,7 @@ BoardOptions::Parsed BoardOptions::Parse(std::string_view text) {
   Parsed parsed;
   if (text.empty()) return parsed;
   std::set<std::string_view> seen;
-  for (const std::string_view item : base::Split(text, ",")) {
+  for (const std::string_view item : core::base::Split(text, ",")) {
     const std::size_t equals = std::min(item.find('='), item.size());
     const std::string_view name = item.substr(0, equals);
     const auto key = std::find_if(std::begin(kKeys), std::end(kKeys), [name](const Key& k) { return k.name == name; });

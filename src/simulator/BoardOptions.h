@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
 #include "simulator/FaultPlan.h"
 
 namespace kestrin::simulator {
@@ -33,7 +33,7 @@ struct BoardOptions {
   /// The folder that keeps the board's state between runs; empty: the state lives in memory.
   std::filesystem::path dir;
   /// How long erasing the flash takes.
-  base::Clock::Duration erase{};
+  core::base::Clock::Duration erase{};
   Wire wire = Wire::None;
   std::vector<Fault> faults;
 };

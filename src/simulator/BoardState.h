@@ -6,6 +6,9 @@
 
 namespace kestrin::simulator {
 
+/// A byte of the flash that nothing has been written to since the last erase.
+inline constexpr std::uint8_t kErased = 0xFF;
+
 /// On and off counts of one channel of a pulse. The factory's is a channel that is off.
 struct ChannelCounts {
   std::uint16_t onLow = 0;

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/RaisedFlag.h"
+#include "core/base/RaisedFlag.h"
 
 namespace kestrin::simulator {
 
-using device::AgentError;
-using device::ReportType;
+using core::device::AgentError;
+using core::device::ReportType;
 
 namespace {
 
@@ -24,14 +24,15 @@ constexpr Variable kVariables[] = {{ReportType::Output, 1}, {ReportType::Input, 
 
 }  // namespace
 
-SimulatedAgent::Created SimulatedAgent::Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump,
-                                               base::Disk* disk) {
+SimulatedAgent::Created SimulatedAgent::Create(const BoardOptions& options, core::base::Clock& clock,
+                                               core::base::EventPump pump, core::base::Disk* disk) {
   std::unique_ptr<SimulatedAgent> agent(new SimulatedAgent(options, clock, std::move(pump), disk));
   if (!agent->TakeBoard() && !agent->m_inUse) return {nullptr, agent->m_refusal};
   return {std::move(agent), ""};
 }
 
-SimulatedAgent::SimulatedAgent(const BoardOptions& options, base::Clock& clock, base::EventPump pump, base::Disk* disk)
+SimulatedAgent::SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump,
+                               core::base::Disk* disk)
     : m_options(options), m_clock(clock), m_pump(std::move(pump)), m_disk(disk), m_faults(options.faults) {
   if (options.wire == BoardOptions::Wire::Usb) m_wire.emplace(clock);
 }
@@ -65,8 +66,8 @@ void SimulatedAgent::Stop() {
 }
 
 bool SimulatedAgent::Matches() const {
-  return (!m_match.SearchOnVID || m_match.VID_To_Match == device::kBoardVendorId) &&
-         (!m_match.SearchOnPID || m_match.PID_To_Match == device::kBoardProductId);
+  return (!m_match.SearchOnVID || m_match.VID_To_Match == core::device::kBoardVendorId) &&
+         (!m_match.SearchOnPID || m_match.PID_To_Match == core::device::kBoardProductId);
 }
 
 bool SimulatedAgent::SearchAndOpen() {
@@ -92,7 +93,7 @@ void SimulatedAgent::Refresh() {
   // A notice may make its receiver search, stop, unplug or look: each is off the list before it is raised, and is told
   // to its end before the next.
   if (m_delivering) return;
-  const base::RaisedFlag delivering(m_delivering);
+  const core::base::RaisedFlag delivering(m_delivering);
   if (m_started && !m_board && TakeBoard()) m_notices.push_back(Notice::Arrival);
   while (m_started && !m_inTransfer && !m_notices.empty()) {
     const Notice notice = m_notices.front();
@@ -119,12 +120,12 @@ void SimulatedAgent::SelectInterface(std::int32_t number) {
 
 std::int32_t SimulatedAgent::VendorId() const {
   RequireInterface();
-  return device::kBoardVendorId;
+  return core::device::kBoardVendorId;
 }
 
 std::int32_t SimulatedAgent::ProductId() const {
   RequireInterface();
-  return device::kBoardProductId;
+  return core::device::kBoardProductId;
 }
 
 std::int32_t SimulatedAgent::InterfaceHandle() const {
@@ -163,10 +164,10 @@ std::int32_t SimulatedAgent::VariableReportNumber() const {
   return m_currentVariable;
 }
 
-device::VariableAttributes SimulatedAgent::Attributes() const {
+core::device::VariableAttributes SimulatedAgent::Attributes() const {
   static_cast<void>(Values());
   // What the board's report descriptor says of both fields: "data, variable, absolute", bytes from 0 to 255.
-  device::VariableAttributes attributes;
+  core::device::VariableAttributes attributes;
   attributes.NoWrap = true;
   attributes.Linear = true;
   attributes.BitsNotBuffer = true;
@@ -202,7 +203,7 @@ void SimulatedAgent::Pass(std::size_t bytes) {
 }
 
 void SimulatedAgent::Deliver(bool flip) {
-  const base::Clock::Duration now = m_clock.Now();
+  const core::base::Clock::Duration now = m_clock.Now();
   const std::span<const std::uint8_t> data = VirtualBoard::FlashData(m_command);
   if (!flip || data.empty()) {
     m_board->Receive(m_command, now);
@@ -216,7 +217,7 @@ void SimulatedAgent::Deliver(bool flip) {
 
 bool SimulatedAgent::WriteReport() {
   if (!m_selected || !m_connected || m_currentReport != kCommand) return false;
-  const base::RaisedFlag transfer(m_inTransfer);
+  const core::base::RaisedFlag transfer(m_inTransfer);
   while (m_board->NextAnswer(m_clock.Now())) {
     // Came too late for the command that it was for.
   }
@@ -242,19 +243,19 @@ bool SimulatedAgent::ReadReport() {
 }
 
 std::optional<VirtualBoard::Answer> SimulatedAgent::WaitForAnswer() {
-  const base::RaisedFlag transfer(m_inTransfer);
-  const base::Clock::Duration end = m_clock.Now() + std::chrono::milliseconds(kTimeOut);
+  const core::base::RaisedFlag transfer(m_inTransfer);
+  const core::base::Clock::Duration end = m_clock.Now() + std::chrono::milliseconds(kTimeOut);
   while (m_connected) {
-    const base::Clock::Duration now = m_clock.Now();
+    const core::base::Clock::Duration now = m_clock.Now();
     if (const auto answer = m_board->NextAnswer(now)) {
       Pass(answer->size());
       return answer;
     }
     if (now >= end) break;
-    base::Clock::Duration wake = std::min(now + kSlice, end);
+    core::base::Clock::Duration wake = std::min(now + kSlice, end);
     if (const auto idle = m_board->BusyUntil()) wake = std::min(wake, *idle);
     m_clock.Wait(wake - now);
-    base::Pump(m_pump);
+    core::base::Pump(m_pump);
   }
   return std::nullopt;
 }

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
-#include "base/EventPump.h"
-#include "device/THIDagent.h"
+#include "core/base/Clock.h"
+#include "core/base/EventPump.h"
+#include "core/device/THIDagent.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/FaultPlan.h"
 #include "simulator/UsbWire.h"
@@ -23,16 +23,16 @@ namespace kestrin::simulator {
 ///
 /// The board can be unplugged and plugged in at any time, also while a report read waits; the notices about it are
 /// raised by the next Refresh() outside of a transfer, once Start() was called.
-class SimulatedAgent final : public device::THIDagent {
+class SimulatedAgent final : public core::device::THIDagent {
  public:
   /// A read that waits gives the person's interface its turn at least this often.
-  static constexpr base::Clock::Duration kSlice = std::chrono::milliseconds(20);
+  static constexpr core::base::Clock::Duration kSlice = std::chrono::milliseconds(20);
 
   struct Created;
   /// The board that the options describe, plugged in. Clock and disk must outlive the agent. With a disk, the board's
   /// folder is kept for this agent; one that another program uses is waited for: see AccessProblem() and Refresh().
-  [[nodiscard]] static Created Create(const BoardOptions& options, base::Clock& clock, base::EventPump pump = {},
-                                      base::Disk* disk = nullptr);
+  [[nodiscard]] static Created Create(const BoardOptions& options, core::base::Clock& clock,
+                                      core::base::EventPump pump = {}, core::base::Disk* disk = nullptr);
 
   /// The board on the other end. Not while another program has it.
   [[nodiscard]] VirtualBoard& Board() { return *m_board; }
@@ -42,10 +42,10 @@ class SimulatedAgent final : public device::THIDagent {
   /// Plugs it in again.
   void Plug();
 
-  void SetEvents(device::HidAgentEvents* events) override { m_events = events; }
+  void SetEvents(core::device::HidAgentEvents* events) override { m_events = events; }
   void Start() override { m_started = true; }
   void Stop() override;
-  void SetMatch(const device::HidMatch& match) override { m_match = match; }
+  void SetMatch(const core::device::HidMatch& match) override { m_match = match; }
   /// Finds nothing while the board is unplugged, while the notice of an unplugging is still to come, and once the board
   /// cannot keep its state.
   [[nodiscard]] bool SearchAndOpen() override;
@@ -60,11 +60,11 @@ class SimulatedAgent final : public device::THIDagent {
   [[nodiscard]] std::int32_t ProductId() const override;
   [[nodiscard]] std::int32_t InterfaceHandle() const override;
 
-  [[nodiscard]] std::int32_t FindVariable(device::ReportType type, std::int32_t usage,
+  [[nodiscard]] std::int32_t FindVariable(core::device::ReportType type, std::int32_t usage,
                                           std::int32_t usagePage) const override;
   void SelectVariable(std::int32_t number) override;
   [[nodiscard]] std::int32_t VariableReportNumber() const override;
-  [[nodiscard]] device::VariableAttributes Attributes() const override;
+  [[nodiscard]] core::device::VariableAttributes Attributes() const override;
   void SetVariableName(const std::string& name) override;
   void SetVariableOption(std::int32_t option) override;
   /// The boards have no scale: the same as the unscaled value.
@@ -86,7 +86,8 @@ class SimulatedAgent final : public device::THIDagent {
   /// What the HID stack has noticed and nobody was told yet.
   enum class Notice { Removal, Arrival };
 
-  SimulatedAgent(const BoardOptions& options, base::Clock& clock, base::EventPump pump, base::Disk* disk);
+  SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump,
+                 core::base::Disk* disk);
 
   /// Makes the board unless it is there already. False while that is not possible, for the reason in m_refusal.
   bool TakeBoard();
@@ -99,9 +100,9 @@ class SimulatedAgent final : public device::THIDagent {
   void Pass(std::size_t bytes);
 
   BoardOptions m_options;
-  base::Clock& m_clock;
-  base::EventPump m_pump;
-  base::Disk* m_disk;
+  core::base::Clock& m_clock;
+  core::base::EventPump m_pump;
+  core::base::Disk* m_disk;
   /// Empty while another program has it.
   std::unique_ptr<VirtualBoard> m_board;
   std::string m_refusal;
@@ -109,8 +110,8 @@ class SimulatedAgent final : public device::THIDagent {
   FaultPlan m_faults;
   std::optional<UsbWire> m_wire;
 
-  device::HidAgentEvents* m_events = nullptr;
-  device::HidMatch m_match;
+  core::device::HidAgentEvents* m_events = nullptr;
+  core::device::HidMatch m_match;
   std::vector<Notice> m_notices;
   bool m_started = false;
   bool m_plugged = true;

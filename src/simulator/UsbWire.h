@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
 
 namespace kestrin::simulator {
 
@@ -15,18 +15,18 @@ namespace kestrin::simulator {
 class UsbWire {
  public:
   static constexpr std::size_t kPacketSize = 64;
-  static constexpr base::Clock::Duration kFrame = std::chrono::milliseconds(1);
-  static constexpr base::Clock::Duration kLateness = std::chrono::milliseconds(20);
+  static constexpr core::base::Clock::Duration kFrame = std::chrono::milliseconds(1);
+  static constexpr core::base::Clock::Duration kLateness = std::chrono::milliseconds(20);
 
   /// The clock must outlive the wire.
-  explicit UsbWire(base::Clock& clock) : m_clock(clock), m_busyUntil(clock.Now()) {}
+  explicit UsbWire(core::base::Clock& clock) : m_clock(clock), m_busyUntil(clock.Now()) {}
 
   /// Returns when a report of that many bytes has passed.
   void Transfer(std::size_t bytes);
 
  private:
-  base::Clock& m_clock;
-  base::Clock::Duration m_busyUntil;
+  core::base::Clock& m_clock;
+  core::base::Clock::Duration m_busyUntil;
 };
 
 }  // namespace kestrin::simulator

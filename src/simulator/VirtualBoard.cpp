@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/Bytes.h"
+#include "core/base/Bytes.h"
 
 namespace kestrin::simulator {
 
@@ -31,7 +31,6 @@ enum Code : std::uint8_t {
   kSetLEDConfig = 61,
 };
 
-constexpr std::uint8_t kErased = 0xFF;
 /// What is left of a detection parameter after an erase.
 constexpr std::uint8_t kWipedParameter = 255;
 /// Both bytes of the answer that means "done and accepted".
@@ -42,17 +41,17 @@ constexpr VirtualBoard::Answer kAccelerationZW{21, 0};
 
 /// The 16-bit / 24-bit number at `element` of a report.
 std::uint16_t Get16(std::span<const std::uint8_t> report, std::size_t element) {
-  return base::GetBig16(report.subspan(element).first<2>());
+  return core::base::GetBig16(report.subspan(element).first<2>());
 }
 std::uint32_t Get24(std::span<const std::uint8_t> report, std::size_t element) {
-  return base::GetBig24(report.subspan(element).first<3>());
+  return core::base::GetBig24(report.subspan(element).first<3>());
 }
 
 BoardStore::Opened InMemory(const BoardState& state) { return {nullptr, state, {}, false, ""}; }
 
 }  // namespace
 
-VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options, base::Disk* disk) {
+VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options, core::base::Disk* disk) {
   BoardStore::Opened opened;
   if (options.dir.empty()) {
     BoardState state;
@@ -201,7 +200,7 @@ void VirtualBoard::Execute(ReportView report, Time now) {
 
 void VirtualBoard::Put16(std::uint16_t value) {
   Answer answer;
-  base::PutBig16(answer, value);
+  core::base::PutBig16(answer, value);
   m_answers.push_back(answer);
 }
 
@@ -225,7 +224,7 @@ void VirtualBoard::Erase(Time now) {
 }
 
 void VirtualBoard::Write(std::uint32_t address, std::span<const std::uint8_t> data) {
-  Put16(base::ByteSum(data));
+  Put16(core::base::ByteSum(data));
   const std::size_t size = Flash().size();
   if (address >= size) return;
   const std::size_t count = std::min(data.size(), size - address);
@@ -238,7 +237,7 @@ void VirtualBoard::Write(std::uint32_t address, std::span<const std::uint8_t> da
 std::uint16_t VirtualBoard::FlashSum(std::uint32_t address, std::uint32_t count) const {
   const std::span<const std::uint8_t> flash = Flash();
   if (address >= flash.size()) return 0;
-  return base::ByteSum(flash.subspan(address, std::min<std::size_t>(count, flash.size() - address)));
+  return core::base::ByteSum(flash.subspan(address, std::min<std::size_t>(count, flash.size() - address)));
 }
 
 void VirtualBoard::AnswerPulse(std::size_t set) {

@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
-#include "base/Disk.h"
+#include "core/base/Clock.h"
+#include "core/base/Disk.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/BoardState.h"
-#include "simulator/BoardStore.h"
+#include "simulator/store/BoardStore.h"
 
 namespace kestrin::simulator {
 
@@ -33,7 +33,7 @@ namespace kestrin::simulator {
 /// - The acceleration is that of a board lying still.
 class VirtualBoard {
  public:
-  using Time = base::Clock::Duration;
+  using Time = core::base::Clock::Duration;
   using Answer = std::array<std::uint8_t, 2>;
   static constexpr std::size_t kReportSize = 1028;
   using Report = std::array<std::uint8_t, kReportSize>;
@@ -42,7 +42,7 @@ class VirtualBoard {
   struct Created;
   /// A board as the options want it, with its state from the options' folder if they name one. (`wire` and `faults` are
   /// matters of the way to the board.) With a disk, a folder that another program uses is left alone.
-  [[nodiscard]] static Created Create(const BoardOptions& options, base::Disk* disk = nullptr);
+  [[nodiscard]] static Created Create(const BoardOptions& options, core::base::Disk* disk = nullptr);
 
   /// A board that keeps its state in memory, with an erased flash.
   explicit VirtualBoard(const BoardState& state = {}, Time eraseTime = {});

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 namespace {
 
 #if !defined(__APPLE__)
@@ -35,4 +35,4 @@ TEST(DataFolder, IsUnknownWithoutAHome) {
 }
 
 }  // namespace
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

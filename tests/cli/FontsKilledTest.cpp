@@ -8,7 +8,7 @@
 #include <map>
 
 #include "FontsFixture.h"
-#include "platform/net/FontAnswers.h"
+#include "core/update/FontAnswers.h"
 #include "rig/net/ScriptedServer.h"
 #include "support/Watched.h"
 
@@ -26,7 +26,7 @@ class StoppingServer {
  public:
   static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
-  explicit StoppingServer(const fs::path& offered) : m_answers(net::FontCollection(offered)) {}
+  explicit StoppingServer(const fs::path& offered) : m_answers(core::update::FontCollection(offered)) {}
 
   [[nodiscard]] std::string Host() const { return m_server.Host(); }
   /// The bytes of every answer so far.
@@ -48,7 +48,7 @@ class StoppingServer {
     if (request.empty()) return;
     if (m_stopped) return static_cast<void>(client.AwaitClose());
     const std::string body = request.substr(request.find("\r\n\r\n") + 4);
-    const net::FontAnswers::Answer answer =
+    const core::update::FontAnswers::Answer answer =
         request.starts_with("POST /tst/") ? m_answers.Download(body) : m_answers.Text(body);
     const std::string payload = answer.file ? ReadBytes(*answer.file) : answer.text;
     const std::string bytes =
@@ -68,7 +68,7 @@ class StoppingServer {
     client.AwaitClose();
   }
 
-  net::FontAnswers m_answers;
+  core::update::FontAnswers m_answers;
   std::vector<std::size_t> m_sizes;
   std::size_t m_left = kNever;
   bool m_atRequest = false;

@@ -19,7 +19,7 @@ TEST_F(Finding, NoBoardIsNoBoard) {
   CreateAgent();
   EXPECT_FALSE(agent->SearchAndOpen());
   EXPECT_EQ(agent->AccessProblem(), "");
-  EXPECT_THAT(hid::ListBoards(), IsEmpty());
+  EXPECT_THAT(platform::hid::ListBoards(), IsEmpty());
 }
 
 TEST_F(Finding, ABoardIsOpenedWithItsReportLengthsAndBound) {
@@ -81,7 +81,7 @@ TEST_F(Finding, AForeignDeviceWithTheSameUsagesIsIgnored) {
     device.Plug(0);
     CreateAgent();
     EXPECT_FALSE(agent->SearchAndOpen());
-    EXPECT_THAT(hid::ListBoards(), IsEmpty());
+    EXPECT_THAT(platform::hid::ListBoards(), IsEmpty());
     EXPECT_EQ(device.Writes(), 0);
     device.Unplug();
   }
@@ -106,7 +106,7 @@ TEST_F(Finding, OfTwoBoardsEachAnswersForItself) {
   CreateAgent();
   ASSERT_TRUE(agent->SearchAndOpen());
   EXPECT_EQ(events.lines, (Lines{"opened 1 2/1028 /dev/hidraw9", "opened 2 2/1028 /dev/hidraw10"}));
-  device::TLS otherTls;
+  core::device::TLS otherTls;
   ASSERT_EQ(otherTls.BindVars(*agent), 0);
   EXPECT_EQ(otherTls.GetSN(), SecondBoard::kSerial);
   agent->SelectInterface(0);
@@ -131,7 +131,7 @@ TEST_F(Finding, BoardsAreListedWithTheTextsOfTheirUsbDescriptors) {
   MockBoard other(host, description);
   other.Plug(11);
   mock.Plug(4);
-  const std::vector<hid::BoardListing> boards = hid::ListBoards();
+  const std::vector<platform::hid::BoardListing> boards = platform::hid::ListBoards();
   ASSERT_EQ(boards.size(), 2U);
   EXPECT_EQ(boards[0].path, "/dev/hidraw4");
   EXPECT_EQ(boards[0].manufacturer, "Kestrin");
@@ -187,7 +187,7 @@ TEST_F(Finding, ABoardWithoutPermissionIsToldApartUntilItIsPermitted) {
     EXPECT_THAT(agent->AccessProblem(), HasSubstr("sudo cp 70-kestrin.rules /etc/udev/rules.d/"));
     EXPECT_THAT(events.lines, IsEmpty());
 
-    const std::vector<hid::BoardListing> boards = hid::ListBoards();
+    const std::vector<platform::hid::BoardListing> boards = platform::hid::ListBoards();
     ASSERT_EQ(boards.size(), 1U);
     EXPECT_EQ(boards[0].path, "/dev/hidraw5");
     EXPECT_FALSE(boards[0].accessible);
@@ -207,9 +207,9 @@ class Claimed : public RigFixture {
  protected:
   Claimed() {
     mock.Plug(3);
-    claim = hid::LockBoard(mock.Node()).lock;
+    claim = platform::hid::LockBoard(mock.Node()).lock;
   }
-  std::unique_ptr<base::Disk::Lock> claim;
+  std::unique_ptr<core::base::Disk::Lock> claim;
 };
 
 TEST_F(Claimed, IsNotOpenedAndNotWrittenTo) {
@@ -234,7 +234,7 @@ TEST_F(Claimed, ArrivesWhenItIsLetGo) {
 }
 
 TEST_F(Claimed, IsListedAsTheUsersAndInUse) {
-  const std::vector<hid::BoardListing> boards = hid::ListBoards();
+  const std::vector<platform::hid::BoardListing> boards = platform::hid::ListBoards();
   ASSERT_EQ(boards.size(), 1U);
   EXPECT_TRUE(boards[0].accessible);
   EXPECT_TRUE(boards[0].inUse);
@@ -245,35 +245,35 @@ TEST(BoardLock, TheNextDeviceFileAtTheSamePathIsFree) {
   // Any file does for that.
   const support::TemporaryFolder folder;
   const std::string path = support::WriteBytes(folder / "node", "").string();
-  const auto claim = hid::LockBoard(path);
+  const auto claim = platform::hid::LockBoard(path);
   ASSERT_NE(claim.lock, nullptr);
-  EXPECT_TRUE(hid::IsBoardLocked(path));
+  EXPECT_TRUE(platform::hid::IsBoardLocked(path));
   // The first one is kept, so that the next cannot be taken for it.
   std::filesystem::rename(path, folder / "gone");
   support::WriteBytes(path, "");
-  EXPECT_FALSE(hid::IsBoardLocked(path));
-  EXPECT_NE(hid::LockBoard(path).lock, nullptr);
+  EXPECT_FALSE(platform::hid::IsBoardLocked(path));
+  EXPECT_NE(platform::hid::LockBoard(path).lock, nullptr);
 }
 
 TEST_F(Finding, AnOpenBoardIsClaimedAsLongAsItIsOpen) {
   GoOnline(3);
-  EXPECT_TRUE(hid::IsBoardLocked(mock.Node()));
-  EXPECT_TRUE(hid::LockBoard(mock.Node()).heldByAnother);
+  EXPECT_TRUE(platform::hid::IsBoardLocked(mock.Node()));
+  EXPECT_TRUE(platform::hid::LockBoard(mock.Node()).heldByAnother);
   // The question and the attempt have taken nothing from it.
   EXPECT_EQ(tls.GetSN(), "4B535401");
-  EXPECT_TRUE(hid::IsBoardLocked(mock.Node()));
+  EXPECT_TRUE(platform::hid::IsBoardLocked(mock.Node()));
   agent->Stop();
-  EXPECT_FALSE(hid::IsBoardLocked(mock.Node()));
-  EXPECT_NE(hid::LockBoard(mock.Node()).lock, nullptr);
+  EXPECT_FALSE(platform::hid::IsBoardLocked(mock.Node()));
+  EXPECT_NE(platform::hid::LockBoard(mock.Node()).lock, nullptr);
 }
 
 TEST_F(Finding, AskingWhetherABoardIsClaimedClaimsNothing) {
   mock.Plug(3);
-  EXPECT_FALSE(hid::IsBoardLocked(mock.Node()));
-  ASSERT_EQ(hid::ListBoards().size(), 1U);
-  EXPECT_FALSE(hid::IsBoardLocked(mock.Node()));
-  EXPECT_FALSE(hid::IsBoardLocked("/dev/hidraw4"));
-  const base::Disk::LockResult none = hid::LockBoard("/dev/hidraw4");
+  EXPECT_FALSE(platform::hid::IsBoardLocked(mock.Node()));
+  ASSERT_EQ(platform::hid::ListBoards().size(), 1U);
+  EXPECT_FALSE(platform::hid::IsBoardLocked(mock.Node()));
+  EXPECT_FALSE(platform::hid::IsBoardLocked("/dev/hidraw4"));
+  const core::base::Disk::LockResult none = platform::hid::LockBoard("/dev/hidraw4");
   EXPECT_FALSE(none.heldByAnother);
   EXPECT_EQ(none.error, std::errc::no_such_file_or_directory);
   EXPECT_EQ(none.lock, nullptr);

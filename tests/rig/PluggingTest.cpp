@@ -3,7 +3,7 @@
 #include <future>
 #include <thread>
 
-#include "device/DeviceSession.h"
+#include "core/device/DeviceSession.h"
 #include "platform/hid/BoardLock.h"
 #include "rig/QuietSessionView.h"
 #include "rig/RigFixture.h"
@@ -114,9 +114,9 @@ TEST_F(Plugging, UnpluggingOneOfTwoBoardsLeavesTheOther) {
 TEST_F(Plugging, TheSessionGoesOfflineAndOnlineAgainWithTheBoard) {
   CreateAgent();
   QuietSessionView view;
-  device::DeviceSession session(*agent, view);
+  core::device::DeviceSession session(*agent, view);
   mock.Plug(0);
-  ASSERT_EQ(session.SearchAtStartUp(), device::DeviceSession::StartUp::Online);
+  ASSERT_EQ(session.SearchAtStartUp(), core::device::DeviceSession::StartUp::Online);
   EXPECT_EQ(view.serialLabel, "Kestrin USB Serial Number: 4B535401");
 
   mock.Unplug();
@@ -140,10 +140,10 @@ TEST_F(Plugging, TheSessionGoesOfflineAndOnlineAgainWithTheBoard) {
 TEST_F(Plugging, TheSessionGoesOnlineByItselfWhenAnotherProgramLetsGoOfTheBoard) {
   CreateAgent();
   QuietSessionView view;
-  device::DeviceSession session(*agent, view);
+  core::device::DeviceSession session(*agent, view);
   mock.Plug(0);
-  std::unique_ptr<base::Disk::Lock> claim = hid::LockBoard(mock.Node()).lock;
-  ASSERT_NE(session.SearchAtStartUp(), device::DeviceSession::StartUp::Online);
+  std::unique_ptr<core::base::Disk::Lock> claim = platform::hid::LockBoard(mock.Node()).lock;
+  ASSERT_NE(session.SearchAtStartUp(), core::device::DeviceSession::StartUp::Online);
   session.GoOnlineTimerTick();
   EXPECT_FALSE(session.IsOnline());
   claim.reset();
@@ -155,9 +155,9 @@ TEST_F(Plugging, TheSessionGoesOnlineByItselfWhenAnotherProgramLetsGoOfTheBoard)
 TEST_F(Plugging, ABoardUnpluggedInTheMiddleOfASessionIsLeftWithoutAHang) {
   CreateAgent();
   QuietSessionView view;
-  device::DeviceSession session(*agent, view);
+  core::device::DeviceSession session(*agent, view);
   mock.Plug(0);
-  ASSERT_EQ(session.SearchAtStartUp(), device::DeviceSession::StartUp::Online);
+  ASSERT_EQ(session.SearchAtStartUp(), core::device::DeviceSession::StartUp::Online);
   mock.Unplug();
   EXPECT_EQ(session.Board()->GetSN(), "NoSerialNumber");
   EXPECT_FALSE(session.Board()->Reset());

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "cli/KestrinctlTest.h"
+#include "core/sound/ConfigurationFile.h"
 #include "rig/MockBoard.h"
 #include "rig/MockHost.h"
 #include "simulator/VirtualBoard.h"
-#include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
 #include "support/RecordingDisk.h"
 #include "support/ReferenceCoder.h"
@@ -52,7 +52,7 @@ class ProgramFixture : public support::KestrinctlTest {
   /// Writes the configuration file of `set`. Returns its path.
   [[nodiscard]] std::string Configuration() const {
     const std::filesystem::path path = m_folder / "complete set.lscfg";
-    EXPECT_EQ(sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()), "");
+    EXPECT_EQ(core::sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()), "");
     return path.string();
   }
 

@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "device/SessionView.h"
+#include "core/device/SessionView.h"
 
 namespace kestrin::rig {
 
 /// Remembers what the session shows; has no catalogue and goes on without a board.
-class QuietSessionView final : public device::SessionView {
+class QuietSessionView final : public core::device::SessionView {
  public:
   std::string serialLabel;
   bool timerRuns = false;

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "device/TLS.h"
+#include "core/device/TLS.h"
 #include "platform/hid/HidAgent.h"
 #include "rig/MockBoard.h"
 #include "rig/MockHost.h"
@@ -26,15 +26,15 @@ class RigFixture : public testing::Test {
   RigFixture() { mock.AnswerWith(board); }
 
   void CreateAgent(const std::string& onlyPath = "") {
-    agent = hid::CreateHidAgent(clock, {[this] { Turn(); }, onlyPath});
+    agent = platform::hid::CreateHidAgent(clock, {[this] { Turn(); }, onlyPath});
     agent->SetEvents(&events);
     agent->Start();
     agent->SetMatch(BoardMatch());
   }
-  [[nodiscard]] static device::HidMatch BoardMatch() {
-    device::HidMatch match;
-    match.VID_To_Match = device::kBoardVendorId;
-    match.PID_To_Match = device::kBoardProductId;
+  [[nodiscard]] static core::device::HidMatch BoardMatch() {
+    core::device::HidMatch match;
+    match.VID_To_Match = core::device::kBoardVendorId;
+    match.PID_To_Match = core::device::kBoardProductId;
     match.SearchOnVID = true;
     match.SearchOnPID = true;
     return match;
@@ -57,12 +57,12 @@ class RigFixture : public testing::Test {
   simulator::VirtualBoard board;
   MockBoard mock{host};
   support::FakeClock clock;
-  base::Clock::Duration turnTime = std::chrono::seconds(1);
+  core::base::Clock::Duration turnTime = std::chrono::seconds(1);
   support::RecordedAgentEvents events;
   std::function<void()> onTurn;
   int turns = 0;
-  std::unique_ptr<device::THIDagent> agent;
-  device::TLS tls;
+  std::unique_ptr<core::device::THIDagent> agent;
+  core::device::TLS tls;
 };
 
 }  // namespace kestrin::rig

@@ -7,7 +7,7 @@
 #include <numeric>
 #include <thread>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
 #include "rig/RigFixture.h"
 
 namespace kestrin::rig {
@@ -62,10 +62,10 @@ TEST_F(Transfer, FlashIsErasedWrittenAndSummed) {
 
 TEST_F(Transfer, DetectionParametersGoThereAndBack) {
   GoOnline();
-  device::AccParam read;
+  core::device::AccParam read;
   ASSERT_TRUE(tls.GetAccParam(read));
-  EXPECT_EQ(read, (device::AccParam{180, 2, 10, 50, 125, 13}));
-  const device::AccParam written{1, 2, 3, 254, 255, 128};
+  EXPECT_EQ(read, (core::device::AccParam{180, 2, 10, 50, 125, 13}));
+  const core::device::AccParam written{1, 2, 3, 254, 255, 128};
   ASSERT_TRUE(tls.SetAccParam(written));
   ASSERT_TRUE(tls.GetAccParam(read));
   EXPECT_EQ(read, written);
@@ -94,7 +94,7 @@ TEST_F(Transfer, LedSettingsGoThereAndBack) {
   EXPECT_DOUBLE_EQ(voltage, 4.2);
   EXPECT_EQ(overdrive, 85);
 
-  led::LED_Pulse pulse;
+  core::led::LED_Pulse pulse;
   for (int channel = 1; channel <= 4; ++channel) {
     pulse.SetLow(channel, static_cast<std::int16_t>(channel));
     pulse.SetHigh(channel, static_cast<std::int16_t>(250 + channel));
@@ -105,7 +105,7 @@ TEST_F(Transfer, LedSettingsGoThereAndBack) {
   pulse.Tfall = 65535;
   pulse.NRep = 3;
   ASSERT_TRUE(tls.SetLEDPulses(1, pulse));
-  led::LED_Pulse back;
+  core::led::LED_Pulse back;
   ASSERT_TRUE(tls.GetLEDPulses(1, back));
   EXPECT_EQ(back.GetLow(4), 4);
   EXPECT_EQ(back.GetHigh(4), 254);
@@ -139,8 +139,8 @@ TEST_F(Transfer, ASilentBoardIsGivenUpAfterThreeSeconds) {
 TEST_F(Transfer, TheWaitSleepsThroughItsSlices) {
   mock.onReport = nullptr;
   mock.Plug();
-  base::SystemClock real;
-  agent = hid::CreateHidAgent(real, {[this] { ++turns; }, ""});
+  core::base::SystemClock real;
+  agent = platform::hid::CreateHidAgent(real, {[this] { ++turns; }, ""});
   agent->SetMatch(BoardMatch());
   ASSERT_TRUE(agent->SearchAndOpen());
   ASSERT_EQ(tls.BindVars(*agent), 0);

@@ -6,7 +6,7 @@
 #include <numeric>
 #include <vector>
 
-#include "device/TLS.h"
+#include "core/device/TLS.h"
 #include "support/ScriptedAgent.h"
 
 namespace kestrin::support {
@@ -29,8 +29,8 @@ class AnsweringBoard {
   }
 
   ScriptedAgent agent;
-  device::TLS tls;
-  device::AccParam accelerometer{1, 2, 3, 4, 5, 6};
+  core::device::TLS tls;
+  core::device::AccParam accelerometer{1, 2, 3, 4, 5, 6};
   /// Polls of the erase that fail before the one that is answered.
   int eraseFailures = 0;
   /// Commands of this code are not answered.

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "sound/LSU_Configuration.h"
+#include "core/sound/LSU_Configuration.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::support {
@@ -13,20 +13,20 @@ class CompleteSet {
   /// The smallest: one file in every slot, of that many samples each.
   explicit CompleteSet(std::size_t samplesEach = 100) {
     unsigned seed = 1;
-    for (const sound::Slot& slot : sound::kSlots) Add(slot.kind, samplesEach, seed++);
+    for (const core::sound::Slot& slot : core::sound::kSlots) Add(slot.kind, samplesEach, seed++);
     configuration.SetMaxNrOfSamples(2793120);
   }
 
   /// Adds a file of that many samples to a slot.
-  void Add(sound::SlotKind kind, std::size_t samples, unsigned seed = 99) {
+  void Add(core::sound::SlotKind kind, std::size_t samples, unsigned seed = 99) {
     const std::filesystem::path path =
-        folder / (std::string(sound::SlotOf(kind).name) + std::to_string(m_files++) + ".lsu");
+        folder / (std::string(core::sound::SlotOf(kind).name) + std::to_string(m_files++) + ".lsu");
     WriteSoundFile(path, SomeSamples(samples, 20000, seed));
     if (!configuration.AddFile(path, kind)) throw std::runtime_error("the test's own sound file is refused");
   }
 
   TemporaryFolder folder;
-  sound::LSU_Configuration configuration;
+  core::sound::LSU_Configuration configuration;
 
  private:
   int m_files = 0;

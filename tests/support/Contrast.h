@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace kestrin::app {
+namespace kestrin::ui::kit {
 
 /// Relative luminance of an sRGB colour by the Web Content Accessibility Guidelines 2.1, from 0 (black) to 1 (white).
 inline double Luminance(const QColor& color) {
@@ -22,4 +22,4 @@ inline double Contrast(const QColor& one, const QColor& other) {
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::kit

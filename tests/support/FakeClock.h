@@ -2,12 +2,12 @@
 
 #include <functional>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
 
 namespace kestrin::support {
 
 /// A clock that only moves when somebody waits or the test says so.
-class FakeClock final : public base::Clock {
+class FakeClock final : public core::base::Clock {
  public:
   [[nodiscard]] Duration Now() const override { return m_now; }
   void Wait(Duration duration) override {

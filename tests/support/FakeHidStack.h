@@ -20,7 +20,7 @@ namespace kestrin::support {
 struct FakeHidDevice {
   using Bytes = std::vector<std::uint8_t>;
 
-  hid::HidNode node;
+  platform::hid::HidNode node;
   Bytes descriptor;
   bool notPermitted = false;
   /// Another program has it.
@@ -47,7 +47,7 @@ struct FakeHidDevice {
   std::vector<std::chrono::milliseconds> waits;
 };
 
-class FakeHidConnection final : public hid::HidConnection {
+class FakeHidConnection final : public platform::hid::HidConnection {
  public:
   FakeHidConnection(std::shared_ptr<FakeHidDevice> device, FakeClock& clock)
       : m_device(std::move(device)), m_clock(clock) {
@@ -109,7 +109,7 @@ struct FakeHidBus {
   /// The ids that were asked for.
   std::vector<std::pair<std::int32_t, std::int32_t>> asked;
   /// What a monitor reports at the next look.
-  std::vector<hid::DeviceNotice> notices;
+  std::vector<platform::hid::DeviceNotice> notices;
 
   FakeHidDevice& Plug(const std::string& path, std::vector<std::uint8_t> descriptor, std::int32_t vendorId = 0x04D8,
                       std::int32_t productId = 0xFA37) {
@@ -129,38 +129,38 @@ struct FakeHidBus {
   }
 };
 
-class FakeHidStack final : public hid::HidStack {
+class FakeHidStack final : public platform::hid::HidStack {
  public:
   explicit FakeHidStack(FakeHidBus& bus) : m_bus(bus) {}
 
-  std::vector<hid::HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) override {
+  std::vector<platform::hid::HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) override {
     m_bus.asked.emplace_back(vendorId, productId);
-    std::vector<hid::HidNode> nodes;
+    std::vector<platform::hid::HidNode> nodes;
     for (const auto& device : m_bus.devices) {
       if (device->node.vendorId == vendorId && device->node.productId == productId) nodes.push_back(device->node);
     }
     return nodes;
   }
 
-  hid::Access Look(const hid::HidNode& node) override {
+  platform::hid::Access Look(const platform::hid::HidNode& node) override {
     const auto device = Find(node);
-    if (!device) return {hid::Refusal::Failed, "No such device"};
-    if (device->notPermitted) return {hid::Refusal::NotPermitted, "Permission denied"};
-    if (device->inUse) return {hid::Refusal::InUse, ""};
-    if (!device->openError.empty()) return {hid::Refusal::Failed, device->openError};
+    if (!device) return {platform::hid::Refusal::Failed, "No such device"};
+    if (device->notPermitted) return {platform::hid::Refusal::NotPermitted, "Permission denied"};
+    if (device->inUse) return {platform::hid::Refusal::InUse, ""};
+    if (!device->openError.empty()) return {platform::hid::Refusal::Failed, device->openError};
     return {};
   }
 
-  hid::OpenOutcome Open(const hid::HidNode& node) override {
+  platform::hid::OpenOutcome Open(const platform::hid::HidNode& node) override {
     const auto device = Find(node);
     if (!device) throw std::logic_error("a path was opened that was not enumerated: " + node.path);
-    const hid::Access access = Look(node);
-    if (access.refusal != hid::Refusal::None) return {nullptr, access};
+    const platform::hid::Access access = Look(node);
+    if (access.refusal != platform::hid::Refusal::None) return {nullptr, access};
     return {std::make_unique<FakeHidConnection>(device, m_bus.clock), {}};
   }
 
  private:
-  [[nodiscard]] std::shared_ptr<FakeHidDevice> Find(const hid::HidNode& node) const {
+  [[nodiscard]] std::shared_ptr<FakeHidDevice> Find(const platform::hid::HidNode& node) const {
     for (const auto& device : m_bus.devices)
       if (device->node.path == node.path) return device;
     return nullptr;
@@ -169,11 +169,11 @@ class FakeHidStack final : public hid::HidStack {
   FakeHidBus& m_bus;
 };
 
-class FakeDeviceMonitor final : public hid::DeviceMonitor {
+class FakeDeviceMonitor final : public platform::hid::DeviceMonitor {
  public:
   explicit FakeDeviceMonitor(FakeHidBus& bus) : m_bus(bus) {}
 
-  std::vector<hid::DeviceNotice> Collect(std::int32_t, std::int32_t) override {
+  std::vector<platform::hid::DeviceNotice> Collect(std::int32_t, std::int32_t) override {
     return std::exchange(m_bus.notices, {});
   }
 

@@ -3,21 +3,21 @@
 #include <map>
 #include <string>
 
-#include "motion/KeptParameters.h"
+#include "core/device/KeptParameters.h"
 
 namespace kestrin::support {
 
 /// Kept parameters in memory; `problem` makes the next Keep() fail.
-class MemoryKeptParameters final : public motion::KeptParameters {
+class MemoryKeptParameters final : public core::device::KeptParameters {
  public:
-  std::map<std::string, device::AccParam> kept;
+  std::map<std::string, core::device::AccParam> kept;
   std::string problem;
 
-  [[nodiscard]] std::optional<device::AccParam> Find(const std::string& serialNumber) const override {
+  [[nodiscard]] std::optional<core::device::AccParam> Find(const std::string& serialNumber) const override {
     const auto found = kept.find(serialNumber);
     return found == kept.end() ? std::nullopt : std::optional(found->second);
   }
-  [[nodiscard]] std::string Keep(const std::string& serialNumber, const device::AccParam& parameters) override {
+  [[nodiscard]] std::string Keep(const std::string& serialNumber, const core::device::AccParam& parameters) override {
     if (problem.empty()) kept[serialNumber] = parameters;
     return problem;
   }

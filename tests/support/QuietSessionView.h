@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "device/SessionView.h"
+#include "core/device/SessionView.h"
 
 namespace kestrin::support {
 
 /// A session nobody looks at: works offline when asked, has no LED panel.
-class QuietSessionView final : public device::SessionView {
+class QuietSessionView final : public core::device::SessionView {
  public:
   void ShowOnline(bool) override {}
   void ShowSerialLabel(const std::string&) override {}

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "device/THIDagent.h"
+#include "core/device/THIDagent.h"
 
 namespace kestrin::support {
 
 /// Writes down every event as a line of text, and lets a test act inside a handler.
-class RecordedAgentEvents final : public device::HidAgentEvents {
+class RecordedAgentEvents final : public core::device::HidAgentEvents {
  public:
   std::vector<std::string> lines;
   std::function<void(std::int32_t)> onOpened;

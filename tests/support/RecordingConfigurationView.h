@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "sound/ConfigurationFile.h"
+#include "core/sound/ConfigurationFile.h"
 
 namespace kestrin::support {
 
 /// Writes down what loading a configuration shows, one line for each call.
-class RecordingConfigurationView : public sound::ConfigurationView {
+class RecordingConfigurationView : public core::sound::ConfigurationView {
  public:
-  void EmptySlot(sound::SlotKind kind) override { m_calls.push_back("empty " + Name(kind)); }
-  void ShowFile(sound::SlotKind kind, int position, const std::string& name) override {
+  void EmptySlot(core::sound::SlotKind kind) override { m_calls.push_back("empty " + Name(kind)); }
+  void ShowFile(core::sound::SlotKind kind, int position, const std::string& name) override {
     m_calls.push_back("show " + Name(kind) + " " + std::to_string(position) + " " + name);
   }
   void UpdateMemoryStatus() override { m_calls.push_back("memory"); }
@@ -19,7 +19,7 @@ class RecordingConfigurationView : public sound::ConfigurationView {
   [[nodiscard]] const std::vector<std::string>& Calls() const { return m_calls; }
 
  private:
-  static std::string Name(sound::SlotKind kind) { return std::string(sound::SlotOf(kind).name); }
+  static std::string Name(core::sound::SlotKind kind) { return std::string(core::sound::SlotOf(kind).name); }
 
   std::vector<std::string> m_calls;
 };

@@ -8,13 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "base/Disk.h"
+#include "core/base/Disk.h"
 
 namespace kestrin::support {
 
 /// A disk that notes what is flushed, in order, and fails where the test wants it. Its locks exclude each other, but no
 /// other disk's.
-class RecordingDisk final : public base::Disk {
+class RecordingDisk final : public core::base::Disk {
  public:
   [[nodiscard]] std::error_code Flush(const std::filesystem::path& path) override {
     flushed.push_back(path);
@@ -51,7 +51,7 @@ class RecordingDisk final : public base::Disk {
 };
 
 /// For tests that do not look at the disk.
-inline base::Disk& AnyDisk() {
+inline core::base::Disk& AnyDisk() {
   static RecordingDisk disk;
   return disk;
 }

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "sound/DownloadView.h"
+#include "core/sound/DownloadView.h"
 
 namespace kestrin::support {
 
 /// Writes down what a download shows, in order. Percentages stand in the log only where they start or empty the label;
 /// all of them are in `percents`.
-class RecordingDownloadView final : public sound::DownloadView {
+class RecordingDownloadView final : public core::sound::DownloadView {
  public:
   std::vector<std::string> log;
   std::vector<std::optional<int>> percents;

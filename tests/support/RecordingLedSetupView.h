@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-#include "led/LedSetupView.h"
+#include "core/ledsetup/LedSetupView.h"
 
 namespace kestrin::support {
 
 /// An LED setup panel without a window: holds what its controls show, and writes down in order what they are told.
-class RecordingLedSetupView final : public led::LedSetupView {
+class RecordingLedSetupView final : public core::ledsetup::LedSetupView {
  public:
   struct LevelRow {
     bool visible = false;
-    led::Color color = 0;
+    core::led::Color color = 0;
     std::int16_t level = 0;
   };
 
@@ -26,11 +26,11 @@ class RecordingLedSetupView final : public led::LedSetupView {
   std::vector<std::string> types;
   std::optional<std::size_t> selectedType;
   /// By channel, from 1.
-  std::array<led::Color, 5> labelColors{-1, -1, -1, -1, -1};
+  std::array<core::led::Color, 5> labelColors{-1, -1, -1, -1, -1};
   std::int32_t overdriveMaximum = -1;
   std::int32_t overdrive = -1;
   std::string overdriveLabel;
-  std::map<led::TimeBox, std::string> times;
+  std::map<core::led::TimeBox, std::string> times;
   std::string repetitions;
   int pulsesShown = 0;
   bool picker = false;
@@ -38,9 +38,9 @@ class RecordingLedSetupView final : public led::LedSetupView {
   bool pickColorEnabled = false;
   bool fidelity = false;
   /// What the colour dialog answers, and what it was preset to.
-  std::optional<led::Color> pickedColor;
-  std::optional<led::Color> preset;
-  std::map<std::int32_t, led::Color> systemColors;
+  std::optional<core::led::Color> pickedColor;
+  std::optional<core::led::Color> preset;
+  std::map<std::int32_t, core::led::Color> systemColors;
   bool confirms = false;
   std::string question;
   std::string critical;
@@ -61,7 +61,7 @@ class RecordingLedSetupView final : public led::LedSetupView {
     selectedType = index;
     log.push_back("select " + std::to_string(index));
   }
-  void SetChannelLabelColor(int channel, led::Color color) override {
+  void SetChannelLabelColor(int channel, core::led::Color color) override {
     labelColors.at(static_cast<std::size_t>(channel)) = color;
   }
   void SetOverdriveMaximum(std::int32_t percent) override { overdriveMaximum = percent; }
@@ -73,11 +73,11 @@ class RecordingLedSetupView final : public led::LedSetupView {
   }
   [[nodiscard]] std::string OverdriveLabel() const override { return overdriveLabel; }
 
-  void SetTimeText(led::TimeBox box, const std::string& text) override {
+  void SetTimeText(core::led::TimeBox box, const std::string& text) override {
     times[box] = text;
     log.push_back("time " + text);
   }
-  [[nodiscard]] std::string TimeText(led::TimeBox box) const override {
+  [[nodiscard]] std::string TimeText(core::led::TimeBox box) const override {
     const auto text = times.find(box);
     return text == times.end() ? "" : text->second;
   }
@@ -94,18 +94,18 @@ class RecordingLedSetupView final : public led::LedSetupView {
   }
   [[nodiscard]] bool IsPickerShown() const override { return picker; }
   void ShowLevelRow(int channel, bool visible) override { Row(channel).visible = visible; }
-  void SetLevelLabelColor(int channel, led::Color color) override { Row(channel).color = color; }
+  void SetLevelLabelColor(int channel, core::led::Color color) override { Row(channel).color = color; }
   void SetLevel(int channel, std::int16_t level) override { Row(channel).level = level; }
   [[nodiscard]] std::int16_t Level(int channel) const override {
     return rows.at(static_cast<std::size_t>(channel)).level;
   }
   void EnablePickColor(bool enabled) override { pickColorEnabled = enabled; }
   [[nodiscard]] bool ColorFidelity() const override { return fidelity; }
-  [[nodiscard]] std::optional<led::Color> AskColor(led::Color colorBefore) override {
+  [[nodiscard]] std::optional<core::led::Color> AskColor(core::led::Color colorBefore) override {
     preset = colorBefore;
     return pickedColor;
   }
-  [[nodiscard]] led::Color GetSysColor(std::int32_t number) const override { return systemColors.at(number); }
+  [[nodiscard]] core::led::Color GetSysColor(std::int32_t number) const override { return systemColors.at(number); }
 
   [[nodiscard]] bool Confirm(const std::string& text, const std::string& what) override {
     question = text;
@@ -130,13 +130,13 @@ class RecordingLedSetupView final : public led::LedSetupView {
 
   /// The levels of the sliders, hidden ones too.
   [[nodiscard]] std::vector<int> Levels() const { return {rows[1].level, rows[2].level, rows[3].level, rows[4].level}; }
-  [[nodiscard]] std::vector<led::Color> Labels() const {
+  [[nodiscard]] std::vector<core::led::Color> Labels() const {
     return {labelColors[1], labelColors[2], labelColors[3], labelColors[4]};
   }
   /// The texts of the four idle boxes, then the two of the flash.
   [[nodiscard]] std::vector<std::string> Times() const {
     std::vector<std::string> texts;
-    for (const led::TimeBox box : led::kTimeBoxes) texts.push_back(times.at(box));
+    for (const core::led::TimeBox box : core::led::kTimeBoxes) texts.push_back(times.at(box));
     return texts;
   }
 

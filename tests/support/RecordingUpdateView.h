@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "update/UpdateView.h"
+#include "core/update/UpdateView.h"
 
 namespace kestrin::support {
 
 /// Writes down what an update shows, in order. The dialog closes by itself when the update has ended.
-class RecordingUpdateView final : public update::UpdateView {
+class RecordingUpdateView final : public core::update::UpdateView {
  public:
   std::vector<std::string> log;
   std::string step;

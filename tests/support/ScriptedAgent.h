@@ -11,35 +11,36 @@
 #include <string>
 #include <vector>
 
-#include "device/THIDagent.h"
+#include "core/device/THIDagent.h"
 
 namespace kestrin::support {
 
 /// A HID stack that follows a script: interfaces that the test opens, answers that it queued, reports captured whole. A
 /// read without a queued answer, or with the answer "none", fails as a time-out would.
-class ScriptedAgent : public device::THIDagent {
+class ScriptedAgent : public core::device::THIDagent {
  public:
   struct Variable {
-    device::ReportType type = device::ReportType::Input;
+    core::device::ReportType type = core::device::ReportType::Input;
     std::int32_t usage = 0;
     std::int32_t usagePage = 0;
     std::int32_t report = 0;
-    device::VariableAttributes attributes{};
+    core::device::VariableAttributes attributes{};
   };
   struct Interface {
     std::int32_t handle = 0;
-    std::int32_t vendorId = device::kBoardVendorId;
-    std::int32_t productId = device::kBoardProductId;
+    std::int32_t vendorId = core::device::kBoardVendorId;
+    std::int32_t productId = core::device::kBoardProductId;
     std::vector<Variable> variables;
   };
   using Answer = std::array<std::uint8_t, 2>;
 
   /// An interface as a Kestrin board has it: report 0 is the command, report 1 the response.
   static Interface BoardInterface(std::int32_t handle) {
-    return {handle,
-            device::kBoardVendorId,
-            device::kBoardProductId,
-            {{device::ReportType::Output, 1, 0xFF00, 0, {}}, {device::ReportType::Input, 2, 0xFF00, 1, {}}}};
+    return {
+        handle,
+        core::device::kBoardVendorId,
+        core::device::kBoardProductId,
+        {{core::device::ReportType::Output, 1, 0xFF00, 0, {}}, {core::device::ReportType::Input, 2, 0xFF00, 1, {}}}};
   }
 
   // --- The script ---
@@ -72,10 +73,10 @@ class ScriptedAgent : public device::THIDagent {
   bool started = false;
   bool stopped = false;
   int refreshes = 0;
-  device::HidMatch match;
+  core::device::HidMatch match;
   std::vector<std::string> variableNames;
   std::vector<std::int32_t> variableOptions;
-  device::HidAgentEvents* events = nullptr;
+  core::device::HidAgentEvents* events = nullptr;
 
   void Answers(std::initializer_list<Answer> list) {
     for (const Answer& answer : list) answers.emplace_back(answer);
@@ -97,10 +98,10 @@ class ScriptedAgent : public device::THIDagent {
 
   // --- The port ---
 
-  void SetEvents(device::HidAgentEvents* receiver) override { events = receiver; }
+  void SetEvents(core::device::HidAgentEvents* receiver) override { events = receiver; }
   void Start() override { started = true; }
   void Stop() override { stopped = true; }
-  void SetMatch(const device::HidMatch& wanted) override { match = wanted; }
+  void SetMatch(const core::device::HidMatch& wanted) override { match = wanted; }
   bool SearchAndOpen() override {
     ++searches;
     for (const Interface& interface : std::exchange(toOpen, {})) Open(interface);
@@ -112,15 +113,15 @@ class ScriptedAgent : public device::THIDagent {
     return static_cast<std::int32_t>(interfaces.size());
   }
   void SelectInterface(std::int32_t number) override {
-    if (number < 0 || number >= NumberOfInterfaces()) throw device::AgentError("no such interface");
+    if (number < 0 || number >= NumberOfInterfaces()) throw core::device::AgentError("no such interface");
     m_interface = number;
   }
   [[nodiscard]] std::int32_t VendorId() const override { return Current().vendorId; }
   [[nodiscard]] std::int32_t ProductId() const override { return Current().productId; }
   [[nodiscard]] std::int32_t InterfaceHandle() const override { return Current().handle; }
-  [[nodiscard]] std::int32_t FindVariable(device::ReportType type, std::int32_t usage,
+  [[nodiscard]] std::int32_t FindVariable(core::device::ReportType type, std::int32_t usage,
                                           std::int32_t usagePage) const override {
-    if (throwWhileBinding) throw device::AgentError("the device does not answer");
+    if (throwWhileBinding) throw core::device::AgentError("the device does not answer");
     const auto& variables = Current().variables;
     const auto found = std::find_if(variables.begin(), variables.end(), [&](const Variable& variable) {
       return variable.type == type && variable.usage == usage && variable.usagePage == usagePage;
@@ -129,12 +130,12 @@ class ScriptedAgent : public device::THIDagent {
   }
   void SelectVariable(std::int32_t number) override {
     if (number < 0 || number >= static_cast<std::int32_t>(Current().variables.size()))
-      throw device::AgentError("no such variable");
+      throw core::device::AgentError("no such variable");
     m_variable = number;
   }
   [[nodiscard]] std::int32_t VariableReportNumber() const override { return CurrentVariable().report; }
-  [[nodiscard]] device::VariableAttributes Attributes() const override {
-    if (throwOnAttributes) throw device::AgentError("the device does not answer");
+  [[nodiscard]] core::device::VariableAttributes Attributes() const override {
+    if (throwOnAttributes) throw core::device::AgentError("the device does not answer");
     return CurrentVariable().attributes;
   }
   void SetVariableName(const std::string& name) override { variableNames.push_back(name); }
@@ -147,11 +148,11 @@ class ScriptedAgent : public device::THIDagent {
   std::int32_t unScaledValue = 0;
 
   void SetElements(std::span<const std::uint8_t> values) override {
-    EXPECT_EQ(CurrentVariable().type, device::ReportType::Output);
+    EXPECT_EQ(CurrentVariable().type, core::device::ReportType::Output);
     m_output.assign(values.begin(), values.end());
   }
   void GetElements(std::span<std::uint8_t> values) const override {
-    EXPECT_EQ(CurrentVariable().type, device::ReportType::Input);
+    EXPECT_EQ(CurrentVariable().type, core::device::ReportType::Input);
     std::copy_n(heldInput.begin(), std::min(values.size(), heldInput.size()), values.begin());
   }
   /// What the control holds of the last input report.
@@ -180,13 +181,13 @@ class ScriptedAgent : public device::THIDagent {
 
  private:
   [[nodiscard]] const Interface& Current() const {
-    if (m_interface < 0 || m_interface >= NumberOfInterfaces()) throw device::AgentError("no current interface");
+    if (m_interface < 0 || m_interface >= NumberOfInterfaces()) throw core::device::AgentError("no current interface");
     return interfaces[static_cast<std::size_t>(m_interface)];
   }
   [[nodiscard]] const Variable& CurrentVariable() const {
     const auto& variables = Current().variables;
     if (m_variable < 0 || m_variable >= static_cast<std::int32_t>(variables.size()))
-      throw device::AgentError("no current variable");
+      throw core::device::AgentError("no current variable");
     return variables[static_cast<std::size_t>(m_variable)];
   }
 

@@ -12,13 +12,13 @@
 #include <utility>
 #include <vector>
 
-#include "update/TransferControl.h"
+#include "core/update/TransferControl.h"
 
 namespace kestrin::support {
 
 /// A transfer control whose answers the test chooses. It fails the test when it is used in a way that the port does not
 /// permit, or asked for something that the test did not set up.
-class ScriptedTransfer final : public update::TransferControl {
+class ScriptedTransfer final : public core::update::TransferControl {
  public:
   struct Request {
     std::string url;

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "sound/SoundSet.h"
+#include "core/sound/SoundSet.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::support {
@@ -20,19 +20,19 @@ class SoundSetFixture : public ::testing::Test {
   }
 
   /// Adds `count` sounds to a slot, named like "motion 1.lsu", of 100 samples and more.
-  void Fill(sound::SlotKind kind, int count) {
+  void Fill(core::sound::SlotKind kind, int count) {
     for (int number = 1; number <= count; ++number) {
-      const std::string name = std::string(sound::SlotOf(kind).name) + " " + std::to_string(number) + ".lsu";
+      const std::string name = std::string(core::sound::SlotOf(kind).name) + " " + std::to_string(number) + ".lsu";
       const auto samples = static_cast<std::size_t>(100 + number);
       ASSERT_EQ(set.Add(kind, Sound(name, samples, static_cast<std::int16_t>(1000 * number))), "");
     }
   }
 
   /// The sounds of a slot with their volumes, like "a.lsu@100 b.lsu@80".
-  std::string Names(sound::SlotKind kind) {
+  std::string Names(core::sound::SlotKind kind) {
     std::string names;
     for (int position = 1; position <= set.Count(kind); ++position) {
-      const sound::LSU_SoundFile& file = set.At({kind, position});
+      const core::sound::LSU_SoundFile& file = set.At({kind, position});
       names +=
           (names.empty() ? "" : " ") + file.FileNameAndPath().filename().string() + "@" + std::to_string(file.Volume());
     }
@@ -40,8 +40,8 @@ class SoundSetFixture : public ::testing::Test {
   }
 
   TemporaryFolder folder;
-  sound::LSU_Configuration configuration;
-  sound::SoundSet set{configuration};
+  core::sound::LSU_Configuration configuration;
+  core::sound::SoundSet set{configuration};
 };
 
 }  // namespace kestrin::support

@@ -21,22 +21,22 @@ class StackAgentFixture : public testing::Test {
 
   static constexpr std::int32_t kPage = 0xFF00;
 
-  void Create(base::EventPump pump = {}, const std::string& onlyPath = "") {
-    agent = std::make_unique<hid::StackAgent>(
+  void Create(core::base::EventPump pump = {}, const std::string& onlyPath = "") {
+    agent = std::make_unique<platform::hid::StackAgent>(
         std::make_unique<FakeHidStack>(bus), [this] { return std::make_unique<FakeDeviceMonitor>(bus); }, bus.clock,
         std::move(pump), onlyPath);
     agent->SetEvents(&events);
     agent->Start();
-    device::HidMatch match;
-    match.VID_To_Match = device::kBoardVendorId;
-    match.PID_To_Match = device::kBoardProductId;
+    core::device::HidMatch match;
+    match.VID_To_Match = core::device::kBoardVendorId;
+    match.PID_To_Match = core::device::kBoardProductId;
     match.SearchOnVID = true;
     match.SearchOnPID = true;
     agent->SetMatch(match);
   }
 
   /// A plugged and opened board, its answer variable and report selected.
-  FakeHidDevice& OpenBoard(Bytes descriptor = BoardDescriptor(), base::EventPump pump = {}) {
+  FakeHidDevice& OpenBoard(Bytes descriptor = BoardDescriptor(), core::base::EventPump pump = {}) {
     FakeHidDevice& board = bus.Plug("/dev/hidraw0", std::move(descriptor));
     Create(std::move(pump));
     EXPECT_TRUE(agent->SearchAndOpen());
@@ -45,9 +45,9 @@ class StackAgentFixture : public testing::Test {
     events.lines.clear();
     return board;
   }
-  void SelectAnswer() { Select(device::ReportType::Input, 2); }
-  void SelectCommand() { Select(device::ReportType::Output, 1); }
-  void Select(device::ReportType type, std::int32_t usage) {
+  void SelectAnswer() { Select(core::device::ReportType::Input, 2); }
+  void SelectCommand() { Select(core::device::ReportType::Output, 1); }
+  void Select(core::device::ReportType type, std::int32_t usage) {
     agent->SelectVariable(agent->FindVariable(type, usage, kPage));
     agent->SetCurrentRptNum(agent->VariableReportNumber());
   }
@@ -59,7 +59,7 @@ class StackAgentFixture : public testing::Test {
 
   FakeHidBus bus;
   RecordedAgentEvents events;
-  std::unique_ptr<hid::StackAgent> agent;
+  std::unique_ptr<platform::hid::StackAgent> agent;
 };
 
 }  // namespace kestrin::support

@@ -15,7 +15,7 @@ class AccelRestoreCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     AccelerometerBoard board(context);
-    motion::AccelerometerSetup& setup = board.SetupToChange();
+    core::motion::AccelerometerSetup& setup = board.SetupToChange();
     if (!setup.Kept())
       throw CommandFailure(
           ExitCode::Failed,

@@ -4,15 +4,15 @@
 #include "cli/AccelerometerBoard.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
-#include "motion/DetectionParameter.h"
+#include "core/motion/DetectionParameter.h"
 
 namespace kestrin::cli {
 
 namespace {
 
 /// Its place in kDetectionParameters: the last.
-constexpr std::size_t kFlashPeriod = motion::kDetectionParameters.size() - 1;
-static_assert(motion::kDetectionParameters[kFlashPeriod].field == &device::AccParam::FOCTime);
+constexpr std::size_t kFlashPeriod = core::motion::kDetectionParameters.size() - 1;
+static_assert(core::motion::kDetectionParameters[kFlashPeriod].field == &core::device::AccParam::FOCTime);
 
 class AccelSetCommand final : public Command {
  public:
@@ -23,7 +23,7 @@ class AccelSetCommand final : public Command {
 
   void Declare(Syntax& syntax) override {
     for (std::size_t i = 0; i < m_values.size(); ++i) {
-      const motion::DetectionParameter& parameter = motion::kDetectionParameters[i];
+      const core::motion::DetectionParameter& parameter = core::motion::kDetectionParameters[i];
       syntax.Number("--" + std::string(parameter.name) + (i == kFlashPeriod ? " MS" : " N"), m_values[i],
                     parameter.minimum, parameter.maximum,
                     std::string(parameter.caption) + ", " + std::string(parameter.group));
@@ -31,9 +31,9 @@ class AccelSetCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    std::map<const motion::DetectionParameter*, std::int32_t> values;
+    std::map<const core::motion::DetectionParameter*, std::int32_t> values;
     for (std::size_t i = 0; i < m_values.size(); ++i)
-      if (m_values[i]) values[&motion::kDetectionParameters[i]] = *m_values[i];
+      if (m_values[i]) values[&core::motion::kDetectionParameters[i]] = *m_values[i];
     if (values.empty())
       throw CommandFailure(ExitCode::WrongUsage, "Name at least one parameter to set, for example --MotionTh 180.");
     AccelerometerBoard board(context);
@@ -43,7 +43,7 @@ class AccelSetCommand final : public Command {
 
  private:
   /// By the parameters' places in kDetectionParameters.
-  std::array<std::optional<std::int32_t>, motion::kDetectionParameters.size()> m_values;
+  std::array<std::optional<std::int32_t>, core::motion::kDetectionParameters.size()> m_values;
 };
 
 }  // namespace

@@ -3,12 +3,12 @@
 #include <filesystem>
 #include <system_error>
 
-#include "base/PathText.h"
 #include "cli/CodedSound.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/ConfigurationLoader.h"
-#include "sound/ConfigurationFile.h"
+#include "core/base/PathText.h"
+#include "core/sound/ConfigurationFile.h"
 
 namespace kestrin::cli {
 
@@ -27,13 +27,13 @@ SoundArgument ParseSound(const std::string& text) {
   const bool endsInNumber =
       colon != text.npos && colon + 1 < text.size() && text.find_first_not_of("0123456789", colon + 1) == text.npos;
   std::error_code error;
-  if (!endsInNumber || fs::exists(base::PathOf(text), error)) return {base::PathOf(text), std::nullopt};
+  if (!endsInNumber || fs::exists(core::base::PathOf(text), error)) return {core::base::PathOf(text), std::nullopt};
   std::int32_t volume = 0;
   const auto [end, problem] = std::from_chars(text.data() + colon + 1, text.data() + text.size(), volume);
   if (problem != std::errc{} || volume > kLargestVolume)
     throw CommandFailure(ExitCode::WrongUsage,
                          text + ": the volume is at most " + std::to_string(kLargestVolume) + " %");
-  return {base::PathOf(text.substr(0, colon)), static_cast<std::int16_t>(volume)};
+  return {core::base::PathOf(text.substr(0, colon)), static_cast<std::int16_t>(volume)};
 }
 
 /// The path from the root, so that the set loads from anywhere; as short as that is without becoming another file's.
@@ -52,12 +52,12 @@ class ConfigMakeCommand final : public Command {
 
   void Declare(Syntax& syntax) override {
     syntax.Text("OUT", m_output, "The configuration file (.lscfg)", Syntax::Need::Required);
-    for (std::size_t i = 0; i < sound::kSlots.size(); ++i) {
-      const sound::Slot& slot = sound::kSlots[i];
+    for (std::size_t i = 0; i < core::sound::kSlots.size(); ++i) {
+      const core::sound::Slot& slot = core::sound::kSlots[i];
       const std::string name = "--" + std::string(slot.name) + " F";
       const std::string help = std::string(slot.title) + " sound: PATH or PATH:VOLUME";
       if (slot.isList)
-        syntax.Texts(name, m_sounds[i], help + "; up to " + std::to_string(sound::kListCapacity) + " times",
+        syntax.Texts(name, m_sounds[i], help + "; up to " + std::to_string(core::sound::kListCapacity) + " times",
                      Syntax::Need::Optional);
       else
         syntax.Text(name, m_singles[i], help, Syntax::Need::Optional);
@@ -65,32 +65,33 @@ class ConfigMakeCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    sound::LSU_Configuration configuration;
-    for (std::size_t i = 0; i < sound::kSlots.size(); ++i) {
-      const sound::Slot& slot = sound::kSlots[i];
+    core::sound::LSU_Configuration configuration;
+    for (std::size_t i = 0; i < core::sound::kSlots.size(); ++i) {
+      const core::sound::Slot& slot = core::sound::kSlots[i];
       if (!m_singles[i].empty()) Add(configuration, slot, m_singles[i], context.interrupt.Pump());
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text, context.interrupt.Pump());
     }
     RequireOutputOfItsOwn(configuration);
-    const std::string problem = sound::ConfigurationFile::Save(configuration, base::PathOf(m_output), context.disk);
+    const std::string problem =
+        core::sound::ConfigurationFile::Save(configuration, core::base::PathOf(m_output), context.disk);
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     return ReportOf(configuration, {});
   }
 
  private:
   /// A configuration under the name of one of its sounds would be the end of that sound.
-  void RequireOutputOfItsOwn(sound::LSU_Configuration& configuration) const {
-    for (const sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
+  void RequireOutputOfItsOwn(core::sound::LSU_Configuration& configuration) const {
+    for (const core::sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
       std::error_code error;
-      if (fs::equivalent(base::PathOf(m_output), entry.file->FileNameAndPath(), error))
+      if (fs::equivalent(core::base::PathOf(m_output), entry.file->FileNameAndPath(), error))
         throw CommandFailure(ExitCode::WrongUsage,
                              m_output + " is one of the sounds. Choose another name for the configuration file.");
     }
   }
 
-  static void Add(sound::LSU_Configuration& configuration, const sound::Slot& slot, const std::string& text,
-                  const base::EventPump& pump) {
-    if (slot.isList && configuration.Count(slot.kind) == sound::kListCapacity)
+  static void Add(core::sound::LSU_Configuration& configuration, const core::sound::Slot& slot, const std::string& text,
+                  const core::base::EventPump& pump) {
+    if (slot.isList && configuration.Count(slot.kind) == core::sound::kListCapacity)
       throw CommandFailure(ExitCode::Failed, "Maximum number of " + std::string(slot.title) + " files reached");
     const SoundArgument argument = ParseSound(text);
     const fs::path path = FromRoot(argument.path);
@@ -102,8 +103,8 @@ class ConfigMakeCommand final : public Command {
 
   std::string m_output;
   /// By the slots' places in kSlots: the one sound of single slots, the sounds of lists.
-  std::array<std::string, sound::kSlots.size()> m_singles;
-  std::array<std::vector<std::string>, sound::kSlots.size()> m_sounds;
+  std::array<std::string, core::sound::kSlots.size()> m_singles;
+  std::array<std::vector<std::string>, core::sound::kSlots.size()> m_sounds;
 };
 
 }  // namespace

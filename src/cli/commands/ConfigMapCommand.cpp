@@ -1,10 +1,10 @@
 #include <span>
 
-#include "base/Bytes.h"
-#include "base/PathText.h"
 #include "cli/Commands.h"
 #include "cli/ConfigurationLoader.h"
 #include "cli/TextTable.h"
+#include "core/base/Bytes.h"
+#include "core/base/PathText.h"
 
 namespace kestrin::cli {
 
@@ -31,7 +31,7 @@ class ConfigMapCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     using Align = TextTable::Align;
-    sound::LSU_Configuration configuration;
+    core::sound::LSU_Configuration configuration;
     Report report;
     LoadMemoryMap(m_file, configuration, context.interrupt.Pump());
 
@@ -42,10 +42,10 @@ class ConfigMapCommand final : public Command {
                      {"length", Align::Right},
                      {"checksum", Align::Right},
                      {"file"}});
-    for (const sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
-      const sound::Slot& slot = sound::SlotOf(entry.kind);
-      const sound::LSU_SoundFile& file = *entry.file;
-      const std::string path = base::TextOf(file.FileNameAndPath());
+    for (const core::sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
+      const core::sound::Slot& slot = core::sound::SlotOf(entry.kind);
+      const core::sound::LSU_SoundFile& file = *entry.file;
+      const std::string path = core::base::TextOf(file.FileNameAndPath());
       files.push_back({{"slot", slot.name},
                        {"position", entry.position},
                        {"path", path},
@@ -56,13 +56,14 @@ class ConfigMapCommand final : public Command {
                  std::to_string(file.NrOfBytes()), std::to_string(file.GetFileCRC()), path});
     }
     const std::vector<std::uint8_t> table = configuration.GetFileTable();
-    const std::uint16_t checksum = base::GetBig16(std::span(table).last<2>());
+    const std::uint16_t checksum = core::base::GetBig16(std::span(table).last<2>());
     const std::string bytes = Hexadecimal(table);
     report.document = {
         {"files", files},
-        {"table", {{"address", sound::LSU_Configuration::Nr_Base}, {"bytes", bytes}, {"checksum", checksum}}}};
-    report.text = lines.Text() + "\nTable at address " + std::to_string(sound::LSU_Configuration::Nr_Base) + ", " +
-                  std::to_string(table.size()) + " bytes, checksum " + std::to_string(checksum) + ":\n" + bytes + "\n";
+        {"table", {{"address", core::sound::LSU_Configuration::Nr_Base}, {"bytes", bytes}, {"checksum", checksum}}}};
+    report.text = lines.Text() + "\nTable at address " + std::to_string(core::sound::LSU_Configuration::Nr_Base) +
+                  ", " + std::to_string(table.size()) + " bytes, checksum " + std::to_string(checksum) + ":\n" + bytes +
+                  "\n";
     return report;
   }
 

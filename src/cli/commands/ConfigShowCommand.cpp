@@ -15,7 +15,7 @@ class ConfigShowCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    sound::LSU_Configuration configuration;
+    core::sound::LSU_Configuration configuration;
     const LoadedFiles loaded = LoadConfiguration(m_file, configuration, context.interrupt.Pump());
     return ReportOf(configuration, loaded);
   }

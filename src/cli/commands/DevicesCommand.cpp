@@ -6,7 +6,7 @@ namespace kestrin::cli {
 
 namespace {
 
-const char* AccessOf(const hid::BoardListing& board) {
+const char* AccessOf(const platform::hid::BoardListing& board) {
   if (board.inUse) return "in use";
   return board.accessible ? "yes" : "no";
 }
@@ -20,8 +20,8 @@ class DevicesCommand final : public Command {
     Document devices = Document::array();
     TextTable table({{"path"}, {"manufacturer"}, {"product"}, {"USB serial"}, {"access"}});
     std::string advice;
-    const auto boards = hid::ListBoards();
-    for (const hid::BoardListing& board : boards) {
+    const auto boards = platform::hid::ListBoards();
+    for (const platform::hid::BoardListing& board : boards) {
       devices.push_back({{"path", board.path},
                          {"manufacturer", board.manufacturer},
                          {"product", board.product},

@@ -5,34 +5,34 @@
 #include "cli/ConsoleDownloadView.h"
 #include "cli/KeptParametersPlace.h"
 #include "cli/OnlineBoard.h"
-#include "device/BoardIdentity.h"
-#include "sound/Download.h"
+#include "core/device/BoardIdentity.h"
+#include "core/sound/Download.h"
 
 namespace kestrin::cli {
 
 namespace {
 
-std::string_view NameOf(sound::DownloadOutcome outcome) {
+std::string_view NameOf(core::sound::DownloadOutcome outcome) {
   switch (outcome) {
-    case sound::DownloadOutcome::Success:
+    case core::sound::DownloadOutcome::Success:
       return "success";
-    case sound::DownloadOutcome::Incomplete:
+    case core::sound::DownloadOutcome::Incomplete:
       return "incomplete";
-    case sound::DownloadOutcome::TooLarge:
+    case core::sound::DownloadOutcome::TooLarge:
       return "too-large";
-    case sound::DownloadOutcome::ConnectionLost:
+    case core::sound::DownloadOutcome::ConnectionLost:
       return "connection-lost";
-    case sound::DownloadOutcome::MemoryCheckError:
+    case core::sound::DownloadOutcome::MemoryCheckError:
       return "memory-check-error";
-    case sound::DownloadOutcome::Cancelled:
+    case core::sound::DownloadOutcome::Cancelled:
       return "cancelled";
   }
   return "";
 }
 
-ExitCode CodeOf(sound::DownloadOutcome outcome) {
-  if (outcome == sound::DownloadOutcome::Success) return ExitCode::Done;
-  return outcome == sound::DownloadOutcome::Cancelled ? ExitCode::Interrupted : ExitCode::Failed;
+ExitCode CodeOf(core::sound::DownloadOutcome outcome) {
+  if (outcome == core::sound::DownloadOutcome::Success) return ExitCode::Done;
+  return outcome == core::sound::DownloadOutcome::Cancelled ? ExitCode::Interrupted : ExitCode::Failed;
 }
 
 class DownloadCommand final : public Command {
@@ -45,30 +45,30 @@ class DownloadCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    sound::LSU_Configuration configuration;
+    core::sound::LSU_Configuration configuration;
     const LoadedFiles loaded = LoadConfiguration(m_file, configuration, context.interrupt.Pump());
     // A set that lost some of its sounds is not the set that was asked for. What is missing altogether has its own
     // message.
     if (!loaded.failed.empty() && configuration.CheckIntegrity() == 0) return Refused(loaded.message);
-    motion::KeptParametersFolder kept = OpenKeptParameters(context.disk);
+    core::motion::KeptParametersFolder kept = OpenKeptParameters(context.disk);
     OnlineBoard online(context);
     // One that said nothing has its own ending.
     if (online.Session().KnowsId()) online.RequireSoundBoard();
-    const device::DeviceSession& session = online.Session();
+    const core::device::DeviceSession& session = online.Session();
     configuration.SetMaxNrOfSamples(session.MemoryCapacity());
 
-    base::SystemClock clock;
+    core::base::SystemClock clock;
     ProgressLine progress(context.options, clock);
     ConsoleDownloadView view(progress);
-    sound::Download download(configuration, view, kept, clock, context.interrupt.Pump());
+    core::sound::Download download(configuration, view, kept, clock, context.interrupt.Pump());
     const InterruptAction cancel(context.interrupt, [&] {
       progress.Phase("Stopping ...");
       download.Cancel();
     });
-    const base::Clock::Duration start = clock.Now();
+    const core::base::Clock::Duration start = clock.Now();
     const bool identified = online.EnsureIdentified();
-    const sound::DownloadOutcome outcome = download.Send(
-        {online.Board(), session.SerialNumber(), device::FlashSize(session.MemoryCapacity()), identified});
+    const core::sound::DownloadOutcome outcome = download.Send(
+        {online.Board(), session.SerialNumber(), core::device::FlashSize(session.MemoryCapacity()), identified});
     const std::chrono::duration<double> time = clock.Now() - start;
     progress.End();
 
@@ -79,7 +79,7 @@ class DownloadCommand final : public Command {
                        {"seconds", time.count()},
                        {"bytes", download.BytesWritten()}};
     const std::string ending = download.Information() + (view.BoardHolds().empty() ? "" : "\n" + view.BoardHolds());
-    if (outcome == sound::DownloadOutcome::Success)
+    if (outcome == core::sound::DownloadOutcome::Success)
       report.text = ending + "\n";
     else
       report.message = (loaded.message.empty() ? "" : loaded.message + "\n") + ending;
@@ -91,8 +91,10 @@ class DownloadCommand final : public Command {
   static Report Refused(const std::string& why) {
     Report report;
     report.code = ExitCode::Failed;
-    report.document = {
-        {"outcome", NameOf(sound::DownloadOutcome::Incomplete)}, {"information", why}, {"seconds", 0.0}, {"bytes", 0}};
+    report.document = {{"outcome", NameOf(core::sound::DownloadOutcome::Incomplete)},
+                       {"information", why},
+                       {"seconds", 0.0},
+                       {"bytes", 0}};
     report.message = why;
     return report;
   }

@@ -1,12 +1,12 @@
 #include <iostream>
 #include <system_error>
 
-#include "base/Clock.h"
-#include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
+#include "core/base/Clock.h"
+#include "core/base/PathText.h"
+#include "core/update/PlainName.h"
 #include "platform/net/FontServer.h"
-#include "update/PlainName.h"
 
 namespace kestrin::cli {
 
@@ -28,16 +28,16 @@ class FontsServeCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    const std::filesystem::path folder = base::PathOf(m_folder);
+    const std::filesystem::path folder = core::base::PathOf(m_folder);
     if (std::error_code ignored; !std::filesystem::is_directory(folder, ignored))
       throw CommandFailure(ExitCode::Failed, m_folder + " is no folder. Name one that holds a folder for each font.");
     const bool quiet = context.options.quiet || context.options.json;
-    const net::FontCollection fonts(folder);
-    const base::SystemClock clock;
+    const core::update::FontCollection fonts(folder);
+    const core::base::SystemClock clock;
     const auto note = [quiet](const std::string& text) {
       if (!quiet) std::cout << text << std::endl;
     };
-    net::FontServer server(net::FontAnswers(fonts), note, clock);
+    platform::net::FontServer server(core::update::FontAnswers(fonts), note, clock);
     std::string problem = server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
     if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
     // Whoever started it waits for this line.
@@ -50,10 +50,11 @@ class FontsServeCommand final : public Command {
   }
 
  private:
-  static void Introduce(const net::FontCollection& fonts, bool quiet) {
-    for (const net::FontCollection::Font& font : fonts.Fonts())
+  static void Introduce(const core::update::FontCollection& fonts, bool quiet) {
+    for (const core::update::FontCollection::Font& font : fonts.Fonts())
       if (!font.problem.empty())
-        std::cerr << "kestrinctl: left out: " << update::ShownName(font.name) << ": " << font.problem << std::endl;
+        std::cerr << "kestrinctl: left out: " << core::update::ShownName(font.name) << ": " << font.problem
+                  << std::endl;
       else if (!quiet)
         std::cout << "On offer: " << font.name << std::endl;
   }

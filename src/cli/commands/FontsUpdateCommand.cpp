@@ -1,20 +1,20 @@
 #include <cstdlib>
 
-#include "base/Clock.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/ConsoleUpdateView.h"
 #include "cli/FontsFolder.h"
 #include "cli/OnlineBoard.h"
+#include "core/base/Clock.h"
+#include "core/update/UpdateManager.h"
+#include "core/update/UpdateServer.h"
 #include "platform/net/CurlTransfer.h"
-#include "update/UpdateManager.h"
-#include "update/UpdateServer.h"
 
 namespace kestrin::cli {
 
 namespace {
 
-using Outcome = update::UpdateManager::Outcome;
+using Outcome = core::update::UpdateManager::Outcome;
 
 std::string_view NameOf(Outcome outcome) {
   switch (outcome) {
@@ -45,8 +45,9 @@ class FontsUpdateCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    const std::string server = update::UpdateServer::Choose(m_server, std::getenv(update::UpdateServer::kEnvironment));
-    if (!update::UpdateServer::IsValid(server))
+    const std::string server =
+        core::update::UpdateServer::Choose(m_server, std::getenv(core::update::UpdateServer::kEnvironment));
+    if (!core::update::UpdateServer::IsValid(server))
       throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
     const OnlineBoard online(context);
     online.RequireSoundBoard();
@@ -55,12 +56,12 @@ class FontsUpdateCommand final : public Command {
                            "The board did not tell its serial number, which the server wants to know. Plug it out and "
                            "in and try again.");
 
-    base::SystemClock clock;
+    core::base::SystemClock clock;
     ProgressLine progress(context.options, clock);
     ConsoleUpdateView view(progress);
-    const base::EventPump pump = context.interrupt.Pump();
-    net::CurlTransfer transfer(pump);
-    update::UpdateManager manager(server, FontsFolder(context.options), context.disk, pump);
+    const core::base::EventPump pump = context.interrupt.Pump();
+    platform::net::CurlTransfer transfer(pump);
+    core::update::UpdateManager manager(server, FontsFolder(context.options), context.disk, pump);
     manager.Initialize(view, transfer);
     manager.deviceSerial(online.Session().SerialNumber());
     {
@@ -72,7 +73,7 @@ class FontsUpdateCommand final : public Command {
   }
 
  private:
-  static Report ReportOn(const update::UpdateManager& manager) {
+  static Report ReportOn(const core::update::UpdateManager& manager) {
     const bool stopped = manager.outcome() == Outcome::Cancelled;
     const std::string message =
         stopped ? "Stopped. What was fetched is kept, the next update goes on from there." : manager.message();

@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/OnlineBoard.h"
 #include "cli/TextTable.h"
-#include "device/BoardIdentity.h"
+#include "core/device/BoardIdentity.h"
 
 namespace kestrin::cli {
 
@@ -15,8 +15,8 @@ class InfoCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     const OnlineBoard online(context);
     online.RequireIdentity();
-    const device::DeviceSession& session = online.Session();
-    const std::string model(device::Identify(session.Id()).model);
+    const core::device::DeviceSession& session = online.Session();
+    const std::string model(core::device::Identify(session.Id()).model);
     const int type = static_cast<int>(session.DeviceType());
 
     Report report;

@@ -1,9 +1,9 @@
-#include "base/Text.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/LedBoard.h"
 #include "cli/LedTypes.h"
 #include "cli/ProgramFolder.h"
+#include "core/base/Text.h"
 
 namespace kestrin::cli {
 
@@ -25,7 +25,7 @@ class LedConfigCommand final : public Command {
     m_type.Require();
     if (!m_yes) {
       std::string warning;
-      for (const std::string_view line : base::Split(led::LedSetup::kWarning, "\r\n"))
+      for (const std::string_view line : core::base::Split(core::ledsetup::LedSetup::kWarning, "\r\n"))
         warning.append(line).append("\n");
       throw CommandFailure(ExitCode::WrongUsage,
                            warning + "Nothing was sent. Repeat the command with --yes if you are.");
@@ -34,7 +34,7 @@ class LedConfigCommand final : public Command {
     const std::string note = m_type.Apply(board.Setup(), ProgramFolder(context.options));
     board.Setup().UpdateLED();
     board.RequireConfirmed("the LED type");
-    if (board.Setup().LastFailure() != led::LedSetup::Failure::None)
+    if (board.Setup().LastFailure() != core::ledsetup::LedSetup::Failure::None)
       throw CommandFailure(ExitCode::Failed,
                            "The board has taken the LED type, but then it did not tell what it holds.",
                            board.Setup().Problem());

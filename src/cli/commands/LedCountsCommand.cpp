@@ -17,7 +17,7 @@ class LedCountsCommand final : public Command {
 
   void Declare(Syntax& syntax) override {
     m_type.Declare(syntax);
-    syntax.Numbers("--level N", m_levels, 0, 255, led::LED_Driver::kChannels,
+    syntax.Numbers("--level N", m_levels, 0, 255, core::led::LED_Driver::kChannels,
                    "Levels of the channels, from the first on");
   }
 
@@ -25,7 +25,7 @@ class LedCountsCommand final : public Command {
     m_type.Require();
     const std::filesystem::path folder = ProgramFolder(context.options);
     ConsoleLedSetupView view;
-    led::LedSetup setup(
+    core::ledsetup::LedSetup setup(
         folder, [] { return nullptr; }, view);
     const std::string note = m_type.Apply(setup, folder);
     Report report = ReportOfCounts(setup.CurrentDriver(), m_levels);

@@ -14,7 +14,7 @@ class LedPreviewCommand final : public Command {
   }
 
   void Declare(Syntax& syntax) override {
-    syntax.Numbers("--level N", m_levels, 0, 255, led::LED_Driver::kChannels,
+    syntax.Numbers("--level N", m_levels, 0, 255, core::led::LED_Driver::kChannels,
                    "Levels of the channels, from the first on; the others go dark");
   }
 

@@ -1,8 +1,8 @@
-#include "base/PathText.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/LedBoard.h"
 #include "cli/LedReports.h"
+#include "core/base/PathText.h"
 
 namespace kestrin::cli {
 
@@ -26,13 +26,13 @@ class LedSendCommand final : public Command {
       throw CommandFailure(ExitCode::WrongUsage, "\"" + m_pulse + "\" is no pulse. There are idle and foc.");
     LedBoard board(context);
     board.Read();
-    led::LedSetup& setup = board.Setup();
-    static_cast<void>(setup.LoadSettings(base::PathOf(m_file)));
+    core::ledsetup::LedSetup& setup = board.Setup();
+    static_cast<void>(setup.LoadSettings(core::base::PathOf(m_file)));
     static_cast<void>(idle ? setup.SendPulse() : setup.SendFoc());
     board.RequireConfirmed("the pulse");
-    const led::LED_Pulse& pulse = idle ? setup.IdlePulse() : setup.FocPulse();
+    const core::led::LED_Pulse& pulse = idle ? setup.IdlePulse() : setup.FocPulse();
     Report report = ReportOfSentPulse(m_pulse, pulse);
-    if (pulse.IsTooLongForBoard()) report.message = led::LED_Pulse::kTooLong;
+    if (pulse.IsTooLongForBoard()) report.message = core::led::LED_Pulse::kTooLong;
     return report;
   }
 

@@ -1,8 +1,8 @@
-#include "base/PathText.h"
 #include "cli/Commands.h"
 #include "cli/ConsoleLedSetupView.h"
 #include "cli/LedReports.h"
-#include "led/LedSetup.h"
+#include "core/base/PathText.h"
+#include "core/ledsetup/LedSetup.h"
 
 namespace kestrin::cli {
 
@@ -17,9 +17,9 @@ class LedSettingsCommand final : public Command {
 
   [[nodiscard]] Report Run(Context&) override {
     ConsoleLedSetupView view;
-    led::LedSetup setup(
+    core::ledsetup::LedSetup setup(
         "", [] { return nullptr; }, view);
-    static_cast<void>(setup.LoadSettings(base::PathOf(m_file)));
+    static_cast<void>(setup.LoadSettings(core::base::PathOf(m_file)));
     return {ExitCode::Done,
             {{"idle", DocumentOf(setup.IdlePulse())}, {"foc", DocumentOf(setup.FocPulse())}},
             TextOfPulses(setup.IdlePulse(), setup.FocPulse()),

@@ -2,7 +2,7 @@
 #include "cli/LedTypes.h"
 #include "cli/ProgramFolder.h"
 #include "cli/TextTable.h"
-#include "led/PlainNumber.h"
+#include "core/base/PlainNumber.h"
 
 namespace kestrin::cli {
 
@@ -24,10 +24,10 @@ class LedTypesCommand final : public Command {
                      {"maxDC [%]", kRight},
                      {"voltage [V]", kRight}});
     Document types = Document::array();
-    for (const led::LED_Driver& type : ReadLedTypes(ProgramFolder(context.options))) {
+    for (const core::led::LED_Driver& type : ReadLedTypes(ProgramFolder(context.options))) {
       Document channels = Document::array();
       for (int channel = 1; channel <= type.NrOfChannels; ++channel) {
-        const std::string color(led::ColorWord(type.GetChannelColor(channel)));
+        const std::string color(core::led::ColorWord(type.GetChannelColor(channel)));
         channels.push_back({{"color", color},
                             {"maxLum", type.GetMaxLum(channel)},
                             {"maxDC", type.GetMaxDC(channel)},
@@ -36,7 +36,7 @@ class LedTypesCommand final : public Command {
         table.Add({first ? type.LEDName : "", first ? std::to_string(type.LedCode) : "",
                    first ? std::to_string(type.Period) : "", std::to_string(channel), color,
                    std::to_string(type.GetMaxLum(channel)), std::to_string(type.GetMaxDC(channel)),
-                   led::PlainNumber(type.GetChannelVoltage(channel))});
+                   core::base::PlainNumber(type.GetChannelVoltage(channel))});
       }
       types.push_back(
           {{"name", type.LEDName}, {"code", type.LedCode}, {"period", type.Period}, {"channels", channels}});

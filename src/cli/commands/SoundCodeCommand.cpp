@@ -1,8 +1,8 @@
-#include "base/PathText.h"
-#include "base/WholeFile.h"
 #include "cli/CodedSound.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
+#include "core/base/PathText.h"
+#include "core/base/WholeFile.h"
 
 namespace kestrin::cli {
 
@@ -23,11 +23,12 @@ class SoundCodeCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     RequireOtherFile(m_file, m_output);
-    sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
+    core::sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
     CodeSound(file, m_volume, context.interrupt.Pump());
     std::vector<std::uint8_t> bytes;
     static_cast<void>(file.GetBytes(bytes, 0, static_cast<std::size_t>(file.NrOfBytes())));
-    RequireWritten(base::WriteWholeFile(base::PathOf(m_output), std::string(bytes.begin(), bytes.end()), context.disk));
+    RequireWritten(core::base::WriteWholeFile(core::base::PathOf(m_output), std::string(bytes.begin(), bytes.end()),
+                                              context.disk));
 
     Report report;
     report.document = {{"codedBytes", file.NrOfBytes()}, {"checksum", file.GetFileCRC()}};

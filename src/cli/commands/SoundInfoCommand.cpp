@@ -1,12 +1,12 @@
 #include <array>
 #include <cstdio>
 
-#include "base/PathText.h"
 #include "cli/CodedSound.h"
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
-#include "sound/LSU_SoundFile.h"
+#include "core/base/PathText.h"
+#include "core/sound/LSU_SoundFile.h"
 
 namespace kestrin::cli {
 
@@ -40,15 +40,15 @@ class SoundInfoCommand final : public Command {
     Report report;
     for (const std::string& path : m_files) {
       context.interrupt.Look();
-      sound::LSU_SoundFile file;
-      if (!file.ReadFile(base::PathOf(path), context.interrupt.Pump())) {
+      core::sound::LSU_SoundFile file;
+      if (!file.ReadFile(core::base::PathOf(path), context.interrupt.Pump())) {
         files.push_back({{"path", path}, {"valid", false}});
         table.Add({path, "not valid"});
         report.code = ExitCode::Failed;
         report.message += (report.message.empty() ? "" : "\n") + file.WhyNotValid();
         continue;
       }
-      const double seconds = static_cast<double>(file.NrOfSamples()) / sound::LSU_SoundFile::kSamplesPerSecond;
+      const double seconds = static_cast<double>(file.NrOfSamples()) / core::sound::LSU_SoundFile::kSamplesPerSecond;
       Document document = {{"path", path},       {"valid", true},       {"samples", file.NrOfSamples()},
                            {"seconds", seconds}, {"peak", file.Peak()}, {"codedBytes", nullptr},
                            {"checksum", nullptr}};

@@ -1,7 +1,7 @@
-#include "base/PathText.h"
 #include "cli/CodedSound.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
+#include "core/base/PathText.h"
 
 namespace kestrin::cli {
 
@@ -19,8 +19,8 @@ class SoundWavCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     RequireOtherFile(m_file, m_output);
-    const sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
-    RequireWritten(file.SaveWav(base::PathOf(m_output), context.disk, context.interrupt.Pump()));
+    const core::sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
+    RequireWritten(file.SaveWav(core::base::PathOf(m_output), context.disk, context.interrupt.Pump()));
     Report report;
     report.document = {{"samples", file.NrOfSamples()}};
     report.text = AlignedPairs({{"Samples", std::to_string(file.NrOfSamples())}, {"Written to", m_output}});

@@ -3,17 +3,19 @@
 #include "cli/OnlineBoard.h"
 #include "cli/ProgressLine.h"
 #include "cli/TextTable.h"
-#include "sound/Verification.h"
+#include "core/sound/Verification.h"
 
 namespace kestrin::cli {
 
 namespace {
 
 /// The board's sum as JSON; null when it did not answer.
-Document BoardSum(const sound::ChecksumComparison& sums) { return sums.board ? Document(*sums.board) : Document(); }
+Document BoardSum(const core::sound::ChecksumComparison& sums) {
+  return sums.board ? Document(*sums.board) : Document();
+}
 
 std::vector<std::string> Cells(const std::string& name, const std::string& position,
-                               const sound::ChecksumComparison& sums) {
+                               const core::sound::ChecksumComparison& sums) {
   return {name, position, std::to_string(sums.expected), sums.board ? std::to_string(*sums.board) : "none",
           sums.Ok() ? "ok" : "DIFFERENT"};
 }
@@ -31,24 +33,24 @@ class VerifyCommand final : public Command {
 
   [[nodiscard]] Report Run(Context& context) override {
     using Align = TextTable::Align;
-    sound::LSU_Configuration configuration;
+    core::sound::LSU_Configuration configuration;
     Report report;
     LoadMemoryMap(m_file, configuration, context.interrupt.Pump());
     OnlineBoard online(context);
     online.RequireSoundBoard();
 
-    const base::SystemClock clock;
+    const core::base::SystemClock clock;
     ProgressLine progress(context.options, clock);
     progress.Phase("Comparing ...");
     Document files = Document::array();
     TextTable lines({{"slot"}, {"#", Align::Right}, {"expected", Align::Right}, {"board", Align::Right}, {""}});
     bool verified = true;
     bool received = true;
-    const std::vector<sound::SlotFile> entries = configuration.FilesInFlashOrder();
-    for (const sound::SlotFile& entry : entries) {
+    const std::vector<core::sound::SlotFile> entries = configuration.FilesInFlashOrder();
+    for (const core::sound::SlotFile& entry : entries) {
       context.interrupt.Look();
-      const sound::Slot& slot = sound::SlotOf(entry.kind);
-      const auto sums = sound::Verification::CheckFile(online.Board(), *entry.file);
+      const core::sound::Slot& slot = core::sound::SlotOf(entry.kind);
+      const auto sums = core::sound::Verification::CheckFile(online.Board(), *entry.file);
       verified = verified && sums.Ok();
       received = received && sums.board.has_value();
       files.push_back({{"slot", slot.name},
@@ -61,7 +63,7 @@ class VerifyCommand final : public Command {
       lines.Add(Cells(std::string(slot.title), std::to_string(entry.position), sums));
       progress.Percent(static_cast<int>(files.size() * 100 / entries.size()));
     }
-    const auto sums = sound::Verification::CheckTable(online.Board(), configuration);
+    const auto sums = core::sound::Verification::CheckTable(online.Board(), configuration);
     verified = verified && sums.Ok();
     received = received && sums.board.has_value();
     lines.Add(Cells("Table", "", sums));
@@ -75,7 +77,7 @@ class VerifyCommand final : public Command {
       report.code = ExitCode::Failed;
       report.message += (report.message.empty() ? "" : "\n") +
                         (received ? std::string("The board does not hold these sounds. Download them again.")
-                                  : sound::Verification::kNotReceived);
+                                  : core::sound::Verification::kNotReceived);
     }
     return report;
   }

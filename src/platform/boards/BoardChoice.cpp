@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace kestrin::boards {
+namespace kestrin::platform::boards {
 
 namespace {
 
@@ -27,4 +27,4 @@ BoardChoice::Parsed BoardChoice::Parse(std::string_view argument) {
               "\" names no board. Give auto, hid:PATH (see \"kestrinctl devices\"), sim or sim:KEY=VALUE,..."};
 }
 
-}  // namespace kestrin::boards
+}  // namespace kestrin::platform::boards

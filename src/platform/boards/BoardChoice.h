@@ -5,7 +5,7 @@
 
 #include "simulator/BoardOptions.h"
 
-namespace kestrin::boards {
+namespace kestrin::platform::boards {
 
 /// Which board a program talks to, as its option `--board` names it.
 struct BoardChoice {
@@ -29,4 +29,4 @@ struct BoardChoice::Parsed {
   std::string problem;
 };
 
-}  // namespace kestrin::boards
+}  // namespace kestrin::platform::boards

@@ -5,10 +5,10 @@
 #include <fstream>
 #include <string_view>
 
-#include "app/help/HelpContents.h"
-#include "app/help/HelpSeal.h"
+#include "ui/help/HelpContents.h"
+#include "ui/help/HelpSeal.h"
 
-namespace kestrin::platform {
+namespace kestrin::platform::desktop {
 
 namespace fs = std::filesystem;
 
@@ -43,7 +43,7 @@ std::string ProblemOf(const fs::path& file) {
     return "The help file " + name + " is missing. It belongs into the folder \"" + Utf8(file.parent_path()) +
            "\"; installing the program again puts it there.";
   const std::string bytes = BytesOf(file);
-  if (!app::HasValidHelpSeal(bytes))
+  if (!ui::help::HasValidHelpSeal(bytes))
     return "The help file " + name + " in the folder \"" + Utf8(file.parent_path()) +
            "\" is damaged. Installing the program again puts a good one there.";
   return "";
@@ -92,7 +92,8 @@ CompiledHelp::CompiledHelp(const fs::path& file) : m_problem(ProblemOf(file)), m
     m_problem = "The help file \"" + Utf8(file) + "\" cannot be opened. Installing the program again should help.";
     return;
   }
-  m_contexts = app::HelpContextTable(m_archive->Read("#IVB").value_or(""), m_archive->Read("#STRINGS").value_or(""));
+  m_contexts =
+      ui::help::HelpContextTable(m_archive->Read("#IVB").value_or(""), m_archive->Read("#STRINGS").value_or(""));
 }
 
 CompiledHelp::~CompiledHelp() = default;
@@ -103,8 +104,8 @@ std::optional<std::string> CompiledHelp::Page(const std::string& path) const {
 
 std::optional<std::string> CompiledHelp::PlaceOf(std::uint32_t context) const { return m_contexts.PlaceOf(context); }
 
-std::vector<app::HelpEntry> CompiledHelp::Contents() const {
-  return app::ReadHelpContents(Page(kContentsPath).value_or(""));
+std::vector<ui::help::HelpEntry> CompiledHelp::Contents() const {
+  return ui::help::ReadHelpContents(Page(kContentsPath).value_or(""));
 }
 
 std::vector<std::string> CompiledHelp::Pages() const {
@@ -114,4 +115,4 @@ std::vector<std::string> CompiledHelp::Pages() const {
   return pages;
 }
 
-}  // namespace kestrin::platform
+}  // namespace kestrin::platform::desktop

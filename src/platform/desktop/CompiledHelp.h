@@ -7,16 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "app/help/HelpContextTable.h"
-#include "app/help/HelpSource.h"
+#include "ui/help/HelpContextTable.h"
+#include "ui/help/HelpSource.h"
 
-namespace kestrin::platform {
+namespace kestrin::platform::desktop {
 
 /// The help file "kestrinusb.chm": pages, contents and context numbers, read by chmlib. Where the program was built
 /// without that library, every file is a problem that says so.
 ///
-/// A file that does not bear its seal (app/help/HelpSeal.h) is reported as damaged and not read any further.
-class CompiledHelp : public app::HelpSource {
+/// A file that does not bear its seal (ui/help/HelpSeal.h) is reported as damaged and not read any further.
+class CompiledHelp : public ui::help::HelpSource {
  public:
   static constexpr const char* kFileName = "kestrinusb.chm";
 
@@ -29,7 +29,7 @@ class CompiledHelp : public app::HelpSource {
   [[nodiscard]] std::string Problem() const override { return m_problem; }
   [[nodiscard]] std::optional<std::string> Page(const std::string& path) const override;
   [[nodiscard]] std::optional<std::string> PlaceOf(std::uint32_t context) const override;
-  [[nodiscard]] std::vector<app::HelpEntry> Contents() const override;
+  [[nodiscard]] std::vector<ui::help::HelpEntry> Contents() const override;
   [[nodiscard]] std::vector<std::string> Pages() const override;
 
  private:
@@ -37,7 +37,7 @@ class CompiledHelp : public app::HelpSource {
 
   std::string m_problem;
   std::unique_ptr<Archive> m_archive;
-  app::HelpContextTable m_contexts;
+  ui::help::HelpContextTable m_contexts;
 };
 
-}  // namespace kestrin::platform
+}  // namespace kestrin::platform::desktop

@@ -1,7 +1,7 @@
 #include "platform/desktop/CompiledHelp.h"
 
 // Stands in for CompiledHelp.cpp where the library that reads help files is not there.
-namespace kestrin::platform {
+namespace kestrin::platform::desktop {
 
 struct CompiledHelp::Archive {};
 
@@ -16,8 +16,8 @@ std::optional<std::string> CompiledHelp::Page(const std::string&) const { return
 
 std::optional<std::string> CompiledHelp::PlaceOf(std::uint32_t) const { return std::nullopt; }
 
-std::vector<app::HelpEntry> CompiledHelp::Contents() const { return {}; }
+std::vector<ui::help::HelpEntry> CompiledHelp::Contents() const { return {}; }
 
 std::vector<std::string> CompiledHelp::Pages() const { return {}; }
 
-}  // namespace kestrin::platform
+}  // namespace kestrin::platform::desktop

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace fs = std::filesystem;
 
@@ -36,4 +36,4 @@ fs::path DataFolder() {
 #endif
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// The folder for what the program keeps for this person between runs; nothing is created. Empty when the system does
 /// not say where the person's folders are.
@@ -11,4 +11,4 @@ namespace kestrin::desktop {
 /// macOS: "~/Library/Application Support/kestrin". Windows: "%APPDATA%\kestrin".
 [[nodiscard]] std::filesystem::path DataFolder();
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

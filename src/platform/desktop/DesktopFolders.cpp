@@ -4,7 +4,7 @@
 #include <QStandardPaths>
 #include <QStorageInfo>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
@@ -20,8 +20,8 @@ std::filesystem::path DesktopFolders::Desktop() const { return Place(QStandardPa
 
 std::filesystem::path DesktopFolders::Documents() const { return Place(QStandardPaths::DocumentsLocation); }
 
-std::vector<app::Drive> DesktopFolders::Drives() const {
-  std::vector<app::Drive> drives;
+std::vector<ui::kit::Drive> DesktopFolders::Drives() const {
+  std::vector<ui::kit::Drive> drives;
 #ifdef _WIN32
   for (const QFileInfo& drive : QDir::drives()) {
     const QString path = drive.absoluteFilePath();
@@ -41,4 +41,4 @@ std::vector<app::Drive> DesktopFolders::Drives() const {
   return drives;
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "app/SpecialFolders.h"
+#include "ui/kit/SpecialFolders.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// The folders and drives as the desktop names them.
-class DesktopFolders final : public app::SpecialFolders {
+class DesktopFolders final : public ui::kit::SpecialFolders {
  public:
   [[nodiscard]] std::filesystem::path Desktop() const override;
   [[nodiscard]] std::filesystem::path Documents() const override;
-  [[nodiscard]] std::vector<app::Drive> Drives() const override;
+  [[nodiscard]] std::vector<ui::kit::Drive> Drives() const override;
 };
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

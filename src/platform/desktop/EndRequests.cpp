@@ -17,7 +17,7 @@
 #include <system_error>
 #endif
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 #ifdef _WIN32
 
@@ -96,4 +96,4 @@ void EndRequests::Begin() {
   emit arrived();
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

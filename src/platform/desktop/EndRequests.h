@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// What tells the program to end although nobody is there to answer a question: the signals that ask a program to stop;
 /// on Windows also the end of the person's session.
@@ -47,4 +47,4 @@ class EndRequests : public QObject {
   bool m_begun = false;
 };
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

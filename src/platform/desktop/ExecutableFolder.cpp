@@ -13,7 +13,7 @@
 #include <string>
 #endif
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace fs = std::filesystem;
 
@@ -37,4 +37,4 @@ fs::path ExecutableFolder() {
 #endif
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

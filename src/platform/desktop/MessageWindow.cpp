@@ -1,5 +1,5 @@
 #include "platform/desktop/MessageWindow.h"
-#include "app/theme/Grid.h"
+#include "ui/kit/Grid.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -16,11 +16,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
-using app::kGrid;
+using ui::kit::kGrid;
 constexpr int kMargin = 2 * kGrid;
 constexpr int kNarrowest = 280;
 constexpr int kWidest = 560;
@@ -163,4 +163,4 @@ void MessageWindow::CopyAll() const { QGuiApplication::clipboard()->setText((m_s
 
 void MessageWindow::CopyList() const { QGuiApplication::clipboard()->setText(m_lines.join('\n')); }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

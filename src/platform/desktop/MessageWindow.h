@@ -11,7 +11,7 @@ class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// A message or question of the program: a sign, a text with some advice below it, perhaps a list, and buttons. It is
 /// never taller than two thirds of the screen: longer texts and lists are scrolled, the buttons stay in sight. Ctrl+C
@@ -53,4 +53,4 @@ class MessageWindow : public QDialog {
   const QAbstractButton* m_pressed = nullptr;
 };
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

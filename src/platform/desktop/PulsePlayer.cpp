@@ -15,7 +15,7 @@
 
 #include "platform/desktop/WavFile.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
@@ -142,7 +142,7 @@ void PulsePlayer::Stop() {
   m_job->stop = true;
 }
 
-sound::SoundPlayer::Status PulsePlayer::Look() {
+core::sound::SoundPlayer::Status PulsePlayer::Look() {
   if (m_job == nullptr) return {};
   const std::lock_guard lock(m_job->mutex);
   if (m_job->done) return {false, m_job->problem};
@@ -158,4 +158,4 @@ sound::SoundPlayer::Status PulsePlayer::Look() {
   return {true, ""};
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -11,10 +11,10 @@
 #include <QTreeView>
 #include <array>
 
-#include "app/help/TopicOf.h"
 #include "platform/desktop/MessageWindow.h"
+#include "ui/kit/TopicOf.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
@@ -47,16 +47,16 @@ void QtDialogs::Dismiss() {
   for (auto dialog = m_open.rbegin(); dialog != m_open.rend(); ++dialog) (*dialog)->reject();
 }
 
-bool QtDialogs::Run(QDialog& dialog, app::HelpContext topic) {
+bool QtDialogs::Run(QDialog& dialog, ui::kit::HelpContext topic) {
   if (m_dismissed) return false;
-  app::SetHelpContext(dialog, topic);
+  ui::kit::SetHelpContext(dialog, topic);
   m_open.push_back(&dialog);
   const bool accepted = dialog.exec() == QDialog::Accepted;
   m_open.pop_back();
   return accepted;
 }
 
-QString QtDialogs::Choose(QFileDialog& dialog, const QString& start, app::HelpContext topic) {
+QString QtDialogs::Choose(QFileDialog& dialog, const QString& start, ui::kit::HelpContext topic) {
   MakeRoom(dialog);
   const QFileInfo file(start);
   if (!file.isDir()) {
@@ -66,28 +66,29 @@ QString QtDialogs::Choose(QFileDialog& dialog, const QString& start, app::HelpCo
   return Run(dialog, topic) ? dialog.selectedFiles().value(0) : QString();
 }
 
-QString QtDialogs::OpenFile(const QString& title, const QString& start, const QString& filter, app::HelpContext topic) {
+QString QtDialogs::OpenFile(const QString& title, const QString& start, const QString& filter,
+                            ui::kit::HelpContext topic) {
   QFileDialog dialog(Parent(), title, start, filter);
   dialog.setFileMode(QFileDialog::ExistingFile);
   return Choose(dialog, start, topic);
 }
 
 QString QtDialogs::SaveFile(const QString& title, const QString& start, const QString& filter, const QString& suffix,
-                            app::HelpContext topic) {
+                            ui::kit::HelpContext topic) {
   QFileDialog dialog(Parent(), title, start, filter);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(suffix);
   return Choose(dialog, start, topic);
 }
 
-QString QtDialogs::ChooseFolder(const QString& title, const QString& start, app::HelpContext topic) {
+QString QtDialogs::ChooseFolder(const QString& title, const QString& start, ui::kit::HelpContext topic) {
   QFileDialog dialog(Parent(), title, start);
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return Choose(dialog, start, topic);
 }
 
-std::optional<QColor> QtDialogs::AskColor(const QColor& preset, app::HelpContext topic) {
+std::optional<QColor> QtDialogs::AskColor(const QColor& preset, ui::kit::HelpContext topic) {
   QColorDialog dialog(preset, Parent());
   if (!Run(dialog, topic)) return std::nullopt;
   return dialog.selectedColor();
@@ -95,7 +96,7 @@ std::optional<QColor> QtDialogs::AskColor(const QColor& preset, app::HelpContext
 
 void QtDialogs::Tell(MessageWindow& message) {
   message.Prepare(message.AddButton(Button::Ok));
-  Run(message, app::HelpContext::Messages);
+  Run(message, ui::kit::HelpContext::Messages);
 }
 
 void QtDialogs::ShowMessage(const QString& text, const QString& detail) {
@@ -109,7 +110,7 @@ void QtDialogs::ShowError(const QString& text, const QString& detail) {
 }
 
 bool QtDialogs::ShowList(const QString& headline, const QStringList& lines, const QString& action,
-                         app::HelpContext topic) {
+                         ui::kit::HelpContext topic) {
   MessageWindow message(QStyle::SP_MessageBoxWarning, headline, "", Parent());
   message.SetList(lines);
   QPushButton* const wanted =
@@ -120,7 +121,8 @@ bool QtDialogs::ShowList(const QString& headline, const QStringList& lines, cons
   return wanted != nullptr && message.Pressed() == wanted;
 }
 
-bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless, app::HelpContext topic) {
+bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
+                            ui::kit::HelpContext topic) {
   MessageWindow message(QStyle::SP_MessageBoxQuestion, question, advice, Parent());
   QPushButton& ok = message.AddButton(Button::Ok);
   QPushButton& cancel = message.AddButton(Button::Cancel);
@@ -130,18 +132,18 @@ bool QtDialogs::AskOkCancel(const QString& question, const QString& advice, Harm
   return message.Pressed() == &ok;
 }
 
-app::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
+ui::kit::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
   MessageWindow message(QStyle::SP_MessageBoxWarning, question, "", Parent());
   QPushButton& save = message.AddButton(Button::Save);
   const QPushButton& discard = message.AddButton(Button::Discard);
   message.AddButton(Button::Cancel);
   message.Prepare(save);
-  Run(message, app::HelpContext::UnsavedSet);
+  Run(message, ui::kit::HelpContext::UnsavedSet);
   if (message.Pressed() == &save) return Unsaved::Save;
   return message.Pressed() == &discard ? Unsaved::Discard : Unsaved::GoBack;
 }
 
-app::Dialogs::MissingSounds QtDialogs::AskMissing(const QString& question, const QString& advice) {
+ui::kit::Dialogs::MissingSounds QtDialogs::AskMissing(const QString& question, const QString& advice) {
   using Role = QDialogButtonBox::ButtonRole;
   MessageWindow message(QStyle::SP_MessageBoxWarning, question, advice, Parent());
   const QPushButton& leaveOut =
@@ -149,9 +151,9 @@ app::Dialogs::MissingSounds QtDialogs::AskMissing(const QString& question, const
   const QPushButton& keep =
       message.AddButton(QCoreApplication::translate("QtDialogs", "Keep them in the file"), Role::AcceptRole);
   message.Prepare(message.AddButton(Button::Cancel));
-  Run(message, app::HelpContext::Save);
+  Run(message, ui::kit::HelpContext::Save);
   if (message.Pressed() == &leaveOut) return MissingSounds::LeaveOut;
   return message.Pressed() == &keep ? MissingSounds::Keep : MissingSounds::GoBack;
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -4,17 +4,17 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/Dialogs.h"
+#include "ui/kit/Dialogs.h"
 
 class QDialog;
 class QFileDialog;
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 class MessageWindow;
 
 /// The desktop's own dialogs for files and colours, and the program's own messages, over the program's window.
-class QtDialogs final : public app::Dialogs {
+class QtDialogs final : public ui::kit::Dialogs {
  public:
   /// The window that dialogs belong to from now on; before, and after its end, they stand alone.
   void SetWindow(QWidget* window) { m_window = window; }
@@ -23,17 +23,17 @@ class QtDialogs final : public app::Dialogs {
   void Dismiss();
 
   [[nodiscard]] QString OpenFile(const QString& title, const QString& start, const QString& filter,
-                                 app::HelpContext topic) override;
+                                 ui::kit::HelpContext topic) override;
   [[nodiscard]] QString SaveFile(const QString& title, const QString& start, const QString& filter,
-                                 const QString& suffix, app::HelpContext topic) override;
-  [[nodiscard]] QString ChooseFolder(const QString& title, const QString& start, app::HelpContext topic) override;
-  [[nodiscard]] std::optional<QColor> AskColor(const QColor& preset, app::HelpContext topic) override;
+                                 const QString& suffix, ui::kit::HelpContext topic) override;
+  [[nodiscard]] QString ChooseFolder(const QString& title, const QString& start, ui::kit::HelpContext topic) override;
+  [[nodiscard]] std::optional<QColor> AskColor(const QColor& preset, ui::kit::HelpContext topic) override;
   void ShowMessage(const QString& text, const QString& detail) override;
   void ShowError(const QString& text, const QString& detail) override;
   [[nodiscard]] bool ShowList(const QString& headline, const QStringList& lines, const QString& action,
-                              app::HelpContext topic) override;
+                              ui::kit::HelpContext topic) override;
   [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
-                                 app::HelpContext topic) override;
+                                 ui::kit::HelpContext topic) override;
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override;
   [[nodiscard]] MissingSounds AskMissing(const QString& question, const QString& advice) override;
 
@@ -43,9 +43,9 @@ class QtDialogs final : public app::Dialogs {
     return m_window != nullptr && m_window->isVisible() ? m_window.data() : nullptr;
   }
   /// Shows it and waits until it is closed; true when it was accepted.
-  bool Run(QDialog& dialog, app::HelpContext topic);
+  bool Run(QDialog& dialog, ui::kit::HelpContext topic);
   /// Asks for a file, beginning at the folder or file `start`; "" for none.
-  [[nodiscard]] QString Choose(QFileDialog& dialog, const QString& start, app::HelpContext topic);
+  [[nodiscard]] QString Choose(QFileDialog& dialog, const QString& start, ui::kit::HelpContext topic);
   /// A message with OK.
   void Tell(MessageWindow& message);
 
@@ -55,4 +55,4 @@ class QtDialogs final : public app::Dialogs {
   bool m_dismissed = false;
 };
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -11,7 +11,7 @@
 #include <QString>
 #endif
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 #ifdef _WIN32
 
@@ -56,4 +56,4 @@ void SystemSleepBlocker::Block(const std::string& why) { m_hold = std::make_uniq
 
 void SystemSleepBlocker::Unblock() { m_hold.reset(); }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

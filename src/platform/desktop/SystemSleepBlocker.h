@@ -2,12 +2,12 @@
 
 #include <memory>
 
-#include "app/SleepBlocker.h"
+#include "ui/kit/SleepBlocker.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// Keeps the computer awake: on Linux by an inhibitor of the login service, on Windows by the thread's execution state.
-class SystemSleepBlocker final : public app::SleepBlocker {
+class SystemSleepBlocker final : public ui::kit::SleepBlocker {
  public:
   SystemSleepBlocker();
   ~SystemSleepBlocker() override;
@@ -22,4 +22,4 @@ class SystemSleepBlocker final : public app::SleepBlocker {
   std::unique_ptr<Hold> m_hold;
 };
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

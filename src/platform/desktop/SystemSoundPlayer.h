@@ -2,12 +2,12 @@
 
 #include <memory>
 
-#include "base/Clock.h"
-#include "sound/SoundPlayer.h"
+#include "core/base/Clock.h"
+#include "core/sound/SoundPlayer.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// The player for the system that the program was built for. `clock` must outlive it.
-[[nodiscard]] std::unique_ptr<sound::SoundPlayer> MakeSystemSoundPlayer(const base::Clock& clock);
+[[nodiscard]] std::unique_ptr<core::sound::SoundPlayer> MakeSystemSoundPlayer(const core::base::Clock& clock);
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

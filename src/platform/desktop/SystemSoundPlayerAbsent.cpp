@@ -1,11 +1,11 @@
 #include "platform/desktop/SystemSoundPlayer.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
 /// For systems without a player.
-class AbsentPlayer final : public sound::SoundPlayer {
+class AbsentPlayer final : public core::sound::SoundPlayer {
  public:
   void Play(const std::filesystem::path&) override { m_asked = true; }
   void Stop() override { m_asked = false; }
@@ -19,8 +19,8 @@ class AbsentPlayer final : public sound::SoundPlayer {
 
 }  // namespace
 
-std::unique_ptr<sound::SoundPlayer> MakeSystemSoundPlayer(const base::Clock&) {
+std::unique_ptr<core::sound::SoundPlayer> MakeSystemSoundPlayer(const core::base::Clock&) {
   return std::make_unique<AbsentPlayer>();
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

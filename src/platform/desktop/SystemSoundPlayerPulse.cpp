@@ -1,10 +1,10 @@
 #include "platform/desktop/PulsePlayer.h"
 #include "platform/desktop/SystemSoundPlayer.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
-std::unique_ptr<sound::SoundPlayer> MakeSystemSoundPlayer(const base::Clock& clock) {
+std::unique_ptr<core::sound::SoundPlayer> MakeSystemSoundPlayer(const core::base::Clock& clock) {
   return std::make_unique<PulsePlayer>(clock);
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -9,14 +9,14 @@
 #include "platform/desktop/SystemSoundPlayer.h"
 #include "platform/desktop/WavFile.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
 /// Plays with PlaySound, from memory. Windows does not tell when a sound has ended, so its length does.
-class WindowsPlayer final : public sound::SoundPlayer {
+class WindowsPlayer final : public core::sound::SoundPlayer {
  public:
-  explicit WindowsPlayer(const base::Clock& clock) : m_clock(clock) {}
+  explicit WindowsPlayer(const core::base::Clock& clock) : m_clock(clock) {}
   ~WindowsPlayer() override { Stop(); }
 
   void Play(const std::filesystem::path& wav) override {
@@ -42,16 +42,16 @@ class WindowsPlayer final : public sound::SoundPlayer {
   [[nodiscard]] Status Look() override { return {m_clock.Now() < m_end, m_problem}; }
 
  private:
-  const base::Clock& m_clock;
+  const core::base::Clock& m_clock;
   std::string m_bytes;
-  base::Clock::Duration m_end{};
+  core::base::Clock::Duration m_end{};
   std::string m_problem;
 };
 
 }  // namespace
 
-std::unique_ptr<sound::SoundPlayer> MakeSystemSoundPlayer(const base::Clock& clock) {
+std::unique_ptr<core::sound::SoundPlayer> MakeSystemSoundPlayer(const core::base::Clock& clock) {
   return std::make_unique<WindowsPlayer>(clock);
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <string_view>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 namespace {
 
@@ -71,4 +71,4 @@ std::optional<WavFile> WavFile::Read(std::istream& file) {
   return std::nullopt;
 }
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

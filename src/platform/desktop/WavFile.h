@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 
 /// A WAV file of plain 16-bit samples in memory.
 struct WavFile {
@@ -21,4 +21,4 @@ struct WavFile {
   [[nodiscard]] static std::optional<WavFile> Read(std::istream& file);
 };
 
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

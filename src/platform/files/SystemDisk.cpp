@@ -9,7 +9,7 @@
 #include <memory>
 #include <utility>
 
-namespace kestrin::files {
+namespace kestrin::platform::files {
 
 namespace {
 
@@ -33,7 +33,7 @@ class Descriptor {
 };
 
 /// Closing the descriptor gives the lock back, and so does the end of the program.
-class HeldLock final : public base::Disk::Lock {
+class HeldLock final : public core::base::Disk::Lock {
  public:
   explicit HeldLock(Descriptor&& file) : m_file(std::move(file)) {}
 
@@ -67,7 +67,7 @@ std::error_code SystemDisk::Flush(const std::filesystem::path& path) {
   return folder && (errno == EINVAL || errno == ENOTSUP || errno == EBADF) ? std::error_code() : Reason();
 }
 
-base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& path) {
+core::base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& path) {
   constexpr mode_t kForEverybody = 0666;
   constexpr int kHow = O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
   Descriptor file(Again([&] { return ::open(path.c_str(), kHow, kForEverybody); }));
@@ -78,4 +78,4 @@ base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& path) {
   return {nullptr, false, Reason()};
 }
 
-}  // namespace kestrin::files
+}  // namespace kestrin::platform::files

@@ -4,7 +4,7 @@
 
 #include "platform/files/SystemDisk.h"
 
-namespace kestrin::files {
+namespace kestrin::platform::files {
 
 namespace {
 
@@ -19,7 +19,7 @@ struct HandleCloser {
 using Handle = std::unique_ptr<void, HandleCloser>;
 
 /// Closing the handle gives the lock back, and so does the end of the program.
-class HeldLock final : public base::Disk::Lock {
+class HeldLock final : public core::base::Disk::Lock {
  public:
   explicit HeldLock(Handle&& file) : m_file(std::move(file)) {}
 
@@ -40,7 +40,7 @@ std::error_code SystemDisk::Flush(const std::filesystem::path& path) {
   return FlushFileBuffers(file.get()) != 0 ? std::error_code() : Reason();
 }
 
-base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& path) {
+core::base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& path) {
   Handle file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, kShareAll, nullptr, OPEN_ALWAYS, 0, nullptr));
   if (file.get() == INVALID_HANDLE_VALUE) return {nullptr, false, Reason()};
   OVERLAPPED wholeFile{};
@@ -51,4 +51,4 @@ base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& path) {
   return {nullptr, false, Reason()};
 }
 
-}  // namespace kestrin::files
+}  // namespace kestrin::platform::files

@@ -1,8 +1,8 @@
 #include "platform/hid/AccessAdvice.h"
 
-#include "device/THIDagent.h"
+#include "core/device/THIDagent.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -24,7 +24,7 @@ std::string AccessAdvice(const std::string& path, const Access& access) {
     case Refusal::NotPermitted:
       return connected + "you are not permitted to open it. " + HowToPermit();
     case Refusal::InUse:
-      return device::kBoardInUse;
+      return core::device::kBoardInUse;
     case Refusal::Failed:
       return connected + "it could not be opened: " + access.reason +
              ". Plug the board in again; close other programs that use it.";
@@ -34,4 +34,4 @@ std::string AccessAdvice(const std::string& path, const Access& access) {
   return "";
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -4,14 +4,14 @@
 
 #include "platform/hid/AccessAdvice.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 bool ComesBefore(const HidNode& a, const HidNode& b) {
   return a.path.size() != b.path.size() ? a.path.size() < b.path.size() : a.path < b.path;
 }
 
 std::vector<BoardListing> ListBoards(HidStack& stack) {
-  std::vector<HidNode> nodes = stack.Enumerate(device::kBoardVendorId, device::kBoardProductId);
+  std::vector<HidNode> nodes = stack.Enumerate(core::device::kBoardVendorId, core::device::kBoardProductId);
   std::sort(nodes.begin(), nodes.end(), ComesBefore);
   std::vector<BoardListing> boards;
   for (const HidNode& node : nodes) {
@@ -23,4 +23,4 @@ std::vector<BoardListing> ListBoards(HidStack& stack) {
   return boards;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

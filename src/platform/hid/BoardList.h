@@ -5,7 +5,7 @@
 #include "platform/hid/HidAgent.h"
 #include "platform/hid/HidStack.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// Whether `a` is numbered before `b`: "hidraw9" comes before "hidraw10".
 [[nodiscard]] bool ComesBefore(const HidNode& a, const HidNode& b);
@@ -13,4 +13,4 @@ namespace kestrin::hid {
 /// ListBoards() over a given stack.
 [[nodiscard]] std::vector<BoardListing> ListBoards(HidStack& stack);
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

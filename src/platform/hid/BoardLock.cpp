@@ -14,11 +14,11 @@
 #include <system_error>
 #include <utility>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
-using base::Disk;
+using core::base::Disk;
 
 #if defined(__linux__)
 
@@ -133,4 +133,4 @@ bool IsBoardLocked(const std::string&) { return false; }
 
 #endif
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -111,11 +111,11 @@ std::string DescriptorReader::MainItem(int tag, Data data) {
   if (m_locals.usageMinimum) return "a usage minimum has no maximum";
   switch (tag) {
     case kInput:
-      return AddField(device::ReportType::Input, data.value);
+      return AddField(core::device::ReportType::Input, data.value);
     case kOutput:
-      return AddField(device::ReportType::Output, data.value);
+      return AddField(core::device::ReportType::Output, data.value);
     case kFeature:
-      return AddField(device::ReportType::Feature, data.value);
+      return AddField(core::device::ReportType::Feature, data.value);
     case kCollection:
       if (m_openCollections == ReportDescriptor::kMaxNesting) return "collections are nested too deeply";
       ++m_openCollections;
@@ -216,7 +216,7 @@ std::string DescriptorReader::AddUsages(UsageRange range) {
   return "";
 }
 
-std::string DescriptorReader::AddField(device::ReportType type, std::uint32_t flags) {
+std::string DescriptorReader::AddField(core::device::ReportType type, std::uint32_t flags) {
   const std::uint64_t bits = std::uint64_t{m_globals.reportSize} * m_globals.reportCount;
   const std::size_t report = ReportIndex(type);
   if (m_descriptor.m_reports[report].bits + bits > ReportDescriptor::kMaxReportBytes * 8) {
@@ -274,7 +274,7 @@ std::string DescriptorReader::AddVariable(std::size_t report, std::uint32_t flag
   return "";
 }
 
-std::size_t DescriptorReader::ReportIndex(device::ReportType type) {
+std::size_t DescriptorReader::ReportIndex(core::device::ReportType type) {
   auto& reports = m_descriptor.m_reports;
   const auto found = std::find_if(reports.begin(), reports.end(), [&](const DescriptorReport& report) {
     return report.type == type && report.id == m_globals.reportId;
@@ -284,12 +284,12 @@ std::size_t DescriptorReader::ReportIndex(device::ReportType type) {
   return reports.size() - 1;
 }
 
-device::VariableAttributes DescriptorReader::Attributes(device::ReportType type, std::uint32_t flags,
-                                                        std::int32_t usagePage) const {
+core::device::VariableAttributes DescriptorReader::Attributes(core::device::ReportType type, std::uint32_t flags,
+                                                              std::int32_t usagePage) const {
   const auto is = [flags](FieldFlag flag) { return (flags & flag) != 0; };
-  device::VariableAttributes a;
+  core::device::VariableAttributes a;
   a.IsButton = m_globals.reportSize == 1 || usagePage == static_cast<std::int32_t>(kButtonPage);
-  a.Volatile = is(kVolatileFlag) && type != device::ReportType::Input;  // The bit is reserved in input items.
+  a.Volatile = is(kVolatileFlag) && type != core::device::ReportType::Input;  // The bit is reserved in input items.
   a.NoWrap = !is(kWrap);
   a.NoPrefState = is(kNoPreferredState);
   a.Linear = !is(kNonlinear);
@@ -313,4 +313,4 @@ device::VariableAttributes DescriptorReader::Attributes(device::ReportType type,
   return a;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -8,7 +8,7 @@
 
 #include "platform/hid/ReportDescriptor.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// The state machine behind ReportDescriptor::Read(): walks through the items and fills a descriptor.
 class DescriptorReader {
@@ -64,14 +64,14 @@ class DescriptorReader {
   [[nodiscard]] std::string GlobalItem(int tag, Data data);
   [[nodiscard]] std::string LocalItem(int tag, Data data);
   [[nodiscard]] std::string AddUsages(UsageRange range);
-  [[nodiscard]] std::string AddField(device::ReportType type, std::uint32_t flags);
+  [[nodiscard]] std::string AddField(core::device::ReportType type, std::uint32_t flags);
   [[nodiscard]] std::string AddVariables(std::size_t report, std::uint32_t flags);
   [[nodiscard]] std::string AddVariable(std::size_t report, std::uint32_t flags, UsageRange usage,
                                         std::size_t firstElement, std::size_t count, std::size_t position);
 
-  [[nodiscard]] std::size_t ReportIndex(device::ReportType type);
-  [[nodiscard]] device::VariableAttributes Attributes(device::ReportType type, std::uint32_t flags,
-                                                      std::int32_t usagePage) const;
+  [[nodiscard]] std::size_t ReportIndex(core::device::ReportType type);
+  [[nodiscard]] core::device::VariableAttributes Attributes(core::device::ReportType type, std::uint32_t flags,
+                                                            std::int32_t usagePage) const;
 
   ReportDescriptor& m_descriptor;
   Globals m_globals;
@@ -81,4 +81,4 @@ class DescriptorReader {
   bool m_idSeen = false;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

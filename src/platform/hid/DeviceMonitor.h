@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// A HID interface came or went.
 struct DeviceNotice {
@@ -26,4 +26,4 @@ class DeviceMonitor {
   [[nodiscard]] virtual std::vector<DeviceNotice> Collect(std::int32_t vendorId, std::int32_t productId) = 0;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

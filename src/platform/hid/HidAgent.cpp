@@ -10,12 +10,12 @@
 #endif
 #include "platform/hid/PollingMonitor.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
 std::unique_ptr<DeviceMonitor> MakeMonitor([[maybe_unused]] HidStack& stack,
-                                           [[maybe_unused]] const base::Clock& clock) {
+                                           [[maybe_unused]] const core::base::Clock& clock) {
 #ifdef KESTRIN_HAVE_UDEV
   auto monitor = std::make_unique<UdevMonitor>(UdevMonitor::PreferredSource());
   if (monitor->IsListening()) return monitor;
@@ -25,7 +25,7 @@ std::unique_ptr<DeviceMonitor> MakeMonitor([[maybe_unused]] HidStack& stack,
 
 }  // namespace
 
-std::unique_ptr<device::THIDagent> CreateHidAgent(const base::Clock& clock, HidAgentOptions options) {
+std::unique_ptr<core::device::THIDagent> CreateHidAgent(const core::base::Clock& clock, HidAgentOptions options) {
   auto stack = std::make_unique<HidapiStack>();
   // The agent owns both the stack and what this makes, and lets go of the monitor first.
   auto makeMonitor = [&used = *stack, &clock] { return MakeMonitor(used, clock); };
@@ -38,4 +38,4 @@ std::vector<BoardListing> ListBoards() {
   return ListBoards(stack);
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -4,22 +4,23 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
-#include "base/EventPump.h"
-#include "device/THIDagent.h"
+#include "core/base/Clock.h"
+#include "core/base/EventPump.h"
+#include "core/device/THIDagent.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// What an agent for real boards is made with.
 struct HidAgentOptions {
   /// Gets its turn at least every 20 ms while a read waits.
-  base::EventPump pump;
+  core::base::EventPump pump;
   /// The only board to open, a path as ListBoards() gives it; "" for any.
   std::string onlyPath;
 };
 
 /// The agent for boards on this computer's USB, over the system's HID stack. One at a time; `clock` must outlive it.
-[[nodiscard]] std::unique_ptr<device::THIDagent> CreateHidAgent(const base::Clock& clock, HidAgentOptions options = {});
+[[nodiscard]] std::unique_ptr<core::device::THIDagent> CreateHidAgent(const core::base::Clock& clock,
+                                                                      HidAgentOptions options = {});
 
 /// A board found on USB. Texts are UTF-8.
 struct BoardListing {
@@ -41,4 +42,4 @@ struct BoardListing {
 /// Not to be called while an agent made by CreateHidAgent() lives.
 [[nodiscard]] std::vector<BoardListing> ListBoards();
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -4,10 +4,10 @@
 #include <limits>
 #include <utility>
 
-#include "base/Numbers.h"
+#include "core/base/Numbers.h"
 #include "platform/hid/ReportBits.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -20,7 +20,7 @@ std::int32_t MapRange(std::int32_t value, std::int32_t fromLow, std::int32_t fro
   if (fromLow >= fromHigh || toLow >= toHigh) return value;
   // Multiplied first, so that a half stays a half.
   const double product = (static_cast<double>(value) - fromLow) * (static_cast<double>(toHigh) - toLow);
-  const double mapped = base::RoundHalfEven(toLow + product / (static_cast<double>(fromHigh) - fromLow));
+  const double mapped = core::base::RoundHalfEven(toLow + product / (static_cast<double>(fromHigh) - fromLow));
   return static_cast<std::int32_t>(
       std::clamp<double>(mapped, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
@@ -34,14 +34,14 @@ HidInterface::HidInterface(std::int32_t handle, HidNode node, std::unique_ptr<Hi
       m_connection(std::move(connection)),
       m_descriptor(std::move(descriptor)) {
   for (const DescriptorReport& report : m_descriptor.Reports()) m_values.emplace_back(report.Bytes());
-  m_inputBuffer.resize(m_descriptor.LongestReport(device::ReportType::Input) + 2);
+  m_inputBuffer.resize(m_descriptor.LongestReport(core::device::ReportType::Input) + 2);
 }
 
 bool HidInterface::TakeSuspicion() { return std::exchange(m_suspicious, false); }
 
-device::VariableAttributes HidInterface::Attributes(std::size_t variable) const {
+core::device::VariableAttributes HidInterface::Attributes(std::size_t variable) const {
   const DescriptorVariable& field = m_descriptor.Variables()[variable];
-  device::VariableAttributes attributes = field.attributes;
+  core::device::VariableAttributes attributes = field.attributes;
   if (field.stringIndex != 0) attributes.StringDescriptor = m_connection->IndexedString(field.stringIndex);
   return attributes;
 }
@@ -60,12 +60,12 @@ void HidInterface::SetUnScaledValue(std::size_t variable, std::int32_t value) {
 }
 
 std::int32_t HidInterface::ScaledValue(std::size_t variable) const {
-  const device::VariableAttributes& a = m_descriptor.Variables()[variable].attributes;
+  const core::device::VariableAttributes& a = m_descriptor.Variables()[variable].attributes;
   return MapRange(UnScaledValue(variable), a.LogicalMinimum, a.LogicalMaximum, a.PhysicalMinimum, a.PhysicalMaximum);
 }
 
 void HidInterface::SetScaledValue(std::size_t variable, std::int32_t value) {
-  const device::VariableAttributes& a = m_descriptor.Variables()[variable].attributes;
+  const core::device::VariableAttributes& a = m_descriptor.Variables()[variable].attributes;
   SetUnScaledValue(variable, MapRange(value, a.PhysicalMinimum, a.PhysicalMaximum, a.LogicalMinimum, a.LogicalMaximum));
 }
 
@@ -127,15 +127,15 @@ bool HidInterface::WriteOutput(std::size_t report) {
   return Succeeded(m_connection->Write(bytes), bytes.size());
 }
 
-ReadOutcome HidInterface::ReadInput(std::size_t report, base::Clock::Duration timeout, const base::Clock& clock,
-                                    const std::function<bool()>& between) {
+ReadOutcome HidInterface::ReadInput(std::size_t report, core::base::Clock::Duration timeout,
+                                    const core::base::Clock& clock, const std::function<bool()>& between) {
   using std::chrono::milliseconds;
   const DescriptorReport& layout = m_descriptor.Reports()[report];
   const std::size_t idBytes = m_descriptor.UsesReportIds() ? 1 : 0;
   const auto end = clock.Now() + timeout;
   while (true) {
     // Whoever gets a turn in between may take longer than the time that is left: what has arrived meanwhile counts.
-    const auto left = std::max(base::Clock::Duration::zero(), end - clock.Now());
+    const auto left = std::max(core::base::Clock::Duration::zero(), end - clock.Now());
     const int length = m_connection->Read(m_inputBuffer, std::min(kSlice, std::chrono::ceil<milliseconds>(left)));
     if (length < 0) {
       m_suspicious = true;
@@ -147,7 +147,7 @@ ReadOutcome HidInterface::ReadInput(std::size_t report, base::Clock::Duration ti
       std::copy_n(begin, layout.Bytes(), m_values[report].begin());
       return ReadOutcome::Arrived;
     }
-    if (left == base::Clock::Duration::zero()) return ReadOutcome::TimedOut;
+    if (left == core::base::Clock::Duration::zero()) return ReadOutcome::TimedOut;
     if (!between()) return ReadOutcome::Failed;
   }
 }
@@ -166,4 +166,4 @@ bool HidInterface::ReadFeature(std::size_t report) {
   return true;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

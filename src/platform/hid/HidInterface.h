@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
-#include "device/THIDagent.h"
+#include "core/base/Clock.h"
+#include "core/device/THIDagent.h"
 #include "platform/hid/HidStack.h"
 #include "platform/hid/ReportDescriptor.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// How the wait for an input report ended.
 enum class ReadOutcome { Arrived, TimedOut, Failed };
@@ -38,7 +38,7 @@ class HidInterface {
   // --- Values ---
 
   /// What the descriptor says of a variable, with the text of its string descriptor.
-  [[nodiscard]] device::VariableAttributes Attributes(std::size_t variable) const;
+  [[nodiscard]] core::device::VariableAttributes Attributes(std::size_t variable) const;
   /// Element 0 as it is in the report, signed when the logical minimum is negative.
   [[nodiscard]] std::int32_t UnScaledValue(std::size_t variable) const;
   void SetUnScaledValue(std::size_t variable, std::int32_t value);
@@ -57,8 +57,8 @@ class HidInterface {
   /// Waits for that input report, `between` getting its turn after each slice; reports of another id are passed over.
   /// `between` returns false to end the wait as failed. A report of a wrong length is a failure. The value changes only
   /// when the report arrived.
-  [[nodiscard]] ReadOutcome ReadInput(std::size_t report, base::Clock::Duration timeout, const base::Clock& clock,
-                                      const std::function<bool()>& between);
+  [[nodiscard]] ReadOutcome ReadInput(std::size_t report, core::base::Clock::Duration timeout,
+                                      const core::base::Clock& clock, const std::function<bool()>& between);
   /// Writes or asks for a feature report. False when it did not pass whole.
   [[nodiscard]] bool WriteFeature(std::size_t report);
   [[nodiscard]] bool ReadFeature(std::size_t report);
@@ -82,4 +82,4 @@ class HidInterface {
   bool m_suspicious = false;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

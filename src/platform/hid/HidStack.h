@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// One HID interface that the system knows. Texts are UTF-8.
 struct HidNode {
@@ -86,4 +86,4 @@ class HidStack {
   [[nodiscard]] virtual OpenOutcome Open(const HidNode& node) = 0;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

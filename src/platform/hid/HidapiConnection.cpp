@@ -8,7 +8,7 @@
 #include <limits>
 #include <utility>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -78,7 +78,7 @@ std::string Utf8(const wchar_t* text) {
 }
 
 HidapiConnection::HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity,
-                                   std::unique_ptr<base::Disk::Lock> claim)
+                                   std::unique_ptr<core::base::Disk::Lock> claim)
     : m_claim(std::move(claim)), m_device(std::move(device)), m_node(node), m_identity(identity) {}
 
 std::vector<std::uint8_t> HidapiConnection::ReportDescriptor() {
@@ -158,4 +158,4 @@ std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productI
   return nodes;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

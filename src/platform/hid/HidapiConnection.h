@@ -4,11 +4,11 @@
 
 #include <memory>
 
-#include "base/Disk.h"
+#include "core/base/Disk.h"
 #include "platform/hid/HidStack.h"
 #include "platform/hid/NodeIdentity.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// Text of hidapi as UTF-8; "" for a null pointer.
 [[nodiscard]] std::string Utf8(const wchar_t* text);
@@ -25,7 +25,8 @@ class HidapiConnection final : public HidConnection {
   using Handle = std::unique_ptr<hid_device, Closer>;
 
   /// `claim` keeps other programs off the board.
-  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity, std::unique_ptr<base::Disk::Lock> claim);
+  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity,
+                   std::unique_ptr<core::base::Disk::Lock> claim);
 
   [[nodiscard]] std::vector<std::uint8_t> ReportDescriptor() override;
   [[nodiscard]] std::string IndexedString(std::uint32_t index) override;
@@ -37,10 +38,10 @@ class HidapiConnection final : public HidConnection {
 
  private:
   /// Before the device, so that it is closed when others may have it.
-  std::unique_ptr<base::Disk::Lock> m_claim;
+  std::unique_ptr<core::base::Disk::Lock> m_claim;
   Handle m_device;
   HidNode m_node;
   NodeIdentity m_identity;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

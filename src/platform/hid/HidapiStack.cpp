@@ -6,7 +6,7 @@
 #include "platform/hid/HidapiConnection.h"
 #include "platform/hid/NodeIdentity.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 HidapiStack::HidapiStack() {
   // A failure shows as no device in every search.
@@ -30,7 +30,7 @@ Access HidapiStack::Look(const HidNode& node) {
 }
 
 OpenOutcome HidapiStack::Open(const HidNode& node) {
-  base::Disk::LockResult claim = LockBoard(node.path);
+  core::base::Disk::LockResult claim = LockBoard(node.path);
   if (claim.heldByAnother) return {nullptr, {Refusal::InUse, ""}};
   NodeIdentity identity;
 #ifdef __linux__
@@ -44,4 +44,4 @@ OpenOutcome HidapiStack::Open(const HidNode& node) {
   return {std::make_unique<HidapiConnection>(std::move(device), node, identity, std::move(claim.lock)), {}};
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

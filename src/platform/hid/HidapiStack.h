@@ -2,7 +2,7 @@
 
 #include "platform/hid/HidStack.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// The HID stack as hidapi offers it. One at a time: the library's own state begins and ends with it.
 class HidapiStack final : public HidStack {
@@ -17,4 +17,4 @@ class HidapiStack final : public HidStack {
   [[nodiscard]] OpenOutcome Open(const HidNode& node) override;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

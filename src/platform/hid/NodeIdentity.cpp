@@ -12,7 +12,7 @@
 #include <iterator>
 #include <system_error>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -50,4 +50,4 @@ std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -6,7 +6,7 @@
 
 #include "platform/hid/HidStack.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// Which device file stands at a path: the same path means another device after an unplug and a plug.
 struct NodeIdentity {
@@ -32,4 +32,4 @@ struct NodeProbe {
 /// The report descriptor of the device file at `path`; empty when it cannot be read. Needs no permission.
 [[nodiscard]] std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path);
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

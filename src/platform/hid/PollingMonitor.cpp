@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -30,4 +30,4 @@ std::vector<DeviceNotice> PollingMonitor::Collect(std::int32_t vendorId, std::in
   return notices;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

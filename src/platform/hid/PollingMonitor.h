@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
 #include "platform/hid/DeviceMonitor.h"
 #include "platform/hid/HidStack.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// Notices by asking the HID stack for the ids, at most once a second; for systems whose own notices are not read. A
 /// device that is unplugged and plugged in again between two looks is not noticed.
@@ -18,15 +18,15 @@ class PollingMonitor final : public DeviceMonitor {
   static constexpr std::chrono::seconds kInterval{1};
 
   /// Both must outlive the monitor.
-  PollingMonitor(HidStack& stack, const base::Clock& clock) : m_stack(stack), m_clock(clock) {}
+  PollingMonitor(HidStack& stack, const core::base::Clock& clock) : m_stack(stack), m_clock(clock) {}
 
   [[nodiscard]] std::vector<DeviceNotice> Collect(std::int32_t vendorId, std::int32_t productId) override;
 
  private:
   HidStack& m_stack;
-  const base::Clock& m_clock;
-  std::optional<base::Clock::Duration> m_lastLook;
+  const core::base::Clock& m_clock;
+  std::optional<core::base::Clock::Duration> m_lastLook;
   std::vector<std::string> m_present;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

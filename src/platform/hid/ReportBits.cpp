@@ -1,6 +1,6 @@
 #include "platform/hid/ReportBits.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -35,4 +35,4 @@ std::int32_t SignExtend(std::uint32_t value, std::size_t bits) {
   return static_cast<std::int32_t>(value);
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

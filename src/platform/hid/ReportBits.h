@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// Elements of a report are numbers of any width at any bit, least significant bit first: bit n of a report is bit n %
 /// 8 of byte n / 8. Bits beyond the report's end read 0 and are not written.
@@ -17,4 +17,4 @@ void SetBits(std::span<std::uint8_t> report, std::size_t bitOffset, std::size_t 
 /// `value`, of which only the lowest `bits` bits count, as a two's complement number.
 [[nodiscard]] std::int32_t SignExtend(std::uint32_t value, std::size_t bits);
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

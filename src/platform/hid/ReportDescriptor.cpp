@@ -4,7 +4,7 @@
 
 #include "platform/hid/DescriptorReader.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 ReportDescriptor::Result ReportDescriptor::Read(std::span<const std::uint8_t> bytes) {
   Result result;
@@ -17,7 +17,7 @@ bool ReportDescriptor::UsesReportIds() const {
   return std::any_of(m_reports.begin(), m_reports.end(), [](const DescriptorReport& report) { return report.id != 0; });
 }
 
-std::size_t ReportDescriptor::LongestReport(device::ReportType type) const {
+std::size_t ReportDescriptor::LongestReport(core::device::ReportType type) const {
   std::size_t longest = 0;
   for (const DescriptorReport& report : m_reports) {
     if (report.type == type) longest = std::max(longest, report.Bytes());
@@ -25,7 +25,7 @@ std::size_t ReportDescriptor::LongestReport(device::ReportType type) const {
   return longest;
 }
 
-std::int32_t ReportDescriptor::Find(device::ReportType type, std::int32_t usage, std::int32_t usagePage) const {
+std::int32_t ReportDescriptor::Find(core::device::ReportType type, std::int32_t usage, std::int32_t usagePage) const {
   const auto found = std::find_if(m_variables.begin(), m_variables.end(), [&](const DescriptorVariable& variable) {
     return m_reports[variable.report].type == type && variable.usagePage == usagePage &&
            variable.usageMinimum <= usage && usage <= variable.usageMaximum;
@@ -33,4 +33,4 @@ std::int32_t ReportDescriptor::Find(device::ReportType type, std::int32_t usage,
   return found == m_variables.end() ? -1 : static_cast<std::int32_t>(found - m_variables.begin());
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "device/THIDagent.h"
+#include "core/device/THIDagent.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// One report as the descriptor lays it out.
 struct DescriptorReport {
-  device::ReportType type = device::ReportType::Input;
+  core::device::ReportType type = core::device::ReportType::Input;
   /// The id that stands in front of the report on the wire; 0 when the interface uses no ids.
   std::uint8_t id = 0;
   /// Its length in bits, padding included, id excluded.
@@ -37,7 +37,7 @@ struct DescriptorVariable {
   /// Number of the USB string that names the field; 0 for none.
   std::uint32_t stringIndex = 0;
   /// All but the text of the string descriptor, which is not part of the report descriptor.
-  device::VariableAttributes attributes;
+  core::device::VariableAttributes attributes;
 };
 
 /// The reader of HID report descriptors (HID 1.11, section 6.2.2): from the descriptor's bytes to reports and fields.
@@ -75,9 +75,9 @@ class ReportDescriptor {
   /// Whether every report begins with its id on the wire.
   [[nodiscard]] bool UsesReportIds() const;
   /// Bytes of the longest report of a type without its id; 0 when there is none.
-  [[nodiscard]] std::size_t LongestReport(device::ReportType type) const;
+  [[nodiscard]] std::size_t LongestReport(core::device::ReportType type) const;
   /// The first variable with that report type, usage and usage page; -1 when there is none.
-  [[nodiscard]] std::int32_t Find(device::ReportType type, std::int32_t usage, std::int32_t usagePage) const;
+  [[nodiscard]] std::int32_t Find(core::device::ReportType type, std::int32_t usage, std::int32_t usagePage) const;
 
  private:
   friend class DescriptorReader;
@@ -92,4 +92,4 @@ struct ReportDescriptor::Result {
   std::string error;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/RaisedFlag.h"
+#include "core/base/RaisedFlag.h"
 #include "platform/hid/AccessAdvice.h"
 #include "platform/hid/BoardList.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
-StackAgent::StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonitor, const base::Clock& clock,
-                       base::EventPump pump, std::string onlyPath)
+StackAgent::StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonitor, const core::base::Clock& clock,
+                       core::base::EventPump pump, std::string onlyPath)
     : m_stack(std::move(stack)),
       m_makeMonitor(std::move(makeMonitor)),
       m_clock(clock),
@@ -46,7 +46,7 @@ void StackAgent::CloseAll() {
 bool StackAgent::SearchAndOpen() {
   if (!m_inTransfer && !m_searching && m_match.SearchOnVID && m_match.SearchOnPID) {
     {
-      const base::RaisedFlag searching(m_searching);
+      const core::base::RaisedFlag searching(m_searching);
       OpenMatching();
     }
     StopIfWanted();
@@ -80,8 +80,8 @@ Access StackAgent::Open(const HidNode& node) {
   ReportDescriptor::Result read = ReportDescriptor::Read(outcome.connection->ReportDescriptor());
   if (!read.error.empty()) return {Refusal::Failed, read.error};
 
-  const auto lengthIn = static_cast<std::int32_t>(read.descriptor.LongestReport(device::ReportType::Input));
-  const auto lengthOut = static_cast<std::int32_t>(read.descriptor.LongestReport(device::ReportType::Output));
+  const auto lengthIn = static_cast<std::int32_t>(read.descriptor.LongestReport(core::device::ReportType::Input));
+  const auto lengthOut = static_cast<std::int32_t>(read.descriptor.LongestReport(core::device::ReportType::Output));
   const std::int32_t handle = ++m_lastHandle;
   m_interfaces.push_back(
       std::make_unique<HidInterface>(handle, node, std::move(outcome.connection), std::move(read.descriptor)));
@@ -93,7 +93,7 @@ Access StackAgent::Open(const HidNode& node) {
 
 void StackAgent::Refresh() {
   if (m_inTransfer || m_delivering || m_searching) return;
-  const base::RaisedFlag delivering(m_delivering);
+  const core::base::RaisedFlag delivering(m_delivering);
   CollectNotices();
   CollectFreed();
   while (!m_pending.empty()) {
@@ -174,7 +174,7 @@ std::int32_t StackAgent::NumberOfInterfaces() const { return static_cast<std::in
 
 void StackAgent::SelectInterface(std::int32_t number) {
   if (number < 0 || number >= NumberOfInterfaces()) {
-    throw device::AgentError("There is no open interface of number " + std::to_string(number));
+    throw core::device::AgentError("There is no open interface of number " + std::to_string(number));
   }
   if (number == m_current.interfaceNumber) return;
   m_current = Selection();
@@ -182,23 +182,23 @@ void StackAgent::SelectInterface(std::int32_t number) {
 }
 
 HidInterface& StackAgent::Interface() const {
-  if (m_current.interfaceNumber < 0) throw device::AgentError("No interface is selected");
+  if (m_current.interfaceNumber < 0) throw core::device::AgentError("No interface is selected");
   return *m_interfaces[static_cast<std::size_t>(m_current.interfaceNumber)];
 }
 
-std::int32_t StackAgent::FindVariable(device::ReportType type, std::int32_t usage, std::int32_t usagePage) const {
+std::int32_t StackAgent::FindVariable(core::device::ReportType type, std::int32_t usage, std::int32_t usagePage) const {
   return Interface().Descriptor().Find(type, usage, usagePage);
 }
 
 void StackAgent::SelectVariable(std::int32_t number) {
   if (number < 0 || static_cast<std::size_t>(number) >= Interface().Descriptor().Variables().size()) {
-    throw device::AgentError("There is no variable of number " + std::to_string(number));
+    throw core::device::AgentError("There is no variable of number " + std::to_string(number));
   }
   m_current.variable = number;
 }
 
 std::size_t StackAgent::Variable() const {
-  if (m_current.variable < 0) throw device::AgentError("No variable is selected");
+  if (m_current.variable < 0) throw core::device::AgentError("No variable is selected");
   return static_cast<std::size_t>(m_current.variable);
 }
 
@@ -207,7 +207,7 @@ std::int32_t StackAgent::VariableReportNumber() const {
   return static_cast<std::int32_t>(Interface().Descriptor().Variables()[variable].report);
 }
 
-device::VariableAttributes StackAgent::Attributes() const {
+core::device::VariableAttributes StackAgent::Attributes() const {
   const std::size_t variable = Variable();
   return Interface().Attributes(variable);
 }
@@ -248,7 +248,7 @@ void StackAgent::GetElements(std::span<std::uint8_t> values) const {
 
 // --- Transfers ---
 
-std::optional<device::ReportType> StackAgent::CurrentReportType() const {
+std::optional<core::device::ReportType> StackAgent::CurrentReportType() const {
   if (m_current.interfaceNumber < 0 || m_current.report < 0) return std::nullopt;
   const auto& reports = Interface().Descriptor().Reports();
   const auto number = static_cast<std::size_t>(m_current.report);
@@ -258,15 +258,16 @@ std::optional<device::ReportType> StackAgent::CurrentReportType() const {
 
 bool StackAgent::WriteReport() {
   const auto type = CurrentReportType();
-  if (m_inTransfer || !type || *type == device::ReportType::Input) return false;
+  if (m_inTransfer || !type || *type == core::device::ReportType::Input) return false;
   const auto report = static_cast<std::size_t>(m_current.report);
-  return *type == device::ReportType::Output ? Interface().WriteOutput(report) : Interface().WriteFeature(report);
+  return *type == core::device::ReportType::Output ? Interface().WriteOutput(report) : Interface().WriteFeature(report);
 }
 
 bool StackAgent::ReadReport() {
   const auto type = CurrentReportType();
-  if (m_inTransfer || !type || *type == device::ReportType::Output) return false;
-  if (*type == device::ReportType::Feature) return Interface().ReadFeature(static_cast<std::size_t>(m_current.report));
+  if (m_inTransfer || !type || *type == core::device::ReportType::Output) return false;
+  if (*type == core::device::ReportType::Feature)
+    return Interface().ReadFeature(static_cast<std::size_t>(m_current.report));
   return WaitForInput();
 }
 
@@ -276,10 +277,10 @@ bool StackAgent::WaitForInput() {
   const std::int32_t report = m_current.report;
   ReadOutcome outcome = ReadOutcome::Failed;
   {
-    const base::RaisedFlag inTransfer(m_inTransfer);
+    const core::base::RaisedFlag inTransfer(m_inTransfer);
     outcome = open.ReadInput(static_cast<std::size_t>(report), std::chrono::milliseconds(kTimeOut), m_clock, [&] {
       const Selection selected = m_current;
-      base::Pump(m_pump);
+      core::base::Pump(m_pump);
       m_current = selected;
       return !m_stopWanted;
     });
@@ -290,4 +291,4 @@ bool StackAgent::WaitForInput() {
   return outcome == ReadOutcome::Arrived;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

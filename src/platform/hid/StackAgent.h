@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
-#include "base/EventPump.h"
-#include "device/THIDagent.h"
+#include "core/base/Clock.h"
+#include "core/base/EventPump.h"
+#include "core/device/THIDagent.h"
 #include "platform/hid/DeviceMonitor.h"
 #include "platform/hid/HidInterface.h"
 #include "platform/hid/HidStack.h"
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// THIDagent over a HID stack.
 ///
@@ -27,22 +27,22 @@ namespace kestrin::hid {
 /// wait as failed and takes effect behind it. What they select is forgotten when the wait goes on.
 /// Coming and going is reported from Refresh() alone, which also looks whether a board that another program used has
 /// become free; ReportArrived() and ReportTimedOut() at the end of a read.
-class StackAgent final : public device::THIDagent {
+class StackAgent final : public core::device::THIDagent {
  public:
   /// Makes what notices devices; called by Start().
   using MonitorFactory = std::function<std::unique_ptr<DeviceMonitor>()>;
 
   /// With `onlyPath` the agent sees no board but the one there. `clock` must outlive the agent.
-  StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonitor, const base::Clock& clock,
-             base::EventPump pump, std::string onlyPath = "");
+  StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonitor, const core::base::Clock& clock,
+             core::base::EventPump pump, std::string onlyPath = "");
   ~StackAgent() override;
   StackAgent(const StackAgent&) = delete;
   StackAgent& operator=(const StackAgent&) = delete;
 
-  void SetEvents(device::HidAgentEvents* events) override { m_events = events; }
+  void SetEvents(core::device::HidAgentEvents* events) override { m_events = events; }
   void Start() override;
   void Stop() override;
-  void SetMatch(const device::HidMatch& match) override { m_match = match; }
+  void SetMatch(const core::device::HidMatch& match) override { m_match = match; }
   [[nodiscard]] bool SearchAndOpen() override;
   void Refresh() override;
   [[nodiscard]] std::string AccessProblem() const override { return m_accessProblem; }
@@ -53,11 +53,11 @@ class StackAgent final : public device::THIDagent {
   [[nodiscard]] std::int32_t ProductId() const override { return Interface().Node().productId; }
   [[nodiscard]] std::int32_t InterfaceHandle() const override { return Interface().Handle(); }
 
-  [[nodiscard]] std::int32_t FindVariable(device::ReportType type, std::int32_t usage,
+  [[nodiscard]] std::int32_t FindVariable(core::device::ReportType type, std::int32_t usage,
                                           std::int32_t usagePage) const override;
   void SelectVariable(std::int32_t number) override;
   [[nodiscard]] std::int32_t VariableReportNumber() const override;
-  [[nodiscard]] device::VariableAttributes Attributes() const override;
+  [[nodiscard]] core::device::VariableAttributes Attributes() const override;
   /// HID devices have no place for a name or an option; both only insist on a current variable.
   void SetVariableName(const std::string& name) override;
   void SetVariableOption(std::int32_t option) override;
@@ -90,7 +90,7 @@ class StackAgent final : public device::THIDagent {
   /// The current variable's number.
   [[nodiscard]] std::size_t Variable() const;
   /// The type of the current report, if there is one.
-  [[nodiscard]] std::optional<device::ReportType> CurrentReportType() const;
+  [[nodiscard]] std::optional<core::device::ReportType> CurrentReportType() const;
   [[nodiscard]] bool IsOpen(const std::string& path) const;
   [[nodiscard]] bool IsWanted(const std::string& path) const { return m_onlyPath.empty() || path == m_onlyPath; }
   void OpenMatching();
@@ -109,12 +109,12 @@ class StackAgent final : public device::THIDagent {
 
   std::unique_ptr<HidStack> m_stack;
   MonitorFactory m_makeMonitor;
-  const base::Clock& m_clock;
-  base::EventPump m_pump;
+  const core::base::Clock& m_clock;
+  core::base::EventPump m_pump;
   std::string m_onlyPath;
 
-  device::HidAgentEvents* m_events = nullptr;
-  device::HidMatch m_match;
+  core::device::HidAgentEvents* m_events = nullptr;
+  core::device::HidMatch m_match;
   std::unique_ptr<DeviceMonitor> m_monitor;
   std::vector<std::unique_ptr<HidInterface>> m_interfaces;
   std::deque<PendingEvent> m_pending;
@@ -129,4 +129,4 @@ class StackAgent final : public device::THIDagent {
   bool m_stopWanted = false;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::vector<DeviceNotice> UdevMonitor::Collect(std::int32_t vendorId, std::int32
   return notices;
 }
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

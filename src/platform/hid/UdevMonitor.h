@@ -8,7 +8,7 @@
 struct udev;
 struct udev_monitor;
 
-namespace kestrin::hid {
+namespace kestrin::platform::hid {
 
 /// Notices of the Linux kernel, through libudev.
 class UdevMonitor final : public DeviceMonitor {
@@ -41,4 +41,4 @@ class UdevMonitor final : public DeviceMonitor {
   std::unique_ptr<udev_monitor, MonitorDeleter> m_monitor;
 };
 
-}  // namespace kestrin::hid
+}  // namespace kestrin::platform::hid

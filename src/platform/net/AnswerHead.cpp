@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
-#include "base/Text.h"
+#include "core/base/Text.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 namespace {
 
@@ -42,7 +42,7 @@ bool AnswerHead::Add(std::string_view line) {
 
 std::string AnswerHead::Value(std::string_view name) const {
   for (const auto& [header, value] : m_values)
-    if (base::EqualsIgnoringCase(header, name)) return value;
+    if (core::base::EqualsIgnoringCase(header, name)) return value;
   return "";
 }
 
@@ -59,17 +59,17 @@ bool AnswerHead::IsSound() const {
   constexpr std::string_view kLength = "Content-Length";
   const std::string length = Value(kLength);
   const bool oneLength = std::all_of(m_values.begin(), m_values.end(), [&](const auto& value) {
-    return !base::EqualsIgnoringCase(value.first, kLength) || value.second == length;
+    return !core::base::EqualsIgnoringCase(value.first, kLength) || value.second == length;
   });
   const std::string coding = Value("Transfer-Encoding");
   return m_status >= 200 && m_status <= 299 && oneLength &&
-         (coding.empty() || base::EqualsIgnoringCase(coding, "chunked"));
+         (coding.empty() || core::base::EqualsIgnoringCase(coding, "chunked"));
 }
 
 bool AnswerHead::AnnouncesClose() const {
   const std::string connection = Value("Connection");
-  return base::EqualsIgnoringCase(connection, "close") ||
-         (m_version == "HTTP/1.0" && !base::EqualsIgnoringCase(connection, "keep-alive"));
+  return core::base::EqualsIgnoringCase(connection, "close") ||
+         (m_version == "HTTP/1.0" && !core::base::EqualsIgnoringCase(connection, "keep-alive"));
 }
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 /// The head of an HTTP answer, taken over line by line.
 class AnswerHead {
@@ -38,4 +38,4 @@ class AnswerHead {
   std::vector<std::pair<std::string, std::string>> m_values;
 };
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

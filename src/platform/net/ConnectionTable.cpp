@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
-std::optional<ConnectionTable::Id> ConnectionTable::Add(Id id, const std::string& address, base::Clock::Duration now) {
+std::optional<ConnectionTable::Id> ConnectionTable::Add(Id id, const std::string& address,
+                                                        core::base::Clock::Duration now) {
   m_entries.push_back({id, address, now + m_limits.asking});
   // One at most is too many: before, there were not.
   if (Count(&address) > m_limits.ofOneAddress) return SendAway(&address);
@@ -12,7 +13,7 @@ std::optional<ConnectionTable::Id> ConnectionTable::Add(Id id, const std::string
   return std::nullopt;
 }
 
-void ConnectionTable::NoteProgress(Id id, base::Clock::Duration now) {
+void ConnectionTable::NoteProgress(Id id, core::base::Clock::Duration now) {
   for (Entry& entry : m_entries) {
     if (entry.id != id) continue;
     entry.asking = false;
@@ -24,7 +25,7 @@ void ConnectionTable::Remove(Id id) {
   std::erase_if(m_entries, [id](const Entry& entry) { return entry.id == id; });
 }
 
-std::vector<ConnectionTable::Id> ConnectionTable::Overdue(base::Clock::Duration now) {
+std::vector<ConnectionTable::Id> ConnectionTable::Overdue(core::base::Clock::Duration now) {
   std::vector<Id> overdue;
   for (Entry& entry : m_entries) {
     if (entry.ending || now < entry.deadline) continue;
@@ -49,4 +50,4 @@ ConnectionTable::Id ConnectionTable::SendAway(const std::string* address) {
   return leaving->id;
 }
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

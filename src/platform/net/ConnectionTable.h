@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 /// Who is connected to the font server, and whose connection has to end: because it takes too long, or because there
 /// are too many. Who still asks makes room for who comes, the longest one first; who is answered stays.
@@ -31,19 +31,19 @@ class ConnectionTable {
 
   /// Somebody has connected. Returns the connection that has to end for it: the new one itself when nobody else may be
   /// sent away; nothing while there is room.
-  [[nodiscard]] std::optional<Id> Add(Id id, const std::string& address, base::Clock::Duration now);
+  [[nodiscard]] std::optional<Id> Add(Id id, const std::string& address, core::base::Clock::Duration now);
   /// Its request is here, or it has taken a piece of the answer.
-  void NoteProgress(Id id, base::Clock::Duration now);
+  void NoteProgress(Id id, core::base::Clock::Duration now);
   /// The connection has ended.
   void Remove(Id id);
   /// The connections whose time is over, each told of once.
-  [[nodiscard]] std::vector<Id> Overdue(base::Clock::Duration now);
+  [[nodiscard]] std::vector<Id> Overdue(core::base::Clock::Duration now);
 
  private:
   struct Entry {
     Id id;
     std::string address;
-    base::Clock::Duration deadline;
+    core::base::Clock::Duration deadline;
     bool asking = true;
     /// It was told to end and counts no more.
     bool ending = false;
@@ -59,4 +59,4 @@ class ConnectionTable {
   std::vector<Entry> m_entries;
 };
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

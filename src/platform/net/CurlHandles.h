@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 struct CurlDeleter {
   void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
@@ -20,4 +20,4 @@ using CurlEasy = std::unique_ptr<CURL, CurlDeleter>;
 using CurlLines = std::unique_ptr<curl_slist, CurlDeleter>;
 using CurlMulti = std::unique_ptr<CURLM, CurlMultiDeleter>;
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "base/Text.h"
+#include "core/base/Text.h"
 #include "platform/net/AnswerHead.h"
 #include "platform/net/CurlHandles.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 using std::chrono::milliseconds;
 using Moment = std::chrono::steady_clock::time_point;
@@ -37,7 +37,7 @@ constexpr std::chrono::seconds kLongestLook{1};
 /// memory.
 CurlLines HeaderLines(std::string_view headers) {
   std::vector<std::string> lines{"Accept:", "Expect:"};
-  for (const std::string_view line : base::Split(headers, "\r\n"))
+  for (const std::string_view line : core::base::Split(headers, "\r\n"))
     if (!line.empty()) lines.emplace_back(line);
   CurlLines list;
   for (const std::string& line : lines) {
@@ -105,8 +105,8 @@ struct CurlTransfer::Transfer {
   int failure = 0;
   Moment heard = std::chrono::steady_clock::now();
   /// When the connection was last looked at, what of this minute is over, and what had come before it.
-  base::Clock::Duration looked{};
-  base::Clock::Duration minute{};
+  core::base::Clock::Duration looked{};
+  core::base::Clock::Duration minute{};
   std::int64_t receivedBefore = 0;
 };
 
@@ -174,7 +174,7 @@ CurlTransfer::Library::Library() { curl_global_init(CURL_GLOBAL_WIN32); }
 
 CurlTransfer::Library::~Library() { curl_global_cleanup(); }
 
-CurlTransfer::CurlTransfer(base::EventPump pump, Patience patience, const base::Clock* clock)
+CurlTransfer::CurlTransfer(core::base::EventPump pump, Patience patience, const core::base::Clock* clock)
     : m_pump(std::move(pump)), m_patience(patience), m_clock(clock != nullptr ? *clock : m_systemClock) {}
 
 CurlTransfer::~CurlTransfer() = default;
@@ -226,7 +226,7 @@ std::string CurlTransfer::NextChunk(std::size_t most) {
       const std::int64_t before = m_transfer->received;
       Drive(kTurn);
       // Whoever brings single bytes must not hold up the person.
-      if (m_transfer->received < before + kReadAtOnce) base::Pump(m_pump);
+      if (m_transfer->received < before + kReadAtOnce) core::base::Pump(m_pump);
     }
   }
   if (!m_transfer) return "";
@@ -269,8 +269,8 @@ void CurlTransfer::Drive(milliseconds wait) {
 
 void CurlTransfer::CheckDemand() {
   Transfer& transfer = *m_transfer;
-  const base::Clock::Duration now = m_clock.Now();
-  transfer.minute += std::min<base::Clock::Duration>(now - std::exchange(transfer.looked, now), kLongestLook);
+  const core::base::Clock::Duration now = m_clock.Now();
+  transfer.minute += std::min<core::base::Clock::Duration>(now - std::exchange(transfer.looked, now), kLongestLook);
   if (transfer.minute < kMinute || transfer.IsWhole()) return;
   transfer.minute = {};
   const std::int64_t brought = transfer.received - std::exchange(transfer.receivedBefore, transfer.received);
@@ -281,7 +281,7 @@ void CurlTransfer::AwaitNothingMore() {
   const Moment until = std::chrono::steady_clock::now() + (m_transfer->head.AnnouncesClose() ? kUntilClosed : kMoment);
   do {
     Drive(kMoment);
-    base::Pump(m_pump);
+    core::base::Pump(m_pump);
     if (!m_transfer) return;
   } while (!m_transfer->ended && std::chrono::steady_clock::now() < until);
   if (!m_transfer->ended) m_transfer->End(0);
@@ -291,4 +291,4 @@ void CurlTransfer::Tell() {
   if (m_onStateChanged) m_onStateChanged(m_transfer->failure);
 }
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
-#include "base/Clock.h"
-#include "base/EventPump.h"
-#include "update/TransferControl.h"
+#include "core/base/Clock.h"
+#include "core/base/EventPump.h"
+#include "core/update/TransferControl.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 /// The transfer control over libcurl: plain HTTP, POST only, one connection for each request, no proxy whatever the
 /// environment says. It works only while it is called and keeps no more of an answer than a chunk and what came with
@@ -21,7 +21,7 @@ namespace kestrin::net {
 /// than is demanded (the head and what frames the pieces of a body count as nothing), when the answer's status is not
 /// 200 to 299, and when its body is longer than it says. It was disconnected (state kDisconnected) when the connection
 /// ends before the answer is whole. Whoever reads on after a failure is told of it again.
-class CurlTransfer final : public update::TransferControl {
+class CurlTransfer final : public core::update::TransferControl {
  public:
   struct Patience {
     /// For finding the server and connecting.
@@ -32,8 +32,8 @@ class CurlTransfer final : public update::TransferControl {
 
   /// `pump` gives the person's interface its turn while the next bytes are awaited. `clock` tells the minutes in which
   /// something is demanded; it must outlive this object. Null: the computer's own.
-  explicit CurlTransfer(base::EventPump pump, Patience patience, const base::Clock* clock = nullptr);
-  explicit CurlTransfer(base::EventPump pump) : CurlTransfer(std::move(pump), Patience{}) {}
+  explicit CurlTransfer(core::base::EventPump pump, Patience patience, const core::base::Clock* clock = nullptr);
+  explicit CurlTransfer(core::base::EventPump pump) : CurlTransfer(std::move(pump), Patience{}) {}
   ~CurlTransfer() override;
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -68,10 +68,10 @@ class CurlTransfer final : public update::TransferControl {
   /// Ends the request when a minute is over that has brought too little.
   void CheckDemand();
 
-  base::EventPump m_pump;
+  core::base::EventPump m_pump;
   Patience m_patience;
-  base::SystemClock m_systemClock;
-  const base::Clock& m_clock;
+  core::base::SystemClock m_systemClock;
+  const core::base::Clock& m_clock;
   std::int64_t m_demand = 0;
   StateChanged m_onStateChanged;
   /// From the first request on: most runs of a program ask for nothing.
@@ -79,4 +79,4 @@ class CurlTransfer final : public update::TransferControl {
   std::unique_ptr<Transfer> m_transfer;
 };
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

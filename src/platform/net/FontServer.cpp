@@ -18,7 +18,7 @@
 #include <system_error>
 #include <utility>
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 namespace {
 
@@ -82,8 +82,8 @@ std::string NetworkOf(const sockaddr* address) {
 }  // namespace
 
 struct FontServer::Impl {
-  Impl(FontAnswers theAnswers, std::function<void(const std::string&)> theNote, const base::Clock& theClock,
-       const ConnectionTable::Limits& theLimits)
+  Impl(core::update::FontAnswers theAnswers, std::function<void(const std::string&)> theNote,
+       const core::base::Clock& theClock, const ConnectionTable::Limits& theLimits)
       : answers(std::move(theAnswers)),
         note(std::move(theNote)),
         clock(theClock),
@@ -125,9 +125,9 @@ struct FontServer::Impl {
   static void Notice(void* self, MHD_Connection* connection, void** context, MHD_ConnectionNotificationCode what);
   static ssize_t GiveFile(void* sending, std::uint64_t position, char* buffer, std::size_t most);
 
-  FontAnswers answers;
+  core::update::FontAnswers answers;
   std::function<void(const std::string&)> note;
-  const base::Clock& clock;
+  const core::base::Clock& clock;
   ConnectionTable::Limits limits;
   ConnectionTable connections;
   std::string address;
@@ -153,7 +153,7 @@ bool FontServer::Impl::Start(const addrinfo& place) {
 }
 
 bool FontServer::Impl::Begin(MHD_Connection* connection, std::string_view url, std::string_view method) {
-  const bool known = url == FontAnswers::kTextPath || url == FontAnswers::kDownloadPath;
+  const bool known = url == core::update::FontAnswers::kTextPath || url == core::update::FontAnswers::kDownloadPath;
   if (method != MHD_HTTP_METHOD_POST || !known) return QueueText(connection, kNotFound, "");
   const std::optional<std::size_t> length = LengthOf(connection);
   if (!length) return QueueText(connection, kLengthRequired, "");
@@ -175,8 +175,8 @@ Response FontServer::Impl::FileResponse(const std::filesystem::path& path, Conne
 }
 
 bool FontServer::Impl::Answer(MHD_Connection* connection, std::string_view url, const Request& request) {
-  FontAnswers::Answer answer =
-      url == FontAnswers::kTextPath ? answers.Text(request.body) : answers.Download(request.body);
+  core::update::FontAnswers::Answer answer =
+      url == core::update::FontAnswers::kTextPath ? answers.Text(request.body) : answers.Download(request.body);
   connections.NoteProgress(request.id, clock.Now());
   Response file;
   if (answer.file) {
@@ -257,8 +257,8 @@ void FontServer::Impl::EndOverdue() {
   for (const ConnectionTable::Id id : connections.Overdue(clock.Now())) End(id);
 }
 
-FontServer::FontServer(FontAnswers answers, std::function<void(const std::string&)> note, const base::Clock& clock,
-                       const ConnectionTable::Limits& limits)
+FontServer::FontServer(core::update::FontAnswers answers, std::function<void(const std::string&)> note,
+                       const core::base::Clock& clock, const ConnectionTable::Limits& limits)
     : m_impl(std::make_unique<Impl>(std::move(answers), std::move(note), clock, limits)) {}
 
 FontServer::~FontServer() = default;
@@ -293,4 +293,4 @@ std::string FontServer::Run(const std::function<bool()>& goOn) {
   return "";
 }
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "base/Clock.h"
+#include "core/base/Clock.h"
+#include "core/update/FontAnswers.h"
 #include "platform/net/ConnectionTable.h"
-#include "platform/net/FontAnswers.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 
 /// A small update server over a collection of fonts, for font makers and for trying things out. It works on the thread
 /// that runs it, answers one request on each connection and gives no client more memory or time than a request needs.
@@ -20,9 +20,10 @@ class FontServer {
   static constexpr std::size_t kLongestRequest = 8192;
 
   /// `note` is told what was answered. The clock must outlive the server.
-  FontServer(FontAnswers answers, std::function<void(const std::string&)> note, const base::Clock& clock,
-             const ConnectionTable::Limits& limits);
-  FontServer(FontAnswers answers, std::function<void(const std::string&)> note, const base::Clock& clock)
+  FontServer(core::update::FontAnswers answers, std::function<void(const std::string&)> note,
+             const core::base::Clock& clock, const ConnectionTable::Limits& limits);
+  FontServer(core::update::FontAnswers answers, std::function<void(const std::string&)> note,
+             const core::base::Clock& clock)
       : FontServer(std::move(answers), std::move(note), clock, ConnectionTable::Limits{}) {}
   ~FontServer();
   FontServer(const FontServer&) = delete;
@@ -42,4 +43,4 @@ class FontServer {
   std::unique_ptr<Impl> m_impl;
 };
 
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -15,7 +15,7 @@
 #include <cstdlib>
 #endif
 
-namespace kestrin::process {
+namespace kestrin::platform::process {
 
 #if defined(_WIN32)
 
@@ -50,4 +50,4 @@ bool OutputHasReader() {
 
 #endif
 
-}  // namespace kestrin::process
+}  // namespace kestrin::platform::process

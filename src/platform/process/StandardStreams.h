@@ -1,6 +1,6 @@
 #pragma once
 
-namespace kestrin::process {
+namespace kestrin::platform::process {
 
 /// Makes standard input, output and error safe to use. To be called first in main(), before any file is opened.
 ///
@@ -16,4 +16,4 @@ void GuardStandardStreams();
 /// terminal has hung up.
 [[nodiscard]] bool OutputHasReader();
 
-}  // namespace kestrin::process
+}  // namespace kestrin::platform::process

@@ -8,7 +8,7 @@
 #include <csignal>
 #endif
 
-namespace kestrin::process {
+namespace kestrin::platform::process {
 
 namespace {
 
@@ -84,4 +84,4 @@ void ReleaseStopSignals() {
 #endif
 }
 
-}  // namespace kestrin::process
+}  // namespace kestrin::platform::process

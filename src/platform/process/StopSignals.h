@@ -1,6 +1,6 @@
 #pragma once
 
-namespace kestrin::process {
+namespace kestrin::platform::process {
 
 /// The signals that ask a program to stop, by the numbers that they have wherever there are signals.
 enum StopSignal : int {
@@ -20,4 +20,4 @@ void CatchStopSignals(void (*handler)(int signal));
 /// The signals end the program again.
 void ReleaseStopSignals();
 
-}  // namespace kestrin::process
+}  // namespace kestrin::platform::process

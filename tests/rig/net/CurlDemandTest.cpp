@@ -13,11 +13,11 @@ namespace kestrin::support {
 namespace {
 
 using namespace std::chrono_literals;
-using net::CurlTransfer;
+using platform::net::CurlTransfer;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Connection = ScriptedServer::Connection;
-using Control = update::TransferControl;
+using Control = core::update::TransferControl;
 
 constexpr std::int64_t kAMinute = 65536;
 

@@ -13,12 +13,12 @@
 namespace kestrin::support {
 namespace {
 
-using net::CurlTransfer;
+using platform::net::CurlTransfer;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Connection = ScriptedServer::Connection;
-using Control = update::TransferControl;
+using Control = core::update::TransferControl;
 
 constexpr const char* kHeaders = "Host:example\r\nX-One:1\r\nContent-Type:application/x-www-form-urlencoded";
 constexpr std::size_t kChunk = 8192;

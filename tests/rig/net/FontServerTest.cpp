@@ -12,7 +12,7 @@
 #include "support/FakeClock.h"
 #include "support/TestFiles.h"
 
-namespace kestrin::net {
+namespace kestrin::platform::net {
 namespace {
 
 using namespace std::chrono_literals;
@@ -60,7 +60,7 @@ class FontServerTest : public testing::Test {
   support::FakeClock clock;
   std::string sound = std::string(1024 * 1024, 's') + "end";
   std::vector<std::string> notes;
-  FontServer server{FontAnswers(FontCollection(folder.Path())),
+  FontServer server{core::update::FontAnswers(core::update::FontCollection(folder.Path())),
                     [this](const std::string& note) { notes.push_back(note); }, clock};
 };
 
@@ -181,4 +181,4 @@ TEST_F(FontServerTest, WhoTakesNoPieceOfAFileForAMinuteIsLeft) {
 }
 
 }  // namespace
-}  // namespace kestrin::net
+}  // namespace kestrin::platform::net

@@ -1,4 +1,4 @@
-#include "update/HttpRequest.h"
+#include "core/update/HttpRequest.h"
 
 #include <gmock/gmock.h>
 
@@ -10,9 +10,9 @@
 namespace kestrin::support {
 namespace {
 
+using core::update::HttpRequest;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using update::HttpRequest;
 
 std::string Whole(const std::string& body) {
   return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
@@ -43,8 +43,8 @@ class HttpRequestRig : public testing::Test {
   }
 
   TemporaryFolder m_folder;
-  files::SystemDisk m_disk;
-  net::CurlTransfer m_transfer{{}};
+  platform::files::SystemDisk m_disk;
+  platform::net::CurlTransfer m_transfer{{}};
   std::vector<std::int16_t> m_progress;
   std::vector<std::string> m_requests;
 };

@@ -16,15 +16,15 @@
 #include <vector>
 
 #include "PrivateSoundService.h"
+#include "core/sound/LSU_SoundFile.h"
 #include "platform/desktop/WavFile.h"
-#include "sound/LSU_SoundFile.h"
 #include "support/FakeClock.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::support {
 namespace {
 
-using desktop::PulsePlayer;
+using platform::desktop::PulsePlayer;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 
@@ -42,7 +42,7 @@ class PulsePlayerTest : public testing::Test {
  protected:
   /// A preview file with these samples.
   std::filesystem::path Wav(std::span<const std::int16_t> samples) {
-    sound::LSU_SoundFile file;
+    core::sound::LSU_SoundFile file;
     EXPECT_TRUE(file.ReadFile(support::WriteSoundFile(folder / "sound.lsu", samples)));
     EXPECT_TRUE(file.WriteWav(folder / "temp.wav"));
     return folder / "temp.wav";
@@ -162,7 +162,7 @@ TEST_F(PulsePlayerTest, ReadsTheFileBesideWhoeverPlaysIt) {
   support::WriteBytes(large, bytes);
   std::filesystem::resize_file(large, 44 + (1 << 24));
   std::uint64_t before = BytesReadHere();
-  EXPECT_TRUE(desktop::WavFile::Read(large));
+  EXPECT_TRUE(platform::desktop::WavFile::Read(large));
   EXPECT_GE(BytesReadHere() - before, 1U << 24) << "it is counted";
   before = BytesReadHere();
   PulsePlayer player(clock);

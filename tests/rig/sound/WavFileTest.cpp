@@ -6,7 +6,7 @@
 
 #include "support/TestFiles.h"
 
-namespace kestrin::desktop {
+namespace kestrin::platform::desktop {
 namespace {
 
 using namespace std::string_literals;
@@ -49,4 +49,4 @@ TEST(WavFile, RefusesEverythingElse) {
 }
 
 }  // namespace
-}  // namespace kestrin::desktop
+}  // namespace kestrin::platform::desktop

@@ -1,5 +1,5 @@
+#include "core/sound/ConfigurationFile.h"
 #include "rig/window/AccessibleNames.h"
-#include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
 #include "support/RecordingDisk.h"
 
@@ -10,7 +10,8 @@ using testing::IsSupersetOf;
 
 TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
   const support::CompleteSet set(4800);
-  ASSERT_EQ(sound::ConfigurationFile::Save(set.configuration, m_folder / "my saber.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(core::sound::ConfigurationFile::Save(set.configuration, m_folder / "my saber.lscfg", support::AnyDisk()),
+            "");
   std::filesystem::create_directory(m_folder / "folder");
   support::WriteSoundFile(m_folder / "sound.lsu", support::SomeSamples(9600));
   Start(m_folder / "my saber.lscfg");

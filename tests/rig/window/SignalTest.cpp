@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "cli/KestrinctlTest.h"
+#include "core/sound/ConfigurationFile.h"
 #include "rig/window/ProgramFolder.h"
 #include "rig/window/WindowProgram.h"
-#include "sound/ConfigurationFile.h"
 #include "support/CompleteSet.h"
 #include "support/RecordingDisk.h"
 
@@ -23,7 +23,7 @@ class ToldToEnd : public support::KestrinctlTest, public testing::WithParamInter
   ToldToEnd() {
     m_environment.emplace_back("LD_PRELOAD");
     std::filesystem::create_directories(m_data);
-    EXPECT_EQ(sound::ConfigurationFile::Save(m_set.configuration, m_path, support::AnyDisk()), "");
+    EXPECT_EQ(core::sound::ConfigurationFile::Save(m_set.configuration, m_path, support::AnyDisk()), "");
   }
 
   void Start(const std::string& boardOptions = "") {

@@ -6,10 +6,10 @@
 #include <set>
 
 #include "HelpFiles.h"
-#include "app/help/HelpContents.h"
-#include "app/help/HelpTopics.h"
+#include "ui/help/HelpContents.h"
+#include "ui/help/HelpTopics.h"
 
-namespace kestrin::platform {
+namespace kestrin::platform::desktop {
 namespace {
 
 namespace fs = std::filesystem;
@@ -43,13 +43,13 @@ TEST_P(HelpFile, HoldsTheStyleSheetOfThePages) {
 
 TEST_P(HelpFile, LeadsEveryContextNumberToItsPlace) {
   const CompiledHelp help(GetParam());
-  for (const auto& [context, place] : app::HelpTopics())
+  for (const auto& [context, place] : ui::help::HelpTopics())
     EXPECT_EQ(help.PlaceOf(static_cast<std::uint32_t>(context)), place) << static_cast<int>(context);
 }
 
 TEST_P(HelpFile, KnowsNoOtherContextNumbers) {
   std::set<std::uint32_t> known;
-  for (const auto& topic : app::HelpTopics()) known.insert(static_cast<std::uint32_t>(topic.context));
+  for (const auto& topic : ui::help::HelpTopics()) known.insert(static_cast<std::uint32_t>(topic.context));
   const CompiledHelp help(GetParam());
   for (std::uint32_t number = 0; number < 3000; ++number)
     EXPECT_EQ(help.PlaceOf(number).has_value(), known.count(number) == 1) << number;
@@ -58,7 +58,7 @@ TEST_P(HelpFile, KnowsNoOtherContextNumbers) {
 TEST_P(HelpFile, HasTheContentsOfTheSource) {
   const auto contents = CompiledHelp(GetParam()).Contents();
   EXPECT_GT(contents.size(), 10U);
-  EXPECT_EQ(contents, app::ReadHelpContents(SourcePage("contents.hhc")));
+  EXPECT_EQ(contents, ui::help::ReadHelpContents(SourcePage("contents.hhc")));
 }
 
 TEST_P(HelpFile, HasNoPageOfAnotherName) {
@@ -137,4 +137,4 @@ TEST_F(DamagedHelp, OtherFilesAreDamaged) {
 }
 
 }  // namespace
-}  // namespace kestrin::platform
+}  // namespace kestrin::platform::desktop

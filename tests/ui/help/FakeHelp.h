@@ -6,16 +6,16 @@
 #include <string>
 #include <vector>
 
-#include "app/help/HelpSource.h"
+#include "ui/help/HelpSource.h"
 
 namespace kestrin::testing {
 
 /// A help of a few pages, made up in the test.
-class FakeHelp : public app::HelpSource {
+class FakeHelp : public ui::help::HelpSource {
  public:
   std::map<std::string, std::string> pages;
   std::map<std::uint32_t, std::string> places;
-  std::vector<app::HelpEntry> contents;
+  std::vector<ui::help::HelpEntry> contents;
   std::string problem;
 
   /// Adds a page with a title and a body.
@@ -33,7 +33,7 @@ class FakeHelp : public app::HelpSource {
     const auto found = places.find(context);
     return found == places.end() ? std::nullopt : std::optional(found->second);
   }
-  [[nodiscard]] std::vector<app::HelpEntry> Contents() const override { return contents; }
+  [[nodiscard]] std::vector<ui::help::HelpEntry> Contents() const override { return contents; }
   [[nodiscard]] std::vector<std::string> Pages() const override {
     std::vector<std::string> paths;
     for (const auto& [path, page] : pages) paths.push_back(path);

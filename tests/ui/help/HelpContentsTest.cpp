@@ -1,8 +1,8 @@
-#include "app/help/HelpContents.h"
+#include "ui/help/HelpContents.h"
 
 #include <gmock/gmock.h>
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
 using ::testing::ElementsAre;
@@ -55,4 +55,4 @@ TEST(HelpContents, MoreEndsThanBeginningsStayOutermost) {
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

@@ -1,8 +1,8 @@
-#include "app/help/HelpContextTable.h"
+#include "ui/help/HelpContextTable.h"
 
 #include <gtest/gtest.h>
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
 using namespace std::string_literals;
@@ -51,4 +51,4 @@ TEST(HelpContextTable, TextWithoutItsEndOrWithoutLettersIsNone) {
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

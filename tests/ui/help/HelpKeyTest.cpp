@@ -1,4 +1,4 @@
-#include "app/help/HelpKey.h"
+#include "ui/help/HelpKey.h"
 
 #include <gmock/gmock.h>
 
@@ -8,9 +8,9 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/help/TopicOf.h"
+#include "ui/kit/TopicOf.h"
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
 using ::testing::ElementsAre;
@@ -25,40 +25,41 @@ TEST(TopicOf, NearestWidgetWithATopicCounts) {
   QWidget window;
   QWidget panel(&window);
   QLineEdit inner(&panel);
-  EXPECT_EQ(TopicOf(&inner), HelpContext::Overview);
-  SetHelpContext(window, HelpContext::Main);
-  EXPECT_EQ(TopicOf(&inner), HelpContext::Main);
-  SetHelpContext(panel, HelpContext::Explorer);
-  EXPECT_EQ(TopicOf(&inner), HelpContext::Explorer);
-  SetHelpContext(inner, HelpContext::FileList);
-  EXPECT_EQ(TopicOf(&inner), HelpContext::FileList);
-  EXPECT_EQ(TopicOf(&window), HelpContext::Main);
+  EXPECT_EQ(kit::TopicOf(&inner), kit::HelpContext::Overview);
+  kit::SetHelpContext(window, kit::HelpContext::Main);
+  EXPECT_EQ(kit::TopicOf(&inner), kit::HelpContext::Main);
+  kit::SetHelpContext(panel, kit::HelpContext::Explorer);
+  EXPECT_EQ(kit::TopicOf(&inner), kit::HelpContext::Explorer);
+  kit::SetHelpContext(inner, kit::HelpContext::FileList);
+  EXPECT_EQ(kit::TopicOf(&inner), kit::HelpContext::FileList);
+  EXPECT_EQ(kit::TopicOf(&window), kit::HelpContext::Main);
 }
 
-TEST(TopicOf, NoWidgetHasTheOverview) { EXPECT_EQ(TopicOf(nullptr), HelpContext::Overview); }
+TEST(TopicOf, NoWidgetHasTheOverview) { EXPECT_EQ(kit::TopicOf(nullptr), kit::HelpContext::Overview); }
 
 TEST(TopicOf, TopicIsThePropertyThatFormsCanSet) {
   QWidget widget;
   widget.setProperty("helpContext", 1050);
-  EXPECT_EQ(TopicOf(&widget), HelpContext::Memory);
+  EXPECT_EQ(kit::TopicOf(&widget), kit::HelpContext::Memory);
 }
 
 class HelpKeyTest : public ::testing::Test {
  protected:
   HelpKeyTest() {
-    SetHelpContext(m_window, HelpContext::Slots);
-    QObject::connect(&m_key, &HelpKey::topicRequested, [this](HelpContext context) { m_asked.push_back(context); });
+    kit::SetHelpContext(m_window, kit::HelpContext::Slots);
+    QObject::connect(&m_key, &HelpKey::topicRequested,
+                     [this](kit::HelpContext context) { m_asked.push_back(context); });
   }
 
   HelpKey m_key;
   QWidget m_window;
   QLineEdit m_inner{&m_window};
-  std::vector<HelpContext> m_asked;
+  std::vector<kit::HelpContext> m_asked;
 };
 
 TEST_F(HelpKeyTest, F1AsksForTheTopicOfTheControlOnce) {
   Press(m_inner, Qt::Key_F1);
-  EXPECT_THAT(m_asked, ElementsAre(HelpContext::Slots));
+  EXPECT_THAT(m_asked, ElementsAre(kit::HelpContext::Slots));
 }
 
 TEST_F(HelpKeyTest, OtherKeysAskForNothing) {
@@ -78,8 +79,8 @@ TEST_F(HelpKeyTest, KeyHeldDownAsksOnce) {
   Press(m_inner, Qt::Key_F1);
   QKeyEvent repeated(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, QString(), true);
   QApplication::sendEvent(&m_inner, &repeated);
-  EXPECT_THAT(m_asked, ElementsAre(HelpContext::Slots));
+  EXPECT_THAT(m_asked, ElementsAre(kit::HelpContext::Slots));
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "HelpFiles.h"
-#include "app/help/HelpContents.h"
-#include "app/help/HelpTopics.h"
+#include "ui/help/HelpContents.h"
+#include "ui/help/HelpTopics.h"
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
 using testing::BytesOf;
@@ -80,11 +80,12 @@ TEST(HelpPages, EveryContextNumberHasItsTopic) {
 
 TEST(HelpPages, EverySlotHasItsTopic) {
   // Kinds: 1 boot, 2 power on, 3 power off, 4 motion, 5 impact, 6 lock-up, 7 idle.
-  constexpr HelpContext kSlots[] = {HelpContext::Boot,   HelpContext::PwrOn,  HelpContext::PwrOff, HelpContext::Motion,
-                                    HelpContext::Impact, HelpContext::Lockup, HelpContext::Idle};
-  for (int kind = 1; kind <= 7; ++kind) EXPECT_EQ(HelpContextOfSlot(kind), kSlots[kind - 1]) << kind;
-  EXPECT_EQ(HelpContextOfSlot(0), HelpContext::Slots);
-  EXPECT_EQ(HelpContextOfSlot(8), HelpContext::Slots);
+  constexpr kit::HelpContext kSlots[] = {kit::HelpContext::Boot,   kit::HelpContext::PwrOn,  kit::HelpContext::PwrOff,
+                                         kit::HelpContext::Motion, kit::HelpContext::Impact, kit::HelpContext::Lockup,
+                                         kit::HelpContext::Idle};
+  for (int kind = 1; kind <= 7; ++kind) EXPECT_EQ(kit::HelpContextOfSlot(kind), kSlots[kind - 1]) << kind;
+  EXPECT_EQ(kit::HelpContextOfSlot(0), kit::HelpContext::Slots);
+  EXPECT_EQ(kit::HelpContextOfSlot(8), kit::HelpContext::Slots);
 }
 
 TEST(HelpPages, NameNoColourAndRunNothing) {
@@ -185,4 +186,4 @@ TEST(HelpPages, FactoryValuesAndRangesAreThoseOfTheBoard) {
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

@@ -1,10 +1,10 @@
-#include "app/help/HelpSeal.h"
+#include "ui/help/HelpSeal.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
 using namespace std::string_literals;
@@ -50,4 +50,4 @@ TEST(HelpSeal, FileTooShortForOneHasNone) {
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

@@ -1,10 +1,10 @@
-#include "app/help/HelpSearch.h"
+#include "ui/help/HelpSearch.h"
 
 #include <gmock/gmock.h>
 
 #include "FakeHelp.h"
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
 using ::testing::ElementsAre;
@@ -90,4 +90,4 @@ TEST_F(HelpSearchTest, HelpThatCannotBeReadHasNoHits) {
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

@@ -1,4 +1,4 @@
-#include "app/help/HelpWindow.h"
+#include "ui/help/HelpWindow.h"
 
 #include <gmock/gmock.h>
 
@@ -18,14 +18,14 @@
 #include <QWindow>
 
 #include "FakeHelp.h"
-#include "app/help/HelpBrowser.h"
-#include "app/help/HelpTopics.h"
 #include "platform/desktop/CompiledHelp.h"
+#include "ui/help/HelpBrowser.h"
+#include "ui/help/HelpTopics.h"
 
-namespace kestrin::app {
+namespace kestrin::ui::help {
 namespace {
 
-using platform::CompiledHelp;
+using platform::desktop::CompiledHelp;
 
 /// The window over the real help file.
 class HelpWindowTest : public ::testing::Test {
@@ -87,22 +87,22 @@ TEST_F(HelpWindowTest, ShowsTheTopicOfEveryContextNumber) {
 
 TEST_F(HelpWindowTest, ScrollsToThePlaceOnThePage) {
   m_window.resize(960, 400);
-  m_window.ShowTopic(HelpContext::Slots);
+  m_window.ShowTopic(kit::HelpContext::Slots);
   EXPECT_EQ(Page().cursorForPosition(QPoint(2, 2)).position(), 0);
-  m_window.ShowTopic(HelpContext::Lockup);
+  m_window.ShowTopic(kit::HelpContext::Lockup);
   const QString top = Page().cursorForPosition(QPoint(40, 8)).block().text();
   EXPECT_EQ(top, "Lock-up");
 }
 
 TEST_F(HelpWindowTest, UnknownNumberShowsTheFirstPage) {
-  m_window.ShowTopic(HelpContext::Memory);
-  m_window.ShowTopic(static_cast<HelpContext>(77));
+  m_window.ShowTopic(kit::HelpContext::Memory);
+  m_window.ShowTopic(static_cast<kit::HelpContext>(77));
   EXPECT_EQ(Place(), "overview.html");
 }
 
 TEST_F(HelpWindowTest, BackAndForwardFollowWhatWasRead) {
-  m_window.ShowTopic(HelpContext::Memory);
-  m_window.ShowTopic(HelpContext::Preview);
+  m_window.ShowTopic(kit::HelpContext::Memory);
+  m_window.ShowTopic(kit::HelpContext::Preview);
   Get<QToolButton>("helpBack").click();
   EXPECT_EQ(Place(), "memory.html");
   Trigger(Qt::ALT | Qt::Key_Left);
@@ -125,7 +125,7 @@ TEST_F(HelpWindowTest, ContentsLeadToEveryPageAndFollowIt) {
   emit contents.itemClicked(group->child(1), 0);
   EXPECT_EQ(Place(), "slots.html");
   EXPECT_EQ(contents.currentItem(), group->child(1));
-  m_window.ShowTopic(HelpContext::Lockup);
+  m_window.ShowTopic(kit::HelpContext::Lockup);
   EXPECT_EQ(contents.currentItem(), group->child(1)) << "a place on the page belongs to the page's line";
   emit contents.itemClicked(group, 0);
   EXPECT_EQ(Place(), "slots.html#lockup") << "a heading leads nowhere";
@@ -175,20 +175,20 @@ TEST_F(HelpWindowTest, EmptySearchShowsTheContentsAgainWithoutMarks) {
 }
 
 TEST_F(HelpWindowTest, ControlFGoesToTheSearch) {
-  m_window.ShowTopic(HelpContext::Memory);
+  m_window.ShowTopic(kit::HelpContext::Memory);
   Trigger(Qt::CTRL | Qt::Key_F);
   EXPECT_EQ(m_window.focusWidget(), &Get<QLineEdit>("helpSearch"));
 }
 
 TEST_F(HelpWindowTest, EscapeClosesTheWindow) {
-  m_window.ShowTopic(HelpContext::Memory);
+  m_window.ShowTopic(kit::HelpContext::Memory);
   ASSERT_TRUE(m_window.isVisible());
   Trigger(Qt::Key_Escape);
   EXPECT_FALSE(m_window.isVisible());
 }
 
 TEST_F(HelpWindowTest, EscapeLeavesTheSearchBeforeItClosesTheWindow) {
-  m_window.ShowTopic(HelpContext::Memory);
+  m_window.ShowTopic(kit::HelpContext::Memory);
   Get<QLineEdit>("helpSearch").setText("memory");
   ASSERT_TRUE(Get<QListWidget>("helpResults").isVisible());
   Trigger(Qt::Key_Escape);
@@ -212,10 +212,10 @@ TEST_F(HelpWindowTest, LinksStayInsideTheHelp) {
 }
 
 TEST_F(HelpWindowTest, ClickedLinkLeadsToItsPlace) {
-  m_window.ShowTopic(HelpContext::LedFrame);
+  m_window.ShowTopic(kit::HelpContext::LedFrame);
   ClickLink("#picker");
   EXPECT_EQ(Place(), "led.html#picker");
-  m_window.ShowTopic(HelpContext::Main);
+  m_window.ShowTopic(kit::HelpContext::Main);
   ClickLink("motion.html");
   EXPECT_EQ(Place(), "motion.html");
   Get<QToolButton>("helpBack").click();
@@ -229,7 +229,7 @@ TEST_F(HelpWindowTest, MissingPageSaysSo) {
 }
 
 TEST_F(HelpWindowTest, PageFollowsTheColoursOfTheWindow) {
-  m_window.ShowTopic(HelpContext::Download);
+  m_window.ShowTopic(kit::HelpContext::Download);
   m_window.resize(960, 640);
   for (const auto& [base, text] : {std::pair(QColor(Qt::black), QColor(Qt::white)), {Qt::white, Qt::black}}) {
     QPalette palette;
@@ -265,18 +265,18 @@ TEST_F(HelpWindowTest, CanBeUsedWhileADialogWaits) {
   m_window.winId();
   LockCounter lock;
   m_window.windowHandle()->installEventFilter(&lock);
-  m_window.ShowTopic(HelpContext::Memory);
+  m_window.ShowTopic(kit::HelpContext::Memory);
 
   auto dialog = std::make_unique<QDialog>();
   dialog->setWindowModality(Qt::ApplicationModal);
   dialog->show();
   ASSERT_EQ(lock.locked, 1) << "the dialog locks a window that has nothing to do with it";
-  m_window.ShowTopic(HelpContext::UpdateForm);
+  m_window.ShowTopic(kit::HelpContext::UpdateForm);
   EXPECT_TRUE(m_window.isVisible());
   EXPECT_EQ(lock.locked, 0);
 
   dialog.reset();
-  m_window.ShowTopic(HelpContext::Memory);
+  m_window.ShowTopic(kit::HelpContext::Memory);
   EXPECT_TRUE(m_window.isVisible());
   EXPECT_EQ(lock.locked, 0);
   m_window.windowHandle()->removeEventFilter(&lock);
@@ -285,7 +285,7 @@ TEST_F(HelpWindowTest, CanBeUsedWhileADialogWaits) {
 TEST(HelpWindowWithoutHelp, SaysWhichFileIsMissingAndWhereItBelongs) {
   const CompiledHelp help("/nowhere at all/kestrinusb.chm");
   HelpWindow window(help);
-  window.ShowTopic(HelpContext::Memory);
+  window.ShowTopic(kit::HelpContext::Memory);
   const QString text = window.findChild<HelpBrowser*>("helpPage")->toPlainText();
   EXPECT_TRUE(text.contains("kestrinusb.chm"));
   EXPECT_TRUE(text.contains("/nowhere at all"));
@@ -301,4 +301,4 @@ TEST(HelpWindowWithoutHelp, NamesWithMarkupAreShownAsTheyAre) {
 }
 
 }  // namespace
-}  // namespace kestrin::app
+}  // namespace kestrin::ui::help

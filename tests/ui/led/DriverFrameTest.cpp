@@ -1,8 +1,8 @@
 // "Driver configuration", and how the panel comes up.
 
-#include "app/CommandGate.h"
-#include "app/help/TopicOf.h"
-#include "led/LedSetup.h"
+#include "core/ledsetup/LedSetup.h"
+#include "ui/kit/CommandGate.h"
+#include "ui/kit/TopicOf.h"
 #include "ui/led/LedPanelFixture.h"
 
 namespace kestrin::support {
@@ -98,14 +98,14 @@ TEST_F(DriverFrame, EveryControlHasItsPictureNameAndTopic) {
   StartLed(40);
   for (const char* const button : {"btnUpdateLED", "btnSendPulse", "btnSendFoc", "btnOpenLED", "btnSaveLED"})
     EXPECT_FALSE(Find<QAbstractButton>(button).icon().isNull()) << button;
-  const auto topic = [this](const char* control) { return app::TopicOf(&Find<QWidget>(control)); };
-  EXPECT_EQ(topic("frmLED"), app::HelpContext::LedFrame);
-  EXPECT_EQ(topic("LEDcombo"), app::HelpContext::LedConfiguration);
-  EXPECT_EQ(topic("btnUpdateLED"), app::HelpContext::LedConfiguration);
-  EXPECT_EQ(topic("IdleTON"), app::HelpContext::IdlePulse);
-  EXPECT_EQ(topic("btnSendFoc"), app::HelpContext::FlashOnClash);
-  EXPECT_EQ(topic("SliderLedSet1"), app::HelpContext::ColorPicker);
-  EXPECT_EQ(topic("btnOpenLED"), app::HelpContext::LedSettings);
+  const auto topic = [this](const char* control) { return ui::kit::TopicOf(&Find<QWidget>(control)); };
+  EXPECT_EQ(topic("frmLED"), ui::kit::HelpContext::LedFrame);
+  EXPECT_EQ(topic("LEDcombo"), ui::kit::HelpContext::LedConfiguration);
+  EXPECT_EQ(topic("btnUpdateLED"), ui::kit::HelpContext::LedConfiguration);
+  EXPECT_EQ(topic("IdleTON"), ui::kit::HelpContext::IdlePulse);
+  EXPECT_EQ(topic("btnSendFoc"), ui::kit::HelpContext::FlashOnClash);
+  EXPECT_EQ(topic("SliderLedSet1"), ui::kit::HelpContext::ColorPicker);
+  EXPECT_EQ(topic("btnOpenLED"), ui::kit::HelpContext::LedSettings);
   for (const QWidget* const control : Find<QWidget>("frmLED").findChildren<QWidget*>()) {
     if ((control->focusPolicy() & Qt::TabFocus) == 0 || control->window() != window.get()) continue;
     // What another control speaks for.
@@ -219,7 +219,7 @@ TEST_F(DriverFrame, UpdateAsksWritesAndReadsAgain) {
   EXPECT_EQ(dialogs.asked[0].question,
             "WARNING: Setting a different LED than actually installed may damage the LED and driver\r\n"
             "Are you sure you want to continue ?");
-  EXPECT_EQ(dialogs.asked[0].harmless, app::Dialogs::Harmless::Cancel);
+  EXPECT_EQ(dialogs.asked[0].harmless, ui::kit::Dialogs::Harmless::Cancel);
   EXPECT_EQ(Held().ledConfig, (simulator::LedConfigState{2, 60, 120}));
   EXPECT_FALSE(Shown("PickColor_frame"));
   EXPECT_EQ(Types().currentText(), "Duo");
@@ -328,7 +328,7 @@ TEST_F(DriverFrame, NoCommandStartsInsideAnother) {
   Overdrive().setValue(107);
   dialogs.okAnswers = {true};
   {
-    const app::CommandGate::Passage download(gate);
+    const ui::kit::CommandGate::Passage download(gate);
     for (const char* const button : {"btnUpdateLED", "btnSendPulse", "btnSendFoc"}) Click(button);
     QApplication::processEvents();
     EXPECT_EQ(Held().ledConfig.overdrive, 100);

@@ -9,8 +9,8 @@
 #include <array>
 #include <string>
 
-#include "led/Color.h"
-#include "ui/app/MainFixture.h"
+#include "core/led/Color.h"
+#include "ui/window/MainFixture.h"
 
 namespace kestrin::support {
 
@@ -46,7 +46,7 @@ class LedPanelFixture : public MainFixture {
                                                     R"(},"ledPulses":[
 {"low":[40,0,90,7],"high":[255,30,140,200],"Trise":1000,"Ton":800,"Tfall":500,"Toff":1500,"NRep":0},
 {"low":[1,2,3,4],"high":[255,128,64,20],"Trise":0,"Ton":40,"Tfall":0,"Toff":60,"NRep":3}]})");
-    Start("dir=" + base::TextOf(folder / "board") + more);
+    Start("dir=" + core::base::TextOf(folder / "board") + more);
     window->resize(1000, 700);
     window->activateWindow();
     ASSERT_TRUE(Until([this] { return window->isActiveWindow(); }));

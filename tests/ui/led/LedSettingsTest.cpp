@@ -40,7 +40,7 @@ TEST_F(LedSettings, OpeningFillsBothPulsesAndSendsNothing) {
   EXPECT_EQ(Held(), before);
   EXPECT_EQ(dialogs.lastStart, Text(program));
   EXPECT_EQ(dialogs.lastFilter, "LED Driver Setting (*.ldset);;All files (*)");
-  EXPECT_EQ(dialogs.lastTopic, app::HelpContext::LedSettings);
+  EXPECT_EQ(dialogs.lastTopic, ui::kit::HelpContext::LedSettings);
   EXPECT_EQ(LabelText("HelpLabel"), "The LED settings are open. Send the pulses to put them on the board.");
 }
 

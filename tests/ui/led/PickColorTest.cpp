@@ -1,6 +1,6 @@
 // The colour picker.
 
-#include "app/theme/Theme.h"
+#include "ui/kit/Theme.h"
 #include "ui/led/LedPanelFixture.h"
 
 namespace kestrin::support {
@@ -124,7 +124,7 @@ TEST_F(PickColor, TheColourDialogStartsWithTheLastColourAndMayBeCancelled) {
   dialogs.colors = {std::nullopt};
   Click("PickColor");
   EXPECT_EQ(dialogs.lastColor, QColor(1, 2, 3));
-  EXPECT_EQ(dialogs.lastTopic, app::HelpContext::ColorPicker);
+  EXPECT_EQ(dialogs.lastTopic, ui::kit::HelpContext::ColorPicker);
   EXPECT_THAT(Sliders(3), ElementsAre(1, 2, 3));
 }
 
@@ -253,7 +253,7 @@ TEST_F(PickColor, LeavesThePulseThatItEditsInSight) {
 }
 
 TEST_F(PickColor, FitsIntoTheSmallestWindowWithTextsAThirdLonger) {
-  app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), app::ColorScheme::Light);
+  ui::kit::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), ui::kit::ColorScheme::Light);
   StartLed(40);
   window->resize(960, 640);
   const auto longer = [](const QString& text) { return text + text.left((text.size() + 2) / 3); };

@@ -2,21 +2,21 @@
 
 #include <QPainter>
 
-#include "app/theme/Theme.h"
-#include "led/ui/BladeLight.h"
-#include "led/ui/BladeView.h"
-#include "led/ui/ChannelLabel.h"
-#include "led/ui/PulsePlot.h"
-#include "led/ui/PulseShape.h"
-#include "led/ui/SystemColor.h"
 #include "support/Contrast.h"
+#include "ui/kit/Theme.h"
+#include "ui/led/BladeLight.h"
+#include "ui/led/BladeView.h"
+#include "ui/led/ChannelLabel.h"
 #include "ui/led/LedPanelFixture.h"
+#include "ui/led/PulsePlot.h"
+#include "ui/led/PulseShape.h"
+#include "ui/led/SystemColor.h"
 
-namespace kestrin::led::ui {
+namespace kestrin::ui::led {
 namespace {
 
-LED_Driver Driver(const std::string& record) {
-  LED_Driver driver;
+core::led::LED_Driver Driver(const std::string& record) {
+  core::led::LED_Driver driver;
   EXPECT_TRUE(driver.Init(record)) << record;
   return driver;
 }
@@ -25,8 +25,8 @@ std::string Channel(const std::string& color, int luminance) {
   return "+Col=" + color + "ML" + std::to_string(luminance) + "MDC80VL3.3Coef0_0_0_0;0_0_0.1_0;";
 }
 
-const LED_Driver& Rgb() {
-  static const LED_Driver kDriver =
+const core::led::LED_Driver& Rgb() {
+  static const core::led::LED_Driver kDriver =
       Driver("RGB@1#3#1000" + Channel("red", 900) + Channel("green", 1500) + Channel("blue", 600));
   return kDriver;
 }
@@ -53,11 +53,11 @@ TEST(BladeLight, BrightnessGrowsWithTheHighestLevel) {
   EXPECT_GT(half, 0.7) << "half the light looks like three quarters";
   EXPECT_LT(half, 0.76);
   EXPECT_EQ(Mix(Rgb(), {}).OnBlack(), QColor(Qt::black));
-  EXPECT_EQ(Mix(LED_Driver(), {255, 255, 255, 255}).brightness, 0) << "no LED type, no light";
+  EXPECT_EQ(Mix(core::led::LED_Driver(), {255, 255, 255, 255}).brightness, 0) << "no LED type, no light";
 }
 
-LED_Pulse Times(double rise, double on, double fall, double off, std::int16_t repetitions = 0) {
-  LED_Pulse pulse;
+core::led::LED_Pulse Times(double rise, double on, double fall, double off, std::int16_t repetitions = 0) {
+  core::led::LED_Pulse pulse;
   pulse.Trise = rise;
   pulse.Ton = on;
   pulse.Tfall = fall;
@@ -157,8 +157,8 @@ TEST(BladeView, IsPaintedInItsLight) {
 }
 
 void ApplyScheme(bool dark) {
-  app::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()),
-                    dark ? app::ColorScheme::Dark : app::ColorScheme::Light);
+  kit::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()),
+                    dark ? kit::ColorScheme::Dark : kit::ColorScheme::Light);
 }
 
 class ChannelColors : public testing::TestWithParam<bool> {
@@ -171,7 +171,8 @@ INSTANTIATE_TEST_SUITE_P(Schemes, ChannelColors, testing::Bool(),
                          [](const auto& dark) { return dark.param ? "Dark" : "Light"; });
 
 TEST_P(ChannelColors, AreReadableOnTheGroundOfTheirLabel) {
-  for (const Color color : {kWhite, kRed, kGreen, kBlue, kAmber, Color{0}}) {
+  for (const core::led::Color color : {core::led::kWhite, core::led::kRed, core::led::kGreen, core::led::kBlue,
+                                       core::led::kAmber, core::led::Color{0}}) {
     ChannelLabel label("LED 1");
     label.ShowColor(color);
     const QColor ink = label.palette().color(label.foregroundRole());
@@ -181,7 +182,7 @@ TEST_P(ChannelColors, AreReadableOnTheGroundOfTheirLabel) {
     // Beside the text, inside the edge.
     const QColor ground = picture.pixelColor(5, picture.height() / 2);
     EXPECT_EQ(ground, label.Ground()) << ink.name().toStdString();
-    EXPECT_GE(app::Contrast(ink, ground), 4.5) << ink.name().toStdString();
+    EXPECT_GE(kit::Contrast(ink, ground), 4.5) << ink.name().toStdString();
     bool isWritten = false;
     for (int x = 0; x < picture.width(); ++x)
       for (int y = 4; y < picture.height() - 4; ++y) isWritten |= picture.pixelColor(x, y) == ink && x > 4;
@@ -191,7 +192,7 @@ TEST_P(ChannelColors, AreReadableOnTheGroundOfTheirLabel) {
 
 TEST_P(ChannelColors, KeepTheirTextColourWhenTheSchemeChanges) {
   ChannelLabel label("LED 1");
-  label.ShowColor(kAmber);
+  label.ShowColor(core::led::kAmber);
   ApplyScheme(!GetParam());
   EXPECT_EQ(label.palette().color(label.foregroundRole()), QColor(255, 128, 0));
 }
@@ -199,7 +200,7 @@ TEST_P(ChannelColors, KeepTheirTextColourWhenTheSchemeChanges) {
 TEST(ChannelLabel, NamesItsColourForThoseWhoDoNotSeeIt) {
   ChannelLabel label("LED 2");
   EXPECT_EQ(label.accessibleName(), "LED 2: not used");
-  label.ShowColor(kAmber);
+  label.ShowColor(core::led::kAmber);
   EXPECT_EQ(label.accessibleName(), "LED 2: amber");
 }
 
@@ -213,8 +214,8 @@ TEST(SystemColor, IsLookedUpInThePalette) {
   EXPECT_EQ(SystemColor(17, palette), 0x090807) << "grey text";
   EXPECT_EQ(SystemColor(31, palette), 0);
   EXPECT_EQ(SystemColor(-1, palette), 0);
-  const Components parts = SysToRGB(static_cast<std::int32_t>(0x8000000DU),
-                                    [&](std::int32_t number) { return SystemColor(number, palette); });
+  const core::led::Components parts = core::led::SysToRGB(
+      static_cast<std::int32_t>(0x8000000DU), [&](std::int32_t number) { return SystemColor(number, palette); });
   EXPECT_EQ(parts.Red, 1);
   EXPECT_EQ(parts.Green, 2);
   EXPECT_EQ(parts.Blue, 3);
@@ -383,4 +384,4 @@ TEST_F(PanelPictures, LevelButtonsCarryTheirColour) {
 }
 
 }  // namespace
-}  // namespace kestrin::led::ui
+}  // namespace kestrin::ui::led

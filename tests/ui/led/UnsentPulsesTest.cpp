@@ -2,13 +2,13 @@
 
 #include <QFocusEvent>
 
-#include "led/LedSetup.h"
+#include "core/ledsetup/LedSetup.h"
 #include "ui/led/LedPanelFixture.h"
 
 namespace kestrin::support {
 namespace {
 
-using Harmless = app::Dialogs::Harmless;
+using Harmless = ui::kit::Dialogs::Harmless;
 
 constexpr const char* kSettings =
     "KestdrinLEDSettings#1\r\n"
@@ -74,7 +74,7 @@ TEST_F(UnsentPulses, OpeningAnotherFileAsksBeforeTheyAreLost) {
   EXPECT_EQ(dialogs.asked[0].question,
             "The light pulses on this page were neither sent nor saved.\nOpen the file and lose them?");
   EXPECT_EQ(dialogs.asked[0].harmless, Harmless::Cancel);
-  EXPECT_EQ(dialogs.lastTopic, app::HelpContext::LedSettings);
+  EXPECT_EQ(dialogs.lastTopic, ui::kit::HelpContext::LedSettings);
   EXPECT_EQ(BoxText("IdleTON"), "3");
   dialogs.filesToOpen = {""};
   Click("btnOpenLED");
@@ -164,8 +164,8 @@ TEST_F(UnsentPulses, UpdateLedSaysWhatItDropsAndThenThatItIsDone) {
   dialogs.okAnswers = {true};
   Click("btnUpdateLED");
   ASSERT_EQ(dialogs.asked.size(), 2U);
-  EXPECT_EQ(dialogs.asked[1].question, QString(led::LedSetup::kWarning));
-  EXPECT_EQ(dialogs.asked[1].advice, QString(led::LedSetup::kUnsentPulses));
+  EXPECT_EQ(dialogs.asked[1].question, QString(core::ledsetup::LedSetup::kWarning));
+  EXPECT_EQ(dialogs.asked[1].advice, QString(core::ledsetup::LedSetup::kUnsentPulses));
   EXPECT_EQ(dialogs.asked[1].harmless, Harmless::Cancel);
   EXPECT_EQ(BoxText("IdleTON"), "0.8");
   EXPECT_FALSE(Shown("btnBringBackLED")) << "the person has agreed";

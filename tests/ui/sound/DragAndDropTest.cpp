@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "SoundPageFixture.h"
-#include "app/theme/ThemeColors.h"
+#include "ui/kit/ThemeColors.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class DragAndDropTest : public SoundPageFixture {
@@ -49,7 +49,7 @@ class DragAndDropTest : public SoundPageFixture {
   /// The rows of pixels of a list, from the top, that are in the accent's colour for most of their length.
   std::vector<int> Marks(const char* list) {
     const QImage picture = List(list)->viewport()->grab().toImage();
-    const QRgb accent = app::ColorOf(app::ColorRole::Accent, List(list)->palette()).rgb();
+    const QRgb accent = kit::ColorOf(kit::ColorRole::Accent, List(list)->palette()).rgb();
     std::vector<int> rows;
     for (int y = 0; y < picture.height(); ++y) {
       int pixels = 0;
@@ -86,7 +86,7 @@ class DragAndDropTest : public SoundPageFixture {
 
 TEST_F(DragAndDropTest, FilesFromOutsideGoToWhereTheyAreDropped) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   Sound("a.lsu", 100);
   Sound("b.lsu", 100);
   EXPECT_TRUE(Drop(*Files({"a.lsu", "b.lsu"}), "MtFileList", 1, Qt::CopyAction));
@@ -124,14 +124,14 @@ TEST_F(DragAndDropTest, WhatIsNoSoundIsNamedInOneMessage) {
 
 TEST_F(DragAndDropTest, MoreThanTwelveEndWithOneMessage) {
   Open();
-  Fill(SlotKind::Lockup, 11);
+  Fill(core::sound::SlotKind::Lockup, 11);
   std::vector<std::string> names;
   for (int file = 0; file < 4; ++file) {
     names.push_back("more " + std::to_string(file) + ".lsu");
     Sound(names.back(), 100);
   }
   EXPECT_TRUE(Drop(*Files(names), "LkfileList"));
-  EXPECT_EQ(set.Count(SlotKind::Lockup), 12);
+  EXPECT_EQ(set.Count(core::sound::SlotKind::Lockup), 12);
   EXPECT_EQ(messages, QStringList{"Maximum number of Lock-up files reached"});
 }
 
@@ -145,20 +145,20 @@ TEST_F(DragAndDropTest, ASetIsLeftToTheWindow) {
 
 TEST_F(DragAndDropTest, SoundsMoveBetweenSlotsWithTheirVolumes) {
   Open();
-  Fill(SlotKind::Motion, 3);
-  Fill(SlotKind::Impact, 1);
-  set.SetVolume(SlotKind::Motion, 1, 10);
-  set.SetVolume(SlotKind::Motion, 3, 30);
+  Fill(core::sound::SlotKind::Motion, 3);
+  Fill(core::sound::SlotKind::Impact, 1);
+  set.SetVolume(core::sound::SlotKind::Motion, 1, 10);
+  set.SetVolume(core::sound::SlotKind::Motion, 3, 30);
   EXPECT_TRUE(Drop(*Dragged("MtFileList", {0, 2}), "ImpFileList", 0));
-  EXPECT_EQ(Names(SlotKind::Impact), "motion 1.lsu@10 motion 3.lsu@30 impact 1.lsu@100");
-  EXPECT_EQ(Names(SlotKind::Motion), "motion 2.lsu@100");
+  EXPECT_EQ(Names(core::sound::SlotKind::Impact), "motion 1.lsu@10 motion 3.lsu@30 impact 1.lsu@100");
+  EXPECT_EQ(Names(core::sound::SlotKind::Motion), "motion 2.lsu@100");
   page->UndoAction()->trigger();
-  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@10 motion 2.lsu@100 motion 3.lsu@30");
+  EXPECT_EQ(Names(core::sound::SlotKind::Motion), "motion 1.lsu@10 motion 2.lsu@100 motion 3.lsu@30");
 }
 
 TEST_F(DragAndDropTest, WithCtrlSoundsAreCopied) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   EXPECT_TRUE(Drop(*Dragged("MtFileList", {0, 1}), "BootFileList", kBehindAll, Qt::CopyAction));
   EXPECT_EQ(Shown("BootFileList"), "motion 1.lsu");
   EXPECT_EQ(Shown("MtFileList"), "motion 1.lsu motion 2.lsu");
@@ -182,7 +182,7 @@ TEST_F(DragAndDropTest, AListIsReordered) {
   for (const Reorder& each : cases) {
     set.Clear();
     for (int number = 1; number <= 5; ++number)
-      ASSERT_EQ(set.Add(SlotKind::Motion, Sound(std::to_string(number) + ".lsu", 100)), "");
+      ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound(std::to_string(number) + ".lsu", 100)), "");
     EXPECT_TRUE(Drop(*Dragged("MtFileList", each.rows), "MtFileList", each.before));
     std::string order = Shown("MtFileList");
     for (auto at = order.find(".lsu"); at != order.npos; at = order.find(".lsu")) order.erase(at, 4);
@@ -192,7 +192,7 @@ TEST_F(DragAndDropTest, AListIsReordered) {
 
 TEST_F(DragAndDropTest, AMarkShowsWhereADropWillLand) {
   Open();
-  Fill(SlotKind::Motion, 3);
+  Fill(core::sound::SlotKind::Motion, 3);
   Sound("a.lsu", 100);
   const auto files = Files({"a.lsu"});
   EXPECT_EQ(Marks("MtFileList"), std::vector<int>{});
@@ -226,14 +226,14 @@ TEST_F(DragAndDropTest, AMarkRoundASingleSlotShowsThatItsSoundIsReplaced) {
 
 TEST_F(DragAndDropTest, WhatIsNotTakenLeavesNoMark) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   Hover(*Files({"a.lscfg"}), "MtFileList", 1);
   EXPECT_EQ(Marks("MtFileList"), std::vector<int>{});
 }
 
 TEST_F(DragAndDropTest, TheSelectionFollowsSoundsThatAreMovedInTheirList) {
   Open();
-  Fill(SlotKind::Motion, 4);
+  Fill(core::sound::SlotKind::Motion, 4);
   Click("MtFileList", "motion 1.lsu");
   EXPECT_TRUE(Drop(*Dragged("MtFileList", {0}), "MtFileList", 3));
   EXPECT_EQ(Shown("MtFileList"), "motion 2.lsu motion 3.lsu motion 1.lsu motion 4.lsu");
@@ -246,8 +246,8 @@ TEST_F(DragAndDropTest, TheSelectionFollowsSoundsThatAreMovedInTheirList) {
 
 TEST_F(DragAndDropTest, TheSelectionFollowsSoundsIntoAnotherSlot) {
   Open();
-  Fill(SlotKind::Motion, 3);
-  Fill(SlotKind::Impact, 2);
+  Fill(core::sound::SlotKind::Motion, 3);
+  Fill(core::sound::SlotKind::Impact, 2);
   Click("MtFileList", "motion 1.lsu");
   EXPECT_TRUE(Drop(*Dragged("MtFileList", {0, 2}), "ImpFileList", 1));
   EXPECT_EQ(Shown("ImpFileList"), "impact 1.lsu motion 1.lsu motion 3.lsu impact 2.lsu");
@@ -268,7 +268,7 @@ TEST_F(DragAndDropTest, FilesOfTheExplorerCanBeDropped) {
 
 TEST_F(DragAndDropTest, WhatLeavesASlotCanBeDroppedElsewhereAsFiles) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   const auto data = Dragged("MtFileList", {1, 0});
   ASSERT_EQ(data->urls().size(), 2);
   EXPECT_EQ(data->urls().first().toLocalFile(), PathText("motion 1.lsu"));
@@ -276,7 +276,7 @@ TEST_F(DragAndDropTest, WhatLeavesASlotCanBeDroppedElsewhereAsFiles) {
 
 TEST_F(DragAndDropTest, DamagedDataOfAnotherProgramIsNoSound) {
   Open();
-  Fill(SlotKind::Motion, 1);
+  Fill(core::sound::SlotKind::Motion, 1);
   QMimeData data;
   data.setData("application/x-kestrin-sounds", "\x00\x00\x00\x63");
   EXPECT_FALSE(Drop(data, "MtFileList"));
@@ -284,11 +284,11 @@ TEST_F(DragAndDropTest, DamagedDataOfAnotherProgramIsNoSound) {
 
 TEST_F(DragAndDropTest, WhileBusyNothingIsTaken) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   page->SetBusy(true);
   EXPECT_FALSE(Drop(*Dragged("MtFileList", {0}), "ImpFileList"));
-  EXPECT_EQ(set.Count(SlotKind::Impact), 0);
+  EXPECT_EQ(set.Count(core::sound::SlotKind::Impact), 0);
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

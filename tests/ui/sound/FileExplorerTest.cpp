@@ -3,10 +3,10 @@
 #include <QToolButton>
 
 #include "SoundPageFixture.h"
-#include "sound/ui/PathLabel.h"
-#include "sound/ui/SoundRowDelegate.h"
+#include "ui/sound/PathLabel.h"
+#include "ui/sound/SoundRowDelegate.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class FileExplorerTest : public SoundPageFixture {
@@ -230,7 +230,7 @@ TEST_F(FileExplorerTest, ReadingTheFolderAgainLeavesThePersonWhereTheyWere) {
 TEST_F(FileExplorerTest, ReadingTheFolderAgainChoosesNothing) {
   for (const char* name : {"b.lsu", "c.lsu"}) Sound(name, 100);
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   Click("FileList", "c.lsu");
   Click("MtFileList", "motion 2.lsu");
   List("FileList")->setFocus(Qt::TabFocusReason);
@@ -262,7 +262,7 @@ TEST_F(FileExplorerTest, AFolderThatIsGoneIsEmpty) {
 TEST_F(FileExplorerTest, EnterAddsAllChosenFilesInOneStep) {
   for (const char* name : {"a.lsu", "b.lsu", "c.lsu"}) Sound(name, 100);
   Open();
-  page->FocusSlot(SlotKind::Motion);
+  page->FocusSlot(core::sound::SlotKind::Motion);
   Click("FileList", "a.lsu");
   Click("FileList", "c.lsu", Qt::ShiftModifier);
   QTest::keyClick(List("FileList"), Qt::Key_Return);
@@ -272,4 +272,4 @@ TEST_F(FileExplorerTest, EnterAddsAllChosenFilesInOneStep) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

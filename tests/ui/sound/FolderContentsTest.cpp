@@ -1,10 +1,10 @@
-#include "sound/ui/FolderContents.h"
+#include "ui/sound/FolderContents.h"
 
 #include <gtest/gtest.h>
 
 #include "support/TestFiles.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 TEST(FolderContentsTest, ReadingStopsWhenItIsNoLongerWanted) {
@@ -25,4 +25,4 @@ TEST(FolderContentsTest, AFolderThatCannotBeReadIsIncomplete) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -1,9 +1,9 @@
 #include "SoundPageFixture.h"
-#include "sound/ui/SoundRowDelegate.h"
 #include "support/EventLoopTurns.h"
 #include "support/RecordingDisk.h"
+#include "ui/sound/SoundRowDelegate.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class LargeFolderTest : public SoundPageFixture {};
@@ -68,10 +68,10 @@ TEST_F(LargeFolderTest, LeavingALargeFolderWhileItIsReadShowsOnlyTheOther) {
 TEST_F(LargeFolderTest, LoadingFortySoundsGivesTheWindowItsTurnBehindEachOfThem) {
   constexpr int kSounds = 40;
   constexpr int kSamples = 60000;
-  for (const Slot& slot : kSlots) Fill(slot.kind, slot.isList ? 12 : 1);
+  for (const core::sound::Slot& slot : core::sound::kSlots) Fill(slot.kind, slot.isList ? 12 : 1);
   ASSERT_EQ(set.Save(folder / "full.lscfg", support::AnyDisk()), "");
   // What a full board holds in sum.
-  for (const Slot& slot : kSlots)
+  for (const core::sound::Slot& slot : core::sound::kSlots)
     for (int number = 1; number <= set.Count(slot.kind); ++number)
       Sound(std::string(slot.name) + " " + std::to_string(number) + ".lsu", kSamples);
   Open();
@@ -89,4 +89,4 @@ TEST_F(LargeFolderTest, LoadingFortySoundsGivesTheWindowItsTurnBehindEachOfThem)
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -4,9 +4,9 @@
 #include <QSlider>
 
 #include "SoundPageFixture.h"
-#include "sound/ui/SoundRowDelegate.h"
+#include "ui/sound/SoundRowDelegate.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 /// A set whose second of three motion sounds is missing, and its boot sound.
@@ -15,7 +15,7 @@ class MissingRowsTest : public SoundPageFixture {
   void OpenWithMissing() {
     Open();
     QObject::connect(&*page, &SoundPage::locateRequested, &*page,
-                     [this](const SoundPlace& place) { located.push_back(place); });
+                     [this](const core::sound::SoundPlace& place) { located.push_back(place); });
     QObject::connect(&*page, &SoundPage::locateAllRequested, &*page, [this] { ++locatedAll; });
     Sound("m1.lsu", 100);
     Sound("m3.lsu", 100);
@@ -47,7 +47,7 @@ class MissingRowsTest : public SoundPageFixture {
     return menu;
   }
 
-  std::vector<SoundPlace> located;
+  std::vector<core::sound::SoundPlace> located;
   int locatedAll = 0;
 };
 
@@ -77,10 +77,10 @@ TEST_F(MissingRowsTest, AreNoneOfTheSoundsThatAreCounted) {
 TEST_F(MissingRowsTest, AClickOnLocateAsksForTheSoundAndOneOnTheNameSelectsIt) {
   ASSERT_NO_FATAL_FAILURE(OpenWithMissing());
   QTest::mouseClick(List("MtFileList")->viewport(), Qt::LeftButton, {}, ActionOf("MtFileList", "m2.lsu"));
-  EXPECT_EQ(located, (std::vector<SoundPlace>{{SlotKind::Motion, 2}}));
+  EXPECT_EQ(located, (std::vector<core::sound::SoundPlace>{{core::sound::SlotKind::Motion, 2}}));
   QTest::mouseClick(List("BootFileList")->viewport(), Qt::LeftButton, {}, ActionOf("BootFileList", "start.lsu"));
   EXPECT_EQ(located.size(), 2U);
-  EXPECT_EQ(located.back(), (SoundPlace{SlotKind::Boot, 1}));
+  EXPECT_EQ(located.back(), (core::sound::SoundPlace{core::sound::SlotKind::Boot, 1}));
   const QRect row = List("MtFileList")->visualRect(IndexOf("MtFileList", "m2.lsu"));
   QTest::mouseClick(List("MtFileList")->viewport(), Qt::LeftButton, {}, row.topLeft() + QPoint(30, 5));
   EXPECT_EQ(located.size(), 2U);
@@ -114,7 +114,7 @@ TEST_F(MissingRowsTest, EnterLocatesAndOnOtherRowsDoesNothing) {
   EXPECT_TRUE(located.empty());
   QTest::keyClick(List("MtFileList"), Qt::Key_Down);
   QTest::keyClick(List("MtFileList"), Qt::Key_Return);
-  EXPECT_EQ(located, (std::vector<SoundPlace>{{SlotKind::Motion, 2}}));
+  EXPECT_EQ(located, (std::vector<core::sound::SoundPlace>{{core::sound::SlotKind::Motion, 2}}));
 }
 
 TEST_F(MissingRowsTest, TheSelectedOneIsLocatedByTheButtonBelow) {
@@ -126,10 +126,10 @@ TEST_F(MissingRowsTest, TheSelectedOneIsLocatedByTheButtonBelow) {
   EXPECT_FALSE(Get<QSlider>("VolSlider")->isEnabled());
   EXPECT_EQ(Text("VolumeLabel"), "20 %");
   button->click();
-  EXPECT_EQ(located, (std::vector<SoundPlace>{{SlotKind::Motion, 2}}));
+  EXPECT_EQ(located, (std::vector<core::sound::SoundPlace>{{core::sound::SlotKind::Motion, 2}}));
   EXPECT_TRUE(played.isEmpty());
   // As soon as the sound is there, it can be played.
-  ASSERT_EQ(set.Locate({{{SlotKind::Motion, 2}, {folder / "m1.lsu"}}}), 1);
+  ASSERT_EQ(set.Locate({{{core::sound::SlotKind::Motion, 2}, {folder / "m1.lsu"}}}), 1);
   EXPECT_EQ(button->text(), "Play");
   EXPECT_TRUE(Get<QSlider>("VolSlider")->isEnabled());
   EXPECT_EQ(Shown("MtFileList"), "m1.lsu m1.lsu m3.lsu");
@@ -155,7 +155,7 @@ TEST_F(MissingRowsTest, TheirMenuOffersBothWaysToLocateThem) {
   Entry(*menu, "Locate ...")->trigger();
   Entry(*menu, "Locate the sounds ...")->trigger();
   menu->close();
-  EXPECT_EQ(located, (std::vector<SoundPlace>{{SlotKind::Motion, 2}}));
+  EXPECT_EQ(located, (std::vector<core::sound::SoundPlace>{{core::sound::SlotKind::Motion, 2}}));
   EXPECT_EQ(locatedAll, 1);
 }
 
@@ -177,4 +177,4 @@ TEST_F(MissingRowsTest, WhileBusyNothingIsLocated) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -1,11 +1,11 @@
-#include "sound/ui/NaturalOrder.h"
+#include "ui/sound/NaturalOrder.h"
 
 #include <gtest/gtest.h>
 
 #include <QString>
 #include <vector>
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 TEST(NaturalOrderTest, NamesComeAsPeopleCount) {
@@ -34,4 +34,4 @@ TEST(NaturalOrderTest, NamesComeAsPeopleCount) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -1,9 +1,9 @@
 #include <QPushButton>
 
 #include "SoundPageFixture.h"
-#include "sound/ui/SoundRowDelegate.h"
+#include "ui/sound/SoundRowDelegate.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class PlayingTest : public SoundPageFixture {};
@@ -24,8 +24,8 @@ TEST_F(PlayingTest, OnlyCtrlAloneAndTheMousePlay) {
   };
   Sound("a.lsu", 100);
   Open();
-  Fill(SlotKind::Motion, 2);
-  Fill(SlotKind::Boot, 1);
+  Fill(core::sound::SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Boot, 1);
   const std::vector<std::pair<const char*, QString>> places{
       {"FileList", "a.lsu"}, {"MtFileList", "motion 2.lsu"}, {"BootFileList", "boot 1.lsu"}};
   for (const auto& [list, name] : places)
@@ -41,7 +41,7 @@ TEST_F(PlayingTest, OnlyCtrlAloneAndTheMousePlay) {
 
 TEST_F(PlayingTest, OtherButtonsAndEmptyPlacesDoNotPlay) {
   Open();
-  Fill(SlotKind::Motion, 1);
+  Fill(core::sound::SlotKind::Motion, 1);
   QTest::mousePress(List("MtFileList")->viewport(), Qt::MiddleButton, Qt::ControlModifier,
                     PointOf("MtFileList", "motion 1.lsu"));
   QTest::mousePress(List("MtFileList")->viewport(), Qt::LeftButton, Qt::ControlModifier,
@@ -52,17 +52,17 @@ TEST_F(PlayingTest, OtherButtonsAndEmptyPlacesDoNotPlay) {
 
 TEST_F(PlayingTest, TwoFastPressesWithCtrlPlayTwiceAndRemoveNothing) {
   Open();
-  Fill(SlotKind::Motion, 1);
+  Fill(core::sound::SlotKind::Motion, 1);
   const QPoint where = PointOf("MtFileList", "motion 1.lsu");
   QTest::mouseClick(List("MtFileList")->viewport(), Qt::LeftButton, Qt::ControlModifier, where);
   QTest::mouseDClick(List("MtFileList")->viewport(), Qt::LeftButton, Qt::ControlModifier, where);
-  EXPECT_EQ(set.Count(SlotKind::Motion), 1);
+  EXPECT_EQ(set.Count(core::sound::SlotKind::Motion), 1);
   EXPECT_GE(played.size(), 2);
 }
 
 TEST_F(PlayingTest, SpacePlaysTheCurrentSound) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   Click("MtFileList", "motion 2.lsu");
   QTest::keyClick(List("MtFileList"), Qt::Key_Space);
   EXPECT_EQ(played, QStringList{PathText("motion 2.lsu")});
@@ -70,7 +70,7 @@ TEST_F(PlayingTest, SpacePlaysTheCurrentSound) {
 
 TEST_F(PlayingTest, TheButtonPlaysAndStopsTheSelectedSound) {
   Open();
-  Fill(SlotKind::Motion, 1);
+  Fill(core::sound::SlotKind::Motion, 1);
   auto* button = Get<QPushButton>("PlayBtn");
   EXPECT_FALSE(button->isEnabled());
   Click("MtFileList", "motion 1.lsu");
@@ -98,11 +98,11 @@ TEST_F(PlayingTest, EscapeStopsOnlyWhileASoundPlays) {
 
 TEST_F(PlayingTest, PlayingIsPossibleWhileBusy) {
   Open();
-  Fill(SlotKind::Boot, 1);
+  Fill(core::sound::SlotKind::Boot, 1);
   page->SetBusy(true);
   Press("BootFileList", "boot 1.lsu", Qt::ControlModifier);
   EXPECT_EQ(played.size(), 1);
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -2,14 +2,14 @@
 
 #include "SoundPageFixture.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class SlotKeyboardTest : public SoundPageFixture {
  protected:
   /// Puts a sound into every single slot and three into every list.
   void FillAll() {
-    for (const Slot& slot : kSlots) Fill(slot.kind, slot.isList ? 3 : 1);
+    for (const core::sound::Slot& slot : core::sound::kSlots) Fill(slot.kind, slot.isList ? 3 : 1);
   }
   /// Presses the Tab key until that control has the keyboard.
   void TabTo(const char* name) {
@@ -22,11 +22,14 @@ class SlotKeyboardTest : public SoundPageFixture {
 };
 
 TEST_F(SlotKeyboardTest, AltAndALetterLeadToEachSlot) {
-  const std::vector<std::tuple<Qt::Key, SlotKind, const char*>> keys{
-      {Qt::Key_B, SlotKind::Boot, "BootFileList"},     {Qt::Key_O, SlotKind::PwrOn, "PwrOnFileList"},
-      {Qt::Key_F, SlotKind::PwrOff, "PwrOffFileList"}, {Qt::Key_I, SlotKind::Idle, "IdleFileList"},
-      {Qt::Key_M, SlotKind::Motion, "MtFileList"},     {Qt::Key_P, SlotKind::Impact, "ImpFileList"},
-      {Qt::Key_L, SlotKind::Lockup, "LkfileList"},
+  const std::vector<std::tuple<Qt::Key, core::sound::SlotKind, const char*>> keys{
+      {Qt::Key_B, core::sound::SlotKind::Boot, "BootFileList"},
+      {Qt::Key_O, core::sound::SlotKind::PwrOn, "PwrOnFileList"},
+      {Qt::Key_F, core::sound::SlotKind::PwrOff, "PwrOffFileList"},
+      {Qt::Key_I, core::sound::SlotKind::Idle, "IdleFileList"},
+      {Qt::Key_M, core::sound::SlotKind::Motion, "MtFileList"},
+      {Qt::Key_P, core::sound::SlotKind::Impact, "ImpFileList"},
+      {Qt::Key_L, core::sound::SlotKind::Lockup, "LkfileList"},
   };
   Open();
   for (const auto& [key, kind, list] : keys) {
@@ -39,20 +42,20 @@ TEST_F(SlotKeyboardTest, AltAndALetterLeadToEachSlot) {
 
 TEST_F(SlotKeyboardTest, DeleteTakesTheSelectedSoundsOutInOneStep) {
   Open();
-  Fill(SlotKind::Motion, 4);
+  Fill(core::sound::SlotKind::Motion, 4);
   Click("MtFileList", "motion 2.lsu");
   Click("MtFileList", "motion 3.lsu", Qt::ShiftModifier);
   QTest::keyClick(List("MtFileList"), Qt::Key_Delete);
   EXPECT_EQ(Shown("MtFileList"), "motion 1.lsu motion 4.lsu");
   page->UndoAction()->trigger();
-  EXPECT_EQ(set.Count(SlotKind::Motion), 4);
+  EXPECT_EQ(set.Count(core::sound::SlotKind::Motion), 4);
 }
 
 TEST_F(SlotKeyboardTest, TheArrowKeysSelectSounds) {
   Open();
-  Fill(SlotKind::Motion, 2);
-  set.SetVolume(SlotKind::Motion, 2, 33);
-  page->FocusSlot(SlotKind::Motion);
+  Fill(core::sound::SlotKind::Motion, 2);
+  set.SetVolume(core::sound::SlotKind::Motion, 2, 33);
+  page->FocusSlot(core::sound::SlotKind::Motion);
   EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 1");
   QTest::keyClick(List("MtFileList"), Qt::Key_Down);
   EXPECT_EQ(Text("SelectedPlaceLabel"), "Motion 2");
@@ -61,7 +64,7 @@ TEST_F(SlotKeyboardTest, TheArrowKeysSelectSounds) {
 
 TEST_F(SlotKeyboardTest, CtrlAndTheArrowKeysReorder) {
   Open();
-  Fill(SlotKind::Motion, 3);
+  Fill(core::sound::SlotKind::Motion, 3);
   Click("MtFileList", "motion 1.lsu");
   QTest::keyClick(List("MtFileList"), Qt::Key_Down, Qt::ControlModifier);
   EXPECT_EQ(Shown("MtFileList"), "motion 2.lsu motion 1.lsu motion 3.lsu");
@@ -76,8 +79,8 @@ TEST_F(SlotKeyboardTest, CtrlAndTheArrowKeysReorder) {
 TEST_F(SlotKeyboardTest, OnlyOneSoundIsSelectedOnThePage) {
   Sound("a.lsu", 100);
   Open();
-  Fill(SlotKind::Motion, 2);
-  Fill(SlotKind::Impact, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Impact, 2);
   Click("MtFileList", "motion 1.lsu");
   Click("ImpFileList", "impact 2.lsu");
   EXPECT_FALSE(List("MtFileList")->selectionModel()->hasSelection());
@@ -88,7 +91,7 @@ TEST_F(SlotKeyboardTest, OnlyOneSoundIsSelectedOnThePage) {
 TEST_F(SlotKeyboardTest, TabReachesEveryControlOfThePage) {
   Sound("a.lsu", 100);
   Open();
-  Fill(SlotKind::Boot, 1);
+  Fill(core::sound::SlotKind::Boot, 1);
   Click("BootFileList", "boot 1.lsu");
   QStringList reached;
   QWidget* start = Get<QWidget>("DriveList");
@@ -113,8 +116,8 @@ TEST_F(SlotKeyboardTest, TabLeavesTheSelectedSoundSelected) {
   Sound("a.lsu", 100);
   Open();
   FillAll();
-  set.SetVolume(SlotKind::Motion, 2, 33);
-  page->FocusSlot(SlotKind::Motion);
+  set.SetVolume(core::sound::SlotKind::Motion, 2, 33);
+  page->FocusSlot(core::sound::SlotKind::Motion);
   QTest::keyClick(List("MtFileList"), Qt::Key_Down);
   for (const char* control : {"LkfileList", "VolSlider", "FileList", "BootFileList", "MtFileList", "VolSlider"}) {
     ASSERT_NO_FATAL_FAILURE(TabTo(control));
@@ -123,7 +126,7 @@ TEST_F(SlotKeyboardTest, TabLeavesTheSelectedSoundSelected) {
     EXPECT_EQ(List("MtFileList")->selectionModel()->selectedRows().size(), 1) << control;
   }
   QTest::keyClick(Get<QWidget>("VolSlider"), Qt::Key_Right);
-  EXPECT_EQ(set.At({SlotKind::Motion, 2}).Volume(), 34);
+  EXPECT_EQ(set.At({core::sound::SlotKind::Motion, 2}).Volume(), 34);
 }
 
 TEST_F(SlotKeyboardTest, TabLeavesTheChosenFilesChosen) {
@@ -136,7 +139,8 @@ TEST_F(SlotKeyboardTest, TabLeavesTheChosenFilesChosen) {
   ASSERT_NO_FATAL_FAILURE(TabTo("FileList"));
   Get<QRadioButton>("ImpOption")->setChecked(true);
   QTest::keyClick(List("FileList"), Qt::Key_Return);
-  EXPECT_EQ(Names(SlotKind::Impact), "impact 1.lsu@100 impact 2.lsu@100 impact 3.lsu@100 a.lsu@100 b.lsu@100");
+  EXPECT_EQ(Names(core::sound::SlotKind::Impact),
+            "impact 1.lsu@100 impact 2.lsu@100 impact 3.lsu@100 a.lsu@100 b.lsu@100");
 }
 
 TEST_F(SlotKeyboardTest, BehindTabEveryKeyTakesTheRowWhereTheKeyboardIs) {
@@ -155,7 +159,7 @@ TEST_F(SlotKeyboardTest, BehindTabEveryKeyTakesTheRowWhereTheKeyboardIs) {
   Open();
   FillAll();
   for (const Case& each : cases) {
-    page->FocusSlot(SlotKind::Lockup);
+    page->FocusSlot(core::sound::SlotKind::Lockup);
     // As nobody has been in the list before.
     List(each.list)->setCurrentIndex({});
     ASSERT_NO_FATAL_FAILURE(TabTo(each.list));
@@ -171,14 +175,14 @@ TEST_F(SlotKeyboardTest, BehindTabDeleteAndEnterTakeTheRowWhereTheKeyboardIs) {
   Sound("a.lsu", 100);
   Open();
   FillAll();
-  page->FocusSlot(SlotKind::Lockup);
+  page->FocusSlot(core::sound::SlotKind::Lockup);
   ASSERT_NO_FATAL_FAILURE(TabTo("FileList"));
   QTest::keyClick(List("FileList"), Qt::Key_Return);
-  EXPECT_EQ(set.Count(SlotKind::Lockup), 4);
+  EXPECT_EQ(set.Count(core::sound::SlotKind::Lockup), 4);
   ASSERT_NO_FATAL_FAILURE(TabTo("ImpFileList"));
   QTest::keyClick(List("ImpFileList"), Qt::Key_Delete);
   EXPECT_EQ(Shown("ImpFileList"), "impact 2.lsu impact 3.lsu");
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -4,10 +4,10 @@
 #include <QStandardItemModel>
 
 #include "SoundPageFixture.h"
-#include "sound/ui/SoundRowDelegate.h"
 #include "support/RecordingDisk.h"
+#include "ui/sound/SoundRowDelegate.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class SlotListsTest : public SoundPageFixture {
@@ -16,21 +16,24 @@ class SlotListsTest : public SoundPageFixture {
 };
 
 struct Controls {
-  SlotKind kind;
+  core::sound::SlotKind kind;
   const char* option;
   const char* list;
 };
 
 const std::vector<Controls> kControls{
-    {SlotKind::Boot, "BootOption", "BootFileList"},       {SlotKind::PwrOn, "PwrOnOption", "PwrOnFileList"},
-    {SlotKind::PwrOff, "PwrOffOption", "PwrOffFileList"}, {SlotKind::Idle, "IdleOption", "IdleFileList"},
-    {SlotKind::Motion, "MtOption", "MtFileList"},         {SlotKind::Impact, "ImpOption", "ImpFileList"},
-    {SlotKind::Lockup, "LkOption", "LkfileList"},
+    {core::sound::SlotKind::Boot, "BootOption", "BootFileList"},
+    {core::sound::SlotKind::PwrOn, "PwrOnOption", "PwrOnFileList"},
+    {core::sound::SlotKind::PwrOff, "PwrOffOption", "PwrOffFileList"},
+    {core::sound::SlotKind::Idle, "IdleOption", "IdleFileList"},
+    {core::sound::SlotKind::Motion, "MtOption", "MtFileList"},
+    {core::sound::SlotKind::Impact, "ImpOption", "ImpFileList"},
+    {core::sound::SlotKind::Lockup, "LkOption", "LkfileList"},
 };
 
 TEST_F(SlotListsTest, TheBootOptionIsSelectedFirstAndAlwaysExactlyOne) {
   Open();
-  EXPECT_EQ(page->SelectedSlot(), SlotKind::Boot);
+  EXPECT_EQ(page->SelectedSlot(), core::sound::SlotKind::Boot);
   for (const Controls& each : kControls) {
     QTest::mouseClick(Get<QRadioButton>(each.option), Qt::LeftButton, {}, QPoint(10, 10));
     EXPECT_EQ(page->SelectedSlot(), each.kind) << each.option;
@@ -102,9 +105,9 @@ TEST_F(SlotListsTest, TheThirteenthFileOfAListIsRefused) {
 
 TEST_F(SlotListsTest, RowsShowPositionDurationAndAVolumeThatIsNotFull) {
   Open();
-  ASSERT_EQ(set.Add(SlotKind::Motion, Sound("a.lsu", 48000)), "");
-  ASSERT_EQ(set.Add(SlotKind::Motion, Sound("b.lsu", 120000)), "");
-  set.SetVolume(SlotKind::Motion, 2, 80);
+  ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound("a.lsu", 48000)), "");
+  ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound("b.lsu", 120000)), "");
+  set.SetVolume(core::sound::SlotKind::Motion, 2, 80);
   EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kNumberRole).toString(), "1");
   EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kNumberRole).toString(), "2");
   EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kTimeRole).toString(), "1.0 s");
@@ -173,9 +176,9 @@ TEST_F(SlotListsTest, TheWholeNameStandsBesideTheFigures) {
 
 TEST_F(SlotListsTest, AClickIntoASlotMakesItTheOneThatTakesSounds) {
   Open();
-  Fill(SlotKind::Impact, 1);
+  Fill(core::sound::SlotKind::Impact, 1);
   Click("ImpFileList", "impact 1.lsu");
-  EXPECT_EQ(page->SelectedSlot(), SlotKind::Impact);
+  EXPECT_EQ(page->SelectedSlot(), core::sound::SlotKind::Impact);
   // Beside all rows, too.
   for (const Controls& each : kControls) {
     QWidget* const inside = List(each.list)->viewport();
@@ -186,7 +189,7 @@ TEST_F(SlotListsTest, AClickIntoASlotMakesItTheOneThatTakesSounds) {
 
 TEST_F(SlotListsTest, ListsSayHowManyOfTwelveTheyHold) {
   Open();
-  Fill(SlotKind::Impact, 3);
+  Fill(core::sound::SlotKind::Impact, 3);
   QStringList texts;
   for (const QLabel* label : page->findChildren<QLabel*>())
     if (label->isVisible() && label->text().contains(QLatin1String(" of 12"))) texts.append(label->text());
@@ -196,26 +199,26 @@ TEST_F(SlotListsTest, ListsSayHowManyOfTwelveTheyHold) {
 
 TEST_F(SlotListsTest, ASingleSlotShowsAVolumeThatIsNotFull) {
   Open();
-  Fill(SlotKind::PwrOff, 1);
+  Fill(core::sound::SlotKind::PwrOff, 1);
   const auto shown = [this] {
     int labels = 0;
     for (const QLabel* label : page->findChildren<QLabel*>()) labels += static_cast<int>(label->text() == "45 %");
     return labels;
   };
   EXPECT_EQ(shown(), 0);
-  set.SetVolume(SlotKind::PwrOff, 1, 45);
+  set.SetVolume(core::sound::SlotKind::PwrOff, 1, 45);
   EXPECT_EQ(shown(), 1);
-  set.Remove(SlotKind::PwrOff, 1);
+  set.Remove(core::sound::SlotKind::PwrOff, 1);
   EXPECT_EQ(shown(), 0);
 }
 
 TEST_F(SlotListsTest, RemovingFromAListShowsThePositionsVolume) {
   Open();
-  Fill(SlotKind::Motion, 3);
-  set.SetVolume(SlotKind::Motion, 2, 40);
+  Fill(core::sound::SlotKind::Motion, 3);
+  set.SetVolume(core::sound::SlotKind::Motion, 2, 40);
   DoubleClick("MtFileList", "motion 2.lsu");
   EXPECT_EQ(Shown("MtFileList"), "motion 1.lsu motion 3.lsu");
-  EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100 motion 3.lsu@40");
+  EXPECT_EQ(Names(core::sound::SlotKind::Motion), "motion 1.lsu@100 motion 3.lsu@40");
 }
 
 TEST_F(SlotListsTest, TheHintKeepsItsRunOfBlanks) {
@@ -229,12 +232,12 @@ TEST_F(SlotListsTest, TheHintKeepsItsRunOfBlanks) {
 }
 
 TEST_F(SlotListsTest, ALoadedSetAppearsInTheLists) {
-  Fill(SlotKind::Boot, 1);
-  Fill(SlotKind::Lockup, 2);
+  Fill(core::sound::SlotKind::Boot, 1);
+  Fill(core::sound::SlotKind::Lockup, 2);
   ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
   set.Clear();
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   ASSERT_TRUE(set.Load(folder / "a.lscfg").valid);
   EXPECT_EQ(Shown("BootFileList"), "boot 1.lsu");
   EXPECT_EQ(Shown("LkfileList"), "lockup 1.lsu lockup 2.lsu");
@@ -244,17 +247,17 @@ TEST_F(SlotListsTest, ALoadedSetAppearsInTheLists) {
 TEST_F(SlotListsTest, WhileBusyNothingChanges) {
   Sound("a.lsu", 100);
   Open();
-  Fill(SlotKind::Boot, 1);
+  Fill(core::sound::SlotKind::Boot, 1);
   page->SetBusy(true);
   DoubleClick("FileList", "a.lsu");
   DoubleClick("BootFileList", "boot 1.lsu");
   page->UndoAction()->trigger();
-  EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@100");
+  EXPECT_EQ(Names(core::sound::SlotKind::Boot), "boot 1.lsu@100");
   EXPECT_FALSE(page->UndoAction()->isEnabled());
   page->SetBusy(false);
   EXPECT_TRUE(page->UndoAction()->isEnabled());
   DoubleClick("FileList", "a.lsu");
-  EXPECT_EQ(Names(SlotKind::Boot), "a.lsu@100");
+  EXPECT_EQ(Names(core::sound::SlotKind::Boot), "a.lsu@100");
 }
 
 TEST_F(SlotListsTest, EveryControlHasANameForScreenReaders) {
@@ -269,4 +272,4 @@ TEST_F(SlotListsTest, EveryControlHasANameForScreenReaders) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -4,7 +4,7 @@
 
 #include "SoundPageFixture.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class SoundMenusTest : public SoundPageFixture {
@@ -34,7 +34,7 @@ class SoundMenusTest : public SoundPageFixture {
 TEST_F(SoundMenusTest, AFileIsAddedToTheSelectedSlotOrAnother) {
   Sound("a.lsu", 100);
   Open();
-  page->FocusSlot(SlotKind::Idle);
+  page->FocusSlot(core::sound::SlotKind::Idle);
   Choose(MenuOf("FileList", "a.lsu"), "Add to Idle");
   EXPECT_EQ(Shown("IdleFileList"), "a.lsu");
   QMenu* menu = MenuOf("FileList", "a.lsu");
@@ -47,7 +47,7 @@ TEST_F(SoundMenusTest, AFileIsAddedToTheSelectedSlotOrAnother) {
 
 TEST_F(SoundMenusTest, ASoundIsPlayedRemovedAndReordered) {
   Open();
-  Fill(SlotKind::Motion, 3);
+  Fill(core::sound::SlotKind::Motion, 3);
   Choose(MenuOf("MtFileList", "motion 2.lsu"), "Play");
   EXPECT_EQ(played, QStringList{PathText("motion 2.lsu")});
   Choose(MenuOf("MtFileList", "motion 2.lsu"), "Move up");
@@ -60,7 +60,7 @@ TEST_F(SoundMenusTest, ASoundIsPlayedRemovedAndReordered) {
 
 TEST_F(SoundMenusTest, ASoundIsMovedAndCopiedToAnotherSlot) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   QMenu* menu = MenuOf("MtFileList", "motion 1.lsu");
   Entry(Entry(menu, "Move to")->menu(), "Boot")->trigger();
   menu->close();
@@ -75,7 +75,7 @@ TEST_F(SoundMenusTest, ASoundIsMovedAndCopiedToAnotherSlot) {
 
 TEST_F(SoundMenusTest, OnlyWhatIsPossibleCanBeChosen) {
   Open();
-  Fill(SlotKind::Motion, 2);
+  Fill(core::sound::SlotKind::Motion, 2);
   QMenu* menu = MenuOf("MtFileList", "motion 1.lsu");
   EXPECT_FALSE(Entry(menu, "Move up")->isEnabled());
   EXPECT_TRUE(Entry(menu, "Move down")->isEnabled());
@@ -89,4 +89,4 @@ TEST_F(SoundMenusTest, OnlyWhatIsPossibleCanBeChosen) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -10,24 +10,24 @@
 #include <QTest>
 #include <optional>
 
-#include "app/SpecialFolders.h"
-#include "sound/ui/FileExplorer.h"
-#include "sound/ui/SoundPage.h"
-#include "sound/ui/SoundTexts.h"
 #include "support/SoundSetFixture.h"
+#include "ui/kit/SpecialFolders.h"
+#include "ui/sound/FileExplorer.h"
+#include "ui/sound/SoundPage.h"
+#include "ui/sound/SoundTexts.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 
 /// Folders of a test.
-class FakeFolders : public app::SpecialFolders {
+class FakeFolders : public kit::SpecialFolders {
  public:
   [[nodiscard]] std::filesystem::path Desktop() const override { return desktop; }
   [[nodiscard]] std::filesystem::path Documents() const override { return documents; }
-  [[nodiscard]] std::vector<app::Drive> Drives() const override { return drives; }
+  [[nodiscard]] std::vector<kit::Drive> Drives() const override { return drives; }
 
   std::filesystem::path desktop;
   std::filesystem::path documents;
-  std::vector<app::Drive> drives;
+  std::vector<kit::Drive> drives;
 };
 
 /// A sound page over an empty set, and what it says.
@@ -112,4 +112,4 @@ class SoundPageFixture : public support::SoundSetFixture {
   int stops = 0;
 };
 
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -2,7 +2,7 @@
 
 #include "SoundPageFixture.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class UndoRedoTest : public SoundPageFixture {};
@@ -12,7 +12,7 @@ TEST_F(UndoRedoTest, TheActionsSayWhatTheyDo) {
   EXPECT_EQ(page->UndoAction()->text(), "Undo");
   EXPECT_FALSE(page->UndoAction()->isEnabled());
   EXPECT_FALSE(page->RedoAction()->isEnabled());
-  Fill(SlotKind::Boot, 1);
+  Fill(core::sound::SlotKind::Boot, 1);
   EXPECT_EQ(page->UndoAction()->text(), "Undo: Add boot 1.lsu");
   EXPECT_TRUE(page->UndoAction()->isEnabled());
   page->UndoAction()->trigger();
@@ -24,7 +24,7 @@ TEST_F(UndoRedoTest, TheActionsSayWhatTheyDo) {
 
 TEST_F(UndoRedoTest, TheUsualKeysUndoAndRedo) {
   Open();
-  Fill(SlotKind::Motion, 1);
+  Fill(core::sound::SlotKind::Motion, 1);
   List("FileList")->setFocus();
   QTest::keyClick(List("FileList"), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Shown("MtFileList"), "");
@@ -42,13 +42,13 @@ TEST_F(UndoRedoTest, AfterAnActionOfThePageUndoIsPossible) {
 
 TEST_F(UndoRedoTest, TheShownVolumeFollows) {
   Open();
-  Fill(SlotKind::Motion, 1);
+  Fill(core::sound::SlotKind::Motion, 1);
   Click("MtFileList", "motion 1.lsu");
-  set.SetVolume(SlotKind::Motion, 1, 20);
+  set.SetVolume(core::sound::SlotKind::Motion, 1, 20);
   EXPECT_EQ(Text("VolumeLabel"), "20 %");
   page->UndoAction()->trigger();
   EXPECT_EQ(Text("VolumeLabel"), "100 %");
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

@@ -1,4 +1,4 @@
-#include "sound/ui/WaveformView.h"
+#include "ui/sound/WaveformView.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "support/TestFiles.h"
 
-namespace kestrin::sound::ui {
+namespace kestrin::ui::sound {
 namespace {
 
 class WaveformViewTest : public ::testing::Test {
@@ -82,4 +82,4 @@ TEST_F(WaveformViewTest, AViewMayGoWhileItsFileIsRead) {
 }
 
 }  // namespace
-}  // namespace kestrin::sound::ui
+}  // namespace kestrin::ui::sound

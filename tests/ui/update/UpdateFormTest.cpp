@@ -10,18 +10,18 @@
 #include <string>
 #include <vector>
 
-#include "app/help/TopicOf.h"
-#include "app/theme/Theme.h"
-#include "app/theme/ThemeColors.h"
 #include "support/Contrast.h"
 #include "support/ScriptedTransfer.h"
-#include "update/ui/ProgressShape.h"
-#include "update/ui/updateForm.h"
+#include "ui/kit/Theme.h"
+#include "ui/kit/ThemeColors.h"
+#include "ui/kit/TopicOf.h"
+#include "ui/update/ProgressShape.h"
+#include "ui/update/updateForm.h"
 
 namespace kestrin::support {
 namespace {
 
-using update::ui::ProgressShape;
+using ui::update::ProgressShape;
 
 const std::vector<const char*> kControls = {"formTitle",
                                             "updateStep",
@@ -63,7 +63,7 @@ class UpdateForm : public testing::Test {
   }
 
   ScriptedTransfer transfer;
-  update::ui::updateForm form{transfer};
+  ui::update::updateForm form{transfer};
 };
 
 TEST_F(UpdateForm, IsLoadedWithoutBeingShownAndMeasuresItsBars) {
@@ -198,7 +198,7 @@ TEST_F(UpdateForm, CanBeOperatedAndReadWithoutAPointer) {
   EXPECT_EQ(button.accessibleName(), "OK");
   EXPECT_EQ(button.accessibleDescription(), "Something <b>happened</b>");
   EXPECT_TRUE(button.focusPolicy() & Qt::TabFocus);
-  EXPECT_EQ(app::TopicOf(&button), app::HelpContext::UpdateForm);
+  EXPECT_EQ(ui::kit::TopicOf(&button), ui::kit::HelpContext::UpdateForm);
   for (const char* const label : {"formTitle", "updateStep", "updateElement", "formButtonCaption2"})
     EXPECT_EQ(Find<QLabel>(label).textFormat(), Qt::PlainText) << label << ": servers send some of these texts";
 }
@@ -226,14 +226,14 @@ TEST_F(UpdateForm, NothingIsCutOffHoweverLongTheTextIs) {
 }
 
 TEST_F(UpdateForm, CaptionsCanBeReadInBothSchemes) {
-  for (const auto scheme : {app::ColorScheme::Light, app::ColorScheme::Dark}) {
-    app::Theme::Apply(*qApp, scheme);
+  for (const auto scheme : {ui::kit::ColorScheme::Light, ui::kit::ColorScheme::Dark}) {
+    ui::kit::Theme::Apply(*qApp, scheme);
     form.showYesNoButtons();
     form.show();
     QApplication::processEvents();
     const auto& no = Find<QLabel>("formButtonCaption2");
-    const QColor ground = app::ColorOf(app::ColorRole::Accent, form.palette());
-    EXPECT_GE(app::Contrast(no.palette().color(no.foregroundRole()), ground), 4.5);
+    const QColor ground = ui::kit::ColorOf(ui::kit::ColorRole::Accent, form.palette());
+    EXPECT_GE(ui::kit::Contrast(no.palette().color(no.foregroundRole()), ground), 4.5);
     const QImage picture = Find<>("formButtonBackground2").grab().toImage();
     bool hasCaptionColor = false;
     const QRgb wanted = no.palette().color(no.foregroundRole()).rgb();
@@ -242,7 +242,7 @@ TEST_F(UpdateForm, CaptionsCanBeReadInBothSchemes) {
     EXPECT_TRUE(hasCaptionColor);
     form.hide();
   }
-  app::Theme::Apply(*qApp, app::ColorScheme::System);
+  ui::kit::Theme::Apply(*qApp, ui::kit::ColorScheme::System);
 }
 
 }  // namespace

@@ -7,17 +7,17 @@
 #include <map>
 #include <optional>
 
-#include "app/FoldersWithFonts.h"
-#include "app/FontUpdate.h"
 #include "support/EventLoopTurns.h"
 #include "support/ScriptedTransfer.h"
-#include "ui/app/MainFixture.h"
+#include "ui/window/FoldersWithFonts.h"
+#include "ui/window/FontUpdate.h"
+#include "ui/window/MainFixture.h"
 
 namespace kestrin::support {
 namespace {
 
 namespace fs = std::filesystem;
-using Unsaved = app::Dialogs::Unsaved;
+using Unsaved = ui::kit::Dialogs::Unsaved;
 
 constexpr const char* kFinished = "Update finished. New fonts installed successfully.";
 
@@ -68,7 +68,7 @@ class UpdateWindow : public MainFixture {
 
   ScriptedTransfer transfer;
   fs::path fonts = folder / "fonts";
-  app::FontUpdate fontUpdate{transfer, "fonts.example", fonts, disk, gate};
+  ui::window::FontUpdate fontUpdate{transfer, "fonts.example", fonts, disk, gate};
   std::vector<std::string> catalogue = {"Night"};
   std::string sound = SoundFileBytes(SomeSamples(100));
   QString title;
@@ -93,7 +93,7 @@ TEST_F(UpdateWindow, FetchesANewFontAndOpensItAtOnce) {
 
 TEST_F(UpdateWindow, SaysThatAnotherUpdateIsAtWorkInTheFolder) {
   Start("serial=4B535401");
-  const base::Disk::LockResult other = disk.TryLock(fonts / ".lock");
+  const core::base::Disk::LockResult other = disk.TryLock(fonts / ".lock");
   UpdateAndConfirm();
   EXPECT_EQ(title, "Warning!");
   EXPECT_EQ(element, "Another update is putting fonts into this folder. Wait until it is done and try again.");
@@ -209,7 +209,7 @@ TEST_F(UpdateWindow, ClosingTheProgramEndsAnUpdateFirst) {
   Start("serial=4B535401");
   sound.assign(60U << 20U, 's');
   bool closed = false;
-  QObject::connect(window.get(), &app::Main::closed, window.get(), [&] { closed = true; });
+  QObject::connect(window.get(), &ui::window::Main::closed, window.get(), [&] { closed = true; });
   When([this] { return IsOpen() && LabelText("updateElement") == "Downloading: boot.lsu"; },
        [this] { window->close(); });
   Button("UpdateBtn").click();
@@ -281,7 +281,7 @@ TEST_P(UpdateWindowAtAMoment, ClosingTheDialogEndsItAndTheNextUpdateSucceeds) {
 TEST_P(UpdateWindowAtAMoment, ClosingTheProgramEndsItFirst) {
   Start("serial=4B535401");
   bool closed = false;
-  QObject::connect(window.get(), &app::Main::closed, window.get(), [&] { closed = true; });
+  QObject::connect(window.get(), &ui::window::Main::closed, window.get(), [&] { closed = true; });
   UpdateAnd([this] { window->close(); });
   ExpectTheEnd();
   EXPECT_TRUE(Until([&] { return closed; }));
@@ -301,7 +301,7 @@ TEST_F(UpdateWindow, ABoardWithoutSerialNumberStartsNothing) {
 }
 
 TEST_F(UpdateWindow, FontsAreAPlaceOfTheirOwnInTheDriveList) {
-  app::FoldersWithFonts all(folders, fonts);
+  ui::window::FoldersWithFonts all(folders, fonts);
   ASSERT_EQ(all.Drives().size(), folders.drives.size() + 1);
   EXPECT_EQ(all.Drives().back().label, "Sound fonts");
   EXPECT_EQ(all.Drives().back().path, fonts);

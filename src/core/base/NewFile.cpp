@@ -1,0 +1,44 @@
+#include "base/NewFile.h"
+
+#include <cerrno>
+
+namespace kestrin::core::base {
+
+namespace {
+
+/// Fails when there is anything of that name.
+std::FILE* MakeExclusively(const std::filesystem::path& path) {
+#ifdef _WIN32
+  // Only wide characters can name every file there.
+  return _wfopen(path.c_str(), L"wbx");
+#else
+  return std::fopen(path.c_str(), "wbx");
+#endif
+}
+
+}  // namespace
+
+NewFile::NewFile(const std::filesystem::path& path) {
+  errno = 0;
+  m_file.reset(MakeExclusively(path));
+  (void)Note(IsOpen());
+}
+
+bool NewFile::Write(std::string_view bytes) {
+  errno = 0;
+  return Note(std::fwrite(bytes.data(), 1, bytes.size(), m_file.get()) == bytes.size());
+}
+
+bool NewFile::Close() {
+  errno = 0;
+  return Note(std::fclose(m_file.release()) == 0);
+}
+
+std::string NewFile::Reason() const { return m_error ? m_error.message() : "the disk refused it"; }
+
+bool NewFile::Note(bool success) {
+  if (!success) m_error.assign(errno, std::generic_category());
+  return success;
+}
+
+}  // namespace kestrin::core::base

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace kestrin::core::base {
+
+/// A path as UTF-8 text, as it was given: nothing is made absolute, no separator changed.
+[[nodiscard]] inline std::string TextOf(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+/// The path of a UTF-8 text. Where paths are bytes they are taken as they stand; where they are characters a text that
+/// is no UTF-8 is taken in the system's own code page, in which older programs wrote.
+[[nodiscard]] inline std::filesystem::path PathOf(std::string_view text) {
+  try {
+    return std::u8string(text.begin(), text.end());
+  } catch (const std::exception&) {
+    return std::string(text);
+  }
+}
+
+}  // namespace kestrin::core::base

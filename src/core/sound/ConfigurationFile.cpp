@@ -1,0 +1,245 @@
+#include "sound/ConfigurationFile.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "base/Numbers.h"
+#include "base/PathText.h"
+#include "base/Text.h"
+#include "base/WholeFile.h"
+#include "sound/PathEnd.h"
+
+namespace kestrin::core::sound {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Forty paths of any length that systems take fit many times; what is larger is no configuration file.
+constexpr std::size_t kLargestFile = std::size_t{1} << 20;
+
+/// Tells why a file is no configuration file; the text becomes LoadResult::detail.
+class NotValid : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The lines of a configuration file, one after another.
+class Lines {
+ public:
+  explicit Lines(const fs::path& path) : m_name(base::TextOf(path)) {
+    std::error_code error;
+    if (!fs::exists(path, error)) throw NotValid(m_name + ": there is no such file");
+    // Opening a pipe would wait for a writer.
+    if (!fs::is_regular_file(path, error)) throw NotValid(m_name + ": not a file");
+    std::ifstream file(path, std::ios::binary);
+    m_content.resize(kLargestFile + 1);
+    file.read(m_content.data(), static_cast<std::streamsize>(m_content.size()));
+    if (file.bad() || !file.is_open()) throw NotValid(m_name + ": cannot be read");
+    m_content.resize(static_cast<std::size_t>(file.gcount()));
+    if (m_content.size() > kLargestFile) throw NotValid(m_name + ": too large for a configuration file");
+    if (m_content.find('\0') != m_content.npos) throw NotValid(m_name + ": not a text file");
+    m_rest = m_content;
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (m_rest.starts_with(kByteOrderMark)) m_rest.remove_prefix(kByteOrderMark.size());
+  }
+
+  Lines(const Lines&) = delete;
+  Lines& operator=(const Lines&) = delete;
+
+  /// The next line without its end, CR LF or LF. Throws NotValid behind the last line; `expected` says what was
+  /// awaited.
+  std::string_view Next(std::string_view expected) {
+    ++m_number;
+    if (m_rest.empty()) Fail("the file ends where " + std::string(expected) + " is expected");
+    const std::size_t end = m_rest.find('\n');
+    std::string_view line = m_rest.substr(0, end);
+    m_rest.remove_prefix(end == m_rest.npos ? m_rest.size() : end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+  }
+
+  /// Throws NotValid about the line that Next() gave last.
+  [[noreturn]] void Fail(const std::string& reason) const {
+    throw NotValid(m_name + ", line " + std::to_string(m_number) + ": " + reason);
+  }
+
+ private:
+  std::string m_name;
+  std::string m_content;
+  std::string_view m_rest;
+  int m_number = 0;
+};
+
+/// One load, from the first line to the last.
+class Loader {
+ public:
+  Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view, LoadResult& result)
+      : m_lines(path), m_configuration(configuration), m_view(view), m_result(result) {
+    std::error_code error;
+    m_folder = fs::absolute(path, error).parent_path();
+  }
+
+  void Run() {
+    for (const Slot& slot : kSlots) {
+      const int entries = slot.isList ? ReadListLine(slot) : ReadKeywordLine(slot);
+      Empty(slot);
+      for (int entry = 0; entry < entries; ++entry) ReadEntry(slot);
+    }
+  }
+
+ private:
+  /// The line of a single slot, which has one entry.
+  int ReadKeywordLine(const Slot& slot) {
+    const std::string expected = "\"" + std::string(slot.keyword) + "\"";
+    if (!base::EqualsIgnoringCase(m_lines.Next(expected), slot.keyword)) m_lines.Fail(expected + " is expected");
+    return 1;
+  }
+
+  /// The line of a list; returns its count of entries.
+  int ReadListLine(const Slot& slot) {
+    const std::string expected =
+        "\"" + std::string(slot.keyword) + "-\" and a number from 0 to " + std::to_string(kListCapacity);
+    const auto pieces = base::Split(m_lines.Next(expected), "-");
+    if (pieces.size() == 2 && base::EqualsIgnoringCase(pieces[0], slot.keyword))
+      if (const std::optional<int> count = CountOf(pieces[1])) return *count;
+    m_lines.Fail(expected + " is expected");
+  }
+
+  /// A whole number that a list can hold, blanks around it ignored.
+  static std::optional<int> CountOf(std::string_view text) {
+    while (text.starts_with(' ')) text.remove_prefix(1);
+    while (text.ends_with(' ')) text.remove_suffix(1);
+    int count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error != std::errc{} || end != text.data() + text.size() || count < 0 || count > kListCapacity)
+      return std::nullopt;
+    return count;
+  }
+
+  void Empty(const Slot& slot) {
+    m_view.EmptySlot(slot.kind);
+    if (!slot.isList) m_configuration.RemoveFile(1, slot.kind);
+    while (slot.isList && m_configuration.Count(slot.kind) > 0)
+      m_configuration.RemoveFile(m_configuration.Count(slot.kind), slot.kind);
+  }
+
+  /// A path line and a volume line.
+  void ReadEntry(const Slot& slot) {
+    const std::string_view path = m_lines.Next("a path");
+    // The position whose volume follows; none when there is no file to have one.
+    int position = slot.isList ? 0 : 1;
+    const std::size_t failedBefore = m_result.failed.size();
+    if (!path.empty()) position = Add(slot, path);
+
+    const std::string_view number = m_lines.Next("a volume");
+    try {
+      const auto volume = base::RoundTo<std::int16_t>(base::LeadingNumber(number));
+      if (position > 0) m_configuration.SetVolume(slot.kind, position, volume);
+      if (m_result.failed.size() > failedBefore) m_result.failed.back().volume = volume;
+    } catch (const std::overflow_error&) {
+      m_lines.Fail("a volume from -32768 to 32767 is expected");
+    }
+    m_view.UpdateMemoryStatus();
+  }
+
+  /// Takes the file into the slot. Returns its position, 0 when it cannot be used.
+  int Add(const Slot& slot, std::string_view text) {
+    const fs::path path = base::PathOf(text);
+    if (const bool found = AddAt(slot, path); !found && !AddBeside(slot, path, text)) {
+      const auto failed = std::count_if(m_result.failed.begin(), m_result.failed.end(),
+                                        [&slot](const MissingSound& sound) { return sound.place.kind == slot.kind; });
+      const int row = m_configuration.Count(slot.kind) + static_cast<int>(failed) + 1;
+      m_result.failed.push_back({{slot.kind, row}, path});
+      return 0;
+    }
+    const int position = m_configuration.Count(slot.kind);
+    m_view.ShowFile(slot.kind, position, base::LastPathPiece(text));
+    return position;
+  }
+
+  /// Takes the file of just this path into the slot, if there is one and it can be used.
+  bool AddAt(const Slot& slot, const fs::path& path) {
+    std::error_code error;
+    if (!fs::exists(path, error)) return false;
+    if (m_configuration.AddFile(path, slot.kind, [this] { m_view.Pump(); })) return true;
+    // A single slot holds the name of the file that it refused.
+    if (!slot.isList) m_configuration.RemoveFile(1, slot.kind);
+    return false;
+  }
+
+  /// Takes the file into the slot that has moved together with the set, when nothing lies where it was.
+  bool AddBeside(const Slot& slot, const fs::path& path, std::string_view text) {
+    std::error_code error;
+    if (m_folder.empty() || fs::exists(path, error)) return false;
+    const std::vector<fs::path> places = PathEnd(text).PlacesAround(m_folder);
+    const bool found =
+        std::any_of(places.begin(), places.end(), [&](const fs::path& place) { return AddAt(slot, place); });
+    m_result.foundBeside += static_cast<int>(found);
+    return found;
+  }
+
+  Lines m_lines;
+  LSU_Configuration& m_configuration;
+  ConfigurationView& m_view;
+  LoadResult& m_result;
+  /// Where the configuration file lies.
+  fs::path m_folder;
+};
+
+}  // namespace
+
+std::string LoadResult::Message() const {
+  if (!valid) return "Not a valid configuration file";
+  if (failed.empty()) return "";
+  std::string message = kFailedHeadline;
+  for (const MissingSound& sound : failed) message += "\n" + base::TextOf(sound.path);
+  return message;
+}
+
+std::string ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk,
+                                    const MissingSounds& missing) {
+  std::string content;
+  const auto line = [&](std::string_view text) { content.append(text).append(base::kLineEnd); };
+  for (const Slot& slot : kSlots) {
+    const int entries = slot.isList ? configuration.Count(slot.kind) + missing.Count(slot.kind) : 1;
+    line(std::string(slot.keyword) + (slot.isList ? "-" + std::to_string(entries) : ""));
+    for (int row = 1; row <= entries; ++row) {
+      const SoundPlace place{slot.kind, row};
+      const MissingSound* const gone = missing.At(place);
+      const int position = row - missing.Above(place);
+      const std::string file =
+          base::TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
+      if (file.find_first_of(std::string_view("\r\n")) != file.npos)
+        return "\"" + base::TextOf(path) + "\" could not be written: the name of \"" + file +
+               "\" holds a line break. Rename that file and add it again.";
+      line(file);
+      const int volume = gone != nullptr ? gone->volume : configuration.GetVolume(slot.kind, position);
+      // A blank stands where a negative number has its sign.
+      line((volume < 0 ? "" : " ") + std::to_string(volume));
+    }
+  }
+  return base::WriteWholeFile(path, content, disk);
+}
+
+LoadResult ConfigurationFile::Load(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view) {
+  LoadResult result;
+  try {
+    Loader(path, configuration, view, result).Run();
+    result.valid = true;
+  } catch (const NotValid& reason) {
+    result.detail = reason.what();
+  }
+  // Lists may have been emptied since the last entry was read.
+  view.UpdateMemoryStatus();
+  return result;
+}
+
+}  // namespace kestrin::core::sound

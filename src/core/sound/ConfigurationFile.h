@@ -1,0 +1,66 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "sound/LSU_Configuration.h"
+#include "sound/MissingSounds.h"
+
+namespace kestrin::core::base {
+class Disk;
+}
+
+namespace kestrin::core::sound {
+
+/// What loading a configuration shows while it goes on: the slot lists and the memory status.
+class ConfigurationView {
+ public:
+  virtual ~ConfigurationView() = default;
+  /// The slot's list display becomes empty.
+  virtual void EmptySlot(SlotKind kind) = 0;
+  /// The bare file name appears in the slot's list at `position` (from 1).
+  virtual void ShowFile(SlotKind kind, int position, const std::string& name) = 0;
+  /// Memory gauge and send button follow the configuration.
+  virtual void UpdateMemoryStatus() = 0;
+  /// The person's interface gets its turn, between blocks of a sound that is read. What it throws ends the loading.
+  virtual void Pump() {}
+};
+
+/// How loading a configuration ended.
+struct LoadResult {
+  /// What stands above the names of the files that failed.
+  static constexpr const char* kFailedHeadline = "The following files could not be found or are not valid:";
+
+  /// False: "Not a valid configuration file"; what was loaded up to that point stays loaded.
+  bool valid = false;
+  /// The sounds that could not be found or are not valid, in the order of the file. Their places count as if they were
+  /// there.
+  std::vector<MissingSound> failed;
+  /// How many sounds were found beside the configuration file because nothing lies any more where their paths lead.
+  int foundBeside = 0;
+  /// What is wrong with a file that is not valid, for a tool tip or a log: the file, the line number and what was
+  /// expected there; "" when valid.
+  std::string detail;
+
+  /// The text for the person: "" when everything loaded, else the one message of this result.
+  [[nodiscard]] std::string Message() const;
+};
+
+/// The ".lscfg" file: which sound sits in which slot, with which volume. See docs/file-formats.md.
+class ConfigurationFile {
+ public:
+  static constexpr const char* kFilter = "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
+
+  /// Writes the configuration as `path`, whole or not at all, with the paths and volumes of the missing sounds in their
+  /// places. Returns "" or a text naming the file and what is wrong.
+  [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path,
+                                        base::Disk& disk, const MissingSounds& missing = {});
+
+  /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read. Where
+  /// nothing lies at a sound's path, the sound is looked for beside the file, see PathEnd::PlacesAround().
+  [[nodiscard]] static LoadResult Load(const std::filesystem::path& path, LSU_Configuration& configuration,
+                                       ConfigurationView& view);
+};
+
+}  // namespace kestrin::core::sound

@@ -1,0 +1,29 @@
+#include "sound/PreviewFile.h"
+
+#include "base/FirstThatTakes.h"
+#include "base/PathText.h"
+#include "base/Text.h"
+#include "sound/LSU_SoundFile.h"
+
+namespace kestrin::core::sound {
+
+bool PreviewFile::IsPlayable(const std::filesystem::path& path) {
+  const std::string text = base::TextOf(path);
+  const std::size_t dot = text.rfind('.');
+  return !text.empty() && base::EqualsIgnoringCase(dot == std::string::npos ? text : text.substr(dot + 1), "LSU");
+}
+
+PreviewFile::Written PreviewFile::Write(const std::filesystem::path& sound,
+                                        std::span<const std::filesystem::path> folders) {
+  LSU_SoundFile file;
+  if (!file.ReadFile(sound))
+    return {{}, base::LastPathPiece(base::TextOf(sound)) + " cannot be played: it is missing or holds no sound."};
+  const std::filesystem::path folder =
+      base::FirstThatTakes(folders, [&](const std::filesystem::path& place) { return file.WriteWav(place / kName); });
+  if (!folder.empty()) return {folder / kName, ""};
+  return {{},
+          "The sound cannot be played: there is no place for its copy \"temp.wav\". Make room on the disk or permit "
+          "writing and play it again."};
+}
+
+}  // namespace kestrin::core::sound

@@ -1,0 +1,165 @@
+#include "update/FontCollection.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "base/PathText.h"
+#include "base/Text.h"
+#include "update/HttpRequest.h"
+#include "update/PlainName.h"
+#include "update/UpdateManager.h"
+#include "update/UpdateUtils.h"
+
+namespace kestrin::core::update {
+
+namespace fs = std::filesystem;
+using base::TextOf;
+using update::HttpRequest;
+using update::UpdateUtils;
+
+namespace {
+
+constexpr const char* kNotPlain =
+    " is no name that every computer takes. Rename it: none of ? * : \" < > | / \\ & = + %, no blank or dot at either "
+    "end, "
+    "no device name such as NUL, at most 200 bytes.";
+/// Leaves room for the answer's first lines.
+constexpr std::uintmax_t kLongestConfiguration = HttpRequest::kLongestText - 1024;
+constexpr const char* kTwin = " differs from another name in the case of its letters only. Rename one of them.";
+
+/// The entries of a folder whose kind is `type`; links are of no kind but their own, so nothing outside is reached.
+std::vector<fs::path> Entries(const fs::path& folder, fs::file_type type) {
+  std::vector<fs::path> paths;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator(); entry.increment(error))
+    if (std::error_code ignored; entry->symlink_status(ignored).type() == type) paths.push_back(entry->path());
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
+/// The configuration file that describes a font: the one of the folder's name, or the only one.
+std::optional<fs::path> ConfigurationOf(const fs::path& folder, const std::vector<fs::path>& files) {
+  std::vector<fs::path> found;
+  for (const fs::path& file : files) {
+    if (!base::EqualsIgnoringCase(TextOf(file.extension()), ".lscfg")) continue;
+    if (file.stem() == folder.filename()) return file;
+    found.push_back(file);
+  }
+  return found.size() == 1 ? std::optional(found.front()) : std::nullopt;
+}
+
+std::optional<std::vector<std::string>> LinesOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::vector<std::string> lines;
+  std::string line;
+  while (std::getline(file, line)) {
+    if (line.ends_with('\r')) line.pop_back();
+    lines.push_back(line);
+  }
+  return file.eof() ? std::optional(std::move(lines)) : std::nullopt;
+}
+
+/// Whether one of the names is another one, but the same where the case of letters does not count.
+bool HasTwin(const std::string& name, const std::vector<std::string>& names) {
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& other) { return other != name && base::EqualsIgnoringCase(other, name); });
+}
+
+/// What is wrong with a sound file that a font names; "" when nothing is.
+std::string ProblemOfSound(const std::string& name, const std::vector<fs::path>& files) {
+  if (!update::IsPlainName(name)) return update::ShownName(name) + kNotPlain;
+  const auto file =
+      std::find_if(files.begin(), files.end(), [&](const auto& path) { return TextOf(path.filename()) == name; });
+  if (file == files.end()) return name + " is not in the folder. Copy it there.";
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(*file, error);
+  if (size == 0 || error) return name + " is empty or cannot be read. Replace it.";
+  if (size > static_cast<std::uintmax_t>(HttpRequest::kLongestFile))
+    return name + " is larger than 64 MiB, which no client takes. Make it shorter.";
+  return "";
+}
+
+FontCollection::Font ReadFont(const fs::path& folder) {
+  FontCollection::Font font{TextOf(folder.filename()), {}, ""};
+  if (!update::IsPlainName(font.name)) {
+    font.problem = "this" + std::string(kNotPlain);
+    return font;
+  }
+  if (!update::IsFontName(font.name)) {
+    font.problem = "clients keep a file of that name beside the fonts. Rename it.";
+    return font;
+  }
+  const std::vector<fs::path> files = Entries(folder, fs::file_type::regular);
+  const std::optional<fs::path> configuration = ConfigurationOf(folder, files);
+  if (!configuration) {
+    font.problem = "the folder needs one configuration file, best named " + font.name + ".lscfg. Save the set there.";
+    return font;
+  }
+  std::error_code unknown;
+  if (fs::file_size(*configuration, unknown) > kLongestConfiguration) {
+    font.problem = TextOf(configuration->filename()) + " is too long for any client. Save the set again.";
+    return font;
+  }
+  std::optional<std::vector<std::string>> lines = LinesOf(*configuration);
+  if (!lines) {
+    font.problem = TextOf(configuration->filename()) + " cannot be read. Check its permissions.";
+    return font;
+  }
+  if (UpdateUtils::kFirstPayloadLine + lines->size() > update::UpdateManager::kMostLines) {
+    font.problem = TextOf(configuration->filename()) + " has too many lines for any client. Save the set again.";
+    return font;
+  }
+  std::vector<std::string> sounds;
+  for (std::string& line : *lines) {
+    if (UpdateUtils::NamesSound(line)) {
+      // The saver's own folders mean nothing elsewhere, and are nobody's business.
+      line = base::LastPathPiece(line);
+      font.problem = ProblemOfSound(line, files);
+      if (HasTwin(line, sounds)) font.problem = line + kTwin;
+      sounds.push_back(line);
+    } else if (line.find_first_of("/\\") != line.npos) {
+      font.problem = base::LastPathPiece(line) + " cannot be sent. Use sound files whose names end in .lsu.";
+    }
+    if (!font.problem.empty()) return font;
+  }
+  font.lines = std::move(*lines);
+  return font;
+}
+
+}  // namespace
+
+std::vector<FontCollection::Font> FontCollection::Fonts() const {
+  std::vector<Font> fonts;
+  std::vector<std::string> offered;
+  for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
+    Font font = ReadFont(folder);
+    if (font.problem.empty() && HasTwin(font.name, offered)) font = {font.name, {}, "this" + std::string(kTwin)};
+    if (font.problem.empty()) offered.push_back(font.name);
+    fonts.push_back(std::move(font));
+  }
+  return fonts;
+}
+
+std::optional<FontCollection::Font> FontCollection::Find(std::string_view name) const {
+  for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
+    if (!base::EqualsIgnoringCase(TextOf(folder.filename()), name)) continue;
+    Font font = ReadFont(folder);
+    if (!font.problem.empty()) continue;
+    // Of names that differ in the case of their letters only, the first that can be is offered.
+    return font.name == name ? std::optional(std::move(font)) : std::nullopt;
+  }
+  return std::nullopt;
+}
+
+std::optional<fs::path> FontCollection::SoundFile(std::string_view font, std::string_view name) const {
+  const std::optional<Font> found = Find(font);
+  if (!found || !UpdateUtils::NamesSound(name) ||
+      std::find(found->lines.begin(), found->lines.end(), name) == found->lines.end())
+    return std::nullopt;
+  return m_folder / base::PathOf(font) / base::PathOf(name);
+}
+
+}  // namespace kestrin::core::update

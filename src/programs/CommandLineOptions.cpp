@@ -1,0 +1,67 @@
+#include "programs/CommandLineOptions.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include "core/update/UpdateServer.h"
+#include "ui/kit/PathText.h"
+
+namespace kestrin::programs {
+
+namespace {
+
+/// The whole path: what the window shows and remembers must not depend on where the program was started.
+std::filesystem::path WholePath(const QString& text) {
+  std::filesystem::path given = ui::kit::PathOf(text);
+  std::error_code failed;
+  const std::filesystem::path whole = std::filesystem::absolute(given, failed).lexically_normal();
+  if (failed) return given;
+  // A separator at the end would make it a folder without a name.
+  return whole.has_filename() ? whole : whole.parent_path();
+}
+
+}  // namespace
+
+CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& arguments,
+                                                     const std::filesystem::path& programFolder,
+                                                     const char* environmentServer) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription("Configuration tool for Kestrin light-saber sound boards.");
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
+  const QCommandLineOption board("board", "The board: auto (default), hid:PATH, sim or sim:KEY=VALUE,...", "BOARD",
+                                 "auto");
+  const QCommandLineOption folder("program-folder", "The folder with pictures and help (default: that of the program).",
+                                  "DIR");
+  const QCommandLineOption server("update-server",
+                                  "The server that new sounds come from (default: the one of this build, or of the "
+                                  "environment variable KESTRIN_UPDATE_SERVER).",
+                                  "HOST[:PORT]");
+  parser.addOptions({board, folder, server});
+  parser.addPositionalArgument("FILE", "A sound set (.lscfg) to open.", "[FILE]");
+
+  const auto problem = [&parser](const QString& text) {
+    return Parsed{{}, "", text + "\n" + parser.helpText().section('\n', 0, 0)};
+  };
+  if (!parser.parse(arguments)) return problem(parser.errorText());
+  if (parser.isSet(help)) return {{}, parser.helpText(), ""};
+  if (parser.isSet(version))
+    return {{}, QCoreApplication::applicationName() + ' ' + QCoreApplication::applicationVersion() + '\n', ""};
+  const QStringList files = parser.positionalArguments();
+  if (files.size() > 1) return problem("Give one sound set only.");
+
+  const platform::boards::BoardChoice::Parsed choice =
+      platform::boards::BoardChoice::Parse(parser.value(board).toStdString());
+  if (!choice.problem.empty()) return problem(QString::fromStdString(choice.problem));
+  CommandLineOptions options;
+  options.updateServer = core::update::UpdateServer::Choose(parser.value(server).toStdString(), environmentServer);
+  if (!core::update::UpdateServer::IsValid(options.updateServer))
+    return problem("\"" + QString::fromStdString(options.updateServer) +
+                   "\" is no update server: give HOST or HOST:PORT.");
+  options.board = choice.choice;
+  options.programFolder = parser.isSet(folder) ? WholePath(parser.value(folder)) : programFolder;
+  if (!files.isEmpty()) options.set = WholePath(files.constFirst());
+  return {options, "", ""};
+}
+
+}  // namespace kestrin::programs

@@ -1,0 +1,137 @@
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTextStream>
+#include <QTimer>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "core/motion/KeptParametersFolder.h"
+#include "core/update/UpdateServer.h"
+#include "core/update/UpdateUtils.h"
+#include "platform/boards/BoardAgent.h"
+#include "platform/desktop/CompiledHelp.h"
+#include "platform/desktop/DataFolder.h"
+#include "platform/desktop/DesktopFolders.h"
+#include "platform/desktop/EndRequests.h"
+#include "platform/desktop/QtDialogs.h"
+#include "platform/desktop/SystemSleepBlocker.h"
+#include "platform/desktop/SystemSoundPlayer.h"
+#include "platform/files/SystemDisk.h"
+#include "platform/net/CurlTransfer.h"
+#include "platform/process/StandardStreams.h"
+#include "programs/CommandLineOptions.h"
+#include "ui/help/HelpKey.h"
+#include "ui/help/HelpWindow.h"
+#include "ui/kit/CommandGate.h"
+#include "ui/kit/PathText.h"
+#include "ui/kit/Theme.h"
+#include "ui/window/Application.h"
+#include "ui/window/FoldersWithFonts.h"
+#include "ui/window/FontUpdate.h"
+#include "ui/window/Main.h"
+
+namespace {
+
+using namespace kestrin;
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+int Tell(std::FILE* where, const QString& text, int code) {
+  QTextStream(where) << text;
+  return code;
+}
+
+/// Where the program keeps what is this person's own.
+std::filesystem::path DataFolder() {
+  const std::filesystem::path folder = platform::desktop::DataFolder();
+  return folder.empty() ? ui::kit::PathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)) : folder;
+}
+
+/// The help, read when it is asked for the first time.
+class Help {
+ public:
+  explicit Help(const std::filesystem::path& programFolder)
+      : m_file(programFolder / platform::desktop::CompiledHelp::kFileName) {
+    QObject::connect(&m_key, &ui::help::HelpKey::topicRequested, &m_key, [this](ui::kit::HelpContext topic) {
+      if (m_source == nullptr) m_source = std::make_unique<platform::desktop::CompiledHelp>(m_file);
+      if (m_window == nullptr) m_window = std::make_unique<ui::help::HelpWindow>(*m_source);
+      m_window->ShowTopic(topic);
+    });
+  }
+
+ private:
+  std::filesystem::path m_file;
+  ui::help::HelpKey m_key;
+  std::unique_ptr<platform::desktop::CompiledHelp> m_source;
+  std::unique_ptr<ui::help::HelpWindow> m_window;
+};
+
+int Run(ui::window::Application& application, const programs::CommandLineOptions& options) {
+  ui::kit::Theme::Apply(application, ui::kit::ColorScheme::System);
+  core::base::SystemClock clock;
+  platform::files::SystemDisk disk;
+  ui::kit::CommandGate gate;
+  const platform::boards::BoardAgent board = platform::boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
+  if (!board.problem.empty()) return Tell(stderr, "kestrin: " + QString::fromStdString(board.problem) + '\n', kFailed);
+
+  const std::filesystem::path data = DataFolder();
+  core::motion::KeptParametersFolder kept(data / core::motion::KeptParametersFolder::kFolderName, disk);
+  QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
+  const std::unique_ptr<core::sound::SoundPlayer> player = platform::desktop::MakeSystemSoundPlayer(clock);
+  const std::array places{options.programFolder, data};
+  const std::filesystem::path fonts = core::update::UpdateUtils::PlaceIn(places);
+  const platform::desktop::DesktopFolders desktopFolders;
+  const ui::window::FoldersWithFonts folders(desktopFolders, fonts);
+  platform::desktop::EndRequests ends;
+  platform::desktop::QtDialogs dialogs;
+  platform::desktop::SystemSleepBlocker sleep;
+  Help help(options.programFolder);
+  platform::net::CurlTransfer transfer(gate.Pump());
+  ui::window::FontUpdate update(transfer, options.updateServer, fonts, disk, gate);
+
+  ui::window::Main window({*board.agent, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
+                           options.programFolder, data});
+  dialogs.SetWindow(&window);
+  QObject::connect(&application, &ui::window::Application::mishap, &window,
+                   [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });
+  QObject::connect(&window, &ui::window::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+  QObject::connect(&ends, &platform::desktop::EndRequests::arrived, &window, [&] {
+    // The end is certain before any question is closed: its answer must not begin anything.
+    window.EndNow();
+    dialogs.Dismiss();
+  });
+  ends.SetIsOver([&window] { return window.IsOver(); });
+  if (!window.StartUp()) return ends.ExitCode(kDone);
+  window.show();
+  // Once the window can be seen.
+  QTimer open;
+  open.setSingleShot(true);
+  QObject::connect(&open, &QTimer::timeout, &window, [&] { window.OpenSet(options.set); });
+  if (!options.set.empty()) open.start();
+  return ends.ExitCode(QApplication::exec());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  platform::process::GuardStandardStreams();
+  ui::window::Application application(argc, argv);
+  QCoreApplication::setApplicationName("Kestrin Launcher");
+  QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
+  QGuiApplication::setDesktopFileName("kestrin");
+  const programs::CommandLineOptions::Parsed parsed = programs::CommandLineOptions::Parse(
+      QCoreApplication::arguments(), ui::kit::PathOf(QCoreApplication::applicationDirPath()),
+      std::getenv(core::update::UpdateServer::kEnvironment));
+  if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
+  if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);
+  try {
+    return Run(application, parsed.options);
+  } catch (const std::exception& error) {
+    return Tell(stderr, QString("kestrin: %1\n").arg(error.what()), kFailed);
+  }
+}

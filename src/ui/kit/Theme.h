@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QObject>
+#include <QPalette>
+#include <functional>
+
+class QAbstractButton;
+class QApplication;
+class QLabel;
+
+namespace kestrin::ui::kit {
+
+/// How the window is coloured. System takes what the desktop has and follows when the person changes that.
+enum class ColorScheme { Light, Dark, System };
+
+/// The look of the program: one palette and one style for every window. A Theme belongs to its application.
+class Theme : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Tells the desktop's palette.
+  using SystemPalette = std::function<QPalette()>;
+
+  /// Gives the application this look; again at any time to change the scheme. Widgets that exist take the look at once.
+  static void Apply(QApplication& application, ColorScheme scheme);
+
+  /// The same with another source of the desktop's palette, which is asked whenever the desktop reports a change.
+  static void Apply(QApplication& application, ColorScheme scheme, SystemPalette system);
+
+  /// Makes the button the main one of its window: filled with the accent.
+  static void MakePrimary(QAbstractButton& button);
+  [[nodiscard]] static bool IsPrimary(const QObject* button);
+
+  /// Makes the text of the label step back, as captions and hints do.
+  static void MakeSoft(QLabel& label);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  explicit Theme(QApplication& application);
+  void Refresh();
+
+  QApplication& m_application;
+  ColorScheme m_scheme = ColorScheme::System;
+  SystemPalette m_system;
+  bool m_isRefreshDue = false;
+};
+
+}  // namespace kestrin::ui::kit

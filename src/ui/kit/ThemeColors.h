@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QColor>
+
+#include "core/sound/SlotKind.h"
+
+class QPalette;
+
+namespace kestrin::ui::kit {
+
+/// What a colour is for. Text, Soft, Ok, Warning and Error are readable (4.5 : 1 and more) on Background, Card,
+/// AccentSoft and Selection; Accent is readable on the first three of them.
+enum class ColorRole {
+  Background,  ///< ground of windows
+  Card,        ///< ground of cards, lists and input fields
+  Line,        ///< lines round cards, grooves; ornament only
+  Outline,     ///< edges that must be seen: radio buttons, check boxes, input fields
+  Text,        ///< text that is read first
+  Soft,        ///< captions, hints, figures beside a name
+  Accent,      ///< the one accent: focus, what is chosen, the main button
+  AccentSoft,  ///< quiet ground in the accent's hue
+  AccentText,  ///< text on Accent
+  Selection,   ///< ground of selected rows
+  Ok,          ///< it went well; a board is there
+  Warning,     ///< look here
+  Error,       ///< it failed
+};
+
+/// The colour for `role` that belongs to the scheme of `palette`, light or dark. A widget passes its own palette()
+/// while it paints and so follows a change of the scheme without being told.
+[[nodiscard]] QColor ColorOf(ColorRole role, const QPalette& palette);
+
+/// The colour that marks a slot wherever it is shown; it stands out 3 : 1 and more from Background, Card and Line.
+[[nodiscard]] QColor SlotColor(core::sound::SlotKind slot, const QPalette& palette);
+
+/// Whether light text on dark ground is wanted by the palette.
+[[nodiscard]] bool IsDark(const QPalette& palette);
+
+/// The application's palette of the light or the dark scheme, with disabled colours, links, hints and tool tips.
+/// PlaceholderText is Soft and BrightText is Error, so that a label takes these colours by its foreground role.
+[[nodiscard]] QPalette PaletteOf(bool dark);
+
+}  // namespace kestrin::ui::kit

@@ -1,0 +1,248 @@
+#include "ui/led/PickColorFrame.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/kit/Theme.h"
+#include "ui/kit/TopicOf.h"
+#include "ui/led/BladeView.h"
+#include "ui/led/ChannelLabel.h"
+#include "ui/led/Metrics.h"
+
+namespace kestrin::ui::led {
+
+namespace {
+
+constexpr int kWidth = 380;
+
+}  // namespace
+
+PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
+  setObjectName(QStringLiteral("PickColor_frame"));
+  setAccessibleName(tr("LED setting"));
+  kit::SetHelpContext(*this, kit::HelpContext::ColorPicker);
+  SetChosen(true);
+  setCursor(Qt::SizeAllCursor);
+  setMinimumWidth(kWidth);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(2 * kGrid, kGrid + 4, 2 * kGrid, 2 * kGrid);
+  column->setSpacing(kGrid);
+  AddHead(*column);
+  AddRows(*column);
+  AddPicking(*column);
+  AddButtons(*column);
+  // The hand that moves the picker belongs to its ground only.
+  for (QWidget* const control : findChildren<QWidget*>())
+    if (control->focusPolicy() != Qt::NoFocus) control->setCursor(Qt::ArrowCursor);
+  parent->installEventFilter(this);
+  hide();
+}
+
+void PickColorFrame::AddHead(QBoxLayout& layout) {
+  auto* const title = new QLabel(tr("LED setting"), this);
+  QFont bold = title->font();
+  bold.setBold(true);
+  title->setFont(bold);
+  m_subject = new QLabel(this);
+  m_subject->setObjectName(QStringLiteral("PickColorSubject"));
+  kit::Theme::MakeSoft(*m_subject);
+  auto* const head = new QHBoxLayout;
+  head->addWidget(title);
+  head->addStretch(1);
+  head->addWidget(m_subject);
+  m_blade = new BladeView(this);
+  m_blade->setObjectName(QStringLiteral("PickColorBlade"));
+  m_blade->setAccessibleName(tr("The blade at these levels"));
+  layout.addLayout(head);
+  layout.addWidget(m_blade);
+}
+
+void PickColorFrame::AddRows(QBoxLayout& layout) {
+  for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    const QString number = QString::number(i + 1);
+    Row& row = m_rows[i];
+    row.label = new ChannelLabel(QStringLiteral("LED") + number, this);
+    row.label->setObjectName(QStringLiteral("LabelLedSet") + number);
+    row.slider = new QSlider(Qt::Horizontal, this);
+    row.slider->setObjectName(QStringLiteral("SliderLedSet") + number);
+    row.slider->setAccessibleName(tr("Level of LED %1, 0 to 255").arg(number));
+    row.slider->setRange(0, kFullLevel);
+    row.slider->setPageStep(16);
+    row.label->setBuddy(row.slider);
+    row.value = new QSpinBox(this);
+    row.value->setObjectName(QStringLiteral("ValueLedSet") + number);
+    row.value->setAccessibleName(row.slider->accessibleName());
+    // Digits as everywhere else on the panel.
+    row.value->setLocale(QLocale::c());
+    row.value->setRange(0, kFullLevel);
+    row.value->setAlignment(Qt::AlignRight);
+    connect(row.slider, &QSlider::valueChanged, row.value, &QSpinBox::setValue);
+    connect(row.value, &QSpinBox::valueChanged, row.slider, &QSlider::setValue);
+    connect(row.slider, &QSlider::valueChanged, this, &PickColorFrame::levelsChanged);
+    auto* const line = new QHBoxLayout;
+    line->setSpacing(kGrid);
+    line->addWidget(row.label);
+    line->addWidget(row.slider, 1);
+    line->addWidget(row.value);
+    layout.addLayout(line);
+  }
+}
+
+void PickColorFrame::AddPicking(QBoxLayout& layout) {
+  m_pick = MakeButton("PickColor", tr("Pick color"), &PickColorFrame::pickColorRequested);
+  m_fidelity = new QCheckBox(tr("Color Fidelity"), this);
+  m_fidelity->setObjectName(QStringLiteral("ColorFidelity"));
+  m_fidelity->setToolTip(tr("Balances the LEDs when a color is picked, so that white looks white"));
+  auto* const line = new QHBoxLayout;
+  line->setSpacing(2 * kGrid);
+  line->addWidget(m_pick);
+  line->addWidget(m_fidelity);
+  line->addStretch(1);
+  layout.addLayout(line);
+}
+
+void PickColorFrame::AddButtons(QBoxLayout& layout) {
+  m_apply = MakeButton("PickColorApply", tr("Apply"), &PickColorFrame::applyRequested);
+  QPushButton* const cancel = MakeButton("PickColorCancel", tr("Cancel"), &PickColorFrame::cancelRequested);
+  QPushButton* const ok = MakeButton("PickColorOK", tr("OK"), &PickColorFrame::okRequested);
+  kit::Theme::MakePrimary(*ok);
+  ok->setToolTip(tr("Keep these levels for the pulse"));
+  cancel->setToolTip(tr("Close without keeping the levels"));
+  auto* const line = new QHBoxLayout;
+  line->setSpacing(kGrid);
+  line->addWidget(m_apply);
+  line->addStretch(1);
+  line->addWidget(cancel);
+  line->addWidget(ok);
+  layout.addLayout(line);
+}
+
+QPushButton* PickColorFrame::MakeButton(const char* name, const QString& text, void (PickColorFrame::*signal)()) {
+  auto* const button = new QPushButton(text, this);
+  button->setObjectName(QLatin1String(name));
+  connect(button, &QPushButton::clicked, this, signal);
+  return button;
+}
+
+void PickColorFrame::SetSubject(const QString& subject) {
+  m_subject->setText(subject);
+  setAccessibleDescription(subject);
+}
+
+void PickColorFrame::Open(QWidget& opener) {
+  m_opener = &opener;
+  adjustSize();
+  if (m_wasDragged) {
+    MoveInside(pos());
+  } else {
+    // Over the other half of the panel: the pulse that is edited stays in sight.
+    constexpr int kDistance = 2 * kGrid;
+    const int middle = opener.mapTo(parentWidget(), opener.rect().center()).x();
+    const bool isLeft = middle < parentWidget()->width() / 2;
+    const int x = isLeft ? parentWidget()->width() - width() - kDistance : kDistance;
+    MoveInside({x, parentWidget()->height() - height() - kDistance});
+  }
+  show();
+  raise();
+  const auto first = std::find_if(m_rows.begin(), m_rows.end(), [](const Row& row) { return row.slider->isVisible(); });
+  if (first != m_rows.end()) first->slider->setFocus();
+}
+
+void PickColorFrame::Close() {
+  const bool hadKeyboard = window()->focusWidget() != nullptr && isAncestorOf(window()->focusWidget());
+  hide();
+  if (hadKeyboard && m_opener != nullptr) m_opener->setFocus();
+}
+
+void PickColorFrame::ShowRow(int channel, bool visible) {
+  const Row& row = At(channel);
+  row.label->setVisible(visible);
+  row.slider->setVisible(visible);
+  row.value->setVisible(visible);
+  if (isVisible()) {
+    adjustSize();
+    MoveInside(pos());
+  }
+}
+
+void PickColorFrame::SetLabelColor(int channel, core::led::Color color) { At(channel).label->ShowColor(color); }
+
+void PickColorFrame::SetLevel(int channel, int level) { At(channel).slider->setValue(level); }
+
+int PickColorFrame::Level(int channel) const { return At(channel).slider->value(); }
+
+Levels PickColorFrame::AllLevels() const {
+  Levels levels{};
+  for (std::size_t i = 0; i < levels.size(); ++i) levels[i] = m_rows[i].slider->value();
+  return levels;
+}
+
+void PickColorFrame::EnablePickColor(bool enabled) {
+  m_pick->setEnabled(enabled);
+  m_fidelity->setEnabled(enabled);
+  m_pick->setToolTip(enabled ? tr("Choose the color from a palette")
+                             : tr("Needs an LED type with a red, a green and a blue channel"));
+}
+
+bool PickColorFrame::ColorFidelity() const { return m_fidelity->isChecked(); }
+
+void PickColorFrame::EnableApply(const QString& whyNot) {
+  m_apply->setEnabled(whyNot.isEmpty());
+  m_apply->setToolTip(whyNot.isEmpty() ? tr("Show these levels on the blade") : whyNot);
+}
+
+void PickColorFrame::ShowLight(const BladeLight& light) { m_blade->Show(light); }
+
+bool PickColorFrame::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == parentWidget() && event->type() == QEvent::Resize) MoveInside(pos());
+  return Card::eventFilter(watched, event);
+}
+
+void PickColorFrame::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Escape:
+      emit cancelRequested();
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      // On a button, Enter means that button.
+      if (auto* const button = qobject_cast<QPushButton*>(focusWidget()))
+        button->click();
+      else
+        emit okRequested();
+      break;
+    default:
+      Card::keyPressEvent(event);
+  }
+}
+
+void PickColorFrame::mousePressEvent(QMouseEvent* event) {
+  m_isDragged = event->button() == Qt::LeftButton;
+  m_grip = event->pos();
+}
+
+void PickColorFrame::mouseMoveEvent(QMouseEvent* event) {
+  if (!m_isDragged) return;
+  m_wasDragged = true;
+  MoveInside(mapToParent(event->pos()) - m_grip);
+}
+
+void PickColorFrame::mouseReleaseEvent(QMouseEvent* /*event*/) { m_isDragged = false; }
+
+void PickColorFrame::MoveInside(const QPoint& place) {
+  const QSize room = parentWidget()->size();
+  move(std::clamp(place.x(), 0, std::max(0, room.width() - width())),
+       std::clamp(place.y(), 0, std::max(0, room.height() - height())));
+}
+
+}  // namespace kestrin::ui::led

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QPoint>
+#include <QPointer>
+#include <array>
+
+#include "core/led/Color.h"
+#include "ui/kit/Card.h"
+#include "ui/led/BladeLight.h"
+
+class QBoxLayout;
+class QCheckBox;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QSlider;
+class QSpinBox;
+
+namespace kestrin::ui::led {
+
+class BladeView;
+class ChannelLabel;
+
+/// The colour picker "LED setting": a slider for each channel's level, over the panel whose pulse it edits. It can be
+/// dragged aside. Escape stands for "Cancel", Enter for OK. Setting its controls from the program is not told as the
+/// person's action.
+class PickColorFrame : public kit::Card {
+  Q_OBJECT
+
+ public:
+  explicit PickColorFrame(QWidget* parent);
+
+  /// What is edited: "Idle Pulse, high level".
+  void SetSubject(const QString& subject);
+  /// Shows it, with the keyboard in its first slider; beside `opener`, unless the person has dragged it somewhere.
+  void Open(QWidget& opener);
+  /// Hides it; the keyboard goes back to where it was opened from.
+  void Close();
+
+  /// Channels are counted from 1 to 4, levels go from 0 to 255.
+  void ShowRow(int channel, bool visible);
+  void SetLabelColor(int channel, core::led::Color color);
+  void SetLevel(int channel, int level);
+  [[nodiscard]] int Level(int channel) const;
+  [[nodiscard]] Levels AllLevels() const;
+  void EnablePickColor(bool enabled);
+  [[nodiscard]] bool ColorFidelity() const;
+  /// "Apply" can be used; or cannot for this reason.
+  void EnableApply(const QString& whyNot);
+  void ShowLight(const BladeLight& light);
+
+ signals:
+  /// A level is another one, by the person's hand or by SetLevel().
+  void levelsChanged();
+  void pickColorRequested();
+  void applyRequested();
+  void okRequested();
+  void cancelRequested();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  struct Row {
+    ChannelLabel* label = nullptr;
+    QSlider* slider = nullptr;
+    QSpinBox* value = nullptr;
+  };
+
+  void AddHead(QBoxLayout& layout);
+  void AddRows(QBoxLayout& layout);
+  void AddPicking(QBoxLayout& layout);
+  void AddButtons(QBoxLayout& layout);
+  [[nodiscard]] QPushButton* MakeButton(const char* name, const QString& text, void (PickColorFrame::*signal)());
+  [[nodiscard]] const Row& At(int channel) const { return m_rows.at(static_cast<std::size_t>(channel - 1)); }
+  /// Moves it there, or as near as the panel allows.
+  void MoveInside(const QPoint& place);
+
+  QLabel* m_subject = nullptr;
+  BladeView* m_blade = nullptr;
+  std::array<Row, core::led::LED_Driver::kChannels> m_rows;
+  QPushButton* m_pick = nullptr;
+  QCheckBox* m_fidelity = nullptr;
+  QPushButton* m_apply = nullptr;
+  QPointer<QWidget> m_opener;
+  /// Where the mouse holds it while it is dragged.
+  QPoint m_grip;
+  bool m_isDragged = false;
+  bool m_wasDragged = false;
+};
+
+}  // namespace kestrin::ui::led

@@ -1,0 +1,331 @@
+#include "ui/motion/ConfigFrame.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "ui/kit/Grid.h"
+#include "ui/kit/Theme.h"
+#include "ui/kit/TopicOf.h"
+#include "ui/motion/ParameterSlider.h"
+
+namespace kestrin::ui::motion {
+
+namespace {
+
+using kit::kGrid;
+constexpr int kMargin = 3 * kGrid;
+/// The part of the right margin in which the scroll bar of a low window stands.
+constexpr int kScrollRoom = 2 * kGrid;
+
+struct ControlNames {
+  const char* slider;
+  const char* label;
+  const char* state;
+  /// The topic of the group that it stands in.
+  kit::HelpContext help;
+  /// Its ticks are longest at multiples of this.
+  int round;
+};
+
+/// In the order of kDetectionParameters.
+constexpr std::array<ControlNames, core::motion::kDetectionParameters.size()> kControls{{
+    {"MotionThresholdSlider", "MotionThresholdLabel", "MotionThresholdState", kit::HelpContext::MotionDetection, 10},
+    {"MotionDebouncingSlider", "MotionDebouncingLabel", "MotionDebouncingState", kit::HelpContext::MotionDetection, 10},
+    {"ImpactThresholdSlider", "ImpactThresholdLabel", "ImpactThresholdState", kit::HelpContext::ImpactDetection, 10},
+    {"ImpactDebouncingslider", "ImpactDebouncingLabel", "ImpactDebouncingState", kit::HelpContext::ImpactDetection, 10},
+    {"ImpactTimeSlider", "ImpactTimeLabel", "ImpactTimeState", kit::HelpContext::ImpactDetection, 10},
+    {"FOCTimeSlider", "FOCTimeLabel", "FOCTimeState", kit::HelpContext::LockupFlash, 100},
+}};
+
+constexpr std::size_t kFlashPeriod = core::motion::kDetectionParameters.size() - 1;
+
+/// Page up and page down move a slider by so much.
+constexpr int kLargeStep = 5;
+
+/// As high as its contents, or lower in a window that has no room for them.
+class Shelf : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+  [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
+  [[nodiscard]] QSize minimumSizeHint() const override {
+    return {widget()->minimumSizeHint().width(), QScrollArea::minimumSizeHint().height()};
+  }
+};
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QPushButton* MakeButton(const char* name, const QString& text, QWidget& parent) {
+  auto* const button = new QPushButton(text, &parent);
+  button->setObjectName(name);
+  return button;
+}
+
+}  // namespace
+
+ConfigFrame::ConfigFrame(QWidget* parent) : Card(parent) {
+  setObjectName("ConfigFrame");
+  setWindowTitle(kCaption);
+  setAccessibleName(kCaption);
+  MakeLayout();
+  ShowFactoryDefaults();
+  for (Row& row : m_rows) row.unmoved = row.slider->value();
+  ShowKnown(m_known, m_revision);
+  hide();
+}
+
+void ConfigFrame::MakeLayout() {
+  auto* const caption = new QLabel(kCaption, this);
+  caption->setObjectName("ConfigCaption");
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.2);
+  large.setBold(true);
+  caption->setFont(large);
+
+  auto* const all = new QVBoxLayout(this);
+  all->setContentsMargins(kMargin, 2 * kGrid, kMargin - kScrollRoom, 2 * kGrid);
+  all->setSpacing(kGrid);
+  all->addWidget(caption);
+  AddNotices(*all);
+  all->addWidget(MakeGroups());
+  all->addLayout(MakeButtons());
+}
+
+void ConfigFrame::AddNotices(QBoxLayout& layout) {
+  m_summary = new QLabel(this);
+  m_summary->setObjectName("ConfigSummary");
+  m_summary->setWordWrap(true);
+  m_read = MakeButton("ReadCmdBtn", tr("Read again"), *this);
+  connect(m_read, &QPushButton::clicked, this, &ConfigFrame::readRequested);
+  auto* const state = new QHBoxLayout;
+  state->setContentsMargins(0, 0, kScrollRoom, 0);
+  state->setSpacing(kGrid);
+  state->addWidget(m_summary, 1);
+  state->addWidget(m_read);
+  layout.addLayout(state);
+
+  m_keptNotice = new QWidget(this);
+  m_keptNotice->setObjectName("KeptNotice");
+  auto* const text = new QLabel(tr("A download was interrupted; this board's own settings are kept."), m_keptNotice);
+  text->setObjectName("KeptText");
+  text->setWordWrap(true);
+  // The theme's colour for what went wrong.
+  text->setForegroundRole(QPalette::BrightText);
+  auto* const putBack = MakeButton("PutBackBtn", tr("Put back the settings from before the download"), *m_keptNotice);
+  connect(putBack, &QPushButton::clicked, this, &ConfigFrame::putBackRequested);
+  auto* const row = new QHBoxLayout(m_keptNotice);
+  row->setContentsMargins(0, 0, kScrollRoom, 0);
+  row->setSpacing(kGrid);
+  row->addWidget(text, 1);
+  row->addWidget(putBack);
+  layout.addWidget(m_keptNotice);
+}
+
+QWidget* ConfigFrame::MakeGroups() {
+  auto* const groups = new QWidget;
+  auto* const column = new QVBoxLayout(groups);
+  column->setContentsMargins(0, 0, kScrollRoom, 0);
+  column->setSpacing(kGrid);
+  for (std::size_t first = 0; first < core::motion::kDetectionParameters.size();) {
+    std::size_t last = first;
+    while (last < core::motion::kDetectionParameters.size() &&
+           core::motion::kDetectionParameters[last].group == core::motion::kDetectionParameters[first].group)
+      ++last;
+    column->addWidget(MakeGroup(first, last));
+    first = last;
+  }
+  auto* const shelf = new Shelf(this);
+  shelf->setObjectName("ConfigShelf");
+  shelf->setFrameShape(QFrame::NoFrame);
+  shelf->setWidgetResizable(true);
+  shelf->setFocusPolicy(Qt::NoFocus);
+  shelf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // It stands on the panel's own ground.
+  shelf->viewport()->setAutoFillBackground(false);
+  shelf->setWidget(groups);
+  // The area has given it a ground.
+  groups->setAutoFillBackground(false);
+  return shelf;
+}
+
+QWidget* ConfigFrame::MakeGroup(std::size_t first, std::size_t last) {
+  auto* const group = new QGroupBox(Text(core::motion::kDetectionParameters[first].group), this);
+  kit::SetHelpContext(*group, kControls[first].help);
+  auto* const grid = new QGridLayout(group);
+  grid->setContentsMargins(2 * kGrid, kGrid / 2, 2 * kGrid, kGrid / 2);
+  grid->setHorizontalSpacing(kGrid);
+  grid->setVerticalSpacing(0);
+  grid->setColumnStretch(0, 1);
+  for (std::size_t index = first; index < last; ++index) AddRow(*grid, 2 * static_cast<int>(index - first), index);
+  return group;
+}
+
+void ConfigFrame::AddRow(QGridLayout& grid, int line, std::size_t index) {
+  const core::motion::DetectionParameter& parameter = core::motion::kDetectionParameters[index];
+  const ControlNames& names = kControls[index];
+  QWidget* const group = grid.parentWidget();
+  Row& row = m_rows[index];
+  row.slider = new ParameterSlider(parameter.minimum, parameter.maximum, parameter.step, names.round, group);
+  row.slider->setObjectName(names.slider);
+  row.slider->setAccessibleName(Text(parameter.caption) + ", " + Text(parameter.group));
+  row.slider->setPageStep(kLargeStep);
+  auto* const caption = new QLabel(Text(parameter.caption), group);
+  caption->setBuddy(row.slider);
+  row.state = new QLabel(group);
+  row.state->setObjectName(names.state);
+  row.state->setForegroundRole(QPalette::Link);
+  row.label = new QLabel(group);
+  row.label->setObjectName(names.label);
+  row.label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  row.label->setMinimumWidth(row.label->fontMetrics().horizontalAdvance("0000"));
+  grid.setRowMinimumHeight(line, caption->sizeHint().height() + kGrid / 2);
+  grid.addWidget(caption, line, 0);
+  grid.addWidget(row.state, line, 1);
+  grid.addWidget(row.label, line, 2);
+  grid.addWidget(row.slider, line + 1, 0, 1, 3);
+  connect(row.slider, &QSlider::valueChanged, this, [this, index](int value) { SetValue(index, value); });
+}
+
+QBoxLayout* ConfigFrame::MakeButtons() {
+  auto* const send = MakeButton("SendCmdBtn", "SEND Configuration", *this);
+  kit::Theme::MakePrimary(*send);
+  auto* const defaults = MakeButton("DefaultBtn", "Factory Default", *this);
+  auto* const close = MakeButton("CloseCfgBtn", "CLOSE Window", *this);
+  auto* const buttons = new QHBoxLayout;
+  buttons->setContentsMargins(0, 0, kScrollRoom, 0);
+  buttons->setSpacing(kGrid);
+  buttons->addWidget(defaults);
+  buttons->addStretch(1);
+  buttons->addWidget(close);
+  buttons->addWidget(send);
+  connect(send, &QPushButton::clicked, this, &ConfigFrame::sendRequested);
+  connect(defaults, &QPushButton::clicked, this, &ConfigFrame::ShowFactoryDefaults);
+  connect(close, &QPushButton::clicked, this, &ConfigFrame::hide);
+  return buttons;
+}
+
+void ConfigFrame::SetValue(std::size_t index, std::int32_t value) {
+  const Row& row = m_rows[index];
+  // The board counts the flash period in steps of its own.
+  row.slider->setValue(
+      index == kFlashPeriod ? core::motion::FlashPeriodMilliseconds(core::motion::FlashPeriodUnits(value)) : value);
+  row.label->setText(QString::number(row.slider->value()));
+  ShowState(index);
+  ShowSummary();
+}
+
+void ConfigFrame::ShowFactoryDefaults() {
+  for (std::size_t index = 0; index < m_rows.size(); ++index)
+    SetValue(index, core::motion::kDetectionParameters[index].factoryDefault);
+}
+
+void ConfigFrame::ShowValues(const core::device::AccParam& board, std::uint16_t revision, Moved moved) {
+  for (std::size_t index = 0; index < m_rows.size(); ++index) {
+    Row& row = m_rows[index];
+    const core::motion::DetectionParameter& parameter = core::motion::kDetectionParameters[index];
+    const bool known = index != kFlashPeriod || core::motion::HasFlashPeriod(revision);
+    if (moved == Moved::Replace || row.unmoved == row.slider->value())
+      SetValue(index, known ? core::motion::ShownValue(parameter, board) : parameter.factoryDefault);
+    row.unmoved = row.slider->value();
+  }
+}
+
+void ConfigFrame::Offer(const core::device::AccParam& values, std::uint16_t revision) {
+  for (std::size_t index = 0; index < m_rows.size(); ++index)
+    if (index != kFlashPeriod || core::motion::HasFlashPeriod(revision))
+      SetValue(index, core::motion::ShownValue(core::motion::kDetectionParameters[index], values));
+}
+
+void ConfigFrame::ShowKnown(const core::motion::KnownValues& known, std::uint16_t revision) {
+  m_known = known;
+  m_revision = revision;
+  if (!core::motion::HasFlashPeriod(revision))
+    SetValue(kFlashPeriod, core::motion::kDetectionParameters[kFlashPeriod].factoryDefault);
+  for (std::size_t index = 0; index < m_rows.size(); ++index) {
+    m_rows[index].slider->SetMark(HeldBy(index));
+    ShowState(index);
+  }
+  m_read->setVisible(known.From() != core::motion::KnownValues::Source::Told);
+  m_keptNotice->setVisible(known.Kept().has_value());
+  ShowSummary();
+}
+
+std::optional<std::int32_t> ConfigFrame::HeldBy(std::size_t index) const {
+  if (!m_known.Held() || (index == kFlashPeriod && !core::motion::HasFlashPeriod(m_revision))) return std::nullopt;
+  return core::motion::ShownValue(core::motion::kDetectionParameters[index], *m_known.Held());
+}
+
+bool ConfigFrame::IsUnsent(std::size_t index) const {
+  if (index == kFlashPeriod && !core::motion::HasFlashPeriod(m_revision)) return false;
+  return HeldBy(index) != m_rows[index].slider->value();
+}
+
+bool ConfigFrame::HasUnsent() const {
+  for (std::size_t index = 0; index < m_rows.size(); ++index)
+    if (IsUnsent(index)) return true;
+  return false;
+}
+
+void ConfigFrame::ShowState(std::size_t index) {
+  const Row& row = m_rows[index];
+  const bool unsent = IsUnsent(index);
+  row.state->setText(unsent ? tr("not sent") : QString());
+  // An empty one would be read out as well.
+  row.state->setVisible(unsent);
+  const auto held = HeldBy(index);
+  const QString fact = held ? tr("The board holds %1.").arg(*held) : QString();
+  row.state->setToolTip(unsent ? fact : QString());
+  row.slider->setAccessibleDescription(unsent ? (tr("Not sent.") + ' ' + fact).trimmed() : fact);
+}
+
+void ConfigFrame::ShowSummary() {
+  using Source = core::motion::KnownValues::Source;
+  const bool unsent = HasUnsent();
+  QString text;
+  switch (m_known.From()) {
+    case Source::Unread:
+      text = m_known.Kept() ? tr("What the board holds now is not known.")
+                            : tr("The board's values could not be read: the sliders do not show what it holds.");
+      break;
+    case Source::Accepted:
+      text = tr("The board has taken the values that ▲ marks, but has not told since what it holds.");
+      break;
+    case Source::Told:
+      text = unsent ? tr("▲ marks what the board holds. Values that are \"not sent\" are on the sliders only.")
+                    : tr("The board holds these values.");
+      break;
+  }
+  m_summary->setText(text);
+  m_summary->setForegroundRole(m_known.From() == Source::Told ? QPalette::PlaceholderText : QPalette::BrightText);
+}
+
+void ConfigFrame::Open(std::uint16_t revision) {
+  const bool flashes = core::motion::HasFlashPeriod(revision);
+  const Row& period = m_rows[kFlashPeriod];
+  period.slider->setEnabled(flashes);
+  period.label->setEnabled(flashes);
+  period.slider->setToolTip(flashes ? QString() : tr("This board has no adjustable flash period."));
+  show();
+  m_rows.front().slider->setFocus();
+}
+
+core::device::AccParam ConfigFrame::Values() const {
+  core::device::AccParam values;
+  for (std::size_t index = 0; index < m_rows.size(); ++index)
+    core::motion::SetShownValue(core::motion::kDetectionParameters[index], values, m_rows[index].slider->value());
+  return values;
+}
+
+void ConfigFrame::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape)
+    hide();
+  else
+    Card::keyPressEvent(event);
+}
+
+}  // namespace kestrin::ui::motion

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "core/device/TLS.h"
+#include "core/motion/DetectionParameter.h"
+#include "core/motion/KnownValues.h"
+#include "ui/kit/Card.h"
+
+class QBoxLayout;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+namespace kestrin::ui::motion {
+
+class ParameterSlider;
+
+/// The panel "Acceleration Sensor Configuration": six sliders for a sound board's detection parameters. Each slider has
+/// a mark where the board's value is, and says so when its own was not sent. The panel talks to no board; ConfigControl
+/// does what its buttons say.
+class ConfigFrame : public kit::Card {
+  Q_OBJECT
+
+ public:
+  static constexpr const char* kCaption = "Acceleration Sensor Configuration";
+
+  /// What becomes of sliders that the person has moved.
+  enum class Moved { Replace, Stay };
+
+  /// Starts hidden, with the factory values, and with nothing known of any board.
+  explicit ConfigFrame(QWidget* parent = nullptr);
+
+  /// The sliders take what a board of that `DeviceRevision` holds. Values outside a slider's range are shown as the
+  /// nearest one inside. Boards without a flash period show the factory value.
+  void ShowValues(const core::device::AccParam& board, std::uint16_t revision, Moved moved = Moved::Replace);
+  /// The sliders offer these values, which count as moved by the person.
+  void Offer(const core::device::AccParam& values, std::uint16_t revision);
+  /// Marks what is known of the board, and what of the sliders was not sent to it. Kept values can be put back.
+  void ShowKnown(const core::motion::KnownValues& known, std::uint16_t revision);
+  /// Shows the panel; on boards without a flash period its slider and label cannot be used.
+  void Open(std::uint16_t revision);
+
+  /// What the sliders show, as a board holds it.
+  [[nodiscard]] core::device::AccParam Values() const;
+  /// Whether a slider shows something else than what is known of the board.
+  [[nodiscard]] bool HasUnsent() const;
+
+ signals:
+  /// `SendCmdBtn`: the values are to be sent to the board.
+  void sendRequested();
+  /// `ReadCmdBtn`: the board is to be read again.
+  void readRequested();
+  /// `PutBackBtn`: the kept values are to be offered.
+  void putBackRequested();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  struct Row {
+    ParameterSlider* slider = nullptr;
+    QLabel* label = nullptr;
+    QLabel* state = nullptr;
+    /// What it showed when the person had not moved it yet.
+    int unmoved = 0;
+  };
+
+  void MakeLayout();
+  void AddNotices(QBoxLayout& layout);
+  [[nodiscard]] QWidget* MakeGroups();
+  [[nodiscard]] QWidget* MakeGroup(std::size_t first, std::size_t last);
+  void AddRow(QGridLayout& grid, int line, std::size_t index);
+  [[nodiscard]] QBoxLayout* MakeButtons();
+  void SetValue(std::size_t index, std::int32_t value);
+  void ShowFactoryDefaults();
+  /// What a board's value is in the unit of the slider; empty when nothing is known, or there is no such value.
+  [[nodiscard]] std::optional<std::int32_t> HeldBy(std::size_t index) const;
+  /// Whether that slider shows something that is not known to be on the board.
+  [[nodiscard]] bool IsUnsent(std::size_t index) const;
+  void ShowState(std::size_t index);
+  void ShowSummary();
+
+  std::array<Row, core::motion::kDetectionParameters.size()> m_rows;
+  QLabel* m_summary = nullptr;
+  QPushButton* m_read = nullptr;
+  QWidget* m_keptNotice = nullptr;
+  core::motion::KnownValues m_known;
+  std::uint16_t m_revision = core::motion::kFlashPeriodRevision;
+};
+
+}  // namespace kestrin::ui::motion

@@ -1,0 +1,179 @@
+#include "ui/sound/DetailPanel.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "ui/kit/Theme.h"
+#include "ui/kit/ThemeColors.h"
+#include "ui/kit/TopicOf.h"
+#include "ui/sound/PlayIcon.h"
+#include "ui/sound/SoundActions.h"
+#include "ui/sound/SoundTexts.h"
+#include "ui/sound/WaveformView.h"
+
+namespace kestrin::ui::sound {
+
+DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
+    : Card(parent),
+      m_actions(actions),
+      m_name(new QLabel(this)),
+      m_where(new QLabel(this)),
+      m_play(new QPushButton(this)),
+      m_volumeLabel(new QLabel(QStringLiteral("&Volume"), this)),
+      m_volume(new QSlider(Qt::Horizontal, this)),
+      m_percent(new QLabel(this)),
+      m_waveform(new WaveformView(this)) {
+  m_name->setObjectName(QStringLiteral("SelectedSoundLabel"));
+  m_where->setObjectName(QStringLiteral("SelectedPlaceLabel"));
+  m_play->setObjectName(QStringLiteral("PlayBtn"));
+  m_volume->setObjectName(QStringLiteral("VolSlider"));
+  m_percent->setObjectName(QStringLiteral("VolumeLabel"));
+  m_waveform->setObjectName(QStringLiteral("Waveform"));
+  m_volume->setAccessibleName(QStringLiteral("Volume of the selected sound, in percent"));
+  m_waveform->setAccessibleName(QStringLiteral("Waveform of the selected sound"));
+
+  kit::SetHelpContext(*this, kit::HelpContext::Volume);
+  kit::SetHelpContext(*m_play, kit::HelpContext::Preview);
+  kit::SetHelpContext(*m_waveform, kit::HelpContext::Waveform);
+
+  QFont bold = m_name->font();
+  bold.setBold(true);
+  m_name->setFont(bold);
+  m_name->setTextFormat(Qt::PlainText);
+  kit::Theme::MakeSoft(*m_where);
+  m_volumeLabel->setBuddy(m_volume);
+  m_volume->setRange(0, 100);
+  m_volume->setPageStep(10);
+  m_volume->setMinimumWidth(96);
+  m_volume->setMaximumWidth(240);
+  m_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  m_percent->setMinimumWidth(m_percent->fontMetrics().horizontalAdvance(QStringLiteral("-100 %")));
+
+  auto* head = new QHBoxLayout;
+  head->setSpacing(8);
+  head->addWidget(m_name);
+  head->addWidget(m_where);
+  head->addStretch(1);
+  head->addWidget(m_play);
+  head->addSpacing(8);
+  head->addWidget(m_volumeLabel);
+  head->addWidget(m_volume, 3);
+  head->addWidget(m_percent);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(12, 8, 12, 12);
+  column->setSpacing(8);
+  column->addLayout(head);
+  column->addWidget(m_waveform);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+
+  connect(m_play, &QPushButton::clicked, this, [this] {
+    if (!m_playing.empty())
+      emit stopRequested();
+    else if (IsMissing())
+      emit locateRequested(*m_place);
+    else
+      m_actions.Play(m_path);
+  });
+  connect(m_volume, &QSlider::valueChanged, this, [this](int percent) {
+    if (m_place) emit volumeChosen(percent);
+  });
+  ShowFile({});
+}
+
+bool DetailPanel::IsMissing() const { return m_place && m_actions.Set().AllMissing().At(*m_place) != nullptr; }
+
+void DetailPanel::ShowPlace(const core::sound::SoundPlace& place) {
+  const core::sound::SoundSet& set = m_actions.Set();
+  if (!set.HasRow(place)) {
+    ShowFile({});
+    return;
+  }
+  m_place = place;
+  QString where = PlaceTitle(place);
+  if (m_count > 1) where = QStringLiteral("%1 and %2 more").arg(where).arg(m_count - 1);
+  if (const core::sound::MissingSound* const missing = set.AllMissing().At(place)) {
+    ShowSound(missing->path, where + QStringLiteral(", missing"));
+    ShowVolume(missing->volume);
+  } else {
+    ShowSound(set.At(place).FileNameAndPath(), where);
+    ShowVolume(set.At(place).Volume());
+  }
+}
+
+void DetailPanel::ShowCount(int sounds) {
+  if (std::exchange(m_count, sounds) != sounds) Refresh();
+}
+
+void DetailPanel::ShowFile(const std::filesystem::path& path) {
+  m_place.reset();
+  ShowSound(path, QString());
+  ShowVolume(100);
+}
+
+void DetailPanel::Refresh() {
+  if (m_place) ShowPlace(*m_place);
+  ShowPlayButton();
+}
+
+void DetailPanel::ShowSound(const std::filesystem::path& path, const QString& where) {
+  m_path = path;
+  // A long name gives way to the controls; the tool tip has all of it.
+  constexpr int kWidestName = 200;
+  m_name->setText(path.empty() ? QStringLiteral("No sound selected")
+                               : m_name->fontMetrics().elidedText(FileName(path), Qt::ElideMiddle, kWidestName));
+  m_name->setToolTip(TextFrom(path));
+  m_where->setText(where);
+  m_where->setVisible(!where.isEmpty());
+  m_waveform->Show(IsMissing() ? std::filesystem::path() : path);
+  m_waveform->SetColor(m_place ? kit::SlotColor(m_place->kind, palette()) : QColor());
+  ShowPlayButton();
+}
+
+void DetailPanel::ShowVolume(int percent) {
+  {
+    // Showing a volume is no change of it, nor is cutting one that the slider cannot show.
+    const QSignalBlocker quiet(m_volume);
+    m_volume->setValue(percent);
+  }
+  const bool isUsable = m_place && !IsMissing() && !m_actions.IsBusy();
+  m_volume->setEnabled(isUsable);
+  m_volumeLabel->setEnabled(isUsable);
+  m_percent->setEnabled(isUsable);
+  m_percent->setText(m_place ? QString::number(percent) + QStringLiteral(" %") : QString());
+  m_waveform->SetVolume(percent);
+}
+
+void DetailPanel::SetPlaying(const std::filesystem::path& path) {
+  m_playing = path;
+  ShowPlayButton();
+}
+
+void DetailPanel::ShowPlayButton() {
+  const bool isPlaying = !m_playing.empty();
+  const bool locates = !isPlaying && IsMissing();
+  m_play->setText(isPlaying ? QStringLiteral("Stop") : QStringLiteral("Play"));
+  m_play->setToolTip(isPlaying ? QStringLiteral("Stop playing (Escape)")
+                               : QStringLiteral("Play the selected sound (Space)"));
+  m_play->setIcon(PlayIcon(isPlaying, palette(), devicePixelRatioF()));
+  if (locates) {
+    m_play->setText(QStringLiteral("Locate ..."));
+    m_play->setToolTip(QStringLiteral("Show the program where this sound is (Enter)"));
+    m_play->setIcon({});
+  }
+  m_play->setEnabled(isPlaying || (!m_path.empty() && !(locates && m_actions.IsBusy())));
+}
+
+void DetailPanel::changeEvent(QEvent* event) {
+  Card::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange) return;
+  ShowPlayButton();
+  m_waveform->SetColor(m_place ? kit::SlotColor(m_place->kind, palette()) : QColor());
+}
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,222 @@
+#include "ui/sound/DownloadFrame.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <chrono>
+
+#include "core/base/TimeLeft.h"
+#include "ui/kit/Dialogs.h"
+#include "ui/kit/Grid.h"
+#include "ui/kit/Theme.h"
+#include "ui/kit/ThemeColors.h"
+
+namespace kestrin::ui::sound {
+
+namespace {
+
+using kit::kGrid;
+constexpr int kWidth = 460;
+/// The board goes on with this while a question stands open; with all the rest the program waits.
+constexpr const char* kErasing = "Erasing flash memory ...";
+
+kit::ColorRole ColorOfOutcome(std::optional<core::sound::DownloadOutcome> outcome) {
+  if (!outcome) return kit::ColorRole::Text;
+  switch (*outcome) {
+    case core::sound::DownloadOutcome::Success:
+      return kit::ColorRole::Ok;
+    case core::sound::DownloadOutcome::Cancelled:
+      return kit::ColorRole::Warning;
+    default:
+      return kit::ColorRole::Error;
+  }
+}
+
+/// Whether a button under it or with the keyboard would be pressed.
+bool IsPress(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      return true;
+    case QEvent::KeyPress: {
+      const int key = static_cast<const QKeyEvent&>(event).key();
+      return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+    }
+    default:
+      return false;
+  }
+}
+
+QLabel* MakeLabel(const char* name, QWidget& parent) {
+  auto* const label = new QLabel(&parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+}  // namespace
+
+DownloadFrame::DownloadFrame(kit::Dialogs& dialogs, const core::base::Clock& clock, QWidget* parent)
+    : Card(parent), m_dialogs(dialogs), m_clock(clock), m_hideTimer(new QTimer(this)) {
+  setObjectName("DownloadFrame");
+  setAccessibleName(tr("Download"));
+  MakeLayout();
+  m_hideTimer->setObjectName("HideFrameTimer");
+  m_hideTimer->setSingleShot(true);
+  m_hideTimer->setInterval(kHideMilliseconds);
+  connect(m_hideTimer, &QTimer::timeout, this, &DownloadFrame::HideFrame);
+  connect(m_button, &QPushButton::clicked, this, &DownloadFrame::buttonPressed);
+  hide();
+}
+
+void DownloadFrame::MakeLayout() {
+  auto* const title = MakeLabel("DownloadTitle", *this);
+  title->setText(tr("Download to the board"));
+  kit::Theme::MakeSoft(*title);
+  m_information = MakeLabel("InformationLabel", *this);
+  m_information->setWordWrap(true);
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.4);
+  large.setBold(true);
+  m_information->setFont(large);
+  m_percent = MakeLabel("PercentLabel", *this);
+  m_percent->setFont(large);
+  m_percent->setAlignment(Qt::AlignRight | Qt::AlignBottom);
+  m_bar = new QProgressBar(this);
+  m_bar->setObjectName("DownloadBar");
+  m_bar->setAccessibleName(tr("Progress of the download"));
+  m_bar->setRange(0, 100);
+  m_bar->setTextVisible(false);
+  m_timeLeft = MakeLabel("TimeLeftLabel", *this);
+  kit::Theme::MakeSoft(*m_timeLeft);
+  m_boardHolds = MakeLabel("BoardHoldsLabel", *this);
+  m_boardHolds->setWordWrap(true);
+  m_button = new QPushButton(this);
+  m_button->setObjectName("CancelBtn");
+  m_button->setMinimumWidth(12 * kGrid);
+  m_button->installEventFilter(this);
+
+  auto* const state = new QHBoxLayout;
+  state->addWidget(m_information, 1);
+  state->addWidget(m_percent);
+  auto* const bottom = new QHBoxLayout;
+  bottom->addWidget(m_timeLeft, 1);
+  bottom->addWidget(m_button);
+  auto* const all = new QVBoxLayout(this);
+  all->setContentsMargins(3 * kGrid, 3 * kGrid, 3 * kGrid, 2 * kGrid);
+  all->setSpacing(kGrid);
+  all->addWidget(title);
+  all->addLayout(state);
+  all->addWidget(m_bar);
+  all->addWidget(m_boardHolds);
+  all->addLayout(bottom);
+  setFixedWidth(kWidth);
+}
+
+void DownloadFrame::ShowOutcome(core::sound::DownloadOutcome outcome) {
+  m_outcome = outcome;
+  ColorInformation();
+  m_bar->setValue(outcome == core::sound::DownloadOutcome::Success ? m_bar->maximum() : m_bar->value());
+  m_bar->setEnabled(outcome == core::sound::DownloadOutcome::Success);
+  m_timeLeft->clear();
+  StartReading();
+}
+
+void DownloadFrame::StartReading() { m_newsShown = m_clock.Now(); }
+
+bool DownloadFrame::IsTooSoon() const {
+  return m_clock.Now() - m_newsShown < std::chrono::milliseconds(QApplication::doubleClickInterval());
+}
+
+void DownloadFrame::ClickBeside() {
+  if (!IsTooSoon()) HideFrame();
+}
+
+void DownloadFrame::LeaveOut(core::base::Clock::Duration waited) {
+  if (m_information->text() != kErasing) m_phaseStarted += waited;
+}
+
+void DownloadFrame::ShowMessage(const std::string& text) { m_dialogs.ShowError(QString::fromStdString(text)); }
+
+void DownloadFrame::ShowFrame() {
+  m_hideTimer->stop();
+  m_outcome.reset();
+  ColorInformation();
+  m_bar->setEnabled(true);
+  m_boardHolds->clear();
+  m_boardHolds->hide();
+  show();
+  m_button->setFocus();
+  StartReading();
+}
+
+void DownloadFrame::HideFrame() {
+  m_hideTimer->stop();
+  hide();
+}
+
+void DownloadFrame::ShowInformation(const std::string& text) {
+  m_phaseStarted = m_clock.Now();
+  m_timeLeft->clear();
+  m_information->setText(QString::fromStdString(text));
+  m_information->setAccessibleName(m_information->text());
+}
+
+void DownloadFrame::ShowPercent(std::optional<int> percent) {
+  m_percent->setText(percent ? QString::number(*percent) + " %" : QString());
+  m_bar->setValue(percent.value_or(0));
+  const auto left = core::base::SecondsLeft(m_clock.Now() - m_phaseStarted, percent.value_or(0));
+  m_timeLeft->setText(left ? tr("%1 left").arg(QString::fromStdString(core::base::MinutesAndSeconds(*left)))
+                           : QString());
+}
+
+void DownloadFrame::ShowButton(const std::string& caption) { m_button->setText(QString::fromStdString(caption)); }
+
+void DownloadFrame::ShowBoardHolds(const std::string& text) {
+  m_boardHolds->setText(QString::fromStdString(text));
+  m_boardHolds->setVisible(!text.empty());
+  // A cancelled run may go on for seconds, and its frame may be closed meanwhile. How it ended must not be missed.
+  if (!isHidden()) return;
+  show();
+  m_button->setFocus();
+}
+
+bool DownloadFrame::AskAbort(const std::string& question) {
+  const Pause pause(*this);
+  return !m_dialogs.AskOkCancel(QString::fromStdString(question), "", kit::Dialogs::Harmless::Ok,
+                                kit::HelpContext::CancelQuestion);
+}
+
+void DownloadFrame::StartHideFrameTimer() { m_hideTimer->start(); }
+
+bool DownloadFrame::eventFilter(QObject* watched, QEvent* event) {
+  // The second press of a double-click on what has started the run, or a key pressed twice, would answer unread.
+  if (watched == m_button && IsPress(*event) && IsTooSoon()) return true;
+  return Card::eventFilter(watched, event);
+}
+
+void DownloadFrame::changeEvent(QEvent* event) {
+  Card::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && m_information != nullptr) ColorInformation();
+}
+
+void DownloadFrame::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape)
+    m_button->click();
+  else
+    Card::keyPressEvent(event);
+}
+
+void DownloadFrame::ColorInformation() {
+  QPalette colors = m_information->palette();
+  colors.setColor(QPalette::WindowText, kit::ColorOf(ColorOfOutcome(m_outcome), palette()));
+  m_information->setPalette(colors);
+}
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,10 @@
+#include "ui/sound/DriveList.h"
+
+namespace kestrin::ui::sound {
+
+void DriveList::showPopup() {
+  emit opening();
+  QComboBox::showPopup();
+}
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,35 @@
+#include "ui/sound/FolderContents.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "ui/sound/NaturalOrder.h"
+#include "ui/sound/SoundTexts.h"
+
+namespace kestrin::ui::sound {
+
+namespace fs = std::filesystem;
+
+FolderContents FolderContents::Of(const fs::path& folder, const std::function<bool()>& goOn) {
+  FolderContents contents;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    if (goOn && !goOn()) return contents;
+    QString name = TextFrom(entry->path().filename());
+    std::error_code ignored;
+    if (entry->is_directory(ignored)) {
+      if (!name.startsWith(QLatin1Char('.'))) contents.folders.push_back({entry->path(), std::move(name), 0});
+    } else if (IsSoundName(name) && entry->is_regular_file(ignored)) {
+      const auto size = static_cast<qint64>(entry->file_size(ignored));
+      contents.sounds.push_back({entry->path(), std::move(name), ignored ? 0 : size});
+    }
+  }
+  contents.complete = !error;
+  const auto before = [](const FolderEntry& a, const FolderEntry& b) { return NaturallyBefore(a.name, b.name); };
+  std::sort(contents.folders.begin(), contents.folders.end(), before);
+  std::sort(contents.sounds.begin(), contents.sounds.end(), before);
+  return contents;
+}
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,81 @@
+#include "ui/sound/MemoryGauge.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "ui/kit/Theme.h"
+#include "ui/kit/TopicOf.h"
+#include "ui/sound/MemoryBar.h"
+#include "ui/sound/SoundTexts.h"
+
+namespace kestrin::ui::sound {
+
+namespace {
+
+QString DownloadTime(int seconds) {
+  if (seconds < 100) return QStringLiteral("%1 s").arg(seconds);
+  return QStringLiteral("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
+}
+
+QString Summary(const core::sound::MemoryUse& use) {
+  QString used = QStringLiteral("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
+  if (use.total == 0) return used;
+  if (use.Fits()) return used + QStringLiteral(" \u00b7 download about ") + DownloadTime(use.downloadSeconds);
+  // Rounded up: taking out what is named here must be enough.
+  constexpr std::int64_t kTenth = core::sound::LSU_SoundFile::kSamplesPerSecond / 10;
+  const std::int64_t excess = (use.Excess() + kTenth - 1) / kTenth * kTenth;
+  return used + QStringLiteral(" \u00b7 %1 too much: take some sounds out").arg(Duration(excess));
+}
+
+/// What each slot takes, a line for each that holds something.
+QString Legend(const core::sound::MemoryUse& use) {
+  QStringList lines;
+  for (std::size_t place = 0; place < core::sound::kSlots.size(); ++place)
+    if (use.samples[place] > 0)
+      lines.append(QStringLiteral("%1: %2, %3 %")
+                       .arg(SlotTitle(core::sound::kSlots[place].kind), Duration(use.samples[place]))
+                       .arg(100 * use.Share(use.samples[place]), 0, 'f', 1));
+  return lines.isEmpty() ? QStringLiteral("No sounds yet") : lines.join(QLatin1Char('\n'));
+}
+
+}  // namespace
+
+MemoryGauge::MemoryGauge(QWidget* parent)
+    : Card(parent),
+      m_title(new QLabel(QStringLiteral("Board memory"), this)),
+      m_text(new QLabel(this)),
+      m_bar(new MemoryBar(this)) {
+  m_bar->setObjectName(QStringLiteral("MemoryStatus"));
+  m_text->setObjectName(QStringLiteral("MemoryLabel"));
+  kit::SetHelpContext(*this, kit::HelpContext::Memory);
+  QFont bold = m_title->font();
+  bold.setBold(true);
+  m_title->setFont(bold);
+  m_text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+
+  auto* head = new QHBoxLayout;
+  head->setSpacing(8);
+  head->addWidget(m_title);
+  head->addWidget(m_text, 1);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(12, 8, 12, 12);
+  column->setSpacing(8);
+  column->addLayout(head);
+  column->addWidget(m_bar);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void MemoryGauge::Show(const core::sound::MemoryUse& use) {
+  const QString summary = Summary(use);
+  const QString legend = Legend(use);
+  m_bar->Show(use);
+  m_text->setText(summary);
+  m_text->setForegroundRole(use.Fits() ? QPalette::PlaceholderText : QPalette::BrightText);
+  m_bar->setToolTip(legend);
+  m_text->setToolTip(legend);
+  m_bar->setAccessibleName(QStringLiteral("Board memory: ") + summary);
+  m_bar->setAccessibleDescription(legend);
+}
+
+}  // namespace kestrin::ui::sound

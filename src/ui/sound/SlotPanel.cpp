@@ -1,0 +1,119 @@
+#include "ui/sound/SlotPanel.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "ui/kit/Theme.h"
+#include "ui/kit/TopicOf.h"
+#include "ui/sound/SlotList.h"
+#include "ui/sound/SlotListModel.h"
+#include "ui/sound/SoundActions.h"
+#include "ui/sound/SoundTexts.h"
+
+namespace kestrin::ui::sound {
+
+namespace {
+
+/// The names by which the controls of a slot are known.
+struct ControlNames {
+  core::sound::SlotKind kind;
+  const char* option;
+  const char* list;
+};
+
+constexpr std::array<ControlNames, 7> kControls{{
+    {core::sound::SlotKind::Boot, "BootOption", "BootFileList"},
+    {core::sound::SlotKind::PwrOn, "PwrOnOption", "PwrOnFileList"},
+    {core::sound::SlotKind::PwrOff, "PwrOffOption", "PwrOffFileList"},
+    {core::sound::SlotKind::Idle, "IdleOption", "IdleFileList"},
+    {core::sound::SlotKind::Motion, "MtOption", "MtFileList"},
+    {core::sound::SlotKind::Impact, "ImpOption", "ImpFileList"},
+    {core::sound::SlotKind::Lockup, "LkOption", "LkfileList"},
+}};
+
+}  // namespace
+
+SlotPanel::SlotPanel(SoundActions& actions, core::sound::SlotKind kind, QWidget* parent)
+    : Card(parent),
+      m_kind(kind),
+      m_sounds(new SlotListModel(actions.Set(), kind, this)),
+      m_option(new QRadioButton(SlotMnemonic(kind), this)),
+      m_count(new QLabel(this)),
+      m_list(new SlotList(actions, *m_sounds, this)) {
+  for (const ControlNames& names : kControls) {
+    if (names.kind != kind) continue;
+    m_option->setObjectName(QLatin1String(names.option));
+    m_list->setObjectName(QLatin1String(names.list));
+  }
+  SetSlot(kind);
+  kit::SetHelpContext(*this, kit::HelpContextOfSlot(static_cast<int>(kind)));
+  const bool isList = core::sound::SlotOf(kind).isList;
+  m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));
+  m_option->setToolTip(QStringLiteral("Double-clicked files go into ") + SlotTitle(kind));
+  m_list->setAccessibleName(SlotTitle(kind) + (isList ? QStringLiteral(" sounds") : QStringLiteral(" sound")));
+  QFont bold = m_option->font();
+  bold.setBold(true);
+  m_option->setFont(bold);
+  kit::Theme::MakeSoft(*m_count);
+
+  auto* head = new QHBoxLayout;
+  head->setSpacing(8);
+  head->addWidget(m_option);
+  head->addStretch();
+  head->addWidget(m_count);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(8, 8, 8, 8);
+  column->setSpacing(4);
+  column->addLayout(head);
+  column->addWidget(m_list);
+  head->setContentsMargins(4, 0, 4, 0);
+
+  setSizePolicy(QSizePolicy::Expanding, isList ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  m_option->installEventFilter(this);
+  connect(m_option, &QRadioButton::toggled, this, &SlotPanel::ShowSelected);
+  ShowSelected(false);
+  Refresh();
+}
+
+void SlotPanel::Refresh() {
+  m_sounds->Refresh();
+  if (core::sound::SlotOf(m_kind).isList) {
+    // A row whose sound is missing is none that the board gets.
+    const int missing = m_sounds->MissingCount();
+    const QString sounds =
+        QStringLiteral("%1 of %2").arg(m_sounds->rowCount() - missing).arg(core::sound::kListCapacity);
+    m_count->setText(missing == 0 ? sounds : QStringLiteral("%1 missing").arg(missing));
+    m_count->setToolTip(missing == 0 ? QString() : QStringLiteral("%1, %2 missing").arg(sounds).arg(missing));
+    return;
+  }
+  // The one line of a single slot is short: what is usual is not said, and the volume stands above.
+  const QModelIndex only = m_sounds->index(0);
+  m_count->setText(only.isValid() ? only.data(SlotListModel::kUnusualRole).toString() : QString());
+}
+
+void SlotPanel::ShowSelected(bool selected) {
+  SetChosen(selected);
+  // A single slot has one line.
+  const QString more =
+      core::sound::SlotOf(m_kind).isList ? QStringLiteral("Double-click a sound to add it") : QStringLiteral("Empty");
+  m_list->SetEmptyText(selected ? more : QStringLiteral("Empty"));
+}
+
+bool SlotPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == m_option && event->type() == QEvent::Shortcut) {
+    m_option->setChecked(true);
+    m_list->setFocus(Qt::ShortcutFocusReason);
+    return true;
+  }
+  return Card::eventFilter(watched, event);
+}
+
+void SlotPanel::mousePressEvent(QMouseEvent* event) {
+  m_option->setChecked(true);
+  Card::mousePressEvent(event);
+}
+
+}  // namespace kestrin::ui::sound

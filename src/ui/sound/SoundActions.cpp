@@ -1,0 +1,159 @@
+#include "ui/sound/SoundActions.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <algorithm>
+#include <system_error>
+
+#include "ui/sound/FolderContents.h"
+#include "ui/sound/SoundTexts.h"
+
+namespace kestrin::ui::sound {
+
+namespace fs = std::filesystem;
+
+/// One thing that the person asked for: one step to undo and one message, and nothing else meanwhile.
+class SoundActions::Work {
+ public:
+  explicit Work(SoundActions& actions) : m_actions(actions), m_group(actions.m_set) { m_actions.m_isWorking = true; }
+  ~Work() { m_actions.m_isWorking = false; }
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+
+  /// Takes the answer of the set about a file. False: there is no use in going on.
+  bool Take(const std::string& answer, const fs::path& path) {
+    ++m_files;
+    // Measuring sounds takes a while; the window shows what has been done.
+    if (m_files > 1) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (answer == core::sound::SoundSet::kNotValid)
+      m_notValid.append(FileName(path));
+    else if (!answer.empty())
+      m_end = TextFrom(std::string_view(answer));
+    return m_end.isEmpty();
+  }
+
+  [[nodiscard]] QString Message() const {
+    QStringList lines;
+    if (!m_notValid.isEmpty()) lines.append(TextFrom(core::sound::SoundSet::kNotValid));
+    // With one file the person knows which.
+    if (m_files > 1) lines.append(m_notValid);
+    if (!m_end.isEmpty()) lines.append(m_end);
+    return lines.join(QLatin1Char('\n'));
+  }
+
+ private:
+  SoundActions& m_actions;
+  core::sound::SoundSet::Group m_group;
+  QStringList m_notValid;
+  QString m_end;
+  int m_files = 0;
+};
+
+namespace {
+
+/// The files, with the sounds of a folder in its place.
+std::vector<fs::path> WithoutFolders(const std::vector<fs::path>& paths) {
+  std::vector<fs::path> files;
+  for (const fs::path& path : paths) {
+    std::error_code ignored;
+    if (!fs::is_directory(path, ignored)) {
+      files.push_back(path);
+      continue;
+    }
+    for (const FolderEntry& sound : FolderContents::Of(path).sounds) files.push_back(sound.path);
+  }
+  return files;
+}
+
+}  // namespace
+
+SoundActions::SoundActions(core::sound::SoundSet& set, QObject* parent) : QObject(parent), m_set(set) {}
+
+void SoundActions::SetBusy(bool busy) { m_busy = busy; }
+
+void SoundActions::Add(core::sound::SlotKind kind, const std::vector<fs::path>& paths, int to) {
+  if (!MayChange()) return;
+  const bool isList = core::sound::SlotOf(kind).isList;
+  QString text;
+  {
+    Work work(*this);
+    for (const fs::path& path : WithoutFolders(paths)) {
+      const std::string answer = m_set.Add(kind, path);
+      if (answer.empty() && isList && to < m_set.Rows(kind)) m_set.Move(kind, m_set.Rows(kind), to++);
+      if (!work.Take(answer, path) || (answer.empty() && !isList)) break;
+    }
+    text = work.Message();
+  }
+  if (!text.isEmpty()) emit message(text);
+}
+
+void SoundActions::Remove(core::sound::SlotKind kind, const std::vector<int>& positions) {
+  if (!MayChange()) return;
+  const core::sound::SoundSet::Group group(m_set);
+  // From the last to the first, so that the positions stay what they are.
+  for (auto position = positions.rbegin(); position != positions.rend(); ++position) m_set.Remove(kind, *position);
+}
+
+void SoundActions::Bring(core::sound::SlotKind from, const std::vector<int>& positions, core::sound::SlotKind kind,
+                         int to, bool copy) {
+  if (!MayChange()) return;
+  if (from == kind && !copy) {
+    MoveInside(kind, positions, to);
+    return;
+  }
+  QString text;
+  int done = 0;
+  to = std::min(to, m_set.Rows(kind) + 1);
+  {
+    Work work(*this);
+    for (const int position : positions) {
+      // Sounds that left, or that were copied in before this one, have shifted it.
+      int now = position;
+      if (!copy) now -= done;
+      if (from == kind && position >= to) now += done;
+      if (!m_set.HasRow({from, now})) continue;
+      const fs::path path = m_set.PathAt({from, now});
+      const std::string answer =
+          copy ? m_set.CopyTo({from, now}, kind, to + done) : m_set.MoveTo({from, now}, kind, to + done);
+      if (answer.empty()) ++done;
+      if (!work.Take(answer, path) || (answer.empty() && !core::sound::SlotOf(kind).isList)) break;
+    }
+    text = work.Message();
+  }
+  if (done > 0 && !copy) emit moved(kind, core::sound::SlotOf(kind).isList ? to : 1, done);
+  if (!text.isEmpty()) emit message(text);
+}
+
+void SoundActions::MoveInside(core::sound::SlotKind kind, const std::vector<int>& positions, int to) {
+  to = std::min(to, m_set.Rows(kind) + 1);
+  int before = 0;
+  int behind = 0;
+  {
+    const core::sound::SoundSet::Group group(m_set);
+    for (const int position : positions) {
+      if (position < to)
+        m_set.Move(kind, position - before++, to - 1);
+      else
+        m_set.Move(kind, position, to + behind++);
+    }
+  }
+  emit moved(kind, to - before, before + behind);
+}
+
+void SoundActions::SetVolume(const std::vector<core::sound::SoundPlace>& places, int percent) {
+  if (MayChange()) m_set.SetVolume(places, static_cast<std::int16_t>(percent));
+}
+
+void SoundActions::Undo() {
+  if (MayChange()) m_set.Undo();
+}
+
+void SoundActions::Redo() {
+  if (MayChange()) m_set.Redo();
+}
+
+void SoundActions::Play(const fs::path& path) {
+  if (!path.empty()) emit playRequested(TextFrom(path));
+}
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <filesystem>
+#include <vector>
+
+#include "core/sound/SoundSet.h"
+
+namespace kestrin::ui::sound {
+
+/// What mouse, keyboard, menus and drops do to the set: several sounds at once are one step to undo, and what was
+/// refused is told in one message.
+class SoundActions : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `to` of a drop behind the last sound.
+  static constexpr int kEnd = core::sound::kListCapacity + 1;
+
+  explicit SoundActions(core::sound::SoundSet& set, QObject* parent = nullptr);
+
+  [[nodiscard]] core::sound::SoundSet& Set() const { return m_set; }
+  /// While busy nothing changes the set.
+  void SetBusy(bool busy);
+  [[nodiscard]] bool IsBusy() const { return m_busy || m_set.IsLoading(); }
+  /// Whether a change can be made now: not while busy, nor while another is under way.
+  [[nodiscard]] bool MayChange() const { return !IsBusy() && !m_isWorking; }
+
+  /// Puts the files into the slot, in a list so that the first gets the position `to`; a folder stands for the sounds
+  /// in it. A single slot takes the first that is a sound.
+  void Add(core::sound::SlotKind kind, const std::vector<std::filesystem::path>& paths, int to = kEnd);
+  void Remove(core::sound::SlotKind kind, const std::vector<int>& positions);
+  /// Moves or copies sounds of one slot, to before the sound that now stands at `to`.
+  void Bring(core::sound::SlotKind from, const std::vector<int>& positions, core::sound::SlotKind kind, int to,
+             bool copy);
+  void SetVolume(const std::vector<core::sound::SoundPlace>& places, int percent);
+  void Undo();
+  void Redo();
+  void Play(const std::filesystem::path& path);
+
+ signals:
+  void message(const QString& text);
+  void playRequested(const QString& path);
+  /// So many sounds have been moved: they stand in these rows, one below the other, from 1.
+  void moved(core::sound::SlotKind kind, int first, int count);
+
+ private:
+  class Work;
+  void MoveInside(core::sound::SlotKind kind, const std::vector<int>& positions, int to);
+
+  core::sound::SoundSet& m_set;
+  bool m_busy = false;
+  bool m_isWorking = false;
+};
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,245 @@
+#include "ui/sound/SoundPage.h"
+
+#include <QAction>
+#include <QButtonGroup>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <optional>
+
+#include "ui/kit/TopicOf.h"
+#include "ui/sound/DetailPanel.h"
+#include "ui/sound/FileExplorer.h"
+#include "ui/sound/MemoryGauge.h"
+#include "ui/sound/SlotList.h"
+#include "ui/sound/SlotListModel.h"
+#include "ui/sound/SlotPanel.h"
+#include "ui/sound/SoundActions.h"
+#include "ui/sound/SoundMenus.h"
+#include "ui/sound/SoundTexts.h"
+
+namespace kestrin::ui::sound {
+
+namespace {
+
+constexpr int kGap = 8;
+
+/// Shows a context menu and takes it away when it closes.
+void PopUp(std::unique_ptr<QMenu> menu, const QPoint& where) {
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu.release()->popup(where);
+}
+
+}  // namespace
+
+SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& folders, QWidget* parent)
+    : QWidget(parent),
+      m_set(set),
+      m_actions(new SoundActions(set, this)),
+      m_explorer(new FileExplorer(folders, this)),
+      m_options(new QButtonGroup(this)) {
+  kit::SetHelpContext(*this, kit::HelpContext::Slots);
+  MakeActions();
+  for (const core::sound::Slot& slot : core::sound::kSlots) {
+    auto* panel = new SlotPanel(*m_actions, slot.kind, this);
+    m_slots[slot.kind] = panel;
+    m_options->addButton(panel->Option(), static_cast<int>(slot.kind));
+    ConnectSlot(*panel);
+  }
+  m_detail = new DetailPanel(*m_actions, this);
+  m_gauge = new MemoryGauge(this);
+  MakeLayout();
+  ConnectExplorer();
+  connect(m_actions, &SoundActions::message, this, &SoundPage::message);
+  connect(m_actions, &SoundActions::playRequested, this, &SoundPage::playRequested);
+  connect(m_actions, &SoundActions::moved, this, &SoundPage::FollowMoved);
+  connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
+  connect(m_detail, &DetailPanel::locateRequested, this, &SoundPage::locateRequested);
+  connect(m_detail, &DetailPanel::volumeChosen, this,
+          [this](int percent) { m_actions->SetVolume(SelectedPlaces(), percent); });
+  m_slots[core::sound::SlotKind::Boot]->Option()->setChecked(true);
+  m_set.AddListener(*this);
+  SoundPage::MemoryChanged();
+  SoundPage::ModifiedChanged();
+}
+
+SoundPage::~SoundPage() { m_set.RemoveListener(*this); }
+
+void SoundPage::MakeActions() {
+  m_undoAction = new QAction(this);
+  m_redoAction = new QAction(this);
+  m_stopAction = new QAction(QStringLiteral("Stop playing"), this);
+  m_undoAction->setObjectName(QStringLiteral("UndoAction"));
+  m_redoAction->setObjectName(QStringLiteral("RedoAction"));
+  m_undoAction->setShortcuts(QKeySequence::Undo);
+  m_redoAction->setShortcuts(QKeySequence::Redo);
+  m_stopAction->setShortcut(Qt::Key_Escape);
+  m_stopAction->setEnabled(false);
+  connect(m_undoAction, &QAction::triggered, m_actions, &SoundActions::Undo);
+  connect(m_redoAction, &QAction::triggered, m_actions, &SoundActions::Redo);
+  connect(m_stopAction, &QAction::triggered, this, &SoundPage::stopRequested);
+  addActions({m_undoAction, m_redoAction, m_stopAction});
+}
+
+void SoundPage::MakeLayout() {
+  auto* singles = new QHBoxLayout;
+  auto* lists = new QHBoxLayout;
+  for (const core::sound::Slot& slot : core::sound::kSlots)
+    (slot.isList ? lists : singles)->addWidget(m_slots[slot.kind], 1);
+  auto* right = new QVBoxLayout;
+  right->addLayout(singles);
+  right->addLayout(lists, 1);
+  right->addWidget(m_detail);
+  right->addWidget(m_gauge);
+  auto* page = new QHBoxLayout(this);
+  page->addWidget(m_explorer, 4);
+  page->addLayout(right, 11);
+  for (QBoxLayout* layout : std::initializer_list<QBoxLayout*>{singles, lists, right, page}) layout->setSpacing(kGap);
+  page->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
+  m_explorer->setMinimumWidth(240);
+  m_explorer->setMaximumWidth(400);
+}
+
+void SoundPage::ConnectExplorer() {
+  m_explorer->SetHint(QLatin1String(kHint));
+  SoundListView* files = m_explorer->Files();
+  const auto add = [this] { m_actions->Add(SelectedSlot(), m_explorer->SelectedFiles()); };
+  connect(files, &SoundListView::doubleClickedPlain, this,
+          [this](const QModelIndex& index) { m_actions->Add(SelectedSlot(), {m_explorer->FileAt(index.row())}); });
+  connect(files, &SoundListView::enterPressed, this, add);
+  connect(files, &SoundListView::playWanted, this,
+          [this](const QModelIndex& index) { m_actions->Play(m_explorer->FileAt(index.row())); });
+  connect(files, &SoundListView::rowChosen, this, [this](int row) { ShowFile(m_explorer->FileAt(row)); });
+  files->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(files, &QWidget::customContextMenuRequested, this, [this, files](const QPoint& where) {
+    PopUp(MakeFileMenu(*m_actions, m_explorer->SelectedFiles(), SelectedSlot(), this), files->mapToGlobal(where));
+  });
+  files->viewport()->installEventFilter(this);
+}
+
+void SoundPage::ConnectSlot(SlotPanel& panel) {
+  SlotList* list = panel.List();
+  const core::sound::SlotKind kind = panel.Kind();
+  connect(list, &SoundListView::doubleClickedPlain, this,
+          [this, kind](const QModelIndex& index) { m_actions->Remove(kind, {index.row() + 1}); });
+  connect(list, &SoundListView::deletePressed, list, &SlotList::RemoveSelected);
+  connect(list, &SoundListView::playWanted, this, [this, kind](const QModelIndex& index) {
+    const core::sound::SoundPlace place{kind, index.row() + 1};
+    if (m_set.Holds(place)) m_actions->Play(m_set.At(place).FileNameAndPath());
+  });
+  connect(list, &SoundListView::rowChosen, this, [this, kind](int row) { SelectSound({kind, row + 1}); });
+  connect(list, &SoundListView::clickedInto, panel.Option(), [option = panel.Option()] { option->setChecked(true); });
+  connect(list, &SlotList::locateWanted, this, [this, kind](int row) { Locate(kind, row); });
+  connect(list, &SoundListView::enterPressed, this, [this, kind, list] { Locate(kind, list->currentIndex().row()); });
+  connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, kind] {
+    if (m_detail->Place() && m_detail->Place()->kind == kind) m_detail->ShowCount(CountOfSelected());
+  });
+  list->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(list, &QWidget::customContextMenuRequested, this, [this, &panel, list](const QPoint& where) {
+    PopUp(MakeSlotMenu(*m_actions, *list, *panel.Sounds(), [this] { emit locateAllRequested(); }),
+          list->mapToGlobal(where));
+  });
+  list->viewport()->installEventFilter(this);
+}
+
+void SoundPage::SelectSound(const core::sound::SoundPlace& place) {
+  // One sound is selected on the page, wherever it sits.
+  for (const auto& [kind, panel] : m_slots)
+    if (kind != place.kind) panel->List()->SelectRow(-1);
+  m_explorer->Files()->clearSelection();
+  m_detail->ShowPlace(place);
+  m_detail->ShowCount(CountOfSelected());
+}
+
+std::vector<core::sound::SoundPlace> SoundPage::SelectedPlaces() const {
+  const std::optional<core::sound::SoundPlace> shown = m_detail->Place();
+  if (!shown) return {};
+  std::vector<core::sound::SoundPlace> places;
+  for (const int position : m_slots.at(shown->kind)->List()->SelectedPositions())
+    places.push_back({shown->kind, position});
+  // The one that is shown may have lost its selection to a key that only moves the keyboard's row.
+  if (std::find(places.begin(), places.end(), *shown) == places.end()) return {*shown};
+  return places;
+}
+
+int SoundPage::CountOfSelected() const { return std::max(1, static_cast<int>(SelectedPlaces().size())); }
+
+void SoundPage::FollowMoved(core::sound::SlotKind kind, int first, int count) {
+  QList<int> rows;
+  for (int row = first - 1; row < first - 1 + count; ++row) rows.append(row);
+  SlotList* const list = m_slots.at(kind)->List();
+  list->Place(rows, rows.constFirst());
+  list->scrollTo(list->currentIndex());
+  SelectSound({kind, first});
+}
+
+void SoundPage::Locate(core::sound::SlotKind kind, int row) {
+  const core::sound::SoundPlace place{kind, row + 1};
+  if (m_actions->MayChange() && m_set.AllMissing().At(place) != nullptr) emit locateRequested(place);
+}
+
+void SoundPage::ShowFile(const std::filesystem::path& path) {
+  for (const auto& [kind, panel] : m_slots) panel->List()->SelectRow(-1);
+  m_detail->ShowFile(path);
+}
+
+void SoundPage::SetFolder(const std::filesystem::path& folder) { m_explorer->SetFolder(folder); }
+
+std::filesystem::path SoundPage::Folder() const { return m_explorer->Folder(); }
+
+void SoundPage::SetPreparing(bool isPreparing) {
+  m_isPreparing = isPreparing;
+  m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
+}
+
+void SoundPage::SetPlaying(const QString& path) {
+  const std::filesystem::path playing = PathFrom(path);
+  m_isPlaying = !path.isEmpty();
+  m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
+  m_detail->SetPlaying(playing);
+  m_explorer->SetPlaying(playing);
+  for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(playing);
+}
+
+void SoundPage::SetBusy(bool busy) {
+  m_actions->SetBusy(busy);
+  m_detail->Refresh();
+  ModifiedChanged();
+}
+
+void SoundPage::FocusSlot(core::sound::SlotKind kind) {
+  m_slots.at(kind)->Option()->setChecked(true);
+  m_slots.at(kind)->List()->setFocus(Qt::ShortcutFocusReason);
+}
+
+core::sound::SlotKind SoundPage::SelectedSlot() const {
+  return static_cast<core::sound::SlotKind>(m_options->checkedId());
+}
+
+void SoundPage::SlotChanged(core::sound::SlotKind kind) {
+  m_slots.at(kind)->Refresh();
+  if (m_detail->Place() && m_detail->Place()->kind == kind) m_detail->Refresh();
+}
+
+void SoundPage::MemoryChanged() { m_gauge->Show(core::sound::MemoryUse::Of(m_set.Configuration())); }
+
+void SoundPage::ModifiedChanged() {
+  const auto show = [this](QAction& action, const QString& verb, const std::string& what, bool possible) {
+    const QString text = TextFrom(std::string_view(what));
+    action.setText(text.isEmpty() ? verb : verb + QStringLiteral(": ") + text);
+    action.setEnabled(possible && !m_actions->IsBusy());
+  };
+  show(*m_undoAction, QStringLiteral("Undo"), m_set.UndoText(), m_set.CanUndo());
+  show(*m_redoAction, QStringLiteral("Redo"), m_set.RedoText(), m_set.CanRedo());
+}
+
+bool SoundPage::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Enter) emit hint(QLatin1String(kHint));
+  if (event->type() == QEvent::Leave) emit hint(QString());
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <filesystem>
+#include <map>
+#include <vector>
+
+#include "core/sound/SoundSet.h"
+
+class QAction;
+class QButtonGroup;
+
+namespace kestrin::ui::kit {
+class SpecialFolders;
+}
+
+namespace kestrin::ui::sound {
+
+class DetailPanel;
+class FileExplorer;
+class MemoryGauge;
+class SlotPanel;
+class SoundActions;
+
+/// The page on which a person puts sounds into the slots: file explorer, the seven slots, the selected sound, the
+/// board's memory.
+class SoundPage : public QWidget, private core::sound::SoundSetListener {
+  Q_OBJECT
+
+ public:
+  /// The hint for the page; the run of blanks belongs to it.
+  static constexpr const char* kHint = "Double-click to add/remove files          CTRL+Click to play LSU File";
+
+  /// Set and folders must outlive the page.
+  SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& folders, QWidget* parent = nullptr);
+  ~SoundPage() override;
+
+  /// Shows the folder in the file explorer and its drive in the drive list.
+  void SetFolder(const std::filesystem::path& folder);
+  /// The folder that the file explorer shows.
+  [[nodiscard]] std::filesystem::path Folder() const;
+  /// Whether a sound is being made ready to play: that can be stopped like the playing.
+  void SetPreparing(bool isPreparing);
+  /// Shows which sound is playing; empty: none.
+  void SetPlaying(const QString& path);
+  /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
+  void SetBusy(bool busy);
+  /// Selects the slot's option button and gives its list the keyboard.
+  void FocusSlot(core::sound::SlotKind kind);
+  /// The slot into which sounds go: the one whose option button is selected.
+  [[nodiscard]] core::sound::SlotKind SelectedSlot() const;
+
+  /// Undo and redo with their texts, shortcuts and states, for menus and toolbars.
+  [[nodiscard]] QAction* UndoAction() const { return m_undoAction; }
+  [[nodiscard]] QAction* RedoAction() const { return m_redoAction; }
+
+ signals:
+  /// The person wants to hear this file.
+  void playRequested(const QString& path);
+  /// The person wants silence.
+  void stopRequested();
+  /// The person wants to show the program a missing sound, or all of them.
+  void locateRequested(const core::sound::SoundPlace& place);
+  void locateAllRequested();
+  /// Something to tell the person in a message box.
+  void message(const QString& text);
+  /// What the control under the pointer is for; empty when there is nothing to say.
+  void hint(const QString& text);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void SlotChanged(core::sound::SlotKind kind) override;
+  void MemoryChanged() override;
+  void ModifiedChanged() override;
+
+  void MakeActions();
+  void MakeLayout();
+  void ConnectExplorer();
+  void ConnectSlot(SlotPanel& panel);
+  void SelectSound(const core::sound::SoundPlace& place);
+  /// The sounds that were moved stay the ones that are selected, where they are now.
+  void FollowMoved(core::sound::SlotKind kind, int first, int count);
+  void Locate(core::sound::SlotKind kind, int row);
+  /// The selected rows of the slot that is shown.
+  [[nodiscard]] std::vector<core::sound::SoundPlace> SelectedPlaces() const;
+  [[nodiscard]] int CountOfSelected() const;
+  void ShowFile(const std::filesystem::path& path);
+
+  core::sound::SoundSet& m_set;
+  QAction* m_undoAction = nullptr;
+  QAction* m_redoAction = nullptr;
+  QAction* m_stopAction = nullptr;
+  SoundActions* m_actions = nullptr;
+  FileExplorer* m_explorer = nullptr;
+  std::map<core::sound::SlotKind, SlotPanel*> m_slots;
+  QButtonGroup* m_options = nullptr;
+  DetailPanel* m_detail = nullptr;
+  MemoryGauge* m_gauge = nullptr;
+  bool m_isPreparing = false;
+  bool m_isPlaying = false;
+};
+
+}  // namespace kestrin::ui::sound

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <filesystem>
+
+#include "core/sound/SoundSet.h"
+
+namespace kestrin::ui::sound {
+
+/// A path or a UTF-8 text of the core as Qt has it, and back.
+[[nodiscard]] QString TextFrom(const std::filesystem::path& path);
+[[nodiscard]] QString TextFrom(std::string_view utf8);
+[[nodiscard]] std::filesystem::path PathFrom(const QString& text);
+
+/// The bare file name of a path.
+[[nodiscard]] QString FileName(const std::filesystem::path& path);
+/// How long so many samples play: "1.8 s".
+[[nodiscard]] QString Duration(std::int64_t samples);
+/// How large a file is: "141 kB".
+[[nodiscard]] QString FileSize(std::uintmax_t bytes);
+/// What people call the slot: "Power On".
+[[nodiscard]] QString SlotTitle(core::sound::SlotKind kind);
+/// The same with the letter that leads there together with Alt: "Power &On".
+[[nodiscard]] QString SlotMnemonic(core::sound::SlotKind kind);
+/// Slot and position: "Motion 3", "Idle".
+[[nodiscard]] QString PlaceTitle(const core::sound::SoundPlace& place);
+
+/// Whether the name ends in ".lsu", in any letter case.
+[[nodiscard]] bool IsSoundName(const QString& name);
+
+}  // namespace kestrin::ui::sound

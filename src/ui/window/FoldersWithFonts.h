@@ -1,0 +1,34 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ui/kit/SpecialFolders.h"
+
+namespace kestrin::ui::window {
+
+/// The desktop's folders, with the folder of the fonts as one more place where browsing for sounds can start.
+class FoldersWithFonts final : public kit::SpecialFolders {
+ public:
+  static constexpr const char* kLabel = "Sound fonts";
+
+  /// `folders` must outlive this object.
+  FoldersWithFonts(const kit::SpecialFolders& folders, std::filesystem::path fonts)
+      : m_folders(folders), m_fonts(std::move(fonts)) {}
+
+  [[nodiscard]] std::filesystem::path Desktop() const override { return m_folders.Desktop(); }
+  [[nodiscard]] std::filesystem::path Documents() const override { return m_folders.Documents(); }
+  [[nodiscard]] std::vector<kit::Drive> Drives() const override {
+    std::vector<kit::Drive> drives = m_folders.Drives();
+    drives.push_back({kLabel, m_fonts});
+    return drives;
+  }
+
+ private:
+  const kit::SpecialFolders& m_folders;
+  std::filesystem::path m_fonts;
+};
+
+}  // namespace kestrin::ui::window

@@ -1,0 +1,68 @@
+#include "ui/window/Pages.h"
+
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include "ui/kit/Grid.h"
+#include "ui/kit/TopicOf.h"
+
+namespace kestrin::ui::window {
+
+namespace {}  // namespace
+
+Pages::Pages(QWidget& sounds, QWidget* parent) : QWidget(parent) {
+  m_tabs = new QTabBar(this);
+  m_tabs->setObjectName("PageTabs");
+  m_tabs->setAccessibleName(tr("Page"));
+  m_tabs->setDrawBase(false);
+  m_tabs->setExpanding(false);
+  m_tabs->addTab(tr("&Sounds"));
+  m_tabs->addTab(tr("LED &driver"));
+  m_tabs->setTabToolTip(0, tr("The sound set; it can be edited without a sound board"));
+  m_tabs->setTabToolTip(1, tr("Type, overdrive and pulses of the LED driver"));
+  kit::SetHelpContext(*m_tabs, kit::HelpContext::LedFrame);
+  m_led = new QScrollArea(this);
+  m_led->setObjectName("LedPage");
+  m_led->setFrameShape(QFrame::NoFrame);
+  m_led->setWidgetResizable(true);
+  m_led->setFocusPolicy(Qt::NoFocus);
+  // The ground of the window, not that of a field.
+  m_led->viewport()->setAutoFillBackground(false);
+  m_stack = new QStackedWidget(this);
+  m_stack->addWidget(&sounds);
+  m_stack->addWidget(m_led);
+
+  auto* const head = new QHBoxLayout;
+  head->setContentsMargins(2 * kit::kGrid, 0, 2 * kit::kGrid, 0);
+  head->addWidget(m_tabs);
+  head->addStretch(1);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addLayout(head);
+  column->addWidget(m_stack, 1);
+  m_tabs->hide();
+  connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) {
+    m_stack->setCurrentIndex(index);
+    emit changed();
+  });
+}
+
+void Pages::SetLedDriver(QWidget& page) {
+  m_led->setWidget(&page);
+  page.setAutoFillBackground(false);
+}
+
+void Pages::ShowTabs(bool shown) { m_tabs->setVisible(shown); }
+
+bool Pages::HasTabs() const { return !m_tabs->isHidden(); }
+
+void Pages::Show(Page page) { m_tabs->setCurrentIndex(static_cast<int>(page)); }
+
+Pages::Page Pages::Shown() const { return static_cast<Page>(m_tabs->currentIndex()); }
+
+QString Pages::NameOf(Page page) { return page == Page::Sounds ? tr("Sounds") : tr("LED driver"); }
+
+}  // namespace kestrin::ui::window

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QWidget>
+
+class QScrollArea;
+class QStackedWidget;
+class QTabBar;
+
+namespace kestrin::ui::window {
+
+/// The pages of the window, of which one is seen: the sounds, and the LED driver's. While an LED driver is there, tabs
+/// above the page lead from one to the other.
+class Pages : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// In the order of the tabs.
+  enum class Page { Sounds, LedDriver };
+
+  /// Begins with the sounds, which it takes.
+  explicit Pages(QWidget& sounds, QWidget* parent = nullptr);
+
+  /// Takes the LED driver's page, which is made later. It may be larger than the window: then it is scrolled.
+  void SetLedDriver(QWidget& page);
+  /// Whether the tabs are there. Without them it depends on Show() alone which page is seen.
+  void ShowTabs(bool shown);
+  [[nodiscard]] bool HasTabs() const;
+
+  void Show(Page page);
+  [[nodiscard]] Page Shown() const;
+  /// What a person calls the page.
+  [[nodiscard]] static QString NameOf(Page page);
+
+ signals:
+  /// Another page is seen.
+  void changed();
+
+ private:
+  QTabBar* m_tabs = nullptr;
+  QStackedWidget* m_stack = nullptr;
+  QScrollArea* m_led = nullptr;
+};
+
+}  // namespace kestrin::ui::window

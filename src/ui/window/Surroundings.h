@@ -1,0 +1,53 @@
+#pragma once
+
+#include <filesystem>
+
+#include "core/base/Clock.h"
+
+class QSettings;
+
+namespace kestrin::core::base {
+class Disk;
+}
+namespace kestrin::core::device {
+class THIDagent;
+}
+namespace kestrin::core::device {
+class KeptParameters;
+}
+namespace kestrin::core::sound {
+class SoundPlayer;
+}
+
+namespace kestrin::ui::kit {
+class CommandGate;
+class Dialogs;
+class SleepBlocker;
+class SpecialFolders;
+class UpdateDialog;
+}  // namespace kestrin::ui::kit
+
+namespace kestrin::ui::window {
+
+/// What the window reaches the outside world through. Everything must outlive the window.
+struct Surroundings {
+  core::device::THIDagent& agent;
+  /// The one whose pump the agent calls.
+  kit::CommandGate& gate;
+  core::base::Clock& clock;
+  core::base::Disk& disk;
+  kit::Dialogs& dialogs;
+  core::sound::SoundPlayer& player;
+  const kit::SpecialFolders& folders;
+  core::device::KeptParameters& kept;
+  kit::SleepBlocker& sleep;
+  /// nullptr when this build has none.
+  kit::UpdateDialog* update;
+  QSettings& settings;
+  /// Pictures, help and catalogue.
+  std::filesystem::path programFolder;
+  /// What the program keeps for this person; empty when there is no such place.
+  std::filesystem::path dataFolder;
+};
+
+}  // namespace kestrin::ui::window

@@ -1,0 +1,285 @@
+#include "ui/window/ToolRow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCursor>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "ui/kit/Grid.h"
+#include "ui/kit/Pictures.h"
+#include "ui/kit/Theme.h"
+#include "ui/kit/ThemeColors.h"
+#include "ui/kit/TopicOf.h"
+
+namespace kestrin::ui::window {
+
+namespace {
+
+constexpr int kIcon = kit::Pictures::kIconSide;
+constexpr int kLogoHeight = 40;
+constexpr int kOnlineSide = 24;
+
+struct ToolFacts {
+  const char* control;
+  const char* caption;
+  const char* purpose;
+  const char* shortcut;
+  const char* picture;
+  /// "" for buttons whose picture turns grey.
+  const char* disabledPicture;
+  kit::HelpContext help;
+};
+
+/// In the order of ToolRow::Tool and of the row.
+constexpr std::array<ToolFacts, 5> kTools{{
+    {"LoadBtn", QT_TRANSLATE_NOOP("ToolRow", "Open"), QT_TRANSLATE_NOOP("ToolRow", "Open a sound set"), "Ctrl+O",
+     "open.bmp", "", kit::HelpContext::Open},
+    {"SaveBtn", QT_TRANSLATE_NOOP("ToolRow", "Save"), QT_TRANSLATE_NOOP("ToolRow", "Save the sound set"),
+     "Ctrl+Shift+S", "save.bmp", "", kit::HelpContext::Save},
+    {"ConfigBtn", QT_TRANSLATE_NOOP("ToolRow", "Setup"),
+     QT_TRANSLATE_NOOP("ToolRow", "Set up how the board detects motion and impact"), "Ctrl+E", "setup.bmp",
+     "setup_off.bmp", kit::HelpContext::Setup},
+    {"UpdateBtn", QT_TRANSLATE_NOOP("ToolRow", "Update"),
+     QT_TRANSLATE_NOOP("ToolRow", "Fetch new sounds from the Internet"), "Ctrl+U", "update.bmp", "update_off.bmp",
+     kit::HelpContext::Update},
+    {"SendBtn", QT_TRANSLATE_NOOP("ToolRow", "Download"),
+     QT_TRANSLATE_NOOP("ToolRow", "Write the sound set into the board"), "Ctrl+D", "download.bmp", "download_off.bmp",
+     kit::HelpContext::Download},
+}};
+
+const ToolFacts& FactsOf(ToolRow::Tool tool) { return kTools[static_cast<std::size_t>(tool)]; }
+
+/// Adds the only picture of `disabled`, if it has one, for the disabled state.
+void AddPicture(QIcon& icon, const QIcon& disabled) {
+  if (!icon.isNull() && !disabled.isNull())
+    icon.addPixmap(disabled.pixmap(disabled.availableSizes().constFirst()), QIcon::Disabled);
+}
+
+QLabel* MakeLabel(const char* name, QWidget& parent) {
+  auto* const label = new QLabel(&parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+}  // namespace
+
+ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(parent), m_pictures(pictures) {
+  setObjectName("ToolRow");
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(2 * kit::kGrid, kit::kGrid, 2 * kit::kGrid, kit::kGrid);
+  row->setSpacing(kit::kGrid / 2);
+  m_logo = MakeLabel("LogoPicture", *this);
+  m_logo->setAccessibleName(tr("Corvent"));
+  row->addWidget(m_logo);
+  row->addSpacing(kit::kGrid);
+  MakeButtons(*row);
+
+  m_set = MakeLabel("SetLabel", *this);
+  m_set->setAlignment(Qt::AlignRight);
+  kit::Theme::MakeSoft(*m_set);
+  m_online = MakeLabel("OnlinePicture", *this);
+  m_noBoard = MakeLabel("NoBoardLabel", *this);
+  m_noBoard->setText(tr("No board connected"));
+  kit::Theme::MakeSoft(*m_noBoard);
+  m_serial = MakeLabel("SerialLabel", *this);
+  m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  m_serial->setWordWrap(true);
+  for (QLabel* const label : {m_noBoard, m_serial}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* const board = new QHBoxLayout;
+  board->setSpacing(kit::kGrid);
+  board->addWidget(m_noBoard, 1);
+  board->addWidget(m_serial, 1);
+  board->addWidget(m_online);
+  auto* const state = new QVBoxLayout;
+  state->setSpacing(kit::kGrid / 2);
+  state->addStretch(1);
+  state->addLayout(board);
+  state->addWidget(m_set);
+  state->addStretch(1);
+  row->addLayout(state, 1);
+  kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
+  kit::SetHelpContext(*m_online, kit::HelpContext::OnlinePicture);
+  kit::SetHelpContext(*m_noBoard, kit::HelpContext::OnlinePicture);
+  kit::SetHelpContext(*m_serial, kit::HelpContext::OnlinePicture);
+  ShowOnline(false);
+  ShowSerial("");
+}
+
+void ToolRow::MakeButtons(QHBoxLayout& layout) {
+  for (std::size_t i = 0; i < kTools.size(); ++i) {
+    const auto tool = static_cast<Tool>(i);
+    const ToolFacts& facts = kTools[i];
+    if (tool == Tool::Config) {
+      m_edit = new QWidget(this);
+      auto* const edit = new QHBoxLayout(m_edit);
+      edit->setContentsMargins(0, 0, 0, 0);
+      edit->setSpacing(kit::kGrid / 2);
+      layout.addWidget(m_edit);
+      layout.addSpacing(2 * kit::kGrid);
+    }
+    auto* const button = new QToolButton(this);
+    button->setObjectName(facts.control);
+    button->setText(tr(facts.caption));
+    button->setAccessibleName(tr(facts.caption));
+    button->setAccessibleDescription(tr(facts.purpose));
+    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    button->setIconSize({kIcon, kIcon});
+    button->setAutoRaise(true);
+    // A click does something; the keyboard stays where it is.
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setShortcut(QKeySequence(facts.shortcut));
+    kit::SetHelpContext(*button, facts.help);
+    connect(button, &QToolButton::clicked, this, [this, tool] { emit pressed(tool); });
+    layout.addWidget(button);
+    m_buttons[i] = button;
+    Enable(tool);
+  }
+  kit::Theme::MakePrimary(Button(Tool::Send));
+}
+
+void ToolRow::ShowPictures() {
+  for (std::size_t i = 0; i < kTools.size(); ++i) {
+    QToolButton& button = *m_buttons[i];
+    const QString active = kTools[i].picture;
+    const QString disabled = kTools[i].disabledPicture;
+    // On the accent's ground the picture takes the colour of the text there.
+    QIcon icon = kit::Theme::IsPrimary(&button)
+                     ? m_pictures.Tinted(active, kit::ColorOf(kit::ColorRole::AccentText, palette()))
+                     : m_pictures.Icon(active);
+    if (disabled.isEmpty())
+      AddDisabledPicture(icon, active);
+    else
+      AddPicture(icon, m_pictures.Icon(disabled));
+    button.setIcon(icon);
+  }
+  for (const auto& [action, picture] : m_edits) {
+    QIcon icon = m_pictures.Icon(picture);
+    AddDisabledPicture(icon, picture);
+    action->setIcon(icon);
+  }
+}
+
+void ToolRow::AddDisabledPicture(QIcon& icon, const QString& picture) const {
+  AddPicture(icon, m_pictures.Tinted(picture, palette().color(QPalette::Disabled, QPalette::ButtonText)));
+}
+
+void ToolRow::Enable(Tool tool) const {
+  QToolButton& button = Button(tool);
+  button.setEnabled(true);
+  const QString purpose = tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")";
+  button.setToolTip(button.menu() == nullptr ? purpose : tr("%1\nArrow down: recent sets").arg(purpose));
+}
+
+void ToolRow::Disable(Tool tool, const QString& reason) const {
+  QToolButton& button = Button(tool);
+  button.setEnabled(false);
+  button.setToolTip(reason);
+}
+
+void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
+  m_edits = {{&undo, "undo.bmp"}, {&redo, "redo.bmp"}};
+  ShowPictures();
+  QToolButton* const undoButton = MakeActionButton("UndoBtn", undo);
+  QToolButton* const redoButton = MakeActionButton("RedoBtn", redo);
+  m_edit->layout()->addWidget(undoButton);
+  m_edit->layout()->addWidget(redoButton);
+  setTabOrder(&Button(Tool::Save), undoButton);
+  setTabOrder(undoButton, redoButton);
+  setTabOrder(redoButton, &Button(Tool::Config));
+}
+
+void ToolRow::EnableUndoAndRedo(bool enabled) const {
+  // Not the actions, whose state is their owner's: keys go to what can be seen and used.
+  m_edit->setEnabled(enabled);
+}
+
+QToolButton* ToolRow::MakeActionButton(const char* name, QAction& action) {
+  auto* const button = new QToolButton(m_edit);
+  button->setObjectName(name);
+  kit::SetHelpContext(*button, kit::HelpContext::Undo);
+  button->setDefaultAction(&action);
+  button->setToolButtonStyle(action.icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
+  button->setIconSize({kIcon, kIcon});
+  button->setAutoRaise(true);
+  button->setFocusPolicy(Qt::TabFocus);
+  return button;
+}
+
+void ToolRow::SetLoadMenu(QMenu& menu) {
+  QToolButton& button = Button(Tool::Load);
+  button.setMenu(&menu);
+  button.setPopupMode(QToolButton::MenuButtonPopup);
+  button.installEventFilter(this);
+  Enable(Tool::Load);
+  // Once it is gone: a button is not told that the pointer leaves it while a menu has the mouse.
+  connect(&menu, &QMenu::aboutToHide, this, &ToolRow::ForgetPointer, Qt::QueuedConnection);
+}
+
+void ToolRow::ForgetPointer() const {
+  QToolButton& button = Button(Tool::Load);
+  if (button.rect().contains(button.mapFromGlobal(QCursor::pos()))) return;
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&button, &leave);
+  button.update();
+}
+
+void ToolRow::ShowLogo() {
+  const QPixmap logo = m_pictures.Pixmap("corvent_small.bmp", {4 * kLogoHeight, kLogoHeight}, devicePixelRatioF());
+  m_logo->setPixmap(logo);
+  m_logo->setVisible(!logo.isNull());
+}
+
+void ToolRow::ShowOnline(bool online) {
+  const QString file = online ? "LS_on.bmp" : "LS_off.bmp";
+  m_online->setPixmap(m_pictures.Pixmap(file, {kOnlineSide, kOnlineSide}, devicePixelRatioF()));
+  m_online->setProperty("picture", file);
+  m_noBoard->setVisible(!online);
+  const QString state = online ? tr("A board is connected") : tr("No board is connected");
+  m_online->setToolTip(state);
+  m_online->setAccessibleName(state);
+}
+
+void ToolRow::ShowAccessProblem(const QString& problem) {
+  m_noBoard->setToolTip(problem);
+  m_noBoard->setAccessibleDescription(problem);
+}
+
+void ToolRow::ShowSerial(const QString& text) {
+  m_serial->setText(text);
+  m_serial->setVisible(!text.isEmpty());
+  m_serial->setAccessibleName(text);
+}
+
+void ToolRow::ShowBoards(const QString& text) { m_serial->setToolTip(text); }
+
+void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
+  constexpr int kWidest = 320;
+  const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, kWidest);
+  m_set->setText(modified ? shown + QStringLiteral(" \u2022") : shown);
+  m_set->setAccessibleName(modified ? tr("%1, not saved").arg(name) : name);
+  m_set->setToolTip(modified ? tr("%1\nNot saved yet").arg(path.isEmpty() ? name : path) : path);
+}
+
+void ToolRow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && m_buttons.back() != nullptr) ShowPictures();
+}
+
+bool ToolRow::eventFilter(QObject* watched, QEvent* event) {
+  auto* const button = qobject_cast<QToolButton*>(watched);
+  if (button != nullptr && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+    button->showMenu();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace kestrin::ui::window

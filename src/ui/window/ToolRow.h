@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <utility>
+#include <vector>
+
+class QAction;
+class QHBoxLayout;
+class QIcon;
+class QLabel;
+class QMenu;
+class QToolButton;
+
+namespace kestrin::ui::kit {
+class Pictures;
+}
+
+namespace kestrin::ui::window {
+
+/// The row of picture buttons along the top of the window, with the set's name and the board that is online.
+class ToolRow : public QWidget {
+  Q_OBJECT
+
+ public:
+  enum class Tool { Load, Save, Config, Update, Send };
+
+  /// The pictures must outlive the row.
+  explicit ToolRow(const kit::Pictures& pictures, QWidget* parent = nullptr);
+
+  [[nodiscard]] QToolButton& Button(Tool tool) const { return *m_buttons[static_cast<std::size_t>(tool)]; }
+  /// The button can be used, or cannot for this reason, which its tool tip then gives.
+  void Enable(Tool tool) const;
+  void Disable(Tool tool, const QString& reason) const;
+  /// Buttons for the two actions stand beside those for the set's file.
+  void AddUndoAndRedo(QAction& undo, QAction& redo);
+  /// Whether the buttons for the two actions, and the keys of these, can be used at all.
+  void EnableUndoAndRedo(bool enabled) const;
+  /// What opens beside `LoadBtn`: by a click on its arrow, or by the arrow key down while the button has the keyboard.
+  void SetLoadMenu(QMenu& menu);
+
+  void ShowLogo();
+  void ShowOnline(bool online);
+  /// Why a board that is there cannot be used, for the tool tips of what says that there is none; "" for no reason.
+  void ShowAccessProblem(const QString& problem);
+  void ShowSerial(const QString& text);
+  /// What the serial label's tool tip says.
+  void ShowBoards(const QString& text);
+  /// The set's name, with a mark while it is not saved.
+  void ShowSet(const QString& name, bool modified, const QString& path);
+
+ signals:
+  void pressed(window::ToolRow::Tool tool);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void MakeButtons(QHBoxLayout& layout);
+  void ShowPictures();
+  /// Puts out the light of the button with the menu unless the pointer is on it.
+  void ForgetPointer() const;
+  /// The picture in grey, for the disabled state.
+  void AddDisabledPicture(QIcon& icon, const QString& picture) const;
+  [[nodiscard]] QToolButton* MakeActionButton(const char* name, QAction& action);
+
+  const kit::Pictures& m_pictures;
+  std::array<QToolButton*, 5> m_buttons{};
+  /// Undo and redo with their pictures.
+  std::vector<std::pair<QAction*, QString>> m_edits;
+  QWidget* m_edit = nullptr;
+  QLabel* m_logo = nullptr;
+  QLabel* m_online = nullptr;
+  /// In place of the serial number while there is no board.
+  QLabel* m_noBoard = nullptr;
+  QLabel* m_serial = nullptr;
+  QLabel* m_set = nullptr;
+};
+
+}  // namespace kestrin::ui::window

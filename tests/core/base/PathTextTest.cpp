@@ -1,0 +1,26 @@
+#include "core/base/PathText.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrin::core::base {
+namespace {
+
+TEST(PathText, TextSurvivesTheWayToAPathAndBack) {
+  for (const char* text : {"", "boot.lsu", "/sounds of mine/boot.lsu",
+                           "/gr\xC3\xBC\xC3\x9F"
+                           "e/\xE2\x9A\x94.lsu",
+                           "relative/../a.lsu"})
+    EXPECT_EQ(TextOf(PathOf(text)), text);
+}
+
+#ifndef _WIN32
+TEST(PathText, WherePathsAreBytesAnyByteSurvives) {
+  const std::string text =
+      "/latin/gr\xFC\xDF"
+      "e.lsu";
+  EXPECT_EQ(TextOf(PathOf(text)), text);
+}
+#endif
+
+}  // namespace
+}  // namespace kestrin::core::base

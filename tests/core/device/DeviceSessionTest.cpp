@@ -1,0 +1,333 @@
+#include "DeviceSessionFixture.h"
+
+namespace kestrin::core::device {
+namespace {
+
+using support::ScriptedAgent;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kQuestion =
+    "ask:A connection with Kuskekpize could not be established.\r\n"
+    " Press OK to work offline or Cancel to exit the application";
+
+TEST_F(DeviceSessionTest, SearchesForTheBoardsIdsOnly) {
+  StartOnline(0);
+  EXPECT_TRUE(m_agent.started);
+  EXPECT_EQ(m_agent.match.VID_To_Match, 1240);
+  EXPECT_EQ(m_agent.match.PID_To_Match, 64055);
+  EXPECT_TRUE(m_agent.match.SearchOnVID);
+  EXPECT_TRUE(m_agent.match.SearchOnPID);
+  EXPECT_EQ(m_agent.searches, 1);
+}
+
+TEST_F(DeviceSessionTest, ASoundBoardComesOnlineStepByStep) {
+  StartOnline(64);
+  EXPECT_THAT(m_view.log,
+              ElementsAre("timer stopped", "LS_on", "capacity:5589300", "serial:Kestrin USB 64 Serial Number: 4B535401",
+                          "ReadAccData", "load,save on", "board buttons on", "frmLED hidden"));
+  EXPECT_TRUE(m_session.IsOnline());
+  EXPECT_EQ(m_session.DeviceType(), DeviceType::SoundBoard);
+  EXPECT_EQ(m_session.MemoryCapacity(), 5589300);
+  EXPECT_EQ(m_session.Id(), 64);
+  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
+  ASSERT_EQ(m_agent.written.size(), 2u);
+  EXPECT_EQ(m_agent.written[0][0], 3);
+  EXPECT_EQ(m_agent.written[1][0], 1);
+}
+
+TEST_F(DeviceSessionTest, AnLedDriverShowsItsFrameInsteadOfTheSoundButtons) {
+  StartOnline(100);
+  EXPECT_THAT(m_view.log, ElementsAre("timer stopped", "LS_on", "serial:Kestrin LED Driver Serial Number: 4B535401",
+                                      "frmLED shown", "InitLedDrivers", "board buttons off"));
+  EXPECT_EQ(m_session.DeviceType(), DeviceType::LedDriver);
+  EXPECT_EQ(m_session.MemoryCapacity(), 2793120) << "unchanged";
+}
+
+TEST_F(DeviceSessionTest, AnInvalidCatalogueGoesOfflineWithAMessage) {
+  m_view.ledDriversValid = false;
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
+  AnswerIdentity(100);
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+  EXPECT_THAT(m_view.log,
+              ElementsAre("timer stopped", "LS_on", "serial:Kestrin LED Driver Serial Number: 4B535401", "frmLED shown",
+                          "InitLedDrivers",
+                          "message:Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !",
+                          "timer:1000", "LS_off", "serial:", "board buttons off"));
+  EXPECT_FALSE(m_session.IsOnline());
+}
+
+struct RevisionCase {
+  std::uint16_t id;
+  DeviceType type;
+  int revision;
+};
+
+TEST_F(DeviceSessionTest, TypeAndRevisionFollowTheIdentity) {
+  const RevisionCase cases[] = {
+      {4095, DeviceType::LedDriver, 0},    {4096, DeviceType::SoundBoard, 0},    {8191, DeviceType::SoundBoard, 4095},
+      {8192, DeviceType::LedDriver, 0},    {65535, DeviceType::SoundBoard, 293}, {0, DeviceType::SoundBoard, 0},
+      {4389, DeviceType::SoundBoard, 293},
+  };
+  for (const RevisionCase& c : cases) {
+    ScriptedAgent agent;
+    DeviceSession session(agent, m_view);
+    agent.Open(ScriptedAgent::BoardInterface(1));
+    agent.Answers({{static_cast<std::uint8_t>(c.id >> 8), static_cast<std::uint8_t>(c.id)}, {0, 0}, {0, 0}});
+    session.GoOnline();
+    EXPECT_EQ(session.DeviceType(), c.type) << c.id;
+    EXPECT_EQ(session.DeviceRevision(), c.revision) << c.id;
+  }
+}
+
+TEST_F(DeviceSessionTest, ABoardWithOneSerialReportShowsFourDigits) {
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
+  m_agent.Answers({{0, 0}, {0x0A, 0x01}});
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  EXPECT_THAT(m_view.log, ::testing::Contains("serial:Kestrin USB Serial Number: 0A01"));
+}
+
+TEST_F(DeviceSessionTest, ABoardThatNeverAnswersShowsNoSerialNumberBehindTheCaption) {
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  EXPECT_THAT(m_view.log, ::testing::Contains("serial:Kestrin USB Serial Number: NoSerialNumber"));
+}
+
+TEST_F(DeviceSessionTest, ABoardIsIdentifiedOnceIdentityAndWholeSerialNumberCame) {
+  const struct {
+    std::deque<std::optional<ScriptedAgent::Answer>> answers;
+    bool identified;
+  } cases[] = {
+      {{{{0, 0}}, {{1, 2}}, {{3, 4}}}, true},
+      {{std::nullopt, {{1, 2}}, {{3, 4}}}, false},
+      {{{{0, 0}}, std::nullopt}, false},
+      {{{{0, 0}}, {{1, 2}}, std::nullopt}, false},
+  };
+  for (const auto& c : cases) {
+    ScriptedAgent agent;
+    DeviceSession session(agent, m_view);
+    agent.Open(ScriptedAgent::BoardInterface(1));
+    agent.answers = c.answers;
+    session.GoOnline();
+    EXPECT_EQ(session.IsIdentified(), c.identified);
+  }
+}
+
+TEST_F(DeviceSessionTest, WithoutABoardThePersonDecides) {
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "load,save on", "board buttons off",
+                                      "board buttons off", kQuestion));
+  m_view.workOffline = false;
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Quit);
+}
+
+TEST_F(DeviceSessionTest, ABoardThatMayNotBeOpenedIsToldApart) {
+  m_agent.accessProblem = "/dev/hidraw3 may not be opened";
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+  EXPECT_EQ(m_view.advice, "/dev/hidraw3 may not be opened");
+}
+
+TEST_F(DeviceSessionTest, AForeignDeviceIsNoBoard) {
+  ScriptedAgent::Interface foreign = ScriptedAgent::BoardInterface(1);
+  foreign.productId = 1;
+  m_agent.toOpen = {foreign};
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+  EXPECT_EQ(m_session.Board(), nullptr);
+  EXPECT_EQ(m_view.log.back(), kQuestion) << "an interface is open, but it is no board's";
+}
+
+TEST_F(DeviceSessionTest, ABoardWithoutItsVariablesIsKeptAllTheSame) {
+  m_agent.toOpen = {{1, kBoardVendorId, kBoardProductId, {}}};
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  EXPECT_EQ(m_session.NumberOfBoards(), 1u);
+}
+
+TEST_F(DeviceSessionTest, GoingOfflineKeepsLoadAndSaveUsableOnASoundBoard) {
+  StartOnline(0);
+  m_view.log.clear();
+  m_session.DeviceRemoved(1, "scripted");
+  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "load,save on", "board buttons off"));
+  EXPECT_FALSE(m_session.IsOnline());
+}
+
+TEST_F(DeviceSessionTest, GoingOfflineOnAnLedDriverTouchesTheBoardButtonsOnly) {
+  StartOnline(100);
+  m_view.log.clear();
+  m_session.GoOffline();
+  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "board buttons off"));
+}
+
+TEST_F(DeviceSessionTest, ATickGoesOnlineOnceTheBoardAnswers) {
+  StartOnline(0);
+  m_session.GoOffline();
+  m_session.GoOnlineTimerTick();
+  EXPECT_FALSE(m_session.IsOnline()) << "no answer yet";
+  AnswerEveryQuestion();
+  m_session.GoOnlineTimerTick();
+  EXPECT_TRUE(m_session.IsOnline());
+  EXPECT_EQ(m_view.log.back(), "frmLED hidden");
+  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_EQ(m_agent.refreshes, 2);
+}
+
+TEST_F(DeviceSessionTest, ATickAsksForTheSerialNumberAndThenGoesOnline) {
+  StartOnline(0);
+  m_session.GoOffline();
+  m_agent.written.clear();
+  AnswerEveryQuestion();
+  m_session.GoOnlineTimerTick();
+  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_THAT(Codes(), ElementsAre(1, 3, 1));
+}
+
+TEST_F(DeviceSessionTest, ATickWithoutAnyBoardEndsQuietly) {
+  m_session.GoOffline();
+  m_view.log.clear();
+  EXPECT_NO_THROW(m_session.GoOnlineTimerTick());
+  EXPECT_THAT(m_view.log, IsEmpty());
+}
+
+TEST_F(DeviceSessionTest, AClosedInterfaceDropsItsBoardAndRebindsTheOthers) {
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1), ScriptedAgent::BoardInterface(2)};
+  AnswerIdentity(0);
+  ASSERT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  ASSERT_EQ(m_session.NumberOfBoards(), 2u);
+  m_agent.Close(1);
+  ASSERT_EQ(m_session.NumberOfBoards(), 1u);
+  EXPECT_TRUE(m_session.Board()->HasHandle(2));
+  const std::size_t before = m_agent.written.size();
+  EXPECT_TRUE(m_session.Board()->Bye());
+  EXPECT_EQ(m_agent.written.size(), before + 1);
+  m_agent.Close(2);
+  EXPECT_EQ(m_session.Board(), nullptr);
+}
+
+TEST_F(DeviceSessionTest, OfSeveralBoardsEverythingGoesToTheFirst) {
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1), ScriptedAgent::BoardInterface(2)};
+  AnswerIdentity(0);
+  ASSERT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  ASSERT_TRUE(m_session.Board()->Bye());
+  EXPECT_THAT(m_agent.writtenTo, ElementsAre(1, 1, 1));
+  m_agent.Close(1);
+  ASSERT_TRUE(m_session.Board()->Bye());
+  EXPECT_EQ(m_agent.writtenTo.back(), 2);
+}
+
+TEST_F(DeviceSessionTest, UnpluggedAndPluggedInAgainItComesBackByItself) {
+  StartOnline(0);
+  m_agent.Close(1);
+  m_session.DeviceRemoved(1, "scripted");
+  m_session.GoOnlineTimerTick();
+  EXPECT_FALSE(m_session.IsOnline());
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(2)};
+  m_session.DeviceArrival("scripted");
+  EXPECT_EQ(m_agent.searches, 2);
+  m_agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
+  AnswerIdentity(0);
+  m_session.GoOnlineTimerTick();
+  EXPECT_TRUE(m_session.IsOnline());
+}
+
+TEST_F(DeviceSessionTest, WhileLoadingAnArrivalDoesNotSearch) {
+  m_session.SetLoading(true);
+  m_session.DeviceArrival("scripted");
+  EXPECT_EQ(m_agent.searches, 0);
+  m_session.SetLoading(false);
+  m_session.DeviceArrival("scripted");
+  EXPECT_EQ(m_agent.searches, 1);
+}
+
+TEST_F(DeviceSessionTest, ReportsThatArriveAndTimeOutsHaveNoEffect) {
+  StartOnline(0);
+  m_view.log.clear();
+  const int reads = m_agent.readsTried;
+  m_session.ReportArrived(1, 1);
+  m_session.ReportTimedOut(1, 1);
+  EXPECT_THAT(m_view.log, IsEmpty());
+  EXPECT_EQ(m_agent.readsTried, reads);
+}
+
+TEST_F(DeviceSessionTest, AnotherInterfaceOfAHalfBoundBoardIsBoundToIt) {
+  // The same interface is announced again after its descriptor was read only in part.
+  m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
+  ASSERT_EQ(m_session.NumberOfBoards(), 1u);
+  m_agent.interfaces = {ScriptedAgent::BoardInterface(5)};
+  m_session.InterfaceOpened(5, 2, 1028, "scripted");
+  EXPECT_EQ(m_session.NumberOfBoards(), 1u);
+  EXPECT_EQ(m_session.Board()->UnboundVarCount(), 0);
+}
+
+TEST_F(DeviceSessionTest, ABoardThatFollowsAnInterfaceWithoutTheVariablesIsTheOneThatIsUsed) {
+  for (const bool closedBefore : {true, false}) {
+    ScriptedAgent agent;
+    RecordingSessionView view;
+    DeviceSession session(agent, view);
+    agent.Open({5, kBoardVendorId, kBoardProductId, {}});
+    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    if (closedBefore) {
+      agent.Close(5);
+      EXPECT_EQ(session.NumberOfBoards(), 0u);
+      EXPECT_EQ(session.Board(), nullptr);
+    }
+    agent.Open(ScriptedAgent::BoardInterface(6));
+    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    ASSERT_TRUE(session.Board()->HasHandle(6));
+    agent.onWrite = [&agent](const std::vector<std::uint8_t>& report) {
+      if (report[0] == 3) agent.Answers({{0, 64}});
+      if (report[0] == 1) agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
+    };
+    session.GoOnlineTimerTick();
+    ASSERT_TRUE(session.IsIdentified());
+    EXPECT_EQ(agent.writtenTo.back(), 6);
+    // The empty interface that goes later takes nothing along.
+    if (!closedBefore) agent.Close(5);
+    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    EXPECT_TRUE(session.Board()->Bye());
+    agent.Close(6);
+    EXPECT_EQ(session.Board(), nullptr);
+  }
+}
+
+TEST_F(DeviceSessionTest, AHalfBoundBoardIsNotTakenForAnotherInterface) {
+  m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
+  m_agent.Open(ScriptedAgent::BoardInterface(6));
+  EXPECT_EQ(m_session.NumberOfBoards(), 2u);
+  EXPECT_TRUE(m_session.Board()->HasHandle(5));
+  EXPECT_FALSE(m_session.Board()->HasHandle(6));
+}
+
+TEST_F(DeviceSessionTest, BoardsAreBoundAnewWhenAnInterfaceClosesSinceNumbersMayHaveChanged) {
+  m_agent.Open(ScriptedAgent::BoardInterface(1));
+  m_agent.Open({2, kBoardVendorId, kBoardProductId, {}});
+  m_agent.Open(ScriptedAgent::BoardInterface(3));
+  m_agent.Open(ScriptedAgent::BoardInterface(4));
+  // The stack has read the third interface's descriptor anew: other numbers, the same fields.
+  m_agent.interfaces[2].variables = {{ReportType::Feature, 5, 0xFF00, 4, {}},
+                                     {ReportType::Input, 2, 0xFF00, 6, {}},
+                                     {ReportType::Output, 1, 0xFF00, 5, {}}};
+  m_agent.Close(1);
+  ASSERT_TRUE(m_session.Board()->HasHandle(3));
+  EXPECT_EQ(m_session.Board()->CommandVariable().RptIndex(), 5);
+  EXPECT_EQ(m_session.Board()->ResponseVariable().RptIndex(), 6);
+  m_agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
+  ASSERT_EQ(m_session.Board()->GetSN(), "4B535401");
+  EXPECT_EQ(m_agent.writtenTo.back(), 3);
+  EXPECT_EQ(m_agent.currentReport, 6);
+}
+
+TEST_F(DeviceSessionTest, ExitSaysGoodByeWhateverTheState) {
+  StartOnline(0);
+  m_session.GoOffline();
+  m_session.Exit();
+  EXPECT_EQ(m_agent.written.back()[0], 7);
+  EXPECT_TRUE(m_agent.stopped);
+}
+
+TEST_F(DeviceSessionTest, ExitWithoutABoardOnlyStops) {
+  m_session.Exit();
+  EXPECT_TRUE(m_agent.written.empty());
+  EXPECT_TRUE(m_agent.stopped);
+}
+
+}  // namespace
+}  // namespace kestrin::core::device

@@ -1,0 +1,89 @@
+#include "programs/CommandLineOptions.h"
+
+#include <gtest/gtest.h>
+
+#include "core/update/UpdateServer.h"
+#include "ui/kit/FileFilter.h"
+
+namespace kestrin::support {
+namespace {
+
+using programs::CommandLineOptions;
+using Kind = platform::boards::BoardChoice::Kind;
+
+CommandLineOptions::Parsed Parse(const QStringList& arguments) {
+  return CommandLineOptions::Parse(QStringList{"kestrin"} + arguments, "/opt/kestrin");
+}
+
+TEST(CommandLineOptions, AreTheRealBoardsAndTheProgramsOwnFolderByDefault) {
+  const auto parsed = Parse({});
+  EXPECT_EQ(parsed.problem, "");
+  EXPECT_EQ(parsed.options.board.kind, Kind::Auto);
+  EXPECT_EQ(parsed.options.board.path, "");
+  EXPECT_EQ(parsed.options.programFolder, "/opt/kestrin");
+  EXPECT_TRUE(parsed.options.set.empty());
+}
+
+TEST(CommandLineOptions, NameBoardFolderAndSet) {
+  const auto parsed = Parse({"--board", "sim:id=64", "--program-folder", "/a folder", "/my set.lscfg"});
+  EXPECT_EQ(parsed.problem, "");
+  EXPECT_EQ(parsed.options.board.kind, Kind::Simulated);
+  EXPECT_EQ(parsed.options.board.simulated.id, 64);
+  EXPECT_EQ(parsed.options.programFolder, "/a folder");
+  EXPECT_EQ(parsed.options.set, "/my set.lscfg");
+}
+
+TEST(CommandLineOptions, MakeNamesWhole) {
+  // What the window shows and remembers must not depend on where the program was started.
+  const auto here = std::filesystem::current_path();
+  const std::pair<QString, std::filesystem::path> names[] = {{"fonts", here / "fonts"},
+                                                             {"./fonts/", here / "fonts"},
+                                                             {"..", here.parent_path()},
+                                                             {"/a//b/../c/", "/a/c"},
+                                                             {"/", "/"}};
+  for (const auto& [given, whole] : names) {
+    const auto parsed = Parse({"--program-folder", given, given});
+    EXPECT_EQ(parsed.options.programFolder.native(), whole.native()) << given.toStdString();
+    EXPECT_EQ(parsed.options.set.native(), whole.native()) << given.toStdString();
+  }
+}
+
+TEST(CommandLineOptions, NameTheUpdateServer) {
+  const auto parse = [](const QStringList& arguments, const char* environment) {
+    return CommandLineOptions::Parse(QStringList{"kestrin"} + arguments, "/opt/kestrin", environment);
+  };
+  EXPECT_EQ(parse({}, nullptr).options.updateServer, core::update::UpdateServer::Default());
+  EXPECT_EQ(parse({}, "from.environment:81").options.updateServer, "from.environment:81");
+  EXPECT_EQ(parse({"--update-server", "localhost:8080"}, "from.environment").options.updateServer, "localhost:8080");
+  EXPECT_EQ(parse({"--update-server", "http://x/"}, nullptr).problem.section('\n', 0, 0),
+            "\"http://x/\" is no update server: give HOST or HOST:PORT.");
+}
+
+TEST(CommandLineOptions, TakeADevicePath) {
+  const auto parsed = Parse({"--board=hid:/dev/hidraw3"});
+  EXPECT_EQ(parsed.options.board.kind, Kind::Path);
+  EXPECT_EQ(parsed.options.board.path, "/dev/hidraw3");
+}
+
+TEST(CommandLineOptions, SayWhatIsWrong) {
+  EXPECT_TRUE(Parse({"--board", "usb"}).problem.contains("\"usb\" names no board"));
+  EXPECT_TRUE(Parse({"--board", "sim:colour=red"}).problem.contains("colour"));
+  EXPECT_TRUE(Parse({"--boards"}).problem.contains("boards"));
+  EXPECT_TRUE(Parse({"a.lscfg", "b.lscfg"}).problem.contains("one sound set only"));
+}
+
+TEST(CommandLineOptions, AnswerHelpAndVersionInsteadOfShowingTheWindow) {
+  EXPECT_TRUE(Parse({"--help"}).answer.contains("--board"));
+  EXPECT_FALSE(Parse({"--version"}).answer.isEmpty());
+  EXPECT_EQ(Parse({"--help"}).problem, "");
+}
+
+TEST(FileFilter, IsTranslatedForQt) {
+  EXPECT_EQ(ui::kit::QtFileFilter("Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*"),
+            "Light Saber Configuration File (*.lscfg);;All files (*)");
+  EXPECT_EQ(ui::kit::QtFileFilter("Sounds|*.lsu;*.wav"), "Sounds (*.lsu *.wav)");
+  EXPECT_EQ(ui::kit::QtFileFilter("Sounds (*.LSU)|*.LSU"), "Sounds (*.lsu)");
+}
+
+}  // namespace
+}  // namespace kestrin::support
