@@ -47,7 +47,7 @@ std::string WriteSet(const fs::path& folder, const std::string& name, const Chan
   for (const DemoSound& demo : DemoSounds()) {
     const fs::path path = home / demo.fileName;
     const std::vector<std::int16_t> samples = change(demo, demo.make());
-    if (std::string failure = core::base::WriteWholeFile(path, FileBytes(samples)); !failure.empty()) return failure;
+    if (const auto written = core::base::WriteWholeFile(path, FileBytes(samples)); !written) return written.Text();
     if (!configuration.AddFile(path, demo.slot)) return core::base::TextOf(path) + ": not a usable sound file";
     configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
   }

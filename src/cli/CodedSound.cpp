@@ -36,9 +36,9 @@ void RequireOtherFile(const std::string& source, const std::string& output) {
     throw CommandFailure(ExitCode::WrongUsage, output + " is the sound file itself: choose another output file.");
 }
 
-void RequireWritten(const std::string& problem) {
-  if (!problem.empty())
-    throw CommandFailure(ExitCode::Failed, problem +
+void RequireWritten(const core::base::Result<>& written) {
+  if (!written)
+    throw CommandFailure(ExitCode::Failed, written.Text() +
                                                "\nWhat was there before is unchanged. Check that the folder is "
                                                "there and has room, or choose another place with --output.");
 }

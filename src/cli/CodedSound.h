@@ -25,7 +25,7 @@ void CodeSound(core::sound::LSU_SoundFile& file, std::optional<std::int32_t> vol
 /// Throws CommandFailure when `output` names the file `source` itself, which would be lost.
 void RequireOtherFile(const std::string& source, const std::string& output);
 
-/// Throws CommandFailure when writing the output has met a problem; "" is none.
-void RequireWritten(const std::string& problem);
+/// Throws CommandFailure when the output could not be written.
+void RequireWritten(const core::base::Result<>& written);
 
 }  // namespace kestrin::cli

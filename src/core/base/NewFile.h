@@ -3,9 +3,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <system_error>
+
+#include "base/Result.h"
 
 namespace kestrin::core::base {
 
@@ -23,8 +24,8 @@ class NewFile {
   [[nodiscard]] bool Write(std::string_view bytes);
   /// Closes it; false when not all bytes could be written.
   [[nodiscard]] bool Close();
-  /// Why the last step failed, for the person.
-  [[nodiscard]] std::string Reason() const;
+  /// Why the last step failed; the text is the system's reason.
+  [[nodiscard]] Failure Why() const;
 
  private:
   struct Closer {

@@ -34,15 +34,15 @@ fs::path NameBeside(const fs::path& path, std::random_device& chance) {
   return path.parent_path() / (name + ".new");
 }
 
-/// Writes and closes; "" or why it failed.
-std::string WriteStraight(const fs::path& path, const ContentInPieces& content) {
+/// Writes and closes.
+Result<> WriteStraight(const fs::path& path, const ContentInPieces& content) {
   int reason = 0;
   errno = 0;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file) reason = errno;
-  std::string ungiven;
+  Result<> given;
   if (file)
-    ungiven = content([&](std::string_view piece) {
+    given = content([&](std::string_view piece) {
       if (!file) return false;
       errno = 0;
       file.write(piece.data(), static_cast<std::streamsize>(piece.size()));
@@ -54,39 +54,42 @@ std::string WriteStraight(const fs::path& path, const ContentInPieces& content) 
     file.close();
     if (!file) reason = errno;
   }
-  if (file) return ungiven;
-  return reason != 0 ? std::generic_category().message(reason) : "the disk refused it";
+  if (file) return given;
+  const std::error_code error(reason, std::generic_category());
+  return Failure{KindOf(error), error ? error.message() : "the disk refused it"};
 }
 
-std::string Flush(Disk* disk, const fs::path& path) {
-  if (disk == nullptr) return "";
-  const std::error_code error = disk->Flush(path);
-  return error ? error.message() : "";
+Failure FailureOf(const std::error_code& error) { return {KindOf(error), error.message()}; }
+
+Result<> Flush(Disk* disk, const fs::path& path) {
+  if (disk == nullptr) return {};
+  if (const std::error_code error = disk->Flush(path)) return FailureOf(error);
+  return {};
 }
 
-/// Fills the new file and closes it; "" or why it failed.
-std::string Fill(NewFile& file, const ContentInPieces& content) {
+/// Fills the new file and closes it.
+Result<> Fill(NewFile& file, const ContentInPieces& content) {
   bool written = true;
-  const std::string ungiven = content([&](std::string_view piece) { return written = written && file.Write(piece); });
-  std::string reason = written ? ungiven : file.Reason();
+  Result<> filled = content([&](std::string_view piece) { return written = written && file.Write(piece); });
+  if (!written) filled = file.Why();
   // Closed in any case: some systems remove no file that is open.
-  if (!file.Close() && reason.empty()) reason = file.Reason();
-  return reason;
+  if (!file.Close() && filled) filled = file.Why();
+  return filled;
 }
 
-/// Makes the file that `beside` is to name and writes it; "" or why it failed, and then there is none.
-std::string WriteBeside(const fs::path& path, const ContentInPieces& content, fs::path& beside) {
+/// Makes the file that `beside` is to name and writes it; there is none when that failed.
+Result<> WriteBeside(const fs::path& path, const ContentInPieces& content, fs::path& beside) {
   std::random_device chance;
   for (int draw = 1;; ++draw) {
     beside = NameBeside(path, chance);
     std::optional<NewFile> file(beside);
     if (!file->IsOpen() && file->WasThere() && draw < kDraws) continue;
-    if (!file->IsOpen()) return file->Reason();
+    if (!file->IsOpen()) return file->Why();
     std::error_code ignored;
     try {
-      std::string reason = Fill(*file, content);
-      if (!reason.empty()) fs::remove(beside, ignored);
-      return reason;
+      Result<> filled = Fill(*file, content);
+      if (!filled) fs::remove(beside, ignored);
+      return filled;
     } catch (...) {
       // Whoever gives the content was stopped by the person.
       file.reset();
@@ -96,66 +99,65 @@ std::string WriteBeside(const fs::path& path, const ContentInPieces& content, fs
   }
 }
 
-/// Writes beside the file and takes its name; "" or why it failed.
-std::string Replace(const fs::path& path, const fs::file_status& old, const ContentInPieces& content, Disk* disk) {
+/// Writes beside the file and takes its name.
+Result<> Replace(const fs::path& path, const fs::file_status& old, const ContentInPieces& content, Disk* disk) {
   fs::path beside;
-  std::string reason = WriteBeside(path, content, beside);
-  if (!reason.empty()) return reason;
+  Result<> done = WriteBeside(path, content, beside);
+  if (!done) return done;
   const fs::path folder = path.has_parent_path() ? path.parent_path() : ".";
   std::error_code error;
   if (fs::exists(old)) fs::permissions(beside, old.permissions(), error);
   // Complete before it is named, and named before anybody relies on it.
-  reason = Flush(disk, beside);
-  if (reason.empty()) reason = Flush(disk, folder);
-  if (reason.empty()) {
+  done = Flush(disk, beside);
+  if (done) done = Flush(disk, folder);
+  if (done) {
     fs::rename(beside, path, error);
     if (!error) return Flush(disk, folder);
-    reason = error.message();
+    done = FailureOf(error);
   }
   fs::remove(beside, error);
-  return reason;
+  return done;
 }
 
-std::string Write(const fs::path& path, const ContentInPieces& content, Disk* disk) {
+Result<> Write(const fs::path& path, const ContentInPieces& content, Disk* disk) {
   std::error_code error;
   const fs::file_status old = fs::status(path, error);
-  std::string reason;
+  Result<> done;
   if (fs::is_directory(old))
-    reason = "a folder of that name is in the way";
+    done = Failure{FailureKind::InTheWay, "a folder of that name is in the way"};
   else if (fs::exists(old) && !fs::is_regular_file(old))
     // A device or a pipe is written to, never replaced.
-    reason = WriteStraight(path, content);
+    done = WriteStraight(path, content);
   else if (fs::is_symlink(path, error) && fs::exists(old))
     // A link keeps pointing where the person put it: the file behind it is replaced.
-    reason = Replace(fs::canonical(path, error), old, content, disk);
+    done = Replace(fs::canonical(path, error), old, content, disk);
   else
-    reason = Replace(path, old, content, disk);
-  return reason.empty() ? "" : "\"" + TextOf(path) + "\" could not be written: " + reason;
+    done = Replace(path, old, content, disk);
+  if (done) return done;
+  return Failure{done.Why().kind, "\"" + TextOf(path) + "\" could not be written: " + done.Why().text};
 }
 
 ContentInPieces OnePiece(std::string_view content) {
   return [content](const AppendBytes& append) {
     static_cast<void>(append(content));
-    return std::string();
+    return Result<>();
   };
 }
 
 }  // namespace
 
-std::string WriteWholeFile(const fs::path& path, std::string_view content, Disk& disk) {
+Result<> WriteWholeFile(const fs::path& path, std::string_view content, Disk& disk) {
   return Write(path, OnePiece(content), &disk);
 }
 
-std::string WriteWholeFile(const fs::path& path, std::string_view content) {
+Result<> WriteWholeFile(const fs::path& path, std::string_view content) {
   return Write(path, OnePiece(content), nullptr);
 }
 
-std::string WriteWholeFile(const fs::path& path, const ContentInPieces& content, Disk& disk) {
+Result<> WriteWholeFile(const fs::path& path, const ContentInPieces& content, Disk& disk) {
   return Write(path, content, &disk);
 }
 
-std::string WriteWholeFile(const fs::path& path, const ContentInPieces& content) {
-  return Write(path, content, nullptr);
-}
+Result<> WriteWholeFile(const fs::path& path, const ContentInPieces& content) { return Write(path, content, nullptr); }
 
 }  // namespace kestrin::core::base

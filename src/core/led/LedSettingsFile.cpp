@@ -83,7 +83,7 @@ std::string LedSettingsFile::Save(const std::filesystem::path& file, const LED_P
        Joined({idle.Ton, idle.Toff, idle.Trise, idle.Tfall})});
   add({kFlashKey, LevelsText(foc, &LED_Pulse::GetHigh), kTimesKey,
        Joined({foc.Ton, foc.Toff, static_cast<double>(foc.NRep)})});
-  return base::WriteWholeFile(file, content, disk);
+  return base::WriteWholeFile(file, content, disk).Text();
 }
 
 bool LedSettingsFile::StartLine(std::size_t number, std::string_view& text) {

@@ -43,7 +43,7 @@ std::string KeptParametersFolder::Keep(const std::string& serialNumber, const de
   text.imbue(std::locale::classic());
   for (const DetectionParameter& parameter : kDetectionParameters)
     text << parameter.name << ' ' << parameters.*parameter.field << '\n';
-  return base::WriteWholeFile(FileOf(serialNumber), text.str(), m_disk);
+  return base::WriteWholeFile(FileOf(serialNumber), text.str(), m_disk).Text();
 }
 
 void KeptParametersFolder::Forget(const std::string& serialNumber) {

@@ -226,7 +226,7 @@ std::string ConfigurationFile::Save(const LSU_Configuration& configuration, cons
       line((volume < 0 ? "" : " ") + std::to_string(volume));
     }
   }
-  return base::WriteWholeFile(path, content, disk);
+  return base::WriteWholeFile(path, content, disk).Text();
 }
 
 LoadResult ConfigurationFile::Load(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view) {

@@ -206,7 +206,7 @@ std::string LSU_SoundFile::WhyNotValid() const {
       case Flaw::Silent:
         return "is silent from its beginning to its end. Choose a sound that can be heard.";
     }
-    return "";
+    return {};
   };
   return m_flaw == Flaw::None ? "" : Quoted(m_path) + " " + about();
 }
@@ -269,30 +269,32 @@ bool LSU_SoundFile::GetBytes(std::vector<std::uint8_t>& BytesArray, std::size_t 
 std::uint16_t LSU_SoundFile::GetFileCRC() const { return base::ByteSum(m_bytes); }
 
 base::ContentInPieces LSU_SoundFile::WavPieces(const base::EventPump& pump) const {
-  return [this, pump](const base::AppendBytes& append) -> std::string {
+  return [this, pump](const base::AppendBytes& append) -> base::Result<> {
     const auto samples = static_cast<std::uint64_t>(m_nrOfSamples);
-    if (samples == 0) return "there is no sound to write";
+    if (samples == 0) return base::Failure{base::FailureKind::NotFound, "there is no sound to write"};
     // The sizes in the header have 32 bits.
     if (2 * samples + 36 > std::numeric_limits<std::uint32_t>::max())
-      return Quoted(m_path) + " is longer than a WAV file can be. Choose a shorter sound.";
+      return base::Failure{base::FailureKind::NotValid,
+                           Quoted(m_path) + " is longer than a WAV file can be. Choose a shorter sound."};
 
-    if (!append(WavHeader(static_cast<std::uint32_t>(2 * samples)))) return "";
+    if (!append(WavHeader(static_cast<std::uint32_t>(2 * samples)))) return {};
     SampleReader reader(m_path);
     std::string swapped;
     for (std::uint64_t left = samples; left > 0;) {
       const auto block = reader.Next(static_cast<std::size_t>(std::min<std::uint64_t>(left, SampleReader::kBlock)));
-      if (block.empty()) return Quoted(m_path) + " changed while it was read. Try again.";
+      if (block.empty())
+        return base::Failure{base::FailureKind::Changed, Quoted(m_path) + " changed while it was read. Try again."};
       if constexpr (std::endian::native == std::endian::little) {
-        if (!append({reinterpret_cast<const char*>(block.data()), block.size_bytes()})) return "";
+        if (!append({reinterpret_cast<const char*>(block.data()), block.size_bytes()})) return {};
       } else {
         swapped.clear();
         for (const std::int16_t sample : block) AppendLittle16(swapped, static_cast<std::uint16_t>(sample));
-        if (!append(swapped)) return "";
+        if (!append(swapped)) return {};
       }
       left -= block.size();
       base::Pump(pump);
     }
-    return "";
+    return {};
   };
 }
 
@@ -300,13 +302,15 @@ bool LSU_SoundFile::WriteWav(const fs::path& WAVFileName) const {
   std::error_code error;
   if (m_nrOfSamples == 0 || fs::equivalent(WAVFileName, m_path, error)) return false;
   if (fs::is_regular_file(WAVFileName, error)) fs::remove(WAVFileName, error);
-  return base::WriteWholeFile(WAVFileName, WavPieces({})).empty();
+  return static_cast<bool>(base::WriteWholeFile(WAVFileName, WavPieces({})));
 }
 
-std::string LSU_SoundFile::SaveWav(const fs::path& WAVFileName, base::Disk& disk, const base::EventPump& pump) const {
+base::Result<> LSU_SoundFile::SaveWav(const fs::path& WAVFileName, base::Disk& disk,
+                                      const base::EventPump& pump) const {
   std::error_code error;
   if (fs::equivalent(WAVFileName, m_path, error))
-    return Quoted(WAVFileName) + " is the sound itself. Choose another name for its copy.";
+    return base::Failure{base::FailureKind::InTheWay,
+                         Quoted(WAVFileName) + " is the sound itself. Choose another name for its copy."};
   return base::WriteWholeFile(WAVFileName, WavPieces(pump), disk);
 }
 

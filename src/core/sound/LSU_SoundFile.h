@@ -71,10 +71,10 @@ class LSU_SoundFile {
   bool WriteWav(const std::filesystem::path& WAVFileName) const;
 
   /// Writes the same WAV file for the person to keep: a file of that name is replaced once the new one is complete, and
-  /// stays when it cannot be. `pump` gets its turn on the way. Returns "" or a text that names the file and says what
-  /// is wrong.
-  [[nodiscard]] std::string SaveWav(const std::filesystem::path& WAVFileName, base::Disk& disk,
-                                    const base::EventPump& pump = {}) const;
+  /// stays when it cannot be. `pump` gets its turn on the way. The text of a failure names the file and says what is
+  /// wrong.
+  base::Result<> SaveWav(const std::filesystem::path& WAVFileName, base::Disk& disk,
+                         const base::EventPump& pump = {}) const;
 
   /// The path as it was given to ReadFile(); empty when there is no file.
   [[nodiscard]] const std::filesystem::path& FileNameAndPath() const { return m_path; }

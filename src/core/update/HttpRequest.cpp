@@ -176,7 +176,7 @@ void HttpRequest::ReadData(const fs::path& folder, const fs::path& place, const 
   fs::remove(temporary, error);
   base::NewFile file(temporary);
   if (!file.IsOpen() || !ReadInto(file, length) || !file.Close())
-    return FailToWrite(CouldNotWrite(temporary, file.Reason()));
+    return FailToWrite(CouldNotWrite(temporary, file.Why().text));
   const bool stays = !hasMoved();
   if (m_status != kFine) {
     if (stays) fs::remove(temporary, error);

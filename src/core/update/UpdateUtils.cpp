@@ -66,7 +66,7 @@ bool TakesFonts(const fs::path& place) {
     base::NewFile file(trial);
     if (file.IsOpen()) return file.Close() && Remove(trial).empty();
     // A full disk is still the place where the fonts are: elsewhere all of them would be fetched again.
-    if (!file.WasThere()) return IsDiskFull(file.Reason());
+    if (!file.WasThere()) return IsDiskFull(file.Why().text);
     trial = folder / (name + std::to_string(number));
   }
 }
@@ -222,7 +222,7 @@ std::string UpdateUtils::WriteFile(const fs::path& path, const std::string& cont
     std::string problem = Remove(path);
     if (!problem.empty()) return problem;
   }
-  return base::WriteWholeFile(path, content, m_disk);
+  return base::WriteWholeFile(path, content, m_disk).Text();
 }
 
 }  // namespace kestrin::core::update

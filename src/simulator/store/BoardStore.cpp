@@ -137,7 +137,7 @@ void BoardStore::EraseFlash() {
 }
 
 void BoardStore::WriteState(const BoardState& state) {
-  if (m_problem.empty()) m_problem = core::base::WriteWholeFile(m_statePath, ToJson(state).Format());
+  if (m_problem.empty()) m_problem = core::base::WriteWholeFile(m_statePath, ToJson(state).Format()).Text();
 }
 
 }  // namespace kestrin::simulator

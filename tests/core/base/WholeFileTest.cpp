@@ -20,21 +20,24 @@ std::ptrdiff_t EntriesOf(const support::TemporaryFolder& folder) {
 
 TEST(WriteWholeFile, WritesANewFileAndReplacesAnOldOne) {
   const support::TemporaryFolder folder;
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "first content"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "first content").Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "first content");
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "second"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "second").Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "second");
 }
 
 TEST(WriteWholeFile, LeavesNothingElseInTheFolder) {
   const support::TemporaryFolder folder;
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "x"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "x").Text(), "");
   EXPECT_EQ(EntriesOf(folder), 1);
 }
 
 TEST(WriteWholeFile, NamesTheFileAndTheReasonWhenTheFolderIsMissing) {
   const support::TemporaryFolder folder;
-  const std::string problem = WriteWholeFile(folder / "missing" / "a.txt", "x");
+  const Result<> written = WriteWholeFile(folder / "missing" / "a.txt", "x");
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Why().kind, FailureKind::NotFound);
+  const std::string problem = written.Text();
   EXPECT_THAT(problem, HasSubstr("a.txt"));
   EXPECT_THAT(problem, HasSubstr("could not be written"));
 }
@@ -42,14 +45,17 @@ TEST(WriteWholeFile, NamesTheFileAndTheReasonWhenTheFolderIsMissing) {
 TEST(WriteWholeFile, DoesNotReplaceAFolder) {
   const support::TemporaryFolder folder;
   std::filesystem::create_directory(folder / "a.txt");
-  EXPECT_THAT(WriteWholeFile(folder / "a.txt", "x"), HasSubstr("folder"));
+  const Result<> written = WriteWholeFile(folder / "a.txt", "x");
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Why().kind, FailureKind::InTheWay);
+  EXPECT_THAT(written.Text(), HasSubstr("folder"));
   EXPECT_TRUE(std::filesystem::is_directory(folder / "a.txt"));
 }
 
 TEST(WriteWholeFile, LeavesAFileAloneThatHasTheNameBeside) {
   const support::TemporaryFolder folder;
   support::WriteBytes(folder / "a.txt.new", "somebody else's");
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "mine"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "mine").Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "mine");
   EXPECT_EQ(support::ReadBytes(folder / "a.txt.new"), "somebody else's");
 }
@@ -59,7 +65,7 @@ TEST(WriteWholeFile, KeepsThePermissionsOfTheOldFile) {
   const support::TemporaryFolder folder;
   support::WriteBytes(folder / "a.txt", "old");
   fs::permissions(folder / "a.txt", fs::perms::owner_read | fs::perms::owner_write);
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "new"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "new").Text(), "");
   EXPECT_EQ(fs::status(folder / "a.txt").permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
@@ -68,7 +74,7 @@ TEST(WriteWholeFile, WritesToADeviceInsteadOfReplacingIt) {
   // The link stands for the device, so that a failure of this test leaves the device itself alone.
   const support::TemporaryFolder folder;
   std::filesystem::create_symlink("/dev/null", folder / "link");
-  EXPECT_EQ(WriteWholeFile(folder / "link", "x"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "link", "x").Text(), "");
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
@@ -78,7 +84,7 @@ TEST(WriteWholeFile, WritesThroughALink) {
   const support::TemporaryFolder folder;
   support::WriteBytes(folder / "real.txt", "old");
   std::filesystem::create_symlink(folder / "real.txt", folder / "link.txt");
-  EXPECT_EQ(WriteWholeFile(folder / "link.txt", "new"), "");
+  EXPECT_EQ(WriteWholeFile(folder / "link.txt", "new").Text(), "");
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.txt"));
   EXPECT_EQ(support::ReadBytes(folder / "real.txt"), "new");
 }
@@ -88,7 +94,7 @@ TEST(WriteWholeFile, TakesTheLongestNameThatThereCanBe) {
   const std::string name(255, 'a');
   support::WriteBytes(folder / name, "old");
   support::RecordingDisk disk;
-  EXPECT_EQ(WriteWholeFile(folder / name, "new", disk), "");
+  EXPECT_EQ(WriteWholeFile(folder / name, "new", disk).Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / name), "new");
 }
 
@@ -103,7 +109,7 @@ TEST(WriteWholeFile, IsOnTheDiskBeforeItTakesTheName) {
     if (contents.size() == 1) beside = support::ReadBytes(path);
     return std::error_code();
   };
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "new", disk), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "new", disk).Text(), "");
   ASSERT_EQ(disk.flushed.size(), 3U);
   EXPECT_EQ(disk.flushed[0].parent_path(), folder.Path());
   EXPECT_NE(disk.flushed[0], folder / "a.txt");
@@ -119,7 +125,7 @@ TEST(WriteWholeFile, FlushesTheWorkingFolderForABareName) {
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(folder.Path());
   support::RecordingDisk disk;
-  EXPECT_EQ(WriteWholeFile("a.txt", "x", disk), "");
+  EXPECT_EQ(WriteWholeFile("a.txt", "x", disk).Text(), "");
   std::filesystem::current_path(before);
   ASSERT_EQ(disk.flushed.size(), 3U);
   EXPECT_EQ(disk.flushed[1], ".");
@@ -133,7 +139,7 @@ TEST(WriteWholeFile, KeepsTheOldFileWhenTheDiskFails) {
     disk.onFlush = [&](const std::filesystem::path&) {
       return disk.flushed.size() == failing ? std::make_error_code(std::errc::io_error) : std::error_code();
     };
-    const std::string problem = WriteWholeFile(folder / "a.txt", "new", disk);
+    const std::string problem = WriteWholeFile(folder / "a.txt", "new", disk).Text();
     EXPECT_THAT(problem, HasSubstr("a.txt\" could not be written: "));
     EXPECT_THAT(problem, HasSubstr(std::make_error_code(std::errc::io_error).message()));
     EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "old");
@@ -147,10 +153,10 @@ TEST(WriteWholeFile, DoesNotMeetAnotherThatWritesTheSameFile) {
   support::RecordingDisk other;
   std::string second = "not written";
   disk.onFlush = [&](const std::filesystem::path&) {
-    if (disk.flushed.size() == 1) second = WriteWholeFile(folder / "a.txt", "second", other);
+    if (disk.flushed.size() == 1) second = WriteWholeFile(folder / "a.txt", "second", other).Text();
     return std::error_code();
   };
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "first", disk), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", "first", disk).Text(), "");
   EXPECT_EQ(second, "");
   EXPECT_NE(disk.flushed[0], other.flushed[0]);
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "first");
@@ -164,12 +170,12 @@ TEST(WriteWholeFile, TakesItsContentInPieces) {
     EXPECT_TRUE(append("one, "));
     EXPECT_TRUE(append(""));
     EXPECT_TRUE(append("two"));
-    return std::string();
+    return Result<>();
   };
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", threePieces, disk), "");
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", threePieces, disk).Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "one, two");
   EXPECT_EQ(disk.flushed.size(), 3U);
-  EXPECT_EQ(WriteWholeFile(folder / "b.txt", threePieces), "");
+  EXPECT_EQ(WriteWholeFile(folder / "b.txt", threePieces).Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / "b.txt"), "one, two");
 }
 
@@ -178,12 +184,12 @@ TEST(WriteWholeFile, KeepsTheOldFileWhenTheContentEndsEarly) {
   support::WriteBytes(folder / "a.txt", "old");
   const ContentInPieces half = [](const AppendBytes& append) {
     EXPECT_TRUE(append("half"));
-    return std::string("the source has gone");
+    return Failure{FailureKind::Changed, "the source has gone"};
   };
-  EXPECT_EQ(WriteWholeFile(folder / "a.txt", half),
+  EXPECT_EQ(WriteWholeFile(folder / "a.txt", half).Text(),
             "\"" + (folder / "a.txt").string() + "\" could not be written: the source has gone");
   EXPECT_EQ(support::ReadBytes(folder / "a.txt"), "old");
-  const ContentInPieces stopped = [](const AppendBytes& append) -> std::string {
+  const ContentInPieces stopped = [](const AppendBytes& append) -> Result<> {
     EXPECT_TRUE(append("half"));
     throw std::runtime_error("stopped");
   };
@@ -201,9 +207,12 @@ TEST(WriteWholeFile, TellsWhatADeviceDidNotTake) {
     while (append(std::string(10000, 'x'))) {
     }
     refused = !append("x");
-    return std::string();
+    return Result<>();
   };
-  EXPECT_THAT(WriteWholeFile(folder / "link", endless), HasSubstr("No space left on device"));
+  const Result<> written = WriteWholeFile(folder / "link", endless);
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Why().kind, FailureKind::DiskFull);
+  EXPECT_THAT(written.Text(), HasSubstr("No space left on device"));
   EXPECT_TRUE(refused);
 }
 #endif

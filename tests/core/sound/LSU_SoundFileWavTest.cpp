@@ -105,7 +105,7 @@ TEST(LSU_SoundFileWav, SavedItIsTheSameFile) {
   ASSERT_TRUE(file.WriteWav(folder / "temp.wav"));
   support::RecordingDisk disk;
   int turns = 0;
-  EXPECT_EQ(file.SaveWav(folder / "mine.wav", disk, [&] { ++turns; }), "");
+  EXPECT_EQ(file.SaveWav(folder / "mine.wav", disk, [&] { ++turns; }).Text(), "");
   EXPECT_EQ(ReadBytes(folder / "mine.wav"), ReadBytes(folder / "temp.wav"));
   EXPECT_EQ(turns, 4);
   // What the person keeps is on the disk.
@@ -122,13 +122,13 @@ TEST(LSU_SoundFileWav, WhatCannotBeSavedLeavesWhatWasThere) {
   EXPECT_THROW((void)file.SaveWav(older, disk, [] { throw std::runtime_error("enough"); }), std::runtime_error);
   EXPECT_EQ(ReadBytes(older), "an older sound");
 
-  EXPECT_EQ(file.SaveWav(sound, disk),
+  EXPECT_EQ(file.SaveWav(sound, disk).Text(),
             "\"" + sound.string() + "\" is the sound itself. Choose another name for its copy.");
   WriteSoundFile(sound, SomeSamples(99));
-  EXPECT_EQ(file.SaveWav(older, disk), "\"" + older.string() + "\" could not be written: \"" + sound.string() +
-                                           "\" changed while it was read. Try again.");
+  EXPECT_EQ(file.SaveWav(older, disk).Text(), "\"" + older.string() + "\" could not be written: \"" + sound.string() +
+                                                  "\" changed while it was read. Try again.");
   EXPECT_EQ(ReadBytes(older), "an older sound");
-  EXPECT_EQ(LSU_SoundFile().SaveWav(older, disk),
+  EXPECT_EQ(LSU_SoundFile().SaveWav(older, disk).Text(),
             "\"" + older.string() + "\" could not be written: there is no sound to write");
   EXPECT_EQ(ReadBytes(older), "an older sound");
   const fs::directory_iterator files(folder.Path());

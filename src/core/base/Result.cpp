@@ -1,0 +1,35 @@
+#include "base/Result.h"
+
+#include <cerrno>
+
+namespace kestrin::core::base {
+
+namespace {
+
+struct Row {
+  std::errc error;
+  FailureKind kind;
+};
+constexpr Row kRows[] = {{std::errc::no_such_file_or_directory, FailureKind::NotFound},
+                         {std::errc::permission_denied, FailureKind::NotPermitted},
+                         {std::errc::operation_not_permitted, FailureKind::NotPermitted},
+                         {std::errc::read_only_file_system, FailureKind::NotPermitted},
+                         {std::errc::no_space_on_device, FailureKind::DiskFull},
+                         {std::errc::file_exists, FailureKind::InTheWay},
+                         {std::errc::is_a_directory, FailureKind::InTheWay}};
+
+}  // namespace
+
+FailureKind KindOf(const std::error_code& error) {
+  for (const Row& row : kRows)
+    if (error == row.error) return row.kind;
+#ifdef EDQUOT
+  // A full quota is the person's full disk; the standard library has no word for it.
+  if (error == std::error_code(EDQUOT, std::generic_category()) ||
+      error == std::error_code(EDQUOT, std::system_category()))
+    return FailureKind::DiskFull;
+#endif
+  return FailureKind::Failed;
+}
+
+}  // namespace kestrin::core::base
