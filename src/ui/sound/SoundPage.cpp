@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "ui/kit/TopicOf.h"
+#include "ui/kit/HelpText.h"
 #include "ui/sound/DetailPanel.h"
 #include "ui/sound/FileExplorer.h"
 #include "ui/sound/MemoryGauge.h"
@@ -41,7 +41,7 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
       m_actions(new SoundActions(set, this)),
       m_explorer(new FileExplorer(folders, this)),
       m_options(new QButtonGroup(this)) {
-  kit::SetHelpContext(*this, kit::HelpContext::Slots);
+  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::Slots);
   MakeActions();
   for (const core::sound::Slot& slot : core::sound::kSlots) {
     auto* panel = new SlotPanel(*m_actions, slot.kind, this);

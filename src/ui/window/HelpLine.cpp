@@ -3,10 +3,10 @@
 #include <QAccessible>
 #include <QEvent>
 #include <QMouseEvent>
-#include <algorithm>
 #include <array>
 #include <utility>
 
+#include "ui/kit/HelpText.h"
 #include "ui/kit/Theme.h"
 
 namespace kestrin::ui::window {
@@ -18,33 +18,29 @@ struct HoverText {
   const char* text;
 };
 
-constexpr std::array<HoverText, 16> kHoverTexts{{
-    {"LoadBtn", "LOAD Configuration File"},
-    {"SaveBtn", "SAVE Configuration File"},
-    {"ConfigBtn", "CONFIGURE Hardware"},
-    {"SendBtn", "DOWNLOAD Sound Files to Kestrin"},
-    {"UpdateBtn", "UPDATE Sound Files (Requires Internet)"},
+/// Of the controls that are not told their text where they are made.
+constexpr std::array<HoverText, 8> kHoverTexts{{
     {"btnUpdateLED", "Update LED Configuration"},
     {"btnSendFoc", "Apply and Test"},
     {"btnSendPulse", "Apply and Test"},
-    {"Main", HelpLine::kPressF1},
-    {"Frame1", HelpLine::kPressF1},
-    {"FrameFoc", HelpLine::kPressF1},
-    {"frmLED", HelpLine::kPressF1},
-    {"HelpLabel", HelpLine::kPressF1},
-    {"labelLED1", HelpLine::kPressF1},
-    {"OnlinePicture", HelpLine::kPressF1},
-    {"PickColor_frame", HelpLine::kPressF1},
+    {"Frame1", ""},
+    {"FrameFoc", ""},
+    {"frmLED", ""},
+    {"labelLED1", ""},
+    {"PickColor_frame", ""},
 }};
+
+bool IsGround(const QWidget& control) { return kit::HelpTextOf(control) == kit::PressF1(); }
 
 }  // namespace
 
-HelpLine::HelpLine(QWidget* parent) : QLabel(kPressF1, parent) {
+HelpLine::HelpLine(QWidget* parent) : QLabel(kit::PressF1(), parent) {
   setObjectName("HelpLabel");
   setTextFormat(Qt::PlainText);
   // A long text must not widen the window.
   setWordWrap(true);
   kit::Theme::MakeSoft(*this);
+  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::HelpLine);
   m_newsTimer.setSingleShot(true);
   m_newsTimer.setInterval(kNewsMilliseconds);
   connect(&m_newsTimer, &QTimer::timeout, this, [this] {
@@ -57,21 +53,18 @@ void HelpLine::Explain(QWidget& root) {
   QList<QWidget*> controls = root.findChildren<QWidget*>();
   controls.append(&root);
   for (QWidget* const control : controls) {
-    const auto* const row = std::find_if(kHoverTexts.begin(), kHoverTexts.end(), [&](const HoverText& text) {
-      return control->objectName() == QLatin1String(text.control);
-    });
-    if (row == kHoverTexts.end()) continue;
-    Watch(*control, row->text);
+    for (const HoverText& row : kHoverTexts) {
+      if (control->objectName() != QLatin1String(row.control)) continue;
+      kit::SetHelp(*control, *row.text == '\0' ? kit::PressF1() : QString(row.text));
+    }
+    if (!kit::HelpTextOf(*control).isEmpty()) Watch(*control);
   }
 }
 
-void HelpLine::Watch(QWidget& control, const QString& text) {
-  m_texts[&control] = text;
+void HelpLine::Watch(QWidget& control) {
   control.installEventFilter(this);
   // The pointer comes onto the ground out of the controls that stand on it, without entering it.
-  if (text == kPressF1) control.setMouseTracking(true);
-  if (&control == this) return;
-  connect(&control, &QObject::destroyed, this, [this, gone = &control] { m_texts.remove(gone); });
+  if (IsGround(control)) control.setMouseTracking(true);
 }
 
 void HelpLine::ShowHint(const QString& hint) {
@@ -90,27 +83,26 @@ void HelpLine::ShowNews(const QString& news) {
   QAccessible::updateAccessibility(&alert);
 }
 
-bool HelpLine::IsOnGround(QObject* watched, const QPoint& place) const {
+bool HelpLine::IsOnGround(const QWidget& control, const QPoint& place) const {
   // What stands on the ground passes on the moves that it has no use for. Whoever points at the news reads them.
-  const auto* const control = qobject_cast<const QWidget*>(watched);
-  return m_texts.value(watched) == kPressF1 && control != this && control != nullptr &&
-         control->childAt(place) == nullptr;
+  return IsGround(control) && &control != this && control.childAt(place) == nullptr;
 }
 
 bool HelpLine::eventFilter(QObject* watched, QEvent* event) {
-  const QString text = m_texts.value(watched);
+  const auto* const control = qobject_cast<const QWidget*>(watched);
+  if (control == nullptr) return false;
   switch (event->type()) {
     case QEvent::MouseMove:
     case QEvent::Enter: {
       // A window that comes up under the pointer is entered too: only who moves has read the news.
       const auto& pointer = *static_cast<QSinglePointEvent*>(event);
       const bool hasMoved = std::exchange(m_pointer, pointer.globalPosition()) != pointer.globalPosition();
-      if (event->type() == QEvent::MouseMove && hasMoved && IsOnGround(watched, pointer.position().toPoint()))
+      if (event->type() == QEvent::MouseMove && hasMoved && IsOnGround(*control, pointer.position().toPoint()))
         m_news.clear();
       [[fallthrough]];
     }
     case QEvent::FocusIn:
-      ShowHint(text == kPressF1 ? QString() : text);
+      ShowHint(IsGround(*control) ? QString() : kit::HelpTextOf(*control));
       break;
     case QEvent::Leave:
     case QEvent::FocusOut:
@@ -123,9 +115,9 @@ bool HelpLine::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void HelpLine::Show() {
-  const QString text = !m_news.isEmpty() ? m_news : !m_hint.isEmpty() ? m_hint : QString(kPressF1);
-  setText(text);
-  setToolTip(text == kPressF1 ? QString() : text);
+  const QString text = !m_news.isEmpty() ? m_news : m_hint;
+  setText(text.isEmpty() ? kit::PressF1() : text);
+  setToolTip(text);
 }
 
 }  // namespace kestrin::ui::window

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QLabel>
 #include <QPointF>
 #include <QTimer>
@@ -13,16 +12,13 @@ class HelpLine : public QLabel {
   Q_OBJECT
 
  public:
-  static constexpr const char* kPressF1 = "Press F1 for help";
   /// News stay for so long, unless the person points at another control, or at the window's ground, before.
   static constexpr int kNewsMilliseconds = 10000;
 
   explicit HelpLine(QWidget* parent = nullptr);
 
-  /// The controls in `root`, and `root` itself, that have a text of their own say it from now on.
+  /// The controls in `root`, and `root` itself, that have a help text by now (`kit::SetHelp`) say it from now on.
   void Explain(QWidget& root);
-  /// The control is nothing but ground: what the window says, it says too.
-  void ExplainAsGround(QWidget& control) { Watch(control, kPressF1); }
   /// What the pointer is on says this; "" for nothing in particular.
   void ShowHint(const QString& hint);
   void ShowNews(const QString& news);
@@ -31,8 +27,8 @@ class HelpLine : public QLabel {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void Watch(QWidget& control, const QString& text);
-  [[nodiscard]] bool IsOnGround(QObject* watched, const QPoint& place) const;
+  void Watch(QWidget& control);
+  [[nodiscard]] bool IsOnGround(const QWidget& control, const QPoint& place) const;
   void Show();
 
   /// Where on the screen the pointer was seen last.
@@ -42,7 +38,6 @@ class HelpLine : public QLabel {
   QString m_lastHint;
   QString m_news;
   QTimer m_newsTimer;
-  QHash<const QObject*, QString> m_texts;
 };
 
 }  // namespace kestrin::ui::window

@@ -11,6 +11,7 @@
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/EnterKey.h"
 #include "ui/kit/Grid.h"
+#include "ui/kit/HelpText.h"
 #include "ui/kit/Overlay.h"
 #include "ui/kit/PathText.h"
 #include "ui/kit/SleepBlocker.h"
@@ -60,7 +61,7 @@ Main::Main(const Surroundings& surroundings)
   MakePanels();
   Connect();
   m_set.AddListener(*this);
-  kit::SetHelpContext(*this, kit::HelpContext::Main);
+  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::Main);
   m_helpLine->Explain(*this);
   ShowSet();
   UpdateButtons();
@@ -93,9 +94,7 @@ void Main::MakeLayout() {
   column->addWidget(MakeLine());
   column->addWidget(m_helpLine);
   setCentralWidget(all);
-  kit::SetHelpContext(*m_helpLine, kit::HelpContext::HelpLine);
-  for (QWidget* const ground : {all, static_cast<QWidget*>(m_tools), static_cast<QWidget*>(m_page)})
-    m_helpLine->ExplainAsGround(*ground);
+  kit::SetHelpOfGround(*all);
 }
 
 led::LedPanel& Main::LedFrame() {

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "ui/kit/Grid.h"
+#include "ui/kit/HelpText.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -30,6 +31,8 @@ struct ToolFacts {
   const char* control;
   const char* caption;
   const char* purpose;
+  /// What the help line says.
+  const char* hint;
   const char* shortcut;
   const char* picture;
   /// "" for buttons whose picture turns grey.
@@ -39,18 +42,21 @@ struct ToolFacts {
 
 /// In the order of ToolRow::Tool and of the row.
 constexpr std::array<ToolFacts, 5> kTools{{
-    {"LoadBtn", QT_TRANSLATE_NOOP("ToolRow", "Open"), QT_TRANSLATE_NOOP("ToolRow", "Open a sound set"), "Ctrl+O",
-     "open.bmp", "", kit::HelpContext::Open},
+    {"LoadBtn", QT_TRANSLATE_NOOP("ToolRow", "Open"), QT_TRANSLATE_NOOP("ToolRow", "Open a sound set"),
+     QT_TRANSLATE_NOOP("ToolRow", "LOAD Configuration File"), "Ctrl+O", "open.bmp", "", kit::HelpContext::Open},
     {"SaveBtn", QT_TRANSLATE_NOOP("ToolRow", "Save"), QT_TRANSLATE_NOOP("ToolRow", "Save the sound set"),
-     "Ctrl+Shift+S", "save.bmp", "", kit::HelpContext::Save},
+     QT_TRANSLATE_NOOP("ToolRow", "SAVE Configuration File"), "Ctrl+Shift+S", "save.bmp", "", kit::HelpContext::Save},
     {"ConfigBtn", QT_TRANSLATE_NOOP("ToolRow", "Setup"),
-     QT_TRANSLATE_NOOP("ToolRow", "Set up how the board detects motion and impact"), "Ctrl+E", "setup.bmp",
-     "setup_off.bmp", kit::HelpContext::Setup},
+     QT_TRANSLATE_NOOP("ToolRow", "Set up how the board detects motion and impact"),
+     QT_TRANSLATE_NOOP("ToolRow", "CONFIGURE Hardware"), "Ctrl+E", "setup.bmp", "setup_off.bmp",
+     kit::HelpContext::Setup},
     {"UpdateBtn", QT_TRANSLATE_NOOP("ToolRow", "Update"),
-     QT_TRANSLATE_NOOP("ToolRow", "Fetch new sounds from the Internet"), "Ctrl+U", "update.bmp", "update_off.bmp",
+     QT_TRANSLATE_NOOP("ToolRow", "Fetch new sounds from the Internet"),
+     QT_TRANSLATE_NOOP("ToolRow", "UPDATE Sound Files (Requires Internet)"), "Ctrl+U", "update.bmp", "update_off.bmp",
      kit::HelpContext::Update},
     {"SendBtn", QT_TRANSLATE_NOOP("ToolRow", "Download"),
-     QT_TRANSLATE_NOOP("ToolRow", "Write the sound set into the board"), "Ctrl+D", "download.bmp", "download_off.bmp",
+     QT_TRANSLATE_NOOP("ToolRow", "Write the sound set into the board"),
+     QT_TRANSLATE_NOOP("ToolRow", "DOWNLOAD Sound Files to Kestrin"), "Ctrl+D", "download.bmp", "download_off.bmp",
      kit::HelpContext::Download},
 }};
 
@@ -73,6 +79,7 @@ QLabel* MakeLabel(const char* name, QWidget& parent) {
 
 ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(parent), m_pictures(pictures) {
   setObjectName("ToolRow");
+  kit::SetHelpOfGround(*this);
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(2 * kit::kGrid, kit::kGrid, 2 * kit::kGrid, kit::kGrid);
   row->setSpacing(kit::kGrid / 2);
@@ -106,7 +113,7 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   state->addStretch(1);
   row->addLayout(state, 1);
   kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
-  kit::SetHelpContext(*m_online, kit::HelpContext::OnlinePicture);
+  kit::SetHelp(*m_online, kit::PressF1(), kit::HelpContext::OnlinePicture);
   kit::SetHelpContext(*m_noBoard, kit::HelpContext::OnlinePicture);
   kit::SetHelpContext(*m_serial, kit::HelpContext::OnlinePicture);
   ShowOnline(false);
@@ -136,7 +143,7 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     // A click does something; the keyboard stays where it is.
     button->setFocusPolicy(Qt::TabFocus);
     button->setShortcut(QKeySequence(facts.shortcut));
-    kit::SetHelpContext(*button, facts.help);
+    kit::SetHelp(*button, tr(facts.hint), facts.help);
     connect(button, &QToolButton::clicked, this, [this, tool] { emit pressed(tool); });
     layout.addWidget(button);
     m_buttons[i] = button;
