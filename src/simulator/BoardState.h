@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "core/device/Protocol.h"
+
 namespace kestrin::simulator {
 
 /// A byte of the flash that nothing has been written to since the last erase.
@@ -21,7 +23,7 @@ struct ChannelCounts {
 
 /// One light pulse as the board holds it; times in milliseconds.
 struct PulseState {
-  static constexpr std::size_t kChannels = 4;
+  static constexpr std::size_t kChannels = core::device::kPulseChannels;
 
   std::array<std::uint8_t, kChannels> low{};
   std::array<std::uint8_t, kChannels> high{};
@@ -57,8 +59,8 @@ struct BoardState {
   std::uint16_t id = 0;
   std::uint32_t serial = 0x4B535401;
   /// The six detection parameters in command order, the flash period in units of 4 ms.
-  std::array<std::uint8_t, 6> accelerometer{180, 2, 10, 50, 125, 13};
-  std::array<std::uint16_t, 9> ledParam{};
+  std::array<std::uint8_t, core::device::kAccParameters> accelerometer{180, 2, 10, 50, 125, 13};
+  std::array<std::uint16_t, core::device::kLedParameters> ledParam{};
   LedConfigState ledConfig;
   /// Idle, then flash on clash.
   std::array<PulseState, 2> ledPulses{kFactoryIdlePulse, kFactoryFlashPulse};

@@ -13,14 +13,14 @@ using core::device::ReportType;
 namespace {
 
 constexpr const char* kPath = "sim";
-constexpr std::int32_t kVendorPage = 0xFF00;
 
 /// The usages of the two variables, and the reports they stand in, by number.
 struct Variable {
   ReportType type;
   std::int32_t usage;
 };
-constexpr Variable kVariables[] = {{ReportType::Output, 1}, {ReportType::Input, 2}};
+constexpr Variable kVariables[] = {{ReportType::Output, core::device::kCommandUsage},
+                                   {ReportType::Input, core::device::kResponseUsage}};
 
 }  // namespace
 
@@ -136,7 +136,7 @@ std::int32_t SimulatedAgent::InterfaceHandle() const {
 std::int32_t SimulatedAgent::FindVariable(ReportType type, std::int32_t usage, std::int32_t usagePage) const {
   RequireInterface();
   const auto found = std::find_if(std::begin(kVariables), std::end(kVariables), [&](const Variable& variable) {
-    return variable.type == type && variable.usage == usage && usagePage == kVendorPage;
+    return variable.type == type && variable.usage == usage && usagePage == core::device::kVendorDefinedPage;
   });
   return found == std::end(kVariables) ? -1 : static_cast<std::int32_t>(found - std::begin(kVariables));
 }

@@ -19,7 +19,7 @@
 namespace kestrin::simulator {
 
 /// A HID stack with one simulated board on it: one interface with the path "sim", variable and report 0 the command
-/// (output, 1,028 bytes), variable and report 1 the response (input, 2 bytes).
+/// (output), variable and report 1 the response (input).
 ///
 /// The board can be unplugged and plugged in at any time, also while a report read waits; the notices about it are
 /// raised by the next Refresh() outside of a transfer, once Start() was called.
@@ -126,7 +126,7 @@ class SimulatedAgent final : public core::device::THIDagent {
   bool m_selected = false;
   std::int32_t m_currentVariable = -1;
   std::int32_t m_currentReport = -1;
-  std::array<std::uint8_t, VirtualBoard::kReportSize> m_command{};
+  std::array<std::uint8_t, core::device::kCommandSize> m_command{};
   VirtualBoard::Answer m_response{};
 };
 

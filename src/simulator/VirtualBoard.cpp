@@ -4,37 +4,17 @@
 #include <utility>
 
 #include "core/base/Bytes.h"
+#include "core/device/BoardIdentity.h"
 
 namespace kestrin::simulator {
 
-namespace {
+namespace device = core::device;
+using device::Command;
 
-/// Element 0 of a command report.
-enum Code : std::uint8_t {
-  kReset = 0,
-  kGetSN = 1,
-  kGetID = 3,
-  kBye = 7,
-  kClearFlash = 10,
-  kWrite1k = 20,
-  kWriteLess = 21,
-  kCheckCRC = 30,
-  kGetACC = 40,
-  kGetAccParam = 41,
-  kSetAccParam = 42,
-  kGetLEDParam = 50,
-  kSetLEDParam = 51,
-  kGetLEDPulses = 52,
-  kSetLEDPulses = 53,
-  kStartPulse = 54,
-  kGetLEDConfig = 60,
-  kSetLEDConfig = 61,
-};
+namespace {
 
 /// What is left of a detection parameter after an erase.
 constexpr std::uint8_t kWipedParameter = 255;
-/// Both bytes of the answer that means "done and accepted".
-constexpr std::uint8_t kDone = 10;
 /// x, y, z and w at rest: gravity pulls along z, where one g is about 21.
 constexpr VirtualBoard::Answer kAccelerationXY{0, 0};
 constexpr VirtualBoard::Answer kAccelerationZW{21, 0};
@@ -74,22 +54,25 @@ VirtualBoard::VirtualBoard(Time eraseTime, BoardStore::Opened opened)
       m_eraseTime(eraseTime) {}
 
 std::span<const std::uint8_t> VirtualBoard::FlashData(ReportView report) {
-  constexpr std::size_t kBlockData = 4;
-  constexpr std::size_t kCount = 4;
-  constexpr std::size_t kRestData = 7;
-  if (report[0] == kWrite1k) return report.subspan<kBlockData>();
-  if (report[0] != kWriteLess) return {};
-  return report.subspan(kRestData, std::min<std::size_t>(Get24(report, kCount), kReportSize - kRestData));
+  switch (Command{report[0]}) {
+    case Command::Write1k:
+      return report.subspan<device::kBlockElement>();
+    case Command::WriteLess:
+      return report.subspan(device::kRestElement,
+                            std::min<std::size_t>(Get24(report, device::kCountElement), device::kLargestRest));
+    default:
+      return {};
+  }
 }
 
 void VirtualBoard::Receive(std::span<const std::uint8_t> report, Time now) {
-  if (report.size() == kReportSize + 1 && report[0] == 0) report = report.subspan(1);
-  if (report.size() != kReportSize) return;
+  if (report.size() == device::kCommandSize + 1 && report[0] == 0) report = report.subspan(1);
+  if (report.size() != device::kCommandSize) return;
   Advance(now);
   if (m_eraseEnd) {
     std::copy(report.begin(), report.end(), m_waiting.emplace_back().begin());
   } else {
-    Execute(report.first<kReportSize>(), now);
+    Execute(report.first<device::kCommandSize>(), now);
   }
 }
 
@@ -129,68 +112,71 @@ void VirtualBoard::Advance(Time now) {
 }
 
 void VirtualBoard::Execute(ReportView report, Time now) {
-  switch (report[0]) {
-    case kReset:
+  const std::uint8_t pulse = report[device::kPulseElement];
+  switch (Command{report[0]}) {
+    case Command::Reset:
       ++m_state.resets;
       KeepState();
       break;
-    case kGetSN:
+    case Command::GetSN:
       Put16(static_cast<std::uint16_t>(m_state.serial >> 16));
       Put16(static_cast<std::uint16_t>(m_state.serial));
       break;
-    case kGetID:
+    case Command::GetID:
       Put16(m_state.id);
       break;
-    case kBye:
+    case Command::Bye:
       ++m_state.byes;
       KeepState();
       break;
-    case kClearFlash:
+    case Command::ClearFlash:
       Erase(now);
       break;
-    case kWrite1k:
-    case kWriteLess:
-      Write(Get24(report, 1), FlashData(report));
+    case Command::Write1k:
+    case Command::WriteLess:
+      Write(Get24(report, device::kAddressElement), FlashData(report));
       break;
-    case kCheckCRC:
-      Put16(FlashSum(Get24(report, 1), Get24(report, 4)));
+    case Command::CheckCRC:
+      Put16(FlashSum(Get24(report, device::kAddressElement), Get24(report, device::kCountElement)));
       break;
-    case kGetACC:
+    case Command::GetACC:
       m_answers.insert(m_answers.end(), {kAccelerationXY, kAccelerationZW});
       break;
-    case kGetAccParam:
+    case Command::GetAccParam:
       for (std::size_t i = 0; i < m_state.accelerometer.size(); i += 2)
         Put(m_state.accelerometer[i], m_state.accelerometer[i + 1]);
       break;
-    case kSetAccParam:
-      std::copy_n(report.begin() + 1, m_state.accelerometer.size(), m_state.accelerometer.begin());
+    case Command::SetAccParam:
+      std::copy_n(report.begin() + device::kArguments, m_state.accelerometer.size(), m_state.accelerometer.begin());
       Accept();
       break;
-    case kGetLEDParam:
+    case Command::GetLEDParam:
       for (const std::uint16_t value : m_state.ledParam) Put16(value);
       break;
-    case kSetLEDParam:
-      for (std::size_t i = 0; i < m_state.ledParam.size(); ++i) m_state.ledParam[i] = Get16(report, 1 + 2 * i);
+    case Command::SetLEDParam:
+      for (std::size_t i = 0; i < m_state.ledParam.size(); ++i)
+        m_state.ledParam[i] = Get16(report, device::kArguments + 2 * i);
       Accept();
       break;
     // The board has no other pulses; a command for one is as unknown to it as an unknown code.
-    case kGetLEDPulses:
-      if (report[1] < m_state.ledPulses.size()) AnswerPulse(report[1]);
+    case Command::GetLEDPulses:
+      if (pulse < m_state.ledPulses.size()) AnswerPulse(pulse);
       break;
-    case kSetLEDPulses:
-      if (report[1] < m_state.ledPulses.size()) TakePulse(report, report[1]);
+    case Command::SetLEDPulses:
+      if (pulse < m_state.ledPulses.size()) TakePulse(report, pulse);
       break;
-    case kStartPulse:
-      m_state.pulseStarted = report[1];
+    case Command::StartPulse:
+      m_state.pulseStarted = pulse;
       Accept();
       break;
-    case kGetLEDConfig:
+    case Command::GetLEDConfig:
       Put16(m_state.ledConfig.code);
       Put16(m_state.ledConfig.voltageTenths);
       Put16(m_state.ledConfig.overdrive);
       break;
-    case kSetLEDConfig:
-      m_state.ledConfig = {Get16(report, 1), Get16(report, 3), Get16(report, 5)};
+    case Command::SetLEDConfig:
+      m_state.ledConfig = {Get16(report, device::kLedCodeElement), Get16(report, device::kVoltageElement),
+                           Get16(report, device::kOverdriveElement)};
       Accept();
       break;
     default:
@@ -204,7 +190,7 @@ void VirtualBoard::Put16(std::uint16_t value) {
   m_answers.push_back(answer);
 }
 
-void VirtualBoard::Acknowledge() { Put(kDone, kDone); }
+void VirtualBoard::Acknowledge() { Put(device::kAcknowledge, device::kAcknowledge); }
 
 void VirtualBoard::Accept() {
   KeepState();
@@ -250,7 +236,7 @@ void VirtualBoard::AnswerPulse(std::size_t set) {
 
 void VirtualBoard::TakePulse(ReportView report, std::size_t set) {
   PulseState& pulse = m_state.ledPulses[set];
-  std::size_t element = 2;
+  std::size_t element = device::kChannelsElement;
   const auto next16 = [&] { return Get16(report, std::exchange(element, element + 2)); };
   for (std::size_t channel = 0; channel < PulseState::kChannels; ++channel) {
     pulse.low[channel] = report[element++];

@@ -12,13 +12,14 @@
 
 #include "core/base/Clock.h"
 #include "core/base/Disk.h"
+#include "core/device/Protocol.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/BoardState.h"
 #include "simulator/store/BoardStore.h"
 
 namespace kestrin::simulator {
 
-/// A Kestrin board as its firmware behaves: takes command reports of 1,028 bytes, gives answer reports of two bytes. It
+/// A Kestrin board as its firmware behaves: takes command reports, gives answer reports (core/device/Protocol.h). It
 /// knows nothing of how reports travel, so it serves behind an agent as well as behind a HID device node.
 ///
 /// Every model answers every command; unknown codes get no answer. Of each report only the elements of the command
@@ -34,10 +35,9 @@ namespace kestrin::simulator {
 class VirtualBoard {
  public:
   using Time = core::base::Clock::Duration;
-  using Answer = std::array<std::uint8_t, 2>;
-  static constexpr std::size_t kReportSize = 1028;
-  using Report = std::array<std::uint8_t, kReportSize>;
-  using ReportView = std::span<const std::uint8_t, kReportSize>;
+  using Answer = std::array<std::uint8_t, core::device::kResponseSize>;
+  using Report = std::array<std::uint8_t, core::device::kCommandSize>;
+  using ReportView = std::span<const std::uint8_t, core::device::kCommandSize>;
 
   struct Created;
   /// A board as the options want it, with its state from the options' folder if they name one. (`wire` and `faults` are

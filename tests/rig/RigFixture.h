@@ -11,6 +11,7 @@
 #include "rig/MockBoard.h"
 #include "rig/MockHost.h"
 #include "simulator/VirtualBoard.h"
+#include "support/BoardIds.h"
 #include "support/FakeClock.h"
 #include "support/RecordedAgentEvents.h"
 
@@ -33,8 +34,8 @@ class RigFixture : public testing::Test {
   }
   [[nodiscard]] static core::device::HidMatch BoardMatch() {
     core::device::HidMatch match;
-    match.VID_To_Match = core::device::kBoardVendorId;
-    match.PID_To_Match = core::device::kBoardProductId;
+    match.VID_To_Match = support::kVendorId;
+    match.PID_To_Match = support::kProductId;
     match.SearchOnVID = true;
     match.SearchOnPID = true;
     return match;

@@ -17,7 +17,7 @@ using simulator::VirtualBoard;
 
 /// The bytes of a command report: `head`, then what an earlier command might have left behind.
 inline std::vector<std::uint8_t> CommandReport(const std::vector<int>& head) {
-  std::vector<std::uint8_t> report(VirtualBoard::kReportSize, 0xA5);
+  std::vector<std::uint8_t> report(1028, 0xA5);
   std::size_t element = 0;
   for (const int byte : head) report[element++] = static_cast<std::uint8_t>(byte);
   return report;

@@ -204,7 +204,7 @@ TEST(VirtualBoard, Write1kStoresAllItsBytesAndAnswersTheirSum) {
 
 TEST(VirtualBoard, Write1kSumsModulo65536) {
   VirtualBoard board;
-  std::vector<std::uint8_t> report(VirtualBoard::kReportSize, 0xFF);
+  std::vector<std::uint8_t> report(1028, 0xFF);
   report[0] = 20;
   report[1] = report[2] = report[3] = 0;
   board.Receive(report, 0s);
@@ -227,7 +227,7 @@ TEST(VirtualBoard, WriteLessOfNothingAnswersZero) {
 TEST(VirtualBoard, WriteLessTakesNoMoreThanTheReportCarries) {
   for (const int lowByte : {0xFD, 0xFE, 0xFF}) {  // 1021, 1022 and 1023 bytes
     VirtualBoard board;
-    std::vector<std::uint8_t> report(VirtualBoard::kReportSize, 1);
+    std::vector<std::uint8_t> report(1028, 1);
     const std::uint8_t head[] = {21, 0, 0, 0, 0, 3, static_cast<std::uint8_t>(lowByte)};
     std::copy(std::begin(head), std::end(head), report.begin());
     board.Receive(report, 0s);

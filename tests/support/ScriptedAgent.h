@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/device/THIDagent.h"
+#include "support/BoardIds.h"
 
 namespace kestrin::support {
 
@@ -28,8 +29,8 @@ class ScriptedAgent : public core::device::THIDagent {
   };
   struct Interface {
     std::int32_t handle = 0;
-    std::int32_t vendorId = core::device::kBoardVendorId;
-    std::int32_t productId = core::device::kBoardProductId;
+    std::int32_t vendorId = kVendorId;
+    std::int32_t productId = kProductId;
     std::vector<Variable> variables;
   };
   using Answer = std::array<std::uint8_t, 2>;
@@ -38,8 +39,8 @@ class ScriptedAgent : public core::device::THIDagent {
   static Interface BoardInterface(std::int32_t handle) {
     return {
         handle,
-        core::device::kBoardVendorId,
-        core::device::kBoardProductId,
+        kVendorId,
+        kProductId,
         {{core::device::ReportType::Output, 1, 0xFF00, 0, {}}, {core::device::ReportType::Input, 2, 0xFF00, 1, {}}}};
   }
 

@@ -8,6 +8,7 @@
 
 #include "platform/hid/StackAgent.h"
 #include "support/BoardDescriptors.h"
+#include "support/BoardIds.h"
 #include "support/FakeHidStack.h"
 #include "support/RecordedAgentEvents.h"
 
@@ -28,8 +29,8 @@ class StackAgentFixture : public testing::Test {
     agent->SetEvents(&events);
     agent->Start();
     core::device::HidMatch match;
-    match.VID_To_Match = core::device::kBoardVendorId;
-    match.PID_To_Match = core::device::kBoardProductId;
+    match.VID_To_Match = kVendorId;
+    match.PID_To_Match = kProductId;
     match.SearchOnVID = true;
     match.SearchOnPID = true;
     agent->SetMatch(match);

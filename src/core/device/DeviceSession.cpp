@@ -14,9 +14,9 @@ constexpr const char* kInvalidCatalogue =
     "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !";
 constexpr const char* kStillBusy = "The board is still busy, please wait ...";
 
-/// What the answer of an erase looks like to who has asked for the identity, and the first half of the serial number.
-constexpr std::int32_t kLateAcknowledgement = 0x0A0A;
-constexpr const char* kLateAcknowledgementDigits = "0A0A";
+/// What the answer of an erase looks like to who has asked for the identity; its digits to who has asked for the serial
+/// number.
+constexpr std::int32_t kLateAcknowledgement = kAcknowledge << 8 | kAcknowledge;
 
 /// More answers than any system queues for one reader. A board that never stops talking must not keep anybody waiting.
 constexpr int kMostLateAnswers = 256;
@@ -120,7 +120,7 @@ bool DeviceSession::AskIdentity(TLS& board) {
 std::string DeviceSession::AskSerialNumber(TLS& board) const {
   std::string serial = board.GetSN();
   // One that begins like the answer to another question may be that answer, with its own moved up by one.
-  if (!serial.starts_with(kLateAcknowledgementDigits) && !serial.starts_with(DigitsOf(m_id))) return serial;
+  if (!serial.starts_with(DigitsOf(kLateAcknowledgement)) && !serial.starts_with(DigitsOf(m_id))) return serial;
   if (board.GetSN() == serial) return serial;
   static_cast<void>(LetLateAnswersPass(board, true));
   return board.GetSN();
@@ -176,7 +176,7 @@ void DeviceSession::GoOnlineTimerTick() {
       return;
     }
     // The first answer behind a silence is the one of an erase, and those to all earlier ticks follow.
-    if (IsUnsettled(*board) || serial.starts_with(kLateAcknowledgementDigits)) {
+    if (IsUnsettled(*board) || serial.starts_with(DigitsOf(kLateAcknowledgement))) {
       if (!LetLateAnswersPass(*board, true)) return;
       m_unsettledBoard = 0;
     }

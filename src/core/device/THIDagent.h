@@ -7,10 +7,6 @@
 
 namespace kestrin::core::device {
 
-/// Vendor and product id of every Kestrin board.
-inline constexpr std::int32_t kBoardVendorId = 0x04D8;
-inline constexpr std::int32_t kBoardProductId = 0xFA37;
-
 /// What an agent's AccessProblem() says of a board that another program uses.
 inline constexpr const char* kBoardInUse = "Another program is using this board. Close it and try again.";
 

@@ -8,9 +8,7 @@ namespace kestrin::core::device {
 
 namespace {
 
-constexpr std::int32_t kVendorDefinedPage = 0xFF00;
-constexpr std::int32_t kCommandUsage = 1;
-constexpr std::int32_t kResponseUsage = 2;
+/// The `VarIdentity` of both variables.
 constexpr std::int32_t kIdentity = 1;
 
 bool IsBoard(const THIDagent& agent) {

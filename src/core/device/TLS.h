@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "device/Protocol.h"
 #include "device/THIDagent.h"
 #include "device/TOneHidVar.h"
 #include "led/LED_Pulse.h"
@@ -27,17 +28,11 @@ struct AccParam {
 /// One attached Kestrin board ("TLS": the light saber; nothing to do with transport security): its two report variables
 /// and one method per board command.
 ///
-/// A command is one output report of 1,028 bytes (element 0 the code, the arguments behind it) followed by the answer
-/// reports of two bytes each that the command expects. Nothing is retried. Multi-byte numbers go most significant byte
-/// first. Elements that a command does not set keep what an earlier command left there; boards ignore them.
+/// A command is one output report followed by the answer reports that it expects; Protocol.h has their layout. Nothing
+/// is retried. Elements that a command does not set keep what an earlier command left there; boards ignore them.
 /// A failed write or read makes the command fail; what earlier answers already filled stays filled.
 class TLS {
  public:
-  static constexpr int kCommandSize = 1028;
-  static constexpr int kResponseSize = 2;
-  static constexpr int kBlockSize = 1024;
-  /// The most data bytes behind the seven leading elements of WriteLess.
-  static constexpr int kLargestRest = kCommandSize - 7;
   static constexpr const char* kNoSerialNumber = "NoSerialNumber";
   /// Digits of a serial number that came whole.
   static constexpr std::size_t kSerialDigits = 8;
@@ -131,8 +126,8 @@ class TLS {
   /// Sends each parameter's low byte. True when the board accepted them.
   [[nodiscard]] bool SetAccParam(const AccParam& parameters);
   /// Nine 16-bit values.
-  [[nodiscard]] bool GetLEDParam(std::span<std::int32_t, 9> values);
-  [[nodiscard]] bool SetLEDParam(std::span<const std::int32_t, 9> values);
+  [[nodiscard]] bool GetLEDParam(std::span<std::int32_t, kLedParameters> values);
+  [[nodiscard]] bool SetLEDParam(std::span<const std::int32_t, kLedParameters> values);
   /// Reads levels and times of pulse `set` (0 idle, 1 flash on clash); the counts stay as they are.
   [[nodiscard]] bool GetLEDPulses(std::int32_t set, led::LED_Pulse& pulse);
   /// Sends levels, counts and times of a pulse.
@@ -149,14 +144,14 @@ class TLS {
 
   int BindUnbound();
   void RefreshReportIndices();
-  /// Element 0 becomes `code`, then the whole command is written.
-  [[nodiscard]] bool Send(std::uint8_t code);
-  void Put16(int element, std::int32_t value);
-  void Put24(int element, std::int32_t value);
+  /// Element 0 becomes the command's code, then the whole report is written.
+  [[nodiscard]] bool Send(Command command);
+  void Put16(std::size_t element, std::int32_t value);
+  void Put24(std::size_t element, std::int32_t value);
   [[nodiscard]] std::int32_t Response16() const;
   [[nodiscard]] bool Acknowledged();
   /// Puts flash data into the command from `firstElement` on and sends it; true when the board got the same sum.
-  [[nodiscard]] bool SendData(std::uint8_t code, int firstElement, std::span<const std::uint8_t> data);
+  [[nodiscard]] bool SendData(Command command, std::size_t firstElement, std::span<const std::uint8_t> data);
 
   std::array<TOneHidVar, 2> m_variables;
   THIDagent* m_agent = nullptr;

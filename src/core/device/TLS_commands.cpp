@@ -13,30 +13,7 @@ namespace kestrin::core::device {
 
 namespace {
 
-/// Element 0 of a command report.
-enum Code : std::uint8_t {
-  kReset = 0,
-  kGetSN = 1,
-  kGetID = 3,
-  kBye = 7,
-  kClearFlash = 10,
-  kWrite1k = 20,
-  kWriteLess = 21,
-  kCheckCRC = 30,
-  kGetACC = 40,
-  kGetAccParam = 41,
-  kSetAccParam = 42,
-  kGetLEDParam = 50,
-  kSetLEDParam = 51,
-  kGetLEDPulses = 52,
-  kSetLEDPulses = 53,
-  kStartPulse = 54,
-  kGetLEDConfig = 60,
-  kSetLEDConfig = 61,
-};
-
-/// Both bytes of an answer that means "done and accepted".
-constexpr std::uint8_t kAcknowledge = 10;
+static_assert(led::LED_Pulse::kChannels == kPulseChannels);
 
 std::int32_t SixBitSigned(std::uint8_t byte) { return byte > 31 ? 32 - byte : byte; }
 
@@ -55,72 +32,71 @@ void AppendHex(std::string& text, std::uint8_t byte) {
 
 }  // namespace
 
-void TLS::Put16(int element, std::int32_t value) {
-  base::PutBig16(std::span(m_command).subspan(static_cast<std::size_t>(element)).first<2>(),
-                 static_cast<std::uint32_t>(value));
+void TLS::Put16(std::size_t element, std::int32_t value) {
+  base::PutBig16(std::span(m_command).subspan(element).first<2>(), static_cast<std::uint32_t>(value));
 }
 
-void TLS::Put24(int element, std::int32_t value) {
-  base::PutBig24(std::span(m_command).subspan(static_cast<std::size_t>(element)).first<3>(),
-                 static_cast<std::uint32_t>(value));
+void TLS::Put24(std::size_t element, std::int32_t value) {
+  base::PutBig24(std::span(m_command).subspan(element).first<3>(), static_cast<std::uint32_t>(value));
 }
 
 std::int32_t TLS::Response16() const { return base::GetBig16(m_response); }
 
 bool TLS::Acknowledged() { return ReadInputRptB() && m_response[0] == kAcknowledge && m_response[1] == kAcknowledge; }
 
-bool TLS::Send(std::uint8_t code) {
-  m_command[0] = code;
+bool TLS::Send(Command command) {
+  m_command[0] = static_cast<std::uint8_t>(command);
   return WriteOutputRptA();
 }
 
-bool TLS::Reset() { return Send(kReset); }
+bool TLS::Reset() { return Send(Command::Reset); }
 
 std::string TLS::GetSN() {
   std::string serial;
-  if (!Send(kGetSN)) return kNoSerialNumber;
+  if (!Send(Command::GetSN)) return kNoSerialNumber;
   for (int report = 0; report < 2 && ReadInputRptB(); ++report)
     for (const std::uint8_t byte : m_response) AppendHex(serial, byte);
   return serial.empty() ? kNoSerialNumber : serial;
 }
 
-std::int32_t TLS::GetMemorySize() { return Send(kGetID) && ReadInputRptB() ? m_response[0] : 0; }
+std::int32_t TLS::GetMemorySize() { return Send(Command::GetID) && ReadInputRptB() ? m_response[0] : 0; }
 
-std::int32_t TLS::GetID() { return Send(kGetID) && ReadInputRptB() ? Response16() : 0; }
+std::int32_t TLS::GetID() { return Send(Command::GetID) && ReadInputRptB() ? Response16() : 0; }
 
-bool TLS::Bye() { return Send(kBye); }
+bool TLS::Bye() { return Send(Command::Bye); }
 
-bool TLS::ClearFlash() { return Send(kClearFlash); }
+bool TLS::ClearFlash() { return Send(Command::ClearFlash); }
 
 bool TLS::CheckCompletion() { return Acknowledged(); }
 
 bool TLS::Write1k(std::int32_t address, std::span<const std::uint8_t> data) {
   if (data.size() < kBlockSize) throw std::out_of_range("Write1k needs 1,024 bytes");
-  Put24(1, address);
-  return SendData(kWrite1k, 4, data.first(kBlockSize));
+  Put24(kAddressElement, address);
+  return SendData(Command::Write1k, kBlockElement, data.first(kBlockSize));
 }
 
 bool TLS::WriteLess(std::int32_t address, std::int32_t count, std::span<const std::uint8_t> data) {
-  if (count < 0 || count > kLargestRest || static_cast<std::size_t>(count) > data.size())
+  const auto size = static_cast<std::size_t>(count);
+  if (count < 0 || size > kLargestRest || size > data.size())
     throw std::out_of_range("WriteLess takes 0 to 1,021 bytes");
-  Put24(1, address);
-  Put24(4, count);
-  return SendData(kWriteLess, 7, data.first(static_cast<std::size_t>(count)));
+  Put24(kAddressElement, address);
+  Put24(kCountElement, count);
+  return SendData(Command::WriteLess, kRestElement, data.first(size));
 }
 
-bool TLS::SendData(std::uint8_t code, int firstElement, std::span<const std::uint8_t> data) {
-  std::copy(data.begin(), data.end(), m_command.begin() + firstElement);
-  return Send(code) && ReadInputRptB() && Response16() == base::ByteSum(data);
+bool TLS::SendData(Command command, std::size_t firstElement, std::span<const std::uint8_t> data) {
+  std::copy(data.begin(), data.end(), m_command.begin() + static_cast<std::ptrdiff_t>(firstElement));
+  return Send(command) && ReadInputRptB() && Response16() == base::ByteSum(data);
 }
 
 bool TLS::CheckCRC(std::int32_t address, std::int32_t count) {
-  Put24(1, address);
-  Put24(4, count);
-  return Send(kCheckCRC) && ReadInputRptB();
+  Put24(kAddressElement, address);
+  Put24(kCountElement, count);
+  return Send(Command::CheckCRC) && ReadInputRptB();
 }
 
 bool TLS::GetACC(std::int32_t& x, std::int32_t& y, std::int32_t& z, std::int32_t& w) {
-  if (!Send(kGetACC) || !ReadInputRptB()) return false;
+  if (!Send(Command::GetACC) || !ReadInputRptB()) return false;
   x = SixBitSigned(m_response[0]);
   y = SixBitSigned(m_response[1]);
   if (!ReadInputRptB()) return false;
@@ -130,10 +106,11 @@ bool TLS::GetACC(std::int32_t& x, std::int32_t& y, std::int32_t& z, std::int32_t
 }
 
 bool TLS::GetAccParam(AccParam& parameters) {
-  if (!Send(kGetAccParam)) return false;
-  std::int32_t* const values[][kResponseSize] = {{&parameters.MotionTh, &parameters.MotionDeb},
-                                                 {&parameters.ImpactTh, &parameters.ImpactDeb},
-                                                 {&parameters.ImpactTm, &parameters.FOCTime}};
+  if (!Send(Command::GetAccParam)) return false;
+  std::int32_t* const values[kAccParameters / kResponseSize][kResponseSize] = {
+      {&parameters.MotionTh, &parameters.MotionDeb},
+      {&parameters.ImpactTh, &parameters.ImpactDeb},
+      {&parameters.ImpactTm, &parameters.FOCTime}};
   for (const auto& [first, second] : values) {
     if (!ReadInputRptB()) return false;
     *first = m_response[0];
@@ -143,15 +120,15 @@ bool TLS::GetAccParam(AccParam& parameters) {
 }
 
 bool TLS::SetAccParam(const AccParam& parameters) {
-  const std::int32_t values[] = {parameters.MotionTh,  parameters.MotionDeb, parameters.ImpactTh,
-                                 parameters.ImpactDeb, parameters.ImpactTm,  parameters.FOCTime};
-  std::size_t element = 1;
+  const std::int32_t values[kAccParameters] = {parameters.MotionTh,  parameters.MotionDeb, parameters.ImpactTh,
+                                               parameters.ImpactDeb, parameters.ImpactTm,  parameters.FOCTime};
+  std::size_t element = kArguments;
   for (const std::int32_t value : values) m_command[element++] = static_cast<std::uint8_t>(value);
-  return Send(kSetAccParam) && Acknowledged();
+  return Send(Command::SetAccParam) && Acknowledged();
 }
 
-bool TLS::GetLEDParam(std::span<std::int32_t, 9> values) {
-  if (!Send(kGetLEDParam)) return false;
+bool TLS::GetLEDParam(std::span<std::int32_t, kLedParameters> values) {
+  if (!Send(Command::GetLEDParam)) return false;
   for (std::int32_t& value : values) {
     if (!ReadInputRptB()) return false;
     value = Response16();
@@ -159,18 +136,18 @@ bool TLS::GetLEDParam(std::span<std::int32_t, 9> values) {
   return true;
 }
 
-bool TLS::SetLEDParam(std::span<const std::int32_t, 9> values) {
-  int element = 1;
+bool TLS::SetLEDParam(std::span<const std::int32_t, kLedParameters> values) {
+  std::size_t element = kArguments;
   for (const std::int32_t value : values) {
     Put16(element, value);
     element += 2;
   }
-  return Send(kSetLEDParam) && Acknowledged();
+  return Send(Command::SetLEDParam) && Acknowledged();
 }
 
 bool TLS::GetLEDPulses(std::int32_t set, led::LED_Pulse& pulse) {
-  m_command[1] = static_cast<std::uint8_t>(set);
-  if (!Send(kGetLEDPulses)) return false;
+  m_command[kPulseElement] = static_cast<std::uint8_t>(set);
+  if (!Send(Command::GetLEDPulses)) return false;
   for (int channel = 1; channel <= led::LED_Pulse::kChannels; ++channel) {
     if (!ReadInputRptB()) return false;
     // The board answers high before low, although it is sent low before high.
@@ -187,32 +164,32 @@ bool TLS::GetLEDPulses(std::int32_t set, led::LED_Pulse& pulse) {
 }
 
 bool TLS::SetLEDPulses(std::int32_t set, const led::LED_Pulse& pulse) {
-  m_command[1] = static_cast<std::uint8_t>(set);
+  m_command[kPulseElement] = static_cast<std::uint8_t>(set);
   for (int channel = 1; channel <= led::LED_Pulse::kChannels; ++channel) {
-    const int base = 10 * (channel - 1);
-    m_command[static_cast<std::size_t>(base) + 2] = static_cast<std::uint8_t>(pulse.GetLow(channel));
-    m_command[static_cast<std::size_t>(base) + 3] = static_cast<std::uint8_t>(pulse.GetHigh(channel));
-    Put16(base + 4, pulse.GetTon_Low(channel));
-    Put16(base + 6, pulse.GetToff_Low(channel));
-    Put16(base + 8, pulse.GetTon_High(channel));
-    Put16(base + 10, pulse.GetToff_High(channel));
+    const std::size_t at = kChannelsElement + kChannelSize * static_cast<std::size_t>(channel - 1);
+    m_command[at] = static_cast<std::uint8_t>(pulse.GetLow(channel));
+    m_command[at + 1] = static_cast<std::uint8_t>(pulse.GetHigh(channel));
+    Put16(at + 2, pulse.GetTon_Low(channel));
+    Put16(at + 4, pulse.GetToff_Low(channel));
+    Put16(at + 6, pulse.GetTon_High(channel));
+    Put16(at + 8, pulse.GetToff_High(channel));
   }
-  int element = 42;
+  std::size_t element = kPulseTimesElement;
   for (const std::int32_t value :
        {Whole(pulse.Trise), Whole(pulse.Ton), Whole(pulse.Tfall), Whole(pulse.Toff), std::int32_t{pulse.NRep}}) {
     Put16(element, value);
     element += 2;
   }
-  return Send(kSetLEDPulses) && Acknowledged();
+  return Send(Command::SetLEDPulses) && Acknowledged();
 }
 
 bool TLS::StartPulse(std::int32_t number) {
-  m_command[1] = static_cast<std::uint8_t>(number);
-  return Send(kStartPulse) && Acknowledged();
+  m_command[kPulseElement] = static_cast<std::uint8_t>(number);
+  return Send(Command::StartPulse) && Acknowledged();
 }
 
 bool TLS::GetLEDConfig(std::int32_t& code, double& voltage, std::int32_t& overdrive) {
-  if (!Send(kGetLEDConfig) || !ReadInputRptB()) return false;
+  if (!Send(Command::GetLEDConfig) || !ReadInputRptB()) return false;
   code = Response16();
   if (!ReadInputRptB()) return false;
   voltage = Response16() / 10.0;
@@ -222,10 +199,10 @@ bool TLS::GetLEDConfig(std::int32_t& code, double& voltage, std::int32_t& overdr
 }
 
 bool TLS::SetLEDConfig(std::int32_t code, double voltage, std::int32_t overdrive) {
-  Put16(1, code);
-  Put16(3, static_cast<std::int32_t>(std::floor(voltage * 10)));
-  Put16(5, overdrive);
-  return Send(kSetLEDConfig) && Acknowledged();
+  Put16(kLedCodeElement, code);
+  Put16(kVoltageElement, static_cast<std::int32_t>(std::floor(voltage * 10)));
+  Put16(kOverdriveElement, overdrive);
+  return Send(Command::SetLEDConfig) && Acknowledged();
 }
 
 }  // namespace kestrin::core::device

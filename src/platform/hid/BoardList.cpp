@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/device/Protocol.h"
 #include "platform/hid/AccessAdvice.h"
 
 namespace kestrin::platform::hid {

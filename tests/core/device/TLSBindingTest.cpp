@@ -13,8 +13,8 @@ using ::testing::ElementsAre;
 /// A board whose variables sit behind a foreign one, so that numbers 0 and 1 would be wrong.
 ScriptedAgent::Interface Board(std::int32_t handle) {
   return {handle,
-          kBoardVendorId,
-          kBoardProductId,
+          support::kVendorId,
+          support::kProductId,
           {{ReportType::Feature, 5, 0xFF00, 9, {}},
            {ReportType::Input, 2, 0xFF00, 3, {}},
            {ReportType::Output, 1, 0xFF00, 2, {}}}};
@@ -37,7 +37,7 @@ TEST(TLSBinding, StartsWithTwoUnboundVariables) {
 
 TEST(TLSBinding, BindsBothVariablesOfTheLastInterface) {
   ScriptedAgent agent;
-  agent.Open({1, kBoardVendorId, kBoardProductId, {}});
+  agent.Open({1, support::kVendorId, support::kProductId, {}});
   agent.Open(Board(2));
   agent.SelectInterface(0);
   TLS board;
@@ -84,12 +84,12 @@ TEST(TLSBinding, WithoutAnyInterfaceThereIsNoBoard) {
 
 TEST(TLSBinding, CountsTheVariablesThatItCouldNotFind) {
   ScriptedAgent agent;
-  agent.Open({4, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
+  agent.Open({4, support::kVendorId, support::kProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
   TLS board;
   EXPECT_EQ(board.BindVars(agent), 1);
   EXPECT_EQ(board.UnboundVarCount(), 1);
   agent.Close(4);
-  agent.Open({5, kBoardVendorId, kBoardProductId, {}});
+  agent.Open({5, support::kVendorId, support::kProductId, {}});
   TLS empty;
   EXPECT_EQ(empty.BindVars(agent), 2);
 }
@@ -199,7 +199,7 @@ TEST(TLSBinding, UnBindRptLeavesTheIndexOfAnotherReportAlone) {
   TOneHidVar other;
   other.DoCreate(ReportType::Input, 0xFF00, 7, 1, "other");
   ScriptedAgent::Interface interface {
-    8, kBoardVendorId, kBoardProductId, {
+    8, support::kVendorId, support::kProductId, {
       {
         ReportType::Input, 7, 0xFF00, 6, {}
       }
@@ -217,7 +217,7 @@ TEST(TLSBinding, UnBindRptOfAnOutputOfAnotherReportLeavesTheIndexAlone) {
   agent.Open(Board(2));
   TLS board;
   ASSERT_EQ(board.BindVars(agent), 0);
-  agent.Open({8, kBoardVendorId, kBoardProductId, {{ReportType::Output, 7, 0xFF00, 6, {}}}});
+  agent.Open({8, support::kVendorId, support::kProductId, {{ReportType::Output, 7, 0xFF00, 6, {}}}});
   TOneHidVar other;
   other.DoCreate(ReportType::Output, 0xFF00, 7, 1, "other");
   ASSERT_TRUE(other.Bind(agent));
@@ -230,8 +230,8 @@ TEST(TLSBinding, UnBindRptOfAVariableOfTheOtherDirectionLeavesTheIndexAlone) {
   ScriptedAgent agent;
   // One number for both: reports are counted for each direction here.
   agent.Open({2,
-              kBoardVendorId,
-              kBoardProductId,
+              support::kVendorId,
+              support::kProductId,
               {{ReportType::Output, 1, 0xFF00, 4, {}},
                {ReportType::Input, 2, 0xFF00, 4, {}},
                {ReportType::Feature, 3, 0xFF00, 4, {}}}});
@@ -250,7 +250,7 @@ TEST(TLSBinding, UnBindRptOfAVariableOfTheOtherDirectionLeavesTheIndexAlone) {
 TEST(TLSBinding, ABoardBehindAnotherOneIsWrittenToAndReadFromItself) {
   ScriptedAgent agent;
   // The first has other numbers, and fewer fields.
-  agent.Open({1, kBoardVendorId, kBoardProductId, {{ReportType::Input, 9, 0xFF00, 0, {}}}});
+  agent.Open({1, support::kVendorId, support::kProductId, {{ReportType::Input, 9, 0xFF00, 0, {}}}});
   agent.Open(Board(2));
   TLS board;
   ASSERT_EQ(board.BindVars(agent), 0);
@@ -300,7 +300,7 @@ TEST(TLSBinding, RebindingTakesTheVariablesOutOfTheCounts) {
   TLS board;
   ASSERT_EQ(board.BindVars(agent), 0);
   agent.Close(2);
-  agent.Open({5, kBoardVendorId, kBoardProductId, {}});
+  agent.Open({5, support::kVendorId, support::kProductId, {}});
   EXPECT_EQ(board.ReBind(agent), 2);
   EXPECT_EQ(board.DeviceIdentity(), 1);
   EXPECT_EQ(board.VariableCount(), 0);

@@ -18,7 +18,7 @@ class TLSCommands : public ::testing::Test {
     m_agent.Open(support::ScriptedAgent::BoardInterface(1));
     EXPECT_EQ(m_board.BindVars(m_agent), 0);
     // A command must leave the elements behind its own as they were.
-    for (int i = 0; i < TLS::kCommandSize; ++i) m_board.Set_LS_Command(i, kStale);
+    for (int i = 0; i < 1028; ++i) m_board.Set_LS_Command(i, kStale);
   }
 
   /// The only report written so far starts with `elements` and is stale behind them.

@@ -19,7 +19,7 @@ TOneHidVar Created(ReportType type = ReportType::Output, std::int32_t usage = 1)
 
 ScriptedAgent AgentWith(const ScriptedAgent::Variable& variable) {
   ScriptedAgent agent;
-  agent.Open({7, kBoardVendorId, kBoardProductId, {{ReportType::Input, 9, 0x000C, 0, {}}, variable}});
+  agent.Open({7, support::kVendorId, support::kProductId, {{ReportType::Input, 9, 0x000C, 0, {}}, variable}});
   return agent;
 }
 
@@ -91,8 +91,8 @@ TEST(TOneHidVar, CopiesEachFlagOnItsOwn) {
 
 TEST(TOneHidVar, TransfersAndValuesAreThoseOfItsOwnInterface) {
   ScriptedAgent agent;
-  agent.Open({1, kBoardVendorId, kBoardProductId, {}});
-  agent.Open({7, kBoardVendorId, kBoardProductId, {{ReportType::Input, 1, 0xFF00, 4, {}}}});
+  agent.Open({1, support::kVendorId, support::kProductId, {}});
+  agent.Open({7, support::kVendorId, support::kProductId, {{ReportType::Input, 1, 0xFF00, 4, {}}}});
   agent.Answers({{1, 2}});
   agent.unScaledValue = 43;
   TOneHidVar variable = Created(ReportType::Input);

@@ -44,7 +44,7 @@ class Rig {
     m_agent = simulator::SimulatedAgent::Create(options, m_clock).agent;
     m_session = std::make_unique<device::DeviceSession>(*m_agent, m_sessionView);
     // A board that was tuned before the download; set from its own side, so that no report is spent on it.
-    std::vector<std::uint8_t> tune(device::TLS::kCommandSize, 0);
+    std::vector<std::uint8_t> tune(1028, 0);
     const std::uint8_t command[] = {42, 11, 12, 13, 14, 15, 16};
     std::copy(std::begin(command), std::end(command), tune.begin());
     m_agent->Board().Receive(tune, m_clock.Now());

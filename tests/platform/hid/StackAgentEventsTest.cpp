@@ -28,8 +28,8 @@ TEST_F(StackAgentEvents, ASearchWithoutBothIdsAsksForNothing) {
   Create();
   for (const bool vendor : {false, true}) {
     core::device::HidMatch match;
-    match.VID_To_Match = core::device::kBoardVendorId;
-    match.PID_To_Match = core::device::kBoardProductId;
+    match.VID_To_Match = support::kVendorId;
+    match.PID_To_Match = support::kProductId;
     match.SearchOnVID = vendor;
     match.SearchOnPID = !vendor;
     agent->SetMatch(match);
