@@ -19,6 +19,7 @@
 #include "ui/help/HelpBrowser.h"
 #include "ui/help/HelpSource.h"
 #include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 
 namespace kestrin::ui::help {
 
@@ -126,14 +127,13 @@ QWidget* HelpWindow::MakeSidePane() {
 }
 
 QWidget* HelpWindow::MakeResultPane() {
-  m_resultCount = new QLabel;
-  m_resultCount->setObjectName(QStringLiteral("helpResultCount"));
+  m_resultCount = kit::MakeLabel(QStringLiteral("helpResultCount"), kit::TextStyle::Plain, {}, nullptr);
   m_resultCount->setWordWrap(true);
   m_results = new QListWidget;
   Name(*m_results, QStringLiteral("helpResults"), tr("Pages found"));
   m_results->setWordWrap(true);
   m_results->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  m_results->setSpacing(kit::kGrid / 4);
+  m_results->setSpacing(kit::kHair);
 
   m_resultPane = new QWidget;
   auto* const layout = new QVBoxLayout(m_resultPane);

@@ -6,11 +6,12 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/kit/Grid.h"
+
 namespace kestrin::ui::kit {
 
 namespace {
 
-constexpr int kMargin = 16;
 /// How much of the window behind is left to see, as the black's opacity.
 constexpr int kDimming = 140;
 
@@ -18,7 +19,7 @@ constexpr int kDimming = 140;
 
 Overlay::Overlay(QWidget& panel, QWidget& window) : QWidget(&window), m_panel(panel) {
   auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  layout->setContentsMargins(kWide, kWide, kWide, kWide);
   const bool open = !panel.isHidden();
   layout->addWidget(&panel, 0, Qt::AlignCenter);
   panel.setVisible(open);

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "ui/kit/ControlPainter.h"
+#include "ui/kit/Grid.h"
 #include "ui/kit/MessageIcon.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -26,7 +27,7 @@ constexpr int kIndicator = 22;
 constexpr int kScrollBarExtent = 12;
 constexpr int kShortestScrollHandle = 32;
 constexpr int kGrooveThickness = 4;
-constexpr int kFieldPadding = 4;
+constexpr int kFieldPadding = kHalf;
 constexpr int kMessageIcon = 40;
 
 /// The option with the text in the colour that can be read on the main button's ground.
@@ -291,7 +292,7 @@ QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option
   const QSize content = QProxyStyle::sizeFromContents(type, option, size, widget);
   switch (type) {
     case CT_PushButton:
-      return content.grownBy({4, 0, 4, 0}).expandedTo({0, kControlHeight});
+      return content.grownBy({kHalf, 0, kHalf, 0}).expandedTo({0, kControlHeight});
     case CT_ComboBox:
     case CT_LineEdit:
     case CT_SpinBox:
@@ -299,7 +300,7 @@ QSize ThemeStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     case CT_ItemViewItem:
       return content.expandedTo({0, kRowHeight});
     case CT_ToolButton:
-      return content.grownBy({4, 4, 4, 4});
+      return content.grownBy({kHalf, kHalf, kHalf, kHalf});
     default:
       return content;
   }
@@ -329,7 +330,7 @@ int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
       return kScrollBarExtent;
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
-      return 8;
+      return kGrid;
     case PM_ButtonIconSize:
     case PM_SmallIconSize:
       return 16;

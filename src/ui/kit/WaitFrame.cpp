@@ -3,17 +3,18 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/TopicOf.h"
 
 namespace kestrin::ui::kit {
 
 WaitFrame::WaitFrame(QWidget& window) : Card(&window) {
-  constexpr int kMargin = 24;
   setObjectName("WaitFrame");
   SetHelpContext(*this, HelpContext::Preview);
   auto* const layout = new QHBoxLayout(this);
-  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  layout->addWidget(new QLabel(tr("Please wait ..."), this));
+  layout->setContentsMargins(kBroad, kBroad, kBroad, kBroad);
+  layout->addWidget(MakeLabel("WaitLabel", TextStyle::Plain, tr("Please wait ..."), this));
   hide();
 }
 

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/motion/ParameterSlider.h"
@@ -18,10 +19,12 @@ namespace kestrin::ui::motion {
 
 namespace {
 
+using kit::kBroad;
 using kit::kGrid;
-constexpr int kMargin = 3 * kGrid;
+using kit::kHalf;
+using kit::kWide;
 /// The part of the right margin in which the scroll bar of a low window stands.
-constexpr int kScrollRoom = 2 * kGrid;
+constexpr int kScrollRoom = kWide;
 
 struct ControlNames {
   const char* slider;
@@ -80,15 +83,10 @@ ConfigFrame::ConfigFrame(QWidget* parent) : Card(parent) {
 }
 
 void ConfigFrame::MakeLayout() {
-  auto* const caption = new QLabel(kCaption, this);
-  caption->setObjectName("ConfigCaption");
-  QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * 1.2);
-  large.setBold(true);
-  caption->setFont(large);
+  auto* const caption = kit::MakeLabel("ConfigCaption", kit::TextStyle::Caption, tr(kCaption), this);
 
   auto* const all = new QVBoxLayout(this);
-  all->setContentsMargins(kMargin, 2 * kGrid, kMargin - kScrollRoom, 2 * kGrid);
+  all->setContentsMargins(kBroad, kWide, kBroad - kScrollRoom, kWide);
   all->setSpacing(kGrid);
   all->addWidget(caption);
   AddNotices(*all);
@@ -97,8 +95,7 @@ void ConfigFrame::MakeLayout() {
 }
 
 void ConfigFrame::AddNotices(QBoxLayout& layout) {
-  m_summary = new QLabel(this);
-  m_summary->setObjectName("ConfigSummary");
+  m_summary = kit::MakeLabel("ConfigSummary", kit::TextStyle::Soft, "", this);
   m_summary->setWordWrap(true);
   m_read = MakeButton("ReadCmdBtn", tr("Read again"), *this);
   connect(m_read, &QPushButton::clicked, this, &ConfigFrame::readRequested);
@@ -111,8 +108,9 @@ void ConfigFrame::AddNotices(QBoxLayout& layout) {
 
   m_keptNotice = new QWidget(this);
   m_keptNotice->setObjectName("KeptNotice");
-  auto* const text = new QLabel(tr("A download was interrupted; this board's own settings are kept."), m_keptNotice);
-  text->setObjectName("KeptText");
+  auto* const text =
+      kit::MakeLabel("KeptText", kit::TextStyle::Plain,
+                     tr("A download was interrupted; this board's own settings are kept."), m_keptNotice);
   text->setWordWrap(true);
   // The theme's colour for what went wrong.
   text->setForegroundRole(QPalette::BrightText);
@@ -157,7 +155,7 @@ QWidget* ConfigFrame::MakeGroup(std::size_t first, std::size_t last) {
   auto* const group = new QGroupBox(Text(core::motion::kDetectionParameters[first].group), this);
   kit::SetHelpContext(*group, kControls[first].help);
   auto* const grid = new QGridLayout(group);
-  grid->setContentsMargins(2 * kGrid, kGrid / 2, 2 * kGrid, kGrid / 2);
+  grid->setContentsMargins(kWide, kHalf, kWide, kHalf);
   grid->setHorizontalSpacing(kGrid);
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(0, 1);
@@ -174,16 +172,14 @@ void ConfigFrame::AddRow(QGridLayout& grid, int line, std::size_t index) {
   row.slider->setObjectName(names.slider);
   row.slider->setAccessibleName(Text(parameter.caption) + ", " + Text(parameter.group));
   row.slider->setPageStep(kLargeStep);
-  auto* const caption = new QLabel(Text(parameter.caption), group);
+  auto* const caption = kit::MakeLabel("", kit::TextStyle::Plain, Text(parameter.caption), group);
   caption->setBuddy(row.slider);
-  row.state = new QLabel(group);
-  row.state->setObjectName(names.state);
+  row.state = kit::MakeLabel(names.state, kit::TextStyle::Plain, "", group);
   row.state->setForegroundRole(QPalette::Link);
-  row.label = new QLabel(group);
-  row.label->setObjectName(names.label);
+  row.label = kit::MakeLabel(names.label, kit::TextStyle::Plain, "", group);
   row.label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   row.label->setMinimumWidth(row.label->fontMetrics().horizontalAdvance("0000"));
-  grid.setRowMinimumHeight(line, caption->sizeHint().height() + kGrid / 2);
+  grid.setRowMinimumHeight(line, caption->sizeHint().height() + kHalf);
   grid.addWidget(caption, line, 0);
   grid.addWidget(row.state, line, 1);
   grid.addWidget(row.label, line, 2);

@@ -9,7 +9,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "ui/kit/Theme.h"
+#include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/sound/PlayIcon.h"
@@ -22,18 +23,15 @@ namespace kestrin::ui::sound {
 DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
     : Card(parent),
       m_actions(actions),
-      m_name(new QLabel(this)),
-      m_where(new QLabel(this)),
+      m_name(kit::MakeLabel("SelectedSoundLabel", kit::TextStyle::Title, "", this)),
+      m_where(kit::MakeLabel("SelectedPlaceLabel", kit::TextStyle::Soft, "", this)),
       m_play(new QPushButton(this)),
-      m_volumeLabel(new QLabel(QStringLiteral("&Volume"), this)),
+      m_volumeLabel(kit::MakeLabel("", kit::TextStyle::Plain, tr("&Volume"), this)),
       m_volume(new QSlider(Qt::Horizontal, this)),
-      m_percent(new QLabel(this)),
+      m_percent(kit::MakeLabel("VolumeLabel", kit::TextStyle::Plain, "", this)),
       m_waveform(new WaveformView(this)) {
-  m_name->setObjectName(QStringLiteral("SelectedSoundLabel"));
-  m_where->setObjectName(QStringLiteral("SelectedPlaceLabel"));
   m_play->setObjectName(QStringLiteral("PlayBtn"));
   m_volume->setObjectName(QStringLiteral("VolSlider"));
-  m_percent->setObjectName(QStringLiteral("VolumeLabel"));
   m_waveform->setObjectName(QStringLiteral("Waveform"));
   m_volume->setAccessibleName(QStringLiteral("Volume of the selected sound, in percent"));
   m_waveform->setAccessibleName(QStringLiteral("Waveform of the selected sound"));
@@ -42,11 +40,6 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   kit::SetHelpContext(*m_play, kit::HelpContext::Preview);
   kit::SetHelpContext(*m_waveform, kit::HelpContext::Waveform);
 
-  QFont bold = m_name->font();
-  bold.setBold(true);
-  m_name->setFont(bold);
-  m_name->setTextFormat(Qt::PlainText);
-  kit::Theme::MakeSoft(*m_where);
   m_volumeLabel->setBuddy(m_volume);
   m_volume->setRange(0, 100);
   m_volume->setPageStep(10);
@@ -56,18 +49,18 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   m_percent->setMinimumWidth(m_percent->fontMetrics().horizontalAdvance(QStringLiteral("-100 %")));
 
   auto* head = new QHBoxLayout;
-  head->setSpacing(8);
+  head->setSpacing(kit::kGrid);
   head->addWidget(m_name);
   head->addWidget(m_where);
   head->addStretch(1);
   head->addWidget(m_play);
-  head->addSpacing(8);
+  head->addSpacing(kit::kGrid);
   head->addWidget(m_volumeLabel);
   head->addWidget(m_volume, 3);
   head->addWidget(m_percent);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(12, 8, 12, 12);
-  column->setSpacing(8);
+  column->setContentsMargins(kit::kInset, kit::kGrid, kit::kInset, kit::kInset);
+  column->setSpacing(kit::kGrid);
   column->addLayout(head);
   column->addWidget(m_waveform);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

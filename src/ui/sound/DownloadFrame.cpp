@@ -14,15 +14,15 @@
 #include "core/base/TimeLeft.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/Grid.h"
-#include "ui/kit/Theme.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/ThemeColors.h"
 
 namespace kestrin::ui::sound {
 
 namespace {
 
-using kit::kGrid;
 constexpr int kWidth = 460;
+constexpr int kButtonWidth = 96;
 /// The board goes on with this while a question stands open; with all the rest the program waits.
 constexpr const char* kErasing = "Erasing flash memory ...";
 
@@ -53,13 +53,6 @@ bool IsPress(const QEvent& event) {
   }
 }
 
-QLabel* MakeLabel(const char* name, QWidget& parent) {
-  auto* const label = new QLabel(&parent);
-  label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
-  return label;
-}
-
 }  // namespace
 
 DownloadFrame::DownloadFrame(kit::Dialogs& dialogs, const core::base::Clock& clock, QWidget* parent)
@@ -76,30 +69,22 @@ DownloadFrame::DownloadFrame(kit::Dialogs& dialogs, const core::base::Clock& clo
 }
 
 void DownloadFrame::MakeLayout() {
-  auto* const title = MakeLabel("DownloadTitle", *this);
-  title->setText(tr("Download to the board"));
-  kit::Theme::MakeSoft(*title);
-  m_information = MakeLabel("InformationLabel", *this);
+  auto* const title = kit::MakeLabel("DownloadTitle", kit::TextStyle::Soft, tr("Download to the board"), this);
+  m_information = kit::MakeLabel("InformationLabel", kit::TextStyle::Headline, "", this);
   m_information->setWordWrap(true);
-  QFont large = font();
-  large.setPointSizeF(large.pointSizeF() * 1.4);
-  large.setBold(true);
-  m_information->setFont(large);
-  m_percent = MakeLabel("PercentLabel", *this);
-  m_percent->setFont(large);
+  m_percent = kit::MakeLabel("PercentLabel", kit::TextStyle::Headline, "", this);
   m_percent->setAlignment(Qt::AlignRight | Qt::AlignBottom);
   m_bar = new QProgressBar(this);
   m_bar->setObjectName("DownloadBar");
   m_bar->setAccessibleName(tr("Progress of the download"));
   m_bar->setRange(0, 100);
   m_bar->setTextVisible(false);
-  m_timeLeft = MakeLabel("TimeLeftLabel", *this);
-  kit::Theme::MakeSoft(*m_timeLeft);
-  m_boardHolds = MakeLabel("BoardHoldsLabel", *this);
+  m_timeLeft = kit::MakeLabel("TimeLeftLabel", kit::TextStyle::Soft, "", this);
+  m_boardHolds = kit::MakeLabel("BoardHoldsLabel", kit::TextStyle::Plain, "", this);
   m_boardHolds->setWordWrap(true);
   m_button = new QPushButton(this);
   m_button->setObjectName("CancelBtn");
-  m_button->setMinimumWidth(12 * kGrid);
+  m_button->setMinimumWidth(kButtonWidth);
   m_button->installEventFilter(this);
 
   auto* const state = new QHBoxLayout;
@@ -109,8 +94,8 @@ void DownloadFrame::MakeLayout() {
   bottom->addWidget(m_timeLeft, 1);
   bottom->addWidget(m_button);
   auto* const all = new QVBoxLayout(this);
-  all->setContentsMargins(3 * kGrid, 3 * kGrid, 3 * kGrid, 2 * kGrid);
-  all->setSpacing(kGrid);
+  all->setContentsMargins(kit::kBroad, kit::kBroad, kit::kBroad, kit::kWide);
+  all->setSpacing(kit::kGrid);
   all->addWidget(title);
   all->addLayout(state);
   all->addWidget(m_bar);

@@ -13,9 +13,10 @@
 #include <initializer_list>
 #include <memory>
 
+#include "ui/kit/Grid.h"
 #include "ui/kit/HintLabel.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/LatestJob.h"
-#include "ui/kit/Theme.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/sound/DriveList.h"
 #include "ui/sound/FileListModel.h"
@@ -114,10 +115,7 @@ FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
 }
 
 void FileExplorer::MakeLayout() {
-  auto* title = new QLabel(QStringLiteral("Sounds on this computer"), this);
-  QFont bold = title->font();
-  bold.setBold(true);
-  title->setFont(bold);
+  auto* title = kit::MakeLabel("", kit::TextStyle::Title, tr("Sounds on this computer"), this);
   title->setWordWrap(true);
   m_up->setArrowType(Qt::UpArrow);
   m_up->setToolTip(QStringLiteral("Go to the folder above (Backspace in the folder list)"));
@@ -126,25 +124,26 @@ void FileExplorer::MakeLayout() {
   QSizePolicy pathPolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
   pathPolicy.setHeightForWidth(true);
   m_path->setSizePolicy(pathPolicy);
-  kit::Theme::MakeSoft(*m_path);
-  kit::Theme::MakeSoft(*m_hint);
+  kit::SetTextStyle(*m_path, kit::TextStyle::Soft);
+  kit::SetTextStyle(*m_hint, kit::TextStyle::Soft);
   m_driveList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_dirList->SetEmptyText(QStringLiteral("No folders in here"));
 
   auto* where = new QHBoxLayout;
-  where->setSpacing(4);
+  where->setSpacing(kit::kHalf);
   where->addWidget(m_up);
   where->addWidget(m_path, 1);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(12, 12, 12, 12);
-  column->setSpacing(8);
+  column->setContentsMargins(kit::kInset, kit::kInset, kit::kInset, kit::kInset);
+  column->setSpacing(kit::kGrid);
   column->addWidget(title);
   column->addWidget(m_driveList);
   column->addLayout(where);
   for (SoundListView* list : {m_dirList, m_fileList}) {
     auto* frame = new Card(this);
     auto* inside = new QVBoxLayout(frame);
-    inside->setContentsMargins(1, 4, 1, 4);
+    // The rows' ground reaches up to the card's line.
+    inside->setContentsMargins(1, kit::kHalf, 1, kit::kHalf);
     inside->addWidget(list);
     list->setMinimumHeight(56);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

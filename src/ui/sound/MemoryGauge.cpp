@@ -4,7 +4,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "ui/kit/Theme.h"
+#include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/sound/MemoryBar.h"
 #include "ui/sound/SoundTexts.h"
@@ -43,24 +44,20 @@ QString Legend(const core::sound::MemoryUse& use) {
 
 MemoryGauge::MemoryGauge(QWidget* parent)
     : Card(parent),
-      m_title(new QLabel(QStringLiteral("Board memory"), this)),
-      m_text(new QLabel(this)),
+      m_title(kit::MakeLabel("", kit::TextStyle::Title, tr("Board memory"), this)),
+      m_text(kit::MakeLabel("MemoryLabel", kit::TextStyle::Soft, "", this)),
       m_bar(new MemoryBar(this)) {
   m_bar->setObjectName(QStringLiteral("MemoryStatus"));
-  m_text->setObjectName(QStringLiteral("MemoryLabel"));
   kit::SetHelpContext(*this, kit::HelpContext::Memory);
-  QFont bold = m_title->font();
-  bold.setBold(true);
-  m_title->setFont(bold);
   m_text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
   auto* head = new QHBoxLayout;
-  head->setSpacing(8);
+  head->setSpacing(kit::kGrid);
   head->addWidget(m_title);
   head->addWidget(m_text, 1);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(12, 8, 12, 12);
-  column->setSpacing(8);
+  column->setContentsMargins(kit::kInset, kit::kGrid, kit::kInset, kit::kInset);
+  column->setSpacing(kit::kGrid);
   column->addLayout(head);
   column->addWidget(m_bar);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

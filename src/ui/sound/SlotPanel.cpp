@@ -6,7 +6,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "ui/kit/Theme.h"
+#include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/sound/SlotList.h"
 #include "ui/sound/SlotListModel.h"
@@ -41,7 +42,7 @@ SlotPanel::SlotPanel(SoundActions& actions, core::sound::SlotKind kind, QWidget*
       m_kind(kind),
       m_sounds(new SlotListModel(actions.Set(), kind, this)),
       m_option(new QRadioButton(SlotMnemonic(kind), this)),
-      m_count(new QLabel(this)),
+      m_count(kit::MakeLabel("", kit::TextStyle::Soft, "", this)),
       m_list(new SlotList(actions, *m_sounds, this)) {
   for (const ControlNames& names : kControls) {
     if (names.kind != kind) continue;
@@ -54,22 +55,19 @@ SlotPanel::SlotPanel(SoundActions& actions, core::sound::SlotKind kind, QWidget*
   m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));
   m_option->setToolTip(QStringLiteral("Double-clicked files go into ") + SlotTitle(kind));
   m_list->setAccessibleName(SlotTitle(kind) + (isList ? QStringLiteral(" sounds") : QStringLiteral(" sound")));
-  QFont bold = m_option->font();
-  bold.setBold(true);
-  m_option->setFont(bold);
-  kit::Theme::MakeSoft(*m_count);
+  kit::SetTextStyle(*m_option, kit::TextStyle::Title);
 
   auto* head = new QHBoxLayout;
-  head->setSpacing(8);
+  head->setSpacing(kit::kGrid);
   head->addWidget(m_option);
   head->addStretch();
   head->addWidget(m_count);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(8, 8, 8, 8);
-  column->setSpacing(4);
+  column->setContentsMargins(kit::kGrid, kit::kGrid, kit::kGrid, kit::kGrid);
+  column->setSpacing(kit::kHalf);
   column->addLayout(head);
   column->addWidget(m_list);
-  head->setContentsMargins(4, 0, 4, 0);
+  head->setContentsMargins(kit::kHalf, 0, kit::kHalf, 0);
 
   setSizePolicy(QSizePolicy::Expanding, isList ? QSizePolicy::Expanding : QSizePolicy::Fixed);
   m_option->installEventFilter(this);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/sound/DetailPanel.h"
 #include "ui/sound/FileExplorer.h"
@@ -24,8 +25,6 @@
 namespace kestrin::ui::sound {
 
 namespace {
-
-constexpr int kGap = 8;
 
 /// Shows a context menu and takes it away when it closes.
 void PopUp(std::unique_ptr<QMenu> menu, const QPoint& where) {
@@ -97,8 +96,9 @@ void SoundPage::MakeLayout() {
   auto* page = new QHBoxLayout(this);
   page->addWidget(m_explorer, 4);
   page->addLayout(right, 11);
-  for (QBoxLayout* layout : std::initializer_list<QBoxLayout*>{singles, lists, right, page}) layout->setSpacing(kGap);
-  page->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
+  for (QBoxLayout* layout : std::initializer_list<QBoxLayout*>{singles, lists, right, page})
+    layout->setSpacing(kit::kGrid);
+  page->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kGrid);
   m_explorer->setMinimumWidth(240);
   m_explorer->setMaximumWidth(400);
 }

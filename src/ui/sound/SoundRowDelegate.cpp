@@ -7,14 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "ui/kit/Grid.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/sound/PlayIcon.h"
 
 namespace kestrin::ui::sound {
 
 namespace {
-
-constexpr int kMargin = 8;
 
 /// A figure of a row: where it stands from the right, and how much room it takes.
 struct Figure {
@@ -33,7 +32,7 @@ std::vector<Figure> FiguresBeside(const QString& name, int room, const QFontMetr
     if (text.isEmpty()) continue;
     // Figures of a list stand in columns when they are about equally long.
     const int width = std::max(metrics.horizontalAdvance(text), metrics.horizontalAdvance(QStringLiteral("00.0 s")));
-    left -= width + kMargin;
+    left -= width + kit::kGrid;
     if (left < 0) break;
     shown.push_back({role, std::move(text), width});
   }
@@ -67,7 +66,7 @@ void PaintWarningSign(QPainter& painter, const QRect& where, const QPalette& pal
 QRect SoundRowDelegate::ActionRect(const QRect& row, const QFontMetrics& metrics, const QModelIndex& index) {
   const QString action = index.data(kActionRole).toString();
   if (action.isEmpty()) return {};
-  const int width = metrics.horizontalAdvance(action) + 2 * kMargin;
+  const int width = metrics.horizontalAdvance(action) + kit::kWide;
   return {row.right() - width + 1, row.top(), width, row.height()};
 }
 
@@ -85,7 +84,7 @@ void SoundRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
   else if (option.state.testFlag(QStyle::State_MouseOver))
     painter->fillRect(option.rect, kit::ColorOf(ColorRole::AccentSoft, palette));
 
-  QRect room = option.rect.adjusted(kMargin, 0, -kMargin, 0);
+  QRect room = option.rect.adjusted(kit::kGrid, 0, -kit::kGrid, 0);
   const QFontMetrics metrics(option.font);
   const bool isPlaying = index.data(kPlayingRole).toBool();
   if (const QString number = index.data(kNumberRole).toString(); !number.isEmpty()) {
@@ -96,10 +95,10 @@ void SoundRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
                         number);
     }
     if (isPlaying) PaintPlaySign(*painter, QRect(room.left(), room.top(), width, room.height()), palette);
-    room.setLeft(room.left() + width + kMargin);
+    room.setLeft(room.left() + width + kit::kGrid);
   } else if (isPlaying) {
-    PaintPlaySign(*painter, QRect(room.left(), room.top(), kMargin * 2, room.height()), palette);
-    room.setLeft(room.left() + kMargin * 2);
+    PaintPlaySign(*painter, QRect(room.left(), room.top(), kit::kWide, room.height()), palette);
+    room.setLeft(room.left() + kit::kWide);
   }
 
   const QString name = index.data(Qt::DisplayRole).toString();
@@ -109,13 +108,13 @@ void SoundRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->setPen(isPlain ? text : kit::ColorOf(ColorRole::Accent, palette));
     painter->drawText(action, Qt::AlignCenter, index.data(kActionRole).toString());
     room.setRight(action.left() - 1);
-    PaintWarningSign(*painter, QRect(room.left(), room.top(), 2 * kMargin, room.height()), palette);
-    room.setLeft(room.left() + 2 * kMargin + kMargin / 2);
+    PaintWarningSign(*painter, QRect(room.left(), room.top(), kit::kWide, room.height()), palette);
+    room.setLeft(room.left() + kit::kWide + kit::kHalf);
   }
   painter->setPen(soft);
   for (const Figure& figure : FiguresBeside(name, room.width(), metrics, index)) {
     painter->drawText(room, Qt::AlignVCenter | Qt::AlignRight, figure.text);
-    room.setRight(room.right() - figure.width - kMargin);
+    room.setRight(room.right() - figure.width - kit::kGrid);
   }
 
   painter->setPen(text);

@@ -2,6 +2,8 @@
 
 #include <QStyledItemDelegate>
 
+#include "ui/kit/Grid.h"
+
 namespace kestrin::ui::sound {
 
 /// Draws a row of a sound list: a number, the name, and soft figures at the right. A narrow row shows the name alone;
@@ -28,7 +30,7 @@ class SoundRowDelegate : public QStyledItemDelegate {
   /// The part of a row's rectangle in which kActionRole stands; empty when the row has none.
   [[nodiscard]] static QRect ActionRect(const QRect& row, const QFontMetrics& metrics, const QModelIndex& index);
   /// The height of a row in that font.
-  [[nodiscard]] static int RowHeight(const QFontMetrics& metrics) { return metrics.height() + 8; }
+  [[nodiscard]] static int RowHeight(const QFontMetrics& metrics) { return metrics.height() + kit::kGrid; }
 };
 
 }  // namespace kestrin::ui::sound

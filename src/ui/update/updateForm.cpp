@@ -14,6 +14,7 @@
 
 #include "ui/kit/Card.h"
 #include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/MessageIcon.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -27,16 +28,17 @@ namespace {
 
 using kit::kGrid;
 constexpr int kWidth = 480;
-constexpr int kMargin = 3 * kGrid;
 constexpr int kIconSide = 40;
-constexpr int kButtonWidth = 12 * kGrid;
-constexpr int kButtonHeight = 4 * kGrid;
+constexpr int kButtonWidth = 96;
+constexpr int kButtonHeight = 32;
 
 /// The groove of a bar.
 class Groove : public QFrame {
+  static constexpr int kThickness = 8;
+
  public:
   explicit Groove(QWidget* parent) : QFrame(parent) {
-    setFixedHeight(kGrid);
+    setFixedHeight(kThickness);
     setAutoFillBackground(false);
   }
 
@@ -106,16 +108,10 @@ void updateForm::Fit() {
 void updateForm::MakeControls() {
   m_border = new kit::Card(this);
   m_border->setObjectName("formBorder");
-  m_title = new QLabel(m_border);
-  m_title->setObjectName("formTitle");
-  m_title->setTextFormat(Qt::PlainText);
-  QFont large = m_title->font();
-  large.setPointSizeF(large.pointSizeF() * 1.4);
-  large.setBold(true);
-  m_title->setFont(large);
+  m_title = kit::MakeLabel("formTitle", kit::TextStyle::Headline, "", m_border);
   m_step = new kit::WrapLabel(m_border);
   m_step->setObjectName("updateStep");
-  kit::Theme::MakeSoft(*m_step);
+  kit::SetTextStyle(*m_step, kit::TextStyle::Soft);
   m_element = new kit::WrapLabel(m_border);
   m_element->setObjectName("updateElement");
   // Long names may take a second line without moving what is below.
@@ -127,7 +123,7 @@ void updateForm::MakeControls() {
   m_hint = new kit::WrapLabel(m_border);
   m_hint->setObjectName("closeHint");
   m_hint->setText(tr("Close this window or press Esc to cancel; what has arrived is kept."));
-  kit::Theme::MakeSoft(*m_hint);
+  kit::SetTextStyle(*m_hint, kit::TextStyle::Soft);
   m_button1 = MakeButton(1);
   m_button2 = MakeButton(2);
   kit::Theme::MakePrimary(*m_button2.background);
@@ -139,12 +135,12 @@ void updateForm::MakeControls() {
 
 void updateForm::MakeLayout() {
   auto* const lines = new QVBoxLayout;
-  lines->setSpacing(kGrid / 2);
+  lines->setSpacing(kit::kHalf);
   lines->addWidget(m_title);
   lines->addWidget(m_step);
   lines->addWidget(m_element);
   auto* const report = new QHBoxLayout;
-  report->setSpacing(2 * kGrid);
+  report->setSpacing(kit::kWide);
   for (QLabel* const icon : {m_okIcon, m_warningIcon}) report->addWidget(icon, 0, Qt::AlignTop);
   report->addLayout(lines, 1);
   auto* const buttons = new QHBoxLayout;
@@ -156,15 +152,15 @@ void updateForm::MakeLayout() {
   buttons->addWidget(m_button2.background);
 
   auto* const inside = new QVBoxLayout(m_border);
-  inside->setContentsMargins(kMargin, kMargin, kMargin, 2 * kGrid);
-  inside->setSpacing(2 * kGrid);
+  inside->setContentsMargins(kit::kBroad, kit::kBroad, kit::kBroad, kit::kWide);
+  inside->setSpacing(kit::kWide);
   inside->addLayout(report);
   inside->addWidget(m_bar1.background);
   inside->addWidget(m_bar2.background);
   inside->addStretch(1);
   inside->addLayout(buttons);
   auto* const all = new QVBoxLayout(this);
-  all->setContentsMargins(2 * kGrid, 2 * kGrid, 2 * kGrid, 2 * kGrid);
+  all->setContentsMargins(kit::kWide, kit::kWide, kit::kWide, kit::kWide);
   all->addWidget(m_border);
 }
 
@@ -184,9 +180,8 @@ updateForm::Button updateForm::MakeButton(int number) {
   button.background->setObjectName(QString("formButtonBackground%1").arg(number));
   button.background->setMinimumSize(kButtonWidth, kButtonHeight);
   button.background->setAutoDefault(false);
-  button.caption = new QLabel(button.background);
-  button.caption->setObjectName(QString("formButtonCaption%1").arg(number));
-  button.caption->setTextFormat(Qt::PlainText);
+  button.caption =
+      kit::MakeLabel(QString("formButtonCaption%1").arg(number), kit::TextStyle::Plain, "", button.background);
   button.caption->setAlignment(Qt::AlignCenter);
   button.caption->setAttribute(Qt::WA_TransparentForMouseEvents);
   auto* const over = new QHBoxLayout(button.background);

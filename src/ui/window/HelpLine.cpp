@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "ui/kit/HelpText.h"
-#include "ui/kit/Theme.h"
+#include "ui/kit/Labels.h"
 
 namespace kestrin::ui::window {
 
@@ -39,7 +39,7 @@ HelpLine::HelpLine(QWidget* parent) : QLabel(kit::PressF1(), parent) {
   setTextFormat(Qt::PlainText);
   // A long text must not widen the window.
   setWordWrap(true);
-  kit::Theme::MakeSoft(*this);
+  kit::SetTextStyle(*this, kit::TextStyle::Soft);
   kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::HelpLine);
   m_newsTimer.setSingleShot(true);
   m_newsTimer.setInterval(kNewsMilliseconds);

@@ -14,6 +14,7 @@
 
 #include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -68,35 +69,25 @@ void AddPicture(QIcon& icon, const QIcon& disabled) {
     icon.addPixmap(disabled.pixmap(disabled.availableSizes().constFirst()), QIcon::Disabled);
 }
 
-QLabel* MakeLabel(const char* name, QWidget& parent) {
-  auto* const label = new QLabel(&parent);
-  label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
-  return label;
-}
-
 }  // namespace
 
 ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(parent), m_pictures(pictures) {
   setObjectName("ToolRow");
   kit::SetHelpOfGround(*this);
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(2 * kit::kGrid, kit::kGrid, 2 * kit::kGrid, kit::kGrid);
-  row->setSpacing(kit::kGrid / 2);
-  m_logo = MakeLabel("LogoPicture", *this);
+  row->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kGrid);
+  row->setSpacing(kit::kHalf);
+  m_logo = kit::MakeLabel("LogoPicture", kit::TextStyle::Plain, "", this);
   m_logo->setAccessibleName(tr("Corvent"));
   row->addWidget(m_logo);
   row->addSpacing(kit::kGrid);
   MakeButtons(*row);
 
-  m_set = MakeLabel("SetLabel", *this);
+  m_set = kit::MakeLabel("SetLabel", kit::TextStyle::Soft, "", this);
   m_set->setAlignment(Qt::AlignRight);
-  kit::Theme::MakeSoft(*m_set);
-  m_online = MakeLabel("OnlinePicture", *this);
-  m_noBoard = MakeLabel("NoBoardLabel", *this);
-  m_noBoard->setText(tr("No board connected"));
-  kit::Theme::MakeSoft(*m_noBoard);
-  m_serial = MakeLabel("SerialLabel", *this);
+  m_online = kit::MakeLabel("OnlinePicture", kit::TextStyle::Plain, "", this);
+  m_noBoard = kit::MakeLabel("NoBoardLabel", kit::TextStyle::Soft, tr("No board connected"), this);
+  m_serial = kit::MakeLabel("SerialLabel", kit::TextStyle::Plain, "", this);
   m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
   m_serial->setWordWrap(true);
   for (QLabel* const label : {m_noBoard, m_serial}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -106,7 +97,7 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   board->addWidget(m_serial, 1);
   board->addWidget(m_online);
   auto* const state = new QVBoxLayout;
-  state->setSpacing(kit::kGrid / 2);
+  state->setSpacing(kit::kHalf);
   state->addStretch(1);
   state->addLayout(board);
   state->addWidget(m_set);
@@ -128,9 +119,9 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
       m_edit = new QWidget(this);
       auto* const edit = new QHBoxLayout(m_edit);
       edit->setContentsMargins(0, 0, 0, 0);
-      edit->setSpacing(kit::kGrid / 2);
+      edit->setSpacing(kit::kHalf);
       layout.addWidget(m_edit);
-      layout.addSpacing(2 * kit::kGrid);
+      layout.addSpacing(kit::kWide);
     }
     auto* const button = new QToolButton(this);
     button->setObjectName(facts.control);
