@@ -71,7 +71,8 @@ class LSU_Configuration {
   [[nodiscard]] MemoryMapResult MakeMemoryMap(const std::function<bool(int percent)>& progress,
                                               const base::EventPump& pump = {});
 
-  /// The file table, see docs/file-formats.md; 30 + 6 bytes for each list file. Needs MakeMemoryMap() before.
+  /// The file table, see docs/file-formats.md; 30 bytes and 6 for each list file. What it holds needs MakeMemoryMap()
+  /// before, its size does not.
   [[nodiscard]] std::vector<std::uint8_t> GetFileTable() const;
 
   /// The file at list position 1 .. 12. Throws std::out_of_range beyond.

@@ -24,8 +24,6 @@ namespace {
 
 constexpr std::int32_t kFewestSamples = 49;
 constexpr std::int64_t kMostSamples = std::numeric_limits<std::int32_t>::max();
-/// The header word of the file, in samples.
-constexpr std::int64_t kHeaderWords = 2;
 
 /// What stands in the way of coding a file.
 enum class Obstacle { None, Missing, Unreadable, Changed, TooLong, TooLoud };
@@ -134,6 +132,13 @@ std::string WavHeader(std::uint32_t dataBytes) {
 
 }  // namespace
 
+bool LSU_SoundFile::HasSoundName(const fs::path& path) {
+  // A path without a point is a single piece and has no ending.
+  const std::string name = base::TextOf(path);
+  const std::size_t point = name.rfind('.');
+  return point != name.npos && base::EqualsIgnoringCase(std::string_view(name).substr(point + 1), "LSU");
+}
+
 bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath, const base::EventPump& pump) {
   m_path = FileNameAndPath;
   m_nrOfSamples = 0;
@@ -147,17 +152,12 @@ bool LSU_SoundFile::ReadFile(const fs::path& FileNameAndPath, const base::EventP
 }
 
 LSU_SoundFile::Flaw LSU_SoundFile::Measure(const base::EventPump& pump) {
-  // What follows the last point of the whole path; a path without one is a single piece and no extension.
-  const std::string name = base::TextOf(m_path);
-  const std::size_t point = name.rfind('.');
-  if (point == name.npos || !base::EqualsIgnoringCase(std::string_view(name).substr(point + 1), "LSU"))
-    return Flaw::Ending;
+  if (!HasSoundName(m_path)) return Flaw::Ending;
 
   // Gigabytes need not be read to be refused; a file that grows meanwhile is counted below.
   std::error_code error;
   const std::uintmax_t size = fs::file_size(m_path, error);
-  if (!error && size / sizeof(std::int16_t) > static_cast<std::uintmax_t>(kMostSamples + kHeaderWords))
-    return Flaw::TooLong;
+  if (!error && SamplesIn(size) > static_cast<std::uintmax_t>(kMostSamples)) return Flaw::TooLong;
 
   SampleReader reader(m_path);
   std::int64_t count = 0;

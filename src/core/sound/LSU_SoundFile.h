@@ -29,6 +29,11 @@ class LSU_SoundFile {
   /// Bytes in the coded stream of a file with that many samples: three for every two, an odd count getting one more.
   [[nodiscard]] static std::int64_t CodedBytes(std::int32_t samples) { return (std::int64_t{samples} + 1) / 2 * 3; }
 
+  /// Bytes in front of the samples of a ".lsu" file.
+  static constexpr std::size_t kHeaderBytes = 4;
+  /// Whether a file of that name is taken for a sound: what follows the last "." of its path is "lsu", in any letter
+  /// case.
+  [[nodiscard]] static bool HasSoundName(const std::filesystem::path& path);
   /// Bytes of a ".lsu" file with that many samples.
   [[nodiscard]] static constexpr std::uintmax_t FileBytes(std::int32_t samples) {
     return kHeaderBytes + kSampleBytes * static_cast<std::uintmax_t>(samples);
@@ -39,7 +44,7 @@ class LSU_SoundFile {
   }
 
   /// Starts over with the file `FileNameAndPath`: volume 100 %, samples counted, peak measured, no coded stream.
-  /// True when the file is usable: its name ends in ".lsu" (any letter case), it reads, it has at least 49 samples and
+  /// True when the file is usable: HasSoundName(), it reads, it has at least 49 samples and
   /// one of them is not 0. Never creates a file; refuses folders and files of more than 2^31-1 samples. `pump` gets its
   /// turn on the way; when it throws, there is no file.
   [[nodiscard]] bool ReadFile(const std::filesystem::path& FileNameAndPath, const base::EventPump& pump = {});
@@ -102,8 +107,7 @@ class LSU_SoundFile {
   [[nodiscard]] LSU_SoundFile WithoutStream() const;
 
  private:
-  static constexpr std::uintmax_t kHeaderBytes = 4;
-  static constexpr std::uintmax_t kSampleBytes = 2;
+  static constexpr std::uintmax_t kSampleBytes = sizeof(std::int16_t);
 
   /// What ReadFile() found wrong.
   enum class Flaw { None, Ending, Missing, NotAFile, Unreadable, TooLong, TooShort, Silent };

@@ -7,12 +7,6 @@
 
 namespace kestrin::core::sound {
 
-bool PreviewFile::IsPlayable(const std::filesystem::path& path) {
-  const std::string text = base::TextOf(path);
-  const std::size_t dot = text.rfind('.');
-  return !text.empty() && base::EqualsIgnoringCase(dot == std::string::npos ? text : text.substr(dot + 1), "LSU");
-}
-
 PreviewFile::Written PreviewFile::Write(const std::filesystem::path& sound,
                                         std::span<const std::filesystem::path> folders) {
   LSU_SoundFile file;

@@ -18,9 +18,6 @@ class PreviewFile {
     std::string problem;
   };
 
-  /// Whether the last piece of the path behind a "." is "lsu", in any letter case. Others are not played.
-  [[nodiscard]] static bool IsPlayable(const std::filesystem::path& path);
-
   /// Writes the copy of `sound` into the first of the folders that takes it; missing folders are made.
   [[nodiscard]] static Written Write(const std::filesystem::path& sound,
                                      std::span<const std::filesystem::path> folders);

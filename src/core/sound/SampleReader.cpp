@@ -5,6 +5,8 @@
 #include <bit>
 #include <system_error>
 
+#include "sound/LSU_SoundFile.h"
+
 namespace kestrin::core::sound {
 
 namespace fs = std::filesystem;
@@ -25,7 +27,7 @@ SampleReader::SampleReader(const fs::path& path) {
   m_file.rdbuf()->pubsetbuf(nullptr, 0);
   m_file.open(path, std::ios::binary);
   if (!m_file) return;
-  std::array<char, 4> header;
+  std::array<char, LSU_SoundFile::kHeaderBytes> header;
   m_file.read(header.data(), header.size());
   if (m_file.bad()) return;
   m_state = State::Good;

@@ -4,6 +4,7 @@
 #include <span>
 #include <system_error>
 
+#include "sound/LSU_SoundFile.h"
 #include "sound/SampleReader.h"
 
 namespace kestrin::core::sound {
@@ -12,11 +13,10 @@ namespace fs = std::filesystem;
 
 std::optional<std::vector<WaveformColumn>> WaveformReader::Read(const fs::path& path, std::size_t columns,
                                                                 const std::function<bool()>& goOn) {
-  constexpr std::uintmax_t kHeaderBytes = 4;
   std::error_code error;
   const std::uintmax_t bytes = fs::file_size(path, error);
-  if (error || columns == 0 || bytes < kHeaderBytes + sizeof(std::int16_t)) return std::nullopt;
-  const auto samples = static_cast<std::size_t>((bytes - kHeaderBytes) / sizeof(std::int16_t));
+  const std::size_t samples = error ? 0 : static_cast<std::size_t>(LSU_SoundFile::SamplesIn(bytes));
+  if (columns == 0 || samples == 0) return std::nullopt;
   columns = std::min(columns, samples);
 
   std::vector<WaveformColumn> result;

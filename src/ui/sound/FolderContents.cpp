@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "core/sound/LSU_SoundFile.h"
 #include "ui/sound/NaturalOrder.h"
 #include "ui/sound/SoundTexts.h"
 
@@ -20,7 +21,7 @@ FolderContents FolderContents::Of(const fs::path& folder, const std::function<bo
     std::error_code ignored;
     if (entry->is_directory(ignored)) {
       if (!name.startsWith(QLatin1Char('.'))) contents.folders.push_back({entry->path(), std::move(name), 0});
-    } else if (IsSoundName(name) && entry->is_regular_file(ignored)) {
+    } else if (core::sound::LSU_SoundFile::HasSoundName(entry->path()) && entry->is_regular_file(ignored)) {
       const auto size = static_cast<qint64>(entry->file_size(ignored));
       contents.sounds.push_back({entry->path(), std::move(name), ignored ? 0 : size});
     }

@@ -51,6 +51,4 @@ QString PlaceTitle(const core::sound::SoundPlace& place) {
   return core::sound::SlotOf(place.kind).isList ? title + QLatin1Char(' ') + QString::number(place.position) : title;
 }
 
-bool IsSoundName(const QString& name) { return name.endsWith(QLatin1String(".lsu"), Qt::CaseInsensitive); }
-
 }  // namespace kestrin::ui::sound

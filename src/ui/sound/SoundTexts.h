@@ -25,7 +25,4 @@ namespace kestrin::ui::sound {
 /// Slot and position: "Motion 3", "Idle".
 [[nodiscard]] QString PlaceTitle(const core::sound::SoundPlace& place);
 
-/// Whether the name ends in ".lsu", in any letter case.
-[[nodiscard]] bool IsSoundName(const QString& name);
-
 }  // namespace kestrin::ui::sound

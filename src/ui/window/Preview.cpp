@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 
+#include "core/sound/LSU_SoundFile.h"
 #include "core/sound/PreviewFile.h"
 #include "ui/kit/PathText.h"
 
@@ -37,7 +38,7 @@ Preview::Preview(core::sound::SoundPlayer& player, std::vector<std::filesystem::
 Preview::~Preview() { m_player.Stop(); }
 
 void Preview::Play(const std::filesystem::path& sound) {
-  if (!core::sound::PreviewFile::IsPlayable(sound)) return;
+  if (!core::sound::LSU_SoundFile::HasSoundName(sound)) return;
   Stop();
   m_wanted = sound;
   emit preparing(true);

@@ -46,6 +46,14 @@ TEST(LSU_SoundFileRead, TheLastPieceOfThePathDecidesWhetherItIsASound) {
   }
 }
 
+TEST(LSU_SoundFileRead, ANameTellsWhetherAFileIsTakenForASound) {
+  for (const char* const name : {"hum.lsu", "C:\\my.sounds\\HUM.LSU", "hum.wav.lSu", ".lsu"})
+    EXPECT_TRUE(LSU_SoundFile::HasSoundName(name)) << name;
+  // The last is a letter that some take for an "s".
+  for (const char* const name : {"", "hum", "lsu", "hum.wav", "hum.lsu.wav", "hum.lsu2", "hum.l\xC5\xBFu"})
+    EXPECT_FALSE(LSU_SoundFile::HasSoundName(name)) << name;
+}
+
 TEST(LSU_SoundFileRead, TheSizeOfAFileTellsItsSamples) {
   struct Row {
     std::uintmax_t bytes;

@@ -13,17 +13,6 @@ using support::TemporaryFolder;
 using support::WriteBytes;
 using support::WriteSoundFile;
 
-TEST(PreviewFile, PlaysOnlyWhatEndsInLsu) {
-  EXPECT_TRUE(PreviewFile::IsPlayable("hum.lsu"));
-  EXPECT_TRUE(PreviewFile::IsPlayable("C:\\my.sounds\\HUM.LSU"));
-  EXPECT_TRUE(PreviewFile::IsPlayable("hum.wav.lSu"));
-  EXPECT_FALSE(PreviewFile::IsPlayable(""));
-  EXPECT_FALSE(PreviewFile::IsPlayable("hum.wav"));
-  EXPECT_FALSE(PreviewFile::IsPlayable("hum.lsu.wav"));
-  EXPECT_FALSE(PreviewFile::IsPlayable("hum"));
-  EXPECT_FALSE(PreviewFile::IsPlayable("hum.lsu2"));
-}
-
 TEST(PreviewFile, IsWrittenIntoTheFirstFolderThatTakesIt) {
   const TemporaryFolder folder;
   const auto samples = support::SomeSamples(60);
