@@ -10,9 +10,9 @@ namespace kestrin::core::led {
 namespace fs = std::filesystem;
 
 bool LedCatalogue::Read() {
-  const bool read = m_lines.Read(m_file);
-  m_problem = m_lines.Problem();
-  return read;
+  const base::Result<> read = m_lines.Read(m_file);
+  m_problem = read.Text();
+  return static_cast<bool>(read);
 }
 
 bool LedCatalogue::CheckHeader() {

@@ -36,8 +36,8 @@ std::string LevelsText(const LED_Pulse& pulse, std::int16_t (LED_Pulse::*get)(in
 }  // namespace
 
 bool LedSettingsFile::Open(const std::filesystem::path& file) {
-  const bool read = m_lines.Read(file);
-  m_problem = m_lines.Problem();
+  const base::Result<> read = m_lines.Read(file);
+  m_problem = read.Text();
   std::string_view text;
   return read && StartLine(1, text) && (text == kMagic || Refuse("\"" + std::string(kMagic) + "\" is expected"));
 }
