@@ -55,7 +55,7 @@ class NothingKept final : public device::KeptParameters {
 /// A board online behind a session.
 struct Rig {
   explicit Rig(const simulator::BoardOptions& options)
-      : agent(simulator::SimulatedAgent::Create(options, clock).agent), session(*agent, sessionView) {
+      : agent(std::make_unique<simulator::SimulatedAgent>(options, clock)), session(*agent, sessionView) {
     static_cast<void>(session.SearchAtStartUp());
   }
 

@@ -6,8 +6,8 @@
 function folder(path, parts, count) {
   count = split(path, parts, "/")
   if (count < 2) return path
-  # These are one house each.
-  if (parts[1] == "simulator" || parts[1] == "cli" || parts[1] == "programs") return parts[1]
+  # Where the table has a row for the house alone, what has no row of its own belongs to it.
+  if (!((parts[1] "/" parts[2]) in known) && parts[1] in known) return parts[1]
   return parts[1] "/" parts[2]
 }
 

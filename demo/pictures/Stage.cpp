@@ -25,11 +25,9 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
       m_kept(ui::kit::PathOf(m_folder.path()), m_disk),
       m_settings(m_folder.filePath("settings.ini"), QSettings::IniFormat) {
   const bool none = board == kNoBoard;
-  const auto parsed = simulator::BoardOptions::Parse(none ? "" : board);
-  auto created = simulator::SimulatedAgent::Create(parsed.options, m_clock, m_gate.Pump());
-  const std::string problem = parsed.problem + created.problem;
-  if (!problem.empty()) throw std::runtime_error(problem);
-  m_agent = std::move(created.agent);
+  const auto options = simulator::BoardOptions::Parse(none ? "" : board);
+  if (!options) throw std::runtime_error(options.Text());
+  m_agent = std::make_unique<simulator::SimulatedAgent>(*options, m_clock, m_gate.Pump());
   if (none) m_agent->Unplug();
   m_window = std::make_unique<ui::window::Main>(
       ui::window::Surroundings{*m_agent, m_gate, m_clock, m_disk, m_dialogs, m_player, m_folders, m_kept, m_sleep,

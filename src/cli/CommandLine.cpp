@@ -168,10 +168,10 @@ class Parser {
 
 Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& interrupt) {
   try {
-    const platform::boards::BoardChoice::Parsed board = platform::boards::BoardChoice::Parse(options.board);
-    if (!board.problem.empty()) throw CommandFailure(ExitCode::WrongUsage, board.problem);
+    const auto board = platform::boards::BoardChoice::Parse(options.board);
+    if (!board) throw CommandFailure(ExitCode::WrongUsage, board.Text());
     platform::files::SystemDisk disk;
-    Context context{options, board.choice, interrupt, disk};
+    Context context{options, *board, interrupt, disk};
     return command.Run(context);
   } catch (const CommandFailure& failure) {
     const std::string& detail = failure.Detail();

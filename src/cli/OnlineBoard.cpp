@@ -11,10 +11,9 @@ namespace kestrin::cli {
 namespace {
 
 std::unique_ptr<core::device::THIDagent> AgentOf(Context& context, core::base::Clock& clock) {
-  platform::boards::BoardAgent made =
-      platform::boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump(), context.disk);
-  if (!made.problem.empty()) throw CommandFailure(ExitCode::Failed, made.problem);
-  return std::move(made.agent);
+  auto made = platform::boards::MakeBoardAgent(context.board, clock, context.interrupt.Pump(), context.disk);
+  if (!made) throw CommandFailure(ExitCode::Failed, made.Text());
+  return *std::move(made);
 }
 
 }  // namespace

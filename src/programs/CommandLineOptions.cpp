@@ -50,15 +50,14 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
   const QStringList files = parser.positionalArguments();
   if (files.size() > 1) return problem("Give one sound set only.");
 
-  const platform::boards::BoardChoice::Parsed choice =
-      platform::boards::BoardChoice::Parse(parser.value(board).toStdString());
-  if (!choice.problem.empty()) return problem(QString::fromStdString(choice.problem));
+  const auto choice = platform::boards::BoardChoice::Parse(parser.value(board).toStdString());
+  if (!choice) return problem(QString::fromStdString(choice.Text()));
   CommandLineOptions options;
   options.updateServer = core::update::UpdateServer::Choose(parser.value(server).toStdString(), environmentServer);
   if (!core::update::UpdateServer::IsValid(options.updateServer))
     return problem("\"" + QString::fromStdString(options.updateServer) +
                    "\" is no update server: give HOST or HOST:PORT.");
-  options.board = choice.choice;
+  options.board = *choice;
   options.programFolder = parser.isSet(folder) ? WholePath(parser.value(folder)) : programFolder;
   if (!files.isEmpty()) options.set = WholePath(files.constFirst());
   return {options, "", ""};

@@ -76,8 +76,8 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   core::base::SystemClock clock;
   platform::files::SystemDisk disk;
   ui::kit::CommandGate gate;
-  const platform::boards::BoardAgent board = platform::boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
-  if (!board.problem.empty()) return Tell(stderr, "kestrin: " + QString::fromStdString(board.problem) + '\n', kFailed);
+  const auto board = platform::boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
+  if (!board) return Tell(stderr, "kestrin: " + QString::fromStdString(board.Text()) + '\n', kFailed);
 
   const std::filesystem::path data = DataFolder();
   core::motion::KeptParametersFolder kept(data / core::motion::KeptParametersFolder::kFolderName, disk);
@@ -94,7 +94,7 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   platform::net::CurlTransfer transfer(gate.Pump());
   ui::window::FontUpdate update(transfer, options.updateServer, fonts, disk, gate);
 
-  ui::window::Main window({*board.agent, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
+  ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
                            options.programFolder, data});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <cmath>
 #include <set>
+#include <string>
+#include <utility>
 
 #include "core/base/Numbers.h"
 #include "core/base/Text.h"
@@ -97,37 +99,38 @@ constexpr Key kKeys[] = {
 
 std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
+core::base::Failure NotValid(std::string text) { return {core::base::FailureKind::NotValid, std::move(text)}; }
+
 }  // namespace
 
-BoardOptions::Parsed BoardOptions::Parse(std::string_view text) {
-  Parsed parsed;
-  if (text.empty()) return parsed;
+core::base::Result<BoardOptions> BoardOptions::Parse(std::string_view text) {
+  BoardOptions options;
+  if (text.empty()) return options;
   std::set<std::string_view> seen;
   for (const std::string_view item : core::base::Split(text, ",")) {
     const std::size_t equals = std::min(item.find('='), item.size());
     const std::string_view name = item.substr(0, equals);
     const auto key = std::find_if(std::begin(kKeys), std::end(kKeys), [name](const Key& k) { return k.name == name; });
     if (key == std::end(kKeys)) {
-      parsed.problem = "The simulated board has no key " + Quoted(name) + ": allowed are";
-      for (const Key& known : kKeys) parsed.problem += (&known == kKeys ? " " : ", ") + std::string(known.name);
-      return parsed;
+      std::string problem = "The simulated board has no key " + Quoted(name) + ": allowed are";
+      for (const Key& known : kKeys) problem += (&known == kKeys ? " " : ", ") + std::string(known.name);
+      return NotValid(problem);
     }
-    if (equals == item.size()) {
-      parsed.problem = "The simulated board's key " + Quoted(name) + " needs a value: " + std::string(key->allowed);
-      return parsed;
-    }
-    if (!seen.insert(name).second && !key->repeats) {
-      parsed.problem = "The simulated board's key " + Quoted(name) + " is given twice: it may stand once";
-      return parsed;
-    }
+    const std::string where = "The simulated board's key " + Quoted(name);
+    if (equals == item.size()) return NotValid(where + " needs a value: " + std::string(key->allowed));
+    if (!seen.insert(name).second && !key->repeats) return NotValid(where + " is given twice: it may stand once");
     const std::string_view value = item.substr(equals + 1);
-    if (!key->set(parsed.options, value)) {
-      parsed.problem = Quoted(value) + " is no value for the simulated board's key " + Quoted(name) + ": allowed is " +
-                       std::string(key->allowed);
-      return parsed;
-    }
+    if (!key->set(options, value))
+      return NotValid(Quoted(value) + " is no value for the simulated board's key " + Quoted(name) + ": allowed is " +
+                      std::string(key->allowed));
   }
-  return parsed;
+  return options;
+}
+
+BoardState BoardOptions::Applied(BoardState state) const {
+  state.id = id.value_or(state.id);
+  state.serial = serial.value_or(state.serial);
+  return state;
 }
 
 }  // namespace kestrin::simulator

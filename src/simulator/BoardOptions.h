@@ -3,11 +3,12 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/base/Clock.h"
+#include "core/base/Result.h"
+#include "simulator/BoardState.h"
 #include "simulator/FaultPlan.h"
 
 namespace kestrin::simulator {
@@ -22,10 +23,10 @@ struct BoardOptions {
     Usb,
   };
 
-  struct Parsed;
   /// Reads "KEY=VALUE,KEY=VALUE", what stands behind "sim:" on the command line; "" means that all is as it comes.
-  /// Every key may stand once, `fault` as often as wanted.
-  [[nodiscard]] static Parsed Parse(std::string_view text);
+  /// Every key may stand once, `fault` as often as wanted. A failure says which key or value is wrong and what is
+  /// allowed.
+  static core::base::Result<BoardOptions> Parse(std::string_view text);
 
   /// Empty: what the state folder holds, or the factory's.
   std::optional<std::uint16_t> id;
@@ -36,13 +37,9 @@ struct BoardOptions {
   core::base::Clock::Duration erase{};
   Wire wire = Wire::None;
   std::vector<Fault> faults;
-};
 
-/// What became of a text: the options, or which key or value is wrong and what is allowed.
-struct BoardOptions::Parsed {
-  BoardOptions options;
-  /// "" when the text was good.
-  std::string problem;
+  /// A board's state with the id and serial that are wanted, where they are given.
+  [[nodiscard]] BoardState Applied(BoardState state) const;
 };
 
 }  // namespace kestrin::simulator

@@ -1,6 +1,7 @@
 #include "simulator/SimulatedAgent.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 #include "core/base/RaisedFlag.h"
@@ -24,26 +25,41 @@ constexpr Variable kVariables[] = {{ReportType::Output, core::device::kCommandUs
 
 }  // namespace
 
-SimulatedAgent::Created SimulatedAgent::Create(const BoardOptions& options, core::base::Clock& clock,
-                                               core::base::EventPump pump, core::base::Disk* disk) {
-  std::unique_ptr<SimulatedAgent> agent(new SimulatedAgent(options, clock, std::move(pump), disk));
-  if (!agent->TakeBoard() && !agent->m_inUse) return {nullptr, agent->m_refusal};
-  return {std::move(agent), ""};
+SimulatedAgent::SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump)
+    : SimulatedAgent(options, clock, std::move(pump), nullptr,
+                     std::make_unique<VirtualBoard>(options.Applied({}), options.erase)) {
+  if (!options.dir.empty()) throw std::invalid_argument("a board in memory has no folder");
+}
+
+core::base::Result<std::unique_ptr<SimulatedAgent>> SimulatedAgent::Create(const BoardOptions& options,
+                                                                           core::base::Clock& clock,
+                                                                           core::base::EventPump pump,
+                                                                           BoardSource source) {
+  std::unique_ptr<SimulatedAgent> agent(
+      new SimulatedAgent(options, clock, std::move(pump), std::move(source), nullptr));
+  if (const core::base::Result<> taken = agent->TakeBoard();
+      !taken && taken.Why().kind != core::base::FailureKind::InUse)
+    return taken.Why();
+  return agent;
 }
 
 SimulatedAgent::SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump,
-                               core::base::Disk* disk)
-    : m_options(options), m_clock(clock), m_pump(std::move(pump)), m_disk(disk), m_faults(options.faults) {
+                               BoardSource source, std::unique_ptr<VirtualBoard> board)
+    : m_clock(clock),
+      m_pump(std::move(pump)),
+      m_source(std::move(source)),
+      m_board(std::move(board)),
+      m_faults(options.faults) {
   if (options.wire == BoardOptions::Wire::Usb) m_wire.emplace(clock);
 }
 
-bool SimulatedAgent::TakeBoard() {
-  if (m_board) return true;
-  VirtualBoard::Created created = VirtualBoard::Create(m_options, m_disk);
-  m_board = std::move(created.board);
-  m_inUse = created.inUse;
-  m_refusal = std::move(created.problem);
-  return m_board != nullptr;
+core::base::Result<> SimulatedAgent::TakeBoard() {
+  if (m_board) return {};
+  core::base::Result<std::unique_ptr<VirtualBoard>> board = m_source();
+  m_refusal = board.Text();
+  if (!board) return board.Why();
+  m_board = *std::move(board);
+  return {};
 }
 
 void SimulatedAgent::Unplug() {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -10,6 +11,7 @@
 
 #include "core/base/Clock.h"
 #include "core/base/EventPump.h"
+#include "core/base/Result.h"
 #include "core/device/THIDagent.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/FaultPlan.h"
@@ -28,15 +30,21 @@ class SimulatedAgent final : public core::device::THIDagent {
   /// A read that waits gives the person's interface its turn at least this often.
   static constexpr core::base::Clock::Duration kSlice = std::chrono::milliseconds(20);
 
-  struct Created;
-  /// The board that the options describe, plugged in. Clock and disk must outlive the agent. With a disk, the board's
-  /// folder is kept for this agent; one that another program uses is waited for: see AccessProblem() and Refresh().
-  [[nodiscard]] static Created Create(const BoardOptions& options, core::base::Clock& clock,
-                                      core::base::EventPump pump = {}, core::base::Disk* disk = nullptr);
+  /// Where a board comes from that outlives this program.
+  using BoardSource = std::function<core::base::Result<std::unique_ptr<VirtualBoard>>()>;
+
+  /// The board that the options describe, in memory, plugged in. The clock must outlive the agent. Throws
+  /// std::invalid_argument for options that name a folder: see store::CreateAgent().
+  SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump = {});
+  /// The same for a board from elsewhere; of the options only wire and faults count. One that another program uses
+  /// (the source fails with the kind InUse) is waited for: see AccessProblem() and Refresh(). Any other failure of the
+  /// source is one of this method.
+  static core::base::Result<std::unique_ptr<SimulatedAgent>> Create(const BoardOptions& options,
+                                                                    core::base::Clock& clock,
+                                                                    core::base::EventPump pump, BoardSource source);
 
   /// The board on the other end. Not while another program has it.
   [[nodiscard]] VirtualBoard& Board() { return *m_board; }
-  [[nodiscard]] bool IsPlugged() const { return m_plugged; }
   /// Pulls the board off: it loses its power and whatever it was about to answer.
   void Unplug();
   /// Plugs it in again.
@@ -86,11 +94,11 @@ class SimulatedAgent final : public core::device::THIDagent {
   /// What the HID stack has noticed and nobody was told yet.
   enum class Notice { Removal, Arrival };
 
-  SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump,
-                 core::base::Disk* disk);
+  SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump, BoardSource source,
+                 std::unique_ptr<VirtualBoard> board);
 
-  /// Makes the board unless it is there already. False while that is not possible, for the reason in m_refusal.
-  bool TakeBoard();
+  /// Takes the board from its source unless it is there already.
+  core::base::Result<> TakeBoard();
   [[nodiscard]] bool Matches() const;
   void RequireInterface() const;
   [[nodiscard]] std::span<std::uint8_t> Values();
@@ -99,14 +107,12 @@ class SimulatedAgent final : public core::device::THIDagent {
   [[nodiscard]] std::optional<VirtualBoard::Answer> WaitForAnswer();
   void Pass(std::size_t bytes);
 
-  BoardOptions m_options;
   core::base::Clock& m_clock;
   core::base::EventPump m_pump;
-  core::base::Disk* m_disk;
+  BoardSource m_source;
   /// Empty while another program has it.
   std::unique_ptr<VirtualBoard> m_board;
   std::string m_refusal;
-  bool m_inUse = false;
   FaultPlan m_faults;
   std::optional<UsbWire> m_wire;
 
@@ -128,12 +134,6 @@ class SimulatedAgent final : public core::device::THIDagent {
   std::int32_t m_currentReport = -1;
   std::array<std::uint8_t, core::device::kCommandSize> m_command{};
   VirtualBoard::Answer m_response{};
-};
-
-/// An agent, or a text that says why there is no board.
-struct SimulatedAgent::Created {
-  std::unique_ptr<SimulatedAgent> agent;
-  std::string problem;
 };
 
 }  // namespace kestrin::simulator

@@ -27,31 +27,18 @@ std::uint32_t Get24(std::span<const std::uint8_t> report, std::size_t element) {
   return core::base::GetBig24(report.subspan(element).first<3>());
 }
 
-BoardStore::Opened InMemory(const BoardState& state) { return {nullptr, state, {}, false, ""}; }
-
 }  // namespace
 
-VirtualBoard::Created VirtualBoard::Create(const BoardOptions& options, core::base::Disk* disk) {
-  BoardStore::Opened opened;
-  if (options.dir.empty()) {
-    BoardState state;
-    state.id = options.id.value_or(state.id);
-    state.serial = options.serial.value_or(state.serial);
-    opened = InMemory(state);
-  } else {
-    opened = BoardStore::Open(options, disk);
-    if (!opened.problem.empty()) return {nullptr, opened.inUse, std::move(opened.problem)};
-  }
-  return {std::unique_ptr<VirtualBoard>(new VirtualBoard(options.erase, std::move(opened))), false, ""};
+std::size_t VirtualBoard::FlashSize(std::uint16_t id) {
+  const std::int32_t capacity = device::Identify(id).memoryCapacity.value_or(device::kDefaultMemoryCapacity);
+  return static_cast<std::size_t>(device::FlashSize(capacity));
 }
 
-VirtualBoard::VirtualBoard(const BoardState& state, Time eraseTime) : VirtualBoard(eraseTime, InMemory(state)) {}
+VirtualBoard::VirtualBoard(const BoardState& state, Time eraseTime) : VirtualBoard(state, eraseTime, {}, nullptr) {}
 
-VirtualBoard::VirtualBoard(Time eraseTime, BoardStore::Opened opened)
-    : m_state(opened.state),
-      m_flash(std::move(opened.flash)),
-      m_store(std::move(opened.store)),
-      m_eraseTime(eraseTime) {}
+VirtualBoard::VirtualBoard(const BoardState& state, Time eraseTime, std::vector<std::uint8_t> flash,
+                           std::unique_ptr<BoardKeeper> keeper)
+    : m_state(state), m_flash(std::move(flash)), m_keeper(std::move(keeper)), m_eraseTime(eraseTime) {}
 
 std::span<const std::uint8_t> VirtualBoard::FlashData(ReportView report) {
   switch (Command{report[0]}) {
@@ -77,7 +64,7 @@ void VirtualBoard::Receive(std::span<const std::uint8_t> report, Time now) {
 }
 
 std::span<const std::uint8_t> VirtualBoard::Flash() const {
-  if (m_flash.empty()) m_flash.assign(FlashSizeOf(m_state.id), kErased);
+  if (m_flash.empty()) m_flash.assign(FlashSize(m_state.id), kErased);
   return m_flash;
 }
 
@@ -198,13 +185,13 @@ void VirtualBoard::Accept() {
 }
 
 void VirtualBoard::KeepState() {
-  if (m_store) m_store->WriteState(m_state);
+  if (m_keeper) m_keeper->KeepState(m_state);
 }
 
 void VirtualBoard::Erase(Time now) {
   m_flash.clear();
   m_state.accelerometer.fill(kWipedParameter);
-  if (m_store) m_store->EraseFlash();
+  if (m_keeper) m_keeper->KeepErased();
   KeepState();
   m_eraseEnd = now + m_eraseTime;
 }
@@ -217,7 +204,7 @@ void VirtualBoard::Write(std::uint32_t address, std::span<const std::uint8_t> da
   std::uint8_t* const cells = m_flash.data() + address;
   const std::uint8_t* const bytes = data.data();
   for (std::size_t i = 0; i < count; ++i) cells[i] &= bytes[i];
-  if (m_store) m_store->WriteFlash(m_flash, address, count);
+  if (m_keeper) m_keeper->KeepFlash(m_flash, address, count);
 }
 
 std::uint16_t VirtualBoard::FlashSum(std::uint32_t address, std::uint32_t count) const {

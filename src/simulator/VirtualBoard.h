@@ -11,11 +11,9 @@
 #include <vector>
 
 #include "core/base/Clock.h"
-#include "core/base/Disk.h"
 #include "core/device/Protocol.h"
-#include "simulator/BoardOptions.h"
+#include "simulator/BoardKeeper.h"
 #include "simulator/BoardState.h"
-#include "simulator/store/BoardStore.h"
 
 namespace kestrin::simulator {
 
@@ -39,13 +37,14 @@ class VirtualBoard {
   using Report = std::array<std::uint8_t, core::device::kCommandSize>;
   using ReportView = std::span<const std::uint8_t, core::device::kCommandSize>;
 
-  struct Created;
-  /// A board as the options want it, with its state from the options' folder if they name one. (`wire` and `faults` are
-  /// matters of the way to the board.) With a disk, a folder that another program uses is left alone.
-  [[nodiscard]] static Created Create(const BoardOptions& options, core::base::Disk* disk = nullptr);
+  /// The flash of a board of that model in bytes.
+  [[nodiscard]] static std::size_t FlashSize(std::uint16_t id);
 
-  /// A board that keeps its state in memory, with an erased flash.
+  /// A board that holds its state in memory alone, with an erased flash.
   explicit VirtualBoard(const BoardState& state = {}, Time eraseTime = {});
+  /// A board with FlashSize() bytes of flash that tells its keeper what it holds.
+  VirtualBoard(const BoardState& state, Time eraseTime, std::vector<std::uint8_t> flash,
+               std::unique_ptr<BoardKeeper> keeper);
 
   /// The bytes that a report brings to the flash; none when it is no write command. A count beyond the report's end
   /// brings no more than the report carries.
@@ -64,12 +63,10 @@ class VirtualBoard {
 
   [[nodiscard]] const BoardState& State() const { return m_state; }
   [[nodiscard]] std::span<const std::uint8_t> Flash() const;
-  /// Why the state can no longer be kept in its folder; "" while all is well.
-  [[nodiscard]] std::string Problem() const { return m_store ? m_store->Problem() : ""; }
+  /// Why the state can no longer be kept; "" while all is well.
+  [[nodiscard]] std::string Problem() const { return m_keeper ? m_keeper->Problem() : ""; }
 
  private:
-  VirtualBoard(Time eraseTime, BoardStore::Opened opened);
-
   /// Ends an erase whose time is over and works off what arrived during it.
   void Advance(Time now);
   void Execute(ReportView report, Time now);
@@ -91,21 +88,13 @@ class VirtualBoard {
   /// Empty while it is erased and nobody has looked: most hosts only ask who the board is, and filling it takes longer
   /// than all their commands.
   mutable std::vector<std::uint8_t> m_flash;
-  std::unique_ptr<BoardStore> m_store;
+  std::unique_ptr<BoardKeeper> m_keeper;
   Time m_eraseTime;
   std::optional<Time> m_eraseEnd;
   std::deque<Report> m_waiting;
   /// Answers not taken yet begin at m_nextAnswer; the front is emptied all at once, so that the memory is used again.
   std::vector<Answer> m_answers;
   std::size_t m_nextAnswer = 0;
-};
-
-/// A board, or a text that says what is wrong with its state folder.
-struct VirtualBoard::Created {
-  std::unique_ptr<VirtualBoard> board;
-  /// Another program uses the folder just now; the problem says so.
-  bool inUse = false;
-  std::string problem;
 };
 
 }  // namespace kestrin::simulator

@@ -14,8 +14,9 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 TEST(BoardOptions, AnEmptyTextMeansThatAllIsAsItComes) {
-  const auto [options, problem] = BoardOptions::Parse("");
-  EXPECT_EQ(problem, "");
+  const auto parsed = BoardOptions::Parse("");
+  ASSERT_TRUE(parsed) << parsed.Text();
+  const BoardOptions& options = *parsed;
   EXPECT_FALSE(options.id.has_value());
   EXPECT_FALSE(options.serial.has_value());
   EXPECT_TRUE(options.dir.empty());
@@ -25,10 +26,11 @@ TEST(BoardOptions, AnEmptyTextMeansThatAllIsAsItComes) {
 }
 
 TEST(BoardOptions, TakesEveryKeyAtOnce) {
-  const auto [options, problem] = BoardOptions::Parse(
+  const auto parsed = BoardOptions::Parse(
       "id=64,serial=4b53a4Ff,dir=/some where/b=oard,erase=1.5,wire=usb,fault=write:3,fault=read:9,fault=unplug:20,"
       "fault=flip:7");
-  EXPECT_EQ(problem, "");
+  ASSERT_TRUE(parsed) << parsed.Text();
+  const BoardOptions& options = *parsed;
   EXPECT_EQ(options.id, 64);
   EXPECT_EQ(options.serial, 0x4B53A4FFU);
   EXPECT_EQ(options.dir, std::filesystem::path("/some where/b=oard"));
@@ -39,15 +41,15 @@ TEST(BoardOptions, TakesEveryKeyAtOnce) {
 }
 
 TEST(BoardOptions, TakesTheLimitsOfNumbers) {
-  EXPECT_EQ(BoardOptions::Parse("id=0").options.id, 0);
-  EXPECT_EQ(BoardOptions::Parse("id=65535").options.id, 65535);
-  EXPECT_EQ(BoardOptions::Parse("serial=00000000").options.serial, 0U);
-  EXPECT_EQ(BoardOptions::Parse("serial=FFFFFFFF").options.serial, 0xFFFFFFFFU);
-  EXPECT_EQ(BoardOptions::Parse("erase=0").options.erase, 0s);
-  EXPECT_EQ(BoardOptions::Parse("erase=0.001").options.erase, 1ms);
-  EXPECT_EQ(BoardOptions::Parse("erase=86400").options.erase, 24h);
-  EXPECT_EQ(BoardOptions::Parse("wire=none").options.wire, BoardOptions::Wire::None);
-  EXPECT_THAT(BoardOptions::Parse("fault=write:18446744073709551615").options.faults,
+  EXPECT_EQ(BoardOptions::Parse("id=0")->id, 0);
+  EXPECT_EQ(BoardOptions::Parse("id=65535")->id, 65535);
+  EXPECT_EQ(BoardOptions::Parse("serial=00000000")->serial, 0U);
+  EXPECT_EQ(BoardOptions::Parse("serial=FFFFFFFF")->serial, 0xFFFFFFFFU);
+  EXPECT_EQ(BoardOptions::Parse("erase=0")->erase, 0s);
+  EXPECT_EQ(BoardOptions::Parse("erase=0.001")->erase, 1ms);
+  EXPECT_EQ(BoardOptions::Parse("erase=86400")->erase, 24h);
+  EXPECT_EQ(BoardOptions::Parse("wire=none")->wire, BoardOptions::Wire::None);
+  EXPECT_THAT(BoardOptions::Parse("fault=write:18446744073709551615")->faults,
               ElementsAre(Fault{Fault::Kind::WriteFails, 18446744073709551615U}));
 }
 
@@ -95,26 +97,43 @@ TEST(BoardOptions, NamesTheValueThatIsWrongItsKeyAndWhatIsAllowed) {
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.text);
-    const std::string problem = BoardOptions::Parse(row.text).problem;
+    const auto parsed = BoardOptions::Parse(row.text);
+    ASSERT_FALSE(parsed);
+    EXPECT_EQ(parsed.Why().kind, core::base::FailureKind::NotValid);
+    const std::string& problem = parsed.Why().text;
     EXPECT_THAT(problem, HasSubstr("\"" + std::string(row.value) + "\""));
     EXPECT_THAT(problem, HasSubstr("key \"" + std::string(row.key) + "\""));
     EXPECT_THAT(problem, HasSubstr(row.allowed));
   }
 }
 
+TEST(BoardOptions, GiveABoardTheIdAndSerialThatAreWanted) {
+  BoardState state;
+  state.id = 7;
+  state.serial = 0x12345678;
+  state.resets = 3;
+  EXPECT_EQ(BoardOptions().Applied(state), state);
+  BoardState expected = state;
+  expected.id = 64;
+  EXPECT_EQ(BoardOptions::Parse("id=64")->Applied(state), expected);
+  expected = state;
+  expected.serial = 0;
+  EXPECT_EQ(BoardOptions::Parse("serial=00000000")->Applied(state), expected);
+}
+
 TEST(BoardOptions, NamesAKeyThatIsUnknownAndThoseThatThereAre) {
   for (const char* const text : {"speed=9", "id=1,speed=9", "speed", "ID=1=2,speed=9"}) {
-    const std::string problem = BoardOptions::Parse(text).problem;
+    const std::string problem = BoardOptions::Parse(text).Text();
     EXPECT_THAT(problem, HasSubstr(std::string(text).starts_with("ID") ? "no key \"ID\"" : "no key \"speed\"")) << text;
     EXPECT_THAT(problem, HasSubstr("id, serial, dir, erase, wire, fault")) << text;
   }
-  EXPECT_THAT(BoardOptions::Parse("id=1,").problem, HasSubstr("no key \"\""));
-  EXPECT_THAT(BoardOptions::Parse(",").problem, HasSubstr("no key \"\""));
+  EXPECT_THAT(BoardOptions::Parse("id=1,").Text(), HasSubstr("no key \"\""));
+  EXPECT_THAT(BoardOptions::Parse(",").Text(), HasSubstr("no key \"\""));
 }
 
 TEST(BoardOptions, RefusesAKeyWithoutAValueAndAKeyGivenTwice) {
-  EXPECT_THAT(BoardOptions::Parse("id").problem, HasSubstr("\"id\" needs a value"));
-  EXPECT_THAT(BoardOptions::Parse("id=1,erase=2,id=1").problem, HasSubstr("\"id\" is given twice"));
+  EXPECT_THAT(BoardOptions::Parse("id").Text(), HasSubstr("\"id\" needs a value"));
+  EXPECT_THAT(BoardOptions::Parse("id=1,erase=2,id=1").Text(), HasSubstr("\"id\" is given twice"));
 }
 
 }  // namespace

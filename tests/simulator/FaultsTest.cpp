@@ -19,14 +19,11 @@ using ::testing::ElementsAre;
 class FaultsTest : public ::testing::Test {
  protected:
   std::unique_ptr<SimulatedAgent> Make(const std::string& options) {
-    const BoardOptions::Parsed parsed = BoardOptions::Parse(options);
-    EXPECT_EQ(parsed.problem, "");
-    SimulatedAgent::Created created = SimulatedAgent::Create(parsed.options, m_clock);
-    EXPECT_EQ(created.problem, "");
-    created.agent->SetEvents(&m_recorder);
-    OpenAndSelect(*created.agent);
+    auto agent = std::make_unique<SimulatedAgent>(*BoardOptions::Parse(options), m_clock);
+    agent->SetEvents(&m_recorder);
+    OpenAndSelect(*agent);
     m_recorder.events.clear();
-    return std::move(created.agent);
+    return agent;
   }
 
   support::FakeClock m_clock;
@@ -91,7 +88,7 @@ TEST_F(FaultsTest, UnplugCountsWrittenAndReadReportsTogether) {
 TEST_F(FaultsTest, ABoardThatAFaultUnpluggedCanBePluggedInAgain) {
   const auto agent = Make("fault=unplug:1");
   EXPECT_FALSE(WriteCommand(*agent, {3}));
-  EXPECT_FALSE(agent->IsPlugged());
+  EXPECT_FALSE(agent->SearchAndOpen());
   agent->Plug();
   agent->Refresh();
   OpenAndSelect(*agent);

@@ -25,12 +25,9 @@ class SimulatedAgentTest : public ::testing::Test {
  protected:
   /// An agent for "sim:OPTIONS".
   std::unique_ptr<SimulatedAgent> Make(const std::string& options = "", core::base::EventPump pump = {}) {
-    const BoardOptions::Parsed parsed = BoardOptions::Parse(options);
-    EXPECT_EQ(parsed.problem, "");
-    SimulatedAgent::Created created = SimulatedAgent::Create(parsed.options, m_clock, std::move(pump));
-    EXPECT_EQ(created.problem, "");
-    created.agent->SetEvents(&m_recorder);
-    return std::move(created.agent);
+    auto agent = std::make_unique<SimulatedAgent>(*BoardOptions::Parse(options), m_clock, std::move(pump));
+    agent->SetEvents(&m_recorder);
+    return agent;
   }
 
   support::FakeClock m_clock;

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/base/Result.h"
 #include "simulator/BoardOptions.h"
 
 namespace kestrin::platform::boards {
@@ -11,22 +12,14 @@ namespace kestrin::platform::boards {
 struct BoardChoice {
   enum class Kind { Auto, Path, Simulated };
 
-  struct Parsed;
-  /// "auto", "hid:PATH", "sim" or "sim:KEY=VALUE,...".
-  [[nodiscard]] static Parsed Parse(std::string_view argument);
+  /// "auto", "hid:PATH", "sim" or "sim:KEY=VALUE,...". A failure says what is wrong and what is allowed.
+  static core::base::Result<BoardChoice> Parse(std::string_view argument);
 
   Kind kind = Kind::Auto;
   /// The device path; "" for any.
   std::string path;
   /// The simulated board.
   simulator::BoardOptions simulated;
-};
-
-/// What became of an argument: the choice, or what is wrong with it and what is allowed.
-struct BoardChoice::Parsed {
-  BoardChoice choice;
-  /// "" when the argument was good.
-  std::string problem;
 };
 
 }  // namespace kestrin::platform::boards

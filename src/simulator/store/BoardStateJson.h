@@ -1,21 +1,22 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
+#include <string_view>
 
+#include "core/base/Result.h"
 #include "simulator/BoardState.h"
-#include "simulator/store/Json.h"
 
-namespace kestrin::simulator {
+namespace kestrin::simulator::store {
 
-/// Eight upper-case hexadecimal digits.
-[[nodiscard]] std::string SerialText(std::uint32_t serial);
+/// Objects and arrays may stand in one another this deep.
+inline constexpr int kDeepest = 64;
 
-/// The board's state as the object that "board.json" holds.
-[[nodiscard]] Json ToJson(const BoardState& state);
+/// The board's state as the text of "board.json".
+[[nodiscard]] std::string ToJson(const BoardState& state);
 
-/// Takes over what `json` holds; what it does not hold stays as `state` has it, members without a meaning are passed
-/// over. Returns "" or which member is wrong and what it must be; `state` is then partly changed.
-[[nodiscard]] std::string FromJson(const Json& json, BoardState& state);
+/// The state that such a text holds; what it does not hold is the factory's, members without a meaning are passed over.
+/// Strict: what the format does not allow is a failure, and so is a name that an object has twice. The failure's text
+/// says where the text or which member is wrong and what it must be.
+core::base::Result<BoardState> FromJson(std::string_view text);
 
-}  // namespace kestrin::simulator
+}  // namespace kestrin::simulator::store

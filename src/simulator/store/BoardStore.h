@@ -10,38 +10,39 @@
 #include <vector>
 
 #include "core/base/Disk.h"
+#include "core/base/Result.h"
+#include "simulator/BoardKeeper.h"
 #include "simulator/BoardOptions.h"
 #include "simulator/BoardState.h"
 
-namespace kestrin::simulator {
-
-/// The flash of a board of that model in bytes.
-[[nodiscard]] std::size_t FlashSizeOf(std::uint16_t id);
+namespace kestrin::simulator::store {
 
 /// Keeps a board's state in a folder, so that it outlives the process: "flash.bin", the raw flash image from address 0
 /// up to the highest address written or further, and "board.json", everything else. Both are written as the commands
 /// arrive, so that also a process that is killed leaves what a real board would hold. One board at a time may use a
 /// folder: "board.lock" stands for that, and is nothing but a place for the lock.
-class BoardStore {
+class BoardStore final : public BoardKeeper {
  public:
   struct Opened;
-  /// Opens the folder, makes it when it is absent, and reads what is there. A file or member that is missing means the
-  /// factory's state; `id` and `serial` of the options go before those that are kept. What is damaged is left as it is.
-  /// Nothing is read or written while another holds the folder's lock; without a disk nobody looks.
-  [[nodiscard]] static Opened Open(const BoardOptions& options, core::base::Disk* disk = nullptr);
+  /// Opens the options' folder, makes it when it is absent, and reads what is there. A file or member that is missing
+  /// means the factory's state; `id` and `serial` of the options go before those that are kept. What is damaged is left
+  /// as it is. Nothing is read or written while another holds the folder's lock, which is a failure of the kind InUse;
+  /// without a disk nobody looks. The text of a failure names the file or folder and what is wrong with it.
+  static core::base::Result<Opened> Open(const BoardOptions& options, core::base::Disk* disk);
 
-  /// The flash holds other bytes from `address` on.
-  void WriteFlash(std::span<const std::uint8_t> flash, std::size_t address, std::size_t count);
-  /// All of the flash is erased: the image becomes empty.
-  void EraseFlash();
-  void WriteState(const BoardState& state);
+  void KeepState(const BoardState& state) override;
+  void KeepFlash(std::span<const std::uint8_t> flash, std::size_t address, std::size_t count) override;
+  /// The image becomes empty.
+  void KeepErased() override;
 
-  /// "" while everything could be kept, else a text that names the file; nothing is kept any more then.
-  [[nodiscard]] const std::string& Problem() const { return m_problem; }
+  [[nodiscard]] const std::string& Problem() const override { return m_problem; }
 
  private:
   explicit BoardStore(const std::filesystem::path& folder);
 
+  core::base::Result<> Lock(const std::filesystem::path& folder, core::base::Disk& disk);
+  /// The flash of that many bytes with what the image holds.
+  core::base::Result<std::vector<std::uint8_t>> ReadFlash(std::size_t size);
   void OpenFlash(std::ios::openmode mode);
   void CheckFlash();
 
@@ -54,15 +55,11 @@ class BoardStore {
   std::string m_problem;
 };
 
-/// A store and what it held, or a text that names the file or folder and what is wrong with it.
+/// A store and what it held.
 struct BoardStore::Opened {
   std::unique_ptr<BoardStore> store;
   BoardState state;
   std::vector<std::uint8_t> flash;
-  /// Another program has the folder; the problem says so.
-  bool inUse = false;
-  /// "" when everything is well.
-  std::string problem;
 };
 
-}  // namespace kestrin::simulator
+}  // namespace kestrin::simulator::store

@@ -68,9 +68,9 @@ class ErasingBoard {
     options.id = id;
     options.serial = serial;
     options.wire = wire;
-    m_agent = simulator::SimulatedAgent::Create(options, clock, [this] {
-                if (m_end && clock.Now() >= *m_end) throw Killed();
-              }).agent;
+    m_agent = std::make_unique<simulator::SimulatedAgent>(options, clock, [this] {
+      if (m_end && clock.Now() >= *m_end) throw Killed();
+    });
   }
 
   FakeClock clock;

@@ -41,7 +41,7 @@ class Rig {
       : m_set(set), m_kept(kept) {
     simulator::BoardOptions options;
     options.faults = std::move(faults);
-    m_agent = simulator::SimulatedAgent::Create(options, m_clock).agent;
+    m_agent = std::make_unique<simulator::SimulatedAgent>(options, m_clock);
     m_session = std::make_unique<device::DeviceSession>(*m_agent, m_sessionView);
     // A board that was tuned before the download; set from its own side, so that no report is spent on it.
     std::vector<std::uint8_t> tune(1028, 0);

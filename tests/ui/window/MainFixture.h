@@ -20,7 +20,7 @@
 
 #include "core/base/Clock.h"
 #include "core/base/PathText.h"
-#include "simulator/SimulatedAgent.h"
+#include "simulator/store/StoredBoard.h"
 #include "support/FakeClock.h"
 #include "support/MemoryKeptParameters.h"
 #include "support/RecordingDisk.h"
@@ -73,10 +73,10 @@ class MainFixture : public testing::Test {
   /// Makes the window; `board` as behind "sim:" on the command line.
   void Make(const std::string& board = "", bool plugged = true) {
     const auto parsed = simulator::BoardOptions::Parse(board);
-    ASSERT_EQ(parsed.problem, "");
-    auto created = simulator::SimulatedAgent::Create(parsed.options, Clock(), gate.Pump(), &disk);
-    ASSERT_EQ(created.problem, "");
-    agent = std::move(created.agent);
+    ASSERT_TRUE(parsed) << parsed.Text();
+    auto created = simulator::store::CreateAgent(*parsed, Clock(), gate.Pump(), &disk);
+    ASSERT_TRUE(created) << created.Text();
+    agent = *std::move(created);
     if (!plugged) agent->Unplug();
     window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*agent, gate, Clock(), disk, dialogs, player,
                                                                          *surroundingFolders, kept, sleep, updateDialog,

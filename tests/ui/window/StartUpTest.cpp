@@ -93,8 +93,7 @@ TEST_F(StartUp, MakesTheUpdateReadyAndOpensItOnItsButton) {
 }
 
 TEST_F(StartUp, SaysThatThereIsNoUpdateInABuildWithout) {
-  auto created = simulator::SimulatedAgent::Create({}, clock, gate.Pump());
-  agent = std::move(created.agent);
+  agent = std::make_unique<simulator::SimulatedAgent>(simulator::BoardOptions{}, clock, gate.Pump());
   window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
       *agent, gate, clock, disk, dialogs, player, folders, kept, sleep, nullptr, settings, program, data});
   ASSERT_TRUE(window->StartUp());
