@@ -54,19 +54,19 @@ void CheckValues(HidInterface& interface, std::size_t number) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const ReportDescriptor::Result result = ReportDescriptor::Read({data, size});
-  CheckLayout(result.descriptor);
-  if (!result.error.empty()) {
-    Require(result.descriptor.Reports().empty() && result.descriptor.Variables().empty());
+  const auto descriptor = ReportDescriptor::Read({data, size});
+  if (!descriptor) {
+    Require(!descriptor.Text().empty());
     return 0;
   }
+  CheckLayout(*descriptor);
   kestrin::support::FakeClock clock;
   HidInterface interface(
       1, {},
       std::make_unique<kestrin::support::FakeHidConnection>(std::make_shared<kestrin::support::FakeHidDevice>(), clock),
-      result.descriptor);
+      *descriptor);
   // A few of many fields are enough; each may cover the whole report.
-  const std::size_t checked = std::min<std::size_t>(result.descriptor.Variables().size(), 16);
+  const std::size_t checked = std::min<std::size_t>(descriptor->Variables().size(), 16);
   for (std::size_t i = 0; i < checked; ++i) CheckValues(interface, i);
   return 0;
 }

@@ -142,21 +142,23 @@ class FakeHidStack final : public platform::hid::HidStack {
     return nodes;
   }
 
-  platform::hid::Access Look(const platform::hid::HidNode& node) override {
+  core::base::Result<> Look(const platform::hid::HidNode& node) override {
+    using core::base::Failure;
+    using core::base::FailureKind;
     const auto device = Find(node);
-    if (!device) return {platform::hid::Refusal::Failed, "No such device"};
-    if (device->notPermitted) return {platform::hid::Refusal::NotPermitted, "Permission denied"};
-    if (device->inUse) return {platform::hid::Refusal::InUse, ""};
-    if (!device->openError.empty()) return {platform::hid::Refusal::Failed, device->openError};
+    if (!device) return Failure{FailureKind::NotFound, "No such device"};
+    if (device->notPermitted) return Failure{FailureKind::NotPermitted, "Permission denied"};
+    if (device->inUse) return Failure{FailureKind::InUse, ""};
+    if (!device->openError.empty()) return Failure{FailureKind::Failed, device->openError};
     return {};
   }
 
-  platform::hid::OpenOutcome Open(const platform::hid::HidNode& node) override {
+  core::base::Result<std::unique_ptr<platform::hid::HidConnection>> Open(const platform::hid::HidNode& node) override {
     const auto device = Find(node);
     if (!device) throw std::logic_error("a path was opened that was not enumerated: " + node.path);
-    const platform::hid::Access access = Look(node);
-    if (access.refusal != platform::hid::Refusal::None) return {nullptr, access};
-    return {std::make_unique<FakeHidConnection>(device, m_bus.clock), {}};
+    if (const auto access = Look(node); !access) return access.Why();
+    std::unique_ptr<platform::hid::HidConnection> connection = std::make_unique<FakeHidConnection>(device, m_bus.clock);
+    return connection;
   }
 
  private:

@@ -60,15 +60,8 @@ class TLS {
   void UnBindRpt(const TOneHidVar& variable);
   /// Unbound variables that carry this board's identity: starts at 2, less one for every other variable.
   [[nodiscard]] int UnboundVarCount() const;
-  /// Variables that carry this board's identity.
-  [[nodiscard]] int VariableCount() const;
-  [[nodiscard]] bool IsAllUnbound() const { return VariableCount() == UnboundVarCount(); }
-  /// The VarIdentity of the first variable bound; 0 when none was yet.
-  [[nodiscard]] std::int32_t DeviceIdentity() const { return m_deviceIdentity; }
   /// Unique within the process.
   [[nodiscard]] std::int32_t ClassDebugID() const { return m_objectId; }
-  /// Set from BindVars() until Shutdown().
-  [[nodiscard]] bool IsBoundFlag() const { return m_bound; }
   [[nodiscard]] const TOneHidVar& CommandVariable() const { return m_variables[kCommand]; }
   [[nodiscard]] const TOneHidVar& ResponseVariable() const { return m_variables[kResponse]; }
 
@@ -80,15 +73,8 @@ class TLS {
   /// Reads one input report into the response buffer, whatever the read said. False when there is no input report index
   /// (the buffer is left alone then) or the read failed.
   [[nodiscard]] bool ReadInputRptB();
-  [[nodiscard]] bool WriteAllReports() { return WriteOutputRptA(); }
-  [[nodiscard]] bool ReadAllReports() { return ReadInputRptB(); }
-
-  /// Element 0 .. 1027 of the command buffer; throws std::out_of_range beyond.
-  [[nodiscard]] std::uint8_t Get_LS_Command(int index) const;
-  void Set_LS_Command(int index, std::uint8_t value);
-  /// Element 0 .. 1 of the response buffer; throws std::out_of_range beyond.
+  /// Element 0 .. 1 of the last answer; throws std::out_of_range beyond.
   [[nodiscard]] std::uint8_t Get_LS_Response(int index) const;
-  void Set_LS_Response(int index, std::uint8_t value);
 
   // --- Commands; see docs/protocol.md for their bytes ---
 
@@ -96,8 +82,6 @@ class TLS {
   [[nodiscard]] bool Reset();
   /// Eight upper-case hexadecimal digits; four when only the first answer came; "NoSerialNumber" when none came.
   [[nodiscard]] std::string GetSN();
-  /// The first byte of the identity answer; 0 on failure.
-  [[nodiscard]] std::int32_t GetMemorySize();
   /// The identity, 0 .. 65535; 0 on failure.
   [[nodiscard]] std::int32_t GetID();
   /// Whether the last read of an answer succeeded: tells an identity of 0 from none.
@@ -120,13 +104,10 @@ class TLS {
   /// Asks for the sum of `count` flash bytes from `address` on; the answer is left in the response buffer, high byte
   /// first. True when write and read succeeded.
   [[nodiscard]] bool CheckCRC(std::int32_t address, std::int32_t count);
-  /// The live acceleration: x, y, z from -31 to 31, w as the board sends it.
-  [[nodiscard]] bool GetACC(std::int32_t& x, std::int32_t& y, std::int32_t& z, std::int32_t& w);
   [[nodiscard]] bool GetAccParam(AccParam& parameters);
   /// Sends each parameter's low byte. True when the board accepted them.
   [[nodiscard]] bool SetAccParam(const AccParam& parameters);
   /// Nine 16-bit values.
-  [[nodiscard]] bool GetLEDParam(std::span<std::int32_t, kLedParameters> values);
   [[nodiscard]] bool SetLEDParam(std::span<const std::int32_t, kLedParameters> values);
   /// Reads levels and times of pulse `set` (0 idle, 1 flash on clash); the counts stay as they are.
   [[nodiscard]] bool GetLEDPulses(std::int32_t set, led::LED_Pulse& pulse);
@@ -138,6 +119,30 @@ class TLS {
   [[nodiscard]] bool GetLEDConfig(std::int32_t& code, double& voltage, std::int32_t& overdrive);
   /// The voltage goes out in whole tenths, cut off.
   [[nodiscard]] bool SetLEDConfig(std::int32_t code, double voltage, std::int32_t overdrive);
+
+  // --- The rest of a board's documented interface: only tests call it ---
+
+  /// Variables that carry this board's identity.
+  [[nodiscard]] int VariableCount() const;
+  [[nodiscard]] bool IsAllUnbound() const { return VariableCount() == UnboundVarCount(); }
+  /// The VarIdentity of the first variable bound; 0 when none was yet.
+  [[nodiscard]] std::int32_t DeviceIdentity() const { return m_deviceIdentity; }
+  /// Set from BindVars() until Shutdown().
+  [[nodiscard]] bool IsBoundFlag() const { return m_bound; }
+  [[nodiscard]] bool WriteAllReports() { return WriteOutputRptA(); }
+  [[nodiscard]] bool ReadAllReports() { return ReadInputRptB(); }
+
+  /// Element 0 .. 1027 of the command buffer; throws std::out_of_range beyond.
+  [[nodiscard]] std::uint8_t Get_LS_Command(int index) const;
+  void Set_LS_Command(int index, std::uint8_t value);
+  /// Element 0 .. 1 of the response buffer; throws std::out_of_range beyond.
+  void Set_LS_Response(int index, std::uint8_t value);
+  /// The first byte of the identity answer; 0 on failure.
+  [[nodiscard]] std::int32_t GetMemorySize();
+  /// The live acceleration: x, y, z from -31 to 31, w as the board sends it.
+  [[nodiscard]] bool GetACC(std::int32_t& x, std::int32_t& y, std::int32_t& z, std::int32_t& w);
+  /// Nine 16-bit values, as SetLEDParam() sends them.
+  [[nodiscard]] bool GetLEDParam(std::span<std::int32_t, kLedParameters> values);
 
  private:
   enum VariableNumber : std::size_t { kCommand = 0, kResponse = 1 };

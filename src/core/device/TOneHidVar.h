@@ -23,14 +23,10 @@ class TOneHidVar {
   /// Makes the interface that the variable was found on the agent's current one: the numbers of variables and reports
   /// count within an interface. Throws AgentError when it is not open any more.
   void SelectInterface() const;
-  /// Transfers the whole report that holds this variable: an input report is read, an output report written, a feature
-  /// report read or written as `read` says. False when unbound or when the transfer failed.
-  [[nodiscard]] bool update(bool read);
 
   /// True exactly when VarIndex is not negative.
   [[nodiscard]] bool IsBound() const { return m_varIndex >= 0; }
 
-  [[nodiscard]] const std::string& VarName() const { return m_varName; }
   /// Returns the type of HID Report (0 = Input, 1 = Output, 2 = Feature) that contains this var
   [[nodiscard]] ReportType RptType() const { return m_rptType; }
   [[nodiscard]] std::int32_t UsagePage() const { return m_usagePage; }
@@ -43,10 +39,17 @@ class TOneHidVar {
   [[nodiscard]] std::int32_t HidHandle() const { return m_hidHandle; }
   /// Tells which owner the variable belongs to; a new one after each UnBind().
   [[nodiscard]] std::int32_t VarIdentity() const { return m_varIdentity; }
-  /// Unique within the process; a new one after each UnBind().
-  [[nodiscard]] std::int32_t ClassDebugID() const { return m_objectId; }
+
+  // --- The rest of a variable's documented interface: only tests call it ---
+
+  /// Transfers the whole report that holds this variable: an input report is read, an output report written, a feature
+  /// report read or written as `read` says. False when unbound or when the transfer failed.
+  [[nodiscard]] bool update(bool read);
+  [[nodiscard]] const std::string& VarName() const { return m_varName; }
   /// What the report descriptor said when the variable was bound.
   [[nodiscard]] const VariableAttributes& Attributes() const { return m_attributes; }
+  /// Unique within the process; a new one after each UnBind().
+  [[nodiscard]] std::int32_t ClassDebugID() const { return m_objectId; }
 
   [[nodiscard]] std::int32_t ScaleMode() const { return m_scaleMode; }
   void SetScaleMode(std::int32_t mode) { m_scaleMode = mode; }

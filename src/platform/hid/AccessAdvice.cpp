@@ -18,20 +18,13 @@ std::string HowToPermit() {
 
 }  // namespace
 
-std::string AccessAdvice(const std::string& path, const Access& access) {
+std::string AccessAdvice(const std::string& path, const core::base::Failure& failure) {
+  if (failure.kind == core::base::FailureKind::InUse) return core::device::kBoardInUse;
   const std::string connected = "A board is connected at " + path + ", but ";
-  switch (access.refusal) {
-    case Refusal::NotPermitted:
-      return connected + "you are not permitted to open it. " + HowToPermit();
-    case Refusal::InUse:
-      return core::device::kBoardInUse;
-    case Refusal::Failed:
-      return connected + "it could not be opened: " + access.reason +
-             ". Plug the board in again; close other programs that use it.";
-    case Refusal::None:
-      break;
-  }
-  return "";
+  if (failure.kind == core::base::FailureKind::NotPermitted)
+    return connected + "you are not permitted to open it. " + HowToPermit();
+  return connected + "it could not be opened: " + failure.text +
+         ". Plug the board in again; close other programs that use it.";
 }
 
 }  // namespace kestrin::platform::hid

@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "platform/hid/HidStack.h"
+#include "core/base/Result.h"
 
 namespace kestrin::platform::hid {
 
-/// What to tell a person whose board is there but cannot be used: which one it is, why, and what to do about it; ""
-/// when it can.
-[[nodiscard]] std::string AccessAdvice(const std::string& path, const Access& access);
+/// What to tell a person whose board is there but cannot be used: which one it is, why, and what to do about it. The
+/// failure is one of HidStack.
+[[nodiscard]] std::string AccessAdvice(const std::string& path, const core::base::Failure& failure);
 
 }  // namespace kestrin::platform::hid

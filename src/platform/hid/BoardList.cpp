@@ -16,10 +16,10 @@ std::vector<BoardListing> ListBoards(HidStack& stack) {
   std::sort(nodes.begin(), nodes.end(), ComesBefore);
   std::vector<BoardListing> boards;
   for (const HidNode& node : nodes) {
-    const Access access = stack.Look(node);
-    const bool inUse = access.refusal == Refusal::InUse;
-    boards.push_back({node.path, node.manufacturer, node.product, node.serialNumber,
-                      inUse || access.refusal == Refusal::None, inUse, AccessAdvice(node.path, access)});
+    const core::base::Result<> access = stack.Look(node);
+    const bool inUse = !access && access.Why().kind == core::base::FailureKind::InUse;
+    boards.push_back({node.path, node.manufacturer, node.product, node.serialNumber, access || inUse, inUse,
+                      access ? "" : AccessAdvice(node.path, access.Why())});
   }
   return boards;
 }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "core/base/Result.h"
+
 namespace kestrin::platform::hid {
 
 /// One HID interface that the system knows. Texts are UTF-8.
@@ -46,33 +48,9 @@ class HidConnection {
   [[nodiscard]] virtual bool IsGone() = 0;
 };
 
-/// Why an interface cannot be opened.
-enum class Refusal {
-  /// It can.
-  None,
-  /// The system knows it but does not let this user open it.
-  NotPermitted,
-  /// Another program uses it.
-  InUse,
-  /// Anything else.
-  Failed,
-};
-
-/// Whether an interface can be opened.
-struct Access {
-  Refusal refusal = Refusal::None;
-  /// Why not, in the system's words, where the refusal does not say it all.
-  std::string reason;
-};
-
-/// What came of opening an interface.
-struct OpenOutcome {
-  /// Empty when it was refused.
-  std::unique_ptr<HidConnection> connection;
-  Access access;
-};
-
-/// The system's HID library as far as an agent needs it.
+/// The system's HID library as far as an agent needs it. The kind of a failure is NotPermitted where the system knows
+/// an interface but does not let this user open it, InUse where another program has it; the text is in the system's
+/// words.
 class HidStack {
  public:
   virtual ~HidStack() = default;
@@ -81,9 +59,9 @@ class HidStack {
   /// keyboards stall while they are asked for their names.
   [[nodiscard]] virtual std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) = 0;
   /// Whether an interface that Enumerate() has named can be opened. Disturbs no program that uses it or wants to.
-  [[nodiscard]] virtual Access Look(const HidNode& node) = 0;
+  virtual core::base::Result<> Look(const HidNode& node) = 0;
   /// Opens an interface that Enumerate() has named, for this program alone.
-  [[nodiscard]] virtual OpenOutcome Open(const HidNode& node) = 0;
+  virtual core::base::Result<std::unique_ptr<HidConnection>> Open(const HidNode& node) = 0;
 };
 
 }  // namespace kestrin::platform::hid

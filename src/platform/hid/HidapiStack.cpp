@@ -8,6 +8,18 @@
 
 namespace kestrin::platform::hid {
 
+using core::base::Failure;
+using core::base::FailureKind;
+using core::base::Result;
+
+namespace {
+
+Failure InUse() { return {FailureKind::InUse, "another program uses it"}; }
+
+Failure LibrarysFailure() { return {FailureKind::Failed, Utf8(hid_error(nullptr))}; }
+
+}  // namespace
+
 HidapiStack::HidapiStack() {
   // A failure shows as no device in every search.
   static_cast<void>(hid_init());
@@ -19,29 +31,32 @@ std::vector<HidNode> HidapiStack::Enumerate(std::int32_t vendorId, std::int32_t 
   return EnumerateNodes(vendorId, productId);
 }
 
-Access HidapiStack::Look(const HidNode& node) {
-  if (IsBoardLocked(node.path)) return {Refusal::InUse, ""};
+Result<> HidapiStack::Look(const HidNode& node) {
+  if (IsBoardLocked(node.path)) return InUse();
 #ifdef __linux__
-  return ProbeNode(node.path).access;
+  const Result<NodeIdentity> probed = ProbeNode(node.path);
+  return probed ? Result<>() : probed.Why();
 #else
   const HidapiConnection::Handle device(hid_open_path(node.path.c_str()));
-  return device ? Access{} : Access{Refusal::Failed, Utf8(hid_error(nullptr))};
+  return device ? Result<>() : LibrarysFailure();
 #endif
 }
 
-OpenOutcome HidapiStack::Open(const HidNode& node) {
+Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
   core::base::Disk::LockResult claim = LockBoard(node.path);
-  if (claim.heldByAnother) return {nullptr, {Refusal::InUse, ""}};
+  if (claim.heldByAnother) return InUse();
   NodeIdentity identity;
 #ifdef __linux__
-  const NodeProbe probe = ProbeNode(node.path);
-  if (probe.access.refusal != Refusal::None) return {nullptr, probe.access};
-  identity = probe.identity;
+  const Result<NodeIdentity> probed = ProbeNode(node.path);
+  if (!probed) return probed.Why();
+  identity = *probed;
 #endif
-  if (!claim.lock) return {nullptr, {Refusal::Failed, claim.error.message()}};
+  if (!claim.lock) return Failure{FailureKind::Failed, claim.error.message()};
   HidapiConnection::Handle device(hid_open_path(node.path.c_str()));
-  if (!device) return {nullptr, {Refusal::Failed, Utf8(hid_error(nullptr))}};
-  return {std::make_unique<HidapiConnection>(std::move(device), node, identity, std::move(claim.lock)), {}};
+  if (!device) return LibrarysFailure();
+  std::unique_ptr<HidConnection> connection =
+      std::make_unique<HidapiConnection>(std::move(device), node, identity, std::move(claim.lock));
+  return connection;
 }
 
 }  // namespace kestrin::platform::hid

@@ -13,8 +13,8 @@ class HidapiStack final : public HidStack {
   HidapiStack& operator=(const HidapiStack&) = delete;
 
   [[nodiscard]] std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) override;
-  [[nodiscard]] Access Look(const HidNode& node) override;
-  [[nodiscard]] OpenOutcome Open(const HidNode& node) override;
+  core::base::Result<> Look(const HidNode& node) override;
+  core::base::Result<std::unique_ptr<HidConnection>> Open(const HidNode& node) override;
 };
 
 }  // namespace kestrin::platform::hid

@@ -16,27 +16,23 @@ namespace kestrin::platform::hid {
 
 namespace {
 
-std::string Words(int error) { return std::generic_category().message(error); }
+core::base::Failure LastFailure() {
+  const std::error_code error(errno, std::generic_category());
+  return {core::base::KindOf(error), error.message()};
+}
 
 }  // namespace
 
-NodeProbe ProbeNode(const std::string& path) {
-  NodeProbe probe;
+core::base::Result<NodeIdentity> ProbeNode(const std::string& path) {
   const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) {
-    const bool forbidden = errno == EACCES || errno == EPERM;
-    probe.access = {forbidden ? Refusal::NotPermitted : Refusal::Failed, Words(errno)};
-    return probe;
-  }
+  if (file < 0) return LastFailure();
   int size = 0;
   struct stat status {};
-  if (::ioctl(file, HIDIOCGRDESCSIZE, &size) < 0 || ::fstat(file, &status) < 0) {
-    probe.access = {Refusal::Failed, Words(errno)};
-  } else {
-    probe.identity = {status.st_dev, status.st_ino};
-  }
+  const bool asked = ::ioctl(file, HIDIOCGRDESCSIZE, &size) >= 0 && ::fstat(file, &status) >= 0;
+  const core::base::Result<NodeIdentity> probed =
+      asked ? core::base::Result<NodeIdentity>(NodeIdentity{status.st_dev, status.st_ino}) : LastFailure();
   ::close(file);
-  return probe;
+  return probed;
 }
 
 bool IsNodeGone(const std::string& path, const NodeIdentity& identity) {

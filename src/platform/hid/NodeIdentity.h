@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/hid/HidStack.h"
+#include "core/base/Result.h"
 
 namespace kestrin::platform::hid {
 
@@ -16,17 +16,11 @@ struct NodeIdentity {
   friend bool operator==(const NodeIdentity&, const NodeIdentity&) = default;
 };
 
-/// What came of looking at a device file before the library opens it.
-struct NodeProbe {
-  Access access;
-  /// Of a device file that can be opened.
-  NodeIdentity identity;
-};
-
-/// Opens the device file at `path`, asks for its descriptor's size and closes it again. hidapi 0.13.1 crashes when a
+/// Opens the device file at `path`, asks for its descriptor's size and closes it again; fails when it cannot be opened,
+/// as HidStack says. hidapi 0.13.1 crashes when a
 /// node can be opened but not asked, as it happens when the board is unplugged in that moment; so it is tried here
 /// first.
-[[nodiscard]] NodeProbe ProbeNode(const std::string& path);
+core::base::Result<NodeIdentity> ProbeNode(const std::string& path);
 /// Whether `identity` no longer stands at `path`.
 [[nodiscard]] bool IsNodeGone(const std::string& path, const NodeIdentity& identity);
 /// The report descriptor of the device file at `path`; empty when it cannot be read. Needs no permission.

@@ -1,16 +1,18 @@
 #include "platform/hid/ReportDescriptor.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include "platform/hid/DescriptorReader.h"
 
 namespace kestrin::platform::hid {
 
-ReportDescriptor::Result ReportDescriptor::Read(std::span<const std::uint8_t> bytes) {
-  Result result;
-  result.error = DescriptorReader(result.descriptor).Read(bytes);
-  if (!result.error.empty()) result.descriptor = ReportDescriptor();
-  return result;
+core::base::Result<ReportDescriptor> ReportDescriptor::Read(std::span<const std::uint8_t> bytes) {
+  ReportDescriptor descriptor;
+  if (std::string error = DescriptorReader(descriptor).Read(bytes); !error.empty())
+    return core::base::Failure{core::base::FailureKind::NotValid, std::move(error)};
+  return descriptor;
 }
 
 bool ReportDescriptor::UsesReportIds() const {

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
+#include "core/base/Result.h"
 #include "core/device/THIDagent.h"
 
 namespace kestrin::platform::hid {
@@ -62,11 +62,9 @@ class ReportDescriptor {
   static constexpr std::uint32_t kMaxElementBits = 256;
   static constexpr std::size_t kMaxNesting = 64;
 
-  /// What Read() found; `descriptor` is empty when `error` is not.
-  struct Result;
-
-  /// Reads a whole descriptor.
-  [[nodiscard]] static Result Read(std::span<const std::uint8_t> bytes);
+  /// Reads a whole descriptor. A failure says what is wrong, beginning with the place ("byte 12 of the report
+  /// descriptor: ...").
+  static core::base::Result<ReportDescriptor> Read(std::span<const std::uint8_t> bytes);
 
   /// In the order in which the descriptor first mentions them.
   [[nodiscard]] const std::vector<DescriptorReport>& Reports() const { return m_reports; }
@@ -84,12 +82,6 @@ class ReportDescriptor {
 
   std::vector<DescriptorReport> m_reports;
   std::vector<DescriptorVariable> m_variables;
-};
-
-struct ReportDescriptor::Result {
-  ReportDescriptor descriptor;
-  /// What is wrong, beginning with the place ("byte 12: ..."); "" when all is well.
-  std::string error;
 };
 
 }  // namespace kestrin::platform::hid

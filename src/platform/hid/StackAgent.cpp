@@ -62,9 +62,10 @@ void StackAgent::OpenMatching() {
   for (const HidNode& node : nodes) {
     if (m_stopWanted) return;
     if (IsOpen(node.path) || !IsWanted(node.path)) continue;
-    const Access access = Open(node);
-    if (access.refusal == Refusal::InUse) m_inUse.push_back(node);
-    if (problem.empty()) problem = AccessAdvice(node.path, access);
+    const core::base::Result<> opened = Open(node);
+    if (opened) continue;
+    if (opened.Why().kind == core::base::FailureKind::InUse) m_inUse.push_back(node);
+    if (problem.empty()) problem = AccessAdvice(node.path, opened.Why());
   }
   m_accessProblem = m_interfaces.empty() ? problem : "";
 }
@@ -74,17 +75,16 @@ bool StackAgent::IsOpen(const std::string& path) const {
                      [&](const std::unique_ptr<HidInterface>& open) { return open->Node().path == path; });
 }
 
-Access StackAgent::Open(const HidNode& node) {
-  OpenOutcome outcome = m_stack->Open(node);
-  if (!outcome.connection) return outcome.access;
-  ReportDescriptor::Result read = ReportDescriptor::Read(outcome.connection->ReportDescriptor());
-  if (!read.error.empty()) return {Refusal::Failed, read.error};
+core::base::Result<> StackAgent::Open(const HidNode& node) {
+  core::base::Result<std::unique_ptr<HidConnection>> connection = m_stack->Open(node);
+  if (!connection) return connection.Why();
+  core::base::Result<ReportDescriptor> descriptor = ReportDescriptor::Read((*connection)->ReportDescriptor());
+  if (!descriptor) return descriptor.Why();
 
-  const auto lengthIn = static_cast<std::int32_t>(read.descriptor.LongestReport(core::device::ReportType::Input));
-  const auto lengthOut = static_cast<std::int32_t>(read.descriptor.LongestReport(core::device::ReportType::Output));
+  const auto lengthIn = static_cast<std::int32_t>(descriptor->LongestReport(core::device::ReportType::Input));
+  const auto lengthOut = static_cast<std::int32_t>(descriptor->LongestReport(core::device::ReportType::Output));
   const std::int32_t handle = ++m_lastHandle;
-  m_interfaces.push_back(
-      std::make_unique<HidInterface>(handle, node, std::move(outcome.connection), std::move(read.descriptor)));
+  m_interfaces.push_back(std::make_unique<HidInterface>(handle, node, *std::move(connection), *std::move(descriptor)));
   if (m_events != nullptr) m_events->InterfaceOpened(handle, lengthIn, lengthOut, node.path);
   return {};
 }
@@ -134,7 +134,8 @@ void StackAgent::CollectNotices() {
 
 void StackAgent::CollectFreed() {
   std::erase_if(m_inUse, [this](const HidNode& node) {
-    const bool freed = m_stack->Look(node).refusal != Refusal::InUse;
+    const core::base::Result<> access = m_stack->Look(node);
+    const bool freed = access || access.Why().kind != core::base::FailureKind::InUse;
     if (freed) m_pending.push_back({PendingEvent::Kind::Arrived, 0, node.path});
     return freed;
   });

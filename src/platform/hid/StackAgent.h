@@ -94,8 +94,8 @@ class StackAgent final : public core::device::THIDagent {
   [[nodiscard]] bool IsOpen(const std::string& path) const;
   [[nodiscard]] bool IsWanted(const std::string& path) const { return m_onlyPath.empty() || path == m_onlyPath; }
   void OpenMatching();
-  /// Opens one interface and tells. Returns why not, if it is not open.
-  [[nodiscard]] Access Open(const HidNode& node);
+  /// Opens one interface and tells.
+  core::base::Result<> Open(const HidNode& node);
   [[nodiscard]] bool WaitForInput();
   void CollectNotices();
   /// Boards that another program has let go of since they were refused count as arrived.

@@ -67,18 +67,18 @@ TEST(DamagedReportDescriptor, IsRefusedWithThePlaceAndTheReason) {
        "byte 10 of the report descriptor: there are too many fields"},
   };
   for (const DamageCase& c : cases) {
-    const ReportDescriptor::Result result = ReportDescriptor::Read(c.bytes);
-    EXPECT_EQ(result.error, c.error);
-    EXPECT_TRUE(result.descriptor.Reports().empty()) << c.error;
-    EXPECT_TRUE(result.descriptor.Variables().empty()) << c.error;
+    const auto read = ReportDescriptor::Read(c.bytes);
+    ASSERT_FALSE(read) << c.error;
+    EXPECT_EQ(read.Text(), c.error);
+    EXPECT_EQ(read.Why().kind, core::base::FailureKind::NotValid) << c.error;
   }
 }
 
 TEST(DamagedReportDescriptor, ReportsOfExactlyTheLimitAreRead) {
   const Bytes bytes{0x75, 0x08, 0x96, 0x00, 0x40, 0x81, 0x01};
-  const ReportDescriptor::Result result = ReportDescriptor::Read(bytes);
-  EXPECT_EQ(result.error, "");
-  EXPECT_EQ(result.descriptor.Reports().at(0).Bytes(), 16384U);
+  const auto read = ReportDescriptor::Read(bytes);
+  ASSERT_TRUE(read) << read.Text();
+  EXPECT_EQ(read->Reports().at(0).Bytes(), 16384U);
 }
 
 TEST(DamagedReportDescriptor, EveryCutOfTheBoardsDescriptorIsRefused) {
@@ -86,7 +86,7 @@ TEST(DamagedReportDescriptor, EveryCutOfTheBoardsDescriptorIsRefused) {
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
     const bool beforeCollection = length == 3 || length == 5;  // whole items, nothing opened yet
-    EXPECT_EQ(ReportDescriptor::Read(cut).error.empty(), beforeCollection) << length << " bytes";
+    EXPECT_EQ(static_cast<bool>(ReportDescriptor::Read(cut)), beforeCollection) << length << " bytes";
   }
 }
 

@@ -14,9 +14,9 @@ using core::device::ReportType;
 using Bytes = std::vector<std::uint8_t>;
 
 ReportDescriptor Read(const Bytes& bytes) {
-  ReportDescriptor::Result result = ReportDescriptor::Read(bytes);
-  EXPECT_EQ(result.error, "");
-  return result.descriptor;
+  auto descriptor = ReportDescriptor::Read(bytes);
+  EXPECT_TRUE(descriptor) << descriptor.Text();
+  return *std::move(descriptor);
 }
 
 /// One field of 8 bits and one element of usage 1 on the vendor page, with items in front of it.
