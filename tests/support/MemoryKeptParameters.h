@@ -17,9 +17,10 @@ class MemoryKeptParameters final : public core::device::KeptParameters {
     const auto found = kept.find(serialNumber);
     return found == kept.end() ? std::nullopt : std::optional(found->second);
   }
-  [[nodiscard]] std::string Keep(const std::string& serialNumber, const core::device::AccParam& parameters) override {
-    if (problem.empty()) kept[serialNumber] = parameters;
-    return problem;
+  core::base::Result<> Keep(const std::string& serialNumber, const core::device::AccParam& parameters) override {
+    if (!problem.empty()) return core::base::Failure{core::base::FailureKind::Failed, problem};
+    kept[serialNumber] = parameters;
+    return {};
   }
   void Forget(const std::string& serialNumber) override { kept.erase(serialNumber); }
 };

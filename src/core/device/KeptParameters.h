@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Result.h"
 #include "device/TLS.h"
 
 namespace kestrin::core::device {
@@ -14,8 +15,8 @@ class KeptParameters {
   virtual ~KeptParameters() = default;
   /// What is remembered for that board; empty when nothing is.
   [[nodiscard]] virtual std::optional<device::AccParam> Find(const std::string& serialNumber) const = 0;
-  /// Remembers; "" on success, else a text for the person that says what is wrong.
-  [[nodiscard]] virtual std::string Keep(const std::string& serialNumber, const device::AccParam& parameters) = 0;
+  /// Remembers, or says what is wrong.
+  virtual base::Result<> Keep(const std::string& serialNumber, const device::AccParam& parameters) = 0;
   /// Nothing is remembered for that board any more.
   virtual void Forget(const std::string& serialNumber) = 0;
 };

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/PathText.h"
 #include "base/WholeFile.h"
 #include "motion/DetectionParameter.h"
 
@@ -32,18 +33,21 @@ std::optional<device::AccParam> KeptParametersFolder::Find(const std::string& se
   return parameters;
 }
 
-std::string KeptParametersFolder::Keep(const std::string& serialNumber, const device::AccParam& parameters) {
+base::Result<> KeptParametersFolder::Keep(const std::string& serialNumber, const device::AccParam& parameters) {
   if (m_folder.empty())
-    return "The folder for your data is not known, and the board's detection parameters must be kept there. Set the "
-           "environment variable HOME and try again.";
+    return base::Failure{base::FailureKind::NotFound,
+                         "The folder for your data is not known, and the board's detection parameters must be kept "
+                         "there. Set the environment variable HOME and try again."};
   std::error_code error;
   fs::create_directories(m_folder, error);
-  if (error) return "The folder \"" + m_folder.string() + "\" could not be made: " + error.message();
+  if (error)
+    return base::Failure{base::KindOf(error),
+                         "The folder \"" + base::TextOf(m_folder) + "\" could not be made: " + error.message()};
   std::ostringstream text;
   text.imbue(std::locale::classic());
   for (const DetectionParameter& parameter : kDetectionParameters)
     text << parameter.name << ' ' << parameters.*parameter.field << '\n';
-  return base::WriteWholeFile(FileOf(serialNumber), text.str(), m_disk).Text();
+  return base::WriteWholeFile(FileOf(serialNumber), text.str(), m_disk);
 }
 
 void KeptParametersFolder::Forget(const std::string& serialNumber) {

@@ -20,7 +20,7 @@ class KeptParametersFolder final : public device::KeptParameters {
 
   /// A damaged file counts as nothing remembered.
   [[nodiscard]] std::optional<device::AccParam> Find(const std::string& serialNumber) const override;
-  [[nodiscard]] std::string Keep(const std::string& serialNumber, const device::AccParam& parameters) override;
+  base::Result<> Keep(const std::string& serialNumber, const device::AccParam& parameters) override;
   void Forget(const std::string& serialNumber) override;
 
  private:

@@ -97,8 +97,8 @@ std::optional<DownloadOutcome> Download::KeepParameters(const DownloadTarget& ta
     kept = *remembered;
     return std::nullopt;
   }
-  const std::string problem = m_kept.Keep(target.serialNumber, kept);
-  if (!problem.empty()) return EndWith(DownloadOutcome::Incomplete, problem);
+  if (const auto remembered = m_kept.Keep(target.serialNumber, kept); !remembered)
+    return EndWith(DownloadOutcome::Incomplete, remembered.Text());
   return std::nullopt;
 }
 

@@ -19,8 +19,8 @@ TEST(KeptParametersFolder, RemembersForEachBoardAcrossObjects) {
   const support::TemporaryFolder folder;
   {
     KeptParametersFolder kept(folder / "new" / "folder", support::AnyDisk());
-    EXPECT_EQ(kept.Keep("4B535401", kValues), "");
-    EXPECT_EQ(kept.Keep("00000002", {1, 2, 3, 4, 5, 6}), "");
+    EXPECT_EQ(kept.Keep("4B535401", kValues).Text(), "");
+    EXPECT_EQ(kept.Keep("00000002", {1, 2, 3, 4, 5, 6}).Text(), "");
   }
   const KeptParametersFolder later(folder / "new" / "folder", support::AnyDisk());
   EXPECT_EQ(later.Find("4B535401"), kValues);
@@ -31,8 +31,8 @@ TEST(KeptParametersFolder, RemembersForEachBoardAcrossObjects) {
 TEST(KeptParametersFolder, ForgetsOneBoardOnly) {
   const support::TemporaryFolder folder;
   KeptParametersFolder kept(folder.Path(), support::AnyDisk());
-  ASSERT_EQ(kept.Keep("A", kValues), "");
-  ASSERT_EQ(kept.Keep("B", kValues), "");
+  ASSERT_EQ(kept.Keep("A", kValues).Text(), "");
+  ASSERT_EQ(kept.Keep("B", kValues).Text(), "");
   kept.Forget("A");
   EXPECT_EQ(kept.Find("A"), std::nullopt);
   EXPECT_EQ(kept.Find("B"), kValues);
@@ -42,7 +42,7 @@ TEST(KeptParametersFolder, ForgetsOneBoardOnly) {
 TEST(KeptParametersFolder, WritesOneNamedNumberALine) {
   const support::TemporaryFolder folder;
   KeptParametersFolder kept(folder.Path(), support::AnyDisk());
-  ASSERT_EQ(kept.Keep("A", kValues), "");
+  ASSERT_EQ(kept.Keep("A", kValues).Text(), "");
   EXPECT_EQ(support::ReadBytes(folder / "A.txt"),
             "MotionTh 180\nMotionDeb 2\nImpactTh 10\nImpactDeb 50\nImpactTm 125\nFOCTime 13\n");
 }
@@ -68,7 +68,7 @@ TEST(KeptParametersFolder, TakesADamagedFileAsNothing) {
 TEST(KeptParametersFolder, WithoutAFolderNothingIsAndCanBeKept) {
   KeptParametersFolder kept("", support::AnyDisk());
   EXPECT_EQ(kept.Find("A"), std::nullopt);
-  EXPECT_THAT(kept.Keep("A", kValues), ::testing::HasSubstr("HOME"));
+  EXPECT_THAT(kept.Keep("A", kValues).Text(), ::testing::HasSubstr("HOME"));
   EXPECT_NO_THROW(kept.Forget("A"));
 }
 
@@ -76,14 +76,14 @@ TEST(KeptParametersFolder, SaysWhatIsWrongWhenItCannotRemember) {
   const support::TemporaryFolder folder;
   support::WriteBytes(folder / "file", "in the way");
   KeptParametersFolder kept(folder / "file" / "below", support::AnyDisk());
-  EXPECT_THAT(kept.Keep("A", kValues), ::testing::HasSubstr("could not be made"));
+  EXPECT_THAT(kept.Keep("A", kValues).Text(), ::testing::HasSubstr("could not be made"));
 }
 
 TEST(KeptParametersFolder, IsOnTheDiskWhenItSaysThatItIsKept) {
   const support::TemporaryFolder folder;
   support::RecordingDisk disk;
   KeptParametersFolder kept(folder.Path(), disk);
-  ASSERT_EQ(kept.Keep("4B535401", {180, 2, 10, 50, 125, 13}), "");
+  ASSERT_EQ(kept.Keep("4B535401", {180, 2, 10, 50, 125, 13}).Text(), "");
   ASSERT_FALSE(disk.flushed.empty());
   EXPECT_EQ(disk.flushed.back(), folder.Path());
   disk.flushed.clear();
@@ -104,7 +104,7 @@ TEST(KeptParametersFolder, SaysWhenTheDiskFails) {
   support::RecordingDisk disk;
   disk.onFlush = [](const std::filesystem::path&) { return std::make_error_code(std::errc::io_error); };
   KeptParametersFolder kept(folder.Path(), disk);
-  EXPECT_NE(kept.Keep("4B535401", {180, 2, 10, 50, 125, 13}), "");
+  EXPECT_NE(kept.Keep("4B535401", {180, 2, 10, 50, 125, 13}).Text(), "");
   EXPECT_FALSE(kept.Find("4B535401"));
 }
 
