@@ -14,25 +14,10 @@
 #include "core/sound/Download.h"
 #include "core/sound/FlashBlock.h"
 #include "simulator/SimulatedAgent.h"
+#include "support/QuietSessionView.h"
 
 namespace kestrin::core::sound {
 namespace {
-
-class NoSessionView final : public device::SessionView {
-  void ShowOnline(bool) override {}
-  void ShowSerialLabel(const std::string&) override {}
-  void SetMemoryCapacity(std::int32_t) override {}
-  void EnableFileButtons() override {}
-  void EnableBoardButtons(bool) override {}
-  void ShowLedFrame(bool) override {}
-  void ReadAccData() override {}
-  bool InitLedDrivers() override { return true; }
-  void ShowMessage(const std::string&) override {}
-  bool AskWorkOffline(const std::string&, const std::string&) override { return true; }
-  bool WaitForBoard(const std::string&) override { return true; }
-  void StartGoOnlineTimer(std::int32_t) override {}
-  void StopGoOnlineTimer() override {}
-};
 
 class NoDownloadView final : public DownloadView {
   void ShowMessage(const std::string&) override {}
@@ -48,7 +33,7 @@ class NoDownloadView final : public DownloadView {
 
 class NothingKept final : public device::KeptParameters {
   [[nodiscard]] std::optional<device::AccParam> Find(const std::string&) const override { return std::nullopt; }
-  [[nodiscard]] std::string Keep(const std::string&, const device::AccParam&) override { return ""; }
+  base::Result<> Keep(const std::string&, const device::AccParam&) override { return {}; }
   void Forget(const std::string&) override {}
 };
 
@@ -61,15 +46,15 @@ struct Rig {
 
   base::SystemClock clock;
   std::unique_ptr<simulator::SimulatedAgent> agent;
-  NoSessionView sessionView;
+  support::QuietSessionView sessionView;
   device::DeviceSession session;
   NoDownloadView view;
   NothingKept kept;
 };
 
 DownloadOutcome Send(FullSet& set, Rig& rig, Download& download) {
-  return download.Send(
-      {*rig.session.Board(), rig.session.SerialNumber(), device::FlashSize(set.configuration.MaxNrOfSamples()), true});
+  return download.Send({*rig.session.Board(), rig.session.State().serialNumber,
+                        device::FlashSize(set.configuration.MaxNrOfSamples()), true});
 }
 
 /// From the check of the files to the restart, the board made anew each time.

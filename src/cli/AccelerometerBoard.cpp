@@ -21,8 +21,7 @@ AccelerometerBoard::AccelerometerBoard(Context& context)
     : m_kept(OpenKeptParameters(context.disk)),
       m_online(context),
       // The braces keep the order: the serial number may be told only now.
-      m_setup{RequireSensor(m_online), m_online.Session().SerialNumber(), m_online.Session().DeviceRevision(), m_kept} {
-}
+      m_setup{RequireSensor(m_online), m_online.State().serialNumber, m_online.State().deviceRevision, m_kept} {}
 
 core::motion::AccelerometerSetup& AccelerometerBoard::SetupToChange() {
   m_online.RequireIdentified();
@@ -30,7 +29,7 @@ core::motion::AccelerometerSetup& AccelerometerBoard::SetupToChange() {
 }
 
 void AccelerometerBoard::RequireFlashPeriod() const {
-  if (!core::motion::HasFlashPeriod(m_online.Session().DeviceRevision()))
+  if (!core::motion::HasFlashPeriod(m_online.State().deviceRevision))
     throw CommandFailure(ExitCode::Failed,
                          "This board has no adjustable flash period, so nothing was changed. Leave out --FOCTime to "
                          "set the other parameters.");

@@ -43,16 +43,16 @@ OnlineBoard::~OnlineBoard() {
 }
 
 void OnlineBoard::RequireIdentity() const {
-  if (!m_session.KnowsId()) throw CommandFailure(ExitCode::Failed, m_session.WhyNotIdentified());
+  if (!State().knowsId) throw CommandFailure(ExitCode::Failed, State().Identified().Text());
 }
 
 void OnlineBoard::RequireIdentified() const {
-  if (!m_session.IsIdentified()) throw CommandFailure(ExitCode::Failed, m_session.WhyNotIdentified());
+  if (!State().IsIdentified()) throw CommandFailure(ExitCode::Failed, State().Identified().Text());
 }
 
 void OnlineBoard::RequireSoundBoard() const {
   RequireIdentity();
-  if (m_session.DeviceType() != core::device::DeviceType::SoundBoard)
+  if (State().deviceType != core::device::DeviceType::SoundBoard)
     throw CommandFailure(
         ExitCode::Failed,
         "This board is an LED driver: it has no sounds and no acceleration sensor. Choose a sound board "
@@ -61,7 +61,7 @@ void OnlineBoard::RequireSoundBoard() const {
 
 void OnlineBoard::RequireLedDriver() const {
   RequireIdentity();
-  if (m_session.DeviceType() != core::device::DeviceType::LedDriver)
+  if (State().deviceType != core::device::DeviceType::LedDriver)
     throw CommandFailure(ExitCode::Failed,
                          "This board is a sound board: it has no LEDs to set up. Choose an LED driver with --board.");
 }

@@ -20,11 +20,9 @@ class OnlineBoard {
   OnlineBoard& operator=(const OnlineBoard&) = delete;
 
   [[nodiscard]] core::device::TLS& Board() { return *m_session.Board(); }
-  [[nodiscard]] const core::device::DeviceSession& Session() const { return m_session; }
-  /// The text of the serial label.
-  [[nodiscard]] const std::string& SerialLabel() const { return m_view.serialLabel; }
+  [[nodiscard]] const core::device::SessionState& State() const { return m_session.State(); }
   /// Whether the board told its serial number.
-  [[nodiscard]] bool Answered() const { return m_session.SerialNumber() != core::device::TLS::kNoSerialNumber; }
+  [[nodiscard]] bool Answered() const { return State().serialNumber != core::device::TLS::kNoSerialNumber; }
   /// Throws CommandFailure when the board did not say what it is.
   void RequireIdentity() const;
   /// Throws CommandFailure when the board did not say what it is, or is an LED driver.
@@ -32,7 +30,7 @@ class OnlineBoard {
   /// Throws CommandFailure when the board did not say what it is, or is a sound board.
   void RequireLedDriver() const;
   /// Asks for the serial number again when it is missing. Whether the board has said what it is and which one.
-  [[nodiscard]] bool EnsureIdentified() { return m_session.EnsureIdentified(); }
+  bool EnsureIdentified() { return static_cast<bool>(m_session.EnsureIdentified()); }
   /// Throws CommandFailure when the board has not said what it is and which one: then nothing is written to it. Asks
   /// for nothing.
   void RequireIdentified() const;
@@ -44,16 +42,8 @@ class OnlineBoard {
     /// `progress` must outlive the view.
     explicit View(ProgressLine& progress) : m_progress(progress) {}
 
-    void ShowOnline(bool) override {}
-    /// What the label said last is remembered until the end.
-    void ShowSerialLabel(const std::string& text) override { serialLabel = text; }
-    void SetMemoryCapacity(std::int32_t) override {}
-    void EnableFileButtons() override {}
-    void EnableBoardButtons(bool) override {}
-    void ShowLedFrame(bool) override {}
-    void ReadAccData() override {}
-    [[nodiscard]] bool InitLedDrivers() override { return true; }
-    void ShowMessage(const std::string&) override {}
+    void ShowState(const core::device::SessionState&) override {}
+    void ShowMessage(const std::string&, const std::string&) override {}
     [[nodiscard]] bool AskWorkOffline(const std::string&, const std::string& advice) override {
       accessProblem = advice;
       return false;
@@ -65,7 +55,6 @@ class OnlineBoard {
     void StartGoOnlineTimer(std::int32_t) override {}
     void StopGoOnlineTimer() override {}
 
-    std::string serialLabel;
     std::string accessProblem;
 
    private:

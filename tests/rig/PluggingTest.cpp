@@ -5,8 +5,8 @@
 
 #include "core/device/DeviceSession.h"
 #include "platform/hid/BoardLock.h"
-#include "rig/QuietSessionView.h"
 #include "rig/RigFixture.h"
+#include "support/QuietSessionView.h"
 
 namespace kestrin::rig {
 namespace {
@@ -113,25 +113,25 @@ TEST_F(Plugging, UnpluggingOneOfTwoBoardsLeavesTheOther) {
 
 TEST_F(Plugging, TheSessionGoesOfflineAndOnlineAgainWithTheBoard) {
   CreateAgent();
-  QuietSessionView view;
+  support::QuietSessionView view;
   core::device::DeviceSession session(*agent, view);
   mock.Plug(0);
   ASSERT_EQ(session.SearchAtStartUp(), core::device::DeviceSession::StartUp::Online);
-  EXPECT_EQ(view.serialLabel, "Kestrin USB Serial Number: 4B535401");
+  EXPECT_EQ(view.state.serialLabel, "Kestrin USB Serial Number: 4B535401");
 
   mock.Unplug();
   agent->Refresh();
-  EXPECT_FALSE(session.IsOnline());
-  EXPECT_EQ(session.NumberOfBoards(), 0U);
+  EXPECT_FALSE(session.State().IsOnline());
+  EXPECT_EQ(session.State().boards, 0U);
   EXPECT_TRUE(view.timerRuns);
   session.GoOnlineTimerTick();
-  EXPECT_FALSE(session.IsOnline());
+  EXPECT_FALSE(session.State().IsOnline());
 
   mock.Plug(2);
   session.GoOnlineTimerTick();
-  EXPECT_TRUE(session.IsOnline());
+  EXPECT_TRUE(session.State().IsOnline());
   EXPECT_FALSE(view.timerRuns);
-  EXPECT_EQ(view.serialLabel, "Kestrin USB Serial Number: 4B535401");
+  EXPECT_EQ(view.state.serialLabel, "Kestrin USB Serial Number: 4B535401");
 
   session.Exit();
   EXPECT_EQ(board.State().byes, 1U);
@@ -139,22 +139,22 @@ TEST_F(Plugging, TheSessionGoesOfflineAndOnlineAgainWithTheBoard) {
 
 TEST_F(Plugging, TheSessionGoesOnlineByItselfWhenAnotherProgramLetsGoOfTheBoard) {
   CreateAgent();
-  QuietSessionView view;
+  support::QuietSessionView view;
   core::device::DeviceSession session(*agent, view);
   mock.Plug(0);
   std::unique_ptr<core::base::Disk::Lock> claim = platform::hid::LockBoard(mock.Node()).lock;
   ASSERT_NE(session.SearchAtStartUp(), core::device::DeviceSession::StartUp::Online);
   session.GoOnlineTimerTick();
-  EXPECT_FALSE(session.IsOnline());
+  EXPECT_FALSE(session.State().IsOnline());
   claim.reset();
   session.GoOnlineTimerTick();
-  EXPECT_TRUE(session.IsOnline());
-  EXPECT_EQ(view.serialLabel, "Kestrin USB Serial Number: 4B535401");
+  EXPECT_TRUE(session.State().IsOnline());
+  EXPECT_EQ(view.state.serialLabel, "Kestrin USB Serial Number: 4B535401");
 }
 
 TEST_F(Plugging, ABoardUnpluggedInTheMiddleOfASessionIsLeftWithoutAHang) {
   CreateAgent();
-  QuietSessionView view;
+  support::QuietSessionView view;
   core::device::DeviceSession session(*agent, view);
   mock.Plug(0);
   ASSERT_EQ(session.SearchAtStartUp(), core::device::DeviceSession::StartUp::Online);

@@ -53,9 +53,9 @@ class DownloadCommand final : public Command {
     core::motion::KeptParametersFolder kept = OpenKeptParameters(context.disk);
     OnlineBoard online(context);
     // One that said nothing has its own ending.
-    if (online.Session().KnowsId()) online.RequireSoundBoard();
-    const core::device::DeviceSession& session = online.Session();
-    configuration.SetMaxNrOfSamples(session.MemoryCapacity());
+    if (online.State().knowsId) online.RequireSoundBoard();
+    const core::device::SessionState& state = online.State();
+    configuration.SetMaxNrOfSamples(state.memoryCapacity);
 
     core::base::SystemClock clock;
     ProgressLine progress(context.options, clock);
@@ -67,8 +67,8 @@ class DownloadCommand final : public Command {
     });
     const core::base::Clock::Duration start = clock.Now();
     const bool identified = online.EnsureIdentified();
-    const core::sound::DownloadOutcome outcome = download.Send(
-        {online.Board(), session.SerialNumber(), core::device::FlashSize(session.MemoryCapacity()), identified});
+    const core::sound::DownloadOutcome outcome =
+        download.Send({online.Board(), state.serialNumber, core::device::FlashSize(state.memoryCapacity), identified});
     const std::chrono::duration<double> time = clock.Now() - start;
     progress.End();
 

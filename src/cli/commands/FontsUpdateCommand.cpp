@@ -49,7 +49,7 @@ class FontsUpdateCommand final : public Command {
         core::update::UpdateServer::Choose(m_server, std::getenv(core::update::UpdateServer::kEnvironment));
     if (!core::update::UpdateServer::IsValid(server))
       throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
-    const OnlineBoard online(context);
+    OnlineBoard online(context);
     online.RequireSoundBoard();
     if (!online.Answered())
       throw CommandFailure(ExitCode::Failed,
@@ -63,7 +63,7 @@ class FontsUpdateCommand final : public Command {
     platform::net::CurlTransfer transfer(pump);
     core::update::UpdateManager manager(server, FontsFolder(context.options), context.disk, pump);
     manager.Initialize(view, transfer);
-    manager.deviceSerial(online.Session().SerialNumber());
+    manager.deviceSerial(online.State().serialNumber);
     {
       const InterruptAction cancel(context.interrupt, [&] { manager.cancel(); });
       manager.startUpdate();

@@ -15,23 +15,23 @@ class InfoCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     const OnlineBoard online(context);
     online.RequireIdentity();
-    const core::device::DeviceSession& session = online.Session();
-    const std::string model(core::device::Identify(session.Id()).model);
-    const int type = static_cast<int>(session.DeviceType());
+    const core::device::SessionState& board = online.State();
+    const std::string model(core::device::Identify(board.id).model);
+    const int type = static_cast<int>(board.deviceType);
 
     Report report;
-    report.document = {{"id", session.Id()},
+    report.document = {{"id", board.id},
                        {"model", model},
                        {"deviceType", type},
-                       {"deviceRevision", session.DeviceRevision()},
-                       {"memoryCapacity", session.MemoryCapacity()},
-                       {"serial", session.SerialNumber()},
-                       {"caption", online.SerialLabel()}};
-    report.text = online.SerialLabel() + "\n\n" +
+                       {"deviceRevision", board.deviceRevision},
+                       {"memoryCapacity", board.memoryCapacity},
+                       {"serial", board.serialNumber},
+                       {"caption", board.serialLabel}};
+    report.text = board.serialLabel + "\n\n" +
                   AlignedPairs({{"Model", model},
-                                {"Identity", std::to_string(session.Id())},
-                                {"Revision", std::to_string(session.DeviceRevision())},
-                                {"Memory", std::to_string(session.MemoryCapacity()) + " samples"}});
+                                {"Identity", std::to_string(board.id)},
+                                {"Revision", std::to_string(board.deviceRevision)},
+                                {"Memory", std::to_string(board.memoryCapacity) + " samples"}});
     if (!online.Answered()) {
       report.code = ExitCode::Failed;
       report.message = "The board did not answer.";

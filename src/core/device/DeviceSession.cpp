@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace kestrin::core::device {
 
 namespace {
+
+using Stage = SessionState::Stage;
 
 constexpr const char* kNoConnection =
     "A connection with Kuskekpize could not be established.\r\n"
@@ -28,9 +31,15 @@ std::string DigitsOf(std::int32_t answer) {
   return text;
 }
 
+/// What the serial label says of a board.
+std::string CaptionOf(const SessionState& state) {
+  return std::string(Identify(state.id).caption) + state.serialNumber;
+}
+
 }  // namespace
 
-DeviceSession::DeviceSession(THIDagent& agent, SessionView& view) : m_agent(agent), m_view(view) {
+DeviceSession::DeviceSession(THIDagent& agent, SessionView& view, BoardReader* reader)
+    : m_agent(agent), m_view(view), m_reader(reader) {
   m_agent.SetEvents(this);
 }
 
@@ -46,10 +55,9 @@ DeviceSession::StartUp DeviceSession::SearchAtStartUp() {
   m_agent.SetMatch(match);
   if (m_agent.SearchAndOpen() && Board() != nullptr) {
     GoOnline();
-    return m_online ? StartUp::Online : StartUp::Offline;
+    return m_state.IsOnline() ? StartUp::Online : StartUp::Offline;
   }
   GoOffline();
-  m_view.EnableBoardButtons(false);
   return m_view.AskWorkOffline(kNoConnection, m_agent.AccessProblem()) ? StartUp::Offline : StartUp::Quit;
 }
 
@@ -60,59 +68,86 @@ void DeviceSession::GoOnline() {
     return;
   }
   m_view.StopGoOnlineTimer();
-  m_online = true;
-  m_view.ShowOnline(true);
-
-  m_deviceType = device::DeviceType::Unknown;
-  m_deviceRevision = 0;
-  m_serialNumber = TLS::kNoSerialNumber;
+  m_state.stage = Stage::Identifying;
+  m_state.deviceType = DeviceType::Unknown;
+  m_state.deviceRevision = 0;
+  m_state.serialNumber = TLS::kNoSerialNumber;
+  Tell();
   if (!AskIdentity(*board)) {
-    m_deviceType = device::DeviceType::SoundBoard;
+    m_state.deviceType = DeviceType::SoundBoard;
     GoOffline();
     return;
   }
   m_finishingBoard = 0;
-  const BoardIdentity identity = Identify(m_id);
-  if (identity.memoryCapacity) {
-    m_memoryCapacity = *identity.memoryCapacity;
-    m_view.SetMemoryCapacity(m_memoryCapacity);
-  }
-  m_deviceType = identity.type;
-  m_deviceRevision = identity.revision;
-  if (m_knowsId) m_serialNumber = AskSerialNumber(*board);
-  m_view.ShowSerialLabel(std::string(identity.caption) + m_serialNumber);
-
-  if (m_deviceType == device::DeviceType::SoundBoard) {
-    m_view.ReadAccData();
-    m_view.EnableFileButtons();
-    m_view.EnableBoardButtons(true);
-    m_view.ShowLedFrame(false);
-    return;
-  }
-  m_view.ShowLedFrame(true);
-  if (!m_view.InitLedDrivers()) {
-    m_view.ShowMessage(kInvalidCatalogue);
+  const BoardIdentity identity = Identify(m_state.id);
+  m_state.memoryCapacity = identity.memoryCapacity.value_or(m_state.memoryCapacity);
+  m_state.deviceType = identity.type;
+  m_state.deviceRevision = identity.revision;
+  if (m_state.knowsId) m_state.serialNumber = AskSerialNumber(*board);
+  m_state.serialLabel = CaptionOf(m_state);
+  m_state.stage = Stage::Reading;
+  Tell();
+  if (!ReadBoard()) {
     GoOffline();
     return;
   }
-  m_view.EnableBoardButtons(false);
+  m_state.stage = Stage::Ready;
+  Tell();
+}
+
+bool DeviceSession::ReadBoard() {
+  if (m_reader == nullptr) return true;
+  if (m_state.deviceType == DeviceType::LedDriver) return ReadLedDriver();
+  m_reader->ReadAccData();
+  return true;
+}
+
+bool DeviceSession::ReadLedDriver() {
+  const base::Result<> read = m_reader->InitLedDrivers();
+  if (read) {
+    m_ledFailure.reset();
+    return true;
+  }
+  const bool ofCatalogue = read.Why().kind == base::FailureKind::NotValid;
+  const LedFailure failure{m_state.board, ofCatalogue, m_reader->CatalogueStamp()};
+  if (std::exchange(m_ledFailure, failure) != failure) m_view.ShowMessage(kInvalidCatalogue, read.Text());
+  return false;
+}
+
+bool DeviceSession::WouldFailAgain() const {
+  return m_ledFailure && m_ledFailure->ofCatalogue && m_ledFailure->board == m_state.board &&
+         m_ledFailure->stamp == m_reader->CatalogueStamp();
+}
+
+void DeviceSession::Tell() {
+  CountBoards();
+  m_state.isFinishing = m_state.board != 0 && m_state.board == m_finishingBoard;
+  m_state.accessProblem = m_state.boards == 0 ? m_agent.AccessProblem() : "";
+  if (m_told == m_state) return;
+  m_told = m_state;
+  m_view.ShowState(m_state);
+}
+
+void DeviceSession::CountBoards() {
+  m_state.boards = m_devices.size();
+  m_state.board = Board() != nullptr ? Board()->ClassDebugID() : 0;
 }
 
 bool DeviceSession::AskIdentity(TLS& board) {
-  m_id = board.GetID();
+  m_state.id = board.GetID();
   // A question that did not get through can be asked again at once.
-  if (!board.HasAnswered() && !board.OwesAnswer()) m_id = board.GetID();
-  m_knowsId = board.HasAnswered();
+  if (!board.HasAnswered() && !board.OwesAnswer()) m_state.id = board.GetID();
+  m_state.knowsId = board.HasAnswered();
   const bool owes = board.OwesAnswer();
-  if (!m_knowsId && !m_view.WaitForBoard(kStillBusy)) {
+  if (!m_state.knowsId && !m_view.WaitForBoard(kStillBusy)) {
     m_unsettledBoard = board.ClassDebugID();
     return false;
   }
-  if (owes || (m_knowsId && m_id == kLateAcknowledgement)) {
+  if (owes || (m_state.knowsId && m_state.id == kLateAcknowledgement)) {
     // While it keeps silent the next answer would be as doubtful as the first: it is not asked again then.
-    const bool settled = LetLateAnswersPass(board, m_knowsId);
-    m_id = settled ? board.GetID() : 0;
-    m_knowsId = settled && board.HasAnswered();
+    const bool settled = LetLateAnswersPass(board, m_state.knowsId);
+    m_state.id = settled ? board.GetID() : 0;
+    m_state.knowsId = settled && board.HasAnswered();
   }
   return true;
 }
@@ -120,7 +155,7 @@ bool DeviceSession::AskIdentity(TLS& board) {
 std::string DeviceSession::AskSerialNumber(TLS& board) const {
   std::string serial = board.GetSN();
   // One that begins like the answer to another question may be that answer, with its own moved up by one.
-  if (!serial.starts_with(DigitsOf(kLateAcknowledgement)) && !serial.starts_with(DigitsOf(m_id))) return serial;
+  if (!serial.starts_with(DigitsOf(kLateAcknowledgement)) && !serial.starts_with(DigitsOf(m_state.id))) return serial;
   if (board.GetSN() == serial) return serial;
   static_cast<void>(LetLateAnswersPass(board, true));
   return board.GetSN();
@@ -140,50 +175,54 @@ bool DeviceSession::LetLateAnswersPass(TLS& board, bool heard) {
   return heard || answers > 0;
 }
 
-bool DeviceSession::EnsureIdentified() {
+base::Result<> DeviceSession::EnsureIdentified() {
   TLS* const board = Board();
-  if (board == nullptr || !m_online) return false;
-  if (!m_knowsId || IsIdentified()) return IsIdentified();
-  m_serialNumber = AskSerialNumber(*board);
-  if (IsIdentified()) m_view.ShowSerialLabel(std::string(Identify(m_id).caption) + m_serialNumber);
-  return IsIdentified();
-}
-
-std::string DeviceSession::WhyNotIdentified() const {
-  if (!m_knowsId) return "The board did not say what it is. Unplug it, plug it in again and repeat this.";
-  if (!IsIdentified())
-    return "The board did not tell its whole serial number. Unplug it, plug it in again and repeat this.";
-  return "";
+  if (board == nullptr || !m_state.IsOnline())
+    return base::Failure{base::FailureKind::NoAnswer, "No board is connected. Plug it in and repeat this."};
+  if (m_state.knowsId && !m_state.IsIdentified()) {
+    m_state.serialNumber = AskSerialNumber(*board);
+    if (m_state.IsIdentified()) m_state.serialLabel = CaptionOf(m_state);
+    Tell();
+  }
+  return m_state.Identified();
 }
 
 void DeviceSession::GoOffline() {
-  m_online = false;
+  m_state.stage = Stage::Offline;
+  m_state.serialLabel.clear();
   m_view.StartGoOnlineTimer(kReconnectMilliseconds);
-  m_view.ShowOnline(false);
-  m_view.ShowSerialLabel("");
-  if (m_deviceType == device::DeviceType::SoundBoard) m_view.EnableFileButtons();
-  m_view.EnableBoardButtons(false);
+  Tell();
 }
 
 void DeviceSession::GoOnlineTimerTick() {
   try {
     m_agent.Refresh();
-    TLS* const board = Board();
-    if (board == nullptr) return;
-    const std::string serial = board->GetSN();
-    if (serial == TLS::kNoSerialNumber) {
-      if (board->OwesAnswer()) m_unsettledBoard = board->ClassDebugID();
-      return;
-    }
-    // The first answer behind a silence is the one of an erase, and those to all earlier ticks follow.
-    if (IsUnsettled(*board) || serial.starts_with(DigitsOf(kLateAcknowledgement))) {
-      if (!LetLateAnswersPass(*board, true)) return;
-      m_unsettledBoard = 0;
-    }
-    GoOnline();
+    GoOnlineIfItAnswers();
   } catch (const AgentError&) {
     // The next tick tries again.
   }
+  Tell();
+}
+
+void DeviceSession::LookForNotices() {
+  m_agent.Refresh();
+  Tell();
+}
+
+void DeviceSession::GoOnlineIfItAnswers() {
+  TLS* const board = Board();
+  if (board == nullptr || WouldFailAgain()) return;
+  const std::string serial = board->GetSN();
+  if (serial == TLS::kNoSerialNumber) {
+    if (board->OwesAnswer()) m_unsettledBoard = board->ClassDebugID();
+    return;
+  }
+  // The first answer behind a silence is the one of an erase, and those to all earlier ticks follow.
+  if (IsUnsettled(*board) || serial.starts_with(DigitsOf(kLateAcknowledgement))) {
+    if (!LetLateAnswersPass(*board, true)) return;
+    m_unsettledBoard = 0;
+  }
+  GoOnline();
 }
 
 void DeviceSession::LetBoardFinish() {
@@ -196,6 +235,7 @@ void DeviceSession::Exit() {
   if (TLS* const board = Board()) static_cast<void>(board->Bye());
   m_agent.Stop();
   m_devices.clear();
+  CountBoards();
 }
 
 bool DeviceSession::Device::CanTake(std::int32_t opened) const {
@@ -212,6 +252,7 @@ void DeviceSession::InterfaceOpened(std::int32_t handle, std::int32_t, std::int3
   }
   Device device{std::make_unique<TLS>(), handle};
   if (device.board->BindVars(m_agent) >= 0) m_devices.push_back(std::move(device));
+  CountBoards();
 }
 
 void DeviceSession::InterfaceClosed(std::int32_t handle, const std::string&) {
@@ -224,6 +265,7 @@ void DeviceSession::InterfaceClosed(std::int32_t handle, const std::string&) {
   m_devices.erase(
       std::remove_if(m_devices.begin(), m_devices.end(), [](const Device& device) { return device.board == nullptr; }),
       m_devices.end());
+  CountBoards();
 
   for (const Device& device : m_devices) {
     try {

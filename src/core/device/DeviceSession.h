@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "device/BoardIdentity.h"
+#include "device/BoardReader.h"
+#include "device/SessionState.h"
 #include "device/SessionView.h"
 #include "device/THIDagent.h"
 #include "device/TLS.h"
@@ -29,8 +31,8 @@ class DeviceSession final : public HidAgentEvents {
   /// How the start-up search ended.
   enum class StartUp { Online, Offline, Quit };
 
-  /// Both must outlive the session.
-  DeviceSession(THIDagent& agent, SessionView& view);
+  /// All must outlive the session. Without a `reader` nobody wants to know what a board holds.
+  DeviceSession(THIDagent& agent, SessionView& view, BoardReader* reader = nullptr);
   ~DeviceSession() override;
   DeviceSession(const DeviceSession&) = delete;
   DeviceSession& operator=(const DeviceSession&) = delete;
@@ -41,42 +43,28 @@ class DeviceSession final : public HidAgentEvents {
   /// While the program starts up, boards that arrive do not start a search.
   void SetLoading(bool loading) { m_loading = loading; }
 
-  /// Identifies item 1 of the device list and shows it. Goes offline instead when the list is empty, when the board is
-  /// busy and the view does not want to wait, or with a message when an LED driver's catalogue is not valid.
+  /// Identifies item 1 of the device list and has it read. Goes offline instead when the list is empty, when the board
+  /// is busy and the view does not want to wait, or with a message when an LED driver could not be read. A board that
+  /// keeps failing for the same reason is told of once.
   void GoOnline();
-  /// Shows that there is no board and starts the reconnection timer.
+  /// Tells that there is no board and starts the reconnection timer.
   void GoOffline();
-  /// Once a second while offline: goes online when item 1 answers with a serial number.
+  /// Once a second while offline: goes online when item 1 answers with a serial number. An LED driver that the
+  /// catalogue is not good for is left alone until the catalogue has changed.
   void GoOnlineTimerTick();
+  /// Tells what has been plugged in and out since the last look.
+  void LookForNotices();
   /// A run has left item 1 in the middle of an erase: goes offline until it has finished.
   void LetBoardFinish();
-  /// From a LetBoardFinish() until the next GoOnline() of that board.
-  [[nodiscard]] bool IsFinishing() const { return Board() != nullptr && Board()->ClassDebugID() == m_finishingBoard; }
-  /// Asks for the serial number again when that is all that is missing. Whether the board is identified then.
-  [[nodiscard]] bool EnsureIdentified();
-  /// Why the board is not identified, and the next step; "" for one that is.
-  [[nodiscard]] std::string WhyNotIdentified() const;
+  /// Asks for the serial number again when that is all that is missing. Whether the board is identified then; a failure
+  /// says why not, and the next step.
+  base::Result<> EnsureIdentified();
   /// Says good-bye to the board, whatever the state, and stops the agent.
   void Exit();
 
   /// Item 1 of the device list, nullptr when it is empty.
   [[nodiscard]] TLS* Board() const { return m_devices.empty() ? nullptr : m_devices.front().board.get(); }
-  [[nodiscard]] std::size_t NumberOfBoards() const { return m_devices.size(); }
-  /// True from a GoOnline() until the next GoOffline().
-  [[nodiscard]] bool IsOnline() const { return m_online; }
-  [[nodiscard]] device::DeviceType DeviceType() const { return m_deviceType; }
-  [[nodiscard]] std::uint16_t DeviceRevision() const { return m_deviceRevision; }
-  /// Samples that the board holds; that of the last sound board, or the smaller model's at first.
-  [[nodiscard]] std::int32_t MemoryCapacity() const { return m_memoryCapacity; }
-  /// Whether that board said what it is.
-  [[nodiscard]] bool KnowsId() const { return m_knowsId; }
-  /// Whether it also said which one it is: its whole serial number came. Nothing may be written to a sound board that
-  /// did not.
-  [[nodiscard]] bool IsIdentified() const { return m_knowsId && m_serialNumber.size() == TLS::kSerialDigits; }
-  /// The identity number of the last board that came online.
-  [[nodiscard]] std::int32_t Id() const { return m_id; }
-  /// Its serial number as GetSN gave it; "" before any.
-  [[nodiscard]] const std::string& SerialNumber() const { return m_serialNumber; }
+  [[nodiscard]] const SessionState& State() const { return m_state; }
 
   void InterfaceOpened(std::int32_t handle, std::int32_t reportLengthIn, std::int32_t reportLengthOut,
                        const std::string& path) override;
@@ -99,6 +87,27 @@ class DeviceSession final : public HidAgentEvents {
     [[nodiscard]] bool CanTake(std::int32_t opened) const;
   };
 
+  /// What reading an LED driver failed at.
+  struct LedFailure {
+    /// The board's number.
+    std::int32_t board = 0;
+    /// The catalogue's fault, not the board's.
+    bool ofCatalogue = false;
+    /// The catalogue's.
+    std::string stamp;
+
+    friend bool operator==(const LedFailure&, const LedFailure&) = default;
+  };
+
+  /// Has what the board holds read. False when that failed, with a message unless the same was told already.
+  [[nodiscard]] bool ReadBoard();
+  [[nodiscard]] bool ReadLedDriver();
+  /// A board with a catalogue that is not good for it would only fail again; one that did not answer may do so now.
+  [[nodiscard]] bool WouldFailAgain() const;
+  /// Takes into the state what is there, and tells the view when it differs from what it was told.
+  void Tell();
+  void CountBoards();
+  void GoOnlineIfItAnswers();
   /// Asks what the board is. False when it does not answer yet and is not waited for.
   [[nodiscard]] bool AskIdentity(TLS& board);
   [[nodiscard]] std::string AskSerialNumber(TLS& board) const;
@@ -112,18 +121,17 @@ class DeviceSession final : public HidAgentEvents {
 
   THIDagent& m_agent;
   SessionView& m_view;
+  BoardReader* m_reader;
   std::vector<Device> m_devices;
-  bool m_online = false;
+  SessionState m_state;
+  /// What the view was told last.
+  std::optional<SessionState> m_told;
   bool m_loading = false;
-  /// The numbers of the boards that IsUnsettled() and that IsFinishing() mean; 0 for none.
+  /// The numbers of the boards that IsUnsettled() and `isFinishing` mean; 0 for none.
   std::int32_t m_unsettledBoard = 0;
   std::int32_t m_finishingBoard = 0;
-  device::DeviceType m_deviceType = device::DeviceType::SoundBoard;
-  std::uint16_t m_deviceRevision = 0;
-  std::int32_t m_memoryCapacity = kDefaultMemoryCapacity;
-  bool m_knowsId = false;
-  std::int32_t m_id = 0;
-  std::string m_serialNumber;
+  /// How the last LED driver ended that was read; empty for well.
+  std::optional<LedFailure> m_ledFailure;
 };
 
 }  // namespace kestrin::core::device

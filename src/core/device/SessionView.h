@@ -3,31 +3,20 @@
 #include <cstdint>
 #include <string>
 
+#include "device/SessionState.h"
+
 namespace kestrin::core::device {
 
-/// What the device session shows, and what it asks the rest of the program to do when a board comes or goes.
+/// What the device session tells and asks. It says how things stand; what can be done then, and how that looks, is the
+/// view's.
 class SessionView {
  public:
   virtual ~SessionView() = default;
 
-  /// The online picture: "LS_on.bmp" or "LS_off.bmp".
-  virtual void ShowOnline(bool online) = 0;
-  /// The serial label's text; "" offline.
-  virtual void ShowSerialLabel(const std::string& text) = 0;
-  /// The board holds that many samples: limit of the sound configuration and maximum of the memory gauge.
-  virtual void SetMemoryCapacity(std::int32_t samples) = 0;
-  /// `LoadBtn` and `SaveBtn` become usable, with their active pictures.
-  virtual void EnableFileButtons() = 0;
-  /// `ConfigBtn`, `SendBtn` and `UpdateBtn` become usable, or get their "_off" pictures and are disabled.
-  virtual void EnableBoardButtons(bool enabled) = 0;
-  /// The LED setup frame `frmLED`.
-  virtual void ShowLedFrame(bool visible) = 0;
-  /// A sound board is online: its detection parameters are to be read and shown.
-  virtual void ReadAccData() = 0;
-  /// An LED driver is online: its LED type, configuration and pulses are to be read and shown. False when that failed.
-  [[nodiscard]] virtual bool InitLedDrivers() = 0;
-  /// A critical message.
-  virtual void ShowMessage(const std::string& text) = 0;
+  /// How things stand now. Comes once at the beginning and then with each change.
+  virtual void ShowState(const SessionState& state) = 0;
+  /// A critical message; `detail` is "" or says what exactly is wrong.
+  virtual void ShowMessage(const std::string& text, const std::string& detail) = 0;
   /// Asks with OK and Cancel whether to go on without a board; true for OK. `advice` is "" or says why a board that is
   /// there could not be opened and how to permit it.
   [[nodiscard]] virtual bool AskWorkOffline(const std::string& question, const std::string& advice) = 0;

@@ -5,8 +5,8 @@
 #include <QFrame>
 #include <QSettings>
 #include <QVBoxLayout>
+#include <utility>
 
-#include "core/device/BoardIdentity.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/EnterKey.h"
@@ -14,18 +14,19 @@
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Overlay.h"
 #include "ui/kit/PathText.h"
-#include "ui/kit/SleepBlocker.h"
 #include "ui/kit/SpecialFolders.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/kit/UpdateDialog.h"
 #include "ui/kit/WaitFrame.h"
-#include "ui/led/LedPanel.h"
-#include "ui/motion/ConfigControl.h"
 #include "ui/motion/ConfigFrame.h"
 #include "ui/sound/DownloadFrame.h"
 #include "ui/sound/SoundPage.h"
+#include "ui/window/GateRunner.h"
+#include "ui/window/HelpLine.h"
+#include "ui/window/LedPage.h"
 #include "ui/window/Pages.h"
 #include "ui/window/SetDrop.h"
+#include "ui/window/WhyNot.h"
 
 namespace kestrin::ui::window {
 
@@ -46,20 +47,25 @@ Main::Main(const Surroundings& surroundings)
     : m_around(surroundings),
       m_pictures(kit::TextOf(surroundings.programFolder)),
       m_set(m_configuration),
-      m_session(surroundings.agent, *this),
+      m_session(surroundings.agent, *this, this),
+      m_watch(m_session, surroundings.gate, this),
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings),
+      m_download(m_configuration, m_session, m_around),
+      m_setup(m_session, m_around),
       m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}),
       m_focus(*this),
       m_place(*this, surroundings.settings),
-      m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
-      m_goOnlineTimer(this),
-      m_noticeTimer(this) {
+      m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}) {
   setObjectName("Main");
   setWindowTitle(kCaption);
   setWindowIcon(m_pictures.Icon("kestrin.bmp"));
   MakeLayout();
-  MakePanels();
-  Connect();
+  MakeLedPage();
+  LayOver();
+  ConnectTools();
+  ConnectSet();
+  ConnectPreview();
+  ConnectNews();
   m_set.AddListener(*this);
   kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::Main);
   m_helpLine->Explain(*this);
@@ -97,105 +103,54 @@ void Main::MakeLayout() {
   kit::SetHelpOfGround(*all);
 }
 
-led::LedPanel& Main::LedFrame() {
-  if (m_ledFrame != nullptr) return *m_ledFrame;
-  m_ledFrame = new led::LedPanel({m_pictures, m_around.dialogs, m_around.disk, m_around.programFolder,
-                                  [this] { return m_session.Board(); }, Runner()});
-  connect(m_ledFrame, &led::LedPanel::boardFailed, this, [this] { m_session.GoOffline(); });
-  connect(m_ledFrame, &led::LedPanel::news, m_helpLine, &HelpLine::ShowNews);
-  m_helpLine->Explain(*m_ledFrame);
-  m_pages->SetLedDriver(*m_ledFrame);
-  UpdateButtons();
-  return *m_ledFrame;
+void Main::MakeLedPage() {
+  m_ledPage = new LedPage(*m_pages,
+                          {m_pictures, m_around.dialogs, m_around.disk, m_around.programFolder,
+                           [this] { return m_session.Board(); }, GateRunner(m_around.gate)},
+                          this);
+  connect(m_ledPage, &LedPage::boardFailed, this, [this] { m_session.GoOffline(); });
+  connect(m_ledPage, &LedPage::made, m_helpLine, [this](QWidget& panel) { m_helpLine->Explain(panel); });
 }
 
-std::function<void(std::function<void()>)> Main::Runner() {
-  return [&gate = m_around.gate](std::function<void()> action) {
-    gate.WhenFree([&gate, action = std::move(action)] {
-      const kit::CommandGate::Passage passage(gate);
-      action();
-    });
-  };
-}
-
-void Main::MakePanels() {
-  m_configFrame = new motion::ConfigFrame;
-  kit::SetHelpContext(*m_configFrame, kit::HelpContext::ConfigFrame);
-  m_downloadFrame = new sound::DownloadFrame(m_around.dialogs, m_around.clock);
-  kit::SetHelpContext(*m_downloadFrame, kit::HelpContext::DownloadFrame);
-  m_download.emplace(m_configuration, *m_downloadFrame, m_around.kept, m_around.clock, m_around.gate.Pump());
-  for (QWidget* const panel : {static_cast<QWidget*>(m_configFrame), static_cast<QWidget*>(m_downloadFrame)}) {
+void Main::LayOver() {
+  for (QWidget* const panel : {static_cast<QWidget*>(&m_setup.Frame()), static_cast<QWidget*>(&m_download.Frame())}) {
     auto* const overlay = new kit::Overlay(*panel, *this);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
-    connect(overlay, &kit::Overlay::clickedBeside, this, [this] {
-      if (m_downloadFrame->isVisible() && !m_download->IsRunning()) m_downloadFrame->ClickBeside();
-    });
+    connect(overlay, &kit::Overlay::clickedBeside, &m_download, &SetDownload::ClickBeside);
   }
   m_waitFrame = new kit::WaitFrame(*this);
-  MakeConfigControl();
 }
 
-void Main::MakeConfigControl() {
-  using Control = motion::ConfigControl;
-  const auto lookup = [this]() -> std::optional<Control::Board> {
-    core::device::TLS* const board = m_session.Board();
-    if (board == nullptr || !m_session.IsOnline() || m_session.DeviceType() != core::device::DeviceType::SoundBoard)
-      return std::nullopt;
-    return Control::Board{*board, m_session.SerialNumber(), m_session.DeviceRevision(), m_session.IsIdentified()};
-  };
-  // Ahead of the control: what the board did not tell of itself at first is asked again before anything is sent.
-  connect(m_configFrame, &motion::ConfigFrame::sendRequested, this,
-          [run = Runner(), this] { run([this] { static_cast<void>(m_session.EnsureIdentified()); }); });
-  m_configControl = new Control(*m_configFrame, {m_around.dialogs, m_around.kept, lookup, Runner()});
-  m_configControl->setParent(m_configFrame);
-  connect(m_configControl, &Control::news, m_helpLine, &HelpLine::ShowNews);
-}
-
-void Main::Connect() {
+void Main::ConnectTools() {
   kit::CommandGate& gate = m_around.gate;
-  m_goOnlineTimer.setObjectName("GoOnlineTimer");
-  m_noticeTimer.setObjectName("NoticeTimer");
-  connect(&m_goOnlineTimer, &QTimer::timeout, this, &Main::TickGoOnline);
-  connect(&m_noticeTimer, &QTimer::timeout, this, &Main::LookForNotices);
-
-  auto* const drop = new SetDrop(*this, [this] { return !m_running; });
-  connect(drop, &SetDrop::dropped, this, [this](const QString& path) { OpenSet(kit::PathOf(path)); });
   connect(m_tools, &ToolRow::pressed, this,
           [this, &gate](ToolRow::Tool tool) { gate.WhenFree([this, tool] { Press(tool); }); });
-  connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
-  connect(&m_setFile, &SetFile::opened, this, [this] {
-    if (!m_session.IsOnline()) m_pages->Show(Pages::Page::Sounds);
-    if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
-  });
-  ConnectSet();
   connect(m_pages, &Pages::changed, this, &Main::UpdateButtons);
-  connect(m_downloadFrame, &sound::DownloadFrame::buttonPressed, this, [this] { m_download->CancelButton(); });
-
-  connect(m_page, &sound::SoundPage::playRequested, this,
-          [this](const QString& path) { PlayLsuFile(kit::PathOf(path)); });
-  connect(m_page, &sound::SoundPage::stopRequested, &m_preview, &Preview::Stop);
-  connect(m_page, &sound::SoundPage::message, this, [this](const QString& text) { m_around.dialogs.ShowError(text); });
-  connect(m_page, &sound::SoundPage::hint, m_helpLine, &HelpLine::ShowHint);
-  connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
-  connect(&m_preview, &Preview::preparing, m_page, &sound::SoundPage::SetPreparing);
-  connect(&m_preview, &Preview::playing, m_page, &sound::SoundPage::SetPlaying);
-  connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
+  connect(&m_download, &SetDownload::running, this, &Main::SetRunning);
 }
 
 void Main::ConnectSet() {
+  kit::CommandGate& gate = m_around.gate;
+  auto* const drop = new SetDrop(*this, [this] { return !m_running; });
+  connect(drop, &SetDrop::dropped, this, [this](const QString& path) { OpenSet(kit::PathOf(path)); });
+  connect(&m_setFile, &SetFile::opened, this, [this] {
+    if (!m_session.State().IsOnline()) m_pages->Show(Pages::Page::Sounds);
+    if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
+  });
+
   SoundLocator& locator = m_setFile.Locator();
-  connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
   connect(&locator, &SoundLocator::searching, m_waitFrame, &QWidget::setVisible);
   connect(&locator, &SoundLocator::searching, m_page, &sound::SoundPage::SetPreparing);
   connect(m_page, &sound::SoundPage::stopRequested, &locator, &SoundLocator::Stop);
-  kit::CommandGate& gate = m_around.gate;
   connect(m_page, &sound::SoundPage::locateRequested, &locator,
           [&gate, &locator](const core::sound::SoundPlace& place) {
             gate.WhenFree([&locator, place] { locator.LocateOne(place); });
           });
   connect(m_page, &sound::SoundPage::locateAllRequested, &locator,
           [&gate, &locator] { gate.WhenFree([&locator] { locator.LocateAll(); }); });
+
   // Of the page, so that a set that cannot be seen is not saved.
   auto* const save = new QAction(tr("Save the sound set to its file"), m_page);
   save->setObjectName("SaveAction");
@@ -206,11 +161,28 @@ void Main::ConnectSet() {
   m_page->addAction(save);
 }
 
+void Main::ConnectPreview() {
+  connect(m_page, &sound::SoundPage::playRequested, this,
+          [this](const QString& path) { PlayLsuFile(kit::PathOf(path)); });
+  connect(m_page, &sound::SoundPage::stopRequested, &m_preview, &Preview::Stop);
+  connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
+  connect(&m_preview, &Preview::preparing, m_page, &sound::SoundPage::SetPreparing);
+  connect(&m_preview, &Preview::playing, m_page, &sound::SoundPage::SetPlaying);
+}
+
+void Main::ConnectNews() {
+  connect(m_page, &sound::SoundPage::hint, m_helpLine, &HelpLine::ShowHint);
+  connect(m_page, &sound::SoundPage::message, this, [this](const QString& text) { m_around.dialogs.ShowError(text); });
+  connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
+  connect(m_ledPage, &LedPage::news, m_helpLine, &HelpLine::ShowNews);
+}
+
 bool Main::StartUp() {
   m_session.SetLoading(true);
   m_tools->ShowLogo();
   m_page->SetFolder(m_around.programFolder);
-  SetMemoryCapacity(m_session.MemoryCapacity());
   {
     const kit::CommandGate::Passage passage(m_around.gate);
     if (m_session.SearchAtStartUp() == core::device::DeviceSession::StartUp::Quit) {
@@ -224,7 +196,7 @@ bool Main::StartUp() {
   const std::filesystem::path last = kit::PathOf(m_around.settings.value(kFolderKey).toString());
   if (std::error_code ignored; std::filesystem::is_directory(last, ignored)) m_page->SetFolder(last);
   // Not before: a board that was plugged in meanwhile must not be overlooked.
-  m_noticeTimer.start(kNoticeInterval);
+  m_watch.Start();
   return !m_closing.IsEnding();
 }
 
@@ -249,59 +221,21 @@ std::filesystem::path Main::fGetSpecialFolder(int CSIDL) const {
   }
 }
 
-void Main::ShowOnline(bool online) { m_tools->ShowOnline(online); }
-
-void Main::ShowSerialLabel(const std::string& text) {
-  m_tools->ShowSerial(QString::fromStdString(text));
-  ShowBoards();
-}
-
-void Main::ShowBoards() {
-  const std::size_t boards = m_session.NumberOfBoards();
-  const bool several = m_session.IsOnline() && boards > 1;
-  m_tools->ShowBoards(several ? tr("%1 boards are connected; this is the first one, which is used.").arg(boards) : "");
-  const std::string problem = boards == 0 ? m_around.agent.AccessProblem() : "";
-  m_tools->ShowAccessProblem(QString::fromStdString(problem));
-  // One that keeps silent, or cannot be opened, changes nothing but why the buttons cannot be used.
-  const bool otherBoards = std::exchange(m_boards, boards) != boards;
-  if (std::exchange(m_accessProblem, problem) != problem || otherBoards) UpdateButtons();
-}
-
-void Main::SetMemoryCapacity(std::int32_t samples) { m_set.SetCapacity(samples); }
-
-void Main::EnableFileButtons() { UpdateButtons(); }
-
-void Main::EnableBoardButtons(bool enabled) {
-  m_boardButtons = enabled;
+void Main::ShowState(const core::device::SessionState& state) {
+  if (state.memoryCapacity != m_configuration.MaxNrOfSamples()) m_set.SetCapacity(state.memoryCapacity);
+  m_tools->ShowSession(state);
+  // Its values are those of a sound board.
+  if (state.HasLedDriver()) m_setup.Hide();
+  m_ledPage->Follow(state);
   UpdateButtons();
 }
 
-void Main::ShowLedFrame(bool visible) {
-  // Its values are those of a sound board.
-  if (visible) m_configFrame->hide();
-  if (visible) LedFrame();
-  m_pages->ShowTabs(visible);
-  // A board that is asked again and again does not take the person away from the page of their choice.
-  const std::int32_t board = visible ? m_session.Board()->ClassDebugID() : 0;
-  if (std::exchange(m_ledBoard, board) == board && visible) return;
-  m_pages->Show(visible ? Pages::Page::LedDriver : Pages::Page::Sounds);
-}
+core::base::Result<> Main::InitLedDrivers() { return m_ledPage->InitLedDrivers(); }
 
-void Main::ReadAccData() { m_configControl->ReadAccData(); }
+std::string Main::CatalogueStamp() { return m_ledPage->CatalogueStamp(); }
 
-bool Main::InitLedDrivers() {
-  const bool read = LedFrame().InitLedDrivers();
-  const bool ofCatalogue = LedFrame().LastFailure() == core::ledsetup::LedSetup::Failure::Catalogue;
-  const LedFailures::Failure failure{m_session.Board()->ClassDebugID(), ofCatalogue, LedFrame().CatalogueStamp()};
-  m_ledFailures.Take(read ? std::nullopt : std::optional(failure));
-  return read;
-}
-
-void Main::ShowMessage(const std::string& text) {
-  // The session has one message only: the one about LED drivers that could not be read. A board that keeps failing is
-  // asked again every second.
-  if (!m_ledFailures.IsNew()) return;
-  m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(LedFrame().Problem()));
+void Main::ShowMessage(const std::string& text, const std::string& detail) {
+  m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(detail));
 }
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
@@ -313,27 +247,6 @@ bool Main::WaitForBoard(const std::string&) {
   // Half a minute of waiting would be half a minute in which nothing can be done here.
   m_helpLine->ShowNews(tr("The board is still busy. It comes online by itself when it is done."));
   return false;
-}
-
-void Main::StartGoOnlineTimer(std::int32_t milliseconds) { m_goOnlineTimer.start(milliseconds); }
-
-void Main::StopGoOnlineTimer() { m_goOnlineTimer.stop(); }
-
-void Main::TickGoOnline() {
-  // While the window starts up, the notice timer does not run either.
-  if (m_around.gate.IsBusy() || !m_noticeTimer.isActive()) return;
-  const core::device::TLS* const board = m_session.Board();
-  if (board != nullptr && m_ledFailures.WouldFailAgain(board->ClassDebugID(), LedFrame().CatalogueStamp())) return;
-  const kit::CommandGate::Passage passage(m_around.gate);
-  m_session.GoOnlineTimerTick();
-  ShowBoards();
-}
-
-void Main::LookForNotices() {
-  if (m_around.gate.IsBusy()) return;
-  const kit::CommandGate::Passage passage(m_around.gate);
-  m_around.agent.Refresh();
-  ShowBoards();
 }
 
 void Main::ShowSet() {
@@ -349,13 +262,14 @@ void Main::Press(ToolRow::Tool tool) {
       m_setFile.Save();
       break;
     case ToolRow::Tool::Config:
-      m_configControl->Open();
+      m_setup.Open();
       break;
     case ToolRow::Tool::Update:
       Update();
       break;
     case ToolRow::Tool::Send:
-      Send();
+      // The board may have gone since the button was pressed.
+      if (Why().Of(tool).isEmpty()) m_download.Send();
       break;
   }
 }
@@ -363,7 +277,7 @@ void Main::Press(ToolRow::Tool tool) {
 void Main::Update() {
   // The board may have gone since the button was pressed, and an LED driver may have come.
   core::device::TLS* const board = m_session.Board();
-  if (!m_boardButtons || board == nullptr || m_around.update == nullptr) return;
+  if (!Why().Of(ToolRow::Tool::Update).isEmpty() || board == nullptr) return;
   std::string serialNumber;
   {
     const kit::CommandGate::Passage passage(m_around.gate);
@@ -372,21 +286,6 @@ void Main::Update() {
   if (serialNumber == core::device::TLS::kNoSerialNumber) return;
   const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
   if (!m_closing.IsEnding()) m_setFile.OfferNew(sets);
-}
-
-void Main::Send() {
-  // It may have gone since the button was pressed.
-  core::device::TLS* const board = m_session.Board();
-  if (board == nullptr || !Why().Send().isEmpty()) return;
-  const kit::CommandGate::Passage passage(m_around.gate);
-  SetRunning(true);
-  m_around.sleep.Block("Sounds are being written into the board.");
-  const std::int32_t flash = core::device::FlashSize(m_session.MemoryCapacity());
-  const bool identified = m_session.EnsureIdentified();
-  m_downloadFrame->ShowOutcome(m_download->Send({*board, m_session.SerialNumber(), flash, identified}));
-  if (m_download->LeftErasing()) m_session.LetBoardFinish();
-  m_around.sleep.Unblock();
-  SetRunning(false);
 }
 
 void Main::SetRunning(bool running) {
@@ -405,46 +304,22 @@ void Main::SetCovered(bool covered) {
 }
 
 void Main::UpdateButtons() {
-  const auto show = [this](ToolRow::Tool tool, const QString& reason) {
-    if (reason.isEmpty())
-      m_tools->Enable(tool);
-    else
-      m_tools->Disable(tool, reason);
-  };
-  if (m_ledFrame != nullptr) m_ledFrame->SetOnline(IsLedDriverOnline());
   const WhyNot why = Why();
-  show(ToolRow::Tool::Load, why.Set());
-  show(ToolRow::Tool::Save, why.Set());
+  for (const ToolRow::Tool tool : ToolRow::kTools) m_tools->ShowWhyNot(tool, why.Of(tool));
   m_tools->EnableUndoAndRedo(m_pages->Shown() == Pages::Page::Sounds);
-  show(ToolRow::Tool::Config, why.Board());
-  show(ToolRow::Tool::Send, why.Send());
-  const QString noUpdate =
-      m_around.update == nullptr ? tr("This version does not fetch sounds from the Internet.") : QString();
-  show(ToolRow::Tool::Update, noUpdate.isEmpty() ? why.Board() : noUpdate);
-}
-
-bool Main::IsLedDriverOnline() const {
-  return m_session.IsOnline() && m_session.DeviceType() == core::device::DeviceType::LedDriver;
 }
 
 WhyNot Main::Why() const {
-  const bool isLedDriver = m_session.DeviceType() == core::device::DeviceType::LedDriver;
+  const core::device::SessionState& session = m_session.State();
   // Without an LED driver the set takes the page's place as soon as one is opened.
-  const bool isSetSeen = m_pages->Shown() == Pages::Page::Sounds || !IsLedDriverOnline();
-  return {m_running,
-          isSetSeen,
-          m_set.Fits(),
-          m_boardButtons,
-          m_session.NumberOfBoards(),
-          isLedDriver,
-          m_session.IsFinishing(),
-          m_accessProblem};
+  const bool isSetSeen = m_pages->Shown() == Pages::Page::Sounds || !session.HasLedDriver();
+  return {session, m_running, isSetSeen, m_set.Fits(), m_around.update != nullptr};
 }
 
 void Main::paintEvent(QPaintEvent* event) {
   QMainWindow::paintEvent(event);
   // Most boards have sounds: the LED driver's page is made when the window can be seen already.
-  if (m_ledFrame == nullptr) QTimer::singleShot(0, this, [this] { LedFrame(); });
+  m_ledPage->MakeSoon();
 }
 
 void Main::keyPressEvent(QKeyEvent* event) {
@@ -456,20 +331,15 @@ void Main::closeEvent(QCloseEvent* event) {
 }
 
 bool Main::AskToClose() {
-  const sound::DownloadFrame::Pause pause(*m_downloadFrame);
+  const sound::DownloadFrame::Pause pause(m_download.Frame());
   // Before another set is loaded its predecessor was asked about.
-  if (!m_set.IsLoading() && !m_setFile.MayLose()) return false;
-  if (m_ledFrame != nullptr && !m_ledFrame->MayClose()) return false;
-  return !m_download->IsRunning() ||
-         m_around.dialogs.AskOkCancel(tr("The download is not done yet. Stop it and close the window?\n"
-                                         "Without a complete download the board has no sounds."),
-                                      "", kit::Dialogs::Harmless::Cancel, kit::HelpContext::CancelQuestion);
+  const bool maySet = m_set.IsLoading() || m_setFile.MayLose();
+  return maySet && m_ledPage->MayClose() && m_download.MayClose();
 }
 
 void Main::StopAll() {
-  m_goOnlineTimer.stop();
-  m_noticeTimer.stop();
-  m_download->Cancel();
+  m_watch.Stop();
+  m_download.Cancel();
   m_setFile.Locator().Stop();
   if (m_around.update != nullptr) m_around.update->Cancel();
 }
@@ -484,8 +354,7 @@ void Main::Finish() {
 
 void Main::Unload() {
   if (std::exchange(m_unloaded, true)) return;
-  m_goOnlineTimer.stop();
-  m_noticeTimer.stop();
+  m_watch.Stop();
   m_preview.Stop();
   m_session.Exit();
   if (m_around.update != nullptr) m_around.update->Unload();

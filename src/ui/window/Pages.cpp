@@ -10,8 +10,6 @@
 
 namespace kestrin::ui::window {
 
-namespace {}  // namespace
-
 Pages::Pages(QWidget& sounds, QWidget* parent) : QWidget(parent) {
   m_tabs = new QTabBar(this);
   m_tabs->setObjectName("PageTabs");

@@ -12,6 +12,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "core/device/SessionState.h"
 #include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
@@ -42,26 +43,30 @@ struct ToolFacts {
 };
 
 /// In the order of ToolRow::Tool and of the row.
-constexpr std::array<ToolFacts, 5> kTools{{
-    {"LoadBtn", QT_TRANSLATE_NOOP("ToolRow", "Open"), QT_TRANSLATE_NOOP("ToolRow", "Open a sound set"),
-     QT_TRANSLATE_NOOP("ToolRow", "LOAD Configuration File"), "Ctrl+O", "open.bmp", "", kit::HelpContext::Open},
-    {"SaveBtn", QT_TRANSLATE_NOOP("ToolRow", "Save"), QT_TRANSLATE_NOOP("ToolRow", "Save the sound set"),
-     QT_TRANSLATE_NOOP("ToolRow", "SAVE Configuration File"), "Ctrl+Shift+S", "save.bmp", "", kit::HelpContext::Save},
-    {"ConfigBtn", QT_TRANSLATE_NOOP("ToolRow", "Setup"),
-     QT_TRANSLATE_NOOP("ToolRow", "Set up how the board detects motion and impact"),
-     QT_TRANSLATE_NOOP("ToolRow", "CONFIGURE Hardware"), "Ctrl+E", "setup.bmp", "setup_off.bmp",
+constexpr std::array<ToolFacts, ToolRow::kTools.size()> kFacts{{
+    {"LoadBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Open"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Open a sound set"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "LOAD Configuration File"), "Ctrl+O", "open.bmp", "",
+     kit::HelpContext::Open},
+    {"SaveBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Save"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Save the sound set"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "SAVE Configuration File"), "Ctrl+Shift+S", "save.bmp", "",
+     kit::HelpContext::Save},
+    {"ConfigBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Setup"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Set up how the board detects motion and impact"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "CONFIGURE Hardware"), "Ctrl+E", "setup.bmp", "setup_off.bmp",
      kit::HelpContext::Setup},
-    {"UpdateBtn", QT_TRANSLATE_NOOP("ToolRow", "Update"),
-     QT_TRANSLATE_NOOP("ToolRow", "Fetch new sounds from the Internet"),
-     QT_TRANSLATE_NOOP("ToolRow", "UPDATE Sound Files (Requires Internet)"), "Ctrl+U", "update.bmp", "update_off.bmp",
-     kit::HelpContext::Update},
-    {"SendBtn", QT_TRANSLATE_NOOP("ToolRow", "Download"),
-     QT_TRANSLATE_NOOP("ToolRow", "Write the sound set into the board"),
-     QT_TRANSLATE_NOOP("ToolRow", "DOWNLOAD Sound Files to Kestrin"), "Ctrl+D", "download.bmp", "download_off.bmp",
-     kit::HelpContext::Download},
+    {"UpdateBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Update"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Fetch new sounds from the Internet"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "UPDATE Sound Files (Requires Internet)"), "Ctrl+U",
+     "update.bmp", "update_off.bmp", kit::HelpContext::Update},
+    {"SendBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Download"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Write the sound set into the board"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "DOWNLOAD Sound Files to Kestrin"), "Ctrl+D", "download.bmp",
+     "download_off.bmp", kit::HelpContext::Download},
 }};
 
-const ToolFacts& FactsOf(ToolRow::Tool tool) { return kTools[static_cast<std::size_t>(tool)]; }
+const ToolFacts& FactsOf(ToolRow::Tool tool) { return kFacts[static_cast<std::size_t>(tool)]; }
 
 /// Adds the only picture of `disabled`, if it has one, for the disabled state.
 void AddPicture(QIcon& icon, const QIcon& disabled) {
@@ -82,7 +87,11 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   row->addWidget(m_logo);
   row->addSpacing(kit::kGrid);
   MakeButtons(*row);
+  row->addLayout(MakeLabels(), 1);
+  ShowSession({});
+}
 
+QVBoxLayout* ToolRow::MakeLabels() {
   m_set = kit::MakeLabel("SetLabel", kit::TextStyle::Soft, "", this);
   m_set->setAlignment(Qt::AlignRight);
   m_online = kit::MakeLabel("OnlinePicture", kit::TextStyle::Plain, "", this);
@@ -91,30 +100,27 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
   m_serial->setWordWrap(true);
   for (QLabel* const label : {m_noBoard, m_serial}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
+  kit::SetHelp(*m_online, kit::PressF1(), kit::HelpContext::OnlinePicture);
+  for (QLabel* const label : {m_noBoard, m_serial}) kit::SetHelpContext(*label, kit::HelpContext::OnlinePicture);
+
   auto* const board = new QHBoxLayout;
   board->setSpacing(kit::kGrid);
   board->addWidget(m_noBoard, 1);
   board->addWidget(m_serial, 1);
   board->addWidget(m_online);
-  auto* const state = new QVBoxLayout;
-  state->setSpacing(kit::kHalf);
-  state->addStretch(1);
-  state->addLayout(board);
-  state->addWidget(m_set);
-  state->addStretch(1);
-  row->addLayout(state, 1);
-  kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
-  kit::SetHelp(*m_online, kit::PressF1(), kit::HelpContext::OnlinePicture);
-  kit::SetHelpContext(*m_noBoard, kit::HelpContext::OnlinePicture);
-  kit::SetHelpContext(*m_serial, kit::HelpContext::OnlinePicture);
-  ShowOnline(false);
-  ShowSerial("");
+  auto* const labels = new QVBoxLayout;
+  labels->setSpacing(kit::kHalf);
+  labels->addStretch(1);
+  labels->addLayout(board);
+  labels->addWidget(m_set);
+  labels->addStretch(1);
+  return labels;
 }
 
 void ToolRow::MakeButtons(QHBoxLayout& layout) {
-  for (std::size_t i = 0; i < kTools.size(); ++i) {
-    const auto tool = static_cast<Tool>(i);
-    const ToolFacts& facts = kTools[i];
+  for (const Tool tool : kTools) {
+    const ToolFacts& facts = FactsOf(tool);
     if (tool == Tool::Config) {
       m_edit = new QWidget(this);
       auto* const edit = new QHBoxLayout(m_edit);
@@ -137,17 +143,17 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     kit::SetHelp(*button, tr(facts.hint), facts.help);
     connect(button, &QToolButton::clicked, this, [this, tool] { emit pressed(tool); });
     layout.addWidget(button);
-    m_buttons[i] = button;
-    Enable(tool);
+    m_buttons[static_cast<std::size_t>(tool)] = button;
+    ShowWhyNot(tool, {});
   }
   kit::Theme::MakePrimary(Button(Tool::Send));
 }
 
 void ToolRow::ShowPictures() {
-  for (std::size_t i = 0; i < kTools.size(); ++i) {
-    QToolButton& button = *m_buttons[i];
-    const QString active = kTools[i].picture;
-    const QString disabled = kTools[i].disabledPicture;
+  for (const Tool tool : kTools) {
+    QToolButton& button = Button(tool);
+    const QString active = FactsOf(tool).picture;
+    const QString disabled = FactsOf(tool).disabledPicture;
     // On the accent's ground the picture takes the colour of the text there.
     QIcon icon = kit::Theme::IsPrimary(&button)
                      ? m_pictures.Tinted(active, kit::ColorOf(kit::ColorRole::AccentText, palette()))
@@ -169,17 +175,12 @@ void ToolRow::AddDisabledPicture(QIcon& icon, const QString& picture) const {
   AddPicture(icon, m_pictures.Tinted(picture, palette().color(QPalette::Disabled, QPalette::ButtonText)));
 }
 
-void ToolRow::Enable(Tool tool) const {
+void ToolRow::ShowWhyNot(Tool tool, const QString& reason) const {
   QToolButton& button = Button(tool);
-  button.setEnabled(true);
+  button.setEnabled(reason.isEmpty());
+  if (!reason.isEmpty()) return button.setToolTip(reason);
   const QString purpose = tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")";
   button.setToolTip(button.menu() == nullptr ? purpose : tr("%1\nArrow down: recent sets").arg(purpose));
-}
-
-void ToolRow::Disable(Tool tool, const QString& reason) const {
-  QToolButton& button = Button(tool);
-  button.setEnabled(false);
-  button.setToolTip(reason);
 }
 
 void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
@@ -216,7 +217,7 @@ void ToolRow::SetLoadMenu(QMenu& menu) {
   button.setMenu(&menu);
   button.setPopupMode(QToolButton::MenuButtonPopup);
   button.installEventFilter(this);
-  Enable(Tool::Load);
+  ShowWhyNot(Tool::Load, {});
   // Once it is gone: a button is not told that the pointer leaves it while a menu has the mouse.
   connect(&menu, &QMenu::aboutToHide, this, &ToolRow::ForgetPointer, Qt::QueuedConnection);
 }
@@ -235,28 +236,28 @@ void ToolRow::ShowLogo() {
   m_logo->setVisible(!logo.isNull());
 }
 
-void ToolRow::ShowOnline(bool online) {
+void ToolRow::ShowSession(const core::device::SessionState& session) {
+  const bool online = session.IsOnline();
   const QString file = online ? "LS_on.bmp" : "LS_off.bmp";
   m_online->setPixmap(m_pictures.Pixmap(file, {kOnlineSide, kOnlineSide}, devicePixelRatioF()));
   m_online->setProperty("picture", file);
-  m_noBoard->setVisible(!online);
   const QString state = online ? tr("A board is connected") : tr("No board is connected");
   m_online->setToolTip(state);
   m_online->setAccessibleName(state);
-}
 
-void ToolRow::ShowAccessProblem(const QString& problem) {
+  const QString problem = QString::fromStdString(session.accessProblem);
+  m_noBoard->setVisible(!online);
   m_noBoard->setToolTip(problem);
   m_noBoard->setAccessibleDescription(problem);
-}
 
-void ToolRow::ShowSerial(const QString& text) {
-  m_serial->setText(text);
-  m_serial->setVisible(!text.isEmpty());
-  m_serial->setAccessibleName(text);
+  const QString serial = QString::fromStdString(session.serialLabel);
+  m_serial->setText(serial);
+  m_serial->setVisible(!serial.isEmpty());
+  m_serial->setAccessibleName(serial);
+  m_serial->setToolTip(online && session.boards > 1
+                           ? tr("%1 boards are connected; this is the first one, which is used.").arg(session.boards)
+                           : QString());
 }
-
-void ToolRow::ShowBoards(const QString& text) { m_serial->setToolTip(text); }
 
 void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
   constexpr int kWidest = 320;

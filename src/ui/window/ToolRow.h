@@ -11,7 +11,11 @@ class QIcon;
 class QLabel;
 class QMenu;
 class QToolButton;
+class QVBoxLayout;
 
+namespace kestrin::core::device {
+struct SessionState;
+}
 namespace kestrin::ui::kit {
 class Pictures;
 }
@@ -24,14 +28,14 @@ class ToolRow : public QWidget {
 
  public:
   enum class Tool { Load, Save, Config, Update, Send };
+  static constexpr std::array<Tool, 5> kTools{Tool::Load, Tool::Save, Tool::Config, Tool::Update, Tool::Send};
 
   /// The pictures must outlive the row.
   explicit ToolRow(const kit::Pictures& pictures, QWidget* parent = nullptr);
 
   [[nodiscard]] QToolButton& Button(Tool tool) const { return *m_buttons[static_cast<std::size_t>(tool)]; }
-  /// The button can be used, or cannot for this reason, which its tool tip then gives.
-  void Enable(Tool tool) const;
-  void Disable(Tool tool, const QString& reason) const;
+  /// The button cannot be used for this reason, which its tool tip then gives; "" for one that can.
+  void ShowWhyNot(Tool tool, const QString& reason) const;
   /// Buttons for the two actions stand beside those for the set's file.
   void AddUndoAndRedo(QAction& undo, QAction& redo);
   /// Whether the buttons for the two actions, and the keys of these, can be used at all.
@@ -40,12 +44,8 @@ class ToolRow : public QWidget {
   void SetLoadMenu(QMenu& menu);
 
   void ShowLogo();
-  void ShowOnline(bool online);
-  /// Why a board that is there cannot be used, for the tool tips of what says that there is none; "" for no reason.
-  void ShowAccessProblem(const QString& problem);
-  void ShowSerial(const QString& text);
-  /// What the serial label's tool tip says.
-  void ShowBoards(const QString& text);
+  /// The board that is online, or that there is none and why.
+  void ShowSession(const core::device::SessionState& session);
   /// The set's name, with a mark while it is not saved.
   void ShowSet(const QString& name, bool modified, const QString& path);
 
@@ -58,6 +58,7 @@ class ToolRow : public QWidget {
 
  private:
   void MakeButtons(QHBoxLayout& layout);
+  [[nodiscard]] QVBoxLayout* MakeLabels();
   void ShowPictures();
   /// Puts out the light of the button with the menu unless the pointer is on it.
   void ForgetPointer() const;
@@ -66,7 +67,7 @@ class ToolRow : public QWidget {
   [[nodiscard]] QToolButton* MakeActionButton(const char* name, QAction& action);
 
   const kit::Pictures& m_pictures;
-  std::array<QToolButton*, 5> m_buttons{};
+  std::array<QToolButton*, kTools.size()> m_buttons{};
   /// Undo and redo with their pictures.
   std::vector<std::pair<QAction*, QString>> m_edits;
   QWidget* m_edit = nullptr;

@@ -15,10 +15,10 @@ TEST_F(DeviceSessionTest, TheAnswerOfAnEraseIsNoIdentity) {
   // That of the erase, that to the first question, and then nothing: only now is the second question asked.
   m_agent.answers = {{{10, 10}}, {{0, 64}}, std::nullopt, {{0, 64}}, {{0x4B, 0x53}}, {{0x54, 0x01}}};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_EQ(m_session.Id(), 64);
-  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_EQ(m_session.State().id, 64);
+  EXPECT_TRUE(m_session.State().IsIdentified());
   EXPECT_THAT(Codes(), ElementsAre(3, 3, 1));
-  EXPECT_THAT(m_view.log, ::testing::Contains("serial:Kestrin USB 64 Serial Number: 4B535401"));
+  EXPECT_THAT(m_view.log, ::testing::Contains("ready:Kestrin USB 64 Serial Number: 4B535401"));
   EXPECT_THAT(m_view.log, ::testing::Not(::testing::Contains(kWait)));
 }
 
@@ -29,20 +29,20 @@ TEST_F(DeviceSessionTest, ASilentBoardIsReadFromAsLongAsAnEraseTakesBeforeItIsAs
                                                        {{0, 64}},  {{0x4B, 0x53}}, {{0x54, 0x01}}};
   m_agent.answers.insert(m_agent.answers.end(), std::begin(rest), std::end(rest));
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_TRUE(m_session.IsIdentified());
-  EXPECT_EQ(m_session.Id(), 64);
+  EXPECT_TRUE(m_session.State().IsIdentified());
+  EXPECT_EQ(m_session.State().id, 64);
   EXPECT_THAT(Codes(), ElementsAre(3, 3, 1));
 }
 
 TEST_F(DeviceSessionTest, ABoardThatKeepsSilentIsNotIdentified) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_FALSE(m_session.KnowsId());
-  EXPECT_FALSE(m_session.IsIdentified());
+  EXPECT_FALSE(m_session.State().knowsId);
+  EXPECT_FALSE(m_session.State().IsIdentified());
   EXPECT_EQ(m_agent.readsTried, 1 + DeviceSession::kPatience);
   EXPECT_THAT(Codes(), ElementsAre(3)) << "another question would only be answered later still";
   EXPECT_FALSE(m_session.EnsureIdentified());
-  EXPECT_EQ(m_session.WhyNotIdentified(),
+  EXPECT_EQ(m_session.State().Identified().Text(),
             "The board did not say what it is. Unplug it, plug it in again and repeat this.");
 }
 
@@ -51,11 +51,10 @@ TEST_F(DeviceSessionTest, WhoDoesNotWaitGoesOfflineWithoutAQuestionAndTheTimerGo
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
   EXPECT_EQ(m_agent.readsTried, 1);
-  EXPECT_THAT(m_view.log, ElementsAre("timer stopped", "LS_on", kWait, "timer:1000", "LS_off",
-                                      "serial:", "load,save on", "board buttons off"));
+  EXPECT_THAT(m_view.log, ElementsAre("timer stopped", "identifying", kWait, "timer:1000", "offline"));
   AnswerEveryQuestion();
   m_session.GoOnlineTimerTick();
-  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_TRUE(m_session.State().IsIdentified());
 }
 
 TEST_F(DeviceSessionTest, AQuestionThatDidNotGetThroughIsAskedAgainAtOnce) {
@@ -63,7 +62,7 @@ TEST_F(DeviceSessionTest, AQuestionThatDidNotGetThroughIsAskedAgainAtOnce) {
   m_agent.failWrites = {1};
   AnswerEveryQuestion();
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_TRUE(m_session.State().IsIdentified());
   EXPECT_THAT(Codes(), ElementsAre(3, 1));
   EXPECT_THAT(m_view.log, ::testing::Not(::testing::Contains(kWait)));
 }
@@ -75,7 +74,7 @@ TEST_F(DeviceSessionTest, ASerialNumberMovedUpByOneAnswerIsAskedForAgain) {
   m_agent.answers = {{{0, 64}},      {{0, 64}},    {{0x4B, 0x53}}, {{0x54, 0x01}}, {{0x4B, 0x53}},
                      {{0x54, 0x01}}, std::nullopt, {{0x4B, 0x53}}, {{0x54, 0x01}}};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
+  EXPECT_EQ(m_session.State().serialNumber, "4B535401");
   EXPECT_THAT(Codes(), ElementsAre(3, 1, 1, 1));
 }
 
@@ -83,10 +82,10 @@ TEST_F(DeviceSessionTest, ABoardThatNeverStopsTalkingIsNotIdentifiedAndHoldsNobo
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   m_agent.whileReading = [this] { m_agent.Answers({{10, 10}}); };
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_FALSE(m_session.IsIdentified());
+  EXPECT_FALSE(m_session.State().IsIdentified());
   m_session.GoOffline();
   m_session.GoOnlineTimerTick();
-  EXPECT_FALSE(m_session.IsOnline());
+  EXPECT_FALSE(m_session.State().IsOnline());
 }
 
 TEST_F(DeviceSessionTest, ATickTakesTheAnswerOfAnEraseForNoSerialNumber) {
@@ -95,21 +94,21 @@ TEST_F(DeviceSessionTest, ATickTakesTheAnswerOfAnEraseForNoSerialNumber) {
   m_agent.answers = {{{10, 10}}, {{0x4B, 0x53}}, {{0x54, 0x01}}, std::nullopt,
                      {{0, 64}},  {{0x4B, 0x53}}, {{0x54, 0x01}}};
   m_session.GoOnlineTimerTick();
-  EXPECT_EQ(m_session.Id(), 64);
-  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
+  EXPECT_EQ(m_session.State().id, 64);
+  EXPECT_EQ(m_session.State().serialNumber, "4B535401");
 }
 
 TEST_F(DeviceSessionTest, ATickBehindASilentOneLetsTheAnswersToThatPassToo) {
   StartOnline(64);
   m_session.GoOffline();
   m_session.GoOnlineTimerTick();
-  ASSERT_FALSE(m_session.IsOnline());
+  ASSERT_FALSE(m_session.State().IsOnline());
   // The answers to the tick before come only now, behind what was thrown away before the new question.
   m_agent.answers = {{{0x4B, 0x53}}, {{0x54, 0x01}}, {{0x4B, 0x53}}, {{0x54, 0x01}},
                      std::nullopt,   {{0, 64}},      {{0x4B, 0x53}}, {{0x54, 0x01}}};
   m_session.GoOnlineTimerTick();
-  EXPECT_EQ(m_session.Id(), 64);
-  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
+  EXPECT_EQ(m_session.State().id, 64);
+  EXPECT_EQ(m_session.State().serialNumber, "4B535401");
 }
 
 TEST_F(DeviceSessionTest, ASerialNumberThatBeginsLikeTheAnswerOfAnEraseIsAskedForAgain) {
@@ -117,7 +116,7 @@ TEST_F(DeviceSessionTest, ASerialNumberThatBeginsLikeTheAnswerOfAnEraseIsAskedFo
   m_agent.answers = {{{0, 64}},      {{10, 10}},   {{0x4B, 0x53}}, {{0x54, 0x01}}, {{0x4B, 0x53}},
                      {{0x54, 0x01}}, std::nullopt, {{0x4B, 0x53}}, {{0x54, 0x01}}};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
+  EXPECT_EQ(m_session.State().serialNumber, "4B535401");
 }
 
 // --- The serial number ---
@@ -126,18 +125,18 @@ TEST_F(DeviceSessionTest, AMissingSerialNumberIsAskedForAgainWhenItIsNeeded) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   m_agent.answers = {{{0, 64}}, {{0x4B, 0x53}}, std::nullopt};
   ASSERT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  ASSERT_EQ(m_view.log[3], "serial:Kestrin USB 64 Serial Number: 4B53");
-  EXPECT_FALSE(m_session.IsIdentified());
+  ASSERT_EQ(m_view.log.back(), "ready:Kestrin USB 64 Serial Number: 4B53");
+  EXPECT_FALSE(m_session.State().IsIdentified());
 
   m_agent.answers = {{{0x4B, 0x53}}, std::nullopt};
   EXPECT_FALSE(m_session.EnsureIdentified());
-  EXPECT_EQ(m_session.WhyNotIdentified(),
+  EXPECT_EQ(m_session.State().Identified().Text(),
             "The board did not tell its whole serial number. Unplug it, plug it in again and repeat this.");
   AnswerEveryQuestion();
   EXPECT_TRUE(m_session.EnsureIdentified());
-  EXPECT_EQ(m_session.WhyNotIdentified(), "");
-  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
-  EXPECT_EQ(m_view.log.back(), "serial:Kestrin USB 64 Serial Number: 4B535401");
+  EXPECT_EQ(m_session.State().Identified().Text(), "");
+  EXPECT_EQ(m_session.State().serialNumber, "4B535401");
+  EXPECT_EQ(m_view.log.back(), "ready:Kestrin USB 64 Serial Number: 4B535401");
   const std::size_t asked = m_agent.written.size();
   EXPECT_TRUE(m_session.EnsureIdentified());
   EXPECT_EQ(m_agent.written.size(), asked) << "nothing is missing";

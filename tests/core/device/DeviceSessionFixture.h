@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,27 +12,32 @@
 
 namespace kestrin::core::device {
 
-/// Writes down what the session shows, in order.
-class RecordingSessionView final : public SessionView {
+/// What people call that stage, with the serial label where there is one.
+inline std::string TextOf(const SessionState& state) {
+  constexpr const char* kStages[] = {"offline", "identifying", "reading", "ready"};
+  const std::string stage = kStages[static_cast<int>(state.stage)];
+  return state.serialLabel.empty() ? stage : stage + ":" + state.serialLabel;
+}
+
+/// Writes down what the session tells, asks and has read, in order.
+class RecordingSession final : public SessionView, public BoardReader {
  public:
   std::vector<std::string> log;
+  std::optional<SessionState> state;
   bool workOffline = true;
-  bool ledDriversValid = true;
+  base::Result<> ledDriver;
+  std::string catalogueStamp = "first";
   bool waits = true;
   std::string advice;
 
-  void ShowOnline(bool online) override { log.push_back(online ? "LS_on" : "LS_off"); }
-  void ShowSerialLabel(const std::string& text) override { log.push_back("serial:" + text); }
-  void SetMemoryCapacity(std::int32_t samples) override { log.push_back("capacity:" + std::to_string(samples)); }
-  void EnableFileButtons() override { log.push_back("load,save on"); }
-  void EnableBoardButtons(bool enabled) override { log.push_back(enabled ? "board buttons on" : "board buttons off"); }
-  void ShowLedFrame(bool visible) override { log.push_back(visible ? "frmLED shown" : "frmLED hidden"); }
-  void ReadAccData() override { log.push_back("ReadAccData"); }
-  bool InitLedDrivers() override {
-    log.push_back("InitLedDrivers");
-    return ledDriversValid;
+  void ShowState(const SessionState& now) override {
+    EXPECT_NE(now, state) << "nothing new";
+    state = now;
+    log.push_back(TextOf(now));
   }
-  void ShowMessage(const std::string& text) override { log.push_back("message:" + text); }
+  void ShowMessage(const std::string& text, const std::string& detail) override {
+    log.push_back("message:" + text + ":" + detail);
+  }
   bool AskWorkOffline(const std::string& question, const std::string& why) override {
     log.push_back("ask:" + question);
     advice = why;
@@ -45,6 +51,13 @@ class RecordingSessionView final : public SessionView {
     log.push_back("timer:" + std::to_string(milliseconds));
   }
   void StopGoOnlineTimer() override { log.push_back("timer stopped"); }
+
+  void ReadAccData() override { log.push_back("ReadAccData"); }
+  base::Result<> InitLedDrivers() override {
+    log.push_back("InitLedDrivers");
+    return ledDriver;
+  }
+  std::string CatalogueStamp() override { return catalogueStamp; }
 };
 
 class DeviceSessionTest : public ::testing::Test {
@@ -73,8 +86,8 @@ class DeviceSessionTest : public ::testing::Test {
   }
 
   support::ScriptedAgent m_agent;
-  RecordingSessionView m_view;
-  DeviceSession m_session{m_agent, m_view};
+  RecordingSession m_view;
+  DeviceSession m_session{m_agent, m_view, &m_view};
 };
 
 }  // namespace kestrin::core::device

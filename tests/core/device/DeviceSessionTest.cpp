@@ -23,38 +23,46 @@ TEST_F(DeviceSessionTest, SearchesForTheBoardsIdsOnly) {
 
 TEST_F(DeviceSessionTest, ASoundBoardComesOnlineStepByStep) {
   StartOnline(64);
-  EXPECT_THAT(m_view.log,
-              ElementsAre("timer stopped", "LS_on", "capacity:5589300", "serial:Kestrin USB 64 Serial Number: 4B535401",
-                          "ReadAccData", "load,save on", "board buttons on", "frmLED hidden"));
-  EXPECT_TRUE(m_session.IsOnline());
-  EXPECT_EQ(m_session.DeviceType(), DeviceType::SoundBoard);
-  EXPECT_EQ(m_session.MemoryCapacity(), 5589300);
-  EXPECT_EQ(m_session.Id(), 64);
-  EXPECT_EQ(m_session.SerialNumber(), "4B535401");
+  EXPECT_THAT(m_view.log, ElementsAre("timer stopped", "identifying", "reading:Kestrin USB 64 Serial Number: 4B535401",
+                                      "ReadAccData", "ready:Kestrin USB 64 Serial Number: 4B535401"));
+  const SessionState& state = m_session.State();
+  EXPECT_EQ(state, m_view.state);
+  EXPECT_TRUE(state.IsOnline());
+  EXPECT_TRUE(state.HasSoundBoard());
+  EXPECT_FALSE(state.HasLedDriver());
+  EXPECT_EQ(state.deviceType, DeviceType::SoundBoard);
+  EXPECT_EQ(state.memoryCapacity, 5589300);
+  EXPECT_EQ(state.id, 64);
+  EXPECT_EQ(state.serialNumber, "4B535401");
+  EXPECT_EQ(state.boards, 1U);
   ASSERT_EQ(m_agent.written.size(), 2u);
   EXPECT_EQ(m_agent.written[0][0], 3);
   EXPECT_EQ(m_agent.written[1][0], 1);
 }
 
-TEST_F(DeviceSessionTest, AnLedDriverShowsItsFrameInsteadOfTheSoundButtons) {
+TEST_F(DeviceSessionTest, AnLedDriverComesOnlineStepByStepAndIsNoSoundBoard) {
   StartOnline(100);
-  EXPECT_THAT(m_view.log, ElementsAre("timer stopped", "LS_on", "serial:Kestrin LED Driver Serial Number: 4B535401",
-                                      "frmLED shown", "InitLedDrivers", "board buttons off"));
-  EXPECT_EQ(m_session.DeviceType(), DeviceType::LedDriver);
-  EXPECT_EQ(m_session.MemoryCapacity(), 2793120) << "unchanged";
+  EXPECT_THAT(m_view.log,
+              ElementsAre("timer stopped", "identifying", "reading:Kestrin LED Driver Serial Number: 4B535401",
+                          "InitLedDrivers", "ready:Kestrin LED Driver Serial Number: 4B535401"));
+  EXPECT_EQ(m_session.State().deviceType, DeviceType::LedDriver);
+  EXPECT_TRUE(m_session.State().HasLedDriver());
+  EXPECT_FALSE(m_session.State().HasSoundBoard());
+  EXPECT_EQ(m_session.State().memoryCapacity, 2793120) << "unchanged";
 }
 
-TEST_F(DeviceSessionTest, AnInvalidCatalogueGoesOfflineWithAMessage) {
-  m_view.ledDriversValid = false;
-  m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
-  AnswerIdentity(100);
-  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
-  EXPECT_THAT(m_view.log,
-              ElementsAre("timer stopped", "LS_on", "serial:Kestrin LED Driver Serial Number: 4B535401", "frmLED shown",
-                          "InitLedDrivers",
-                          "message:Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !",
-                          "timer:1000", "LS_off", "serial:", "board buttons off"));
-  EXPECT_FALSE(m_session.IsOnline());
+TEST_F(DeviceSessionTest, ABoardCannotBeUsedBeforeItHasBeenRead) {
+  StartOnline(64);
+  for (const auto stage : {SessionState::Stage::Offline, SessionState::Stage::Identifying, SessionState::Stage::Reading,
+                           SessionState::Stage::Ready}) {
+    SessionState state = m_session.State();
+    state.stage = stage;
+    EXPECT_EQ(state.HasSoundBoard(), stage == SessionState::Stage::Ready);
+    EXPECT_EQ(state.IsOnline(), stage != SessionState::Stage::Offline);
+    state.deviceType = DeviceType::LedDriver;
+    EXPECT_FALSE(state.HasSoundBoard());
+    EXPECT_EQ(state.HasLedDriver(), stage != SessionState::Stage::Offline);
+  }
 }
 
 struct RevisionCase {
@@ -71,12 +79,13 @@ TEST_F(DeviceSessionTest, TypeAndRevisionFollowTheIdentity) {
   };
   for (const RevisionCase& c : cases) {
     ScriptedAgent agent;
-    DeviceSession session(agent, m_view);
+    RecordingSession view;
+    DeviceSession session(agent, view);
     agent.Open(ScriptedAgent::BoardInterface(1));
     agent.Answers({{static_cast<std::uint8_t>(c.id >> 8), static_cast<std::uint8_t>(c.id)}, {0, 0}, {0, 0}});
     session.GoOnline();
-    EXPECT_EQ(session.DeviceType(), c.type) << c.id;
-    EXPECT_EQ(session.DeviceRevision(), c.revision) << c.id;
+    EXPECT_EQ(session.State().deviceType, c.type) << c.id;
+    EXPECT_EQ(session.State().deviceRevision, c.revision) << c.id;
   }
 }
 
@@ -84,13 +93,13 @@ TEST_F(DeviceSessionTest, ABoardWithOneSerialReportShowsFourDigits) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   m_agent.Answers({{0, 0}, {0x0A, 0x01}});
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_THAT(m_view.log, ::testing::Contains("serial:Kestrin USB Serial Number: 0A01"));
+  EXPECT_THAT(m_view.log, ::testing::Contains("ready:Kestrin USB Serial Number: 0A01"));
 }
 
 TEST_F(DeviceSessionTest, ABoardThatNeverAnswersShowsNoSerialNumberBehindTheCaption) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_THAT(m_view.log, ::testing::Contains("serial:Kestrin USB Serial Number: NoSerialNumber"));
+  EXPECT_THAT(m_view.log, ::testing::Contains("ready:Kestrin USB Serial Number: NoSerialNumber"));
 }
 
 TEST_F(DeviceSessionTest, ABoardIsIdentifiedOnceIdentityAndWholeSerialNumberCame) {
@@ -105,18 +114,18 @@ TEST_F(DeviceSessionTest, ABoardIsIdentifiedOnceIdentityAndWholeSerialNumberCame
   };
   for (const auto& c : cases) {
     ScriptedAgent agent;
-    DeviceSession session(agent, m_view);
+    RecordingSession view;
+    DeviceSession session(agent, view);
     agent.Open(ScriptedAgent::BoardInterface(1));
     agent.answers = c.answers;
     session.GoOnline();
-    EXPECT_EQ(session.IsIdentified(), c.identified);
+    EXPECT_EQ(session.State().IsIdentified(), c.identified);
   }
 }
 
 TEST_F(DeviceSessionTest, WithoutABoardThePersonDecides) {
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
-  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "load,save on", "board buttons off",
-                                      "board buttons off", kQuestion));
+  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "offline", kQuestion));
   m_view.workOffline = false;
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Quit);
 }
@@ -139,34 +148,62 @@ TEST_F(DeviceSessionTest, AForeignDeviceIsNoBoard) {
 TEST_F(DeviceSessionTest, ABoardWithoutItsVariablesIsKeptAllTheSame) {
   m_agent.toOpen = {{1, kBoardVendorId, kBoardProductId, {}}};
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_EQ(m_session.NumberOfBoards(), 1u);
+  EXPECT_EQ(m_session.State().boards, 1u);
 }
 
-TEST_F(DeviceSessionTest, GoingOfflineKeepsLoadAndSaveUsableOnASoundBoard) {
+TEST_F(DeviceSessionTest, OfflineItIsKnownStillWhatTheLastBoardWas) {
+  for (const std::uint8_t id : {std::uint8_t{0}, std::uint8_t{100}}) {
+    ScriptedAgent agent;
+    RecordingSession view;
+    DeviceSession session(agent, view, &view);
+    agent.Open(ScriptedAgent::BoardInterface(1));
+    agent.Answers({{0, id}, {0x4B, 0x53}, {0x54, 0x01}});
+    session.GoOnline();
+    const DeviceType before = session.State().deviceType;
+    view.log.clear();
+    session.DeviceRemoved(1, "scripted");
+    EXPECT_THAT(view.log, ElementsAre("timer:1000", "offline"));
+    EXPECT_FALSE(session.State().IsOnline());
+    EXPECT_FALSE(session.State().HasSoundBoard() || session.State().HasLedDriver());
+    EXPECT_EQ(session.State().deviceType, before);
+    EXPECT_EQ(session.State().serialNumber, "4B535401");
+  }
+}
+
+TEST_F(DeviceSessionTest, BoardsThatComeAndGoAreToldWithTheNextLook) {
   StartOnline(0);
+  m_agent.Open(ScriptedAgent::BoardInterface(2));
+  m_session.LookForNotices();
+  EXPECT_EQ(m_view.state->boards, 2U);
+  m_agent.Close(2);
+  m_session.LookForNotices();
+  EXPECT_EQ(m_view.state->boards, 1U);
+  EXPECT_EQ(m_agent.refreshes, 2);
   m_view.log.clear();
-  m_session.DeviceRemoved(1, "scripted");
-  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "load,save on", "board buttons off"));
-  EXPECT_FALSE(m_session.IsOnline());
+  m_session.LookForNotices();
+  EXPECT_THAT(m_view.log, IsEmpty());
 }
 
-TEST_F(DeviceSessionTest, GoingOfflineOnAnLedDriverTouchesTheBoardButtonsOnly) {
-  StartOnline(100);
-  m_view.log.clear();
-  m_session.GoOffline();
-  EXPECT_THAT(m_view.log, ElementsAre("timer:1000", "LS_off", "serial:", "board buttons off"));
+TEST_F(DeviceSessionTest, WhyABoardCannotBeOpenedIsToldAsLongAsItCannot) {
+  static_cast<void>(m_session.SearchAtStartUp());
+  m_agent.accessProblem = "/dev/hidraw3 may not be opened";
+  m_session.GoOnlineTimerTick();
+  EXPECT_EQ(m_view.state->accessProblem, "/dev/hidraw3 may not be opened");
+  m_agent.Open(ScriptedAgent::BoardInterface(1));
+  m_session.LookForNotices();
+  EXPECT_EQ(m_view.state->accessProblem, "") << "there is one that could";
 }
 
 TEST_F(DeviceSessionTest, ATickGoesOnlineOnceTheBoardAnswers) {
   StartOnline(0);
   m_session.GoOffline();
   m_session.GoOnlineTimerTick();
-  EXPECT_FALSE(m_session.IsOnline()) << "no answer yet";
+  EXPECT_FALSE(m_session.State().IsOnline()) << "no answer yet";
   AnswerEveryQuestion();
   m_session.GoOnlineTimerTick();
-  EXPECT_TRUE(m_session.IsOnline());
-  EXPECT_EQ(m_view.log.back(), "frmLED hidden");
-  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_TRUE(m_session.State().IsOnline());
+  EXPECT_EQ(m_view.log.back(), "ready:Kestrin USB Serial Number: 4B535401");
+  EXPECT_TRUE(m_session.State().IsIdentified());
   EXPECT_EQ(m_agent.refreshes, 2);
 }
 
@@ -176,7 +213,7 @@ TEST_F(DeviceSessionTest, ATickAsksForTheSerialNumberAndThenGoesOnline) {
   m_agent.written.clear();
   AnswerEveryQuestion();
   m_session.GoOnlineTimerTick();
-  EXPECT_TRUE(m_session.IsIdentified());
+  EXPECT_TRUE(m_session.State().IsIdentified());
   EXPECT_THAT(Codes(), ElementsAre(1, 3, 1));
 }
 
@@ -191,9 +228,9 @@ TEST_F(DeviceSessionTest, AClosedInterfaceDropsItsBoardAndRebindsTheOthers) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1), ScriptedAgent::BoardInterface(2)};
   AnswerIdentity(0);
   ASSERT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  ASSERT_EQ(m_session.NumberOfBoards(), 2u);
+  ASSERT_EQ(m_session.State().boards, 2u);
   m_agent.Close(1);
-  ASSERT_EQ(m_session.NumberOfBoards(), 1u);
+  ASSERT_EQ(m_session.State().boards, 1u);
   EXPECT_TRUE(m_session.Board()->HasHandle(2));
   const std::size_t before = m_agent.written.size();
   EXPECT_TRUE(m_session.Board()->Bye());
@@ -218,14 +255,14 @@ TEST_F(DeviceSessionTest, UnpluggedAndPluggedInAgainItComesBackByItself) {
   m_agent.Close(1);
   m_session.DeviceRemoved(1, "scripted");
   m_session.GoOnlineTimerTick();
-  EXPECT_FALSE(m_session.IsOnline());
+  EXPECT_FALSE(m_session.State().IsOnline());
   m_agent.toOpen = {ScriptedAgent::BoardInterface(2)};
   m_session.DeviceArrival("scripted");
   EXPECT_EQ(m_agent.searches, 2);
   m_agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
   AnswerIdentity(0);
   m_session.GoOnlineTimerTick();
-  EXPECT_TRUE(m_session.IsOnline());
+  EXPECT_TRUE(m_session.State().IsOnline());
 }
 
 TEST_F(DeviceSessionTest, WhileLoadingAnArrivalDoesNotSearch) {
@@ -250,38 +287,38 @@ TEST_F(DeviceSessionTest, ReportsThatArriveAndTimeOutsHaveNoEffect) {
 TEST_F(DeviceSessionTest, AnotherInterfaceOfAHalfBoundBoardIsBoundToIt) {
   // The same interface is announced again after its descriptor was read only in part.
   m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
-  ASSERT_EQ(m_session.NumberOfBoards(), 1u);
+  ASSERT_EQ(m_session.State().boards, 1u);
   m_agent.interfaces = {ScriptedAgent::BoardInterface(5)};
   m_session.InterfaceOpened(5, 2, 1028, "scripted");
-  EXPECT_EQ(m_session.NumberOfBoards(), 1u);
+  EXPECT_EQ(m_session.State().boards, 1u);
   EXPECT_EQ(m_session.Board()->UnboundVarCount(), 0);
 }
 
 TEST_F(DeviceSessionTest, ABoardThatFollowsAnInterfaceWithoutTheVariablesIsTheOneThatIsUsed) {
   for (const bool closedBefore : {true, false}) {
     ScriptedAgent agent;
-    RecordingSessionView view;
+    RecordingSession view;
     DeviceSession session(agent, view);
     agent.Open({5, kBoardVendorId, kBoardProductId, {}});
-    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    ASSERT_EQ(session.State().boards, 1u);
     if (closedBefore) {
       agent.Close(5);
-      EXPECT_EQ(session.NumberOfBoards(), 0u);
+      EXPECT_EQ(session.State().boards, 0u);
       EXPECT_EQ(session.Board(), nullptr);
     }
     agent.Open(ScriptedAgent::BoardInterface(6));
-    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    ASSERT_EQ(session.State().boards, 1u);
     ASSERT_TRUE(session.Board()->HasHandle(6));
     agent.onWrite = [&agent](const std::vector<std::uint8_t>& report) {
       if (report[0] == 3) agent.Answers({{0, 64}});
       if (report[0] == 1) agent.Answers({{0x4B, 0x53}, {0x54, 0x01}});
     };
     session.GoOnlineTimerTick();
-    ASSERT_TRUE(session.IsIdentified());
+    ASSERT_TRUE(session.State().IsIdentified());
     EXPECT_EQ(agent.writtenTo.back(), 6);
     // The empty interface that goes later takes nothing along.
     if (!closedBefore) agent.Close(5);
-    ASSERT_EQ(session.NumberOfBoards(), 1u);
+    ASSERT_EQ(session.State().boards, 1u);
     EXPECT_TRUE(session.Board()->Bye());
     agent.Close(6);
     EXPECT_EQ(session.Board(), nullptr);
@@ -291,7 +328,7 @@ TEST_F(DeviceSessionTest, ABoardThatFollowsAnInterfaceWithoutTheVariablesIsTheOn
 TEST_F(DeviceSessionTest, AHalfBoundBoardIsNotTakenForAnotherInterface) {
   m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
   m_agent.Open(ScriptedAgent::BoardInterface(6));
-  EXPECT_EQ(m_session.NumberOfBoards(), 2u);
+  EXPECT_EQ(m_session.State().boards, 2u);
   EXPECT_TRUE(m_session.Board()->HasHandle(5));
   EXPECT_FALSE(m_session.Board()->HasHandle(6));
 }

@@ -13,6 +13,7 @@
 #include "core/device/DeviceSession.h"
 #include "simulator/SimulatedAgent.h"
 #include "support/FakeClock.h"
+#include "support/QuietSessionView.h"
 
 namespace kestrin::core::device {
 namespace {
@@ -20,37 +21,7 @@ namespace {
 using namespace std::chrono_literals;
 using base::Clock;
 using support::FakeClock;
-
-/// Remembers what a person would see.
-class View final : public SessionView {
- public:
-  explicit View(bool waits) : m_waits(waits) {}
-
-  std::string serialLabel;
-  std::string waitText;
-  bool timerRuns = false;
-  bool asked = false;
-
-  void ShowOnline(bool) override {}
-  void ShowSerialLabel(const std::string& text) override { serialLabel = text; }
-  void SetMemoryCapacity(std::int32_t) override {}
-  void EnableFileButtons() override {}
-  void EnableBoardButtons(bool) override {}
-  void ShowLedFrame(bool) override {}
-  void ReadAccData() override {}
-  [[nodiscard]] bool InitLedDrivers() override { return true; }
-  void ShowMessage(const std::string&) override {}
-  [[nodiscard]] bool AskWorkOffline(const std::string&, const std::string&) override { return asked = true; }
-  [[nodiscard]] bool WaitForBoard(const std::string& text) override {
-    waitText = text;
-    return m_waits;
-  }
-  void StartGoOnlineTimer(std::int32_t) override { timerRuns = true; }
-  void StopGoOnlineTimer() override { timerRuns = false; }
-
- private:
-  bool m_waits;
-};
+using support::QuietSessionView;
 
 /// The program is ended in the middle of what it does.
 class Killed : public std::runtime_error {
@@ -77,7 +48,7 @@ class ErasingBoard {
 
   /// A program starts the erase and is gone.
   void Erase() {
-    View view(true);
+    QuietSessionView view(true);
     DeviceSession session(*m_agent, view);
     ASSERT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
     ASSERT_TRUE(session.Board()->ClearFlash());
@@ -85,7 +56,7 @@ class ErasingBoard {
   }
   /// Another program starts now and is ended after that time, if it takes so long.
   void StartAndKillAfter(Clock::Duration time) {
-    View view(true);
+    QuietSessionView view(true);
     DeviceSession session(*m_agent, view);
     m_end = clock.Now() + time;
     try {
@@ -102,13 +73,13 @@ class ErasingBoard {
   std::unique_ptr<simulator::SimulatedAgent> m_agent;
 };
 
-void ExpectUsb64(const DeviceSession& session, const View& view) {
-  EXPECT_TRUE(session.IsOnline());
-  EXPECT_TRUE(session.IsIdentified());
-  EXPECT_EQ(session.Id(), 64);
-  EXPECT_EQ(session.DeviceType(), DeviceType::SoundBoard);
-  EXPECT_EQ(session.SerialNumber(), "4B535401");
-  EXPECT_EQ(view.serialLabel, "Kestrin USB 64 Serial Number: 4B535401");
+void ExpectUsb64(const DeviceSession& session, const QuietSessionView& view) {
+  EXPECT_TRUE(session.State().IsOnline());
+  EXPECT_TRUE(session.State().IsIdentified());
+  EXPECT_EQ(session.State().id, 64);
+  EXPECT_EQ(session.State().deviceType, DeviceType::SoundBoard);
+  EXPECT_EQ(session.State().serialNumber, "4B535401");
+  EXPECT_EQ(view.state.serialLabel, "Kestrin USB 64 Serial Number: 4B535401");
   // Nothing is left over that the next command could take for its answer: the erase has wiped the parameters.
   AccParam parameters;
   EXPECT_TRUE(session.Board()->GetAccParam(parameters));
@@ -137,7 +108,7 @@ void AtEveryMoment(const std::function<void(ErasingBoard&)>& check,
 }
 
 void ExpectThatWaitingFindsIt(ErasingBoard& board) {
-  View view(true);
+  QuietSessionView view(true);
   DeviceSession session(board.Agent(), view);
   EXPECT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
   ExpectUsb64(session, view);
@@ -150,14 +121,14 @@ TEST(EraseLeftBehind, IsWaitedForOnASlowWireToo) {
 }
 
 void ExpectThatTicksFindIt(ErasingBoard& board) {
-  View view(false);
+  QuietSessionView view(false);
   DeviceSession session(board.Agent(), view);
   const Clock::Duration start = board.clock.Now();
   static_cast<void>(session.SearchAtStartUp());
   EXPECT_FALSE(view.asked) << "the board is there";
-  while (!session.IsOnline()) {
+  while (!session.State().IsOnline()) {
     ASSERT_TRUE(view.timerRuns);
-    ASSERT_EQ(view.serialLabel, "");
+    ASSERT_EQ(view.state.serialLabel, "");
     board.clock.Advance(std::chrono::milliseconds(DeviceSession::kReconnectMilliseconds));
     const Clock::Duration before = board.clock.Now();
     session.GoOnlineTimerTick();
@@ -192,7 +163,7 @@ TEST(EraseLeftBehind, CanBeStoppedBeingWaitedFor) {
 TEST(EraseLeftBehind, IsToldWhileItIsWaitedFor) {
   ErasingBoard board(10s);
   board.Erase();
-  View view(true);
+  QuietSessionView view(true);
   DeviceSession session(board.Agent(), view);
   static_cast<void>(session.SearchAtStartUp());
   EXPECT_EQ(view.waitText, "The board is still busy, please wait ...");
@@ -200,33 +171,33 @@ TEST(EraseLeftBehind, IsToldWhileItIsWaitedFor) {
 
 TEST(EraseLeftBehind, OfThisProgramTakesTheBoardOfflineUntilItIsOver) {
   ErasingBoard board(15s);
-  View view(false);
+  QuietSessionView view(false);
   DeviceSession session(board.Agent(), view);
   ASSERT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_FALSE(session.IsFinishing());
+  EXPECT_FALSE(session.State().isFinishing);
   ASSERT_TRUE(session.Board()->ClearFlash());
   session.LetBoardFinish();
-  EXPECT_TRUE(session.IsFinishing());
-  EXPECT_FALSE(session.IsOnline());
-  for (int tick = 0; tick < 12 && !session.IsOnline(); ++tick) {
+  EXPECT_TRUE(session.State().isFinishing);
+  EXPECT_FALSE(session.State().IsOnline());
+  for (int tick = 0; tick < 12 && !session.State().IsOnline(); ++tick) {
     board.clock.Advance(1s);
     session.GoOnlineTimerTick();
   }
-  EXPECT_FALSE(session.IsFinishing());
+  EXPECT_FALSE(session.State().isFinishing);
   EXPECT_GE(board.clock.Now(), 15s);
   ExpectUsb64(session, view);
 }
 
 TEST(EraseLeftBehind, IsForgottenWithTheBoardThatWasUnplugged) {
   ErasingBoard board(15s);
-  View view(false);
+  QuietSessionView view(false);
   DeviceSession session(board.Agent(), view);
   ASSERT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
   ASSERT_TRUE(session.Board()->ClearFlash());
   session.LetBoardFinish();
   board.Agent().Unplug();
   board.Agent().Refresh();
-  EXPECT_FALSE(session.IsFinishing());
+  EXPECT_FALSE(session.State().isFinishing);
   board.Agent().Plug();
   session.GoOnlineTimerTick();
   ExpectUsb64(session, view);
@@ -238,13 +209,13 @@ TEST(EraseLeftBehind, IsForgottenWithTheBoardThatWasUnplugged) {
 TEST(EraseLeftBehind, IsNotSeenInALedDriverWhoseIdentityLooksLikeItsAnswer) {
   ErasingBoard board(0s, 2570);
   for (const bool waits : {true, false}) {
-    View view(waits);
+    QuietSessionView view(waits);
     DeviceSession session(board.Agent(), view);
     ASSERT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-    EXPECT_TRUE(session.IsIdentified());
-    EXPECT_EQ(session.DeviceType(), DeviceType::LedDriver);
-    EXPECT_EQ(session.Id(), 2570);
-    EXPECT_EQ(session.SerialNumber(), "4B535401");
+    EXPECT_TRUE(session.State().IsIdentified());
+    EXPECT_EQ(session.State().deviceType, DeviceType::LedDriver);
+    EXPECT_EQ(session.State().id, 2570);
+    EXPECT_EQ(session.State().serialNumber, "4B535401");
     session.Exit();
   }
 }
@@ -252,25 +223,25 @@ TEST(EraseLeftBehind, IsNotSeenInALedDriverWhoseIdentityLooksLikeItsAnswer) {
 TEST(EraseLeftBehind, IsNotSeenInASerialNumberThatLooksLikeItsAnswer) {
   for (const std::uint32_t serial : {0x0A0A0001U, 0x0A0A0A0AU, 0x00400040U}) {
     ErasingBoard board(0s, 64, serial);
-    View view(false);
+    QuietSessionView view(false);
     DeviceSession session(board.Agent(), view);
     ASSERT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-    EXPECT_TRUE(session.IsIdentified());
+    EXPECT_TRUE(session.State().IsIdentified());
     session.GoOffline();
     session.GoOnlineTimerTick();
-    EXPECT_TRUE(session.IsOnline());
-    EXPECT_TRUE(session.IsIdentified());
+    EXPECT_TRUE(session.State().IsOnline());
+    EXPECT_TRUE(session.State().IsIdentified());
   }
 }
 
 TEST(EraseLeftBehind, CostsNothingWhereThereIsNone) {
   ErasingBoard board(29s);
-  View view(true);
+  QuietSessionView view(true);
   DeviceSession session(board.Agent(), view);
   ASSERT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
   session.GoOffline();
   session.GoOnlineTimerTick();
-  EXPECT_TRUE(session.IsIdentified());
+  EXPECT_TRUE(session.State().IsIdentified());
   EXPECT_EQ(board.clock.Now(), 0s);
   EXPECT_EQ(view.waitText, "");
 }

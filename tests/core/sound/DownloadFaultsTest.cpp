@@ -63,7 +63,7 @@ class Rig {
     m_agent->Refresh();
     m_agent->Plug();
     m_session->GoOnlineTimerTick();
-    ASSERT_TRUE(m_session->IsOnline());
+    ASSERT_TRUE(m_session->State().IsOnline());
   }
 
   [[nodiscard]] device::AccParam Parameters() const {
@@ -103,8 +103,8 @@ class Rig {
  private:
   [[nodiscard]] DownloadTarget Target(device::TLS& board) {
     // As the programs do: what the board did not tell at first, it is asked again.
-    const bool identified = m_session->EnsureIdentified();
-    return {board, m_session->SerialNumber(), 4 << 20, identified};
+    const bool identified = static_cast<bool>(m_session->EnsureIdentified());
+    return {board, m_session->State().serialNumber, 4 << 20, identified};
   }
 
   support::CompleteSet& m_set;

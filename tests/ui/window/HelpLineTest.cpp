@@ -2,6 +2,7 @@
 #include <QTest>
 #include <QWindow>
 
+#include "ui/window/HelpLine.h"
 #include "ui/window/MainFixture.h"
 
 namespace kestrin::support {

@@ -1,0 +1,54 @@
+#include "ui/window/LedPage.h"
+
+#include <QTimer>
+#include <utility>
+
+#include "core/device/SessionState.h"
+#include "ui/window/Pages.h"
+
+namespace kestrin::ui::window {
+
+LedPage::LedPage(Pages& pages, led::LedPanel::Surroundings around, QObject* parent)
+    : QObject(parent), m_pages(pages), m_around(std::move(around)) {}
+
+led::LedPanel& LedPage::Panel() {
+  if (m_panel != nullptr) return *m_panel;
+  m_panel = new led::LedPanel(m_around);
+  connect(m_panel, &led::LedPanel::boardFailed, this, &LedPage::boardFailed);
+  connect(m_panel, &led::LedPanel::news, this, &LedPage::news);
+  m_pages.SetLedDriver(*m_panel);
+  m_panel->SetOnline(m_isOnline);
+  emit made(*m_panel);
+  return *m_panel;
+}
+
+void LedPage::MakeSoon() {
+  if (m_panel == nullptr) QTimer::singleShot(0, this, [this] { Panel(); });
+}
+
+void LedPage::Follow(const core::device::SessionState& state) {
+  m_isOnline = state.HasLedDriver();
+  if (m_isOnline) {
+    ShowFor(state.board);
+  } else if (state.HasSoundBoard()) {
+    m_board = 0;
+    m_pages.ShowTabs(false);
+    m_pages.Show(Pages::Page::Sounds);
+  }
+  if (m_panel != nullptr) m_panel->SetOnline(m_isOnline);
+}
+
+void LedPage::ShowFor(std::int32_t board) {
+  Panel();
+  m_pages.ShowTabs(true);
+  if (std::exchange(m_board, board) != board) m_pages.Show(Pages::Page::LedDriver);
+}
+
+core::base::Result<> LedPage::InitLedDrivers() {
+  using core::base::FailureKind;
+  if (Panel().InitLedDrivers()) return {};
+  const bool ofCatalogue = Panel().LastFailure() == core::ledsetup::LedSetup::Failure::Catalogue;
+  return core::base::Failure{ofCatalogue ? FailureKind::NotValid : FailureKind::NoAnswer, Panel().Problem()};
+}
+
+}  // namespace kestrin::ui::window
