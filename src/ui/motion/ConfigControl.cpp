@@ -39,6 +39,15 @@ void ConfigControl::Open() {
     emit news(tr("This board's settings from before an interrupted download are kept. Put them back here."));
 }
 
+bool ConfigControl::MayClose() {
+  const QStringList lost = m_frame.Unsaved();
+  return lost.isEmpty() ||
+         m_around.dialogs.AskOkCancel(
+             tr("Motion and impact parameters were changed and not sent.\nClose the window and lose them?"),
+             tr("Not sent: %1.\nCancel goes back to the window. Setup sends them to the board.").arg(lost.join("; ")),
+             kit::Dialogs::Harmless::Cancel, kit::HelpContext::ConfigFrame);
+}
+
 void ConfigControl::ReadAgain() {
   const auto board = m_around.board();
   if (!board) {

@@ -51,6 +51,9 @@ class ConfigControl : public QObject {
   void ReadAccData();
   /// Shows the panel as it was left. The board is not read again.
   void Open();
+  /// Whether the window may be closed: asks when values would be lost that the person has set and that neither the
+  /// board nor this computer has.
+  [[nodiscard]] bool MayClose();
 
  signals:
   /// Short news for the help line.

@@ -267,6 +267,19 @@ bool ConfigFrame::HasUnsent() const {
   return false;
 }
 
+QStringList ConfigFrame::Unsaved() const {
+  QStringList unsaved;
+  for (std::size_t index = 0; index < m_rows.size(); ++index) {
+    const ParameterSlider& slider = *m_rows[index].slider;
+    const auto& kept = m_known.Kept();
+    const bool isKept =
+        kept && core::motion::ShownValue(core::motion::kDetectionParameters[index], *kept) == slider.value();
+    if (slider.value() != m_rows[index].unmoved && IsUnsent(index) && !isKept)
+      unsaved.append(tr("%1: %2").arg(slider.accessibleName()).arg(slider.value()));
+  }
+  return unsaved;
+}
+
 void ConfigFrame::ShowState(std::size_t index) {
   const Row& row = m_rows[index];
   const bool unsent = IsUnsent(index);

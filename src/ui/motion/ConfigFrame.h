@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -47,6 +48,9 @@ class ConfigFrame : public kit::Card {
   [[nodiscard]] core::device::AccParam Values() const;
   /// Whether a slider shows something else than what is known of the board.
   [[nodiscard]] bool HasUnsent() const;
+  /// The sliders that the person has moved to values that are known to be neither on the board nor kept on this
+  /// computer, each with its value, in words.
+  [[nodiscard]] QStringList Unsaved() const;
 
  signals:
   /// `SendCmdBtn`: the values are to be sent to the board.

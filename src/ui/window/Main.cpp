@@ -334,7 +334,7 @@ bool Main::AskToClose() {
   const sound::DownloadFrame::Pause pause(m_download.Frame());
   // Before another set is loaded its predecessor was asked about.
   const bool maySet = m_set.IsLoading() || m_setFile.MayLose();
-  return maySet && m_ledPage->MayClose() && m_download.MayClose();
+  return maySet && m_ledPage->MayClose() && m_setup.MayClose() && m_download.MayClose();
 }
 
 void Main::StopAll() {

@@ -38,4 +38,6 @@ void SensorSetup::Hide() { m_frame->hide(); }
 
 void SensorSetup::ReadAccData() { m_control->ReadAccData(); }
 
+bool SensorSetup::MayClose() { return m_control->MayClose(); }
+
 }  // namespace kestrin::ui::window

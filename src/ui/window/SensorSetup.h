@@ -29,6 +29,8 @@ class SensorSetup : public QObject {
   void Hide();
   /// A sound board has come online: the panel shows what it holds.
   void ReadAccData();
+  /// Whether the window may be closed: asks when values would be lost that the person has set.
+  [[nodiscard]] bool MayClose();
 
  signals:
   /// Short news for the help line.

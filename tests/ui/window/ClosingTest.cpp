@@ -203,5 +203,90 @@ TEST_F(ClosingTheWindow, OffersNoNewSetAfterAnUpdateThatTheEndHasStopped) {
   EXPECT_THAT(dialogs.asked, IsEmpty());
 }
 
+/// Parameters of the acceleration sensor that were not sent.
+class ClosingWithParameters : public ClosingTheWindow {
+ protected:
+  void StartInSetup(const std::string& board = "") {
+    Start(board);
+    QObject::connect(window.get(), &ui::window::Main::closed, [this] { ++closed; });
+    Button("ConfigBtn").click();
+    ASSERT_TRUE(Shown("ConfigFrame"));
+  }
+};
+
+TEST_F(ClosingWithParameters, AsksBeforeValuesAreLostAndNamesThem) {
+  // One that has a flash period.
+  StartInSetup("id=65535");
+  Find<QSlider>("MotionThresholdSlider").setValue(200);
+  Find<QSlider>("FOCTimeSlider").setValue(100);
+  dialogs.okAnswers = {false, true};
+  EXPECT_FALSE(window->close());
+  EXPECT_EQ(closed, 0);
+  ASSERT_EQ(dialogs.asked.size(), 1U);
+  EXPECT_EQ(dialogs.asked[0].question,
+            "Motion and impact parameters were changed and not sent.\nClose the window and lose them?");
+  EXPECT_EQ(dialogs.asked[0].advice,
+            "Not sent: Threshold, MOTION DETECTION PARAMETERS: 200; Flash period [ms], LOCKUP FLASH TIMING: 100.\n"
+            "Cancel goes back to the window. Setup sends them to the board.");
+  EXPECT_EQ(dialogs.asked[0].harmless, ui::kit::Dialogs::Harmless::Cancel);
+  EXPECT_TRUE(window->close());
+  EXPECT_EQ(closed, 1);
+}
+
+TEST_F(ClosingWithParameters, AsksAlsoWhenTheirBoardIsGone) {
+  StartInSetup();
+  Find<QSlider>("ImpactTimeSlider").setValue(99);
+  agent->Unplug();
+  Tick("NoticeTimer");
+  dialogs.okAnswers = {true};
+  EXPECT_TRUE(window->close());
+  EXPECT_EQ(dialogs.asked.size(), 1U);
+}
+
+TEST_F(ClosingWithParameters, AsksNothingAboutValuesThatAreWhereTheyWere) {
+  StartInSetup();
+  auto& slider = Find<QSlider>("MotionThresholdSlider");
+  const int before = slider.value();
+  slider.setValue(before + 1);
+  slider.setValue(before);
+  EXPECT_TRUE(window->close());
+}
+
+TEST_F(ClosingWithParameters, AsksNothingAboutValuesThatWereSent) {
+  StartInSetup();
+  Find<QSlider>("MotionThresholdSlider").setValue(200);
+  Find<QPushButton>("SendCmdBtn").click();
+  EXPECT_TRUE(window->close());
+}
+
+TEST_F(ClosingWithParameters, AsksNothingAboutValuesThatThisComputerKeeps) {
+  kept.kept["4B535401"] = {77, 3, 11, 51, 126, 14};
+  StartInSetup();
+  Find<QPushButton>("PutBackBtn").click();
+  ASSERT_EQ(Find<QSlider>("MotionThresholdSlider").value(), 77);
+  EXPECT_TRUE(window->close());
+}
+
+TEST_F(ClosingWithParameters, AsksNothingAboutABoardThatDidNotTellItsOwn) {
+  StartInSetup("fault=read:4");
+  ASSERT_TRUE(Shown("ReadCmdBtn"));
+  EXPECT_TRUE(window->close());
+}
+
+TEST_F(ClosingWithParameters, AsksAboutThemAfterTheSetAndAboutNothingMoreWhenThePersonStays) {
+  StartInSetup();
+  Find<QPushButton>("CloseCfgBtn").click();
+  window->OpenSet(CompleteSet(2000));
+  ChangeVolume();
+  Find<QSlider>("MotionThresholdSlider").setValue(200);
+  dialogs.unsavedAnswers = {Unsaved::GoBack};
+  EXPECT_FALSE(window->close());
+  EXPECT_THAT(dialogs.asked, IsEmpty());
+  dialogs.unsavedAnswers = {Unsaved::Discard};
+  dialogs.okAnswers = {true};
+  EXPECT_TRUE(window->close());
+  EXPECT_EQ(dialogs.asked.size(), 1U);
+}
+
 }  // namespace
 }  // namespace kestrin::support
