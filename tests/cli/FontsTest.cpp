@@ -167,6 +167,22 @@ TEST_F(FontsTest, TheServersChoiceIsOptionThenEnvironment) {
   EXPECT_THAT(RunJson(2, board)["error"], HasSubstr("HOST or HOST:PORT"));
 }
 
+TEST_F(FontsTest, AHalfSerialNumberIsAskedForAgainAndNeverToldToTheServer) {
+  ScriptedServer server([](ScriptedServer::Connection& client) {
+    client.Send("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nno");
+    client.AwaitClose();
+  });
+  Arguments update = Update(server.Host());
+  update[1] = "sim:fault=read:3,fault=read:5";
+  EXPECT_EQ(RunJson(1, update)["error"],
+            "The board did not tell its whole serial number. Unplug it, plug it in again and repeat this.");
+  EXPECT_THAT(server.Requests(), IsEmpty());
+  update[1] = "sim:fault=read:3";
+  static_cast<void>(RunJson(1, update));
+  ASSERT_EQ(server.Requests().size(), 1U);
+  EXPECT_THAT(server.Requests()[0], testing::EndsWith("did=4B535401"));
+}
+
 TEST_F(FontsTest, TheServerIsToldTheBoardsSerialNumber) {
   ScriptedServer server([](ScriptedServer::Connection& client) {
     client.Send("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nno");

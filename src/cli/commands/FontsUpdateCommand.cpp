@@ -51,10 +51,9 @@ class FontsUpdateCommand final : public Command {
       throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
     OnlineBoard online(context);
     online.RequireSoundBoard();
-    if (!online.Answered())
-      throw CommandFailure(ExitCode::Failed,
-                           "The board did not tell its serial number, which the server wants to know. Plug it out and "
-                           "in and try again.");
+    // The server wants to know which board it is for.
+    static_cast<void>(online.EnsureIdentified());
+    online.RequireIdentified();
 
     core::base::SystemClock clock;
     ProgressLine progress(context.options, clock);

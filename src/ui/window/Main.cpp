@@ -278,13 +278,14 @@ void Main::Update() {
   // The board may have gone since the button was pressed, and an LED driver may have come.
   core::device::TLS* const board = m_session.Board();
   if (!Why().Of(ToolRow::Tool::Update).isEmpty() || board == nullptr) return;
-  std::string serialNumber;
+  core::base::Result<> identified;
   {
     const kit::CommandGate::Passage passage(m_around.gate);
-    serialNumber = board->GetSN();
+    if (board->GetSN() == core::device::TLS::kNoSerialNumber) return;
+    identified = m_session.EnsureIdentified();
   }
-  if (serialNumber == core::device::TLS::kNoSerialNumber) return;
-  const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
+  if (!identified) return m_around.dialogs.ShowError(QString::fromStdString(identified.Text()));
+  const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, m_session.State().serialNumber);
   if (!m_closing.IsEnding()) m_setFile.OfferNew(sets);
 }
 

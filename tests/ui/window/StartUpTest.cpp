@@ -92,6 +92,34 @@ TEST_F(StartUp, MakesTheUpdateReadyAndOpensItOnItsButton) {
   EXPECT_EQ(update.calls, (std::vector<std::string>{"initialise", "open 4B535401"}));
 }
 
+TEST_F(StartUp, AsksForAHalfSerialNumberAgainBeforeAnUpdate) {
+  Start("fault=read:3");
+  ASSERT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B53");
+  Button("UpdateBtn").click();
+  EXPECT_EQ(update.calls.back(), "open 4B535401");
+  EXPECT_EQ(LabelText("SerialLabel"), "Kestrin USB Serial Number: 4B535401");
+}
+
+TEST_F(StartUp, FetchesNothingForABoardThatDoesNotTellItsWholeSerialNumber) {
+  // The answers 4 to 6 are the parameters; then each question for the serial number has two.
+  Start("fault=read:3,fault=read:8,fault=read:10");
+  Button("UpdateBtn").click();
+  EXPECT_EQ(update.calls, std::vector<std::string>{"initialise"});
+  EXPECT_EQ(dialogs.errors,
+            std::vector<QString>{"The board did not tell its whole serial number. Unplug it, plug it in "
+                                 "again and repeat this."});
+  EXPECT_FALSE(gate.IsBusy());
+  Button("UpdateBtn").click();
+  EXPECT_EQ(update.calls.back(), "open 4B535401") << "it has recovered";
+}
+
+TEST_F(StartUp, FetchesNothingForABoardThatDidNotAnswer) {
+  Start("fault=read:7");
+  Button("UpdateBtn").click();
+  EXPECT_EQ(update.calls, std::vector<std::string>{"initialise"});
+  EXPECT_TRUE(dialogs.errors.empty());
+}
+
 TEST_F(StartUp, SaysThatThereIsNoUpdateInABuildWithout) {
   agent = std::make_unique<simulator::SimulatedAgent>(simulator::BoardOptions{}, clock, gate.Pump());
   window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
