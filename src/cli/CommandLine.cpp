@@ -91,7 +91,7 @@ class ParserSyntax final : public Syntax {
     void Check(CLI::Option& option) const {
       option.check(
           [range = *this](const std::string& text) -> std::string {
-            return range.Parse(text) ? "" : "\"" + text + "\" is no whole number from " + range.Text();
+            return range.Parse(text) ? "" : core::base::Quoted(text) + " is no whole number from " + range.Text();
           },
           "");
     }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <concepts>
 #include <filesystem>
 #include <string>
 #include <string_view>
+
+#include "base/Text.h"
 
 namespace kestrin::core::base {
 
@@ -20,6 +23,13 @@ namespace kestrin::core::base {
   } catch (const std::exception&) {
     return std::string(text);
   }
+}
+
+/// TextOf() as a text for the person has it: between quotation marks, control characters harmless. Only for what is a
+/// path already, since any text could become one.
+template <std::same_as<std::filesystem::path> Path>
+[[nodiscard]] std::string Quoted(const Path& path) {
+  return Quoted(TextOf(path));
 }
 
 }  // namespace kestrin::core::base

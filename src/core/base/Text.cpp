@@ -59,6 +59,8 @@ std::string LastPathPiece(std::string_view path) {
 
 std::string Shown(std::string_view text) { return WithoutControls(text, ""); }
 
+std::string Quoted(std::string_view text) { return "\"" + Shown(text) + "\""; }
+
 std::string ShownLines(std::string_view text) { return WithoutControls(text, "\n"); }
 
 std::size_t Width(std::string_view text) {

@@ -23,7 +23,9 @@ inline constexpr std::string_view kLineEnd = "\r\n";
 /// A text from outside - a name, a path, a line of an answer - as it can be shown to a person: each control character
 /// becomes "?", since a terminal would obey it. So does a line break, which would pass for the program's own.
 [[nodiscard]] std::string Shown(std::string_view text);
-/// The same for a text of several lines: line feeds stay.
+/// The same between quotation marks.
+[[nodiscard]] std::string Quoted(std::string_view text);
+/// Shown() for a text of several lines: line feeds stay.
 [[nodiscard]] std::string ShownLines(std::string_view text);
 
 /// How many characters a UTF-8 text has.

@@ -134,7 +134,7 @@ Result<> Write(const fs::path& path, const ContentInPieces& content, Disk* disk)
   else
     done = Replace(path, old, content, disk);
   if (done) return done;
-  return Failure{done.Why().kind, "\"" + TextOf(path) + "\" could not be written: " + done.Why().text};
+  return Failure{done.Why().kind, Quoted(path) + " could not be written: " + done.Why().text};
 }
 
 ContentInPieces OnePiece(std::string_view content) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
@@ -13,6 +12,7 @@
 #include "base/Numbers.h"
 #include "base/PathText.h"
 #include "base/Text.h"
+#include "base/TextLines.h"
 #include "base/WholeFile.h"
 #include "sound/PathEnd.h"
 
@@ -22,72 +22,24 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Forty paths of any length that systems take fit many times; what is larger is no configuration file.
-constexpr std::size_t kLargestFile = std::size_t{1} << 20;
-
-/// Tells why a file is no configuration file; the text becomes LoadResult::detail.
+/// Ends a load; what() says what is wrong with the file, and where.
 class NotValid : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
-};
-
-/// The lines of a configuration file, one after another.
-class Lines {
- public:
-  explicit Lines(const fs::path& path) : m_name(base::TextOf(path)) {
-    std::error_code error;
-    if (!fs::exists(path, error)) throw NotValid(m_name + ": there is no such file");
-    // Opening a pipe would wait for a writer.
-    if (!fs::is_regular_file(path, error)) throw NotValid(m_name + ": not a file");
-    std::ifstream file(path, std::ios::binary);
-    m_content.resize(kLargestFile + 1);
-    file.read(m_content.data(), static_cast<std::streamsize>(m_content.size()));
-    if (file.bad() || !file.is_open()) throw NotValid(m_name + ": cannot be read");
-    m_content.resize(static_cast<std::size_t>(file.gcount()));
-    if (m_content.size() > kLargestFile) throw NotValid(m_name + ": too large for a configuration file");
-    if (m_content.find('\0') != m_content.npos) throw NotValid(m_name + ": not a text file");
-    m_rest = m_content;
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (m_rest.starts_with(kByteOrderMark)) m_rest.remove_prefix(kByteOrderMark.size());
-  }
-
-  Lines(const Lines&) = delete;
-  Lines& operator=(const Lines&) = delete;
-
-  /// The next line without its end, CR LF or LF. Throws NotValid behind the last line; `expected` says what was
-  /// awaited.
-  std::string_view Next(std::string_view expected) {
-    ++m_number;
-    if (m_rest.empty()) Fail("the file ends where " + std::string(expected) + " is expected");
-    const std::size_t end = m_rest.find('\n');
-    std::string_view line = m_rest.substr(0, end);
-    m_rest.remove_prefix(end == m_rest.npos ? m_rest.size() : end + 1);
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    return line;
-  }
-
-  /// Throws NotValid about the line that Next() gave last.
-  [[noreturn]] void Fail(const std::string& reason) const {
-    throw NotValid(m_name + ", line " + std::to_string(m_number) + ": " + reason);
-  }
-
- private:
-  std::string m_name;
-  std::string m_content;
-  std::string_view m_rest;
-  int m_number = 0;
 };
 
 /// One load, from the first line to the last.
 class Loader {
  public:
   Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view, LoadResult& result)
-      : m_lines(path), m_configuration(configuration), m_view(view), m_result(result) {
+      : m_path(path), m_configuration(configuration), m_view(view), m_result(result) {
     std::error_code error;
     m_folder = fs::absolute(path, error).parent_path();
   }
 
+  /// Throws NotValid.
   void Run() {
+    if (const base::Result<> read = m_lines.Read(m_path); !read) throw NotValid(read.Text());
     for (const Slot& slot : kSlots) {
       const int entries = slot.isList ? ReadListLine(slot) : ReadKeywordLine(slot);
       Empty(slot);
@@ -96,10 +48,19 @@ class Loader {
   }
 
  private:
+  /// The next line; `expected` says what is awaited there.
+  const std::string& Next(std::string_view expected) {
+    if (++m_number > m_lines.Count()) Fail("the file ends where " + std::string(expected) + " is expected");
+    return m_lines.Line(m_number);
+  }
+
+  /// About the line that Next() gave last.
+  [[noreturn]] void Fail(const std::string& reason) const { throw NotValid(m_lines.Place(m_number) + ": " + reason); }
+
   /// The line of a single slot, which has one entry.
   int ReadKeywordLine(const Slot& slot) {
-    const std::string expected = "\"" + std::string(slot.keyword) + "\"";
-    if (!base::EqualsIgnoringCase(m_lines.Next(expected), slot.keyword)) m_lines.Fail(expected + " is expected");
+    const std::string expected = base::Quoted(slot.keyword);
+    if (!base::EqualsIgnoringCase(Next(expected), slot.keyword)) Fail(expected + " is expected");
     return 1;
   }
 
@@ -107,10 +68,10 @@ class Loader {
   int ReadListLine(const Slot& slot) {
     const std::string expected =
         "\"" + std::string(slot.keyword) + "-\" and a number from 0 to " + std::to_string(kListCapacity);
-    const auto pieces = base::Split(m_lines.Next(expected), "-");
+    const auto pieces = base::Split(Next(expected), "-");
     if (pieces.size() == 2 && base::EqualsIgnoringCase(pieces[0], slot.keyword))
       if (const std::optional<int> count = CountOf(pieces[1])) return *count;
-    m_lines.Fail(expected + " is expected");
+    Fail(expected + " is expected");
   }
 
   /// A whole number that a list can hold, blanks around it ignored.
@@ -133,19 +94,19 @@ class Loader {
 
   /// A path line and a volume line.
   void ReadEntry(const Slot& slot) {
-    const std::string_view path = m_lines.Next("a path");
+    const std::string_view path = Next("a path");
     // The position whose volume follows; none when there is no file to have one.
     int position = slot.isList ? 0 : 1;
     const std::size_t failedBefore = m_result.failed.size();
     if (!path.empty()) position = Add(slot, path);
 
-    const std::string_view number = m_lines.Next("a volume");
+    const std::string_view number = Next("a volume");
     try {
       const auto volume = base::RoundTo<std::int16_t>(base::LeadingNumber(number));
       if (position > 0) m_configuration.SetVolume(slot.kind, position, volume);
       if (m_result.failed.size() > failedBefore) m_result.failed.back().volume = volume;
     } catch (const std::overflow_error&) {
-      m_lines.Fail("a volume from -32768 to 32767 is expected");
+      Fail("a volume from -32768 to 32767 is expected");
     }
     m_view.UpdateMemoryStatus();
   }
@@ -186,7 +147,10 @@ class Loader {
     return found;
   }
 
-  Lines m_lines;
+  const fs::path& m_path;
+  base::TextLines m_lines;
+  /// The line that is being read.
+  std::size_t m_number = 0;
   LSU_Configuration& m_configuration;
   ConfigurationView& m_view;
   LoadResult& m_result;
@@ -218,8 +182,8 @@ std::string ConfigurationFile::Save(const LSU_Configuration& configuration, cons
       const std::string file =
           base::TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
       if (file.find_first_of(std::string_view("\r\n")) != file.npos)
-        return "\"" + base::TextOf(path) + "\" could not be written: the name of \"" + file +
-               "\" holds a line break. Rename that file and add it again.";
+        return base::Quoted(path) + " could not be written: the name of " + base::Quoted(file) +
+               " holds a line break. Rename that file and add it again.";
       line(file);
       const int volume = gone != nullptr ? gone->volume : configuration.GetVolume(slot.kind, position);
       // A blank stands where a negative number has its sign.

@@ -90,15 +90,13 @@ std::string VolumeAdvice(std::int32_t loudest, std::int32_t peak, std::int16_t v
                     : "Set its volume to between -" + percent + " and " + percent + ".";
 }
 
-std::string Quoted(const fs::path& path) { return "\"" + base::Shown(base::TextOf(path)) + "\""; }
-
 std::string TooLoudText(const LSU_SoundFile& file, std::int32_t loudest) {
   // The peak belongs to the place in the list: a sound that moved up is scaled by that of the one which stood there. No
   // volume puts that right.
   if (loudest > file.Peak())
-    return Quoted(file.FileNameAndPath()) +
+    return base::Quoted(file.FileNameAndPath()) +
            " is louder than was measured for its place in the list. Take it out and add it again.";
-  return Quoted(file.FileNameAndPath()) + " is too loud at " + std::to_string(file.Volume()) + " %. " +
+  return base::Quoted(file.FileNameAndPath()) + " is too loud at " + std::to_string(file.Volume()) + " %. " +
          VolumeAdvice(loudest, file.Peak(), file.Volume());
 }
 
@@ -208,7 +206,7 @@ std::string LSU_SoundFile::WhyNotValid() const {
     }
     return {};
   };
-  return m_flaw == Flaw::None ? "" : Quoted(m_path) + " " + about();
+  return m_flaw == Flaw::None ? "" : base::Quoted(m_path) + " " + about();
 }
 
 bool LSU_SoundFile::Code(const base::EventPump& pump) {
@@ -244,13 +242,13 @@ std::string LSU_SoundFile::WhyNotCodable(const base::EventPump& pump) const {
     case Obstacle::None:
       break;
     case Obstacle::Missing:
-      return Quoted(m_path) + " is no longer there. Put it back or choose another sound.";
+      return base::Quoted(m_path) + " is no longer there. Put it back or choose another sound.";
     case Obstacle::Unreadable:
-      return Quoted(m_path) + " cannot be read. Check that you may read it, or choose another sound.";
+      return base::Quoted(m_path) + " cannot be read. Check that you may read it, or choose another sound.";
     case Obstacle::Changed:
-      return Quoted(m_path) + " has changed since it was added. Add it again.";
+      return base::Quoted(m_path) + " has changed since it was added. Add it again.";
     case Obstacle::TooLong:
-      return Quoted(m_path) + " is longer than any board can hold. Choose a shorter sound.";
+      return base::Quoted(m_path) + " is longer than any board can hold. Choose a shorter sound.";
     case Obstacle::TooLoud:
       return TooLoudText(*this, reading.loudest);
   }
@@ -275,7 +273,7 @@ base::ContentInPieces LSU_SoundFile::WavPieces(const base::EventPump& pump) cons
     // The sizes in the header have 32 bits.
     if (2 * samples + 36 > std::numeric_limits<std::uint32_t>::max())
       return base::Failure{base::FailureKind::NotValid,
-                           Quoted(m_path) + " is longer than a WAV file can be. Choose a shorter sound."};
+                           base::Quoted(m_path) + " is longer than a WAV file can be. Choose a shorter sound."};
 
     if (!append(WavHeader(static_cast<std::uint32_t>(2 * samples)))) return {};
     SampleReader reader(m_path);
@@ -283,7 +281,8 @@ base::ContentInPieces LSU_SoundFile::WavPieces(const base::EventPump& pump) cons
     for (std::uint64_t left = samples; left > 0;) {
       const auto block = reader.Next(static_cast<std::size_t>(std::min<std::uint64_t>(left, SampleReader::kBlock)));
       if (block.empty())
-        return base::Failure{base::FailureKind::Changed, Quoted(m_path) + " changed while it was read. Try again."};
+        return base::Failure{base::FailureKind::Changed,
+                             base::Quoted(m_path) + " changed while it was read. Try again."};
       if constexpr (std::endian::native == std::endian::little) {
         if (!append({reinterpret_cast<const char*>(block.data()), block.size_bytes()})) return {};
       } else {
@@ -310,7 +309,7 @@ base::Result<> LSU_SoundFile::SaveWav(const fs::path& WAVFileName, base::Disk& d
   std::error_code error;
   if (fs::equivalent(WAVFileName, m_path, error))
     return base::Failure{base::FailureKind::InTheWay,
-                         Quoted(WAVFileName) + " is the sound itself. Choose another name for its copy."};
+                         base::Quoted(WAVFileName) + " is the sound itself. Choose another name for its copy."};
   return base::WriteWholeFile(WAVFileName, WavPieces(pump), disk);
 }
 

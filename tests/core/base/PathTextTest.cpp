@@ -13,6 +13,13 @@ TEST(PathText, TextSurvivesTheWayToAPathAndBack) {
     EXPECT_EQ(TextOf(PathOf(text)), text);
 }
 
+TEST(PathText, AQuotedPathIsItsTextWithoutControlCharacters) {
+  EXPECT_EQ(Quoted(std::filesystem::path("sounds/boot.lsu")), "\"sounds/boot.lsu\"");
+  EXPECT_EQ(Quoted(std::filesystem::path("line\nbreak")), "\"line?break\"");
+  // A text is no path, whatever it could become.
+  EXPECT_EQ(Quoted(std::string("boot")), "\"boot\"");
+}
+
 #ifndef _WIN32
 TEST(PathText, WherePathsAreBytesAnyByteSurvives) {
   const std::string text =

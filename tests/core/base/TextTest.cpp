@@ -59,6 +59,12 @@ TEST(Shown, OfSeveralLinesKeepsTheLines) {
   EXPECT_EQ(ShownLines("one\ntwo\r\n\x1B[2Jthree\n"), "one\ntwo?\n?[2Jthree\n");
 }
 
+TEST(Quoted, StandsBetweenQuotationMarksWithoutControlCharacters) {
+  EXPECT_EQ(Quoted("boot"), "\"boot\"");
+  EXPECT_EQ(Quoted(""), "\"\"");
+  EXPECT_EQ(Quoted("a\x1B[2J\n"), "\"a?[2J?\"");
+}
+
 TEST(Width, CountsCharacters) {
   EXPECT_EQ(Width(""), 0U);
   EXPECT_EQ(Width("gr\u00FC\u00DFe"), 5U);

@@ -135,12 +135,17 @@ TEST(ConfigurationFileSave, WhereNothingCanBeWrittenTheTextNamesTheFile) {
 TEST(ConfigurationFileSave, ANameThatNoLineCanHoldIsRefusedAndTheOlderFileStays) {
   const TemporaryFolder folder;
   support::WriteBytes(folder / "a.lscfg", "older");
-  for (const char* name : {"line\nbreak.lsu", "return\rhere.lsu"}) {
+  struct Row {
+    const char* name;
+    const char* shown;
+  };
+  for (const auto& [name, shown] :
+       {Row{"line\nbreak.lsu", "line?break.lsu"}, {"return\rhere.lsu", "return?here.lsu"}}) {
     LSU_Configuration configuration;
     ASSERT_TRUE(support::AddSound(configuration, folder, SlotKind::Boot, name));
     const std::string text = ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk());
     EXPECT_NE(text.find((folder / "a.lscfg").string()), std::string::npos) << text;
-    EXPECT_NE(text.find(name), std::string::npos) << text;
+    EXPECT_NE(text.find(shown), std::string::npos) << text;
     EXPECT_EQ(ReadBytes(folder / "a.lscfg"), "older");
   }
 }
