@@ -37,18 +37,23 @@ std::string FileBytes(std::span<const std::int16_t> samples) {
 using Change = std::function<std::vector<std::int16_t>(const DemoSound&, std::vector<std::int16_t>)>;
 
 /// Writes the sounds, changed, and the configuration file NAME.lscfg.
-std::string WriteSet(const fs::path& folder, const std::string& name, const Change& change, core::base::Disk& disk) {
+core::base::Result<> WriteSet(const fs::path& folder, const std::string& name, const Change& change,
+                              core::base::Disk& disk) {
   std::error_code error;
   const fs::path home = fs::absolute(folder, error).lexically_normal();
   if (!error) fs::create_directories(home, error);
-  if (error) return core::base::TextOf(folder) + ": the folder cannot be made: " + error.message();
+  if (error)
+    return core::base::Failure{core::base::KindOf(error),
+                               core::base::TextOf(folder) + ": the folder cannot be made: " + error.message()};
 
   core::sound::LSU_Configuration configuration;
   for (const DemoSound& demo : DemoSounds()) {
     const fs::path path = home / demo.fileName;
     const std::vector<std::int16_t> samples = change(demo, demo.make());
-    if (const auto written = core::base::WriteWholeFile(path, FileBytes(samples)); !written) return written.Text();
-    if (!configuration.AddFile(path, demo.slot)) return core::base::TextOf(path) + ": not a usable sound file";
+    if (auto written = core::base::WriteWholeFile(path, FileBytes(samples)); !written) return written;
+    if (!configuration.AddFile(path, demo.slot))
+      return core::base::Failure{core::base::FailureKind::NotValid,
+                                 core::base::TextOf(path) + ": not a usable sound file"};
     configuration.SetVolume(demo.slot, configuration.Count(demo.slot), demo.volume);
   }
   return core::sound::ConfigurationFile::Save(configuration, home / (name + ".lscfg"), disk);
@@ -80,19 +85,19 @@ std::vector<DemoSound> DemoSounds() {
   return sounds;
 }
 
-std::string WriteDemoSet(const fs::path& folder, core::base::Disk& disk) {
+core::base::Result<> WriteDemoSet(const fs::path& folder, core::base::Disk& disk) {
   return WriteSet(
       folder, "demo", [](const DemoSound&, std::vector<std::int16_t> samples) { return samples; }, disk);
 }
 
-std::string WriteDemoFonts(const fs::path& folder, core::base::Disk& disk) {
+core::base::Result<> WriteDemoFonts(const fs::path& folder, core::base::Disk& disk) {
   for (const DemoFont& font : kDemoFonts) {
     const auto change = [&](const DemoSound& demo, const std::vector<std::int16_t>& samples) {
       return InVoice(samples, demo.loops, font.voice);
     };
-    if (std::string failure = WriteSet(folder / font.name, font.name, change, disk); !failure.empty()) return failure;
+    if (auto written = WriteSet(folder / font.name, font.name, change, disk); !written) return written;
   }
-  return "";
+  return {};
 }
 
 }  // namespace kestrin::demo

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/base/Disk.h"
+#include "core/base/Result.h"
 #include "core/sound/SlotKind.h"
 #include "demo/Voice.h"
 
@@ -37,10 +38,10 @@ struct DemoFont {
 inline constexpr DemoFont kDemoFonts[]{{"Deep Forge", {0.75, 0.6}}, {"Quick Silver", {1.25, 0.0}}};
 
 /// Writes all sounds and "demo.lscfg", which names them by their absolute paths, into `folder`, made when absent.
-/// Returns "" or a text that names the file and says what is wrong.
-[[nodiscard]] std::string WriteDemoSet(const std::filesystem::path& folder, core::base::Disk& disk);
+/// The text of a failure names the file and says what is wrong.
+core::base::Result<> WriteDemoSet(const std::filesystem::path& folder, core::base::Disk& disk);
 
-/// Writes a folder for each of kDemoFonts into `folder`, with its sounds and "NAME.lscfg". Returns as above.
-[[nodiscard]] std::string WriteDemoFonts(const std::filesystem::path& folder, core::base::Disk& disk);
+/// Writes a folder for each of kDemoFonts into `folder`, with its sounds and "NAME.lscfg". Fails as above.
+core::base::Result<> WriteDemoFonts(const std::filesystem::path& folder, core::base::Disk& disk);
 
 }  // namespace kestrin::demo

@@ -15,10 +15,10 @@ int main(int argc, char** argv) {
   try {
     const std::filesystem::path folder = argv[1];
     kestrin::platform::files::SystemDisk disk;
-    std::string failure = kestrin::demo::WriteDemoSet(folder, disk);
-    if (failure.empty()) failure = kestrin::demo::WriteDemoFonts(folder / "fonts", disk);
-    if (failure.empty()) return 0;
-    std::cerr << "make_demo_set: " << failure << "\n";
+    kestrin::core::base::Result<> written = kestrin::demo::WriteDemoSet(folder, disk);
+    if (written) written = kestrin::demo::WriteDemoFonts(folder / "fonts", disk);
+    if (written) return 0;
+    std::cerr << "make_demo_set: " << written.Text() << "\n";
   } catch (const std::exception& error) {
     std::cerr << "make_demo_set: " << error.what() << "\n";
   }

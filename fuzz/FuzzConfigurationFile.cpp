@@ -57,8 +57,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(configuration.AddFile("other.lsu", kind));
   Watch watch;
   const LoadResult result = ConfigurationFile::Load(path, configuration, watch);
-  Require(result.valid == result.detail.empty());
-  Require(result.valid || result.Message() == "Not a valid configuration file");
+  Require(static_cast<bool>(result.valid) == result.valid.Text().empty());
+  Require(static_cast<bool>(result.valid) || result.Message() == "Not a valid configuration file");
 
   std::int64_t total = 0;
   for (const SlotFile& entry : configuration.FilesInFlashOrder()) total += entry.file->NrOfSamples();
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   // What was loaded can be saved, and loads back as the same.
   const auto saved = Sounds().Path() / "saved.lscfg";
-  if (!ConfigurationFile::Save(configuration, saved, kestrin::support::AnyDisk()).empty()) return 0;
+  if (!ConfigurationFile::Save(configuration, saved, kestrin::support::AnyDisk())) return 0;
   LSU_Configuration again;
   const LoadResult second = ConfigurationFile::Load(saved, again, watch);
   Require(second.valid && second.failed.empty());

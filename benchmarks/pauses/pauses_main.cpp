@@ -75,7 +75,7 @@ void LoadFullSet(benchmark::State& state) {
   platform::files::SystemDisk disk;
   const std::filesystem::path path = std::filesystem::temp_directory_path() / "kestrin pauses.lscfg";
   core::sound::SoundSet saved(full.configuration);
-  if (!saved.Save(path, disk).empty()) return state.SkipWithError("the set could not be saved");
+  if (!saved.Save(path, disk)) return state.SkipWithError("the set could not be saved");
   core::sound::LSU_Configuration configuration;
   core::sound::SoundSet set(configuration);
   double longest = 0;
@@ -95,7 +95,7 @@ void CodeFullSet(benchmark::State& state) {
   double longest = 0;
   for (auto _ : state) {
     EventLoopWatch watch;
-    if (!full.configuration.MakeMemoryMap([](int) { return true; }, Turn).complete)
+    if (!full.configuration.MakeMemoryMap([](int) { return true; }, Turn))
       return state.SkipWithError("the set could not be coded");
     longest = std::max(longest, watch.LongestPause());
   }

@@ -24,7 +24,7 @@ LSU_SoundFile ReadSound(const std::string& path, const core::base::EventPump& pu
 void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const core::base::EventPump& pump) {
   if (volume) file.SetVolume(static_cast<std::int16_t>(*volume));
   try {
-    if (!file.Code(pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotCodable(pump));
+    if (!file.Code(pump)) throw CommandFailure(ExitCode::Failed, file.CheckCodable(pump).Text());
   } catch (const std::overflow_error& tooLoud) {
     throw CommandFailure(ExitCode::Failed, tooLoud.what());
   }

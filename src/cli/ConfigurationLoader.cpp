@@ -46,7 +46,7 @@ LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& config
   NoView view(pump);
   const core::sound::LoadResult result =
       core::sound::ConfigurationFile::Load(core::base::PathOf(path), configuration, view);
-  if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.detail);
+  if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.valid.Text());
   LoadedFiles loaded{{}, result.Message()};
   for (const auto& failed : result.failed) loaded.failed.push_back(core::base::TextOf(failed.path));
   return loaded;
@@ -59,8 +59,8 @@ void LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, co
                                                (loaded.message.empty() ? "" : "\n" + loaded.message));
   // Without some of its sounds everything behind them would lie elsewhere.
   if (!loaded.failed.empty()) throw CommandFailure(ExitCode::Failed, loaded.message);
-  const auto map = configuration.MakeMemoryMap([](int) { return true; }, pump);
-  if (!map.complete) throw CommandFailure(ExitCode::Failed, map.failure);
+  const core::base::Result<> map = configuration.MakeMemoryMap([](int) { return true; }, pump);
+  if (!map) throw CommandFailure(ExitCode::Failed, map.Text());
 }
 
 Report ReportOf(const LSU_Configuration& configuration, const LoadedFiles& loaded) {

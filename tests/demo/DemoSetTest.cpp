@@ -51,7 +51,7 @@ double UsualStep(const std::vector<std::int16_t>& samples) {
 
 TEST(DemoSet, LoadsAsAConfigurationWithEverySlotFilled) {
   const support::TemporaryFolder folder;
-  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()), "");
+  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()).Text(), "");
   core::sound::LSU_Configuration configuration;
   IgnoringView view;
   const core::sound::LoadResult result =
@@ -69,9 +69,9 @@ TEST(DemoSet, LoadsAsAConfigurationWithEverySlotFilled) {
 
 TEST(DemoSet, HasTheSameBytesEveryTime) {
   const support::TemporaryFolder folder;
-  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()), "");
+  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()).Text(), "");
   const auto first = FilesOf(folder.Path());
-  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()), "");
+  ASSERT_EQ(WriteDemoSet(folder.Path(), support::AnyDisk()).Text(), "");
   EXPECT_EQ(first.size(), 18U);
   EXPECT_TRUE(first == FilesOf(folder.Path()));
 }
@@ -79,7 +79,7 @@ TEST(DemoSet, HasTheSameBytesEveryTime) {
 TEST(DemoSet, MakesItsFolderAndNamesTheFilesByAbsolutePathsWithoutDots) {
   const support::TemporaryFolder folder;
   const fs::path wanted = folder / "new" / "one";
-  ASSERT_EQ(WriteDemoSet(fs::relative(folder.Path()) / "new" / "." / "one", support::AnyDisk()), "");
+  ASSERT_EQ(WriteDemoSet(fs::relative(folder.Path()) / "new" / "." / "one", support::AnyDisk()).Text(), "");
   core::sound::LSU_Configuration configuration;
   IgnoringView view;
   (void)core::sound::ConfigurationFile::Load(wanted / "demo.lscfg", configuration, view);
@@ -89,7 +89,7 @@ TEST(DemoSet, MakesItsFolderAndNamesTheFilesByAbsolutePathsWithoutDots) {
 TEST(DemoSet, NamesAFolderThatCannotBeMade) {
   const support::TemporaryFolder folder;
   const fs::path file = support::WriteBytes(folder / "file", "x");
-  EXPECT_THAT(WriteDemoSet(file / "below", support::AnyDisk()), ::testing::HasSubstr((file / "below").string()));
+  EXPECT_THAT(WriteDemoSet(file / "below", support::AnyDisk()).Text(), ::testing::HasSubstr((file / "below").string()));
 }
 
 TEST(DemoSet, EverySoundPeaksOneDecibelBelowFullScale) {

@@ -67,7 +67,7 @@ TEST(Voice, AGrowlIsFullerAtTheSamePeak) {
 
 TEST(Voice, TheDemoFontsAreWholeSetsThatFitTheSmallestBoard) {
   const support::TemporaryFolder folder;
-  ASSERT_EQ(WriteDemoFonts(folder.Path(), support::AnyDisk()), "");
+  ASSERT_EQ(WriteDemoFonts(folder.Path(), support::AnyDisk()).Text(), "");
   for (const DemoFont& font : kDemoFonts) {
     SCOPED_TRACE(font.name);
     const std::string name = font.name;

@@ -52,7 +52,7 @@ class ProgramFixture : public support::KestrinctlTest {
   /// Writes the configuration file of `set`. Returns its path.
   [[nodiscard]] std::string Configuration() const {
     const std::filesystem::path path = m_folder / "complete set.lscfg";
-    EXPECT_EQ(core::sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()), "");
+    EXPECT_EQ(core::sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()).Text(), "");
     return path.string();
   }
 

@@ -24,7 +24,7 @@ class SoundSetFixture : public ::testing::Test {
     for (int number = 1; number <= count; ++number) {
       const std::string name = std::string(core::sound::SlotOf(kind).name) + " " + std::to_string(number) + ".lsu";
       const auto samples = static_cast<std::size_t>(100 + number);
-      ASSERT_EQ(set.Add(kind, Sound(name, samples, static_cast<std::int16_t>(1000 * number))), "");
+      ASSERT_EQ(set.Add(kind, Sound(name, samples, static_cast<std::int16_t>(1000 * number))).Text(), "");
     }
   }
 

@@ -72,9 +72,9 @@ class ConfigMakeCommand final : public Command {
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text, context.interrupt.Pump());
     }
     RequireOutputOfItsOwn(configuration);
-    const std::string problem =
+    const core::base::Result<> saved =
         core::sound::ConfigurationFile::Save(configuration, core::base::PathOf(m_output), context.disk);
-    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
+    if (!saved) throw CommandFailure(ExitCode::Failed, saved.Text());
     return ReportOf(configuration, {});
   }
 

@@ -24,6 +24,10 @@ enum class FailureKind {
   Changed,
   /// Another program has it.
   InUse,
+  /// Something else is under way; it can be tried again when that is over.
+  Busy,
+  /// What it should go into holds no more.
+  Full,
   /// What was read is not what it should be.
   NotValid,
   /// The board does not answer, or not as it should.

@@ -31,15 +31,13 @@ class NotValid : public std::runtime_error {
 /// One load, from the first line to the last.
 class Loader {
  public:
-  Loader(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view, LoadResult& result)
-      : m_path(path), m_configuration(configuration), m_view(view), m_result(result) {
-    std::error_code error;
-    m_folder = fs::absolute(path, error).parent_path();
-  }
+  /// `folder` is where the configuration file lies.
+  Loader(const base::TextLines& lines, fs::path folder, LSU_Configuration& configuration, ConfigurationView& view,
+         LoadResult& result)
+      : m_lines(lines), m_folder(std::move(folder)), m_configuration(configuration), m_view(view), m_result(result) {}
 
   /// Throws NotValid.
   void Run() {
-    if (const base::Result<> read = m_lines.Read(m_path); !read) throw NotValid(read.Text());
     for (const Slot& slot : kSlots) {
       const int entries = slot.isList ? ReadListLine(slot) : ReadKeywordLine(slot);
       Empty(slot);
@@ -147,15 +145,13 @@ class Loader {
     return found;
   }
 
-  const fs::path& m_path;
-  base::TextLines m_lines;
+  const base::TextLines& m_lines;
   /// The line that is being read.
   std::size_t m_number = 0;
+  fs::path m_folder;
   LSU_Configuration& m_configuration;
   ConfigurationView& m_view;
   LoadResult& m_result;
-  /// Where the configuration file lies.
-  fs::path m_folder;
 };
 
 }  // namespace
@@ -168,8 +164,8 @@ std::string LoadResult::Message() const {
   return message;
 }
 
-std::string ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk,
-                                    const MissingSounds& missing) {
+base::Result<> ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk,
+                                       const MissingSounds& missing) {
   std::string content;
   const auto line = [&](std::string_view text) { content.append(text).append(base::kLineEnd); };
   for (const Slot& slot : kSlots) {
@@ -182,24 +178,27 @@ std::string ConfigurationFile::Save(const LSU_Configuration& configuration, cons
       const std::string file =
           base::TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
       if (file.find_first_of(std::string_view("\r\n")) != file.npos)
-        return base::Quoted(path) + " could not be written: the name of " + base::Quoted(file) +
-               " holds a line break. Rename that file and add it again.";
+        return base::Failure{base::FailureKind::NotValid,
+                             base::Quoted(path) + " could not be written: the name of " + base::Quoted(file) +
+                                 " holds a line break. Rename that file and add it again."};
       line(file);
       const int volume = gone != nullptr ? gone->volume : configuration.GetVolume(slot.kind, position);
       // A blank stands where a negative number has its sign.
       line((volume < 0 ? "" : " ") + std::to_string(volume));
     }
   }
-  return base::WriteWholeFile(path, content, disk).Text();
+  return base::WriteWholeFile(path, content, disk);
 }
 
 LoadResult ConfigurationFile::Load(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view) {
   LoadResult result;
+  base::TextLines lines;
+  result.valid = lines.Read(path);
+  std::error_code error;
   try {
-    Loader(path, configuration, view, result).Run();
-    result.valid = true;
+    if (result.valid) Loader(lines, fs::absolute(path, error).parent_path(), configuration, view, result).Run();
   } catch (const NotValid& reason) {
-    result.detail = reason.what();
+    result.valid = base::Failure{base::FailureKind::NotValid, reason.what()};
   }
   // Lists may have been emptied since the last entry was read.
   view.UpdateMemoryStatus();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Result.h"
 #include "sound/LSU_Configuration.h"
 #include "sound/MissingSounds.h"
 
@@ -32,16 +33,15 @@ struct LoadResult {
   /// What stands above the names of the files that failed.
   static constexpr const char* kFailedHeadline = "The following files could not be found or are not valid:";
 
-  /// False: "Not a valid configuration file"; what was loaded up to that point stays loaded.
-  bool valid = false;
+  /// Whether the file is valid: what was loaded up to its flaw stays loaded. A failure's text is for a tool tip or a
+  /// log: the file, the line number and what was expected there. Its kind is NotValid, or what kept the file from being
+  /// read.
+  base::Result<> valid;
   /// The sounds that could not be found or are not valid, in the order of the file. Their places count as if they were
   /// there.
   std::vector<MissingSound> failed;
   /// How many sounds were found beside the configuration file because nothing lies any more where their paths lead.
   int foundBeside = 0;
-  /// What is wrong with a file that is not valid, for a tool tip or a log: the file, the line number and what was
-  /// expected there; "" when valid.
-  std::string detail;
 
   /// The text for the person: "" when everything loaded, else the one message of this result.
   [[nodiscard]] std::string Message() const;
@@ -53,9 +53,10 @@ class ConfigurationFile {
   static constexpr const char* kFilter = "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
 
   /// Writes the configuration as `path`, whole or not at all, with the paths and volumes of the missing sounds in their
-  /// places. Returns "" or a text naming the file and what is wrong.
-  [[nodiscard]] static std::string Save(const LSU_Configuration& configuration, const std::filesystem::path& path,
-                                        base::Disk& disk, const MissingSounds& missing = {});
+  /// places. The text of a failure names the file and what is wrong; it is NotValid when the name of a sound fits into
+  /// no line.
+  static base::Result<> Save(const LSU_Configuration& configuration, const std::filesystem::path& path,
+                             base::Disk& disk, const MissingSounds& missing = {});
 
   /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read. Where
   /// nothing lies at a sound's path, the sound is looked for beside the file, see PathEnd::PlacesAround().

@@ -76,8 +76,8 @@ std::optional<DownloadOutcome> Download::Refuse(const DownloadTarget& target) {
                       "The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
   std::string problems;
   for (const SlotFile& entry : m_configuration.FilesInFlashOrder()) {
-    const std::string problem = entry.file->WhyNotCodable(m_pump);
-    if (!problem.empty()) problems += (problems.empty() ? "" : "\n") + problem;
+    const base::Result<> codable = entry.file->CheckCodable(m_pump);
+    if (!codable) problems += (problems.empty() ? "" : "\n") + codable.Text();
     if (m_cancelDownload) return EndWithCancelled();
   }
   if (!problems.empty()) return RefuseWith(DownloadOutcome::Incomplete, problems);
@@ -134,13 +134,13 @@ std::optional<DownloadOutcome> Download::Code() {
   if (m_cancelDownload) return EndWithCancelled();
   ShowInformation("Coding data...");
   ShowPercent(std::nullopt);
-  const MemoryMapResult map = m_configuration.MakeMemoryMap(
+  const base::Result<> map = m_configuration.MakeMemoryMap(
       [this](int percent) {
         ShowPercent(percent);
         return !m_cancelDownload;
       },
       m_pump);
-  if (!map.complete) return EndWith(DownloadOutcome::Incomplete, map.failure);
+  if (!map) return EndWith(DownloadOutcome::Incomplete, map.Text());
   if (m_cancelDownload) return EndWithCancelled();
   return std::nullopt;
 }

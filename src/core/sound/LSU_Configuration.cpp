@@ -107,33 +107,35 @@ std::string LSU_Configuration::IntegrityMessage(int code) {
   return "";
 }
 
-MemoryMapResult LSU_Configuration::MakeMemoryMap(const std::function<bool(int percent)>& progress,
-                                                 const base::EventPump& pump) {
+base::Result<> LSU_Configuration::MakeMemoryMap(const std::function<bool(int percent)>& progress,
+                                                const base::EventPump& pump) {
   if (FlashBytesNeeded() > kAddressSpace)
-    return {false, "The sounds are longer than any board can hold. Take some out."};
+    return base::Failure{base::FailureKind::NotValid, "The sounds are longer than any board can hold. Take some out."};
   const std::vector<SlotFile> files = FilesInFlashOrder();
   std::int64_t done = 0;
   for (const SlotFile& entry : files) {
     try {
       if (!entry.file->Code(pump)) {
-        const std::string reason = entry.file->WhyNotCodable(pump);
-        // A file may be back by now; this run has missed it all the same.
-        return {false, reason.empty() ? "A sound file changed while it was read. Try again." : reason};
+        const base::Result<> codable = entry.file->CheckCodable(pump);
+        if (!codable) return codable;
+        // The file is back by now; this run has missed it all the same.
+        return base::Failure{base::FailureKind::Changed, "A sound file changed while it was read. Try again."};
       }
     } catch (const std::overflow_error& tooLoud) {
-      return {false, tooLoud.what()};
+      return base::Failure{base::FailureKind::NotValid, tooLoud.what()};
     }
     done += entry.file->NrOfSamples();
     const double percent =
         m_totalNrOfSamples == 0 ? 100 : static_cast<double>(done * 100) / static_cast<double>(m_totalNrOfSamples);
-    if (progress && !progress(base::RoundTo<int>(percent))) return {};
+    if (progress && !progress(base::RoundTo<int>(percent)))
+      return base::Failure{base::FailureKind::Cancelled, "The sounds were not coded to the end."};
   }
   std::int64_t address = kFirstStream;
   for (const SlotFile& entry : files) {
     entry.file->SetStartAddress(static_cast<std::int32_t>(address));
     address += entry.file->NrOfBytes() + 1;
   }
-  return {true, ""};
+  return {};
 }
 
 std::vector<std::uint8_t> LSU_Configuration::GetFileTable() const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/EventPump.h"
+#include "base/Result.h"
 #include "sound/LSU_SoundFile.h"
 #include "sound/SlotKind.h"
 
@@ -19,14 +20,6 @@ struct SlotFile {
   /// 1 .. count in a list; 1 in a single slot.
   int position;
   LSU_SoundFile* file;
-};
-
-/// How MakeMemoryMap() ended.
-struct MemoryMapResult {
-  /// True: every file is coded and has its address.
-  bool complete = false;
-  /// Why a file could not be coded, naming it; "" together with `complete` false: stopped by the person.
-  std::string failure;
 };
 
 /// The set of sounds that is written to the board: one file in each single slot, up to 12 in each list.
@@ -66,10 +59,10 @@ class LSU_Configuration {
   [[nodiscard]] static std::string IntegrityMessage(int code);
 
   /// Codes every file in flash order, then gives each its address. After each file `progress` gets the percentage of
-  /// samples done and may stop everything by returning false; the addresses are then unassigned. Fails at once when the
-  /// streams do not fit into kAddressSpace.
-  [[nodiscard]] MemoryMapResult MakeMemoryMap(const std::function<bool(int percent)>& progress,
-                                              const base::EventPump& pump = {});
+  /// samples done and may stop everything by returning false; the addresses are then unassigned. Fails with Cancelled
+  /// when it was stopped, at once with NotValid when the streams do not fit into kAddressSpace, else as
+  /// LSU_SoundFile::CheckCodable() does; the text says what to do.
+  base::Result<> MakeMemoryMap(const std::function<bool(int percent)>& progress, const base::EventPump& pump = {});
 
   /// The file table, see docs/file-formats.md; 30 bytes and 6 for each list file. What it holds needs MakeMemoryMap()
   /// before, its size does not.

@@ -234,25 +234,29 @@ bool LSU_SoundFile::Code(const base::EventPump& pump) {
   return true;
 }
 
-std::string LSU_SoundFile::WhyNotCodable(const base::EventPump& pump) const {
-  if (m_nrOfSamples == 0) return "";
+base::Result<> LSU_SoundFile::CheckCodable(const base::EventPump& pump) const {
+  if (m_nrOfSamples == 0) return {};
   const Reading reading = ReadCodedSamples(m_path, m_nrOfSamples, SampleCoder(m_peak, m_volume), pump,
                                            [](std::span<const std::int16_t>) {});
+  using base::Failure;
+  using base::FailureKind;
+  const std::string name = base::Quoted(m_path);
   switch (reading.obstacle) {
     case Obstacle::None:
       break;
     case Obstacle::Missing:
-      return base::Quoted(m_path) + " is no longer there. Put it back or choose another sound.";
+      return Failure{FailureKind::NotFound, name + " is no longer there. Put it back or choose another sound."};
     case Obstacle::Unreadable:
-      return base::Quoted(m_path) + " cannot be read. Check that you may read it, or choose another sound.";
+      return Failure{FailureKind::Failed,
+                     name + " cannot be read. Check that you may read it, or choose another sound."};
     case Obstacle::Changed:
-      return base::Quoted(m_path) + " has changed since it was added. Add it again.";
+      return Failure{FailureKind::Changed, name + " has changed since it was added. Add it again."};
     case Obstacle::TooLong:
-      return base::Quoted(m_path) + " is longer than any board can hold. Choose a shorter sound.";
+      return Failure{FailureKind::NotValid, name + " is longer than any board can hold. Choose a shorter sound."};
     case Obstacle::TooLoud:
-      return TooLoudText(*this, reading.loudest);
+      return Failure{FailureKind::NotValid, TooLoudText(*this, reading.loudest)};
   }
-  return "";
+  return {};
 }
 
 bool LSU_SoundFile::GetBytes(std::vector<std::uint8_t>& BytesArray, std::size_t FirstIndex, std::size_t size) const {

@@ -59,9 +59,9 @@ class LSU_SoundFile {
   /// Throws std::overflow_error naming the file when the volume lifts a magnitude above 1,023.
   [[nodiscard]] bool Code(const base::EventPump& pump = {});
 
-  /// Reads the file again without building anything: "" when Code() would succeed now, else a text for the person that
-  /// names the file, says what is wrong with it and what to do.
-  [[nodiscard]] std::string WhyNotCodable(const base::EventPump& pump = {}) const;
+  /// Reads the file again without building anything: fails when Code() would fail now. The text names the file, says
+  /// what is wrong with it and what to do; the kind is NotFound, Changed, NotValid (too long or too loud) or Failed.
+  base::Result<> CheckCodable(const base::EventPump& pump = {}) const;
 
   /// Copies the coded bytes FirstIndex .. FirstIndex + size - 1 into `BytesArray`, which gets that size.
   /// False, and nothing copied, when the slice does not lie inside the coded stream.

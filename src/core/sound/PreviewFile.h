@@ -2,7 +2,8 @@
 
 #include <filesystem>
 #include <span>
-#include <string>
+
+#include "base/Result.h"
 
 namespace kestrin::core::sound {
 
@@ -11,16 +12,10 @@ class PreviewFile {
  public:
   static constexpr const char* kName = "temp.wav";
 
-  /// Where the copy lies, or why there is none.
-  struct Written {
-    std::filesystem::path path;
-    /// A text for the person; "" when the copy was written.
-    std::string problem;
-  };
-
-  /// Writes the copy of `sound` into the first of the folders that takes it; missing folders are made.
-  [[nodiscard]] static Written Write(const std::filesystem::path& sound,
-                                     std::span<const std::filesystem::path> folders);
+  /// Writes the copy of `sound` into the first of the folders that takes it; missing folders are made. Returns where
+  /// the copy lies. Fails with NotValid when the sound is missing or none, else when no folder takes the copy.
+  static base::Result<std::filesystem::path> Write(const std::filesystem::path& sound,
+                                                   std::span<const std::filesystem::path> folders);
 };
 
 }  // namespace kestrin::core::sound

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
+
+#include "base/Result.h"
 
 namespace kestrin::core::sound {
 
@@ -11,8 +12,8 @@ class SoundPlayer {
   /// How things stand with the sound that was started last.
   struct Status {
     bool playing = false;
-    /// Once it is no longer playing: "" when it was played to its last sample or stopped, else a text for the person.
-    std::string problem;
+    /// Once it is no longer playing: whether it was played to its last sample or stopped, or why not.
+    base::Result<> ended;
   };
 
   virtual ~SoundPlayer() = default;

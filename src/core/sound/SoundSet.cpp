@@ -27,6 +27,14 @@ bool SavesAlike(const LSU_Configuration& a, const LSU_Configuration& b, SlotKind
   return true;
 }
 
+base::Failure Busy() { return {base::FailureKind::Busy, "Please wait until the sounds are loaded"}; }
+
+base::Failure NotValidFile() { return {base::FailureKind::NotValid, "Not a valid file"}; }
+
+base::Failure FullList(const Slot& list) {
+  return {base::FailureKind::Full, "Maximum number of " + std::string(list.title) + " files reached"};
+}
+
 /// "hum.lsu", or "3 sounds" when there are several.
 std::string NameOrCount(const fs::path& first, std::size_t count) {
   return count == 1 ? NameOf(first) : std::to_string(count) + " sounds";
@@ -71,29 +79,24 @@ fs::path SoundSet::PathAt(const SoundPlace& place) const {
   return Holds(place) ? At(place).FileNameAndPath() : fs::path();
 }
 
-std::string SoundSet::FullMessage(SlotKind kind) {
-  const Slot& slot = SlotOf(kind);
-  return slot.isList ? "Maximum number of " + std::string(slot.title) + " files reached" : "";
-}
-
-std::string SoundSet::Add(SlotKind kind, const fs::path& path) {
-  if (m_loading) return std::string(kBusy);
+base::Result<> SoundSet::Add(SlotKind kind, const fs::path& path) {
+  if (m_loading) return Busy();
   const bool isList = SlotOf(kind).isList;
-  if (isList && Rows(kind) == kListCapacity) return FullMessage(kind);
+  if (isList && Rows(kind) == kListCapacity) return FullList(SlotOf(kind));
   Moment before = Now();
   if (!m_configuration.AddFile(path, kind)) {
     // The model has emptied a single slot whose new file it refused; the person keeps the sound that is shown.
     PutBack(before.contents);
-    return std::string(kNotValid);
+    return NotValidFile();
   }
   if (!isList) m_missing.Forget(kind);
   Remember(std::move(before), "Add " + NameOf(path));
   Tell({kind});
-  return "";
+  return {};
 }
 
-int SoundSet::Locate(const std::vector<LocatedSound>& found, const base::EventPump& pump) {
-  if (m_loading) return 0;
+base::Result<int> SoundSet::Locate(const std::vector<LocatedSound>& found, const base::EventPump& pump) {
+  if (m_loading) return Busy();
   Moment before = Now();
   std::vector<fs::path> filled;
   {
@@ -105,7 +108,7 @@ int SoundSet::Locate(const std::vector<LocatedSound>& found, const base::EventPu
       base::Pump(pump);
     }
   }
-  if (filled.empty()) return 0;
+  if (filled.empty()) return NotValidFile();
   Remember(std::move(before), "Locate " + NameOrCount(filled.front(), filled.size()));
   TellAll();
   return static_cast<int>(filled.size());
@@ -126,22 +129,22 @@ bool SoundSet::Fill(const SoundPlace& place, const fs::path& file) {
   return true;
 }
 
-std::string SoundSet::Remove(SlotKind kind, int position) {
+bool SoundSet::Remove(SlotKind kind, int position) {
   const SoundPlace place{kind, position};
-  if (m_loading) return std::string(kBusy);
-  if (!HasRow(place)) return "";
+  if (m_loading) return false;
+  if (!HasRow(place)) return true;
   Moment before = Now();
   const std::string name = NameOf(PathAt(place));
   if (Holds(place)) m_configuration.RemoveFile(PositionOf(place), kind);
   m_missing.CloseRow(place);
   Remember(std::move(before), "Remove " + name);
   Tell({kind});
-  return "";
+  return true;
 }
 
-std::string SoundSet::Move(SlotKind kind, int from, int to) {
-  if (m_loading) return std::string(kBusy);
-  if (!HasRow({kind, from}) || !HasRow({kind, to}) || from == to) return "";
+bool SoundSet::Move(SlotKind kind, int from, int to) {
+  if (m_loading) return false;
+  if (!HasRow({kind, from}) || !HasRow({kind, to}) || from == to) return true;
   Moment before = Now();
   const std::string name = NameOf(PathAt({kind, from}));
   const bool isSound = Holds({kind, from});
@@ -150,29 +153,32 @@ std::string SoundSet::Move(SlotKind kind, int from, int to) {
   if (isSound) m_configuration.MoveFile(kind, position, PositionOf({kind, to}));
   Remember(std::move(before), "Move " + name);
   Tell({kind});
-  return "";
+  return true;
 }
 
-std::string SoundSet::MoveTo(const SoundPlace& from, SlotKind kind, int to) {
-  if (from.kind == kind) return Move(kind, from.position, std::clamp(to, 1, std::max(1, Rows(kind))));
-  return Transfer(from, kind, to, false);
+base::Result<> SoundSet::MoveTo(const SoundPlace& from, SlotKind kind, int to) {
+  if (from.kind != kind) return Transfer(from, kind, to, false);
+  if (!Move(kind, from.position, std::clamp(to, 1, std::max(1, Rows(kind))))) return Busy();
+  return {};
 }
 
-std::string SoundSet::CopyTo(const SoundPlace& from, SlotKind kind, int to) { return Transfer(from, kind, to, true); }
+base::Result<> SoundSet::CopyTo(const SoundPlace& from, SlotKind kind, int to) {
+  return Transfer(from, kind, to, true);
+}
 
-std::string SoundSet::Transfer(const SoundPlace& from, SlotKind kind, int to, bool copy) {
+base::Result<> SoundSet::Transfer(const SoundPlace& from, SlotKind kind, int to, bool copy) {
   const bool isList = SlotOf(kind).isList;
-  if (m_loading) return std::string(kBusy);
-  if (!HasRow(from) || (from.kind == kind && !isList)) return "";
-  if (isList && Rows(kind) == kListCapacity) return FullMessage(kind);
+  if (m_loading) return Busy();
+  if (!HasRow(from) || (from.kind == kind && !isList)) return {};
+  if (isList && Rows(kind) == kListCapacity) return FullList(SlotOf(kind));
   // Nobody knows whether a missing one is a sound at all.
-  if (!Holds(from)) return std::string(kNotValid);
+  if (!Holds(from)) return NotValidFile();
   Moment before = Now();
   const fs::path path = At(from).FileNameAndPath();
   const std::int16_t volume = At(from).Volume();
   if (!m_configuration.AddFile(path, kind)) {
     PutBack(before.contents);
-    return std::string(kNotValid);
+    return NotValidFile();
   }
   const int end = Count(kind);
   m_configuration.SetVolume(kind, end, volume);
@@ -192,16 +198,16 @@ std::string SoundSet::Transfer(const SoundPlace& from, SlotKind kind, int to, bo
   }
   Remember(std::move(before), (copy ? "Copy " : "Move ") + NameOf(path));
   Tell({from.kind, kind});
-  return "";
+  return {};
 }
 
-std::string SoundSet::SetVolume(const std::vector<SoundPlace>& places, std::int16_t percent) {
-  if (m_loading) return std::string(kBusy);
+bool SoundSet::SetVolume(const std::vector<SoundPlace>& places, std::int16_t percent) {
+  if (m_loading) return false;
   std::vector<SoundPlace> held;
   for (const SoundPlace& place : places)
     if (Holds(place)) held.push_back(place);
   if (std::all_of(held.begin(), held.end(), [&](const SoundPlace& place) { return At(place).Volume() == percent; }))
-    return "";
+    return true;
   if (m_volumeStep != held) {
     Remember(Now(), "Change volume of " + NameOrCount(At(held.front()).FileNameAndPath(), held.size()));
     m_volumeStep = held;
@@ -210,21 +216,21 @@ std::string SoundSet::SetVolume(const std::vector<SoundPlace>& places, std::int1
   for (const Slot& slot : kSlots)
     if (std::any_of(held.begin(), held.end(), [&slot](const SoundPlace& place) { return place.kind == slot.kind; }))
       Tell({slot.kind});
-  return "";
+  return true;
 }
 
-std::string SoundSet::Clear() {
-  if (m_loading) return std::string(kBusy);
-  if (Path().empty() && SavesLike({})) return "";
+bool SoundSet::Clear() {
+  if (m_loading) return false;
+  if (Path().empty() && SavesLike({})) return true;
   Remember(Now(), "New set");
   PutBack({});
   m_origin = std::make_shared<Origin>();
   TellAll();
-  return "";
+  return true;
 }
 
 LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) {
-  if (m_loading) return {false, {}, 0, std::string(kBusy)};
+  if (m_loading) return {Busy(), {}, 0};
   Moment before = Now();
   LoadResult result;
   {
@@ -239,11 +245,11 @@ LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) {
   return result;
 }
 
-std::string SoundSet::Save(const fs::path& path, base::Disk& disk, Missing missing) {
-  if (m_loading) return std::string(kBusy);
+base::Result<> SoundSet::Save(const fs::path& path, base::Disk& disk, Missing missing) {
+  if (m_loading) return Busy();
   const bool leavesOut = missing == Missing::LeaveOut && !m_missing.IsEmpty();
-  std::string failure = ConfigurationFile::Save(m_configuration, path, disk, leavesOut ? MissingSounds() : m_missing);
-  if (!failure.empty()) return failure;
+  base::Result<> saved = ConfigurationFile::Save(m_configuration, path, disk, leavesOut ? MissingSounds() : m_missing);
+  if (!saved) return saved;
   if (leavesOut) {
     const std::vector<MissingSound>& sounds = m_missing.All();
     Remember(Now(), "Leave out " + NameOrCount(sounds.front().path, sounds.size()));
@@ -257,7 +263,7 @@ std::string SoundSet::Save(const fs::path& path, base::Disk& disk, Missing missi
     TellAll();
   else
     Tell({});
-  return "";
+  return {};
 }
 
 void SoundSet::Undo() {

@@ -7,10 +7,10 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "base/EventPump.h"
+#include "base/Result.h"
 #include "sound/ConfigurationFile.h"
 #include "sound/LSU_Configuration.h"
 #include "sound/MissingSounds.h"
@@ -30,8 +30,8 @@ struct LocatedSound {
 /// Everything that a person does to the set of sounds: each change can be undone and redone, and the set knows whether
 /// it differs from its file. The configuration is the owner's; while the set lives, all changes go through it.
 ///
-/// Methods that can fail in service return "" or the text for the person; nothing has then changed. While a set is
-/// loaded, everything else is refused with kBusy.
+/// When a method fails, nothing has changed, and the text is for the person. While a set is loaded, everything else is
+/// refused: with Busy, or with false where nothing else can go wrong.
 ///
 /// Sounds that could not be loaded keep their rows: they are no part of the configuration, yet move, go and come back
 /// like all others, and are saved with the set unless the person leaves them out.
@@ -41,8 +41,6 @@ class SoundSet {
   enum class Missing { Keep, LeaveOut };
   /// Steps that can be undone; older ones are forgotten.
   static constexpr std::size_t kHistory = 100;
-  static constexpr std::string_view kNotValid = "Not a valid file";
-  static constexpr std::string_view kBusy = "Please wait until the sounds are loaded";
 
   /// Everything that changes while it lives is one step to undo.
   class Group {
@@ -78,40 +76,36 @@ class SoundSet {
   /// The path of the sound in that row, missing or not; empty when there is no such row.
   [[nodiscard]] std::filesystem::path PathAt(const SoundPlace& place) const;
 
-  /// Puts the file into the slot: a single slot's sound is replaced, a list grows at its end. A full list reads
-  /// nothing and returns FullMessage(), a file that is no sound returns kNotValid.
-  [[nodiscard]] std::string Add(SlotKind kind, const std::filesystem::path& path);
-  /// The message for a list that holds 12 files already; "" for a single slot.
-  [[nodiscard]] static std::string FullMessage(SlotKind kind);
+  /// Puts the file into the slot: a single slot's sound is replaced, a list grows at its end. Fails with Full when the
+  /// list holds 12 files already, of which nothing is read then, with NotValid when the file is no sound.
+  base::Result<> Add(SlotKind kind, const std::filesystem::path& path);
 
   /// Puts files in the places of missing sounds, with their volumes: for each the first that is a sound. One step to
-  /// undo; `pump` gets its turn after every sound. Returns how many were found, 0 while a set is loaded.
-  int Locate(const std::vector<LocatedSound>& found, const base::EventPump& pump = {});
+  /// undo; `pump` gets its turn after every sound. Returns how many were found; fails with NotValid when it is none.
+  base::Result<int> Locate(const std::vector<LocatedSound>& found, const base::EventPump& pump = {});
 
   /// Takes a sound out. In a list the later ones move up, while volumes stay with their positions. Nothing happens
   /// when there is no such sound.
-  std::string Remove(SlotKind kind, int position);
+  bool Remove(SlotKind kind, int position);
   /// Moves a sound, also one that is missing, inside its list, together with its volume.
-  std::string Move(SlotKind kind, int from, int to);
+  bool Move(SlotKind kind, int from, int to);
   /// Moves or copies a sound with its volume into another slot, in a list to the position `to` (beyond the end: to the
   /// end). Refused like Add(); the sound then stays where it was.
-  [[nodiscard]] std::string MoveTo(const SoundPlace& from, SlotKind kind, int to);
-  [[nodiscard]] std::string CopyTo(const SoundPlace& from, SlotKind kind, int to);
+  base::Result<> MoveTo(const SoundPlace& from, SlotKind kind, int to);
+  base::Result<> CopyTo(const SoundPlace& from, SlotKind kind, int to);
   /// Sets the volume of these sounds in percent; missing ones keep theirs. Changes of the same sounds right after one
   /// another are one step to undo.
-  std::string SetVolume(const std::vector<SoundPlace>& places, std::int16_t percent);
-  std::string SetVolume(SlotKind kind, int position, std::int16_t percent) {
-    return SetVolume({{kind, position}}, percent);
-  }
+  bool SetVolume(const std::vector<SoundPlace>& places, std::int16_t percent);
+  bool SetVolume(SlotKind kind, int position, std::int16_t percent) { return SetVolume({{kind, position}}, percent); }
 
   /// Empties all slots and starts a set without a name.
-  std::string Clear();
+  bool Clear();
   /// Loads a configuration file; `pump` gets its turn after every sound. What a file that is not valid held up to its
   /// flaw stays loaded, under the name of the set before.
   [[nodiscard]] LoadResult Load(const std::filesystem::path& path, const base::EventPump& pump = {});
   /// Saves the set, which then bears the file's name. Missing sounds that are left out go from the set too, as a step
-  /// to undo. Returns "" or a text that names the file and what is wrong.
-  [[nodiscard]] std::string Save(const std::filesystem::path& path, base::Disk& disk, Missing missing = Missing::Keep);
+  /// to undo. Fails like ConfigurationFile::Save().
+  base::Result<> Save(const std::filesystem::path& path, base::Disk& disk, Missing missing = Missing::Keep);
   /// Whether Load() or Locate() is under way.
   [[nodiscard]] bool IsLoading() const { return m_loading; }
 
@@ -180,7 +174,7 @@ class SoundSet {
   void Remember(Moment&& before, std::string text);
   /// The last step of `from` is taken back and becomes the last of `to`.
   void Travel(std::deque<Step>& from, std::deque<Step>& to);
-  std::string Transfer(const SoundPlace& from, SlotKind kind, int to, bool copy);
+  base::Result<> Transfer(const SoundPlace& from, SlotKind kind, int to, bool copy);
   /// Tells the listeners that these slots have changed, and all that follows from it.
   void Tell(std::initializer_list<SlotKind> kinds) const;
   void TellAll() const;

@@ -13,6 +13,7 @@
 #include <thread>
 #include <utility>
 
+#include "core/base/PathText.h"
 #include "platform/desktop/WavFile.h"
 
 namespace kestrin::platform::desktop {
@@ -24,9 +25,11 @@ constexpr std::uint32_t kChunkMilliseconds = 20;
 constexpr std::uint32_t kBufferMilliseconds = 200;
 constexpr std::chrono::milliseconds kGoodBye{500};
 
-constexpr const char* kNoService =
-    "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and play the "
-    "sound again.";
+core::base::Failure NoService() {
+  return {core::base::FailureKind::Failed,
+          "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and play "
+          "the sound again."};
+}
 
 struct CloseStream {
   void operator()(pa_simple* stream) const { pa_simple_free(stream); }
@@ -51,7 +54,7 @@ Stream OpenStream(const WavFile& wav) {
 struct PulsePlayer::Job {
   /// Open from the beginning, so that another file may take its name while this one is read.
   std::ifstream file;
-  std::string name;
+  std::filesystem::path name;
 
   std::mutex mutex;
   std::condition_variable changed;
@@ -59,7 +62,7 @@ struct PulsePlayer::Job {
   bool read = false;
   bool connected = false;
   bool done = false;
-  std::string problem;
+  core::base::Result<> ended;
 
   [[nodiscard]] bool IsStopped() {
     const std::lock_guard lock(mutex);
@@ -73,15 +76,15 @@ struct PulsePlayer::Job {
     const std::lock_guard lock(mutex);
     connected = true;
   }
-  void End(std::string why) {
+  void End(core::base::Result<> how) {
     const std::lock_guard lock(mutex);
     done = true;
-    if (!stop) problem = std::move(why);
+    if (!stop) ended = std::move(how);
     changed.notify_all();
   }
 
-  /// What the sound's thread does. Returns "" or the text for the person.
-  [[nodiscard]] std::string Run() {
+  /// What the sound's thread does.
+  core::base::Result<> Run() {
     const std::optional<WavFile> wav = WavFile::Read(file);
     file.close();
     if (!wav) return Unreadable();
@@ -89,31 +92,34 @@ struct PulsePlayer::Job {
     return Play(*wav);
   }
 
-  [[nodiscard]] std::string Unreadable() const {
-    return "The sound's copy \"" + name + "\" cannot be read. Play the sound again.";
+  [[nodiscard]] core::base::Failure Unreadable() const {
+    return {core::base::FailureKind::Failed,
+            "The sound's copy " + core::base::Quoted(name) + " cannot be read. Play the sound again."};
   }
 
  private:
-  [[nodiscard]] std::string Play(const WavFile& wav) {
+  core::base::Result<> Play(const WavFile& wav) {
     const Stream stream = OpenStream(wav);
-    if (stream == nullptr) return kNoService;
+    if (stream == nullptr) return NoService();
     SetConnected();
     int error = 0;
     const auto failed = [&error] {
-      return std::string("The sound service stopped playing (") + pa_strerror(error) + "). Play the sound again.";
+      return core::base::Failure{core::base::FailureKind::Failed, std::string("The sound service stopped playing (") +
+                                                                      pa_strerror(error) + "). Play the sound again."};
     };
     const std::size_t chunk = std::max<std::size_t>(BytesOf(wav, kChunkMilliseconds), wav.channels * std::size_t{2});
     for (std::string_view rest = wav.samples; !rest.empty();) {
       if (IsStopped()) {
         static_cast<void>(pa_simple_flush(stream.get(), &error));
-        return "";
+        return {};
       }
       const std::string_view part = rest.substr(0, chunk);
       if (pa_simple_write(stream.get(), part.data(), part.size(), &error) < 0) return failed();
       rest.remove_prefix(part.size());
     }
     // Not before the last sample was heard.
-    return pa_simple_drain(stream.get(), &error) < 0 ? failed() : "";
+    if (pa_simple_drain(stream.get(), &error) < 0) return failed();
+    return {};
   }
 };
 
@@ -127,7 +133,7 @@ PulsePlayer::~PulsePlayer() {
 void PulsePlayer::Play(const std::filesystem::path& wav) {
   Stop();
   m_job = std::make_shared<Job>();
-  m_job->name = wav.filename().string();
+  m_job->name = wav.filename();
   m_job->file.open(wav, std::ios::binary);
   if (!m_job->file.is_open()) {
     m_job->End(m_job->Unreadable());
@@ -145,17 +151,17 @@ void PulsePlayer::Stop() {
 core::sound::SoundPlayer::Status PulsePlayer::Look() {
   if (m_job == nullptr) return {};
   const std::lock_guard lock(m_job->mutex);
-  if (m_job->done) return {false, m_job->problem};
+  if (m_job->done) return {false, m_job->ended};
   if (m_job->stop) return {};
   // Only the service is given up; a slow disk is waited for.
   if (!m_job->read) m_readUntil = m_clock.Now();
   if (!m_job->connected && m_clock.Now() - m_readUntil > kPatience) {
     m_job->stop = true;
     m_job->done = true;
-    m_job->problem = kNoService;
-    return {false, m_job->problem};
+    m_job->ended = NoService();
+    return {false, m_job->ended};
   }
-  return {true, ""};
+  return {true, {}};
 }
 
 }  // namespace kestrin::platform::desktop

@@ -10,7 +10,10 @@ class AbsentPlayer final : public core::sound::SoundPlayer {
   void Play(const std::filesystem::path&) override { m_asked = true; }
   void Stop() override { m_asked = false; }
   [[nodiscard]] Status Look() override {
-    return {false, m_asked ? "This build of the program cannot play sounds: it was made without a sound library." : ""};
+    if (!m_asked) return {};
+    return {false,
+            core::base::Failure{core::base::FailureKind::Failed,
+                                "This build of the program cannot play sounds: it was made without a sound library."}};
   }
 
  private:

@@ -25,7 +25,8 @@ class WindowsPlayer final : public core::sound::SoundPlayer {
     std::ifstream file(wav, std::ios::binary);
     m_bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     if (!read || !PlaySoundA(m_bytes.data(), nullptr, SND_MEMORY | SND_ASYNC | SND_NODEFAULT)) {
-      m_problem = "Windows cannot play the sound. Check the loudspeaker and play it again.";
+      m_ended = core::base::Failure{core::base::FailureKind::Failed,
+                                    "Windows cannot play the sound. Check the loudspeaker and play it again."};
       return;
     }
     const auto bytesPerSecond = std::int64_t{read->samplesPerSecond} * read->channels * 2;
@@ -36,16 +37,16 @@ class WindowsPlayer final : public core::sound::SoundPlayer {
   void Stop() override {
     PlaySoundA(nullptr, nullptr, 0);
     m_end = {};
-    m_problem.clear();
+    m_ended = {};
   }
 
-  [[nodiscard]] Status Look() override { return {m_clock.Now() < m_end, m_problem}; }
+  [[nodiscard]] Status Look() override { return {m_clock.Now() < m_end, m_ended}; }
 
  private:
   const core::base::Clock& m_clock;
   std::string m_bytes;
   core::base::Clock::Duration m_end{};
-  std::string m_problem;
+  core::base::Result<> m_ended;
 };
 
 }  // namespace

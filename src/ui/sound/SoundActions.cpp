@@ -21,20 +21,24 @@ class SoundActions::Work {
   Work& operator=(const Work&) = delete;
 
   /// Takes the answer of the set about a file. False: there is no use in going on.
-  bool Take(const std::string& answer, const fs::path& path) {
+  bool Take(const core::base::Result<>& answer, const fs::path& path) {
     ++m_files;
     // Measuring sounds takes a while; the window shows what has been done.
     if (m_files > 1) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    if (answer == core::sound::SoundSet::kNotValid)
-      m_notValid.append(FileName(path));
-    else if (!answer.empty())
-      m_end = TextFrom(std::string_view(answer));
-    return m_end.isEmpty();
+    if (answer) return true;
+    const QString text = QString::fromStdString(answer.Text());
+    if (answer.Why().kind != core::base::FailureKind::NotValid) {
+      m_end = text;
+      return false;
+    }
+    m_notValidText = text;
+    m_notValid.append(FileName(path));
+    return true;
   }
 
   [[nodiscard]] QString Message() const {
     QStringList lines;
-    if (!m_notValid.isEmpty()) lines.append(TextFrom(core::sound::SoundSet::kNotValid));
+    if (!m_notValid.isEmpty()) lines.append(m_notValidText);
     // With one file the person knows which.
     if (m_files > 1) lines.append(m_notValid);
     if (!m_end.isEmpty()) lines.append(m_end);
@@ -44,6 +48,7 @@ class SoundActions::Work {
  private:
   SoundActions& m_actions;
   core::sound::SoundSet::Group m_group;
+  QString m_notValidText;
   QStringList m_notValid;
   QString m_end;
   int m_files = 0;
@@ -78,9 +83,9 @@ void SoundActions::Add(core::sound::SlotKind kind, const std::vector<fs::path>& 
   {
     Work work(*this);
     for (const fs::path& path : WithoutFolders(paths)) {
-      const std::string answer = m_set.Add(kind, path);
-      if (answer.empty() && isList && to < m_set.Rows(kind)) m_set.Move(kind, m_set.Rows(kind), to++);
-      if (!work.Take(answer, path) || (answer.empty() && !isList)) break;
+      const core::base::Result<> answer = m_set.Add(kind, path);
+      if (answer && isList && to < m_set.Rows(kind)) m_set.Move(kind, m_set.Rows(kind), to++);
+      if (!work.Take(answer, path) || (answer && !isList)) break;
     }
     text = work.Message();
   }
@@ -113,10 +118,10 @@ void SoundActions::Bring(core::sound::SlotKind from, const std::vector<int>& pos
       if (from == kind && position >= to) now += done;
       if (!m_set.HasRow({from, now})) continue;
       const fs::path path = m_set.PathAt({from, now});
-      const std::string answer =
+      const core::base::Result<> answer =
           copy ? m_set.CopyTo({from, now}, kind, to + done) : m_set.MoveTo({from, now}, kind, to + done);
-      if (answer.empty()) ++done;
-      if (!work.Take(answer, path) || (answer.empty() && !core::sound::SlotOf(kind).isList)) break;
+      if (answer) ++done;
+      if (!work.Take(answer, path) || (answer && !core::sound::SlotOf(kind).isList)) break;
     }
     text = work.Message();
   }

@@ -1,6 +1,7 @@
 #include "ui/window/Preview.h"
 
 #include <atomic>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -20,7 +21,7 @@ constexpr int kLookInterval = 20;
 /// The making of one copy. The thread's results may be read once `done` is set.
 struct Preview::Job {
   std::filesystem::path sound;
-  core::sound::PreviewFile::Written written;
+  std::optional<core::base::Result<std::filesystem::path>> written;
   std::atomic<bool> done = false;
   std::thread thread;
 
@@ -76,7 +77,7 @@ void Preview::Look() {
 void Preview::LookAtJob() {
   if (!m_job->done) return;
   const std::filesystem::path sound = m_job->sound;
-  const core::sound::PreviewFile::Written written = m_job->written;
+  const core::base::Result<std::filesystem::path> written = *m_job->written;
   m_job.reset();
   if (m_wanted.empty()) return;
   if (m_wanted != sound) {
@@ -85,11 +86,11 @@ void Preview::LookAtJob() {
   }
   m_wanted.clear();
   emit preparing(false);
-  if (!written.problem.empty()) {
-    emit failed(QString::fromStdString(written.problem));
+  if (!written) {
+    emit failed(QString::fromStdString(written.Text()));
     return;
   }
-  m_player.Play(written.path);
+  m_player.Play(*written);
   m_playing = true;
   emit playing(kit::TextOf(sound));
 }
@@ -99,7 +100,7 @@ void Preview::LookAtPlayer() {
   const core::sound::SoundPlayer::Status status = m_player.Look();
   if (status.playing) return;
   EndPlaying();
-  if (!status.problem.empty()) emit failed(QString::fromStdString(status.problem));
+  if (!status.ended) emit failed(QString::fromStdString(status.ended.Text()));
 }
 
 void Preview::EndPlaying() {

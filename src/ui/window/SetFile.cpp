@@ -133,9 +133,8 @@ std::optional<core::sound::SoundSet::Missing> SetFile::AskMissing() {
 }
 
 bool SetFile::Write(const std::filesystem::path& path, core::sound::SoundSet::Missing missing) {
-  const std::string problem = m_set.Save(path, m_disk, missing);
-  if (!problem.empty()) {
-    m_dialogs.ShowError(QString::fromStdString(problem));
+  if (const core::base::Result<> saved = m_set.Save(path, m_disk, missing); !saved) {
+    m_dialogs.ShowError(QString::fromStdString(saved.Text()));
     return false;
   }
   Remember(path);

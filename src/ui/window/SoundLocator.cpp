@@ -65,7 +65,8 @@ bool SoundLocator::LookBelow(const std::filesystem::path& folder) {
     return !m_stopped;
   });
   for (std::size_t i = 0; i < located.size(); ++i) located[i].files = std::move(result.files[i]);
-  m_set.Locate(located, pump);
+  // How many are missing still tells the person enough.
+  static_cast<void>(m_set.Locate(located, pump));
   emit searching(false);
   return result.complete;
 }
@@ -76,8 +77,9 @@ void SoundLocator::LocateOne(const core::sound::SoundPlace& place) {
   const QString file =
       m_dialogs.OpenFile(tr("Locate %1").arg(kit::TextOf(missing->path)), StartFolder(missing->path),
                          kit::QtFileFilter("Sound files (*.lsu)|*.lsu|All files (*.*)|*.*"), kit::HelpContext::Files);
-  if (!file.isEmpty() && m_set.Locate({{place, {kit::PathOf(file)}}}) == 0)
-    m_dialogs.ShowError(QString::fromUtf8(core::sound::SoundSet::kNotValid.data()));
+  if (file.isEmpty()) return;
+  if (const auto located = m_set.Locate({{place, {kit::PathOf(file)}}}); !located)
+    m_dialogs.ShowError(QString::fromStdString(located.Text()));
 }
 
 QString SoundLocator::StartFolder(const std::filesystem::path& nearby) const {

@@ -60,7 +60,7 @@ TEST_F(ConfigurationFileDamage, DamagedLinesEndTheLoadAndTheDetailNamesTheLine) 
     const LoadResult result = Load(row.bytes);
     EXPECT_FALSE(result.valid) << row.bytes;
     EXPECT_EQ(result.Message(), "Not a valid configuration file");
-    EXPECT_EQ(result.detail,
+    EXPECT_EQ(result.valid.Text(),
               (m_folder / "set.lscfg").string() + ", line " + std::to_string(row.line) + ": " + row.expected);
   }
 }
@@ -80,14 +80,14 @@ TEST_F(ConfigurationFileDamage, AListLineNeedsItsKeywordAndANumberFrom0To12) {
 TEST_F(ConfigurationFileDamage, AFileCutOffAnywhereIsNotValidUnlessOnlyItsLastLineEndIsGone) {
   LSU_Configuration full;
   support::FillEverySlot(full, m_folder);
-  ASSERT_EQ(ConfigurationFile::Save(full, m_folder / "full.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(ConfigurationFile::Save(full, m_folder / "full.lscfg", support::AnyDisk()).Text(), "");
   const std::string text = support::ReadBytes(m_folder / "full.lscfg");
   // From the last volume's first digit on nothing tells a shorter number from a whole one.
   const std::size_t lastLine = text.rfind(" 100\r\n");
   for (std::size_t length = 0; length <= text.size(); ++length) {
     const LoadResult result = Load(text.substr(0, length));
-    EXPECT_EQ(result.valid, length > lastLine) << length;
-    EXPECT_EQ(result.detail.empty(), result.valid) << length;
+    EXPECT_EQ(static_cast<bool>(result.valid), length > lastLine) << length;
+    EXPECT_EQ(result.valid.Text().empty(), length > lastLine) << length;
   }
 }
 
@@ -139,7 +139,7 @@ TEST_F(ConfigurationFileDamage, WhatCannotBeOpenedAsAConfigurationIsNamed) {
     const LoadResult result = ConfigurationFile::Load(path, m_configuration, m_view);
     EXPECT_FALSE(result.valid) << path;
     EXPECT_EQ(result.Message(), "Not a valid configuration file") << path;
-    EXPECT_NE(result.detail.find(path.string() + ": "), std::string::npos) << result.detail;
+    EXPECT_NE(result.valid.Text().find(path.string() + ": "), std::string::npos) << result.valid.Text();
   }
 }
 

@@ -67,7 +67,7 @@ TEST_F(ConfigurationFileLoad, FillsSlotsListsAndVolumesAndShowsEachStep) {
   const LoadResult result = Load(FullText());
   EXPECT_TRUE(result.valid);
   EXPECT_EQ(result.Message(), "");
-  EXPECT_EQ(result.detail, "");
+  EXPECT_EQ(result.valid.Text(), "");
   ExpectFull();
   EXPECT_EQ(m_view.Calls(), (Calls{"empty boot",
                                    "show boot 1 boot.lsu",
@@ -105,7 +105,7 @@ TEST_F(ConfigurationFileLoad, LineEndsMayBeEitherAndTheLastMayBeMissing) {
                                    text + "more than any reader looks at"}) {
     m_configuration = LSU_Configuration();
     const LoadResult result = Load(bytes);
-    EXPECT_TRUE(result.valid) << result.detail;
+    EXPECT_TRUE(result.valid) << result.valid.Text();
     ExpectFull();
   }
 }
@@ -180,7 +180,7 @@ TEST_F(ConfigurationFileLoad, AnEmptyPathInAListTakesNoPosition) {
   text.replace(text.find("MOTION-2\r\n"), 10, "MOTION-4\r\n\r\n 91\r\n");
   text.replace(text.find("IMPACT-1\r\n"), 10, "\r\n 92\r\nIMPACT-1\r\n");
   const LoadResult result = Load(text);
-  EXPECT_TRUE(result.valid) << result.detail;
+  EXPECT_TRUE(result.valid) << result.valid.Text();
   EXPECT_EQ(result.Message(), "");
   ExpectFull();
 }
@@ -193,7 +193,7 @@ TEST_F(ConfigurationFileLoad, FilesThatAreGoneOrNotValidAreListedAndTheRestLoads
       Text({"BOOT", silent,         " 61", "PWRON",    At("on.lsu"), " 12", "PWROFF",   none,         " 63",
             "IDLE", At("idle.lsu"), " 14", "MOTION-4", At("m1.lsu"), " 21", none,       " 64",        At("notes.txt"),
             " 65",  At("m2.lsu"),   " 22", "IMPACT-1", At(""),       " 66", "LOCKUP-1", At("l1.lsu"), " 41"}));
-  EXPECT_TRUE(result.valid) << result.detail;
+  EXPECT_TRUE(result.valid) << result.valid.Text();
   EXPECT_EQ(result.Message(), "The following files could not be found or are not valid:\n" + silent + "\n" + none +
                                   "\n" + none + "\n" + At("notes.txt") + "\n" + At(""));
   // Their rows count those that loaded, too.
@@ -269,7 +269,7 @@ TEST_F(ConfigurationFileLoad, WhatMovedTogetherWithTheFileIsFoundBesideIt) {
                                 "/old/knight/swings/m1.lsu", " 21", "IMPACT-0", "LOCKUP-0"});
   const LoadResult result =
       ConfigurationFile::Load(support::WriteBytes(away / "ember/knight/sets/a.lscfg", set), m_configuration, m_view);
-  EXPECT_TRUE(result.valid) << result.detail;
+  EXPECT_TRUE(result.valid) << result.valid.Text();
   EXPECT_EQ(result.foundBeside, 3);
   EXPECT_EQ(result.failed, (std::vector<MissingSound>{{{SlotKind::Idle, 1}, "/old/idle.lsu", 14}}));
   EXPECT_EQ(m_configuration.FileAt(SlotKind::Boot).FileNameAndPath(), boot);

@@ -19,7 +19,7 @@ using support::TemporaryFolder;
 
 TEST(ConfigurationFileSave, AnEmptyConfigurationIsExactlyTheseLines) {
   const TemporaryFolder folder;
-  EXPECT_EQ(ConfigurationFile::Save(LSU_Configuration(), folder / "a.lscfg", support::AnyDisk()), "");
+  EXPECT_EQ(ConfigurationFile::Save(LSU_Configuration(), folder / "a.lscfg", support::AnyDisk()).Text(), "");
   EXPECT_EQ(ReadBytes(folder / "a.lscfg"),
             "BOOT\r\n\r\n 100\r\n"
             "PWRON\r\n\r\n 100\r\n"
@@ -36,7 +36,7 @@ TEST(ConfigurationFileSave, PathsAndVolumesStandInTheOrderOfTheFlash) {
   FillEverySlot(configuration, folder, 2);
   std::int16_t volume = -2;
   for (const SlotFile& entry : configuration.FilesInFlashOrder()) entry.file->SetVolume(volume++);
-  EXPECT_EQ(ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk()), "");
+  EXPECT_EQ(ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk()).Text(), "");
   const std::string at = folder.Path().string() + static_cast<char>(fs::path::preferred_separator);
   EXPECT_EQ(ReadBytes(folder / "a.lscfg"),
             "BOOT\r\n" + at + "boot.lsu\r\n-2\r\n" + "PWRON\r\n" + at + "pwron.lsu\r\n-1\r\n" + "PWROFF\r\n" + at +
@@ -55,12 +55,12 @@ TEST(ConfigurationFileSave, WhatWasSavedLoadsBackTheSame) {
     for (const SlotFile& entry : saved.FilesInFlashOrder()) entry.file->SetVolume(volume += 7);
     saved.SetVolume(SlotKind::Idle, 1, -32768);
     saved.SetVolume(SlotKind::Boot, 1, 32767);
-    ASSERT_EQ(ConfigurationFile::Save(saved, folder / "a.lscfg", support::AnyDisk()), "");
+    ASSERT_EQ(ConfigurationFile::Save(saved, folder / "a.lscfg", support::AnyDisk()).Text(), "");
 
     LSU_Configuration loaded;
     support::RecordingConfigurationView view;
     const LoadResult result = ConfigurationFile::Load(folder / "a.lscfg", loaded, view);
-    EXPECT_TRUE(result.valid) << result.detail;
+    EXPECT_TRUE(result.valid) << result.valid.Text();
     EXPECT_EQ(result.Message(), "");
     EXPECT_EQ(loaded.TotalNrOfSamples(), saved.TotalNrOfSamples());
     const auto expected = saved.FilesInFlashOrder();
@@ -73,7 +73,7 @@ TEST(ConfigurationFileSave, WhatWasSavedLoadsBackTheSame) {
       EXPECT_EQ(found[i].file->NrOfSamples(), expected[i].file->NrOfSamples());
       EXPECT_EQ(found[i].file->Peak(), expected[i].file->Peak());
     }
-    EXPECT_EQ(ConfigurationFile::Save(loaded, folder / "b.lscfg", support::AnyDisk()), "");
+    EXPECT_EQ(ConfigurationFile::Save(loaded, folder / "b.lscfg", support::AnyDisk()).Text(), "");
     EXPECT_EQ(ReadBytes(folder / "b.lscfg"), ReadBytes(folder / "a.lscfg"));
   }
 }
@@ -88,7 +88,7 @@ TEST(ConfigurationFileSave, MissingSoundsStandInTheirPlaces) {
   missing.Put({{SlotKind::Motion, 1}, "C:\\gone\\m.lsu", -3});
   missing.Put({{SlotKind::Impact, 1}, "/gone/first.lsu", 60});
   missing.Put({{SlotKind::Impact, 3}, "/gone/third.lsu", 70});
-  EXPECT_EQ(ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk(), missing), "");
+  EXPECT_EQ(ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk(), missing).Text(), "");
   EXPECT_EQ(ReadBytes(folder / "a.lscfg"),
             "BOOT\r\n\r\n 100\r\n"
             "PWRON\r\n\r\n 100\r\n"
@@ -106,7 +106,7 @@ TEST(ConfigurationFileSave, NamesBeyondPlainLettersSurvive) {
   LSU_Configuration saved;
   const fs::path name(u8"gr\u00FC\u00DFe \u2694.lsu");
   ASSERT_TRUE(saved.AddFile(support::WriteSoundFile(folder / name, support::SomeSamples(100)), SlotKind::Boot));
-  ASSERT_EQ(ConfigurationFile::Save(saved, folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(ConfigurationFile::Save(saved, folder / "a.lscfg", support::AnyDisk()).Text(), "");
   EXPECT_NE(ReadBytes(folder / "a.lscfg")
                 .find("gr\xC3\xBC\xC3\x9F"
                       "e \xE2\x9A\x94.lsu\r\n"),
@@ -120,15 +120,17 @@ TEST(ConfigurationFileSave, NamesBeyondPlainLettersSurvive) {
 TEST(ConfigurationFileSave, AnOlderFileIsReplacedWhole) {
   const TemporaryFolder folder;
   support::WriteBytes(folder / "a.lscfg", std::string(100000, 'x'));
-  ASSERT_EQ(ConfigurationFile::Save(LSU_Configuration(), folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(ConfigurationFile::Save(LSU_Configuration(), folder / "a.lscfg", support::AnyDisk()).Text(), "");
   EXPECT_LT(fs::file_size(folder / "a.lscfg"), 100U);
 }
 
 TEST(ConfigurationFileSave, WhereNothingCanBeWrittenTheTextNamesTheFile) {
   const TemporaryFolder folder;
   const fs::path path = folder / "no such folder" / "a.lscfg";
-  EXPECT_NE(ConfigurationFile::Save(LSU_Configuration(), path, support::AnyDisk()).find(path.string()),
-            std::string::npos);
+  const base::Result<> saved = ConfigurationFile::Save(LSU_Configuration(), path, support::AnyDisk());
+  ASSERT_FALSE(saved);
+  EXPECT_EQ(saved.Why().kind, base::FailureKind::NotFound);
+  EXPECT_NE(saved.Text().find(path.string()), std::string::npos);
 }
 
 #ifndef _WIN32
@@ -143,7 +145,10 @@ TEST(ConfigurationFileSave, ANameThatNoLineCanHoldIsRefusedAndTheOlderFileStays)
        {Row{"line\nbreak.lsu", "line?break.lsu"}, {"return\rhere.lsu", "return?here.lsu"}}) {
     LSU_Configuration configuration;
     ASSERT_TRUE(support::AddSound(configuration, folder, SlotKind::Boot, name));
-    const std::string text = ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk());
+    const base::Result<> saved = ConfigurationFile::Save(configuration, folder / "a.lscfg", support::AnyDisk());
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.Why().kind, base::FailureKind::NotValid);
+    const std::string text = saved.Text();
     EXPECT_NE(text.find((folder / "a.lscfg").string()), std::string::npos) << text;
     EXPECT_NE(text.find(shown), std::string::npos) << text;
     EXPECT_EQ(ReadBytes(folder / "a.lscfg"), "older");

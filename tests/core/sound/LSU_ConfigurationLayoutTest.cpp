@@ -26,9 +26,8 @@ class LSU_ConfigurationLayout : public testing::Test {
     return AddSound(m_configuration, m_folder, kind, name, samples);
   }
   void MakeMap() {
-    const MemoryMapResult result = m_configuration.MakeMemoryMap([](int) { return true; });
-    ASSERT_TRUE(result.complete) << result.failure;
-    ASSERT_EQ(result.failure, "");
+    const base::Result<> result = m_configuration.MakeMemoryMap([](int) { return true; });
+    ASSERT_TRUE(result) << result.Text();
   }
 
   TemporaryFolder m_folder;
@@ -89,11 +88,11 @@ TEST_F(LSU_ConfigurationLayout, ProgressCountsSamplesInPercentHalvesToEven) {
   for (const Slot& slot : kSlots) ASSERT_TRUE(Add(slot.kind, std::string(slot.name) + ".lsu", 100));
   ASSERT_TRUE(Add(SlotKind::Lockup, "l2.lsu", 100));
   std::vector<int> percents;
-  const MemoryMapResult result = m_configuration.MakeMemoryMap([&](int percent) {
+  const base::Result<> result = m_configuration.MakeMemoryMap([&](int percent) {
     percents.push_back(percent);
     return true;
   });
-  EXPECT_TRUE(result.complete);
+  EXPECT_TRUE(result);
   EXPECT_EQ(percents, (std::vector<int>{12, 25, 38, 50, 62, 75, 88, 100}));
 }
 
@@ -101,9 +100,9 @@ TEST_F(LSU_ConfigurationLayout, StoppedItKeepsWhatIsCodedAndGivesNoAddresses) {
   FillEverySlot(m_configuration, m_folder);
   for (const SlotFile& entry : m_configuration.FilesInFlashOrder()) entry.file->SetStartAddress(-7);
   int steps = 0;
-  const MemoryMapResult result = m_configuration.MakeMemoryMap([&](int) { return ++steps < 3; });
-  EXPECT_FALSE(result.complete);
-  EXPECT_EQ(result.failure, "");
+  const base::Result<> result = m_configuration.MakeMemoryMap([&](int) { return ++steps < 3; });
+  ASSERT_FALSE(result);
+  EXPECT_EQ(result.Why().kind, base::FailureKind::Cancelled);
   EXPECT_EQ(steps, 3);
   const std::vector<SlotFile> files = m_configuration.FilesInFlashOrder();
   for (std::size_t i = 0; i < files.size(); ++i) {
@@ -114,37 +113,39 @@ TEST_F(LSU_ConfigurationLayout, StoppedItKeepsWhatIsCodedAndGivesNoAddresses) {
 
 TEST_F(LSU_ConfigurationLayout, AStopAfterTheLastFileIsStillAStop) {
   FillEverySlot(m_configuration, m_folder);
-  const MemoryMapResult result = m_configuration.MakeMemoryMap([](int percent) { return percent < 100; });
-  EXPECT_FALSE(result.complete);
-  EXPECT_EQ(result.failure, "");
+  const base::Result<> result = m_configuration.MakeMemoryMap([](int percent) { return percent < 100; });
+  ASSERT_FALSE(result);
+  EXPECT_EQ(result.Why().kind, base::FailureKind::Cancelled);
 }
 
 TEST_F(LSU_ConfigurationLayout, AFileThatIsGoneOrTooLoudIsNamed) {
   FillEverySlot(m_configuration, m_folder, 2);
   m_configuration.SetVolume(SlotKind::Impact, 2, 103);
   const std::string tooLoud = (m_folder / "impact 2.lsu").string();
-  MemoryMapResult result = m_configuration.MakeMemoryMap([](int) { return true; });
-  EXPECT_FALSE(result.complete);
-  EXPECT_EQ(result.failure, "\"" + tooLoud + "\" is too loud at 103 %. Lower its volume to 102 % or less.");
+  base::Result<> result = m_configuration.MakeMemoryMap([](int) { return true; });
+  ASSERT_FALSE(result);
+  EXPECT_EQ(result.Why().kind, base::FailureKind::NotValid);
+  EXPECT_EQ(result.Text(), "\"" + tooLoud + "\" is too loud at 103 %. Lower its volume to 102 % or less.");
 
   std::filesystem::remove(m_folder / "idle.lsu");
   result = m_configuration.MakeMemoryMap([](int) { return true; });
-  EXPECT_FALSE(result.complete);
-  EXPECT_EQ(result.failure,
+  ASSERT_FALSE(result);
+  EXPECT_EQ(result.Why().kind, base::FailureKind::NotFound);
+  EXPECT_EQ(result.Text(),
             "\"" + (m_folder / "idle.lsu").string() + "\" is no longer there. Put it back or choose another sound.");
 }
 
 TEST_F(LSU_ConfigurationLayout, ThePumpGetsItsTurnWhileFilesAreCoded) {
   FillEverySlot(m_configuration, m_folder);
   int turns = 0;
-  ASSERT_TRUE(m_configuration.MakeMemoryMap({}, [&] { ++turns; }).complete);
+  ASSERT_TRUE(m_configuration.MakeMemoryMap({}, [&] { ++turns; }));
   EXPECT_GE(turns, 7);
 }
 
 TEST_F(LSU_ConfigurationLayout, AnEmptyConfigurationHasEmptyStreams) {
   EXPECT_EQ(m_configuration.FlashBytesNeeded(), 515);
   std::vector<int> percents;
-  ASSERT_TRUE(m_configuration.MakeMemoryMap([&](int percent) { return percents.push_back(percent), true; }).complete);
+  ASSERT_TRUE(m_configuration.MakeMemoryMap([&](int percent) { return percents.push_back(percent), true; }));
   EXPECT_EQ(percents, (std::vector<int>{100, 100, 100, 100}));
   // Four streams of no bytes, each one byte behind the one before.
   const std::vector<std::uint8_t> expected{0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 2, 1, 0, 0,
@@ -194,7 +195,7 @@ TEST_F(LSU_ConfigurationLayout, TheTableGrowsBySixBytesForEachListFile) {
   EXPECT_EQ(m_configuration.GetFileTable().size(), 48U);
   LSU_Configuration full;
   FillEverySlot(full, m_folder, kListCapacity);
-  ASSERT_TRUE(full.MakeMemoryMap({}).complete);
+  ASSERT_TRUE(full.MakeMemoryMap({}));
   EXPECT_EQ(full.GetFileTable().size(), 30U + 6 * 36);
 }
 
@@ -204,7 +205,7 @@ TEST_F(LSU_ConfigurationLayout, TheBytesNeededAreThoseOfTheMapAlsoForOddCountsAn
     FillEverySlot(configuration, m_folder, entries);
     ASSERT_TRUE(AddSound(configuration, m_folder, SlotKind::Boot, "odd.lsu", 333));
     const std::int64_t needed = configuration.FlashBytesNeeded();
-    ASSERT_TRUE(configuration.MakeMemoryMap({}).complete);
+    ASSERT_TRUE(configuration.MakeMemoryMap({}));
     const LSU_SoundFile& last = configuration.GetLkFile(entries);
     EXPECT_EQ(needed, last.StartAddress() + last.NrOfBytes()) << entries;
   }

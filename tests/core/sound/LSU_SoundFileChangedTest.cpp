@@ -65,7 +65,7 @@ TEST(LSU_SoundFileChanged, AFileThatChangedIsNotCodedAndTheTextSaysWhy) {
       EXPECT_FALSE(file.Code()) << count << " " << change.name;
       EXPECT_EQ(file.NrOfBytes(), 0) << count << " " << change.name;
       EXPECT_EQ(file.GetFileCRC(), 0) << count << " " << change.name;
-      EXPECT_EQ(file.WhyNotCodable(), "\"" + (folder / "a.lsu").string() + "\"" + change.text)
+      EXPECT_EQ(file.CheckCodable().Text(), "\"" + (folder / "a.lsu").string() + "\"" + change.text)
           << count << " " << change.name;
     }
 }
@@ -93,7 +93,7 @@ TEST(LSU_SoundFileChanged, HalfASampleMoreIsNoChange) {
   LSU_SoundFile file;
   ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", samples)));
   support::WriteBytes(folder / "a.lsu", support::SoundFileBytes(samples) + "x");
-  EXPECT_EQ(file.WhyNotCodable(), "");
+  EXPECT_EQ(file.CheckCodable().Text(), "");
   EXPECT_TRUE(file.Code());
 }
 
@@ -115,7 +115,7 @@ TEST(LSU_SoundFileChanged, ALongerAndLouderFileHasChangedBeforeItIsTooLoud) {
   ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(100, 1000))));
   WriteSoundFile(folder / "a.lsu", SomeSamples(200, 30000));
   EXPECT_FALSE(file.Code());
-  EXPECT_EQ(file.WhyNotCodable(), "\"" + (folder / "a.lsu").string() + "\"" + kChanged);
+  EXPECT_EQ(file.CheckCodable().Text(), "\"" + (folder / "a.lsu").string() + "\"" + kChanged);
 }
 
 }  // namespace

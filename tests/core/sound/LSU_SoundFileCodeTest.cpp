@@ -36,7 +36,7 @@ class LSU_SoundFileCode : public testing::Test {
   }
   Bytes Code(const Samples& samples, int volume = 100) {
     Read(samples, volume);
-    EXPECT_EQ(m_file.WhyNotCodable(), "");
+    EXPECT_EQ(m_file.CheckCodable().Text(), "");
     EXPECT_TRUE(m_file.Code());
     return StreamOf(m_file);
   }
@@ -157,7 +157,7 @@ TEST_F(LSU_SoundFileCode, SlicesInsideTheStreamAreCopiedOthersLeaveTheArrayAlone
 }
 
 TEST_F(LSU_SoundFileCode, WithoutAFileTheStreamIsEmpty) {
-  EXPECT_EQ(m_file.WhyNotCodable(), "");
+  EXPECT_EQ(m_file.CheckCodable().Text(), "");
   EXPECT_TRUE(m_file.Code());
   EXPECT_EQ(m_file.NrOfBytes(), 0);
   EXPECT_EQ(m_file.GetFileCRC(), 0);
@@ -170,7 +170,7 @@ TEST_F(LSU_SoundFileCode, ThePumpGetsItsTurnOftenButNotForEveryPair) {
   EXPECT_GE(turns, 200000 / 50000);
   EXPECT_LE(turns, 200000 / 10000);
   turns = 0;
-  EXPECT_EQ(m_file.WhyNotCodable([&] { ++turns; }), "");
+  EXPECT_EQ(m_file.CheckCodable([&] { ++turns; }).Text(), "");
   EXPECT_GE(turns, 200000 / 50000);
 }
 
@@ -192,7 +192,7 @@ TEST_F(LSU_SoundFileCode, AVolumeThatNoLongerFitsTenBitsIsAnErrorNamingTheFile) 
     const std::string text =
         "\"" + (m_folder / "a.lsu").string() + "\" is too loud at " + std::to_string(volume) +
         (volume > 0 ? " %. Lower its volume to 102 % or less." : " %. Set its volume to between -102 % and 102 %.");
-    EXPECT_EQ(m_file.WhyNotCodable(), text);
+    EXPECT_EQ(m_file.CheckCodable().Text(), text);
     try {
       (void)m_file.Code();
       ADD_FAILURE() << volume << " was coded";
@@ -269,7 +269,7 @@ TEST_F(LSU_SoundFileCode, AnEntryThatMovedToAQuieterPositionMayBecomeTooLoud) {
     position.TakeOver(m_file);
     const std::string text = "\"" + (m_folder / "a.lsu").string() +
                              "\" is louder than was measured for its place in the list. Take it out and add it again.";
-    EXPECT_EQ(position.WhyNotCodable(), text);
+    EXPECT_EQ(position.CheckCodable().Text(), text);
     try {
       (void)position.Code();
       ADD_FAILURE() << peak << " was coded";
@@ -279,7 +279,7 @@ TEST_F(LSU_SoundFileCode, AnEntryThatMovedToAQuieterPositionMayBecomeTooLoud) {
     // And it helps.
     LSU_SoundFile again;
     ASSERT_TRUE(again.ReadFile(m_folder / "a.lsu"));
-    EXPECT_EQ(again.WhyNotCodable(), "");
+    EXPECT_EQ(again.CheckCodable().Text(), "");
   }
 }
 
@@ -301,13 +301,13 @@ TEST_F(LSU_SoundFileCode, AStreamIsAtMostAsLongAsTheTableCanSay) {
     ASSERT_TRUE(m_file.ReadFile(path));
   };
   readWith(11184810);
-  EXPECT_EQ(m_file.WhyNotCodable(), "");
+  EXPECT_EQ(m_file.CheckCodable().Text(), "");
   EXPECT_TRUE(m_file.Code());
   EXPECT_EQ(m_file.NrOfBytes(), 16777215);
   readWith(11184811);
   EXPECT_FALSE(m_file.Code());
   EXPECT_EQ(m_file.NrOfBytes(), 0);
-  EXPECT_EQ(m_file.WhyNotCodable(),
+  EXPECT_EQ(m_file.CheckCodable().Text(),
             "\"" + path.string() + "\" is longer than any board can hold. Choose a shorter sound.");
 }
 

@@ -19,26 +19,29 @@ TEST(PreviewFile, IsWrittenIntoTheFirstFolderThatTakesIt) {
   const auto sound = WriteSoundFile(folder / "hum.lsu", samples);
   // A file stands where the first folder would have to be.
   const std::array<std::filesystem::path, 3> folders{WriteBytes(folder / "file", "x"), "", folder / "new" / "place"};
-  const PreviewFile::Written written = PreviewFile::Write(sound, folders);
-  EXPECT_EQ(written.problem, "");
-  EXPECT_EQ(written.path, folder / "new" / "place" / "temp.wav");
-  EXPECT_EQ(support::ReadBytes(written.path).substr(44), support::SoundFileBytes(samples).substr(4));
+  const base::Result<std::filesystem::path> written = PreviewFile::Write(sound, folders);
+  ASSERT_TRUE(written) << written.Text();
+  EXPECT_EQ(*written, folder / "new" / "place" / "temp.wav");
+  EXPECT_EQ(support::ReadBytes(*written).substr(44), support::SoundFileBytes(samples).substr(4));
 }
 
 TEST(PreviewFile, SaysThatNoFolderTakesIt) {
   const TemporaryFolder folder;
   const auto sound = WriteSoundFile(folder / "hum.lsu", support::SomeSamples(60));
   const std::array<std::filesystem::path, 1> folders{WriteBytes(folder / "file", "x")};
-  const PreviewFile::Written written = PreviewFile::Write(sound, folders);
-  EXPECT_TRUE(written.path.empty());
-  EXPECT_NE(written.problem.find("temp.wav"), std::string::npos);
+  const base::Result<std::filesystem::path> written = PreviewFile::Write(sound, folders);
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Why().kind, base::FailureKind::Failed);
+  EXPECT_NE(written.Text().find("temp.wav"), std::string::npos);
 }
 
 TEST(PreviewFile, NamesAFileThatIsNoSound) {
   const TemporaryFolder folder;
   const std::array<std::filesystem::path, 1> folders{folder.Path()};
-  const PreviewFile::Written written = PreviewFile::Write(folder / "missing.lsu", folders);
-  EXPECT_NE(written.problem.find("missing.lsu"), std::string::npos);
+  const base::Result<std::filesystem::path> written = PreviewFile::Write(folder / "missing.lsu", folders);
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Why().kind, base::FailureKind::NotValid);
+  EXPECT_NE(written.Text().find("missing.lsu"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(folder / "temp.wav"));
 }
 

@@ -36,7 +36,7 @@ class SoundSetMissingTest : public support::SoundSetFixture {
   }
   void Load() {
     const LoadResult result = set.Load(File());
-    ASSERT_TRUE(result.valid) << result.detail;
+    ASSERT_TRUE(result.valid) << result.valid.Text();
     ASSERT_EQ(result.failed.size(), 3U);
   }
   /// All rows of a slot with their volumes, the missing ones in brackets, like "a.lsu@100 [b.lsu@80]".
@@ -77,8 +77,8 @@ TEST_F(SoundSetMissingTest, KeepTheirRowsAndAreNoPartOfTheConfiguration) {
   EXPECT_EQ(configuration.TotalNrOfSamples(), 400);
   // The first piece that is missing is the power on sound; with that and power off it would be the idle sound.
   EXPECT_EQ(configuration.CheckIntegrity(), 2);
-  EXPECT_EQ(set.Add(SlotKind::PwrOn, folder / "m1.lsu"), "");
-  EXPECT_EQ(set.Add(SlotKind::PwrOff, folder / "m1.lsu"), "");
+  EXPECT_EQ(set.Add(SlotKind::PwrOn, folder / "m1.lsu").Text(), "");
+  EXPECT_EQ(set.Add(SlotKind::PwrOff, folder / "m1.lsu").Text(), "");
   EXPECT_EQ(configuration.CheckIntegrity(), 7);
   EXPECT_THROW((void)set.At({SlotKind::Motion, 2}), std::out_of_range);
   EXPECT_THROW((void)set.At({SlotKind::Idle, 1}), std::out_of_range);
@@ -97,7 +97,7 @@ TEST_F(SoundSetMissingTest, ASetThatWasJustLoadedIsNotChanged) {
 
 TEST_F(SoundSetMissingTest, KeptOnesAreSavedWithTheirPathsAndVolumesInTheirPlaces) {
   Load();
-  ASSERT_EQ(set.Save(folder / "sets" / "copy.lscfg", AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "sets" / "copy.lscfg", AnyDisk()).Text(), "");
   EXPECT_EQ(ReadBytes(folder / "sets" / "copy.lscfg"), text);
   EXPECT_EQ(Rows(SlotKind::Motion), kMotion);
   EXPECT_FALSE(set.IsModified());
@@ -105,7 +105,7 @@ TEST_F(SoundSetMissingTest, KeptOnesAreSavedWithTheirPathsAndVolumesInTheirPlace
 
 TEST_F(SoundSetMissingTest, ThoseThatAreLeftOutGoFromFileAndSetAsAStepToUndo) {
   Load();
-  ASSERT_EQ(set.Save(folder / "sets" / "copy.lscfg", AnyDisk(), SoundSet::Missing::LeaveOut), "");
+  ASSERT_EQ(set.Save(folder / "sets" / "copy.lscfg", AnyDisk(), SoundSet::Missing::LeaveOut).Text(), "");
   EXPECT_EQ(
       ReadBytes(folder / "sets" / "copy.lscfg"),
       // The idle slot has the volume that no load has touched.
@@ -123,7 +123,7 @@ TEST_F(SoundSetMissingTest, ThoseThatAreLeftOutGoFromFileAndSetAsAStepToUndo) {
 
 TEST_F(SoundSetMissingTest, ASaveThatFailsLeavesNothingOut) {
   Load();
-  EXPECT_NE(set.Save(folder / "nowhere" / "a.lscfg", AnyDisk(), SoundSet::Missing::LeaveOut), "");
+  EXPECT_NE(set.Save(folder / "nowhere" / "a.lscfg", AnyDisk(), SoundSet::Missing::LeaveOut).Text(), "");
   EXPECT_EQ(Rows(SlotKind::Motion), kMotion);
   EXPECT_EQ(set.UndoText(), "Load set.lscfg");
 }
@@ -134,15 +134,16 @@ TEST_F(SoundSetMissingTest, LocatedSoundsTakeTheirPlacesWithTheirVolumesInOneSte
   const fs::path idle = Sound("other idle.lsu", 300);
   const fs::path broken = WriteBytes(folder / "broken.lsu", "no sound");
   int turns = 0;
-  const int found = set.Locate({{{SlotKind::Motion, 2}, {broken, m2}},
-                                {{SlotKind::Motion, 4}, {broken}},
-                                {{SlotKind::Idle, 1}, {idle}},
-                                {{SlotKind::Motion, 1}, {m2}}},
-                               [&] {
-                                 ++turns;
-                                 EXPECT_EQ(set.Remove(SlotKind::Motion, 1), SoundSet::kBusy);
-                               });
-  EXPECT_EQ(found, 2);
+  const base::Result<int> found = set.Locate({{{SlotKind::Motion, 2}, {broken, m2}},
+                                              {{SlotKind::Motion, 4}, {broken}},
+                                              {{SlotKind::Idle, 1}, {idle}},
+                                              {{SlotKind::Motion, 1}, {m2}}},
+                                             [&] {
+                                               ++turns;
+                                               EXPECT_FALSE(set.Remove(SlotKind::Motion, 1));
+                                             });
+  ASSERT_TRUE(found);
+  EXPECT_EQ(*found, 2);
   EXPECT_EQ(turns, 4);
   EXPECT_EQ(Rows(SlotKind::Motion), "m1.lsu@10 other m2.lsu@20 m3.lsu@30 [m4.lsu@40] m5.lsu@50");
   EXPECT_EQ(Rows(SlotKind::Idle), "other idle.lsu@60");
@@ -161,8 +162,12 @@ TEST_F(SoundSetMissingTest, LocatedSoundsTakeTheirPlacesWithTheirVolumesInOneSte
 
 TEST_F(SoundSetMissingTest, WhatCannotBeLocatedIsNoStep) {
   Load();
-  EXPECT_EQ(set.Locate({{{SlotKind::Motion, 2}, {folder / "none.lsu"}}}), 0);
-  EXPECT_EQ(set.Locate({{{SlotKind::Idle, 1}, {WriteBytes(folder / "broken.lsu", "no")}}}), 0);
+  for (const LocatedSound& sound : {LocatedSound{{SlotKind::Motion, 2}, {folder / "none.lsu"}},
+                                    LocatedSound{{SlotKind::Idle, 1}, {WriteBytes(folder / "broken.lsu", "no")}}}) {
+    const base::Result<int> found = set.Locate({sound});
+    ASSERT_FALSE(found);
+    EXPECT_EQ(found.Why(), (base::Failure{base::FailureKind::NotValid, "Not a valid file"}));
+  }
   EXPECT_EQ(set.UndoText(), "Load set.lscfg");
   EXPECT_EQ(Rows(SlotKind::Idle), "[idle.lsu@60]");
   EXPECT_FALSE(set.IsModified());
@@ -207,25 +212,25 @@ TEST_F(SoundSetMissingTest, RowsAreTakenOutWhetherTheSoundIsThereOrNot) {
 
 TEST_F(SoundSetMissingTest, TheRowsThatWaitCountTowardsTheTwelve) {
   Load();
-  for (int sound = 0; sound < 7; ++sound) EXPECT_EQ(set.Add(SlotKind::Motion, folder / "m1.lsu"), "");
+  for (int sound = 0; sound < 7; ++sound) EXPECT_EQ(set.Add(SlotKind::Motion, folder / "m1.lsu").Text(), "");
   EXPECT_EQ(set.Count(SlotKind::Motion), 10);
-  EXPECT_EQ(set.Add(SlotKind::Motion, folder / "m1.lsu"), "Maximum number of Motion files reached");
-  EXPECT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Motion, 1), "Maximum number of Motion files reached");
+  EXPECT_EQ(set.Add(SlotKind::Motion, folder / "m1.lsu").Text(), "Maximum number of Motion files reached");
+  EXPECT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Motion, 1).Text(), "Maximum number of Motion files reached");
   // Else nobody could read the set again.
-  ASSERT_EQ(set.Save(folder / "sets" / "full.lscfg", AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "sets" / "full.lscfg", AnyDisk()).Text(), "");
   EXPECT_TRUE(set.Load(folder / "sets" / "full.lscfg").valid);
   set.Remove(SlotKind::Motion, 2);
-  EXPECT_EQ(set.Add(SlotKind::Motion, folder / "m1.lsu"), "");
+  EXPECT_EQ(set.Add(SlotKind::Motion, folder / "m1.lsu").Text(), "");
 }
 
 TEST_F(SoundSetMissingTest, ASoundTakesTheSingleSlotOfAMissingOne) {
   Load();
-  ASSERT_EQ(set.Add(SlotKind::Idle, folder / "m1.lsu"), "");
+  ASSERT_EQ(set.Add(SlotKind::Idle, folder / "m1.lsu").Text(), "");
   EXPECT_EQ(set.Rows(SlotKind::Idle), 1);
   EXPECT_TRUE(set.Holds({SlotKind::Idle, 1}));
   set.Undo();
   EXPECT_EQ(Rows(SlotKind::Idle), "[idle.lsu@60]");
-  ASSERT_EQ(set.MoveTo({SlotKind::Motion, 3}, SlotKind::Idle, 1), "");
+  ASSERT_EQ(set.MoveTo({SlotKind::Motion, 3}, SlotKind::Idle, 1).Text(), "");
   EXPECT_EQ(Rows(SlotKind::Idle), "m3.lsu@30");
   EXPECT_EQ(Rows(SlotKind::Motion), "m1.lsu@10 [m2.lsu@20] [m4.lsu@40] m5.lsu@50");
   ExpectConsistent();
@@ -233,17 +238,17 @@ TEST_F(SoundSetMissingTest, ASoundTakesTheSingleSlotOfAMissingOne) {
 
 TEST_F(SoundSetMissingTest, SoundsOfOtherSlotsComeBetweenTheRows) {
   Load();
-  ASSERT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Motion, 3), "");
+  ASSERT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Motion, 3).Text(), "");
   EXPECT_EQ(Rows(SlotKind::Motion), "m1.lsu@10 [m2.lsu@20] boot.lsu@90 m3.lsu@30 [m4.lsu@40] m5.lsu@50");
-  ASSERT_EQ(set.MoveTo({SlotKind::Boot, 1}, SlotKind::Motion, 12), "");
+  ASSERT_EQ(set.MoveTo({SlotKind::Boot, 1}, SlotKind::Motion, 12).Text(), "");
   EXPECT_EQ(Rows(SlotKind::Motion), "m1.lsu@10 [m2.lsu@20] boot.lsu@90 m3.lsu@30 [m4.lsu@40] m5.lsu@50 boot.lsu@90");
   ExpectConsistent();
 }
 
 TEST_F(SoundSetMissingTest, AMissingSoundStaysInItsSlot) {
   Load();
-  EXPECT_EQ(set.MoveTo({SlotKind::Motion, 2}, SlotKind::Impact, 1), "Not a valid file");
-  EXPECT_EQ(set.CopyTo({SlotKind::Idle, 1}, SlotKind::Boot, 1), "Not a valid file");
+  EXPECT_EQ(set.MoveTo({SlotKind::Motion, 2}, SlotKind::Impact, 1).Text(), "Not a valid file");
+  EXPECT_EQ(set.CopyTo({SlotKind::Idle, 1}, SlotKind::Boot, 1).Text(), "Not a valid file");
   EXPECT_EQ(Rows(SlotKind::Motion), kMotion);
   EXPECT_EQ(Rows(SlotKind::Boot), "boot.lsu@90");
 }

@@ -17,23 +17,29 @@ using support::WriteBytes;
 
 class SoundSetTest : public SoundSetFixture {};
 
+/// Why something failed; an empty text when it did not.
+template <class T>
+base::Failure Refusal(const base::Result<T>& result) {
+  return result ? base::Failure() : result.Why();
+}
+
 TEST_F(SoundSetTest, ASoundGoesIntoItsSingleSlot) {
-  EXPECT_EQ(set.Add(SlotKind::Boot, Sound("a.lsu", 480)), "");
+  EXPECT_EQ(set.Add(SlotKind::Boot, Sound("a.lsu", 480)).Text(), "");
   EXPECT_EQ(Names(SlotKind::Boot), "a.lsu@100");
   EXPECT_EQ(configuration.TotalNrOfSamples(), 480);
 }
 
 TEST_F(SoundSetTest, ASecondSoundReplacesTheFirstOfASingleSlot) {
-  ASSERT_EQ(set.Add(SlotKind::Idle, Sound("a.lsu", 480)), "");
-  ASSERT_EQ(set.Add(SlotKind::Idle, Sound("b.lsu", 200)), "");
+  ASSERT_EQ(set.Add(SlotKind::Idle, Sound("a.lsu", 480)).Text(), "");
+  ASSERT_EQ(set.Add(SlotKind::Idle, Sound("b.lsu", 200)).Text(), "");
   EXPECT_EQ(Names(SlotKind::Idle), "b.lsu@100");
   EXPECT_EQ(configuration.TotalNrOfSamples(), 200);
 }
 
 TEST_F(SoundSetTest, ARefusedFileLeavesTheSoundOfASingleSlot) {
-  ASSERT_EQ(set.Add(SlotKind::PwrOn, Sound("a.lsu", 480)), "");
+  ASSERT_EQ(set.Add(SlotKind::PwrOn, Sound("a.lsu", 480)).Text(), "");
   set.SetVolume(SlotKind::PwrOn, 1, 70);
-  EXPECT_EQ(set.Add(SlotKind::PwrOn, WriteBytes(folder / "b.lsu", "no sound")), "Not a valid file");
+  EXPECT_EQ(set.Add(SlotKind::PwrOn, WriteBytes(folder / "b.lsu", "no sound")).Text(), "Not a valid file");
   EXPECT_EQ(Names(SlotKind::PwrOn), "a.lsu@70");
   EXPECT_EQ(configuration.TotalNrOfSamples(), 480);
   EXPECT_EQ(set.UndoText(), "Change volume of a.lsu");
@@ -41,7 +47,8 @@ TEST_F(SoundSetTest, ARefusedFileLeavesTheSoundOfASingleSlot) {
 
 TEST_F(SoundSetTest, ARefusedFileLeavesAListAsItWas) {
   Fill(SlotKind::Motion, 2);
-  EXPECT_EQ(set.Add(SlotKind::Motion, folder / "missing.lsu"), "Not a valid file");
+  EXPECT_EQ(Refusal(set.Add(SlotKind::Motion, folder / "missing.lsu")),
+            (base::Failure{base::FailureKind::NotValid, "Not a valid file"}));
   EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100 motion 2.lsu@100");
 }
 
@@ -55,8 +62,8 @@ TEST_F(SoundSetTest, AFullListTakesNothingAndSaysSo) {
     Fill(kind, 12);
     const std::string before = Names(kind);
     // Not even whether it is a sound is looked at.
-    EXPECT_EQ(set.Add(kind, folder / "missing.lsu"), message);
-    EXPECT_EQ(set.CopyTo({kind, 1}, kind, 1), message);
+    EXPECT_EQ(Refusal(set.Add(kind, folder / "missing.lsu")), (base::Failure{base::FailureKind::Full, message}));
+    EXPECT_EQ(Refusal(set.CopyTo({kind, 1}, kind, 1)), (base::Failure{base::FailureKind::Full, message}));
     EXPECT_EQ(Names(kind), before);
   }
 }
@@ -71,8 +78,8 @@ TEST_F(SoundSetTest, RemovingFromAListLeavesVolumesWithTheirPositions) {
 
 TEST_F(SoundSetTest, RemovingWhatIsNotThereDoesNothing) {
   Fill(SlotKind::Motion, 1);
-  EXPECT_EQ(set.Remove(SlotKind::Motion, 2), "");
-  EXPECT_EQ(set.Remove(SlotKind::Boot, 1), "");
+  EXPECT_TRUE(set.Remove(SlotKind::Motion, 2));
+  EXPECT_TRUE(set.Remove(SlotKind::Boot, 1));
   EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100");
   EXPECT_EQ(set.UndoText(), "Add motion 1.lsu");
 }
@@ -107,7 +114,7 @@ TEST_F(SoundSetTest, MovingToAnotherListKeepsAllVolumes) {
   Fill(SlotKind::Impact, 2);
   set.SetVolume(SlotKind::Motion, 1, 40);
   set.SetVolume(SlotKind::Motion, 2, 60);
-  EXPECT_EQ(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Impact, 2), "");
+  EXPECT_EQ(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Impact, 2).Text(), "");
   EXPECT_EQ(Names(SlotKind::Motion), "motion 2.lsu@60 motion 3.lsu@100");
   EXPECT_EQ(Names(SlotKind::Impact), "impact 1.lsu@100 motion 1.lsu@40 impact 2.lsu@100");
 }
@@ -115,8 +122,8 @@ TEST_F(SoundSetTest, MovingToAnotherListKeepsAllVolumes) {
 TEST_F(SoundSetTest, CopyingLeavesTheSoundWhereItIs) {
   Fill(SlotKind::Boot, 1);
   set.SetVolume(SlotKind::Boot, 1, 40);
-  EXPECT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Lockup, 12), "");
-  EXPECT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Idle, 1), "");
+  EXPECT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Lockup, 12).Text(), "");
+  EXPECT_EQ(set.CopyTo({SlotKind::Boot, 1}, SlotKind::Idle, 1).Text(), "");
   EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@40");
   EXPECT_EQ(Names(SlotKind::Lockup), "boot 1.lsu@40");
   EXPECT_EQ(Names(SlotKind::Idle), "boot 1.lsu@40");
@@ -126,7 +133,7 @@ TEST_F(SoundSetTest, MovingASoundWhoseFileIsGoneChangesNothing) {
   Fill(SlotKind::Motion, 1);
   Fill(SlotKind::Boot, 1);
   std::filesystem::remove(folder / "motion 1.lsu");
-  EXPECT_EQ(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Boot, 1), "Not a valid file");
+  EXPECT_EQ(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Boot, 1).Text(), "Not a valid file");
   EXPECT_EQ(Names(SlotKind::Motion), "motion 1.lsu@100");
   EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@100");
 }
@@ -155,7 +162,7 @@ TEST_F(SoundSetTest, BareOfAFileTheSetIsCalledNewSet) {
 TEST_F(SoundSetTest, SavingGivesTheSetItsNameAndTakesTheMarkAway) {
   Fill(SlotKind::Boot, 1);
   EXPECT_TRUE(set.IsModified());
-  ASSERT_EQ(set.Save(folder / "ember knight.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "ember knight.lscfg", support::AnyDisk()).Text(), "");
   EXPECT_EQ(set.Name(), "ember knight");
   EXPECT_FALSE(set.IsModified());
   set.SetVolume(SlotKind::Boot, 1, 99);
@@ -166,7 +173,7 @@ TEST_F(SoundSetTest, SavingGivesTheSetItsNameAndTakesTheMarkAway) {
 
 TEST_F(SoundSetTest, ASaveThatFailsKeepsTheMark) {
   Fill(SlotKind::Boot, 1);
-  EXPECT_NE(set.Save(folder / "no such folder" / "a.lscfg", support::AnyDisk()), "");
+  EXPECT_NE(set.Save(folder / "no such folder" / "a.lscfg", support::AnyDisk()).Text(), "");
   EXPECT_TRUE(set.IsModified());
   EXPECT_EQ(set.Name(), "New set");
 }
@@ -175,7 +182,7 @@ TEST_F(SoundSetTest, LoadingBringsTheSavedSetAndItsName) {
   Fill(SlotKind::Boot, 1);
   Fill(SlotKind::Lockup, 2);
   set.SetVolume(SlotKind::Lockup, 2, 35);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
   set.Clear();
   EXPECT_EQ(Names(SlotKind::Lockup), "");
   EXPECT_EQ(set.Name(), "New set");
@@ -188,7 +195,7 @@ TEST_F(SoundSetTest, LoadingBringsTheSavedSetAndItsName) {
 
 TEST_F(SoundSetTest, AFileThatIsNoConfigurationChangesNeitherSetNorName) {
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
   const std::string before = set.UndoText();
   EXPECT_EQ(set.Load(WriteBytes(folder / "b.lscfg", "IDLE\r\n")).Message(), "Not a valid configuration file");
   EXPECT_EQ(set.Name(), "a");
@@ -198,7 +205,7 @@ TEST_F(SoundSetTest, AFileThatIsNoConfigurationChangesNeitherSetNorName) {
 
 TEST_F(SoundSetTest, ABrokenConfigurationLeavesWhatItHeldAsAChangeToUndo) {
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
   Sound("other.lsu", 100);
   const std::string text = "BOOT\r\n" + (folder / "other.lsu").string() + "\r\n 100\r\nWRONG\r\n";
   EXPECT_FALSE(set.Load(WriteBytes(folder / "b.lscfg", text)).valid);
@@ -212,19 +219,22 @@ TEST_F(SoundSetTest, ABrokenConfigurationLeavesWhatItHeldAsAChangeToUndo) {
 
 TEST_F(SoundSetTest, NothingElseChangesTheSetWhileItIsLoaded) {
   Fill(SlotKind::Motion, 2);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
+  const base::Failure busy{base::FailureKind::Busy, "Please wait until the sounds are loaded"};
   int turns = 0;
   const LoadResult result = set.Load(folder / "a.lscfg", [&] {
     ++turns;
     EXPECT_TRUE(set.IsLoading());
-    EXPECT_EQ(set.Add(SlotKind::Boot, folder / "motion 1.lsu"), SoundSet::kBusy);
-    EXPECT_EQ(set.Remove(SlotKind::Motion, 1), SoundSet::kBusy);
-    EXPECT_EQ(set.Move(SlotKind::Motion, 1, 2), SoundSet::kBusy);
-    EXPECT_EQ(set.CopyTo({SlotKind::Motion, 1}, SlotKind::Boot, 1), SoundSet::kBusy);
-    EXPECT_EQ(set.SetVolume(SlotKind::Motion, 1, 5), SoundSet::kBusy);
-    EXPECT_EQ(set.Clear(), SoundSet::kBusy);
-    EXPECT_EQ(set.Save(folder / "b.lscfg", support::AnyDisk()), SoundSet::kBusy);
-    EXPECT_FALSE(set.Load(folder / "a.lscfg").valid);
+    EXPECT_EQ(Refusal(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Motion, 2)), busy);
+    EXPECT_EQ(Refusal(set.Locate({})), busy);
+    EXPECT_EQ(Refusal(set.Add(SlotKind::Boot, folder / "motion 1.lsu")), busy);
+    EXPECT_FALSE(set.Remove(SlotKind::Motion, 1));
+    EXPECT_FALSE(set.Move(SlotKind::Motion, 1, 2));
+    EXPECT_EQ(Refusal(set.CopyTo({SlotKind::Motion, 1}, SlotKind::Boot, 1)), busy);
+    EXPECT_FALSE(set.SetVolume(SlotKind::Motion, 1, 5));
+    EXPECT_FALSE(set.Clear());
+    EXPECT_EQ(Refusal(set.Save(folder / "b.lscfg", support::AnyDisk())), busy);
+    EXPECT_EQ(Refusal(set.Load(folder / "a.lscfg").valid), busy);
     EXPECT_FALSE(set.CanUndo());
     set.Undo();
   });
@@ -237,7 +247,7 @@ TEST_F(SoundSetTest, NothingElseChangesTheSetWhileItIsLoaded) {
 }
 
 TEST_F(SoundSetTest, ASetFitsUpToTheLastSample) {
-  ASSERT_EQ(set.Add(SlotKind::Boot, Sound("a.lsu", 480)), "");
+  ASSERT_EQ(set.Add(SlotKind::Boot, Sound("a.lsu", 480)).Text(), "");
   set.SetCapacity(480);
   EXPECT_TRUE(set.Fits());
   set.SetCapacity(479);
@@ -274,7 +284,7 @@ TEST_F(SoundSetTest, ListenersHearWhichSlotChanged) {
   EXPECT_EQ(listener.slots, std::vector{SlotKind::Motion});
   EXPECT_EQ(listener.memory, 1);
   EXPECT_EQ(listener.modified, 1);
-  ASSERT_EQ(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Idle, 1), "");
+  ASSERT_EQ(set.MoveTo({SlotKind::Motion, 1}, SlotKind::Idle, 1).Text(), "");
   EXPECT_EQ(listener.slots, (std::vector{SlotKind::Motion, SlotKind::Motion, SlotKind::Idle}));
   listener.slots.clear();
   set.Undo();

@@ -38,24 +38,24 @@ struct Step {
 TEST_F(SoundSetUndoTest, EveryChangeIsTakenBackAndDoneAgainExactly) {
   Fill(SlotKind::Motion, 3);
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "other.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "other.lscfg", support::AnyDisk()).Text(), "");
   set.Clear();
   Fill(SlotKind::Impact, 2);
   set.SetVolume(SlotKind::Impact, 1, 80);
-  ASSERT_EQ(set.Save(folder / "set.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "set.lscfg", support::AnyDisk()).Text(), "");
   const std::vector<Step> changes{
-      {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Impact, Sound("x.lsu", 300, 9000)), ""); }},
-      {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Idle, folder / "x.lsu"), ""); }},
+      {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Impact, Sound("x.lsu", 300, 9000)).Text(), ""); }},
+      {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Idle, folder / "x.lsu").Text(), ""); }},
       {"Remove impact 1.lsu", [&] { set.Remove(SlotKind::Impact, 1); }},
       {"Remove x.lsu", [&] { set.Remove(SlotKind::Idle, 1); }},
       {"Move impact 2.lsu", [&] { set.Move(SlotKind::Impact, 1, 2); }},
       {"Move x.lsu",
        [&] {
-         ASSERT_EQ(set.MoveTo({SlotKind::Impact, 1}, SlotKind::Lockup, 1), "");
+         ASSERT_EQ(set.MoveTo({SlotKind::Impact, 1}, SlotKind::Lockup, 1).Text(), "");
        }},
       {"Copy x.lsu",
        [&] {
-         ASSERT_EQ(set.CopyTo({SlotKind::Lockup, 1}, SlotKind::Boot, 1), "");
+         ASSERT_EQ(set.CopyTo({SlotKind::Lockup, 1}, SlotKind::Boot, 1).Text(), "");
        }},
       {"Change volume of x.lsu", [&] { set.SetVolume(SlotKind::Boot, 1, 12); }},
       {"Load other.lscfg", [&] { ASSERT_TRUE(set.Load(folder / "other.lscfg").valid); }},
@@ -111,7 +111,7 @@ TEST_F(SoundSetUndoTest, TheVolumeOfOneSoundIsOneStep) {
 TEST_F(SoundSetUndoTest, ASaveSplitsAVolumeStep) {
   Fill(SlotKind::Boot, 1);
   set.SetVolume(SlotKind::Boot, 1, 80);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
   set.SetVolume(SlotKind::Boot, 1, 60);
   set.Undo();
   EXPECT_EQ(Names(SlotKind::Boot), "boot 1.lsu@80");
@@ -132,7 +132,7 @@ TEST_F(SoundSetUndoTest, ANewChangeForgetsWhatCouldBeRedone) {
   Fill(SlotKind::Motion, 2);
   set.Undo();
   EXPECT_TRUE(set.CanRedo());
-  ASSERT_EQ(set.Add(SlotKind::Motion, Sound("x.lsu", 100)), "");
+  ASSERT_EQ(set.Add(SlotKind::Motion, Sound("x.lsu", 100)).Text(), "");
   EXPECT_FALSE(set.CanRedo());
 }
 
@@ -161,9 +161,9 @@ TEST_F(SoundSetUndoTest, AnEmptyGroupIsNoStep) {
 
 TEST_F(SoundSetUndoTest, TheMarkFollowsTheFileThatIsUndoneTo) {
   Fill(SlotKind::Boot, 1);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
   Fill(SlotKind::Idle, 1);
-  ASSERT_EQ(set.Save(folder / "b.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "b.lscfg", support::AnyDisk()).Text(), "");
   // The set was saved under another name since: that is the file it would be saved to now.
   set.Undo();
   EXPECT_EQ(set.Name(), "b");

@@ -74,7 +74,7 @@ TEST_F(PulsePlayerTest, PlaysEverySampleToTheLastAndThenSaysSo) {
       std::filesystem::remove(folder / "temp.wav");
       heard = recorder.Hear(count);
       EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
-      EXPECT_EQ(player.Look().problem, "");
+      EXPECT_EQ(player.Look().ended.Text(), "");
     }
     EXPECT_EQ(heard, samples) << count;
   }
@@ -87,10 +87,10 @@ TEST_F(PulsePlayerTest, StopsAtOnceAndPlaysTheNext) {
   EXPECT_TRUE(player.Look().playing);
   player.Stop();
   EXPECT_FALSE(player.Look().playing);
-  EXPECT_EQ(player.Look().problem, "");
+  EXPECT_EQ(player.Look().ended.Text(), "");
   player.Play(Wav(LoudSamples(100)));
   EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
-  EXPECT_EQ(player.Look().problem, "");
+  EXPECT_EQ(player.Look().ended.Text(), "");
 }
 
 TEST_F(PulsePlayerTest, SaysThatThereIsNoSoundService) {
@@ -98,7 +98,7 @@ TEST_F(PulsePlayerTest, SaysThatThereIsNoSoundService) {
   PulsePlayer player(clock);
   player.Play(Wav(LoudSamples(100)));
   EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
-  EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
+  EXPECT_NE(player.Look().ended.Text().find("No sound service answers"), std::string::npos);
 }
 
 TEST_F(PulsePlayerTest, GivesUpAServiceThatDoesNotAnswerAndDoesNotHoldUpTheEnd) {
@@ -122,7 +122,7 @@ TEST_F(PulsePlayerTest, GivesUpAServiceThatDoesNotAnswerAndDoesNotHoldUpTheEnd) 
       clock.Advance(PulsePlayer::kPatience + std::chrono::milliseconds(1));
       return !player.Look().playing;
     }));
-    EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
+    EXPECT_NE(player.Look().ended.Text().find("No sound service answers"), std::string::npos);
   }
   close(server);
   unlink(path.c_str());
@@ -132,14 +132,14 @@ TEST_F(PulsePlayerTest, SaysThatTheFileCannotBeRead) {
   PulsePlayer player(clock);
   player.Play(folder / "temp.wav");
   EXPECT_FALSE(player.Look().playing);
-  EXPECT_NE(player.Look().problem.find("temp.wav"), std::string::npos);
+  EXPECT_NE(player.Look().ended.Text().find("temp.wav"), std::string::npos);
 }
 
 TEST_F(PulsePlayerTest, SaysThatTheFileIsNoSound) {
   PulsePlayer player(clock);
   player.Play(support::WriteBytes(folder / "temp.wav", "Dear Sir"));
   EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
-  EXPECT_NE(player.Look().problem.find("temp.wav"), std::string::npos);
+  EXPECT_NE(player.Look().ended.Text().find("temp.wav"), std::string::npos);
 }
 
 /// The bytes that this thread has read of files.
@@ -170,14 +170,14 @@ TEST_F(PulsePlayerTest, ReadsTheFileBesideWhoeverPlaysIt) {
   EXPECT_TRUE(Until([&player] { return !player.Look().playing; }));
   EXPECT_LT(BytesReadHere() - before, 1U << 20);
   // It was read to its end, so that the service was looked for.
-  EXPECT_NE(player.Look().problem.find("No sound service answers"), std::string::npos);
+  EXPECT_NE(player.Look().ended.Text().find("No sound service answers"), std::string::npos);
 }
 
 TEST_F(PulsePlayerTest, HasNothingToSayBeforeAnything) {
   PulsePlayer player(clock);
   player.Stop();
   EXPECT_FALSE(player.Look().playing);
-  EXPECT_EQ(player.Look().problem, "");
+  EXPECT_EQ(player.Look().ended.Text(), "");
 }
 
 }  // namespace

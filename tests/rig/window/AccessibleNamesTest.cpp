@@ -10,8 +10,9 @@ using testing::IsSupersetOf;
 
 TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
   const support::CompleteSet set(4800);
-  ASSERT_EQ(core::sound::ConfigurationFile::Save(set.configuration, m_folder / "my saber.lscfg", support::AnyDisk()),
-            "");
+  ASSERT_EQ(
+      core::sound::ConfigurationFile::Save(set.configuration, m_folder / "my saber.lscfg", support::AnyDisk()).Text(),
+      "");
   std::filesystem::create_directory(m_folder / "folder");
   support::WriteSoundFile(m_folder / "sound.lsu", support::SomeSamples(9600));
   Start(m_folder / "my saber.lscfg");

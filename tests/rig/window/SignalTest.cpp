@@ -23,7 +23,7 @@ class ToldToEnd : public support::KestrinctlTest, public testing::WithParamInter
   ToldToEnd() {
     m_environment.emplace_back("LD_PRELOAD");
     std::filesystem::create_directories(m_data);
-    EXPECT_EQ(core::sound::ConfigurationFile::Save(m_set.configuration, m_path, support::AnyDisk()), "");
+    EXPECT_EQ(core::sound::ConfigurationFile::Save(m_set.configuration, m_path, support::AnyDisk()).Text(), "");
   }
 
   void Start(const std::string& boardOptions = "") {

@@ -142,7 +142,7 @@ TEST_F(WholeJob, ADownloadIsCancelledHalfWayAndDoneAgain) {
   // Seven sounds of 150,000 coded bytes: they take more than 16 seconds on the wire.
   const support::CompleteSet set(100000);
   const std::string path = (m_folder / "long.lscfg").string();
-  ASSERT_EQ(core::sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()), "");
+  ASSERT_EQ(core::sound::ConfigurationFile::Save(set.configuration, path, support::AnyDisk()).Text(), "");
   Start("wire=usb", {path});
   window.Await("label", "long");
   window.Click("push button", "Download");

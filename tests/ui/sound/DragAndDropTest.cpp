@@ -182,7 +182,7 @@ TEST_F(DragAndDropTest, AListIsReordered) {
   for (const Reorder& each : cases) {
     set.Clear();
     for (int number = 1; number <= 5; ++number)
-      ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound(std::to_string(number) + ".lsu", 100)), "");
+      ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound(std::to_string(number) + ".lsu", 100)).Text(), "");
     EXPECT_TRUE(Drop(*Dragged("MtFileList", each.rows), "MtFileList", each.before));
     std::string order = Shown("MtFileList");
     for (auto at = order.find(".lsu"); at != order.npos; at = order.find(".lsu")) order.erase(at, 4);

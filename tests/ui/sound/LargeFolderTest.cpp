@@ -69,7 +69,7 @@ TEST_F(LargeFolderTest, LoadingFortySoundsGivesTheWindowItsTurnBehindEachOfThem)
   constexpr int kSounds = 40;
   constexpr int kSamples = 60000;
   for (const core::sound::Slot& slot : core::sound::kSlots) Fill(slot.kind, slot.isList ? 12 : 1);
-  ASSERT_EQ(set.Save(folder / "full.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "full.lscfg", support::AnyDisk()).Text(), "");
   // What a full board holds in sum.
   for (const core::sound::Slot& slot : core::sound::kSlots)
     for (int number = 1; number <= set.Count(slot.kind); ++number)

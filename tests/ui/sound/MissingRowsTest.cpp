@@ -129,7 +129,7 @@ TEST_F(MissingRowsTest, TheSelectedOneIsLocatedByTheButtonBelow) {
   EXPECT_EQ(located, (std::vector<core::sound::SoundPlace>{{core::sound::SlotKind::Motion, 2}}));
   EXPECT_TRUE(played.isEmpty());
   // As soon as the sound is there, it can be played.
-  ASSERT_EQ(set.Locate({{{core::sound::SlotKind::Motion, 2}, {folder / "m1.lsu"}}}), 1);
+  ASSERT_EQ(*set.Locate({{{core::sound::SlotKind::Motion, 2}, {folder / "m1.lsu"}}}), 1);
   EXPECT_EQ(button->text(), "Play");
   EXPECT_TRUE(Get<QSlider>("VolSlider")->isEnabled());
   EXPECT_EQ(Shown("MtFileList"), "m1.lsu m1.lsu m3.lsu");

@@ -105,8 +105,8 @@ TEST_F(SlotListsTest, TheThirteenthFileOfAListIsRefused) {
 
 TEST_F(SlotListsTest, RowsShowPositionDurationAndAVolumeThatIsNotFull) {
   Open();
-  ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound("a.lsu", 48000)), "");
-  ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound("b.lsu", 120000)), "");
+  ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound("a.lsu", 48000)).Text(), "");
+  ASSERT_EQ(set.Add(core::sound::SlotKind::Motion, Sound("b.lsu", 120000)).Text(), "");
   set.SetVolume(core::sound::SlotKind::Motion, 2, 80);
   EXPECT_EQ(Shows("MtFileList", "a.lsu", SoundRowDelegate::kNumberRole).toString(), "1");
   EXPECT_EQ(Shows("MtFileList", "b.lsu", SoundRowDelegate::kNumberRole).toString(), "2");
@@ -234,7 +234,7 @@ TEST_F(SlotListsTest, TheHintKeepsItsRunOfBlanks) {
 TEST_F(SlotListsTest, ALoadedSetAppearsInTheLists) {
   Fill(core::sound::SlotKind::Boot, 1);
   Fill(core::sound::SlotKind::Lockup, 2);
-  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()), "");
+  ASSERT_EQ(set.Save(folder / "a.lscfg", support::AnyDisk()).Text(), "");
   set.Clear();
   Open();
   Fill(core::sound::SlotKind::Motion, 2);

@@ -21,7 +21,7 @@ class FakePlayer final : public core::sound::SoundPlayer {
 
   void Play(const std::filesystem::path& wav) override {
     played.push_back(wav);
-    status.playing = status.problem.empty();
+    status.playing = static_cast<bool>(status.ended);
   }
   void Stop() override {
     ++stops;

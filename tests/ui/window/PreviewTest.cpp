@@ -66,7 +66,7 @@ TEST_F(PlayLsuFile, SaysInTheHelpLineThatAFileIsNoSound) {
 
 TEST_F(PlayLsuFile, SaysInTheHelpLineWhyNothingIsHeard) {
   StartOffline();
-  player.status.problem = "No loudspeaker.";
+  player.status.ended = core::base::Failure{core::base::FailureKind::Failed, "No loudspeaker."};
   Play(Sound("hum.lsu"));
   EXPECT_TRUE(Until([this] { return LabelText("HelpLabel") == "No loudspeaker."; }));
 }
