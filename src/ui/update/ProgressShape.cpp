@@ -7,7 +7,10 @@
 
 namespace kestrin::ui::update {
 
-ProgressShape::ProgressShape(QWidget& background) : QWidget(&background) {
+ProgressShape::ProgressShape(QWidget& background) : QProgressBar(&background) {
+  constexpr int kWhole = 100;
+  setRange(0, kWhole);
+  setValue(0);
   setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
@@ -20,7 +23,8 @@ void ProgressShape::SetFullWidth(std::int16_t width) {
 void ProgressShape::SetPercentage(std::int32_t percentage) {
   if (m_percentage == percentage) return;
   m_percentage = percentage;
-  setAccessibleDescription(QString("%1 %").arg(percentage));
+  // What screen readers tell.
+  setValue(percentage);
   update();
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include <QProgressBar>
 #include <cstdint>
 
 namespace kestrin::ui::update {
 
 /// The filled part of a progress bar, over a background shape whose place it takes. Its width may be a fraction of a
-/// pixel.
-class ProgressShape : public QWidget {
+/// pixel. It is a progress bar by its look and for screen readers; its place and its widths are its own.
+class ProgressShape : public QProgressBar {
   Q_OBJECT
 
  public:

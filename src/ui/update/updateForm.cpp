@@ -89,7 +89,7 @@ updateForm::updateForm(core::update::TransferControl& inetConnector, QWidget* pa
   MakeControls();
   MakeLayout();
   updateForm::resetForm();
-  m_title->setText("Updating items...");
+  m_title->setText(tr("Updating items..."));
 }
 
 void updateForm::Fit() {
@@ -208,13 +208,13 @@ void updateForm::hideButtons() {
 
 void updateForm::showYesNoButtons() {
   m_hint->hide();
-  m_button1.Show("YES");
-  m_button2.Show("NO");
+  m_button1.Show(tr("YES"));
+  m_button2.Show(tr("NO"));
 }
 
 void updateForm::resetForm() {
   hideButtons();
-  m_title->setText("Updating items ...");
+  m_title->setText(tr("Updating items ..."));
   for (const Bar& bar : {m_bar1, m_bar2}) {
     bar.SetVisible(true);
     bar.shape->SetPercentage(0);
@@ -254,21 +254,21 @@ void updateForm::showWarning(const std::string& text) {
   m_bar2.SetVisible(false);
   m_step->hide();
   m_warningIcon->show();
-  Finish("Warning!", text);
+  Finish(tr("Warning!"), text);
 }
 
 void updateForm::showMessage(const std::string& text) {
   progressA(100);
   m_bar2.SetVisible(false);
-  m_step->setText("(3/3) Completed");
+  m_step->setText(tr("(3/3) Completed"));
   m_okIcon->show();
-  Finish("Success", text);
+  Finish(tr("Success"), text);
 }
 
 void updateForm::Finish(const QString& title, const std::string& text) {
   m_title->setText(title);
   m_hint->hide();
-  m_button2.Show("OK");
+  m_button2.Show(tr("OK"));
   showElement(text);
   m_button2.background->setAccessibleDescription(m_element->text());
   m_button2.background->setFocus();
