@@ -29,7 +29,7 @@ core::base::Result<NodeIdentity> ProbeNode(const std::string& path) {
   int size = 0;
   struct stat status {};
   const bool asked = ::ioctl(file, HIDIOCGRDESCSIZE, &size) >= 0 && ::fstat(file, &status) >= 0;
-  const core::base::Result<NodeIdentity> probed =
+  core::base::Result<NodeIdentity> probed =
       asked ? core::base::Result<NodeIdentity>(NodeIdentity{status.st_dev, status.st_ino}) : LastFailure();
   ::close(file);
   return probed;

@@ -19,6 +19,9 @@ using core::base::Result;
 /// Members keep their order.
 using Json = nlohmann::ordered_json;
 
+/// Objects and arrays may stand in one another this deep.
+constexpr int kDeepest = 64;
+
 /// Eight upper-case hexadecimal digits.
 std::string SerialText(std::uint32_t serial) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";

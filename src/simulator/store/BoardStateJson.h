@@ -8,9 +8,6 @@
 
 namespace kestrin::simulator::store {
 
-/// Objects and arrays may stand in one another this deep.
-inline constexpr int kDeepest = 64;
-
 /// The board's state as the text of "board.json".
 [[nodiscard]] std::string ToJson(const BoardState& state);
 
