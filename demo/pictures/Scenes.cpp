@@ -18,6 +18,8 @@
 #include <functional>
 #include <string>
 
+#include "core/sound/FlashBlock.h"
+#include "core/sound/LSU_SoundFile.h"
 #include "demo/pictures/Stage.h"
 #include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
@@ -108,13 +110,12 @@ QPixmap TakeEnded(const Place& place, const std::string& board) {
 /// block of every sound.
 std::uintmax_t TableReport(const std::filesystem::path& sounds) {
   constexpr std::uintmax_t kBefore = 6;
-  constexpr std::uintmax_t kBlock = 1024;
   std::uintmax_t report = kBefore + 1;
   for (const auto& file : std::filesystem::directory_iterator(sounds)) {
-    if (file.path().extension() != ".lsu") continue;
-    // Two samples of two bytes become three bytes.
-    const std::uintmax_t coded = (file.file_size() + 3) / 4 * 3;
-    report += (coded + kBlock - 1) / kBlock;
+    using core::sound::LSU_SoundFile;
+    if (!LSU_SoundFile::HasSoundName(file.path())) continue;
+    const auto samples = static_cast<std::int32_t>(LSU_SoundFile::SamplesIn(file.file_size()));
+    report += core::sound::FlashBlocks(static_cast<std::int32_t>(LSU_SoundFile::CodedBytes(samples))).size();
   }
   return report;
 }
