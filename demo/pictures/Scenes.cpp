@@ -66,9 +66,9 @@ QPixmap TakeMissing(const Place& place, const std::string& board) {
   for (std::string line; std::getline(file, line);) {
     // They are gone from where they were: all but the third and the sixth to beside the set, these two nowhere.
     if (const auto end = line.rfind(".lsu"); end != line.npos) {
-      const std::string name = std::filesystem::path(line.substr(0, end + 4)).filename().string();
+      const std::filesystem::path name = core::base::PathOf(line.substr(0, end + 4)).filename();
       if (++sounds == 3 || sounds == 6) std::filesystem::remove(away / name);
-      line = "/media/stick/" + name + "\r";
+      line = "/media/stick/" + core::base::TextOf(name) + "\r";
     }
     moved << line << '\n';
   }

@@ -15,9 +15,9 @@ void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume) {
   syntax.Number("--volume V", volume, 0, kLargestVolume, "Playback volume in percent, 100 if not given");
 }
 
-LSU_SoundFile ReadSound(const std::string& path, const core::base::EventPump& pump) {
+LSU_SoundFile ReadSound(const std::filesystem::path& path, const core::base::EventPump& pump) {
   LSU_SoundFile file;
-  if (!file.ReadFile(core::base::PathOf(path), pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
+  if (!file.ReadFile(path, pump)) throw CommandFailure(ExitCode::Failed, file.WhyNotValid());
   return file;
 }
 
@@ -30,10 +30,11 @@ void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const co
   }
 }
 
-void RequireOtherFile(const std::string& source, const std::string& output) {
+void RequireOtherFile(const std::filesystem::path& source, const std::filesystem::path& output) {
   std::error_code noSuchFile;
-  if (std::filesystem::equivalent(core::base::PathOf(source), core::base::PathOf(output), noSuchFile))
-    throw CommandFailure(ExitCode::WrongUsage, output + " is the sound file itself: choose another output file.");
+  if (std::filesystem::equivalent(source, output, noSuchFile))
+    throw CommandFailure(ExitCode::WrongUsage,
+                         core::base::TextOf(output) + " is the sound file itself: choose another output file.");
 }
 
 void RequireWritten(const core::base::Result<>& written) {

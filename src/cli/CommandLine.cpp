@@ -12,6 +12,7 @@
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "core/base/PathText.h"
 #include "core/base/Text.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/process/StandardStreams.h"
@@ -36,6 +37,25 @@ class ParserSyntax final : public Syntax {
     Describe(option, names, need);
     // What follows an option's one value belongs to somebody else.
     if (name.starts_with("-")) option.allow_extra_args(false);
+  }
+
+  void Path(const std::string& name, std::filesystem::path& target, const std::string& help, Need need) override {
+    const Names names = Split(name);
+    CLI::Option& option = *m_parser.add_option_function<std::string>(
+        names.option, [&target](const std::string& text) { target = core::base::PathOf(text); }, help);
+    Describe(option, names, need);
+  }
+
+  void Paths(const std::string& name, std::vector<std::filesystem::path>& target, const std::string& help,
+             Need need) override {
+    const Names names = Split(name);
+    CLI::Option& option = *m_parser.add_option_function<std::vector<std::string>>(
+        names.option,
+        [&target](const std::vector<std::string>& texts) {
+          for (const std::string& text : texts) target.push_back(core::base::PathOf(text));
+        },
+        help);
+    Describe(option, names, need);
   }
 
   void Number(const std::string& name, std::optional<std::int32_t>& target, std::int32_t minimum, std::int32_t maximum,

@@ -41,18 +41,18 @@ Document DocumentOf(const LSU_Configuration& configuration, const core::sound::S
 
 }  // namespace
 
-LoadedFiles LoadConfiguration(const std::string& path, LSU_Configuration& configuration,
+LoadedFiles LoadConfiguration(const std::filesystem::path& path, LSU_Configuration& configuration,
                               const core::base::EventPump& pump) {
   NoView view(pump);
-  const core::sound::LoadResult result =
-      core::sound::ConfigurationFile::Load(core::base::PathOf(path), configuration, view);
+  const core::sound::LoadResult result = core::sound::ConfigurationFile::Load(path, configuration, view);
   if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.valid.Text());
   LoadedFiles loaded{{}, result.Message()};
   for (const auto& failed : result.failed) loaded.failed.push_back(core::base::TextOf(failed.path));
   return loaded;
 }
 
-void LoadMemoryMap(const std::string& path, LSU_Configuration& configuration, const core::base::EventPump& pump) {
+void LoadMemoryMap(const std::filesystem::path& path, LSU_Configuration& configuration,
+                   const core::base::EventPump& pump) {
   const LoadedFiles loaded = LoadConfiguration(path, configuration, pump);
   if (const int missing = configuration.CheckIntegrity(); missing != 0)
     throw CommandFailure(ExitCode::Failed, LSU_Configuration::IntegrityMessage(missing) +

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -17,12 +18,13 @@ struct LoadedFiles {
 };
 
 /// Loads a configuration file; `pump` gets its turn while sounds are read. Throws CommandFailure when it is none.
-[[nodiscard]] LoadedFiles LoadConfiguration(const std::string& path, core::sound::LSU_Configuration& configuration,
+[[nodiscard]] LoadedFiles LoadConfiguration(const std::filesystem::path& path,
+                                            core::sound::LSU_Configuration& configuration,
                                             const core::base::EventPump& pump);
 
 /// Loads a configuration file, which must be complete, and lays it out in the board's flash. Throws CommandFailure when
 /// it is no configuration file, a piece is missing, or a file cannot be used or coded.
-void LoadMemoryMap(const std::string& path, core::sound::LSU_Configuration& configuration,
+void LoadMemoryMap(const std::filesystem::path& path, core::sound::LSU_Configuration& configuration,
                    const core::base::EventPump& pump);
 
 /// A configuration as `config show` prints it.

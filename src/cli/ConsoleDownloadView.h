@@ -20,10 +20,9 @@ class ConsoleDownloadView final : public core::sound::DownloadView {
   void ShowMessage(const std::string&) override {}
   void ShowFrame() override {}
   void HideFrame() override {}
-  void ShowInformation(const std::string& text) override {
-    // Work that goes on is announced with dots; the other texts say how the run ended.
-    if (text.ends_with("...")) m_progress.Phase(text);
-  }
+  void ShowPhase(const std::string& text) override { m_progress.Phase(text); }
+  /// How the run ended stands in the report.
+  void ShowInformation(const std::string&) override {}
   void ShowPercent(std::optional<int> percent) override {
     if (percent) m_progress.Percent(*percent);
   }

@@ -8,7 +8,7 @@ namespace kestrin::cli {
 
 /// Prints a command's report: with `json` as exactly one JSON document, else as text for people; its message always as
 /// "kestrinctl: MESSAGE" where failures go. In texts for people no control character reaches the terminal, whatever
-/// names from files and answers hold; the document holds them exactly.
+/// names from files and answers hold; the document holds them exactly, written as escapes.
 class Output {
  public:
   /// The streams must outlive the output.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +18,10 @@ class Syntax {
   virtual void Text(const std::string& name, std::string& target, const std::string& help, Need need) = 0;
   /// May be given any number of times; an argument known by its place takes all that are left.
   virtual void Texts(const std::string& name, std::vector<std::string>& target, const std::string& help, Need need) = 0;
+  /// Files and folders, whatever bytes their names are made of.
+  virtual void Path(const std::string& name, std::filesystem::path& target, const std::string& help, Need need) = 0;
+  virtual void Paths(const std::string& name, std::vector<std::filesystem::path>& target, const std::string& help,
+                     Need need) = 0;
   /// A whole number from `minimum` to `maximum`; anything else is wrong usage.
   virtual void Number(const std::string& name, std::optional<std::int32_t>& target, std::int32_t minimum,
                       std::int32_t maximum, const std::string& help) = 0;

@@ -154,6 +154,11 @@ TEST_F(ConfigTest, NoControlCharacterOfAPathReachesTheTerminal) {
   const Json document = RunJson(0, {"config", "show", m_out});
   EXPECT_EQ(document["slots"]["boot"]["path"], sound);
   EXPECT_EQ(document["failed"], Json::array({gone}));
+  // The document holds them as escapes.
+  const std::string json = Run({"--json", "config", "show", m_out}).out;
+  EXPECT_NE(json.find(R"(\u001b[2J\u001b]0;owned\u0007\u007f\u009b31m.lsu)"), std::string::npos) << json;
+  EXPECT_EQ(json.find_first_of("\x1B\x07\x7F"), std::string::npos) << json;
+  EXPECT_EQ(json.find("\u009B"), std::string::npos) << json;
 
   const std::vector<Arguments> commands{{"config", "show", m_out},
                                         {"config", "map", m_out},

@@ -51,7 +51,7 @@ class ConfigMakeCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Write a configuration file"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("OUT", m_output, "The configuration file (.lscfg)", Syntax::Need::Required);
+    syntax.Path("OUT", m_output, "The configuration file (.lscfg)", Syntax::Need::Required);
     for (std::size_t i = 0; i < core::sound::kSlots.size(); ++i) {
       const core::sound::Slot& slot = core::sound::kSlots[i];
       const std::string name = "--" + std::string(slot.name) + " F";
@@ -72,8 +72,7 @@ class ConfigMakeCommand final : public Command {
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text, context.interrupt.Pump());
     }
     RequireOutputOfItsOwn(configuration);
-    const core::base::Result<> saved =
-        core::sound::ConfigurationFile::Save(configuration, core::base::PathOf(m_output), context.disk);
+    const core::base::Result<> saved = core::sound::ConfigurationFile::Save(configuration, m_output, context.disk);
     if (!saved) throw CommandFailure(ExitCode::Failed, saved.Text());
     return ReportOf(configuration, {});
   }
@@ -83,9 +82,10 @@ class ConfigMakeCommand final : public Command {
   void RequireOutputOfItsOwn(core::sound::LSU_Configuration& configuration) const {
     for (const core::sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
       std::error_code error;
-      if (fs::equivalent(core::base::PathOf(m_output), entry.file->FileNameAndPath(), error))
-        throw CommandFailure(ExitCode::WrongUsage,
-                             m_output + " is one of the sounds. Choose another name for the configuration file.");
+      if (fs::equivalent(m_output, entry.file->FileNameAndPath(), error))
+        throw CommandFailure(
+            ExitCode::WrongUsage,
+            core::base::TextOf(m_output) + " is one of the sounds. Choose another name for the configuration file.");
     }
   }
 
@@ -101,7 +101,7 @@ class ConfigMakeCommand final : public Command {
     if (argument.volume) configuration.SetVolume(slot.kind, position, *argument.volume);
   }
 
-  std::string m_output;
+  fs::path m_output;
   /// By the slots' places in kSlots: the one sound of single slots, the sounds of lists.
   std::array<std::string, core::sound::kSlots.size()> m_singles;
   std::array<std::vector<std::string>, core::sound::kSlots.size()> m_sounds;

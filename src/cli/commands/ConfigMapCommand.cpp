@@ -26,7 +26,7 @@ class ConfigMapCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Show where a set lies in the board's flash"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -68,7 +68,7 @@ class ConfigMapCommand final : public Command {
   }
 
  private:
-  std::string m_file;
+  std::filesystem::path m_file;
 };
 
 }  // namespace

@@ -11,7 +11,7 @@ class ConfigShowCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Load a configuration file and list its sounds"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -21,7 +21,7 @@ class ConfigShowCommand final : public Command {
   }
 
  private:
-  std::string m_file;
+  std::filesystem::path m_file;
 };
 
 }  // namespace

@@ -41,7 +41,7 @@ class DownloadCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Write a set of sounds into the board"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -99,7 +99,7 @@ class DownloadCommand final : public Command {
     return report;
   }
 
-  std::string m_file;
+  std::filesystem::path m_file;
 };
 
 }  // namespace

@@ -16,9 +16,9 @@ class SoundCodeCommand final : public Command {
   }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("FILE", m_file, "Sound file (.lsu)", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "Sound file (.lsu)", Syntax::Need::Required);
     DeclareVolume(syntax, m_volume);
-    syntax.Text("--output OUT", m_output, "File for the coded stream", Syntax::Need::Required);
+    syntax.Path("--output OUT", m_output, "File for the coded stream", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -27,21 +27,20 @@ class SoundCodeCommand final : public Command {
     CodeSound(file, m_volume, context.interrupt.Pump());
     std::vector<std::uint8_t> bytes;
     static_cast<void>(file.GetBytes(bytes, 0, static_cast<std::size_t>(file.NrOfBytes())));
-    RequireWritten(core::base::WriteWholeFile(core::base::PathOf(m_output), std::string(bytes.begin(), bytes.end()),
-                                              context.disk));
+    RequireWritten(core::base::WriteWholeFile(m_output, std::string(bytes.begin(), bytes.end()), context.disk));
 
     Report report;
     report.document = {{"codedBytes", file.NrOfBytes()}, {"checksum", file.GetFileCRC()}};
     report.text = AlignedPairs({{"Coded bytes", std::to_string(file.NrOfBytes())},
                                 {"Checksum", std::to_string(file.GetFileCRC())},
-                                {"Written to", m_output}});
+                                {"Written to", core::base::TextOf(m_output)}});
     return report;
   }
 
  private:
-  std::string m_file;
+  std::filesystem::path m_file;
   std::optional<std::int32_t> m_volume;
-  std::string m_output;
+  std::filesystem::path m_output;
 };
 
 }  // namespace

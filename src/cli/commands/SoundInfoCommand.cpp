@@ -24,7 +24,7 @@ class SoundInfoCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Measure sound files"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Texts("FILE", m_files, "Sound files (.lsu)", Syntax::Need::Required);
+    syntax.Paths("FILE", m_files, "Sound files (.lsu)", Syntax::Need::Required);
     DeclareVolume(syntax, m_volume);
   }
 
@@ -38,21 +38,22 @@ class SoundInfoCommand final : public Command {
                      {"coded bytes", Align::Right},
                      {"checksum", Align::Right}});
     Report report;
-    for (const std::string& path : m_files) {
+    for (const std::filesystem::path& path : m_files) {
+      const std::string name = core::base::TextOf(path);
       context.interrupt.Look();
       core::sound::LSU_SoundFile file;
-      if (!file.ReadFile(core::base::PathOf(path), context.interrupt.Pump())) {
-        files.push_back({{"path", path}, {"valid", false}});
-        table.Add({path, "not valid"});
+      if (!file.ReadFile(path, context.interrupt.Pump())) {
+        files.push_back({{"path", name}, {"valid", false}});
+        table.Add({name, "not valid"});
         report.code = ExitCode::Failed;
         report.message += (report.message.empty() ? "" : "\n") + file.WhyNotValid();
         continue;
       }
       const double seconds = static_cast<double>(file.NrOfSamples()) / core::sound::LSU_SoundFile::kSamplesPerSecond;
-      Document document = {{"path", path},       {"valid", true},       {"samples", file.NrOfSamples()},
+      Document document = {{"path", name},       {"valid", true},       {"samples", file.NrOfSamples()},
                            {"seconds", seconds}, {"peak", file.Peak()}, {"codedBytes", nullptr},
                            {"checksum", nullptr}};
-      std::vector<std::string> row = {path, std::to_string(file.NrOfSamples()), WithTwoDecimals(seconds),
+      std::vector<std::string> row = {name, std::to_string(file.NrOfSamples()), WithTwoDecimals(seconds),
                                       std::to_string(file.Peak())};
       try {
         CodeSound(file, m_volume, context.interrupt.Pump());
@@ -73,7 +74,7 @@ class SoundInfoCommand final : public Command {
   }
 
  private:
-  std::vector<std::string> m_files;
+  std::vector<std::filesystem::path> m_files;
   std::optional<std::int32_t> m_volume;
 };
 

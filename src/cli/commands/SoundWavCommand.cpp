@@ -13,23 +13,24 @@ class SoundWavCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Write a sound as a WAV file"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("FILE", m_file, "Sound file (.lsu)", Syntax::Need::Required);
-    syntax.Text("--output OUT", m_output, "The WAV file", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "Sound file (.lsu)", Syntax::Need::Required);
+    syntax.Path("--output OUT", m_output, "The WAV file", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
     RequireOtherFile(m_file, m_output);
     const core::sound::LSU_SoundFile file = ReadSound(m_file, context.interrupt.Pump());
-    RequireWritten(file.SaveWav(core::base::PathOf(m_output), context.disk, context.interrupt.Pump()));
+    RequireWritten(file.SaveWav(m_output, context.disk, context.interrupt.Pump()));
     Report report;
     report.document = {{"samples", file.NrOfSamples()}};
-    report.text = AlignedPairs({{"Samples", std::to_string(file.NrOfSamples())}, {"Written to", m_output}});
+    report.text =
+        AlignedPairs({{"Samples", std::to_string(file.NrOfSamples())}, {"Written to", core::base::TextOf(m_output)}});
     return report;
   }
 
  private:
-  std::string m_file;
-  std::string m_output;
+  std::filesystem::path m_file;
+  std::filesystem::path m_output;
 };
 
 }  // namespace

@@ -28,7 +28,7 @@ class VerifyCommand final : public Command {
   }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "Configuration file (.lscfg)", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -83,7 +83,7 @@ class VerifyCommand final : public Command {
   }
 
  private:
-  std::string m_file;
+  std::filesystem::path m_file;
 };
 
 }  // namespace

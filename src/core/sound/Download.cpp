@@ -103,7 +103,7 @@ std::optional<DownloadOutcome> Download::KeepParameters(const DownloadTarget& ta
 }
 
 std::optional<DownloadOutcome> Download::Erase(device::TLS& board) {
-  ShowInformation("Erasing flash memory ...");
+  ShowPhase("Erasing flash memory ...");
   ShowPercent(0);
   ShowFrame("Cancel");
   m_boardHolds = BoardHolds::PerhapsErased;
@@ -132,7 +132,7 @@ bool Download::WaitForErase(device::TLS& board) {
 
 std::optional<DownloadOutcome> Download::Code() {
   if (m_cancelDownload) return EndWithCancelled();
-  ShowInformation("Coding data...");
+  ShowPhase("Coding data...");
   ShowPercent(std::nullopt);
   const base::Result<> map = m_configuration.MakeMemoryMap(
       [this](int percent) {
@@ -146,7 +146,7 @@ std::optional<DownloadOutcome> Download::Code() {
 }
 
 std::optional<DownloadOutcome> Download::WriteFiles(device::TLS& board) {
-  ShowInformation("Downloading...");
+  ShowPhase("Downloading...");
   ShowPercent(0);
   for (const SlotFile& entry : m_configuration.FilesInFlashOrder()) {
     if (!WriteFile(board, *entry.file)) return EndWithConnectionLost();
@@ -209,6 +209,12 @@ void Download::ShowInformation(const std::string& text) {
   if (m_cancelDownload) return;
   m_information = text;
   m_view.ShowInformation(text);
+}
+
+void Download::ShowPhase(const std::string& text) {
+  if (m_cancelDownload) return;
+  m_information = text;
+  m_view.ShowPhase(text);
 }
 
 void Download::ShowPercent(std::optional<int> percent) {

@@ -18,6 +18,8 @@ class DownloadView {
   virtual void ShowFrame() = 0;
   virtual void HideFrame() = 0;
   virtual void ShowInformation(const std::string& text) = 0;
+  /// Information about work that begins now and goes on for a while.
+  virtual void ShowPhase(const std::string& text) { ShowInformation(text); }
   /// A whole percentage, shown followed by " %"; nothing empties the label.
   virtual void ShowPercent(std::optional<int> percent) = 0;
   /// "Cancel" while the run is going, "Close" when it has ended.

@@ -68,11 +68,6 @@ class LSU_Configuration {
   /// before, its size does not.
   [[nodiscard]] std::vector<std::uint8_t> GetFileTable() const;
 
-  /// The file at list position 1 .. 12. Throws std::out_of_range beyond.
-  [[nodiscard]] LSU_SoundFile& GetMtFile(int index);
-  [[nodiscard]] LSU_SoundFile& GetImpFile(int index);
-  [[nodiscard]] LSU_SoundFile& GetLkFile(int index);
-
   /// The file of a slot; `position` (from 1) counts for lists only. Throws std::out_of_range outside 1 .. 12.
   [[nodiscard]] LSU_SoundFile& FileAt(SlotKind kind, int position = 1);
   [[nodiscard]] const LSU_SoundFile& FileAt(SlotKind kind, int position = 1) const;
@@ -83,6 +78,14 @@ class LSU_Configuration {
 
   /// Files in use in a list; for a single slot 1 when it holds samples, else 0.
   [[nodiscard]] int Count(SlotKind kind) const;
+
+  // The lists one by one, under the names that belong to this class. The programs go through FileAt() and Count(), which
+  // take every slot.
+  /// The file at list position 1 .. 12. Throws std::out_of_range beyond.
+  [[nodiscard]] LSU_SoundFile& GetMtFile(int index);
+  [[nodiscard]] LSU_SoundFile& GetImpFile(int index);
+  [[nodiscard]] LSU_SoundFile& GetLkFile(int index);
+  /// The files in use in a list.
   [[nodiscard]] int NrOfMt() const { return Count(SlotKind::Motion); }
   [[nodiscard]] int NrOfImp() const { return Count(SlotKind::Impact); }
   [[nodiscard]] int NrOfLk() const { return Count(SlotKind::Lockup); }
