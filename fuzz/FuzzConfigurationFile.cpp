@@ -14,7 +14,7 @@ namespace {
 
 using kestrin::fuzz::MemoryFolder;
 using kestrin::fuzz::Require;
-using namespace kestrin::sound;
+using namespace kestrin::core::sound;
 
 /// A view that checks what it is shown.
 class Watch : public ConfigurationView {
