@@ -183,6 +183,20 @@ TEST_F(ConfigTest, NoControlCharacterOfAPathReachesTheTerminal) {
   }
 }
 
+#ifndef __APPLE__
+TEST_F(ConfigTest, NamesThatAreNoUtf8AreStillTheSameFiles) {
+  const std::string sound = Sound("gr\xFC\xDF.lsu");
+  const std::string out = (m_folder / "ses \xE9t\xE9s.lscfg").string();
+  ASSERT_EQ(Run({"config", "make", out, "--boot", sound + ":70"}).code, 0);
+  EXPECT_NE(ReadBytes(out).find("BOOT\r\n" + sound + "\r\n 70\r\n"), std::string::npos);
+  EXPECT_NE(Run({"config", "show", out}).out.find(sound + "\n"), std::string::npos);
+  const std::string wav = (m_folder / "\xFF.wav").string();
+  EXPECT_EQ(Run({"sound", "wav", sound, "--output", wav}).code, 0);
+  EXPECT_EQ(ReadBytes(wav).substr(0, 4), "RIFF");
+  EXPECT_EQ(RunJson(0, {"sound", "info", sound})["files"][0]["samples"], 100);
+}
+#endif
+
 TEST_F(ConfigTest, WhatIsNoConfigurationFileFails) {
   const std::string file = WriteBytes(m_folder / "bad.lscfg", "BOOT\r\n\r\n 100\r\nPWR\r\n").string();
   const std::vector<Arguments> commands{

@@ -20,14 +20,20 @@ using support::SomeSamples;
 using support::TemporaryFolder;
 using support::WriteSoundFile;
 
-constexpr const char* kGone = " is no longer there. Put it back or choose another sound.";
-constexpr const char* kChanged = " has changed since it was added. Add it again.";
-constexpr const char* kUnreadable = " cannot be read. Check that you may read it, or choose another sound.";
+/// What is said behind the file's name, and of what kind it is.
+struct Reason {
+  base::FailureKind kind;
+  const char* text;
+};
+constexpr Reason kGone{base::FailureKind::NotFound, " is no longer there. Put it back or choose another sound."};
+constexpr Reason kChanged{base::FailureKind::Changed, " has changed since it was added. Add it again."};
+constexpr Reason kUnreadable{base::FailureKind::Failed,
+                             " cannot be read. Check that you may read it, or choose another sound."};
 
 struct Change {
   const char* name;
   std::function<void(const fs::path&)> happen;
-  const char* text;
+  Reason reason;
 };
 
 std::vector<Change> Changes(std::size_t count) {
@@ -65,7 +71,10 @@ TEST(LSU_SoundFileChanged, AFileThatChangedIsNotCodedAndTheTextSaysWhy) {
       EXPECT_FALSE(file.Code()) << count << " " << change.name;
       EXPECT_EQ(file.NrOfBytes(), 0) << count << " " << change.name;
       EXPECT_EQ(file.GetFileCRC(), 0) << count << " " << change.name;
-      EXPECT_EQ(file.CheckCodable().Text(), "\"" + (folder / "a.lsu").string() + "\"" + change.text)
+      const base::Result<> codable = file.CheckCodable();
+      ASSERT_FALSE(codable) << count << " " << change.name;
+      EXPECT_EQ(codable.Why(),
+                (base::Failure{change.reason.kind, "\"" + (folder / "a.lsu").string() + "\"" + change.reason.text}))
           << count << " " << change.name;
     }
 }
@@ -115,7 +124,7 @@ TEST(LSU_SoundFileChanged, ALongerAndLouderFileHasChangedBeforeItIsTooLoud) {
   ASSERT_TRUE(file.ReadFile(WriteSoundFile(folder / "a.lsu", SomeSamples(100, 1000))));
   WriteSoundFile(folder / "a.lsu", SomeSamples(200, 30000));
   EXPECT_FALSE(file.Code());
-  EXPECT_EQ(file.CheckCodable().Text(), "\"" + (folder / "a.lsu").string() + "\"" + kChanged);
+  EXPECT_EQ(file.CheckCodable().Text(), "\"" + (folder / "a.lsu").string() + "\"" + kChanged.text);
 }
 
 }  // namespace

@@ -307,8 +307,11 @@ TEST_F(LSU_SoundFileCode, AStreamIsAtMostAsLongAsTheTableCanSay) {
   readWith(11184811);
   EXPECT_FALSE(m_file.Code());
   EXPECT_EQ(m_file.NrOfBytes(), 0);
-  EXPECT_EQ(m_file.CheckCodable().Text(),
-            "\"" + path.string() + "\" is longer than any board can hold. Choose a shorter sound.");
+  const base::Result<> codable = m_file.CheckCodable();
+  ASSERT_FALSE(codable);
+  EXPECT_EQ(codable.Why(),
+            (base::Failure{base::FailureKind::NotValid,
+                           "\"" + path.string() + "\" is longer than any board can hold. Choose a shorter sound."}));
 }
 
 TEST_F(LSU_SoundFileCode, RemovingTakesNameAndSamplesOnly) {
