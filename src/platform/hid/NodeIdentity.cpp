@@ -41,8 +41,8 @@ bool IsNodeGone(const std::string& path, const NodeIdentity& identity) {
 }
 
 std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path) {
-  const std::string name = std::filesystem::path(path).filename().string();
-  std::ifstream file("/sys/class/hidraw/" + name + "/device/report_descriptor", std::ios::binary);
+  const std::filesystem::path device = "/sys/class/hidraw" / std::filesystem::path(path).filename() / "device";
+  std::ifstream file(device / "report_descriptor", std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
