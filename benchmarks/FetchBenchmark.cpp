@@ -15,6 +15,7 @@
 #include <system_error>
 #include <vector>
 
+#include "core/update/FontStore.h"
 #include "core/update/HttpRequest.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
@@ -82,7 +83,9 @@ void Fetch64MiB(benchmark::State& state) {
   const Folder folder;
   CurlTransfer transfer({});
   files::SystemDisk disk;
-  core::update::HttpRequest request(server.Host(), disk);
+  const core::update::FontStore store(folder.Path(), disk);
+  core::update::HttpRequest request(
+      server.Host(), [&](const fs::path& place, const std::string& name) { return store.Receive(place, name); });
   request.Initialize(transfer);
   std::vector<double> own;
   std::vector<double> plain;

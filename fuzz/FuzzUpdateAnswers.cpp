@@ -20,7 +20,7 @@ namespace {
 
 using kestrin::fuzz::MemoryFolder;
 using kestrin::fuzz::Require;
-using namespace kestrin::update;
+using namespace kestrin::core::update;
 namespace fs = std::filesystem;
 
 constexpr std::string_view kSeparator = "\xFF\xFF\xFF\xFF";

@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "cli/ProgramFolder.h"
-#include "core/update/UpdateUtils.h"
+#include "core/update/FontFiles.h"
+#include "core/update/FontsPlace.h"
 #include "platform/desktop/DataFolder.h"
 
 namespace kestrin::cli {
@@ -21,12 +22,10 @@ std::vector<std::filesystem::path> Places(const GlobalOptions& options) {
 
 std::vector<std::filesystem::path> FontsFolders(const GlobalOptions& options) {
   std::vector<std::filesystem::path> folders = Places(options);
-  for (std::filesystem::path& folder : folders) folder /= core::update::UpdateUtils::kFolderName;
+  for (std::filesystem::path& folder : folders) folder /= core::update::FontFiles::kFolderName;
   return folders;
 }
 
-std::filesystem::path FontsFolder(const GlobalOptions& options) {
-  return core::update::UpdateUtils::PlaceIn(Places(options));
-}
+std::filesystem::path FontsFolder(const GlobalOptions& options) { return core::update::FontsPlaceIn(Places(options)); }
 
 }  // namespace kestrin::cli

@@ -9,8 +9,8 @@
 #include <memory>
 
 #include "core/motion/KeptParametersFolder.h"
+#include "core/update/FontsPlace.h"
 #include "core/update/UpdateServer.h"
-#include "core/update/UpdateUtils.h"
 #include "platform/boards/BoardAgent.h"
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/DataFolder.h"
@@ -84,7 +84,7 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   const std::unique_ptr<core::sound::SoundPlayer> player = platform::desktop::MakeSystemSoundPlayer(clock);
   const std::array places{options.programFolder, data};
-  const std::filesystem::path fonts = core::update::UpdateUtils::PlaceIn(places);
+  const std::filesystem::path fonts = core::update::FontsPlaceIn(places);
   const platform::desktop::DesktopFolders desktopFolders;
   const ui::window::FoldersWithFonts folders(desktopFolders, fonts);
   platform::desktop::EndRequests ends;

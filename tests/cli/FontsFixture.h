@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "KestrinctlTest.h"
+#include "core/base/PathText.h"
 
 namespace kestrin::support {
 
@@ -16,7 +17,8 @@ namespace kestrin::support {
 inline std::vector<std::pair<std::string, std::string>> Tree(const std::filesystem::path& folder) {
   std::vector<std::pair<std::string, std::string>> files;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
-    if (entry.is_regular_file()) files.emplace_back(entry.path().lexically_relative(folder), ReadBytes(entry.path()));
+    if (entry.is_regular_file())
+      files.emplace_back(core::base::TextOf(entry.path().lexically_relative(folder)), ReadBytes(entry.path()));
   std::sort(files.begin(), files.end());
   return files;
 }
@@ -35,7 +37,7 @@ class FontsFixture : public KestrinctlTest {
     std::string address;
   };
   [[nodiscard]] Server Serve(const Arguments& options = {}) const {
-    Arguments arguments{"fonts", "serve", m_offered.string()};
+    Arguments arguments{"fonts", "serve", core::base::TextOf(m_offered)};
     arguments.insert(arguments.end(), options.begin(), options.end());
     Server server{Start(arguments), ""};
     server.address = server.process->WaitForLine();
@@ -48,7 +50,13 @@ class FontsFixture : public KestrinctlTest {
   }
 
   [[nodiscard]] Arguments Update(const std::string& server) const {
-    return {"--board", "sim:serial=4B535499", "--program-folder", m_program.string(), "fonts", "update", "--server",
+    return {"--board",
+            "sim:serial=4B535499",
+            "--program-folder",
+            core::base::TextOf(m_program),
+            "fonts",
+            "update",
+            "--server",
             server};
   }
   /// A font of two sounds that nobody looks into.
@@ -59,7 +67,7 @@ class FontsFixture : public KestrinctlTest {
     WriteBytes(m_offered / name / (name + ".lscfg"), "BOOT\r\n/x/one.lsu\r\n 70\r\nPWRON\r\n/x/two.lsu\r\n 70\r\n");
   }
   [[nodiscard]] Json Listed() const {
-    return RunJson(0, {"--program-folder", m_program.string(), "fonts", "list"})["fonts"];
+    return RunJson(0, {"--program-folder", core::base::TextOf(m_program), "fonts", "list"})["fonts"];
   }
 
   std::filesystem::path m_offered = m_folder / "offered fonts";

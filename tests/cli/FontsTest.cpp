@@ -14,6 +14,7 @@
 
 #include "FontsFixture.h"
 #include "SoundSet.h"
+#include "core/base/PathText.h"
 #include "rig/net/ScriptedServer.h"
 
 namespace kestrin::support {
@@ -51,9 +52,9 @@ TEST_F(FontsTest, AnUpdateFetchesWhatIsOfferedAndTheNextOneNothing) {
   EXPECT_EQ(result["installed"], Json::array());
 
   // The font opens as the set that it is.
-  const Json shown = RunJson(0, {"config", "show", (m_store / "Ember" / "Ember.lscfg").string()});
+  const Json shown = RunJson(0, {"config", "show", core::base::TextOf(m_store / "Ember" / "Ember.lscfg")});
   EXPECT_EQ(shown["totalSamples"], set.Samples());
-  EXPECT_EQ(shown["slots"]["boot"]["path"], (m_store / "Ember" / set.sounds[0].path.filename()).string());
+  EXPECT_EQ(shown["slots"]["boot"]["path"], core::base::TextOf(m_store / "Ember" / set.sounds[0].path.filename()));
 }
 
 TEST_F(FontsTest, ASingleFontIsFetchedToo) {
@@ -79,7 +80,8 @@ TEST_F(FontsTest, WithoutJsonTheStepsAndTheEndAreTold) {
 
 TEST_F(FontsTest, TheListTellsWhatIsComplete) {
   EXPECT_EQ(Listed(), Json::array());
-  EXPECT_THAT(Run({"--program-folder", m_program.string(), "fonts", "list"}).out, HasSubstr("No sound fonts yet"));
+  EXPECT_THAT(Run({"--program-folder", core::base::TextOf(m_program), "fonts", "list"}).out,
+              HasSubstr("No sound fonts yet"));
   fs::create_directories(m_store / "Half");
   WriteBytes(m_store / "Half" / "b.LSU", "x");
   WriteBytes(m_store / "Half" / "a.lsu", "x");
@@ -158,7 +160,7 @@ TEST_F(FontsTest, TheServersChoiceIsOptionThenEnvironment) {
   OfferFont("Only");
   const Server server = Serve();
   m_environment.push_back("KESTRIN_UPDATE_SERVER=" + server.address);
-  const Arguments board{"--board", "sim", "--program-folder", m_program.string(), "fonts", "update"};
+  const Arguments board{"--board", "sim", "--program-folder", core::base::TextOf(m_program), "fonts", "update"};
   EXPECT_EQ(RunJson(0, board)["outcome"], "updated");
   // Nobody listens there.
   const Json failed = RunJson(1, Update("127.0.0.1:1"));
@@ -301,15 +303,15 @@ TEST_F(FontsTest, WithJsonAServerPrintsItsAddressAndNothingElse) {
 }
 
 TEST_F(FontsTest, AServerThatCannotStartSaysWhy) {
-  EXPECT_THAT(Run({"fonts", "serve", (m_folder / "nothing").string()}).errors, HasSubstr("is no folder"));
+  EXPECT_THAT(Run({"fonts", "serve", core::base::TextOf(m_folder / "nothing")}).errors, HasSubstr("is no folder"));
   const Server server = Serve();
   const std::string port = server.address.substr(server.address.find(':') + 1);
-  const Finished second = Run({"fonts", "serve", m_offered.string(), "--port", port});
+  const Finished second = Run({"fonts", "serve", core::base::TextOf(m_offered), "--port", port});
   EXPECT_EQ(second.code, 1);
   EXPECT_EQ(second.out, "");
   EXPECT_THAT(second.errors, HasSubstr(server.address + " cannot be used"));
-  EXPECT_EQ(Run({"fonts", "serve", m_offered.string(), "--port", "65536"}).code, 2);
-  EXPECT_EQ(Run({"fonts", "serve", m_offered.string(), "--address", "no address"}).code, 1);
+  EXPECT_EQ(Run({"fonts", "serve", core::base::TextOf(m_offered), "--port", "65536"}).code, 2);
+  EXPECT_EQ(Run({"fonts", "serve", core::base::TextOf(m_offered), "--address", "no address"}).code, 1);
 }
 
 }  // namespace

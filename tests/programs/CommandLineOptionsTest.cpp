@@ -52,7 +52,7 @@ TEST(CommandLineOptions, NameTheUpdateServer) {
   const auto parse = [](const QStringList& arguments, const char* environment) {
     return CommandLineOptions::Parse(QStringList{"kestrin"} + arguments, "/opt/kestrin", environment);
   };
-  EXPECT_EQ(parse({}, nullptr).options.updateServer, core::update::UpdateServer::Default());
+  EXPECT_EQ(parse({}, nullptr).options.updateServer, core::update::UpdateServer::Choose("", nullptr));
   EXPECT_EQ(parse({}, "from.environment:81").options.updateServer, "from.environment:81");
   EXPECT_EQ(parse({"--update-server", "localhost:8080"}, "from.environment").options.updateServer, "localhost:8080");
   EXPECT_EQ(parse({"--update-server", "http://x/"}, nullptr).problem.section('\n', 0, 0),

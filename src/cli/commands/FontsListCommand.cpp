@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/FontsFolder.h"
 #include "cli/TextTable.h"
-#include "core/update/UpdateUtils.h"
+#include "core/update/StoredFonts.h"
 
 namespace kestrin::cli {
 
@@ -17,7 +17,7 @@ class FontsListCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     Document fonts = Document::array();
     TextTable table({{"font"}, {"complete"}, {"sounds", TextTable::Align::Right}});
-    for (const core::update::UpdateUtils::Font& font : Fonts(FontsFolders(context.options))) {
+    for (const Font& font : Fonts(FontsFolders(context.options))) {
       fonts.push_back({{"name", font.name}, {"complete", font.complete}, {"files", font.files}});
       table.Add({font.name, font.complete ? "yes" : "no", std::to_string(font.files.size())});
     }
@@ -28,13 +28,13 @@ class FontsListCommand final : public Command {
   }
 
  private:
-  using Font = core::update::UpdateUtils::Font;
+  using Font = core::update::StoredFont;
 
   /// The fonts of all these folders by name; of two of a name, the one that lies in the first folder.
   static std::vector<Font> Fonts(const std::vector<std::filesystem::path>& folders) {
     std::map<std::string, Font> fonts;
     for (const std::filesystem::path& folder : folders)
-      for (Font& font : core::update::UpdateUtils::FontsIn(folder)) fonts.try_emplace(font.name, std::move(font));
+      for (Font& font : core::update::StoredFonts(folder)) fonts.try_emplace(font.name, std::move(font));
     std::vector<Font> all;
     all.reserve(fonts.size());
     for (auto& [name, font] : fonts) all.push_back(std::move(font));

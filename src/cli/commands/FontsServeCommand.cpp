@@ -38,22 +38,24 @@ class FontsServeCommand final : public Command {
       if (!quiet) std::cout << text << std::endl;
     };
     platform::net::FontServer server(core::update::FontAnswers(fonts), note, clock);
-    std::string problem = server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0)));
-    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
+    Require(server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0))));
     // Whoever started it waits for this line.
     std::cout << server.Address() << std::endl;
     Introduce(fonts, quiet);
-    problem = server.Run([] { return !Interrupt::Requested(); });
-    if (!problem.empty()) throw CommandFailure(ExitCode::Failed, problem);
+    Require(server.Run([] { return !Interrupt::Requested(); }));
     // Its address was all that it had to say.
     return {ExitCode::Interrupted, nullptr, "", ""};
   }
 
  private:
+  static void Require(const core::base::Result<>& step) {
+    if (!step) throw CommandFailure(ExitCode::Failed, step.Text());
+  }
+
   static void Introduce(const core::update::FontCollection& fonts, bool quiet) {
     for (const core::update::FontCollection::Font& font : fonts.Fonts())
-      if (!font.problem.empty())
-        std::cerr << "kestrinctl: left out: " << core::update::ShownName(font.name) << ": " << font.problem
+      if (!font.lines)
+        std::cerr << "kestrinctl: left out: " << core::update::ShownName(font.name) << ": " << font.lines.Text()
                   << std::endl;
       else if (!quiet)
         std::cout << "On offer: " << font.name << std::endl;

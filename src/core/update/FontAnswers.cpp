@@ -43,7 +43,7 @@ FontAnswers::Answer Accept(const std::vector<std::string>& lines, std::string no
 FontAnswers::Answer Refuse(std::string_view what) {
   FontAnswers::Answer answer;
   answer.text = kRefusal;
-  answer.note = "refused: " + update::ShownName(what);
+  answer.note = "refused: " + ShownName(what);
   return answer;
 }
 
@@ -58,7 +58,7 @@ FontAnswers::Answer FontAnswers::Text(std::string_view body) const {
 
 FontAnswers::Answer FontAnswers::Download(std::string_view body) const {
   const Fields fields(body);
-  const std::string what = update::ShownName(fields.font) + ": " + update::ShownName(fields.file);
+  const std::string what = ShownName(fields.font) + ": " + ShownName(fields.file);
   Answer answer;
   if (fields.service == "dld") answer.file = m_fonts.SoundFile(fields.font, fields.file);
   answer.status = answer.file ? 200 : 404;
@@ -69,7 +69,7 @@ FontAnswers::Answer FontAnswers::Download(std::string_view body) const {
 FontAnswers::Answer FontAnswers::Catalogue() const {
   std::vector<std::string> names;
   for (FontCollection::Font& font : m_fonts.Fonts())
-    if (font.problem.empty()) names.push_back(std::move(font.name));
+    if (font.lines) names.push_back(std::move(font.name));
   const std::string note = "list of " + std::to_string(names.size()) + (names.size() == 1 ? " font" : " fonts");
   // A list of a single line counts as empty, so a single font's line is ended, which makes a second, empty one.
   if (names.size() == 1) names.emplace_back();
@@ -80,7 +80,7 @@ FontAnswers::Answer FontAnswers::Query(std::string_view name) const {
   // The empty line of the list is asked for like a font; it has nothing.
   if (name.empty()) return Accept({}, "nothing");
   const std::optional<FontCollection::Font> font = m_fonts.Find(name);
-  return font ? Accept(font->lines, font->name) : Refuse(name);
+  return font ? Accept(*font->lines, font->name) : Refuse(name);
 }
 
 }  // namespace kestrin::core::update

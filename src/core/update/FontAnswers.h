@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "update/FontCollection.h"
+#include "update/HttpRequest.h"
 
 namespace kestrin::core::update {
 
@@ -31,7 +32,7 @@ class FontAnswers {
   [[nodiscard]] Answer Download(std::string_view body) const;
 
   static constexpr const char* kTextPath = "/";
-  static constexpr const char* kDownloadPath = "/tst/gct/";
+  static constexpr const char* kDownloadPath = HttpRequest::kDataPath;
 
  private:
   [[nodiscard]] Answer Catalogue() const;

@@ -10,22 +10,19 @@
 #include "base/Text.h"
 #include "update/HttpRequest.h"
 #include "update/PlainName.h"
-#include "update/UpdateManager.h"
+#include "update/UpdateAnswer.h"
 #include "update/UpdateUtils.h"
 
 namespace kestrin::core::update {
 
 namespace fs = std::filesystem;
 using base::TextOf;
-using update::HttpRequest;
-using update::UpdateUtils;
 
 namespace {
 
 constexpr const char* kNotPlain =
     " is no name that every computer takes. Rename it: none of ? * : \" < > | / \\ & = + %, no blank or dot at either "
-    "end, "
-    "no device name such as NUL, at most 200 bytes.";
+    "end, no device name such as NUL, at most 200 bytes.";
 /// Leaves room for the answer's first lines.
 constexpr std::uintmax_t kLongestConfiguration = HttpRequest::kLongestText - 1024;
 constexpr const char* kTwin = " differs from another name in the case of its letters only. Rename one of them.";
@@ -68,66 +65,69 @@ bool HasTwin(const std::string& name, const std::vector<std::string>& names) {
                      [&](const std::string& other) { return other != name && base::EqualsIgnoringCase(other, name); });
 }
 
-/// What is wrong with a sound file that a font names; "" when nothing is.
-std::string ProblemOfSound(const std::string& name, const std::vector<fs::path>& files) {
-  if (!update::IsPlainName(name)) return update::ShownName(name) + kNotPlain;
+/// That a font cannot be offered.
+base::Failure NoFont(const std::string& why) { return {base::FailureKind::NotValid, why}; }
+
+/// Whether clients take a sound file that a font names.
+base::Result<> CheckSound(const std::string& name, const std::vector<fs::path>& files) {
+  if (!IsPlainName(name)) return NoFont(ShownName(name) + kNotPlain);
   const auto file =
       std::find_if(files.begin(), files.end(), [&](const auto& path) { return TextOf(path.filename()) == name; });
-  if (file == files.end()) return name + " is not in the folder. Copy it there.";
+  if (file == files.end()) return NoFont(name + " is not in the folder. Copy it there.");
   std::error_code error;
   const std::uintmax_t size = fs::file_size(*file, error);
-  if (size == 0 || error) return name + " is empty or cannot be read. Replace it.";
+  if (size == 0 || error) return NoFont(name + " is empty or cannot be read. Replace it.");
   if (size > static_cast<std::uintmax_t>(HttpRequest::kLongestFile))
-    return name + " is larger than 64 MiB, which no client takes. Make it shorter.";
-  return "";
+    return NoFont(name + " is larger than 64 MiB, which no client takes. Make it shorter.");
+  return {};
 }
 
-FontCollection::Font ReadFont(const fs::path& folder) {
-  FontCollection::Font font{TextOf(folder.filename()), {}, ""};
-  if (!update::IsPlainName(font.name)) {
-    font.problem = "this" + std::string(kNotPlain);
-    return font;
-  }
-  if (!update::IsFontName(font.name)) {
-    font.problem = "clients keep a file of that name beside the fonts. Rename it.";
-    return font;
-  }
-  const std::vector<fs::path> files = Entries(folder, fs::file_type::regular);
-  const std::optional<fs::path> configuration = ConfigurationOf(folder, files);
-  if (!configuration) {
-    font.problem = "the folder needs one configuration file, best named " + font.name + ".lscfg. Save the set there.";
-    return font;
-  }
+/// The lines of a configuration file, if any client takes that many.
+base::Result<FontCollection::Lines> ReadConfiguration(const fs::path& path) {
+  const std::string name = TextOf(path.filename());
   std::error_code unknown;
-  if (fs::file_size(*configuration, unknown) > kLongestConfiguration) {
-    font.problem = TextOf(configuration->filename()) + " is too long for any client. Save the set again.";
-    return font;
-  }
-  std::optional<std::vector<std::string>> lines = LinesOf(*configuration);
-  if (!lines) {
-    font.problem = TextOf(configuration->filename()) + " cannot be read. Check its permissions.";
-    return font;
-  }
-  if (UpdateUtils::kFirstPayloadLine + lines->size() > update::UpdateManager::kMostLines) {
-    font.problem = TextOf(configuration->filename()) + " has too many lines for any client. Save the set again.";
-    return font;
-  }
+  if (fs::file_size(path, unknown) > kLongestConfiguration)
+    return NoFont(name + " is too long for any client. Save the set again.");
+  std::optional<FontCollection::Lines> lines = LinesOf(path);
+  if (!lines) return NoFont(name + " cannot be read. Check its permissions.");
+  if (UpdateAnswer::kFirstPayloadLine + lines->size() > UpdateAnswer::kMostLines)
+    return NoFont(name + " has too many lines for any client. Save the set again.");
+  return *std::move(lines);
+}
+
+/// Turns the names of sound files into bare ones, if every file can be sent.
+base::Result<> BareSounds(FontCollection::Lines& lines, const std::vector<fs::path>& files) {
   std::vector<std::string> sounds;
-  for (std::string& line : *lines) {
+  for (std::string& line : lines) {
     if (UpdateUtils::NamesSound(line)) {
       // The saver's own folders mean nothing elsewhere, and are nobody's business.
       line = base::LastPathPiece(line);
-      font.problem = ProblemOfSound(line, files);
-      if (HasTwin(line, sounds)) font.problem = line + kTwin;
+      if (HasTwin(line, sounds)) return NoFont(line + kTwin);
+      if (base::Result<> sound = CheckSound(line, files); !sound) return sound;
       sounds.push_back(line);
     } else if (line.find_first_of("/\\") != line.npos) {
-      font.problem = base::LastPathPiece(line) + " cannot be sent. Use sound files whose names end in .lsu.";
+      return NoFont(base::LastPathPiece(line) + " cannot be sent. Use sound files whose names end in .lsu.");
     }
-    if (!font.problem.empty()) return font;
   }
-  font.lines = std::move(*lines);
-  return font;
+  return {};
 }
+
+/// The lines of the font in that folder, or why it cannot be offered.
+base::Result<FontCollection::Lines> ReadLines(const fs::path& folder) {
+  const std::string name = TextOf(folder.filename());
+  if (!IsPlainName(name)) return NoFont("this" + std::string(kNotPlain));
+  if (!IsFontName(name)) return NoFont("clients keep a file of that name beside the fonts. Rename it.");
+  const std::vector<fs::path> files = Entries(folder, fs::file_type::regular);
+  const std::optional<fs::path> configuration = ConfigurationOf(folder, files);
+  if (!configuration)
+    return NoFont("the folder needs one configuration file, best named " + name + ".lscfg. Save the set there.");
+  base::Result<FontCollection::Lines> lines = ReadConfiguration(*configuration);
+  if (!lines) return lines;
+  if (const base::Result<> sounds = BareSounds(*lines, files); !sounds) return sounds.Why();
+  return lines;
+}
+
+FontCollection::Font ReadFont(const fs::path& folder) { return {TextOf(folder.filename()), ReadLines(folder)}; }
 
 }  // namespace
 
@@ -136,8 +136,8 @@ std::vector<FontCollection::Font> FontCollection::Fonts() const {
   std::vector<std::string> offered;
   for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
     Font font = ReadFont(folder);
-    if (font.problem.empty() && HasTwin(font.name, offered)) font = {font.name, {}, "this" + std::string(kTwin)};
-    if (font.problem.empty()) offered.push_back(font.name);
+    if (font.lines && HasTwin(font.name, offered)) font.lines = NoFont("this" + std::string(kTwin));
+    if (font.lines) offered.push_back(font.name);
     fonts.push_back(std::move(font));
   }
   return fonts;
@@ -147,7 +147,7 @@ std::optional<FontCollection::Font> FontCollection::Find(std::string_view name) 
   for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
     if (!base::EqualsIgnoringCase(TextOf(folder.filename()), name)) continue;
     Font font = ReadFont(folder);
-    if (!font.problem.empty()) continue;
+    if (!font.lines) continue;
     // Of names that differ in the case of their letters only, the first that can be is offered.
     return font.name == name ? std::optional(std::move(font)) : std::nullopt;
   }
@@ -156,9 +156,9 @@ std::optional<FontCollection::Font> FontCollection::Find(std::string_view name) 
 
 std::optional<fs::path> FontCollection::SoundFile(std::string_view font, std::string_view name) const {
   const std::optional<Font> found = Find(font);
-  if (!found || !UpdateUtils::NamesSound(name) ||
-      std::find(found->lines.begin(), found->lines.end(), name) == found->lines.end())
-    return std::nullopt;
+  if (!found || !UpdateUtils::NamesSound(name)) return std::nullopt;
+  const Lines& lines = *found->lines;
+  if (std::find(lines.begin(), lines.end(), name) == lines.end()) return std::nullopt;
   return m_folder / base::PathOf(font) / base::PathOf(name);
 }
 

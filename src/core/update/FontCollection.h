@@ -6,20 +6,23 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Result.h"
+
 namespace kestrin::core::update {
 
 /// A folder that holds one folder for each sound font: the font's sound files and one ".lscfg" file that names them. It
 /// is read anew whenever it is asked, so a font may be changed while it is on offer.
 class FontCollection {
  public:
+  using Lines = std::vector<std::string>;
+
   /// One folder of the collection.
   struct Font {
     /// The folder's name, by which the font is known.
     std::string name;
-    /// The lines of its ".lscfg" file, every sound file by its bare name; empty when there is a problem.
-    std::vector<std::string> lines;
-    /// Why it cannot be offered, with what to do about it, for its maker; "" when it can.
-    std::string problem;
+    /// The lines of its ".lscfg" file, every sound file by its bare name; or why the font cannot be offered, with what
+    /// to do about it, for its maker.
+    base::Result<Lines> lines;
   };
 
   explicit FontCollection(std::filesystem::path folder) : m_folder(std::move(folder)) {}

@@ -1,14 +1,13 @@
 #include "update/HttpRequest.h"
 
 #include <charconv>
+#include <limits>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <utility>
 
-#include "base/Disk.h"
-#include "base/NewFile.h"
 #include "base/Numbers.h"
-#include "base/PathText.h"
 #include "update/TransferControl.h"
 
 namespace kestrin::core::update {
@@ -21,8 +20,6 @@ constexpr const char* kLengthHeader = "Content-Length";
 constexpr int kFirstGoodStatus = 200;
 constexpr int kLastGoodStatus = 299;
 constexpr std::int64_t kHundred = 100;
-/// Chunks are gathered to this before they are written: a write for each would cost a tenth of the speed and more.
-constexpr std::size_t kWrittenAtOnce = 65536;
 
 /// A length as a header tells it; nothing when that is no whole number. One too large for anything is the largest.
 std::optional<std::int64_t> LengthIn(std::string_view text) {
@@ -36,23 +33,13 @@ std::optional<std::int64_t> LengthIn(std::string_view text) {
   return length;
 }
 
-std::string CouldNotWrite(const fs::path& path, const std::string& reason) {
-  return "\"" + base::TextOf(path) + "\" could not be written: " + reason;
-}
-
-/// The folder behind all links, "" when there is none.
-fs::path Behind(const fs::path& folder) {
-  std::error_code ignored;
-  return fs::canonical(folder, ignored);
-}
-
 }  // namespace
 
-HttpRequest::HttpRequest(const std::string& host, base::Disk& disk, base::EventPump pump)
+HttpRequest::HttpRequest(const std::string& host, SinkFor sinkFor, base::EventPump pump)
     : m_url("http://" + host),
       m_headers("Host:" + host + "\r\nUser-Agent:" + kUserAgent +
                 "\r\nConnection:keep-alive\r\nContent-Type:application/x-www-form-urlencoded"),
-      m_disk(disk),
+      m_sinkFor(std::move(sinkFor)),
       m_pump(std::move(pump)) {}
 
 void HttpRequest::Initialize(TransferControl& transferControl) {
@@ -77,9 +64,11 @@ void HttpRequest::Fail(Status status) {
   m_inetConnector->Cancel();
 }
 
-void HttpRequest::FailToWrite(const std::string& problem) {
-  m_problem = problem;
+bool HttpRequest::Worked(base::Result<> step) {
+  if (step) return true;
+  m_fileResult = std::move(step);
   Fail(kRaised);
+  return false;
 }
 
 std::string HttpRequest::requestText(const std::string& body) {
@@ -95,19 +84,19 @@ std::string HttpRequest::requestText(const std::string& body) {
 }
 
 std::string HttpRequest::requestData(const std::string& body, const fs::path& folder, const std::string& fileName) {
+  m_fileResult = {};
   try {
-    const fs::path place = Behind(folder);
-    if (Start(m_url + kDataPath, body, kSlowestFile)) ReadData(folder, place, fileName);
+    const std::unique_ptr<FileSink> sink = m_sinkFor(folder, fileName);
+    if (Start(m_url + kDataPath, body, kSlowestFile)) ReadData(*sink);
   } catch (const std::exception& error) {
     m_status = kRaised;
-    if (m_problem.empty()) m_problem = error.what();
+    if (m_fileResult) m_fileResult = base::Failure{base::FailureKind::Failed, error.what()};
   }
   m_running = false;
   return "";
 }
 
 bool HttpRequest::Start(const std::string& url, const std::string& body, std::int64_t bytesAMinute) {
-  m_problem.clear();
   m_cancelled = false;
   m_status = kRaised;
   if (m_inetConnector == nullptr) return false;
@@ -162,55 +151,19 @@ std::string HttpRequest::ReadText() {
   return text;
 }
 
-void HttpRequest::ReadData(const fs::path& folder, const fs::path& place, const std::string& fileName) {
+void HttpRequest::ReadData(FileSink& sink) {
   const std::int64_t length = LengthIn(m_inetConnector->GetHeader(kLengthHeader)).value_or(0);
   if (length <= 0) return Fail(kDisconnected);
   if (length > kLongestFile) return Fail(kFailed);
-
-  // While the server is waited for, anybody may put a link where the folder or the file was.
-  const auto hasMoved = [&] { return Behind(folder) != place; };
-  const std::string moved = "\"" + base::TextOf(folder) + "\" has become another folder meanwhile";
-  const fs::path temporary = folder / kTemporaryName;
-  std::error_code error;
-  if (hasMoved()) return FailToWrite(moved);
-  fs::remove(temporary, error);
-  base::NewFile file(temporary);
-  if (!file.IsOpen() || !ReadInto(file, length) || !file.Close())
-    return FailToWrite(CouldNotWrite(temporary, file.Why().text));
-  const bool stays = !hasMoved();
-  if (m_status != kFine) {
-    if (stays) fs::remove(temporary, error);
-    return;
-  }
-  if (!stays) return FailToWrite(moved);
-  Finish(temporary, folder / base::PathOf(fileName), length);
+  if (!Worked(sink.Begin()) || !ReadInto(sink, length)) return;
+  if (m_status == kFine)
+    static_cast<void>(Worked(sink.Finish()));
+  else
+    sink.Drop();
 }
 
-void HttpRequest::Finish(const fs::path& temporary, const fs::path& target, std::int64_t length) {
-  // Only what was written here may get the name.
-  std::error_code error;
-  const fs::file_status status = fs::symlink_status(temporary, error);
-  if (!fs::is_regular_file(status) || fs::file_size(temporary, error) != static_cast<std::uintmax_t>(length))
-    return FailToWrite("\"" + base::TextOf(temporary) + "\" has become another file meanwhile");
-  // A font that is marked as complete must have its sounds after a power cut, too.
-  error = m_disk.Flush(temporary);
-  if (error) return FailToWrite(CouldNotWrite(temporary, error.message()));
-  fs::rename(temporary, target, error);
-  if (!error) return;
-  const std::string reason = error.message();
-  const bool inTheWay = fs::is_directory(target, error);
-  FailToWrite(CouldNotWrite(target, inTheWay ? "a folder of that name is in the way" : reason));
-}
-
-/// False when the file could not be written; everything else that goes wrong is left in the status.
-bool HttpRequest::ReadInto(base::NewFile& file, std::int64_t length) {
+bool HttpRequest::ReadInto(FileSink& sink, std::int64_t length) {
   std::int64_t count = 0;
-  std::string gathered;
-  const auto write = [&] {
-    const bool taken = file.Write(gathered);
-    gathered.clear();
-    return taken;
-  };
   while (true) {
     const std::string chunk = m_inetConnector->NextChunk(kChunk);
     if (chunk.empty()) break;
@@ -226,10 +179,8 @@ bool HttpRequest::ReadInto(base::NewFile& file, std::int64_t length) {
       m_inetConnector->Cancel();
       return true;
     }
-    gathered += chunk;
-    if (gathered.size() >= kWrittenAtOnce && !write()) return false;
+    if (!Worked(sink.Take(chunk))) return false;
   }
-  if (m_status == kFine && !write()) return false;
   if (m_status == kFine && count < length) m_status = kDisconnected;
   return true;
 }

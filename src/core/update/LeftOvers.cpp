@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "base/PathText.h"
-#include "update/HttpRequest.h"
-#include "update/UpdateUtils.h"
+#include "update/FontFiles.h"
 
 namespace kestrin::core::update {
 
@@ -39,13 +38,13 @@ void RemoveFrom(const fs::path& folder, const std::string& item) {
   const auto has = [&](std::string_view name) { return std::find(names.begin(), names.end(), name) != names.end(); };
   // A font begins with its descriptor and ends with its marker. Without the one, "tmp" is no download; behind the other
   // nothing of an update is unfinished, and a file may be one that the person saves at this moment.
-  const bool begun = has(UpdateUtils::kDescriptor);
-  const bool ended = has(UpdateUtils::kCompleteMarker);
+  const bool begun = has(FontFiles::kDescriptor);
+  const bool ended = has(FontFiles::kCompleteMarker);
   for (const std::string& name : names) {
-    const bool download = begun && name == HttpRequest::kTemporaryName;
+    const bool download = begun && name == FontFiles::kTemporaryName;
     const bool unfinished = !ended && name.starts_with(".kestrin-") && name.ends_with(".new");
-    const bool older = WasToBecome(name, UpdateUtils::kDescriptor) || WasToBecome(name, UpdateUtils::kCompleteMarker) ||
-                       WasToBecome(name, item + UpdateUtils::kConfigurationEnding);
+    const bool older = WasToBecome(name, FontFiles::kDescriptor) || WasToBecome(name, FontFiles::kCompleteMarker) ||
+                       WasToBecome(name, item + FontFiles::kConfigurationEnding);
     std::error_code ignored;
     if (download || unfinished || older) fs::remove(folder / base::PathOf(name), ignored);
   }
@@ -58,7 +57,7 @@ void RemoveLeftOvers(const fs::path& fontsFolder) {
   std::error_code ignored;
   for (const std::string& name : FilesIn(fontsFolder)) {
     const fs::path path = fontsFolder / base::PathOf(name);
-    const bool trial = name.starts_with(UpdateUtils::kTrial) && fs::is_regular_file(fs::symlink_status(path, ignored));
+    const bool trial = name.starts_with(FontFiles::kTrial) && fs::is_regular_file(fs::symlink_status(path, ignored));
     // A trial is empty; it may be another program's that is about to remove it itself.
     if (trial && fs::file_size(path, ignored) == 0) fs::remove(path, ignored);
   }

@@ -4,12 +4,14 @@
 #include <array>
 
 #include "base/Text.h"
-#include "update/HttpRequest.h"
-#include "update/UpdateUtils.h"
+#include "update/FontFiles.h"
 
 namespace kestrin::core::update {
 
 namespace {
+
+/// The longest name that a file or folder from the server may have, in bytes.
+constexpr std::size_t kLongestName = 200;
 
 constexpr std::size_t kShownBytes = 60;
 
@@ -17,8 +19,8 @@ constexpr std::size_t kShownBytes = 60;
 constexpr std::string_view kForbidden = "/\\:?*\"<>|&=+%";
 
 /// What an update keeps in the fonts folder beside the fonts.
-constexpr std::array<std::string_view, 3> kTaken{UpdateUtils::kCompleteMarker, UpdateUtils::kDescriptor,
-                                                 HttpRequest::kTemporaryName};
+constexpr std::array<std::string_view, 3> kTaken{FontFiles::kCompleteMarker, FontFiles::kDescriptor,
+                                                 FontFiles::kTemporaryName};
 
 /// Names that Windows keeps for devices, whatever stands behind a dot.
 constexpr std::array<std::string_view, 6> kDevices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};

@@ -1,19 +1,14 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace kestrin::core::update {
 
-/// The longest name that a file or folder from the server may have, in bytes.
-inline constexpr std::size_t kLongestName = 200;
-
 /// Whether a name that somebody else chose can only ever mean a file or folder right where it is put, on every system,
 /// and comes through a request unchanged, whose values are not escaped: 1 to 200 bytes, none of / \ : ? * " < > | & = +
 /// % and no control character, not the name of a device (NUL, COM1.lsu), no blank or dot at either end (so neither "."
-/// nor
-/// "..").
+/// nor "..").
 [[nodiscard]] bool IsPlainName(std::string_view name);
 
 /// Whether a font may have that name: a plain one that none of the files in the fonts folder itself has.

@@ -1,16 +1,16 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "base/Disk.h"
 #include "base/EventPump.h"
+#include "update/FontStore.h"
 #include "update/HttpRequest.h"
+#include "update/LeftOutFonts.h"
 #include "update/UpdateUtils.h"
 
 namespace kestrin::core::update {
@@ -40,12 +40,11 @@ class UpdateManager {
     Cancelled,
   };
 
-  /// The most lines of a text answer that is taken.
-  static constexpr std::size_t kMostLines = 10000;
-
   /// `server` is HOST or HOST:PORT. Makes `fontsFolder` when it does not exist. The disk must outlive this object.
   UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::Disk& disk,
                 base::EventPump pump = {});
+  UpdateManager(const UpdateManager&) = delete;
+  UpdateManager& operator=(const UpdateManager&) = delete;
 
   /// Takes the dialog and its transfer control; both must outlive this object. Called once.
   void Initialize(UpdateView& form, TransferControl& inetConnector);
@@ -63,10 +62,12 @@ class UpdateManager {
   [[nodiscard]] const std::string& message() const { return m_message; }
   /// The fonts that it completed, in the order of the catalogue; also when a later one failed.
   [[nodiscard]] const std::vector<std::string>& installed() const { return m_installed; }
-  /// The fonts that it set out to fetch.
-  [[nodiscard]] const std::vector<std::string>& neededItems() const { return m_neededItems; }
-  /// The font store.
+  /// What the fonts' folders hold.
   [[nodiscard]] const UpdateUtils& utils() const { return m_utils; }
+
+  // Part of the procedure's interface as the system defines it; nobody but the update itself needs it.
+  /// The fonts that the last update set out to fetch.
+  [[nodiscard]] const std::vector<std::string>& neededItems() const { return m_neededItems; }
 
  private:
   using Lines = std::vector<std::string>;
@@ -82,25 +83,23 @@ class UpdateManager {
   [[nodiscard]] bool UpdateSound(const std::string& item, const std::string& line);
   void requestManager_OnProgress(std::int16_t percentage);
 
-  /// What was left out, as sentences behind the message that an update ends well with; "" when nothing was.
-  [[nodiscard]] std::string LeftOut() const;
-  /// Whether a step that gave this problem ("" for none) may be followed by the next; shows the warning when not.
-  [[nodiscard]] bool Succeeded(const std::string& problem);
+  /// Whether a step on the disk may be followed by the next; shows the warning when not.
+  [[nodiscard]] bool Succeeded(const base::Result<>& step);
   /// Asks the server; false when the request failed, with a warning of that text.
   [[nodiscard]] bool Ask(const std::string& body, const char* warning, Lines& lines);
   /// Lets events run; false when the person cancelled meanwhile.
   [[nodiscard]] bool Turn();
   void End(Outcome outcome, const std::string& message);
 
-  HttpRequest m_requestManager;
+  FontStore m_store;
   UpdateUtils m_utils;
+  HttpRequest m_requestManager;
   base::EventPump m_pump;
   UpdateView* m_formReference = nullptr;
   std::string m_deviceSerial;
   std::vector<std::string> m_neededItems;
   std::vector<std::string> m_installed;
-  /// The fonts that cannot be stored, as they are shown.
-  std::vector<std::string> m_leftOut;
+  LeftOutFonts m_leftOut;
   Outcome m_outcome = Outcome::None;
   std::string m_message;
   bool m_running = false;

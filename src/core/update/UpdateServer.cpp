@@ -24,11 +24,9 @@ bool IsHostLetter(char c) {
 
 }  // namespace
 
-std::string UpdateServer::Default() { return KESTRIN_UPDATE_SERVER; }
-
 std::string UpdateServer::Choose(std::string_view option, const char* environment) {
   if (!option.empty()) return std::string(option);
-  return environment != nullptr && *environment != '\0' ? environment : Default();
+  return environment != nullptr && *environment != '\0' ? environment : KESTRIN_UPDATE_SERVER;
 }
 
 bool UpdateServer::IsValid(std::string_view server) {

@@ -10,10 +10,8 @@ struct UpdateServer {
   /// The environment variable that names one.
   static constexpr const char* kEnvironment = "KESTRIN_UPDATE_SERVER";
 
-  /// The server that this build was made for.
-  [[nodiscard]] static std::string Default();
-  /// The option's server, else the environment variable's, else the default; "" counts as not given. Neither needs to
-  /// be valid.
+  /// The option's server, else the environment variable's, else the one that this build was made for; "" counts as not
+  /// given. Neither needs to be valid.
   [[nodiscard]] static std::string Choose(std::string_view option, const char* environment);
   /// Whether this is HOST or HOST:PORT: letters, digits, ".", "-" and "_" (or an IPv6 address in brackets), a port from
   /// 1 to 65535.

@@ -37,7 +37,7 @@ constexpr std::chrono::seconds kLongestLook{1};
 /// memory.
 CurlLines HeaderLines(std::string_view headers) {
   std::vector<std::string> lines{"Accept:", "Expect:"};
-  for (const std::string_view line : core::base::Split(headers, "\r\n"))
+  for (const std::string_view line : core::base::Split(headers, core::base::kLineEnd))
     if (!line.empty()) lines.emplace_back(line);
   CurlLines list;
   for (const std::string& line : lines) {

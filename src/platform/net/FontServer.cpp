@@ -263,7 +263,7 @@ FontServer::FontServer(core::update::FontAnswers answers, std::function<void(con
 
 FontServer::~FontServer() = default;
 
-std::string FontServer::Open(const std::string& address, std::uint16_t port) {
+core::base::Result<> FontServer::Open(const std::string& address, std::uint16_t port) {
   m_impl->address = address;
   m_impl->port = port;
   addrinfo wanted{};
@@ -273,10 +273,11 @@ std::string FontServer::Open(const std::string& address, std::uint16_t port) {
   if (getaddrinfo(address.c_str(), std::to_string(port).c_str(), &wanted, &found) != 0) found = nullptr;
   const std::unique_ptr<addrinfo, AddressDeleter> places(found);
   for (const addrinfo* place = places.get(); place != nullptr; place = place->ai_next)
-    if (m_impl->Start(*place)) return "";
-  return (port == 0 ? address : Address()) +
-         " cannot be used: it is taken, needs more rights or is no address of this computer. Choose another "
-         "with --port or --address.";
+    if (m_impl->Start(*place)) return {};
+  return core::base::Failure{core::base::FailureKind::Failed,
+                             (port == 0 ? address : Address()) +
+                                 " cannot be used: it is taken, needs more rights or is no address of this computer. "
+                                 "Choose another with --port or --address."};
 }
 
 std::string FontServer::Address() const {
@@ -284,13 +285,14 @@ std::string FontServer::Address() const {
   return (colons ? "[" + m_impl->address + "]" : m_impl->address) + ":" + std::to_string(m_impl->port);
 }
 
-std::string FontServer::Run(const std::function<bool()>& goOn) {
+core::base::Result<> FontServer::Run(const std::function<bool()>& goOn) {
   while (goOn()) {
     if (MHD_run_wait(m_impl->daemon, kTurnMilliseconds) != MHD_YES)
-      return "The system lets the server wait for nobody any more. Start it again.";
+      return core::base::Failure{core::base::FailureKind::Failed,
+                                 "The system lets the server wait for nobody any more. Start it again."};
     m_impl->EndOverdue();
   }
-  return "";
+  return {};
 }
 
 }  // namespace kestrin::platform::net

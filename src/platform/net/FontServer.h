@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/base/Clock.h"
+#include "core/base/Result.h"
 #include "core/update/FontAnswers.h"
 #include "platform/net/ConnectionTable.h"
 
@@ -29,14 +30,14 @@ class FontServer {
   FontServer(const FontServer&) = delete;
   FontServer& operator=(const FontServer&) = delete;
 
-  /// Takes a port at an address of this computer, a free one for 0; clients may connect from now on. Returns "" or a
-  /// text that says why it cannot be had.
-  [[nodiscard]] std::string Open(const std::string& address, std::uint16_t port);
+  /// Takes a port at an address of this computer, a free one for 0; clients may connect from now on. The text of a
+  /// failure says why it cannot be had, and what to do.
+  core::base::Result<> Open(const std::string& address, std::uint16_t port);
   /// "ADDRESS:PORT" of the open server.
   [[nodiscard]] std::string Address() const;
-  /// Answers until `goOn`, which is asked several times a second and whenever something has come, says no. Returns
-  /// "" or why the system lets it answer no longer.
-  [[nodiscard]] std::string Run(const std::function<bool()>& goOn);
+  /// Answers until `goOn`, which is asked several times a second and whenever something has come, says no. Fails when
+  /// the system lets it answer no longer.
+  core::base::Result<> Run(const std::function<bool()>& goOn);
 
  private:
   struct Impl;

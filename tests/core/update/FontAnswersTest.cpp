@@ -31,7 +31,7 @@ class FontAnswersTest : public testing::Test {
   [[nodiscard]] FontAnswers Answers() const { return FontAnswers(FontCollection(m_fonts)); }
   [[nodiscard]] std::string ProblemOf(const std::string& name) const {
     for (const FontCollection::Font& font : FontCollection(m_fonts).Fonts())
-      if (font.name == name) return font.problem;
+      if (font.name == name) return font.lines.Text();
     return "no such font";
   }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "core/base/PathText.h"
+#include "core/update/FontStore.h"
 #include "core/update/SmallDisk.h"
 #include "support/RecordingDisk.h"
 #include "support/ScriptedTransfer.h"
@@ -36,7 +38,8 @@ class HttpRequestTest : public testing::Test {
 
   std::vector<std::string> FilesIn() const {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder.Path())) names.push_back(entry.path().filename().string());
+    for (const auto& entry : fs::directory_iterator(folder.Path()))
+      names.push_back(base::TextOf(entry.path().filename()));
     return names;
   }
   void Download(const ScriptedTransfer::Answer& answer) {
@@ -49,7 +52,9 @@ class HttpRequestTest : public testing::Test {
   int turns = 0;
   std::function<void()> atTurn;
   support::RecordingDisk disk;
-  HttpRequest request{"fonts.example:8080", disk, [this] {
+  FontStore store{folder.Path(), disk};
+  SinkFor sinkFor = [this](const fs::path& place, const std::string& name) { return store.Receive(place, name); };
+  HttpRequest request{"fonts.example:8080", sinkFor, [this] {
                         ++turns;
                         if (atTurn) atTurn();
                       }};
@@ -271,7 +276,7 @@ TEST_F(HttpRequestTest, ATextMayHave16MiBAndNotAByteMore) {
 }
 
 TEST_F(HttpRequestTest, WithoutAControlEveryRequestFails) {
-  HttpRequest unbound("fonts.example", disk);
+  HttpRequest unbound("fonts.example", sinkFor);
   EXPECT_EQ(unbound.requestText("q"), "");
   EXPECT_EQ(unbound.requestStatus(), 3);
 }
@@ -309,16 +314,17 @@ TEST_F(HttpRequestTest, AMissingFolderIsToldOf) {
   transfer.answers.push_back(ScriptedTransfer::Whole("abc"));
   EXPECT_EQ(request.requestData("q", folder / "missing", "a.lsu"), "");
   EXPECT_EQ(request.requestStatus(), 3);
-  EXPECT_THAT(request.problem(), HasSubstr("tmp\" could not be written: No such file or directory"));
+  EXPECT_THAT(request.fileResult().Text(), HasSubstr("tmp\" could not be written: No such file or directory"));
 }
 
 TEST_F(HttpRequestTest, AFolderInTheWayOfTheFileIsToldOf) {
   fs::create_directories(folder / "a.lsu");
   Download(ScriptedTransfer::Whole("abc"));
   EXPECT_EQ(request.requestStatus(), 3);
-  EXPECT_THAT(request.problem(), HasSubstr("a.lsu\" could not be written: a folder of that name is in the way"));
+  EXPECT_THAT(request.fileResult().Text(),
+              HasSubstr("a.lsu\" could not be written: a folder of that name is in the way"));
   Download({"", 404});
-  EXPECT_EQ(request.problem(), "") << "that was not the disk's fault";
+  EXPECT_EQ(request.fileResult().Text(), "") << "that was not the disk's fault";
 }
 
 TEST_F(HttpRequestTest, ALinkThatComesDuringTheRequestIsNotFollowed) {
@@ -358,7 +364,7 @@ TEST_F(HttpRequestTest, AFolderThatBecomesALinkDuringTheRequestGetsNothing) {
     EXPECT_EQ(request.requestData("q", own, "a.lsu"), "");
     EXPECT_GE(turns, turn);
     EXPECT_EQ(request.requestStatus(), 3) << turn;
-    EXPECT_THAT(request.problem(), HasSubstr("own\" has become another folder meanwhile")) << turn;
+    EXPECT_THAT(request.fileResult().Text(), HasSubstr("own\" has become another folder meanwhile")) << turn;
     EXPECT_EQ(support::ReadBytes(elsewhere / "tmp"), "mine") << turn;
     EXPECT_EQ(std::distance(fs::directory_iterator(elsewhere), fs::directory_iterator()), 1) << turn;
     fs::remove(own);
@@ -382,7 +388,7 @@ TEST_F(HttpRequestTest, AFileGetsItsNameOnceItIsOnTheDisk) {
   Download(ScriptedTransfer::Whole(Body(20000)));
   EXPECT_EQ(disk.flushed.size(), 1U);
   EXPECT_EQ(request.requestStatus(), 3);
-  EXPECT_THAT(request.problem(), testing::EndsWith("tmp\" could not be written: No space left on device"));
+  EXPECT_THAT(request.fileResult().Text(), testing::EndsWith("tmp\" could not be written: No space left on device"));
   EXPECT_FALSE(fs::exists(folder / "a.lsu"));
 }
 
@@ -409,7 +415,7 @@ TEST_F(HttpRequestTest, NobodyElsesFileGetsTheName) {
     };
     Download(ScriptedTransfer::Whole(Body(20000)));
     EXPECT_EQ(request.requestStatus(), 3) << row.what;
-    EXPECT_THAT(request.problem(), testing::EndsWith("tmp\" has become another file meanwhile")) << row.what;
+    EXPECT_THAT(request.fileResult().Text(), testing::EndsWith("tmp\" has become another file meanwhile")) << row.what;
     EXPECT_FALSE(fs::exists(folder / "a.lsu")) << row.what;
     fs::remove(folder / "tmp");
   }
@@ -435,7 +441,7 @@ TEST_F(HttpRequestTest, ADiskThatRefusesTheLastBytesIsToldOf) {
     Download(ScriptedTransfer::Whole(Body(50)));
   }
   EXPECT_EQ(request.requestStatus(), 3);
-  EXPECT_THAT(request.problem(), HasSubstr("tmp\" could not be written: File too large"));
+  EXPECT_THAT(request.fileResult().Text(), HasSubstr("tmp\" could not be written: File too large"));
   EXPECT_FALSE(fs::exists(folder / "a.lsu"));
 }
 
@@ -445,7 +451,7 @@ TEST_F(HttpRequestTest, AFullDiskIsToldOf) {
     Download(ScriptedTransfer::Whole(Body(20000)));
   }
   EXPECT_EQ(request.requestStatus(), 3);
-  EXPECT_THAT(request.problem(), HasSubstr("tmp\" could not be written: File too large"));
+  EXPECT_THAT(request.fileResult().Text(), HasSubstr("tmp\" could not be written: File too large"));
   EXPECT_FALSE(fs::exists(folder / "a.lsu"));
 }
 #endif

@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "core/base/PathText.h"
 #include "core/update/HostileNames.h"
 #include "core/update/PlainName.h"
 #include "core/update/SmallDisk.h"
@@ -184,7 +185,7 @@ TEST_F(UpdateFailuresTest, WhatIsInTheWayIsNamed) {
   WriteBytes(fonts / "A", "mine");
   Update({Text("\r\nA\r\nB"), Text("\r\na.lsu")});
   EXPECT_EQ(view.warning,
-            "Update failed! The folder \"" + (fonts / "A").string() +
+            "Update failed! The folder \"" + base::TextOf(fonts / "A") +
                 "\" could not be made: a file of that name is in the way. Move it away and update again.");
   EXPECT_EQ(ReadBytes(fonts / "A"), "mine");
 
@@ -204,19 +205,19 @@ TEST_F(UpdateFailuresTest, WhatIsInTheWayOfTheFontsFolderIsNamed) {
   fs::create_symlink(folder / "nowhere", fonts);
   Update({});
   EXPECT_EQ(view.warning,
-            "Update failed! The folder \"" + fonts.string() +
+            "Update failed! The folder \"" + base::TextOf(fonts) +
                 "\" could not be made: a link of that name is in the way. Move it away and update again.");
   fs::remove(fonts);
   fs::create_directories(fonts / ".lock");
   disk.lockError = std::make_error_code(std::errc::is_a_directory);
   Update({});
   EXPECT_EQ(view.warning,
-            "Update failed! \"" + (fonts / ".lock").string() +
+            "Update failed! \"" + base::TextOf(fonts / ".lock") +
                 "\" could not be locked: a folder of that name is in the way. Move it away and update again.");
   fs::remove_all(fonts);
   disk.lockError = std::make_error_code(std::errc::permission_denied);
   Update({});
-  EXPECT_EQ(view.warning, "Update failed! \"" + (fonts / ".lock").string() +
+  EXPECT_EQ(view.warning, "Update failed! \"" + base::TextOf(fonts / ".lock") +
                               "\" could not be locked: Permission denied. Permit writing there and update again.");
 }
 

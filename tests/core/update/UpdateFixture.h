@@ -49,7 +49,8 @@ class UpdateFixture : public testing::Test {
   [[nodiscard]] std::map<std::string, std::string> Store() const {
     std::map<std::string, std::string> files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(fonts)) {
-      const std::string name = entry.path().lexically_relative(fonts).generic_string();
+      const std::u8string path = entry.path().lexically_relative(fonts).generic_u8string();
+      const std::string name(path.begin(), path.end());
       if (entry.is_directory())
         files[name + "/"] = "";
       else

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/base/PathText.h"
 #include "core/update/UpdateFixture.h"
 
 namespace kestrin::core::update {
@@ -92,7 +93,7 @@ TEST_F(UpdateLockTest, LeftOversGoBeforeAnythingIsAskedFor) {
                                       fonts / "A" / ".kestrin-fedcba9876543210.new",
                                       fonts / "Done" / "tmp",
                                       fonts / "Done" / "fnt.new"};
-  for (const fs::path& path : left) WriteBytes(path, path.filename().string().starts_with(".trial") ? "" : "half");
+  for (const fs::path& path : left) WriteBytes(path, base::TextOf(path.filename()).starts_with(".trial") ? "" : "half");
   WriteBytes(fonts / "A" / "descriptor", "a.lsu\r\n");
   WriteBytes(fonts / "Done" / "descriptor", "");
   transfer.respond = [&](const support::ScriptedTransfer::Request&) {

@@ -8,9 +8,8 @@ namespace {
 TEST(UpdateServerTest, TheOptionComesBeforeTheEnvironmentAndThatBeforeTheBuild) {
   EXPECT_EQ(UpdateServer::Choose("a:1", "b:2"), "a:1");
   EXPECT_EQ(UpdateServer::Choose("", "b:2"), "b:2");
-  EXPECT_EQ(UpdateServer::Choose("", ""), UpdateServer::Default());
-  EXPECT_EQ(UpdateServer::Choose("", nullptr), UpdateServer::Default());
-  EXPECT_TRUE(UpdateServer::IsValid(UpdateServer::Default()));
+  EXPECT_EQ(UpdateServer::Choose("", ""), UpdateServer::Choose("", nullptr));
+  EXPECT_TRUE(UpdateServer::IsValid(UpdateServer::Choose("", nullptr)));
 }
 
 TEST(UpdateServerTest, TellsServersFromOtherTexts) {

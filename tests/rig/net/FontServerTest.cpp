@@ -41,13 +41,13 @@ class FontServerTest : public testing::Test {
     fs::create_directories(folder / "Ember");
     support::WriteBytes(folder / "Ember" / "a.lsu", sound);
     support::WriteBytes(folder / "Ember" / "Ember.lscfg", "BOOT\r\n/x/a.lsu\r\n 70\r\n");
-    EXPECT_EQ(server.Open("127.0.0.1", 0), "");
+    EXPECT_EQ(server.Open("127.0.0.1", 0).Text(), "");
   }
 
   /// Lets the server work until the client has all that it gets.
   std::string Answer(RawClient& client) {
     std::string answer;
-    EXPECT_EQ(server.Run([&] { return client.ReadSome(answer); }), "");
+    EXPECT_EQ(server.Run([&] { return client.ReadSome(answer); }).Text(), "");
     return answer;
   }
   std::string AnswerTo(const std::string& request) {
@@ -125,12 +125,14 @@ TEST_F(FontServerTest, ARequestHasTenSecondsToArriveInAll) {
     client.Send(request.substr(0, atOnce));
     std::size_t dripped = 0;
     std::string answer;
-    EXPECT_EQ(server.Run([&] {
-      if (!client.ReadSome(answer)) return false;
-      clock.Advance(1s);
-      client.Send(request.substr(atOnce + dripped++, 1));
-      return dripped < 60;
-    }),
+    EXPECT_EQ(server
+                  .Run([&] {
+                    if (!client.ReadSome(answer)) return false;
+                    clock.Advance(1s);
+                    client.Send(request.substr(atOnce + dripped++, 1));
+                    return dripped < 60;
+                  })
+                  .Text(),
               "");
     EXPECT_EQ(answer, "");
     EXPECT_GE(dripped, 10U);
@@ -143,16 +145,18 @@ TEST_F(FontServerTest, ARequestThatArrivesInNineSecondsIsAnswered) {
   RawClient client(server.Address());
   std::size_t sent = 0;
   std::string answer;
-  EXPECT_EQ(server.Run([&] {
-    if (!client.ReadSome(answer)) return false;
-    if (sent < request.size()) {
-      if (sent > 0) clock.Advance(1s);
-      const std::size_t count = std::min<std::size_t>(10, request.size() - sent);
-      client.Send(request.substr(sent, count));
-      sent += count;
-    }
-    return true;
-  }),
+  EXPECT_EQ(server
+                .Run([&] {
+                  if (!client.ReadSome(answer)) return false;
+                  if (sent < request.size()) {
+                    if (sent > 0) clock.Advance(1s);
+                    const std::size_t count = std::min<std::size_t>(10, request.size() - sent);
+                    client.Send(request.substr(sent, count));
+                    sent += count;
+                  }
+                  return true;
+                })
+                .Text(),
             "");
   ASSERT_LE(request.size(), 100U) << "ten pieces, nine seconds";
   EXPECT_THAT(answer, StartsWith("HTTP/1.1 200 OK\r\n"));
@@ -165,14 +169,16 @@ TEST_F(FontServerTest, WhoTakesNoPieceOfAFileForAMinuteIsLeft) {
   RawClient client(server.Address());
   client.Send(RawClient::Request("/tst/gct/", "svc=dld&did=1&fid=Ember&ffd=a.lsu"));
   const auto opened = [&] { return IsOpen(folder / "Ember" / "a.lsu"); };
-  EXPECT_EQ(server.Run([&] { return !opened(); }), "");
+  EXPECT_EQ(server.Run([&] { return !opened(); }).Text(), "");
   // A minute and more in each turn: the first in which nothing more fits into the connection is one too many.
   constexpr int kMostTurns = 1000;
   int turns = 0;
-  EXPECT_EQ(server.Run([&] {
-    clock.Advance(61s);
-    return ++turns < kMostTurns && opened();
-  }),
+  EXPECT_EQ(server
+                .Run([&] {
+                  clock.Advance(61s);
+                  return ++turns < kMostTurns && opened();
+                })
+                .Text(),
             "");
   ASSERT_LT(turns, kMostTurns);
   const std::string answer = client.ReadAll();

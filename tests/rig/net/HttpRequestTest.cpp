@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "core/base/PathText.h"
+#include "core/update/FontStore.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "rig/net/ScriptedServer.h"
@@ -27,7 +29,7 @@ class HttpRequestRig : public testing::Test {
       client.Send(answer);
       if (!close) client.AwaitClose();
     });
-    HttpRequest request(server.Host(), m_disk);
+    HttpRequest request(server.Host(), m_sinkFor);
     request.Initialize(m_transfer);
     request.OnProgress([this](std::int16_t percentage) { m_progress.push_back(percentage); });
     EXPECT_EQ(request.requestData("svc=dld&did=1&fid=A&ffd=b.lsu", m_folder.Path(), "b.lsu"), "");
@@ -38,12 +40,16 @@ class HttpRequestRig : public testing::Test {
   [[nodiscard]] std::vector<std::string> Files() const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(m_folder.Path()))
-      names.push_back(entry.path().filename().string());
+      names.push_back(core::base::TextOf(entry.path().filename()));
     return names;
   }
 
   TemporaryFolder m_folder;
   platform::files::SystemDisk m_disk;
+  core::update::FontStore m_store{m_folder.Path(), m_disk};
+  core::update::SinkFor m_sinkFor = [this](const std::filesystem::path& folder, const std::string& name) {
+    return m_store.Receive(folder, name);
+  };
   platform::net::CurlTransfer m_transfer{{}};
   std::vector<std::int16_t> m_progress;
   std::vector<std::string> m_requests;
@@ -62,7 +68,7 @@ TEST_F(HttpRequestRig, TheWholeRequestIsTheHeadersOfTheProtocolAndTheLength) {
     client.Send(Whole("status:OK"));
     client.AwaitClose();
   });
-  HttpRequest request(server.Host(), m_disk);
+  HttpRequest request(server.Host(), m_sinkFor);
   request.Initialize(m_transfer);
   EXPECT_EQ(request.requestText("svc=gct&did=4B535401"), "status:OK");
   EXPECT_EQ(request.requestStatus(), 0);
@@ -104,7 +110,7 @@ TEST_F(HttpRequestRig, ATextOfExactlyOneChunkIsWhole) {
     client.Send(Whole(text));
     client.AwaitClose();
   });
-  HttpRequest request(server.Host(), m_disk);
+  HttpRequest request(server.Host(), m_sinkFor);
   request.Initialize(m_transfer);
   EXPECT_EQ(request.requestText("svc=gct&did=1"), text);
   EXPECT_EQ(request.requestStatus(), 0);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "base/Result.h"
+
+namespace kestrin::core::update {
+
+// Steps on the disk. The text of a failure names the file and says what is wrong, as half a sentence to which
+// DiskAdvice() adds what to do.
+
+/// A path in quotation marks, as texts for the person name it.
+[[nodiscard]] std::string Quoted(const std::filesystem::path& path);
+
+/// Whether a file of that name is there, or a link to one.
+[[nodiscard]] bool IsFile(const std::filesystem::path& path);
+
+/// Makes a folder and those above it; one that is there will do.
+base::Result<> MakeFolder(const std::filesystem::path& folder);
+
+/// Removes a file, or of a link the link itself; nothing of that name will do.
+base::Result<> RemoveFile(const std::filesystem::path& path);
+
+/// That a file could not be written, and why.
+[[nodiscard]] base::Failure CouldNotWrite(const std::filesystem::path& path, const base::Failure& why);
+
+/// What a system's error is; the text is the system's reason.
+[[nodiscard]] base::Failure FailureOf(const std::error_code& error);
+
+}  // namespace kestrin::core::update
