@@ -1,13 +1,12 @@
 #include "update/FontCollection.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 #include <utility>
 
 #include "base/PathText.h"
 #include "base/Text.h"
+#include "base/TextLines.h"
 #include "update/HttpRequest.h"
 #include "update/PlainName.h"
 #include "update/UpdateAnswer.h"
@@ -24,7 +23,7 @@ constexpr const char* kNotPlain =
     " is no name that every computer takes. Rename it: none of ? * : \" < > | / \\ & = + %, no blank or dot at either "
     "end, no device name such as NUL, at most 200 bytes.";
 /// Leaves room for the answer's first lines.
-constexpr std::uintmax_t kLongestConfiguration = HttpRequest::kLongestText - 1024;
+constexpr std::size_t kLongestConfiguration = HttpRequest::kLongestText - 1024;
 constexpr const char* kTwin = " differs from another name in the case of its letters only. Rename one of them.";
 
 /// The entries of a folder whose kind is `type`; links are of no kind but their own, so nothing outside is reached.
@@ -46,17 +45,6 @@ std::optional<fs::path> ConfigurationOf(const fs::path& folder, const std::vecto
     found.push_back(file);
   }
   return found.size() == 1 ? std::optional(found.front()) : std::nullopt;
-}
-
-std::optional<std::vector<std::string>> LinesOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::vector<std::string> lines;
-  std::string line;
-  while (std::getline(file, line)) {
-    if (line.ends_with('\r')) line.pop_back();
-    lines.push_back(line);
-  }
-  return file.eof() ? std::optional(std::move(lines)) : std::nullopt;
 }
 
 /// Whether one of the names is another one, but the same where the case of letters does not count.
@@ -88,11 +76,17 @@ base::Result<FontCollection::Lines> ReadConfiguration(const fs::path& path) {
   std::error_code unknown;
   if (fs::file_size(path, unknown) > kLongestConfiguration)
     return NoFont(name + " is too long for any client. Save the set again.");
-  std::optional<FontCollection::Lines> lines = LinesOf(path);
-  if (!lines) return NoFont(name + " cannot be read. Check its permissions.");
-  if (UpdateAnswer::kFirstPayloadLine + lines->size() > UpdateAnswer::kMostLines)
+  base::TextLines file;
+  if (const base::Result<> read = file.Read(path, kLongestConfiguration); !read) {
+    const bool noText = read.Why().kind == base::FailureKind::NotValid;
+    return NoFont(name +
+                  (noText ? " is no text file. Save the set again." : " cannot be read. Check its permissions."));
+  }
+  if (UpdateAnswer::kFirstPayloadLine + file.Count() > UpdateAnswer::kMostLines)
     return NoFont(name + " has too many lines for any client. Save the set again.");
-  return *std::move(lines);
+  FontCollection::Lines lines;
+  for (std::size_t number = 1; number <= file.Count(); ++number) lines.push_back(file.Line(number));
+  return lines;
 }
 
 /// Turns the names of sound files into bare ones, if every file can be sent.

@@ -66,6 +66,17 @@ TEST_F(FontAnswersTest, LinesMayEndInEitherWay) {
   EXPECT_EQ(Text("svc=fqr&did=1&fid=Alpha"), "status:OK\r\nclientv:1\r\nBOOT\r\nBLADE ON.LSU\r\n 70");
 }
 
+TEST_F(FontAnswersTest, AConfigurationIsReadAsWhoeverOpensItReadsIt) {
+  AddFont("Alpha");
+  const fs::path set = m_fonts / "Alpha" / "Alpha.lscfg";
+  WriteBytes(set,
+             "\xEF\xBB\xBF"
+             "BOOT\r\nblade on.lsu\r\n 70\r\n");
+  EXPECT_EQ(Text("svc=fqr&did=1&fid=Alpha"), "status:OK\r\nclientv:1\r\nBOOT\r\nblade on.lsu\r\n 70");
+  WriteBytes(set, std::string("BOOT\r\nblade on.lsu\0\r\n 70\r\n", 26));
+  EXPECT_EQ(ProblemOf("Alpha"), "Alpha.lscfg is no text file. Save the set again.");
+}
+
 TEST_F(FontAnswersTest, ASoundOfTheFontIsSent) {
   AddFont("A and B");
   const FontAnswers::Answer answer = Answers().Download("svc=dld&did=1&fid=A and B&ffd=blade on.lsu");
