@@ -6,6 +6,7 @@
 #include "cli/FontsFolder.h"
 #include "cli/OnlineBoard.h"
 #include "core/base/Clock.h"
+#include "core/base/Text.h"
 #include "core/update/UpdateManager.h"
 #include "core/update/UpdateServer.h"
 #include "platform/net/CurlTransfer.h"
@@ -48,7 +49,8 @@ class FontsUpdateCommand final : public Command {
     const std::string server =
         core::update::UpdateServer::Choose(m_server, std::getenv(core::update::UpdateServer::kEnvironment));
     if (!core::update::UpdateServer::IsValid(server))
-      throw CommandFailure(ExitCode::WrongUsage, "\"" + server + "\" is no server. Name it as HOST or HOST:PORT.");
+      throw CommandFailure(ExitCode::WrongUsage,
+                           core::base::Quoted(server) + " is no server. Name it as HOST or HOST:PORT.");
     OnlineBoard online(context);
     online.RequireSoundBoard();
     // The server wants to know which board it is for.

@@ -1,6 +1,6 @@
 #include "update/FileSteps.h"
 
-#include <system_error>
+#include <string>
 
 #include "base/PathText.h"
 
@@ -9,6 +9,7 @@ namespace kestrin::core::update {
 namespace fs = std::filesystem;
 using base::Failure;
 using base::FailureKind;
+using base::Quoted;
 
 namespace {
 
@@ -28,8 +29,6 @@ std::string InTheWay(const fs::path& folder) {
 }
 
 }  // namespace
-
-std::string Quoted(const fs::path& path) { return "\"" + base::TextOf(path) + "\""; }
 
 bool IsFile(const fs::path& path) {
   std::error_code ignored;

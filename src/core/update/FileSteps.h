@@ -1,7 +1,7 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
+#include <system_error>
 
 #include "base/Result.h"
 
@@ -9,9 +9,6 @@ namespace kestrin::core::update {
 
 // Steps on the disk. The text of a failure names the file and says what is wrong, as half a sentence to which
 // DiskAdvice() adds what to do.
-
-/// A path in quotation marks, as texts for the person name it.
-[[nodiscard]] std::string Quoted(const std::filesystem::path& path);
 
 /// Whether a file of that name is there, or a link to one.
 [[nodiscard]] bool IsFile(const std::filesystem::path& path);

@@ -12,6 +12,7 @@ namespace kestrin::core::update {
 namespace fs = std::filesystem;
 using base::Failure;
 using base::FailureKind;
+using base::Quoted;
 using base::Result;
 
 namespace {

@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 using base::Disk;
 using base::Failure;
 using base::FailureKind;
+using base::Quoted;
 using base::Result;
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
 #include "update/PlainName.h"
 
 namespace kestrin::core::update {
@@ -11,14 +12,12 @@ namespace {
 /// Of how many the names are told.
 constexpr std::size_t kMostNamed = 3;
 
-std::string InQuotes(std::string_view name) { return "\"" + ShownName(name) + "\""; }
-
 }  // namespace
 
-void LeftOutFonts::Add(std::string_view font) { m_shown.push_back(InQuotes(font)); }
+void LeftOutFonts::Add(std::string_view font) { m_shown.push_back(base::Quoted(ShownName(font))); }
 
 void LeftOutFonts::Add(std::string_view font, std::string_view sound) {
-  m_shown.push_back("\"" + std::string(font) + "\" with its sound file " + InQuotes(sound));
+  m_shown.push_back(base::Quoted(font) + " with its sound file " + base::Quoted(ShownName(sound)));
 }
 
 std::string LeftOutFonts::Text() const {
