@@ -50,8 +50,6 @@ struct LoadResult {
 /// The ".lscfg" file: which sound sits in which slot, with which volume. See docs/file-formats.md.
 class ConfigurationFile {
  public:
-  static constexpr const char* kFilter = "Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*";
-
   /// Writes the configuration as `path`, whole or not at all, with the paths and volumes of the missing sounds in their
   /// places. The text of a failure names the file and what is wrong; it is NotValid when the name of a sound fits into
   /// no line.

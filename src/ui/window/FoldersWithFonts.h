@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -11,9 +12,9 @@ namespace kestrin::ui::window {
 
 /// The desktop's folders, with the folder of the fonts as one more place where browsing for sounds can start.
 class FoldersWithFonts final : public kit::SpecialFolders {
- public:
-  static constexpr const char* kLabel = "Sound fonts";
+  Q_DECLARE_TR_FUNCTIONS(kestrin::ui::window::FoldersWithFonts)
 
+ public:
   /// `folders` must outlive this object.
   FoldersWithFonts(const kit::SpecialFolders& folders, std::filesystem::path fonts)
       : m_folders(folders), m_fonts(std::move(fonts)) {}
@@ -22,7 +23,7 @@ class FoldersWithFonts final : public kit::SpecialFolders {
   [[nodiscard]] std::filesystem::path Documents() const override { return m_folders.Documents(); }
   [[nodiscard]] std::vector<kit::Drive> Drives() const override {
     std::vector<kit::Drive> drives = m_folders.Drives();
-    drives.push_back({kLabel, m_fonts});
+    drives.push_back({tr("Sound fonts").toStdString(), m_fonts});
     return drives;
   }
 

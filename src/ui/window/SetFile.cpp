@@ -5,7 +5,6 @@
 #include <QStandardPaths>
 #include <vector>
 
-#include "core/sound/ConfigurationFile.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/FileFilter.h"
@@ -44,10 +43,12 @@ SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::
   FillMenu();
 }
 
+QString SetFile::Filter() {
+  return kit::QtFileFilter(tr("Light Saber Configuration File (*.LSCFG)|*.lscfg|All files (*.*)|*.*"));
+}
+
 void SetFile::Open() {
-  const QString path =
-      m_dialogs.OpenFile(tr("Open a sound set"), StartPlace(),
-                         kit::QtFileFilter(core::sound::ConfigurationFile::kFilter), kit::HelpContext::Open);
+  const QString path = m_dialogs.OpenFile(tr("Open a sound set"), StartPlace(), Filter(), kit::HelpContext::Open);
   if (!path.isEmpty()) OpenPath(kit::PathOf(path));
 }
 
@@ -65,9 +66,8 @@ void SetFile::OfferNew(const std::vector<std::filesystem::path>& paths) {
   if (!m_dialogs.AskOkCancel(question, "", kit::Dialogs::Harmless::Both, kit::HelpContext::Update)) return;
   if (one) return OpenPath(paths.front());
   // Each lies in a folder of its own, side by side.
-  const QString path =
-      m_dialogs.OpenFile(tr("Open a new font"), kit::TextOf(paths.front().parent_path().parent_path()),
-                         kit::QtFileFilter(core::sound::ConfigurationFile::kFilter), kit::HelpContext::Open);
+  const QString path = m_dialogs.OpenFile(tr("Open a new font"), kit::TextOf(paths.front().parent_path().parent_path()),
+                                          Filter(), kit::HelpContext::Open);
   if (!path.isEmpty()) OpenPath(kit::PathOf(path));
 }
 
@@ -98,8 +98,7 @@ bool SetFile::Save() {
   const auto missing = AskMissing();
   if (!missing) return false;
   const QString path =
-      m_dialogs.SaveFile(tr("Save the sound set"), StartPlace(),
-                         kit::QtFileFilter(core::sound::ConfigurationFile::kFilter), kSuffix, kit::HelpContext::Save);
+      m_dialogs.SaveFile(tr("Save the sound set"), StartPlace(), Filter(), kSuffix, kit::HelpContext::Save);
   return !path.isEmpty() && Write(kit::PathOf(path), *missing);
 }
 

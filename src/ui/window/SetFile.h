@@ -58,6 +58,8 @@ class SetFile : public QObject {
   void news(const QString& text);
 
  private:
+  /// Which files the dialogs offer.
+  [[nodiscard]] static QString Filter();
   void Load(const std::filesystem::path& path);
   /// What becomes of the missing sounds when the set is saved; none when it shall not be saved.
   [[nodiscard]] std::optional<core::sound::SoundSet::Missing> AskMissing();

@@ -74,9 +74,9 @@ bool SoundLocator::LookBelow(const std::filesystem::path& folder) {
 void SoundLocator::LocateOne(const core::sound::SoundPlace& place) {
   const MissingSound* const missing = m_set.AllMissing().At(place);
   if (missing == nullptr) return;
-  const QString file =
-      m_dialogs.OpenFile(tr("Locate %1").arg(kit::TextOf(missing->path)), StartFolder(missing->path),
-                         kit::QtFileFilter("Sound files (*.lsu)|*.lsu|All files (*.*)|*.*"), kit::HelpContext::Files);
+  const QString file = m_dialogs.OpenFile(tr("Locate %1").arg(kit::TextOf(missing->path)), StartFolder(missing->path),
+                                          kit::QtFileFilter(tr("Sound files (*.lsu)|*.lsu|All files (*.*)|*.*")),
+                                          kit::HelpContext::Files);
   if (file.isEmpty()) return;
   if (const auto located = m_set.Locate({{place, {kit::PathOf(file)}}}); !located)
     m_dialogs.ShowError(QString::fromStdString(located.Text()));

@@ -1,0 +1,120 @@
+// Every text of the window that a person reads goes through a translator.
+
+#include <QMenu>
+#include <QTabBar>
+#include <QTranslator>
+
+#include "ui/window/FoldersWithFonts.h"
+#include "ui/window/MainFixture.h"
+#include "ui/window/WhyNot.h"
+
+namespace kestrin::support {
+namespace {
+
+using ui::window::ToolRow;
+using ui::window::WhyNot;
+
+/// Puts each text that it translates between two marks.
+class Marker final : public QTranslator {
+ public:
+  [[nodiscard]] bool isEmpty() const override { return false; }
+  QString translate(const char* context, const char* text, const char*, int) const override {
+    // Of the program, not of the toolkit.
+    return QByteArray(context).startsWith("kestrin::") ? QString("<%1>").arg(QString::fromUtf8(text)) : QString();
+  }
+};
+
+class Translation : public MainFixture {
+ protected:
+  Translation() { QCoreApplication::installTranslator(&m_marker); }
+  ~Translation() override {
+    window.reset();
+    QCoreApplication::removeTranslator(&m_marker);
+  }
+  static void ExpectTranslated(const QString& text, const char* where) {
+    EXPECT_TRUE(text.contains('<') && text.contains('>')) << where << ": " << text.toStdString();
+  }
+
+ private:
+  Marker m_marker;
+};
+
+TEST_F(Translation, ReachesTheToolRow) {
+  StartOffline();
+  for (const bool usable : {false, true}) {
+    for (const char* const name : {"LoadBtn", "SaveBtn", "ConfigBtn", "UpdateBtn", "SendBtn"}) {
+      const QToolButton& button = Button(name);
+      for (const QString& text :
+           {button.text(), button.toolTip(), button.accessibleName(), button.accessibleDescription()})
+        ExpectTranslated(text, name);
+    }
+    const auto& picture = Find<QLabel>("OnlinePicture");
+    ExpectTranslated(picture.toolTip(), "online picture");
+    ExpectTranslated(picture.accessibleName(), "online picture");
+    if (usable) break;
+    ExpectTranslated(LabelText("NoBoardLabel"), "no board");
+    agent->Plug();
+    Tick("NoticeTimer");
+    Tick("GoOnlineTimer");
+    ASSERT_TRUE(Button("SendBtn").isEnabled());
+  }
+}
+
+TEST_F(Translation, ReachesThePagesAndTheMenu) {
+  Start("id=4095");
+  const auto& tabs = Find<QTabBar>("PageTabs");
+  for (int tab = 0; tab < tabs.count(); ++tab) {
+    ExpectTranslated(tabs.tabText(tab), "tab");
+    ExpectTranslated(tabs.tabToolTip(tab), "tool tip of a tab");
+  }
+  ExpectTranslated(tabs.accessibleName(), "tabs");
+  ASSERT_FALSE(Button("LoadBtn").menu()->actions().isEmpty());
+  ExpectTranslated(Button("LoadBtn").menu()->actions().constFirst()->text(), "menu");
+  dialogs.filesToSave = {""};
+  Find<QTabBar>("PageTabs").setCurrentIndex(0);
+  Button("SaveBtn").click();
+  ExpectTranslated(dialogs.lastFilter, "filter of the file dialog");
+}
+
+TEST_F(Translation, ReachesTheDriveOfTheFonts) {
+  const ui::window::FoldersWithFonts all(folders, folder / "fonts");
+  ExpectTranslated(QString::fromStdString(all.Drives().back().label), "drive");
+}
+
+TEST_F(Translation, ReachesEveryReasonOfTheButtons) {
+  using Stage = core::device::SessionState::Stage;
+  core::device::SessionState ready;
+  ready.stage = Stage::Ready;
+  ready.boards = 1;
+  core::device::SessionState silent;
+  silent.boards = 1;
+  core::device::SessionState finishing = silent;
+  finishing.isFinishing = true;
+  core::device::SessionState ledDriver = silent;
+  ledDriver.deviceType = core::device::DeviceType::LedDriver;
+  core::device::SessionState reading = ready;
+  reading.stage = Stage::Reading;
+  const std::pair<WhyNot, ToolRow::Tool> cases[] = {
+      {{{}, true, true, true, true}, ToolRow::Tool::Load},
+      {{{}, false, false, true, true}, ToolRow::Tool::Save},
+      {{ready, true, true, true, true}, ToolRow::Tool::Config},
+      {{{}, false, true, true, true}, ToolRow::Tool::Config},
+      {{silent, false, true, true, true}, ToolRow::Tool::Send},
+      {{finishing, false, true, true, true}, ToolRow::Tool::Send},
+      {{ledDriver, false, true, true, true}, ToolRow::Tool::Send},
+      {{reading, false, true, true, true}, ToolRow::Tool::Send},
+      {{ready, false, true, false, true}, ToolRow::Tool::Send},
+      {{ready, false, true, true, false}, ToolRow::Tool::Update},
+  };
+  QStringList reasons;
+  for (const auto& [why, tool] : cases) {
+    ExpectTranslated(why.Of(tool), "reason");
+    reasons.append(why.Of(tool));
+  }
+  // Two of them wait for the same.
+  EXPECT_EQ(reasons.removeDuplicates(), 1);
+  for (const ToolRow::Tool tool : ToolRow::kTools) EXPECT_EQ((WhyNot{ready, false, true, true, true}).Of(tool), "");
+}
+
+}  // namespace
+}  // namespace kestrin::support
