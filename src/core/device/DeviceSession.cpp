@@ -108,7 +108,7 @@ bool DeviceSession::ReadLedDriver() {
     m_ledFailure.reset();
     return true;
   }
-  const bool ofCatalogue = read.Why().kind == base::FailureKind::NotValid;
+  const bool ofCatalogue = read.Why().kind != base::FailureKind::NoAnswer;
   const LedFailure failure{m_state.board, ofCatalogue, m_reader->CatalogueStamp()};
   if (std::exchange(m_ledFailure, failure) != failure) m_view.ShowMessage(kInvalidCatalogue, read.Text());
   return false;

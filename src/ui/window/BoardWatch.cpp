@@ -5,10 +5,18 @@
 
 namespace kestrin::ui::window {
 
+namespace {
+
+/// How often plugging and unplugging is asked for, in milliseconds.
+constexpr int kNoticeInterval = 250;
+
+}  // namespace
+
 BoardWatch::BoardWatch(core::device::DeviceSession& session, kit::CommandGate& gate, QObject* parent)
     : QObject(parent), m_session(session), m_gate(gate), m_goOnlineTimer(this), m_noticeTimer(this) {
   m_goOnlineTimer.setObjectName("GoOnlineTimer");
   m_noticeTimer.setObjectName("NoticeTimer");
+  m_noticeTimer.setInterval(kNoticeInterval);
   connect(&m_goOnlineTimer, &QTimer::timeout, this, &BoardWatch::TickGoOnline);
   connect(&m_noticeTimer, &QTimer::timeout, this, &BoardWatch::LookForNotices);
 }

@@ -18,13 +18,10 @@ class BoardWatch : public QObject {
   Q_OBJECT
 
  public:
-  /// How often plugging and unplugging is asked for, in milliseconds.
-  static constexpr int kNoticeInterval = 250;
-
   /// Both must outlive the object. Nothing is looked at before Start().
   BoardWatch(core::device::DeviceSession& session, kit::CommandGate& gate, QObject* parent = nullptr);
 
-  void Start() { m_noticeTimer.start(kNoticeInterval); }
+  void Start() { m_noticeTimer.start(); }
   void Stop();
   /// `GoOnlineTimer`, which the session starts and stops.
   void StartGoOnlineTimer(int milliseconds) { m_goOnlineTimer.start(milliseconds); }

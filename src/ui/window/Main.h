@@ -43,10 +43,6 @@ class Main : public QMainWindow,
 
  public:
   static constexpr const char* kCaption = "Corvent Kestrin Launcher v2.2.2";
-  /// The shell's numbers of two of its folders.
-  static constexpr int kDesktopDirectory = 16;
-  static constexpr int kPersonal = 5;
-
   explicit Main(const Surroundings& surroundings);
   ~Main() override;
 
@@ -60,11 +56,14 @@ class Main : public QMainWindow,
   void EndNow() { m_closing.EndNow(); }
   /// Whether the board was let go and nothing goes on any more.
   [[nodiscard]] bool IsOver() const { return m_unloaded; }
-
-  // Known by these names, whoever calls them; the program itself asks the desktop.
-
   /// Plays one ".lsu" file.
   void PlayLsuFile(const std::filesystem::path& path);
+
+  // --- The rest of the window's documented interface: only tests call it ---
+
+  /// The shell's numbers of two of its folders.
+  static constexpr int kDesktopDirectory = 16;
+  static constexpr int kPersonal = 5;
   /// The shell's folder of that number: 16 desktop, 5 personal; empty for all others.
   [[nodiscard]] std::filesystem::path fGetSpecialFolder(int CSIDL) const;
 

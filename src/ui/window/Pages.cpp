@@ -55,8 +55,6 @@ void Pages::SetLedDriver(QWidget& page) {
 
 void Pages::ShowTabs(bool shown) { m_tabs->setVisible(shown); }
 
-bool Pages::HasTabs() const { return !m_tabs->isHidden(); }
-
 void Pages::Show(Page page) { m_tabs->setCurrentIndex(static_cast<int>(page)); }
 
 Pages::Page Pages::Shown() const { return static_cast<Page>(m_tabs->currentIndex()); }

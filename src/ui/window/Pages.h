@@ -24,7 +24,6 @@ class Pages : public QWidget {
   void SetLedDriver(QWidget& page);
   /// Whether the tabs are there. Without them it depends on Show() alone which page is seen.
   void ShowTabs(bool shown);
-  [[nodiscard]] bool HasTabs() const;
 
   void Show(Page page);
   [[nodiscard]] Page Shown() const;

@@ -14,7 +14,7 @@ QString WhyNot::Of(ToolRow::Tool tool) const {
     case ToolRow::Tool::Update:
       return hasUpdate ? Board() : tr("This version does not fetch sounds from the Internet.");
     case ToolRow::Tool::Send: {
-      const QString noBoard = Board();
+      QString noBoard = Board();
       if (!noBoard.isEmpty() || setFits) return noBoard;
       return tr("The sounds do not fit into the board's memory. Remove some or choose shorter ones.");
     }
