@@ -178,7 +178,7 @@ bool DeviceSession::LetLateAnswersPass(TLS& board, bool heard) {
 base::Result<> DeviceSession::EnsureIdentified() {
   TLS* const board = Board();
   if (board == nullptr || !m_state.IsOnline())
-    return base::Failure{base::FailureKind::NoAnswer, "No board is connected. Plug it in and repeat this."};
+    return base::Failure{base::FailureKind::NoAnswer, "No board is connected. Plug one in and repeat this."};
   if (m_state.knowsId && !m_state.IsIdentified()) {
     m_state.serialNumber = AskSerialNumber(*board);
     if (m_state.IsIdentified()) m_state.serialLabel = CaptionOf(m_state);

@@ -142,7 +142,13 @@ TEST_F(DeviceSessionTest, AMissingSerialNumberIsAskedForAgainWhenItIsNeeded) {
   EXPECT_EQ(m_agent.written.size(), asked) << "nothing is missing";
 }
 
-TEST_F(DeviceSessionTest, WithoutABoardNothingIsIdentified) { EXPECT_FALSE(m_session.EnsureIdentified()); }
+TEST_F(DeviceSessionTest, WithoutABoardNothingIsIdentified) {
+  EXPECT_EQ(m_session.EnsureIdentified().Text(), "No board is connected. Plug one in and repeat this.");
+  StartOnline(64);
+  EXPECT_TRUE(m_session.EnsureIdentified());
+  m_session.GoOffline();
+  EXPECT_FALSE(m_session.EnsureIdentified());
+}
 
 }  // namespace
 }  // namespace kestrin::core::device
