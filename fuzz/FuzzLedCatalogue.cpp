@@ -15,7 +15,8 @@ namespace {
 
 using kestrin::fuzz::MemoryFolder;
 using kestrin::fuzz::Require;
-using namespace kestrin::led;
+using namespace kestrin::core::led;
+using kestrin::core::ledsetup::LedSetup;
 
 /// A type that was accepted keeps to its ranges, and no level leads out of the counts.
 void Check(const LED_Driver& type) {
@@ -47,15 +48,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static_cast<void>(folder.Write(LedCatalogue::kFileName, data, size));
 
   LedCatalogue catalogue(folder.Path());
-  std::vector<LED_Driver> types;
-  const bool valid = catalogue.ReadTypes(types);
-  Require(valid == catalogue.Problem().empty());
-  Require(!valid || !types.empty());
+  const auto types = catalogue.Types();
+  const auto valid = static_cast<bool>(types);
+  Require(valid == types.Text().empty());
+  Require(!valid || !types->empty());
 
   std::set<std::string> names;
-  for (const LED_Driver& type : types) {
-    Check(type);
-    names.insert(type.LEDName);
+  for (const LedCatalogue::Record& record : catalogue.Records()) {
+    if (!record.type) continue;
+    Check(*record.type);
+    names.insert(record.type->LEDName);
   }
   for (const std::string& name : names) {
     kestrin::support::RecordingLedSetupView view;
@@ -65,10 +67,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(selected == view.critical.empty());
     Require(selected || !valid);
     if (!selected) continue;
-    Require(setup.CurrentDriver().LEDName == name);
+    Require(setup.State().CurrentDriver.LEDName == name);
     Require(view.overdrive >= 100 && view.overdrive <= view.overdriveMaximum);
     setup.EditPulseHigh();
-    Require(view.rows[1].visible);
+    Require(!view.rows.empty());
   }
   return 0;
 }

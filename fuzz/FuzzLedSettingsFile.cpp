@@ -13,7 +13,8 @@ namespace {
 
 using kestrin::fuzz::MemoryFolder;
 using kestrin::fuzz::Require;
-using namespace kestrin::led;
+using namespace kestrin::core::led;
+using kestrin::core::ledsetup::LedSetup;
 
 /// Whether both pulses are the same as far as files keep them.
 bool AreEqual(const LED_Pulse& a, const LED_Pulse& b) {
@@ -29,9 +30,11 @@ struct Pulses {
 
 bool Read(const std::filesystem::path& path, Pulses& pulses) {
   LedSettingsFile file;
-  const bool valid = file.Open(path) && file.ReadIdle(pulses.idle) && file.ReadFoc(pulses.foc);
-  Require(valid == file.Problem().empty());
-  return valid;
+  auto valid = file.Open(path);
+  if (valid) valid = file.ReadIdle(pulses.idle);
+  if (valid) valid = file.ReadFoc(pulses.foc);
+  Require(static_cast<bool>(valid) == valid.Text().empty());
+  return static_cast<bool>(valid);
 }
 
 }  // namespace
@@ -44,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool valid = Read(path, pulses);
   if (valid) {
     // What was loaded can be saved, and loads back as the same.
-    Require(LedSettingsFile::Save(saved, pulses.idle, pulses.foc, kestrin::support::AnyDisk()).empty());
+    Require(static_cast<bool>(LedSettingsFile::Save(saved, pulses.idle, pulses.foc, kestrin::support::AnyDisk())));
     Pulses again;
     Require(Read(saved, again));
     Require(AreEqual(pulses.idle, again.idle) && AreEqual(pulses.foc, again.foc));
@@ -56,7 +59,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static_cast<void>(
       folder.Write(LedCatalogue::kFileName, reinterpret_cast<const std::uint8_t*>(kCatalogue), sizeof kCatalogue - 1));
   kestrin::support::RecordingLedSetupView view;
-  for (const TimeBox box : kTimeBoxes) view.times[box] = "1";
   LedSetup setup(
       folder.Path(), [] { return nullptr; }, view);
   Require(setup.SelectLED("Lamp", 6, 100));

@@ -16,13 +16,13 @@ LedBoard::LedBoard(Context& context)
 }
 
 void LedBoard::Read() {
-  if (m_setup.InitLedDrivers()) return;
-  if (m_setup.LastFailure() == core::ledsetup::LedSetup::Failure::Board)
+  const core::base::Result<> read = m_setup.InitLedDrivers();
+  if (read) return;
+  if (read.Why().kind == core::base::FailureKind::NoAnswer)
     throw CommandFailure(ExitCode::Failed, "The board did not answer.");
   throw CommandFailure(
       ExitCode::Failed, core::led::LedCatalogue::kInvalid,
-      m_setup.Problem() +
-          "\n\"kestrinctl led types\" checks the file, \"kestrinctl led config\" sets another LED type.");
+      read.Text() + "\n\"kestrinctl led types\" checks the file, \"kestrinctl led config\" sets another LED type.");
 }
 
 void LedBoard::RequireConfirmed(const std::string& what) const {
@@ -31,19 +31,20 @@ void LedBoard::RequireConfirmed(const std::string& what) const {
 }
 
 Report LedBoard::Status() const {
-  const core::led::LED_Driver& driver = m_setup.CurrentDriver();
+  const core::ledsetup::LedSetupState& state = m_setup.State();
+  const core::led::LED_Driver& driver = state.CurrentDriver;
   Report report;
   report.document = {
       {"code", driver.LedCode},
       {"name", driver.LEDName},
       {"voltage", driver.Voltage},
       {"overdrive", static_cast<std::int32_t>(driver.OverDrive)},
-      {"pulses", Document::array({DocumentOf(m_setup.IdlePulse()), DocumentOf(m_setup.FocPulse())})},
+      {"pulses", Document::array({DocumentOf(state.IdlePulse), DocumentOf(state.FocPulse)})},
   };
   report.text = AlignedPairs({{"LED type", driver.LEDName + " (code " + std::to_string(driver.LedCode) + ")"},
                               {"voltage", core::base::PlainNumber(driver.Voltage) + " V"},
                               {"overdrive", core::base::PlainNumber(driver.OverDrive) + " %"}}) +
-                "\n" + TextOfPulses(m_setup.IdlePulse(), m_setup.FocPulse());
+                "\n" + TextOfPulses(state.IdlePulse, state.FocPulse);
   return report;
 }
 

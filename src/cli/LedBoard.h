@@ -17,7 +17,6 @@ class LedBoard {
   explicit LedBoard(Context& context);
 
   [[nodiscard]] core::ledsetup::LedSetup& Setup() { return m_setup; }
-  [[nodiscard]] ConsoleLedSetupView& View() { return m_view; }
 
   /// Reads the catalogue and what the board is set to. Throws CommandFailure when that fails.
   void Read();

@@ -11,10 +11,9 @@ namespace kestrin::cli {
 
 std::vector<core::led::LED_Driver> ReadLedTypes(const std::filesystem::path& programFolder) {
   core::led::LedCatalogue catalogue(programFolder);
-  std::vector<core::led::LED_Driver> types;
-  if (!catalogue.ReadTypes(types))
-    throw CommandFailure(ExitCode::Failed, core::led::LedCatalogue::kInvalid, catalogue.Problem());
-  return types;
+  core::base::Result<std::vector<core::led::LED_Driver>> types = catalogue.Types();
+  if (!types) throw CommandFailure(ExitCode::Failed, core::led::LedCatalogue::kInvalid, types.Text());
+  return *std::move(types);
 }
 
 void LedTypeChoice::Declare(Syntax& syntax) {
@@ -34,7 +33,7 @@ std::string LedTypeChoice::Apply(core::ledsetup::LedSetup& setup, const std::fil
     throw CommandFailure(ExitCode::Failed, "There is no LED type \"" + m_name +
                                                "\". \"kestrinctl led types\" lists those that there are.");
   static_cast<void>(setup.SelectLED(m_name, core::ledsetup::LedSetup::kVoltage, *m_overdrive));
-  const double overdrive = setup.CurrentDriver().OverDrive;
+  const double overdrive = setup.State().CurrentDriver.OverDrive;
   if (overdrive == *m_overdrive) return "";
   return "The overdrive was lowered to " + core::base::PlainNumber(overdrive) + "%, the most that this LED type bears.";
 }

@@ -1,46 +1,43 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "core/base/PlainNumber.h"
 #include "core/ledsetup/LedSetupView.h"
 
 namespace kestrin::support {
 
-/// An LED setup panel without a window: holds what its controls show, and writes down in order what they are told.
+/// An LED setup panel without a window: holds what each of its parts was told to show last, and writes down in order
+/// what it is told and asked.
 class RecordingLedSetupView final : public core::ledsetup::LedSetupView {
  public:
-  struct LevelRow {
-    bool visible = false;
-    core::led::Color color = 0;
-    std::int16_t level = 0;
-  };
+  using Part = core::ledsetup::LedSetupPart;
+  using State = core::ledsetup::LedSetupState;
 
   std::vector<std::string> log;
 
   std::vector<std::string> types;
   std::optional<std::size_t> selectedType;
-  /// By channel, from 1.
-  std::array<core::led::Color, 5> labelColors{-1, -1, -1, -1, -1};
+  /// By output channel, from the first on.
+  std::vector<core::led::Color> labels;
   std::int32_t overdriveMaximum = -1;
   std::int32_t overdrive = -1;
-  std::string overdriveLabel;
-  std::map<core::led::TimeBox, std::string> times;
-  std::string repetitions;
+  /// What the boxes say, by their number, and the repeat box; "-" for an empty one.
+  std::vector<std::string> times = std::vector<std::string>(core::led::kTimeBoxes.size(), "-");
+  std::string repetitions = "-";
   int pulsesShown = 0;
   bool picker = false;
-  std::array<LevelRow, 5> rows;
+  /// The colours of the rows that are there.
+  std::vector<core::led::Color> rows;
   bool pickColorEnabled = false;
-  bool fidelity = false;
+  /// Of all four channels.
+  std::vector<int> levels;
+
   /// What the colour dialog answers, and what it was preset to.
   std::optional<core::led::Color> pickedColor;
   std::optional<core::led::Color> preset;
-  std::map<std::int32_t, core::led::Color> systemColors;
   bool confirms = false;
   std::string question;
   std::string critical;
@@ -48,65 +45,50 @@ class RecordingLedSetupView final : public core::ledsetup::LedSetupView {
   std::string detail;
   int wentOffline = 0;
 
-  void ClearTypes() override {
-    types.clear();
-    selectedType.reset();
-    log.emplace_back("clear types");
+  void Show(Part part, const State& state) override {
+    switch (part) {
+      case Part::Types:
+        types = state.types;
+        selectedType = state.type;
+        log.push_back(TypesText(state));
+        break;
+      case Part::Channels:
+        labels.assign(state.channelColors.begin(), state.channelColors.end());
+        break;
+      case Part::Overdrive:
+        overdriveMaximum = state.overdriveMaximum;
+        overdrive = state.overdrive;
+        log.push_back("overdrive " + std::to_string(overdrive) + "%");
+        break;
+      case Part::IdleTimes:
+        ShowTimes(state, core::led::TimeBox::IdleTON, core::led::TimeBox::IdleTFALL);
+        break;
+      case Part::FocTimes:
+        ShowTimes(state, core::led::TimeBox::FocTON, core::led::TimeBox::FocTOFF);
+        repetitions = BoxText(state.repetitions);
+        log.push_back("repeat " + repetitions);
+        break;
+      case Part::Pulses:
+        ++pulsesShown;
+        break;
+      case Part::Picker:
+        picker = state.picker.isShown;
+        log.emplace_back(picker ? "show picker" : "hide picker");
+        ShowRows(state);
+        ShowLevels(state);
+        break;
+      case Part::PickerRows:
+        ShowRows(state);
+        break;
+      case Part::Levels:
+        ShowLevels(state);
+        break;
+    }
   }
-  void AppendType(const std::string& name) override {
-    types.push_back(name);
-    log.push_back("type " + name);
-  }
-  void SelectType(std::size_t index) override {
-    selectedType = index;
-    log.push_back("select " + std::to_string(index));
-  }
-  void SetChannelLabelColor(int channel, core::led::Color color) override {
-    labelColors.at(static_cast<std::size_t>(channel)) = color;
-  }
-  void SetOverdriveMaximum(std::int32_t percent) override { overdriveMaximum = percent; }
-  void SetOverdrive(std::int32_t percent) override { overdrive = percent; }
-  [[nodiscard]] std::int32_t Overdrive() const override { return overdrive; }
-  void SetOverdriveLabel(const std::string& text) override {
-    overdriveLabel = text;
-    log.push_back("overdrive " + text);
-  }
-  [[nodiscard]] std::string OverdriveLabel() const override { return overdriveLabel; }
-
-  void SetTimeText(core::led::TimeBox box, const std::string& text) override {
-    times[box] = text;
-    log.push_back("time " + text);
-  }
-  [[nodiscard]] std::string TimeText(core::led::TimeBox box) const override {
-    const auto text = times.find(box);
-    return text == times.end() ? "" : text->second;
-  }
-  void SetRepeatText(const std::string& text) override {
-    repetitions = text;
-    log.push_back("repeat " + text);
-  }
-  [[nodiscard]] std::string RepeatText() const override { return repetitions; }
-  void ShowPulses() override { ++pulsesShown; }
-
-  void ShowPicker(bool visible) override {
-    picker = visible;
-    log.emplace_back(visible ? "show picker" : "hide picker");
-  }
-  [[nodiscard]] bool IsPickerShown() const override { return picker; }
-  void ShowLevelRow(int channel, bool visible) override { Row(channel).visible = visible; }
-  void SetLevelLabelColor(int channel, core::led::Color color) override { Row(channel).color = color; }
-  void SetLevel(int channel, std::int16_t level) override { Row(channel).level = level; }
-  [[nodiscard]] std::int16_t Level(int channel) const override {
-    return rows.at(static_cast<std::size_t>(channel)).level;
-  }
-  void EnablePickColor(bool enabled) override { pickColorEnabled = enabled; }
-  [[nodiscard]] bool ColorFidelity() const override { return fidelity; }
   [[nodiscard]] std::optional<core::led::Color> AskColor(core::led::Color colorBefore) override {
     preset = colorBefore;
     return pickedColor;
   }
-  [[nodiscard]] core::led::Color GetSysColor(std::int32_t number) const override { return systemColors.at(number); }
-
   [[nodiscard]] bool Confirm(const std::string& text, const std::string& what) override {
     question = text;
     detail = what;
@@ -128,20 +110,36 @@ class RecordingLedSetupView final : public core::ledsetup::LedSetupView {
     log.emplace_back("offline");
   }
 
-  /// The levels of the sliders, hidden ones too.
-  [[nodiscard]] std::vector<int> Levels() const { return {rows[1].level, rows[2].level, rows[3].level, rows[4].level}; }
-  [[nodiscard]] std::vector<core::led::Color> Labels() const {
-    return {labelColors[1], labelColors[2], labelColors[3], labelColors[4]};
-  }
-  /// The texts of the four idle boxes, then the two of the flash.
-  [[nodiscard]] std::vector<std::string> Times() const {
-    std::vector<std::string> texts;
-    for (const core::led::TimeBox box : core::led::kTimeBoxes) texts.push_back(times.at(box));
-    return texts;
+  [[nodiscard]] const std::string& Time(core::led::TimeBox box) const {
+    return times.at(static_cast<std::size_t>(box));
   }
 
  private:
-  LevelRow& Row(int channel) { return rows.at(static_cast<std::size_t>(channel)); }
+  [[nodiscard]] static std::string BoxText(std::optional<double> number) {
+    return number ? core::base::PlainNumber(*number) : "-";
+  }
+  /// "types Lamp, Duo*": the chosen one has the star.
+  [[nodiscard]] static std::string TypesText(const State& state) {
+    std::string text = "types";
+    for (std::size_t i = 0; i < state.types.size(); ++i)
+      text += (i == 0 ? " " : ", ") + state.types[i] + (state.type == i ? "*" : "");
+    return text;
+  }
+  void ShowTimes(const State& state, core::led::TimeBox first, core::led::TimeBox last) {
+    std::string text = "times";
+    for (auto i = static_cast<std::size_t>(first); i <= static_cast<std::size_t>(last); ++i) {
+      times.at(i) = BoxText(state.times.at(i));
+      text += " " + times.at(i);
+    }
+    log.push_back(text);
+  }
+  void ShowRows(const State& state) {
+    rows.clear();
+    for (int channel = 1; channel <= state.Channels(); ++channel)
+      rows.push_back(state.CurrentDriver.GetChannelColor(channel));
+    pickColorEnabled = state.CanPickColor();
+  }
+  void ShowLevels(const State& state) { levels.assign(state.picker.levels.begin(), state.picker.levels.end()); }
 };
 
 }  // namespace kestrin::support

@@ -34,10 +34,9 @@ class LedConfigCommand final : public Command {
     const std::string note = m_type.Apply(board.Setup(), ProgramFolder(context.options));
     board.Setup().UpdateLED();
     board.RequireConfirmed("the LED type");
-    if (board.Setup().LastFailure() != core::ledsetup::LedSetup::Failure::None)
+    if (const core::base::Result<>& reading = board.Setup().State().reading; !reading)
       throw CommandFailure(ExitCode::Failed,
-                           "The board has taken the LED type, but then it did not tell what it holds.",
-                           board.Setup().Problem());
+                           "The board has taken the LED type, but then it did not tell what it holds.", reading.Text());
     Report report = board.Status();
     report.message = note;
     return report;

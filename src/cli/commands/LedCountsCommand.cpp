@@ -28,7 +28,7 @@ class LedCountsCommand final : public Command {
     core::ledsetup::LedSetup setup(
         folder, [] { return nullptr; }, view);
     const std::string note = m_type.Apply(setup, folder);
-    Report report = ReportOfCounts(setup.CurrentDriver(), m_levels);
+    Report report = ReportOfCounts(setup.State().CurrentDriver, m_levels);
     report.message = note;
     return report;
   }

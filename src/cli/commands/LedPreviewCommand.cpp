@@ -21,9 +21,8 @@ class LedPreviewCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     LedBoard board(context);
     board.Read();
-    Report report = ReportOfCounts(board.Setup().CurrentDriver(), m_levels);
-    for (std::size_t i = 0; i < m_levels.size(); ++i)
-      board.View().SetLevel(static_cast<int>(i) + 1, static_cast<std::int16_t>(m_levels[i]));
+    Report report = ReportOfCounts(board.Setup().State().CurrentDriver, m_levels);
+    for (std::size_t i = 0; i < m_levels.size(); ++i) board.Setup().LevelMoved(static_cast<int>(i) + 1, m_levels[i]);
     board.Setup().PickColorApply();
     board.RequireConfirmed("the levels");
     report.text = "The blade shows these levels.\n\n" + report.text;

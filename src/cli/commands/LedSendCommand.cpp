@@ -30,7 +30,7 @@ class LedSendCommand final : public Command {
     static_cast<void>(setup.LoadSettings(core::base::PathOf(m_file)));
     static_cast<void>(idle ? setup.SendPulse() : setup.SendFoc());
     board.RequireConfirmed("the pulse");
-    const core::led::LED_Pulse& pulse = idle ? setup.IdlePulse() : setup.FocPulse();
+    const core::led::LED_Pulse& pulse = idle ? setup.State().IdlePulse : setup.State().FocPulse;
     Report report = ReportOfSentPulse(m_pulse, pulse);
     if (pulse.IsTooLongForBoard()) report.message = core::led::LED_Pulse::kTooLong;
     return report;

@@ -20,10 +20,9 @@ class LedSettingsCommand final : public Command {
     core::ledsetup::LedSetup setup(
         "", [] { return nullptr; }, view);
     static_cast<void>(setup.LoadSettings(core::base::PathOf(m_file)));
-    return {ExitCode::Done,
-            {{"idle", DocumentOf(setup.IdlePulse())}, {"foc", DocumentOf(setup.FocPulse())}},
-            TextOfPulses(setup.IdlePulse(), setup.FocPulse()),
-            ""};
+    const core::led::LED_Pulse& idle = setup.State().IdlePulse;
+    const core::led::LED_Pulse& foc = setup.State().FocPulse;
+    return {ExitCode::Done, {{"idle", DocumentOf(idle)}, {"foc", DocumentOf(foc)}}, TextOfPulses(idle, foc), ""};
   }
 
  private:

@@ -27,11 +27,10 @@ constexpr std::int32_t kBrightest = static_cast<std::int32_t>(kMaxLum.maximum);
 
 }  // namespace
 
-bool LED_Driver::Init(std::string_view stringLine) {
+base::Result<> LED_Driver::Init(std::string_view stringLine) {
   LED_RecordReader reader;
-  const bool valid = ReadRecord(stringLine, reader);
-  m_problem = reader.Problem();
-  return valid;
+  if (ReadRecord(stringLine, reader)) return {};
+  return base::Failure{base::FailureKind::NotValid, reader.Problem()};
 }
 
 bool LED_Driver::ReadRecord(std::string_view line, LED_RecordReader& reader) {

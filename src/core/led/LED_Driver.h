@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Result.h"
 #include "led/Color.h"
 
 namespace kestrin::core::led {
@@ -46,14 +47,10 @@ class LED_Driver {
   ///     {name}@{code}#{channels}#{period}  and for each channel
   ///     +Col={colour}ML{maxlum}MDC{maxdc}VL{volt}Coef{a3}_{a2}_{a1}_{a0};{c3}_{c2}_{c1}_{c0};
   ///
-  /// Returns false at the first check that fails; fields read until then keep their new values. A valid record with
-  /// more than one channel sets `OverDrive` to 100; with one channel `OverDrive` keeps its value.
-  [[nodiscard]] bool Init(std::string_view stringLine);
-
-  /// Which field of the last record given to Init() is wrong and what it may be, for the person who edits the
-  /// catalogue;
-  /// "" when the record was valid.
-  [[nodiscard]] const std::string& InitProblem() const { return m_problem; }
+  /// Fails at the first check that fails; fields read until then keep their new values. A valid record with more than
+  /// one channel sets `OverDrive` to 100; with one channel `OverDrive` keeps its value. The text of a failure says
+  /// which field is wrong and what it may be, for the person who edits the catalogue.
+  base::Result<> Init(std::string_view stringLine);
 
   /// The on-count for a wanted brightness (channel clamped): 0 when `setValue` is 0, else 1.
   [[nodiscard]] std::int32_t GetTon(SetType setType, int channel, double setValue) const;
@@ -116,7 +113,6 @@ class LED_Driver {
   [[nodiscard]] std::size_t Index(int channel) const;
 
   std::array<Channel, kChannels> m_channels;
-  std::string m_problem;
 };
 
 }  // namespace kestrin::core::led

@@ -35,14 +35,23 @@ std::string LevelsText(const LED_Pulse& pulse, std::int16_t (LED_Pulse::*get)(in
 
 }  // namespace
 
-bool LedSettingsFile::Open(const std::filesystem::path& file) {
-  const base::Result<> read = m_lines.Read(file);
-  m_problem = read.Text();
+base::Result<> LedSettingsFile::Open(const std::filesystem::path& file) {
+  base::Result<> read = m_lines.Read(file);
+  if (!read) return read;
   std::string_view text;
-  return read && StartLine(1, text) && (text == kMagic || Refuse("\"" + std::string(kMagic) + "\" is expected"));
+  return Checked(StartLine(1, text) && (text == kMagic || Refuse("\"" + std::string(kMagic) + "\" is expected")));
 }
 
-bool LedSettingsFile::ReadIdle(LED_Pulse& pulse) {
+base::Result<> LedSettingsFile::ReadIdle(LED_Pulse& pulse) { return Checked(ParseIdle(pulse)); }
+
+base::Result<> LedSettingsFile::ReadFoc(LED_Pulse& pulse) { return Checked(ParseFoc(pulse)); }
+
+base::Result<> LedSettingsFile::Checked(bool valid) const {
+  if (valid) return {};
+  return base::Failure{base::FailureKind::NotValid, m_problem};
+}
+
+bool LedSettingsFile::ParseIdle(LED_Pulse& pulse) {
   std::string_view text;
   std::string_view before;
   std::string_view levels;
@@ -58,7 +67,7 @@ bool LedSettingsFile::ReadIdle(LED_Pulse& pulse) {
   return true;
 }
 
-bool LedSettingsFile::ReadFoc(LED_Pulse& pulse) {
+bool LedSettingsFile::ParseFoc(LED_Pulse& pulse) {
   std::string_view text;
   std::string_view before;
   std::string_view levels;
@@ -71,8 +80,8 @@ bool LedSettingsFile::ReadFoc(LED_Pulse& pulse) {
   return ReadWhole(times[2], pulse.NRep);
 }
 
-std::string LedSettingsFile::Save(const std::filesystem::path& file, const LED_Pulse& idle, const LED_Pulse& foc,
-                                  base::Disk& disk) {
+base::Result<> LedSettingsFile::Save(const std::filesystem::path& file, const LED_Pulse& idle, const LED_Pulse& foc,
+                                     base::Disk& disk) {
   std::string content;
   const auto add = [&](std::initializer_list<std::string_view> pieces) {
     for (const std::string_view piece : pieces) content += piece;
@@ -83,7 +92,7 @@ std::string LedSettingsFile::Save(const std::filesystem::path& file, const LED_P
        Joined({idle.Ton, idle.Toff, idle.Trise, idle.Tfall})});
   add({kFlashKey, LevelsText(foc, &LED_Pulse::GetHigh), kTimesKey,
        Joined({foc.Ton, foc.Toff, static_cast<double>(foc.NRep)})});
-  return base::WriteWholeFile(file, content, disk).Text();
+  return base::WriteWholeFile(file, content, disk);
 }
 
 bool LedSettingsFile::StartLine(std::size_t number, std::string_view& text) {

@@ -7,11 +7,15 @@
 
 namespace kestrin::core::led {
 
+/// What the board calls its pulses.
+inline constexpr std::int32_t kIdlePulse = 0;
+inline constexpr std::int32_t kFocPulse = 1;
+
 /// What a person sets of a pulse: what follows from that and from the LED type is left out.
 struct PulseContent {
   using Levels = std::array<std::int16_t, LED_Pulse::kChannels>;
 
-  /// Of the flash-on-clash pulse only the high ones, see LedSetup::BuildFocPulse().
+  /// Of the flash-on-clash pulse only the high ones: it starts from the idle pulse's.
   Levels low{};
   Levels high{};
   /// In milliseconds.
@@ -23,5 +27,8 @@ struct PulseContent {
 
   friend bool operator==(const PulseContent&, const PulseContent&) = default;
 };
+
+/// Both pulses, by their number.
+using Pulses = std::array<PulseContent, 2>;
 
 }  // namespace kestrin::core::led

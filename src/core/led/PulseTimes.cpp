@@ -26,43 +26,38 @@ double InLimits(double number) {
   return std::clamp<double>(number, std::numeric_limits<Limited>::lowest(), std::numeric_limits<Limited>::max());
 }
 
-}  // namespace
-
+/// The most seconds that a box takes.
 double UpperBound(TimeBox box) { return box == TimeBox::IdleTRISE ? 10 : 10000; }
 
-std::string SecondsText(double milliseconds) {
-  return base::PlainNumber(RoundToTwoDecimals(milliseconds / kMillisecondsPerSecond));
-}
+}  // namespace
 
-double MillisecondsOf(std::string_view text) {
-  return InLimits<double>(base::LeadingNumber(text) * kMillisecondsPerSecond);
-}
+double SecondsOf(double milliseconds) { return RoundToTwoDecimals(milliseconds / kMillisecondsPerSecond); }
 
-std::string NormalisedTime(TimeBox box, std::string_view text) {
+std::string SecondsText(double milliseconds) { return base::PlainNumber(SecondsOf(milliseconds)); }
+
+double MillisecondsOf(double seconds) { return InLimits<double>(seconds * kMillisecondsPerSecond); }
+
+double NormalisedTime(TimeBox box, double seconds) {
   // The boxes have always counted in single precision.
-  const auto typed = static_cast<float>(InLimits<float>(base::LeadingNumber(text)));
+  const auto typed = static_cast<float>(InLimits<float>(seconds));
   const float cut = std::floor(typed * kStepsPerSecond) / kStepsPerSecond;
-  return base::PlainNumber(std::clamp(RoundToTwoDecimals(cut), 0.0, UpperBound(box)));
+  return std::clamp(RoundToTwoDecimals(cut), 0.0, UpperBound(box));
 }
 
-std::string SteppedTime(TimeBox box, std::string_view text, int steps) {
+double SteppedTime(TimeBox box, double seconds, int steps) {
   const double last = UpperBound(box) * kStepsPerSecond;
   // A time of the board may be one that the box does not keep, so it is not cut as if the box were left.
   constexpr double kHair = 1e-6;
-  const double from = std::floor(base::LeadingNumber(text) * kStepsPerSecond + kHair);
+  const double from = std::floor(seconds * kStepsPerSecond + kHair);
   double step = std::clamp(std::clamp(from, 0.0, last) + steps, 0.0, last);
-  const auto shown = [&step] { return SecondsText(step * kMillisecondsPerSecond / kStepsPerSecond); };
+  const auto shown = [&step] { return SecondsOf(step * kMillisecondsPerSecond / kStepsPerSecond); };
   // Both bounds are kept, so this ends there at the latest.
   while (NormalisedTime(box, shown()) != shown()) step += steps < 0 ? -1 : 1;
   return shown();
 }
 
-std::int16_t RepetitionsOf(std::string_view text) {
-  return base::RoundTo<std::int16_t>(InLimits<std::int16_t>(base::LeadingNumber(text)));
-}
+std::int16_t RepetitionsOf(double number) { return base::RoundTo<std::int16_t>(InLimits<std::int16_t>(number)); }
 
-std::string NormalisedRepetitions(std::string_view text) {
-  return base::PlainNumber(std::clamp<double>(std::floor(base::LeadingNumber(text)), 1, kMostRepetitions));
-}
+double NormalisedRepetitions(double number) { return std::clamp<double>(std::floor(number), 1, kMostRepetitions); }
 
 }  // namespace kestrin::core::led

@@ -3,7 +3,8 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
-#include "ui/led/Metrics.h"
+
+#include "core/led/ColorLevels.h"
 
 namespace kestrin::ui::led {
 
@@ -50,7 +51,7 @@ BladeLight Mix(const core::led::LED_Driver& driver, const Levels& levels) {
   for (int channel = 1; channel <= std::min<int>(driver.NrOfChannels, core::led::LED_Driver::kChannels); ++channel) {
     const ChannelLight* const light = LightOf(driver.GetChannelColor(channel));
     if (light == nullptr) continue;
-    const double share = std::clamp(levels.at(static_cast<std::size_t>(channel - 1)) / kFullLevel, 0.0, 1.0);
+    const double share = std::clamp(levels.at(static_cast<std::size_t>(channel - 1)) / core::led::kFullLevel, 0.0, 1.0);
     highest = std::max(highest, share);
     for (std::size_t i = 0; i < sum.size(); ++i) sum[i] += light->light[i] * share * driver.GetMaxLum(channel);
   }
@@ -67,7 +68,8 @@ QColor ToQColor(core::led::Color color) {
 
 QString NameOf(core::led::Color color) {
   const ChannelLight* const light = LightOf(color);
-  return QCoreApplication::translate("BladeLight", light == nullptr ? "not used" : light->name);
+  constexpr const char* kNotUsed = QT_TRANSLATE_NOOP("BladeLight", "not used");
+  return QCoreApplication::translate("BladeLight", light == nullptr ? kNotUsed : light->name);
 }
 
 }  // namespace kestrin::ui::led

@@ -18,7 +18,6 @@ class BladeView : public QWidget {
   explicit BladeView(QWidget* parent = nullptr);
 
   void Show(const BladeLight& light);
-  [[nodiscard]] const BladeLight& Shown() const { return m_light; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

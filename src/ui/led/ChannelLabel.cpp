@@ -30,7 +30,7 @@ void ChannelLabel::ShowColor(core::led::Color color) {
   colored.setColor(QPalette::WindowText, ToQColor(color));
   setPalette(colored);
   setToolTip(NameOf(color));
-  setAccessibleName(text() + QStringLiteral(": ") + NameOf(color));
+  setAccessibleName(tr("%1: %2").arg(text(), NameOf(color)));
 }
 
 QColor ChannelLabel::Ground() const { return m_color == 0 ? QColor(kUnusedGround) : QColor(BladeView::kGround); }

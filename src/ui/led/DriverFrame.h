@@ -1,16 +1,14 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
 #include <array>
+#include <string>
+#include <vector>
 
-#include "core/led/Color.h"
-#include "core/led/LED_Driver.h"
+#include "core/ledsetup/LedSetupState.h"
 #include "ui/kit/Card.h"
 
 class QComboBox;
-class QGridLayout;
-class QLabel;
+class QHBoxLayout;
 class QPushButton;
 class QSlider;
 class QSpinBox;
@@ -22,9 +20,10 @@ class Pictures;
 namespace kestrin::ui::led {
 
 class ChannelLabel;
+class FlowRow;
 
-/// "Driver configuration": LED type, output channels, overdrive, and the button that writes them to the board. Setting
-/// its controls from the program is not told as the person's action.
+/// "Driver configuration": LED type, output channels, overdrive, and the button that writes them to the board. It shows
+/// what is set; showing something is not told as the person's action.
 class DriverFrame : public kit::Card {
   Q_OBJECT
 
@@ -32,36 +31,29 @@ class DriverFrame : public kit::Card {
   /// The pictures must outlive the frame.
   explicit DriverFrame(const kit::Pictures& pictures, QWidget* parent = nullptr);
 
-  void ClearTypes();
-  /// The name's bytes as the catalogue has them: a text of them need not lead back to the type.
-  void AppendType(const QByteArray& name);
-  /// Until then none is chosen.
-  void SelectType(int index);
-  /// 0 (black) for a channel, 1 .. 4, that is not used.
-  void SetChannelColor(int channel, core::led::Color color);
-  /// In percent. The slider begins at 1.
-  void SetOverdriveMaximum(int percent);
-  void SetOverdrive(int percent);
-  [[nodiscard]] int Overdrive() const;
-  /// "120%".
-  void SetOverdriveText(const QString& text);
-  [[nodiscard]] QString OverdriveText() const;
+  void ShowTypes(const core::ledsetup::LedSetupState& state);
+  void ShowChannels(const core::ledsetup::LedSetupState& state);
+  void ShowOverdrive(const core::ledsetup::LedSetupState& state);
   /// The update button can be used; or cannot for this reason.
   void EnableUpdate(const QString& whyNot);
 
  signals:
-  void typeChosen(const QByteArray& name);
-  void overdriveMoved();
+  /// The type at that place of the list.
+  void typeChosen(int index);
+  /// In percent.
+  void overdriveMoved(int percent);
   void updateRequested();
 
  private:
-  [[nodiscard]] QLabel* AddCaption(const QString& text, int column);
-  void AddType();
-  void AddChannels();
-  void AddOverdrive();
-  void AddUpdate(const kit::Pictures& pictures);
+  void AddType(FlowRow& fields);
+  void AddChannels(FlowRow& fields);
+  void AddOverdrive(FlowRow& fields);
+  void AddUpdate(const kit::Pictures& pictures, FlowRow& fields);
+  /// A caption over what stands in the row that is returned.
+  [[nodiscard]] QHBoxLayout* AddField(const QString& caption, QWidget* buddy, FlowRow& fields, int stretch);
 
-  QGridLayout* m_grid;
+  /// The names in the list.
+  std::vector<std::string> m_names;
   QComboBox* m_types = nullptr;
   std::array<ChannelLabel*, core::led::LED_Driver::kChannels> m_channels{};
   QSlider* m_overdrive = nullptr;

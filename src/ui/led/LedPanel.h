@@ -9,8 +9,6 @@
 #include "core/ledsetup/LedSetupView.h"
 
 class QBoxLayout;
-class QLabel;
-class QPushButton;
 
 namespace kestrin::core::base {
 class Disk;
@@ -23,6 +21,7 @@ class Pictures;
 namespace kestrin::ui::led {
 
 class DriverFrame;
+class LedHead;
 class PickColorFrame;
 class PulseFrame;
 
@@ -32,8 +31,6 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
   Q_OBJECT
 
  public:
-  static constexpr const char* kCaption = "LED DRIVER SETUP";
-
   /// Runs an action as soon as nothing else talks to the board, and keeps others away until it is done.
   using Runner = std::function<void(std::function<void()>)>;
 
@@ -51,11 +48,8 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
 
   explicit LedPanel(const Surroundings& surroundings, QWidget* parent = nullptr);
 
-  /// An LED driver has come online: reads and shows what it holds. False when that failed, see LastFailure() and
-  /// Problem().
-  [[nodiscard]] bool InitLedDrivers();
-  [[nodiscard]] core::ledsetup::LedSetup::Failure LastFailure() const { return m_setup.LastFailure(); }
-  [[nodiscard]] const std::string& Problem() const { return m_setup.Problem(); }
+  /// An LED driver has come online: reads and shows what it holds. Fails as LedSetup::InitLedDrivers() does.
+  core::base::Result<> InitLedDrivers();
   /// Another text whenever the catalogue's file has changed.
   [[nodiscard]] std::string CatalogueStamp() const { return m_setup.CatalogueStamp(); }
   /// Whether the window may be closed: asks when pulses would be lost that were neither sent nor saved.
@@ -70,11 +64,9 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
   void news(const QString& text);
 
  private:
-  void AddHead(QBoxLayout& layout);
   void AddPulses(QBoxLayout& layout);
   void Connect();
-  [[nodiscard]] QPushButton* MakeFileButton(const char* name, const QString& text, const QString& purpose,
-                                            const char* picture);
+  void ConnectPulses();
   void SetTabOrder();
 
   void OpenFile();
@@ -83,40 +75,13 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
   void SendPulse();
   void SendFoc();
   /// News of a pulse that was sent; a warning instead when the board cannot hold it as it is.
-  void ShowSent(const core::led::LED_Pulse& pulse, const QString& text);
-  void StepTime(core::led::TimeBox box, int steps);
-  void StepRepeat(int steps);
-  void ShowShapes();
-  /// Shows what of the pulses was not sent.
-  void ShowUnsent();
+  void TellSent(const core::led::LED_Pulse& pulse, const QString& text);
   [[nodiscard]] bool MayLose(const QString& question, const QString& advice);
-  void ShowPickerLight();
-  void ShowNotice(const QString& text);
+  void ShowPulses(const core::ledsetup::LedSetupState& state);
+  void ShowPicker(const core::ledsetup::LedSetupState& state);
 
-  void ClearTypes() override;
-  void AppendType(const std::string& name) override;
-  void SelectType(std::size_t index) override;
-  void SetChannelLabelColor(int channel, core::led::Color color) override;
-  void SetOverdriveMaximum(std::int32_t percent) override;
-  void SetOverdrive(std::int32_t percent) override;
-  [[nodiscard]] std::int32_t Overdrive() const override;
-  void SetOverdriveLabel(const std::string& text) override;
-  [[nodiscard]] std::string OverdriveLabel() const override;
-  void SetTimeText(core::led::TimeBox box, const std::string& text) override;
-  [[nodiscard]] std::string TimeText(core::led::TimeBox box) const override;
-  void SetRepeatText(const std::string& text) override;
-  [[nodiscard]] std::string RepeatText() const override;
-  void ShowPulses() override;
-  void ShowPicker(bool visible) override;
-  [[nodiscard]] bool IsPickerShown() const override;
-  void ShowLevelRow(int channel, bool visible) override;
-  void SetLevelLabelColor(int channel, core::led::Color color) override;
-  void SetLevel(int channel, std::int16_t level) override;
-  [[nodiscard]] std::int16_t Level(int channel) const override;
-  void EnablePickColor(bool enabled) override;
-  [[nodiscard]] bool ColorFidelity() const override;
+  void Show(core::ledsetup::LedSetupPart part, const core::ledsetup::LedSetupState& state) override;
   [[nodiscard]] std::optional<core::led::Color> AskColor(core::led::Color preset) override;
-  [[nodiscard]] core::led::Color GetSysColor(std::int32_t number) const override;
   [[nodiscard]] bool Confirm(const std::string& question, const std::string& detail) override;
   void ShowCritical(const std::string& text, const std::string& detail) override;
   void ShowInformation(const std::string& text, const std::string& detail) override;
@@ -124,16 +89,11 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
 
   Surroundings m_around;
   core::ledsetup::LedSetup m_setup;
-  QLabel* m_notice = nullptr;
-  QPushButton* m_bringBack = nullptr;
-  QPushButton* m_open = nullptr;
-  QPushButton* m_save = nullptr;
+  LedHead* m_head = nullptr;
   DriverFrame* m_driver = nullptr;
   PulseFrame* m_idle = nullptr;
   PulseFrame* m_foc = nullptr;
   PickColorFrame* m_picker = nullptr;
-  /// The button that the picker was opened with last.
-  QWidget* m_opener = nullptr;
 };
 
 }  // namespace kestrin::ui::led

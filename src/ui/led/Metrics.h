@@ -5,9 +5,9 @@
 namespace kestrin::ui::led {
 
 using kit::kGrid;
+/// From a card's edge to what stands in it.
+inline constexpr int kInset = 3 * kGrid / 2;
 /// The side of a picture on a button.
 inline constexpr int kPicture = 20;
-/// The highest level of a channel.
-inline constexpr int kFullLevel = 255;
 
 }  // namespace kestrin::ui::led

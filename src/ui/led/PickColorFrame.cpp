@@ -8,13 +8,16 @@
 #include <QLocale>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "core/led/ColorLevels.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/TopicOf.h"
+#include "ui/led/BladeLight.h"
 #include "ui/led/BladeView.h"
 #include "ui/led/ChannelLabel.h"
 #include "ui/led/Metrics.h"
@@ -35,7 +38,7 @@ PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
   setCursor(Qt::SizeAllCursor);
   setMinimumWidth(kWidth);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(2 * kGrid, kGrid + 4, 2 * kGrid, 2 * kGrid);
+  column->setContentsMargins(2 * kGrid, kInset, 2 * kGrid, 2 * kGrid);
   column->setSpacing(kGrid);
   AddHead(*column);
   AddRows(*column);
@@ -71,12 +74,12 @@ void PickColorFrame::AddRows(QBoxLayout& layout) {
   for (std::size_t i = 0; i < m_rows.size(); ++i) {
     const QString number = QString::number(i + 1);
     Row& row = m_rows[i];
-    row.label = new ChannelLabel(QStringLiteral("LED") + number, this);
+    row.label = new ChannelLabel(tr("LED%1").arg(number), this);
     row.label->setObjectName(QStringLiteral("LabelLedSet") + number);
     row.slider = new QSlider(Qt::Horizontal, this);
     row.slider->setObjectName(QStringLiteral("SliderLedSet") + number);
     row.slider->setAccessibleName(tr("Level of LED %1, 0 to 255").arg(number));
-    row.slider->setRange(0, kFullLevel);
+    row.slider->setRange(0, core::led::kFullLevel);
     row.slider->setPageStep(16);
     row.label->setBuddy(row.slider);
     row.value = new QSpinBox(this);
@@ -84,11 +87,11 @@ void PickColorFrame::AddRows(QBoxLayout& layout) {
     row.value->setAccessibleName(row.slider->accessibleName());
     // Digits as everywhere else on the panel.
     row.value->setLocale(QLocale::c());
-    row.value->setRange(0, kFullLevel);
+    row.value->setRange(0, core::led::kFullLevel);
     row.value->setAlignment(Qt::AlignRight);
-    connect(row.slider, &QSlider::valueChanged, row.value, &QSpinBox::setValue);
-    connect(row.value, &QSpinBox::valueChanged, row.slider, &QSlider::setValue);
-    connect(row.slider, &QSlider::valueChanged, this, &PickColorFrame::levelsChanged);
+    const auto tell = [this, channel = static_cast<int>(i) + 1](int level) { emit levelMoved(channel, level); };
+    connect(row.slider, &QSlider::valueChanged, this, tell);
+    connect(row.value, &QSpinBox::valueChanged, this, tell);
     auto* const line = new QHBoxLayout;
     line->setSpacing(kGrid);
     line->addWidget(row.label);
@@ -103,6 +106,7 @@ void PickColorFrame::AddPicking(QBoxLayout& layout) {
   m_fidelity = new QCheckBox(tr("Color Fidelity"), this);
   m_fidelity->setObjectName(QStringLiteral("ColorFidelity"));
   m_fidelity->setToolTip(tr("Balances the LEDs when a color is picked, so that white looks white"));
+  connect(m_fidelity, &QCheckBox::toggled, this, &PickColorFrame::colorFidelityChanged);
   auto* const line = new QHBoxLayout;
   line->setSpacing(2 * kGrid);
   line->addWidget(m_pick);
@@ -164,44 +168,41 @@ void PickColorFrame::Close() {
   if (hadKeyboard && m_opener != nullptr) m_opener->setFocus();
 }
 
-void PickColorFrame::ShowRow(int channel, bool visible) {
-  const Row& row = At(channel);
-  row.label->setVisible(visible);
-  row.slider->setVisible(visible);
-  row.value->setVisible(visible);
-  if (isVisible()) {
-    adjustSize();
-    MoveInside(pos());
+void PickColorFrame::ShowRows(const core::ledsetup::LedSetupState& state) {
+  for (int channel = 1; channel <= core::led::LED_Driver::kChannels; ++channel) {
+    const bool used = channel <= state.Channels();
+    const Row& row = m_rows.at(static_cast<std::size_t>(channel) - 1);
+    if (used) row.label->ShowColor(state.CurrentDriver.GetChannelColor(channel));
+    row.label->setVisible(used);
+    row.slider->setVisible(used);
+    row.value->setVisible(used);
   }
+  m_pick->setEnabled(state.CanPickColor());
+  m_fidelity->setEnabled(state.CanPickColor());
+  m_pick->setToolTip(state.CanPickColor() ? tr("Choose the color from a palette")
+                                          : tr("Needs an LED type with a red, a green and a blue channel"));
+  if (!isVisible()) return;
+  adjustSize();
+  MoveInside(pos());
 }
 
-void PickColorFrame::SetLabelColor(int channel, core::led::Color color) { At(channel).label->ShowColor(color); }
-
-void PickColorFrame::SetLevel(int channel, int level) { At(channel).slider->setValue(level); }
-
-int PickColorFrame::Level(int channel) const { return At(channel).slider->value(); }
-
-Levels PickColorFrame::AllLevels() const {
+void PickColorFrame::ShowLevels(const core::ledsetup::LedSetupState& state) {
   Levels levels{};
-  for (std::size_t i = 0; i < levels.size(); ++i) levels[i] = m_rows[i].slider->value();
-  return levels;
+  for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    const Row& row = m_rows[i];
+    const QSignalBlocker slider(row.slider);
+    const QSignalBlocker value(row.value);
+    row.slider->setValue(state.picker.levels[i]);
+    row.value->setValue(state.picker.levels[i]);
+    levels.at(i) = state.picker.levels[i];
+  }
+  m_blade->Show(Mix(state.CurrentDriver, levels));
 }
-
-void PickColorFrame::EnablePickColor(bool enabled) {
-  m_pick->setEnabled(enabled);
-  m_fidelity->setEnabled(enabled);
-  m_pick->setToolTip(enabled ? tr("Choose the color from a palette")
-                             : tr("Needs an LED type with a red, a green and a blue channel"));
-}
-
-bool PickColorFrame::ColorFidelity() const { return m_fidelity->isChecked(); }
 
 void PickColorFrame::EnableApply(const QString& whyNot) {
   m_apply->setEnabled(whyNot.isEmpty());
   m_apply->setToolTip(whyNot.isEmpty() ? tr("Show these levels on the blade") : whyNot);
 }
-
-void PickColorFrame::ShowLight(const BladeLight& light) { m_blade->Show(light); }
 
 bool PickColorFrame::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parentWidget() && event->type() == QEvent::Resize) MoveInside(pos());

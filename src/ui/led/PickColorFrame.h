@@ -4,9 +4,8 @@
 #include <QPointer>
 #include <array>
 
-#include "core/led/Color.h"
+#include "core/ledsetup/LedSetupState.h"
 #include "ui/kit/Card.h"
-#include "ui/led/BladeLight.h"
 
 class QBoxLayout;
 class QCheckBox;
@@ -22,7 +21,7 @@ class BladeView;
 class ChannelLabel;
 
 /// The colour picker "LED setting": a slider for each channel's level, over the panel whose pulse it edits. It can be
-/// dragged aside. Escape stands for "Cancel", Enter for OK. Setting its controls from the program is not told as the
+/// dragged aside. Escape stands for "Cancel", Enter for OK. It shows what is set; showing something is not told as the
 /// person's action.
 class PickColorFrame : public kit::Card {
   Q_OBJECT
@@ -37,21 +36,17 @@ class PickColorFrame : public kit::Card {
   /// Hides it; the keyboard goes back to where it was opened from.
   void Close();
 
-  /// Channels are counted from 1 to 4, levels go from 0 to 255.
-  void ShowRow(int channel, bool visible);
-  void SetLabelColor(int channel, core::led::Color color);
-  void SetLevel(int channel, int level);
-  [[nodiscard]] int Level(int channel) const;
-  [[nodiscard]] Levels AllLevels() const;
-  void EnablePickColor(bool enabled);
-  [[nodiscard]] bool ColorFidelity() const;
+  /// The rows of the LED type's channels, and whether a colour can be picked for it.
+  void ShowRows(const core::ledsetup::LedSetupState& state);
+  /// The levels, and the blade in their light.
+  void ShowLevels(const core::ledsetup::LedSetupState& state);
   /// "Apply" can be used; or cannot for this reason.
   void EnableApply(const QString& whyNot);
-  void ShowLight(const BladeLight& light);
 
  signals:
-  /// A level is another one, by the person's hand or by SetLevel().
-  void levelsChanged();
+  /// The person has moved the slider of a channel, 1 .. 4.
+  void levelMoved(int channel, int level);
+  void colorFidelityChanged(bool checked);
   void pickColorRequested();
   void applyRequested();
   void okRequested();
@@ -76,7 +71,6 @@ class PickColorFrame : public kit::Card {
   void AddPicking(QBoxLayout& layout);
   void AddButtons(QBoxLayout& layout);
   [[nodiscard]] QPushButton* MakeButton(const char* name, const QString& text, void (PickColorFrame::*signal)());
-  [[nodiscard]] const Row& At(int channel) const { return m_rows.at(static_cast<std::size_t>(channel - 1)); }
   /// Moves it there, or as near as the panel allows.
   void MoveInside(const QPoint& place);
 

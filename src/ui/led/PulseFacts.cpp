@@ -1,39 +1,31 @@
 #include "ui/led/PulseFacts.h"
 
-#include <QCoreApplication>
-
 namespace kestrin::ui::led {
 
-namespace {
-
-QString Tr(const char* text) { return QCoreApplication::translate("PulseFacts", text); }
-
-}  // namespace
-
-PulseFrame::Facts IdleFacts() {
-  const QString seconds = Tr("s");
+PulseFrame::Facts PulseFacts::Idle() {
+  const QString seconds = tr("s");
   return {"FrameIdle",
-          Tr("Idle Pulse"),
+          tr("Idle Pulse"),
           kit::HelpContext::IdlePulse,
-          {{"btnPulseHigh", Tr("High level"), Tr("Idle pulse: choose the high level")},
-           {"btnPulseLow", Tr("Low level"), Tr("Idle pulse: choose the low level")}},
-          {{"IdleTON", Tr("ON"), seconds, Tr("Seconds at the high level, up to 10000")},
-           {"IdleTOFF", Tr("OFF"), seconds, Tr("Seconds at the low level, up to 10000")},
-           {"IdleTRISE", Tr("RISE"), seconds, Tr("Seconds from low to high, up to 10")},
-           {"IdleTFALL", Tr("FALL"), seconds, Tr("Seconds from high to low, up to 10000")}},
-          {"btnSendPulse", Tr("Send and start"), Tr("Send the idle pulse to the board and start it")}};
+          {{"btnPulseHigh", tr("High level"), tr("Idle pulse: choose the high level")},
+           {"btnPulseLow", tr("Low level"), tr("Idle pulse: choose the low level")}},
+          {{"IdleTON", tr("ON"), seconds, tr("Seconds at the high level, up to 10000")},
+           {"IdleTOFF", tr("OFF"), seconds, tr("Seconds at the low level, up to 10000")},
+           {"IdleTRISE", tr("RISE"), seconds, tr("Seconds from low to high, up to 10")},
+           {"IdleTFALL", tr("FALL"), seconds, tr("Seconds from high to low, up to 10000")}},
+          {"btnSendPulse", tr("Send and start"), tr("Send the idle pulse to the board and start it")}};
 }
 
-PulseFrame::Facts FocFacts() {
-  const QString seconds = Tr("s");
+PulseFrame::Facts PulseFacts::Foc() {
+  const QString seconds = tr("s");
   return {"FrameFoc",
-          Tr("Flash on Clash"),
+          tr("Flash on Clash"),
           kit::HelpContext::FlashOnClash,
-          {{"btnFocHigh", Tr("Flash level"), Tr("Flash on clash: choose the level of the flash")}},
-          {{"FocTON", Tr("ON"), seconds, Tr("Seconds that a flash lasts, up to 10000")},
-           {"FocTOFF", Tr("OFF"), seconds, Tr("Seconds between two flashes, up to 10000")},
-           {"focNREP", Tr("Repeat"), Tr("times"), Tr("Number of flashes, 1 to 10")}},
-          {"btnSendFoc", Tr("Send and start"), Tr("Send the flash to the board and start it")}};
+          {{"btnFocHigh", tr("Flash level"), tr("Flash on clash: choose the level of the flash")}},
+          {{"FocTON", tr("ON"), seconds, tr("Seconds that a flash lasts, up to 10000")},
+           {"FocTOFF", tr("OFF"), seconds, tr("Seconds between two flashes, up to 10000")},
+           {"focNREP", tr("Repeat"), tr("times"), tr("Number of flashes, 1 to 10")}},
+          {"btnSendFoc", tr("Send and start"), tr("Send the flash to the board and start it")}};
 }
 
 }  // namespace kestrin::ui::led

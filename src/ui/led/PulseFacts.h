@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <array>
 
 #include "core/led/PulseTimes.h"
@@ -8,8 +9,13 @@
 namespace kestrin::ui::led {
 
 /// What stands in `FrameIdle` and in `FrameFoc`.
-[[nodiscard]] PulseFrame::Facts IdleFacts();
-[[nodiscard]] PulseFrame::Facts FocFacts();
+class PulseFacts {
+  Q_DECLARE_TR_FUNCTIONS(PulseFacts)
+
+ public:
+  [[nodiscard]] static PulseFrame::Facts Idle();
+  [[nodiscard]] static PulseFrame::Facts Foc();
+};
 
 /// The level buttons of the idle pulse, in the order of its facts.
 inline constexpr std::size_t kHighButton = 0;

@@ -7,8 +7,11 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "core/base/Numbers.h"
+#include "core/base/PlainNumber.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -67,7 +70,7 @@ PulseFrame::PulseFrame(const Facts& facts, const kit::Pictures& pictures, QWidge
   m_plot->setAccessibleName(tr("%1 over time").arg(facts.title));
 
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(12, kGrid, 12, 12);
+  column->setContentsMargins(kInset, kGrid, kInset, kInset);
   column->setSpacing(kGrid);
   column->addLayout(head);
   column->addWidget(m_blade);
@@ -112,12 +115,13 @@ void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
     line->addWidget(box, 1);
     line->addWidget(new QLabel(field.unit, this));
     auto* const column = new QVBoxLayout;
-    column->setSpacing(2);
+    column->setSpacing(kGrid / 4);
     column->addWidget(caption);
     column->addLayout(line);
     row->addLayout(column, 1);
     const std::size_t index = m_boxes.size();
-    connect(box, &QLineEdit::textChanged, this, &PulseFrame::textChanged);
+    connect(box, &QLineEdit::textChanged, this,
+            [this, index](const QString& text) { emit typed(index, core::base::LeadingNumber(text.toStdString())); });
     connect(box, &ValueBox::left, this, [this, index] { emit boxLeft(index); });
     connect(box, &ValueBox::stepped, this, [this, index](int steps) { emit boxStepped(index, steps); });
     m_boxes.push_back(box);
@@ -139,9 +143,10 @@ void PulseFrame::AddSend(const Facts& facts, QBoxLayout& layout) {
   ShowSendPicture();
 }
 
-QString PulseFrame::Text(std::size_t box) const { return m_boxes.at(box)->text(); }
-
-void PulseFrame::SetText(std::size_t box, const QString& text) { m_boxes.at(box)->setText(text); }
+void PulseFrame::ShowNumber(std::size_t box, std::optional<double> number) {
+  const QSignalBlocker quiet(m_boxes.at(box));
+  m_boxes.at(box)->setText(number ? QString::fromStdString(core::base::PlainNumber(*number)) : QString());
+}
 
 void PulseFrame::ShowLevel(std::size_t button, const BladeLight& light) {
   m_levels.at(button)->setIcon(Swatch(light.OnBlack(), devicePixelRatioF()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "ui/kit/Card.h"
@@ -23,7 +24,7 @@ class PulseShape;
 class ValueBox;
 
 /// The frame of one pulse: a picture of the blade as it plays, a plot over time, its levels and times, and the button
-/// that sends it. It knows no rule; it tells what the person does.
+/// that sends it. It knows no rule; it shows what is set and tells what the person does.
 class PulseFrame : public kit::Card {
   Q_OBJECT
 
@@ -53,8 +54,8 @@ class PulseFrame : public kit::Card {
   PulseFrame(const Facts& facts, const kit::Pictures& pictures, QWidget* parent = nullptr);
 
   /// Boxes and level buttons are counted from 0, in the order of the facts.
-  [[nodiscard]] QString Text(std::size_t box) const;
-  void SetText(std::size_t box, const QString& text);
+  /// What a box says; nothing for an empty one.
+  void ShowNumber(std::size_t box, std::optional<double> number);
   /// What a level button's colour is.
   void ShowLevel(std::size_t button, const BladeLight& light);
   [[nodiscard]] QPushButton& LevelButton(std::size_t button) const { return *m_levels.at(button); }
@@ -66,14 +67,15 @@ class PulseFrame : public kit::Card {
 
   /// What plot and blade play.
   void ShowShape(const PulseShape& shape, int rest);
+  /// At the low and at the high level of the pulse.
   void ShowLevels(const core::led::LED_Driver& driver, const Levels& low, const Levels& high);
   /// Lets the pictures begin with the board.
   void Restart();
 
  signals:
   void levelRequested(std::size_t button);
-  /// A box's text is another one, by the person's hand or by SetText().
-  void textChanged();
+  /// What the person has typed into a box stands for this number now.
+  void typed(std::size_t box, double number);
   void boxLeft(std::size_t box);
   void boxStepped(std::size_t box, int steps);
   void sendRequested();

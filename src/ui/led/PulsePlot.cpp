@@ -22,7 +22,7 @@ constexpr QRgb kSoftInk = 0xffaab2c0;
 constexpr QRgb kGridLine = 0xff2a303a;
 
 QString Seconds(double milliseconds) {
-  return QString::fromStdString(core::led::SecondsText(milliseconds)) + QStringLiteral(" s");
+  return PulsePlot::tr("%1 s").arg(QString::fromStdString(core::led::SecondsText(milliseconds)));
 }
 
 }  // namespace

@@ -1,15 +1,18 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <vector>
 
-#include "core/led/LED_Pulse.h"
+#include "core/led/PulseContent.h"
 
 namespace kestrin::ui::led {
 
 /// How a pulse goes over time, for a picture of it. Times are milliseconds; the light is a share, 0 for the low level
 /// of the pulse and 1 for its high level.
 class PulseShape {
+  Q_DECLARE_TR_FUNCTIONS(PulseShape)
+
  public:
   struct Phase {
     /// "ON", as the box of this time is called.
@@ -22,9 +25,9 @@ class PulseShape {
 
   PulseShape() = default;
   /// The idle pulse: rises, stays high, falls, stays low, and begins anew.
-  [[nodiscard]] static PulseShape Idle(const core::led::LED_Pulse& pulse);
+  [[nodiscard]] static PulseShape Idle(const core::led::PulseContent& pulse);
   /// The flash-on-clash pulse: high and low, as often as it repeats (1 .. 10).
-  [[nodiscard]] static PulseShape FlashOnClash(const core::led::LED_Pulse& pulse);
+  [[nodiscard]] static PulseShape FlashOnClash(const core::led::PulseContent& pulse);
 
   /// Those that last.
   [[nodiscard]] const std::vector<Phase>& Phases() const { return m_phases; }
@@ -35,7 +38,8 @@ class PulseShape {
   [[nodiscard]] double ShareAt(double moment) const;
 
  private:
-  void Add(const QString& name, double length, double from, double to);
+  /// `name` is translated.
+  void Add(const char* name, double length, double from, double to);
 
   std::vector<Phase> m_phases;
   double m_length = 0;

@@ -44,11 +44,6 @@ void LedPage::ShowFor(std::int32_t board) {
   if (std::exchange(m_board, board) != board) m_pages.Show(Pages::Page::LedDriver);
 }
 
-core::base::Result<> LedPage::InitLedDrivers() {
-  using core::base::FailureKind;
-  if (Panel().InitLedDrivers()) return {};
-  const bool ofCatalogue = Panel().LastFailure() == core::ledsetup::LedSetup::Failure::Catalogue;
-  return core::base::Failure{ofCatalogue ? FailureKind::NotValid : FailureKind::NoAnswer, Panel().Problem()};
-}
+core::base::Result<> LedPage::InitLedDrivers() { return Panel().InitLedDrivers(); }
 
 }  // namespace kestrin::ui::window

@@ -65,7 +65,6 @@ TEST(LED_DriverColors, AnEmptyDriverFindsNothingAndHasZeros) {
   EXPECT_EQ(driver.Period, 0);
   EXPECT_EQ(driver.Voltage, 0);
   EXPECT_EQ(driver.OverDrive, 0);
-  EXPECT_EQ(driver.InitProblem(), "");
   for (const Color color : {0, 0x0000FF, 0xFFFFFF}) EXPECT_EQ(driver.FindColor(color), 0);
   for (int channel = 1; channel <= 4; ++channel) {
     EXPECT_EQ(driver.GetChannelColor(channel), 0);

@@ -20,16 +20,15 @@ using testing::HasSubstr;
 
 bool Accepts(const std::string& line) {
   LED_Driver driver;
-  const bool valid = driver.Init(line);
+  const base::Result<> valid = driver.Init(line);
   // A record is either valid or something is said about it.
-  EXPECT_EQ(valid, driver.InitProblem().empty()) << line << "\n" << driver.InitProblem();
-  return valid;
+  EXPECT_EQ(static_cast<bool>(valid), valid.Text().empty()) << line << "\n" << valid.Text();
+  return static_cast<bool>(valid);
 }
 
 TEST(LED_DriverInit, ReadsEveryFieldOfTheExampleRecord) {
   LED_Driver driver;
-  ASSERT_TRUE(driver.Init(kExampleRecord));
-  EXPECT_EQ(driver.InitProblem(), "");
+  ASSERT_EQ(driver.Init(kExampleRecord).Text(), "");
   EXPECT_EQ(driver.LEDName, "Example RGB 3W");
   EXPECT_EQ(driver.LedCode, 12);
   EXPECT_EQ(driver.NrOfChannels, 3);
@@ -101,8 +100,7 @@ TEST(LED_DriverInit, ChecksEveryNumberAtBothBounds) {
       RecordText record;
       row.text(record) = text;
       LED_Driver driver;
-      EXPECT_FALSE(driver.Init(record.Text())) << row.field << " = " << text;
-      EXPECT_THAT(driver.InitProblem(), HasSubstr(std::string(row.field) + " is ")) << text;
+      EXPECT_THAT(driver.Init(record.Text()).Text(), HasSubstr(std::string(row.field) + " is ")) << text;
     }
   }
 }
@@ -113,8 +111,8 @@ TEST(LED_DriverInit, ChecksTheChannelCountAtBothBounds) {
     RecordText record = RecordOfColors({"red", "green", "blue", "white", "amber"});
     record.channelCount = count;
     LED_Driver driver;
-    EXPECT_FALSE(driver.Init(record.Text())) << count;
-    EXPECT_THAT(driver.InitProblem(), AllOf(HasSubstr("record: channels is "), HasSubstr("1 to 4"))) << count;
+    EXPECT_THAT(driver.Init(record.Text()).Text(), AllOf(HasSubstr("record: channels is "), HasSubstr("1 to 4")))
+        << count;
   }
   RecordText record = RecordOfColors({"red", "green", "blue", "white"});
   record.channelCount = "4.5";  // the tie goes to 4
@@ -162,8 +160,7 @@ TEST(LED_DriverInit, ThePointIsTheDecimalPointUnderALocaleWithAComma) {
   EXPECT_EQ(driver.GetChannelVoltage(2), 3.6);
   RecordText record;
   record.channels[0].voltage = "2.9";
-  EXPECT_FALSE(driver.Init(record.Text()));
-  EXPECT_THAT(driver.InitProblem(), HasSubstr("VL is 2.9, allowed is 3 to 9"));
+  EXPECT_THAT(driver.Init(record.Text()).Text(), HasSubstr("VL is 2.9, allowed is 3 to 9"));
 }
 
 TEST(LED_DriverInit, KeepsTheNameAsItStands) {
@@ -224,8 +221,7 @@ TEST(LED_DriverInit, ColourWordsAreExact) {
     RecordText record;
     record.channels[0].color = word;
     LED_Driver driver;
-    EXPECT_FALSE(driver.Init(record.Text())) << word;
-    EXPECT_THAT(driver.InitProblem(), HasSubstr("white, red, green, blue, amber")) << word;
+    EXPECT_THAT(driver.Init(record.Text()).Text(), HasSubstr("white, red, green, blue, amber")) << word;
   }
 }
 
@@ -435,17 +431,16 @@ TEST(LED_DriverInit, SaysForPeopleWhatIsWrongAndWhatIsAllowed) {
   };
   for (const Row& row : rows) {
     LED_Driver driver;
-    EXPECT_FALSE(driver.Init(row.line)) << row.line;
-    EXPECT_EQ(driver.InitProblem(), row.problem);
+    EXPECT_EQ(driver.Init(row.line).Text(), row.problem);
   }
 }
 
-TEST(LED_DriverInit, AValidRecordClearsTheProblemOfTheOneBefore) {
+TEST(LED_DriverInit, ARecordThatIsRefusedIsNotValidAndTheNextOneIsReadAllTheSame) {
   LED_Driver driver;
-  ASSERT_FALSE(driver.Init("nonsense"));
-  EXPECT_NE(driver.InitProblem(), "");
-  ASSERT_TRUE(driver.Init(kExampleRecord));
-  EXPECT_EQ(driver.InitProblem(), "");
+  const base::Result<> refused = driver.Init("nonsense");
+  ASSERT_FALSE(refused);
+  EXPECT_EQ(refused.Why().kind, base::FailureKind::NotValid);
+  EXPECT_TRUE(driver.Init(kExampleRecord));
 }
 
 }  // namespace

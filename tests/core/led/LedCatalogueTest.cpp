@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LedRecords.h"
@@ -20,26 +21,33 @@ using testing::HasSubstr;
 
 class LedCatalogueTest : public ::testing::Test {
  protected:
-  void Write(const std::string& text) { support::WriteBytes(m_folder / "KestrinLEDS.ldcfg", text); }
-  [[nodiscard]] std::vector<std::string> Names() const {
+  [[nodiscard]] std::filesystem::path File() const { return m_folder / "KestrinLEDS.ldcfg"; }
+  void Write(const std::string& text) const { support::WriteBytes(File(), text); }
+  /// The same, as if it had been written so many hours ago.
+  void WriteHoursAgo(int hours, const std::string& text) const {
+    Write(text);
+    std::filesystem::last_write_time(File(), m_now - std::chrono::hours(hours));
+  }
+  /// The names of the types; what is wrong instead when something is.
+  [[nodiscard]] std::vector<std::string> Names() {
+    const base::Result<std::vector<LED_Driver>> types = m_catalogue.Types();
+    if (!types) return {types.Text()};
     std::vector<std::string> names;
-    for (const LED_Driver& type : m_types) names.push_back(type.LEDName);
+    for (const LED_Driver& type : *types) names.push_back(type.LEDName);
     return names;
   }
 
   support::TemporaryFolder m_folder;
   LedCatalogue m_catalogue{m_folder.Path()};
-  std::vector<LED_Driver> m_types;
+  const std::filesystem::file_time_type m_now = std::filesystem::file_time_type::clock::now();
 };
 
 TEST_F(LedCatalogueTest, ReadsAllTypesInTheirOrder) {
   RecordText two = RecordOfColors({"amber", "white"});
   two.name = "Second";
   Write("KestrinLEDConfigurator#2\r\n" + std::string(kExampleRecord) + "\r\n\r\n\n" + two.Text() + "\n");
-  EXPECT_TRUE(m_catalogue.ReadTypes(m_types)) << m_catalogue.Problem();
   EXPECT_THAT(Names(), ElementsAre("Example RGB 3W", "Second"));
-  EXPECT_EQ(m_types[1].NrOfChannels, 2);
-  EXPECT_EQ(m_catalogue.Problem(), "");
+  EXPECT_EQ(m_catalogue.Types()->at(1).NrOfChannels, 2);
 }
 
 TEST_F(LedCatalogueTest, TheHeaderIsTheWordAndTheNumberTwo) {
@@ -47,48 +55,89 @@ TEST_F(LedCatalogueTest, TheHeaderIsTheWordAndTheNumberTwo) {
   for (const char* header : {"KestrinLEDConfigurator#2", "KestrinLEDConfigurator#2.0", "KestrinLEDConfigurator# 2 ",
                              "KestrinLEDConfigurator#2nd", "\xEF\xBB\xBFKestrinLEDConfigurator#2"}) {
     Write(header + ("\r\n" + record));
-    EXPECT_TRUE(m_catalogue.ReadTypes(m_types)) << header;
+    EXPECT_THAT(Names(), ElementsAre("Example RGB 3W")) << header;
   }
   for (const char* header : {"KestrinLEDConfigurator#3", "KestrinLEDConfigurator#1.9", "KestrinLEDConfigurator#2.1",
                              "KestrinLEDConfigurator#-2", "KestrinLEDConfigurator#", "KestrinLEDConfigurator",
                              "KestrinLEDConfigurator#2#", "kestrinledconfigurator#2", "KESTRINLEDConfigurator#2",
                              " KestrinLEDConfigurator#2", "KestrinLEDConfigurator #2", ""}) {
     Write(header + ("\r\n" + record));
-    EXPECT_FALSE(m_catalogue.ReadTypes(m_types)) << header;
-    EXPECT_THAT(m_catalogue.Problem(), HasSubstr("KestrinLEDS.ldcfg, line 1: \"KestrinLEDConfigurator#2\""));
+    EXPECT_THAT(Names(), ElementsAre(HasSubstr("KestrinLEDS.ldcfg, line 1: \"KestrinLEDConfigurator#2\""))) << header;
   }
 }
 
 TEST_F(LedCatalogueTest, AProblemNamesLineChannelAndField) {
   RecordText bad = RecordOfColors({"red", "Red"});
   Write("KestrinLEDConfigurator#2\r\n" + std::string(kExampleRecord) + "\r\n\r\n" + bad.Text() + "\r\n");
-  EXPECT_FALSE(m_catalogue.ReadTypes(m_types));
-  EXPECT_THAT(Names(), ElementsAre("Example RGB 3W"));
-  EXPECT_THAT(m_catalogue.Problem(), HasSubstr("KestrinLEDS.ldcfg, line 4, channel 2: the colour word is unknown"));
+  EXPECT_THAT(Names(), ElementsAre(HasSubstr("KestrinLEDS.ldcfg, line 4, channel 2: the colour word is unknown")));
+  EXPECT_EQ(m_catalogue.Types().Why().kind, base::FailureKind::NotValid);
+  ASSERT_EQ(m_catalogue.Records().size(), 2u);
+  EXPECT_TRUE(m_catalogue.Records()[0].type) << "a fault does not reach the lines around it";
+  EXPECT_FALSE(m_catalogue.Records()[1].type);
 }
 
 TEST_F(LedCatalogueTest, WithoutATypeOrAFileItIsNotValid) {
-  EXPECT_FALSE(m_catalogue.ReadTypes(m_types));
-  EXPECT_THAT(m_catalogue.Problem(), HasSubstr("KestrinLEDS.ldcfg: there is no such file"));
-  EXPECT_EQ(m_catalogue.LineCount(), 0u);
+  EXPECT_THAT(Names(), ElementsAre(HasSubstr("KestrinLEDS.ldcfg: there is no such file")));
   Write("KestrinLEDConfigurator#2\r\n\r\n");
-  EXPECT_FALSE(m_catalogue.ReadTypes(m_types));
-  EXPECT_THAT(m_catalogue.Problem(), HasSubstr("line 2: an LED type is expected"));
+  EXPECT_THAT(Names(), ElementsAre(HasSubstr("line 2: an LED type is expected")));
+  Write("\r\nKestrinLEDConfigurator#2\r\n" + std::string(kExampleRecord) + "\r\n");
+  EXPECT_THAT(Names(), ElementsAre(HasSubstr("line 1: \"KestrinLEDConfigurator#2\" is expected")));
+  std::filesystem::remove(File());
+  EXPECT_FALSE(m_catalogue.Read());
+  EXPECT_TRUE(m_catalogue.Lines().empty());
+  EXPECT_TRUE(m_catalogue.Records().empty());
 }
 
 TEST_F(LedCatalogueTest, TheNameStandsBeforeTheFirstAt) {
   Write("KestrinLEDConfigurator#2\r\nA b@c@d\r\n@x\r\nnone\r\n\r\n");
   ASSERT_TRUE(m_catalogue.Read());
-  ASSERT_EQ(m_catalogue.LineCount(), 5u);
-  EXPECT_FALSE(m_catalogue.IsOf(1, "KestrinLEDConfigurator#2"));
-  EXPECT_TRUE(m_catalogue.IsOf(2, "A b"));
-  EXPECT_FALSE(m_catalogue.IsOf(2, "A b@c"));
-  EXPECT_FALSE(m_catalogue.IsOf(2, "a b"));
-  EXPECT_TRUE(m_catalogue.IsOf(3, ""));
-  EXPECT_FALSE(m_catalogue.IsOf(4, "none"));
-  EXPECT_FALSE(m_catalogue.IsOf(5, ""));
-  EXPECT_TRUE(m_catalogue.IsEmptyLine(5));
-  EXPECT_FALSE(m_catalogue.IsEmptyLine(4));
+  const auto lines = m_catalogue.Lines();
+  ASSERT_EQ(lines.size(), 4u) << "empty lines mean nothing";
+  EXPECT_FALSE(lines[0].IsOf("KestrinLEDConfigurator#2"));
+  EXPECT_TRUE(lines[1].IsOf("A b"));
+  EXPECT_FALSE(lines[1].IsOf("A b@c"));
+  EXPECT_FALSE(lines[1].IsOf("a b"));
+  EXPECT_TRUE(lines[2].IsOf(""));
+  EXPECT_FALSE(lines[3].IsOf("none"));
+  EXPECT_FALSE(lines[3].IsOf(""));
+  EXPECT_EQ(lines[1].text, "A b@c@d");
+  EXPECT_EQ(m_catalogue.Records().size(), 3u);
+  EXPECT_EQ(m_catalogue.Records()[0].text, "A b@c@d");
+}
+
+TEST_F(LedCatalogueTest, IsReadOnceAndThenNotUntilTheFileHasChanged) {
+  const auto catalogue = [](const char* name) {
+    RecordText record = RecordOfColors({"red"});
+    record.name = name;
+    return "KestrinLEDConfigurator#2\r\n" + record.Text() + "\r\n";
+  };
+  WriteHoursAgo(2, catalogue("One"));
+  EXPECT_THAT(Names(), ElementsAre("One"));
+  // As long and as old: nobody could tell without reading it.
+  WriteHoursAgo(2, catalogue("Two"));
+  EXPECT_THAT(Names(), ElementsAre("One"));
+  WriteHoursAgo(1, catalogue("Two"));
+  EXPECT_THAT(Names(), ElementsAre("Two")) << "another time";
+  WriteHoursAgo(1, catalogue("Three"));
+  EXPECT_THAT(Names(), ElementsAre("Three")) << "another length";
+  WriteHoursAgo(1, "no catalogue");
+  EXPECT_THAT(Names(), ElementsAre(HasSubstr("line 1")));
+  std::filesystem::remove(File());
+  EXPECT_THAT(Names(), ElementsAre(HasSubstr("there is no such file")));
+  WriteHoursAgo(1, catalogue("Three"));
+  EXPECT_THAT(Names(), ElementsAre("Three"));
+}
+
+TEST_F(LedCatalogueTest, WhatWasWrittenJustNowMayBeWrittenOnceMoreWithinTheDisksStep) {
+  const auto soon = m_now + std::chrono::hours(1);
+  for (const char* name : {"One", "Two"}) {
+    RecordText record = RecordOfColors({"red"});
+    record.name = name;
+    Write("KestrinLEDConfigurator#2\r\n" + record.Text() + "\r\n");
+    // Whatever the disk's step and however slow this computer is.
+    std::filesystem::last_write_time(File(), soon);
+    EXPECT_THAT(Names(), ElementsAre(name));
+  }
 }
 
 TEST_F(LedCatalogueTest, TheStampChangesWithTheFile) {
@@ -110,7 +159,9 @@ class ShippedCatalogueTest : public ::testing::Test {
  protected:
   void SetUp() override {
     LedCatalogue catalogue(KESTRIN_CATALOGUE_FOLDER);
-    ASSERT_TRUE(catalogue.ReadTypes(m_types)) << catalogue.Problem();
+    base::Result<std::vector<LED_Driver>> types = catalogue.Types();
+    ASSERT_TRUE(types) << types.Text();
+    m_types = *std::move(types);
   }
 
   std::vector<LED_Driver> m_types;

@@ -53,7 +53,7 @@ inline RecordText RecordOfColors(const std::vector<std::string>& colors) {
 /// The LED type of a record that must be valid.
 inline LED_Driver DriverOf(const RecordText& record) {
   LED_Driver driver;
-  EXPECT_TRUE(driver.Init(record.Text())) << record.Text() << "\n" << driver.InitProblem();
+  EXPECT_EQ(driver.Init(record.Text()).Text(), "") << record.Text();
   return driver;
 }
 

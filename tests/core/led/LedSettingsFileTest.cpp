@@ -33,11 +33,11 @@ class LedSettingsFileTest : public ::testing::Test {
   bool Load(const std::string& text) {
     m_idle = m_foc = {};
     LedSettingsFile file;
-    const bool valid =
-        file.Open(WriteBytes(m_folder / "blade.ldset", text)) && file.ReadIdle(m_idle) && file.ReadFoc(m_foc);
-    m_problem = file.Problem();
-    EXPECT_EQ(valid, m_problem.empty()) << text << m_problem;
-    return valid;
+    base::Result<> valid = file.Open(WriteBytes(m_folder / "blade.ldset", text));
+    if (valid) valid = file.ReadIdle(m_idle);
+    if (valid) valid = file.ReadFoc(m_foc);
+    m_problem = valid.Text();
+    return static_cast<bool>(valid);
   }
 
   support::TemporaryFolder m_folder;
@@ -151,10 +151,8 @@ TEST_F(LedSettingsFileTest, WhatWasReadBeforeTheFaultStays) {
 
 TEST_F(LedSettingsFileTest, FilesThatCannotBeReadSayWhy) {
   LedSettingsFile file;
-  EXPECT_FALSE(file.Open(m_folder / "none.ldset"));
-  EXPECT_THAT(file.Problem(), HasSubstr("none.ldset: there is no such file"));
-  EXPECT_FALSE(file.Open(m_folder.Path()));
-  EXPECT_THAT(file.Problem(), HasSubstr("not a file"));
+  EXPECT_THAT(file.Open(m_folder / "none.ldset").Text(), HasSubstr("none.ldset: there is no such file"));
+  EXPECT_THAT(file.Open(m_folder.Path()).Text(), HasSubstr("not a file"));
 }
 
 LED_Pulse SomePulse() {
@@ -174,7 +172,7 @@ LED_Pulse SomePulse() {
 TEST_F(LedSettingsFileTest, WritesThreeLinesWithCrLfWhateverTheLocale) {
   const support::DecimalComma locale;
   const auto path = m_folder / "saved.ldset";
-  EXPECT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse(), support::AnyDisk()), "");
+  EXPECT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse(), support::AnyDisk()).Text(), "");
   EXPECT_EQ(ReadBytes(path),
             "KestdrinLEDSettings#1\r\n"
             "PULSE+Low=10_20_30_40+High=63_126_189_252+Times=1500_2.5_1234567_0.0000001\r\n"
@@ -184,7 +182,7 @@ TEST_F(LedSettingsFileTest, WritesThreeLinesWithCrLfWhateverTheLocale) {
 TEST_F(LedSettingsFileTest, WhatItWritesLoadsBackAsTheSame) {
   const support::DecimalComma locale;
   const auto path = m_folder / "saved.ldset";
-  ASSERT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse(), support::AnyDisk()), "");
+  ASSERT_EQ(LedSettingsFile::Save(path, SomePulse(), SomePulse(), support::AnyDisk()).Text(), "");
   ASSERT_TRUE(Load(ReadBytes(path))) << m_problem;
   EXPECT_EQ(Lows(m_idle), Lows(SomePulse()));
   EXPECT_EQ(Highs(m_idle), Highs(SomePulse()));
@@ -197,11 +195,14 @@ TEST_F(LedSettingsFileTest, WhatItWritesLoadsBackAsTheSame) {
 
 TEST_F(LedSettingsFileTest, AFileThatCannotBeWrittenIsNamedAndTheOldOneStays) {
   const auto path = m_folder / "missing" / "saved.ldset";
-  EXPECT_THAT(LedSettingsFile::Save(path, {}, {}, support::AnyDisk()), HasSubstr("saved.ldset"));
+  EXPECT_THAT(LedSettingsFile::Save(path, {}, {}, support::AnyDisk()).Text(), HasSubstr("saved.ldset"));
   // A folder in the way cannot be replaced.
   const auto taken = m_folder / "taken.ldset";
   std::filesystem::create_directory(taken);
-  EXPECT_THAT(LedSettingsFile::Save(taken, {}, {}, support::AnyDisk()), HasSubstr("taken.ldset"));
+  const base::Result<> saved = LedSettingsFile::Save(taken, {}, {}, support::AnyDisk());
+  ASSERT_FALSE(saved);
+  EXPECT_EQ(saved.Why().kind, base::FailureKind::InTheWay);
+  EXPECT_THAT(saved.Why().text, HasSubstr("taken.ldset"));
   EXPECT_TRUE(std::filesystem::is_directory(taken));
 }
 

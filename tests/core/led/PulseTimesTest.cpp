@@ -27,6 +27,9 @@ TEST(PlainNumber, WritesPlainDecimalsThatReadBack) {
     EXPECT_EQ(base::LeadingNumber(base::PlainNumber(number)), number);
 }
 
+/// What a box stands for that says this.
+double Number(const std::string& text) { return base::LeadingNumber(text); }
+
 TEST(PulseTimes, APulsesTimeIsShownInSecondsWithTwoDecimals) {
   struct Row {
     double milliseconds;
@@ -35,9 +38,11 @@ TEST(PulseTimes, APulsesTimeIsShownInSecondsWithTwoDecimals) {
   // 5, 15 and 25 ms are ties at the second decimal: they go to the even digit.
   for (const Row& row : {Row{0, "0"}, Row{1500, "1.5"}, Row{20, "0.02"}, Row{5, "0"}, Row{6, "0.01"}, Row{15, "0.02"},
                          Row{25, "0.02"}, Row{26, "0.03"}, Row{12345.678, "12.35"}, Row{65534, "65.53"},
-                         Row{10000000, "10000"}, Row{-1000, "-1"}, Row{-4, "0"}, Row{999999.9, "1000"}})
+                         Row{10000000, "10000"}, Row{-1000, "-1"}, Row{-4, "0"}, Row{999999.9, "1000"}}) {
     EXPECT_EQ(SecondsText(row.milliseconds), row.text) << row.milliseconds;
-  EXPECT_EQ(base::LeadingNumber(SecondsText(kLargest)), kLargest / 1000) << "too large for decimals";
+    EXPECT_EQ(SecondsOf(row.milliseconds), Number(row.text)) << row.milliseconds;
+  }
+  EXPECT_EQ(Number(SecondsText(kLargest)), kLargest / 1000) << "too large for decimals";
 }
 
 TEST(PulseTimes, ABoxesTextIsReadInSecondsWithoutRounding) {
@@ -48,7 +53,7 @@ TEST(PulseTimes, ABoxesTextIsReadInSecondsWithoutRounding) {
   for (const Row& row : {Row{"1.5", 1500}, Row{"0.0025", 2.5}, Row{".5", 500}, Row{" 1 0", 10000}, Row{"2 s", 2000},
                          Row{"", 0}, Row{"soon", 0}, Row{"-1", -1000}, Row{"1,5", 1000}, Row{"1e1", 10000},
                          Row{"1e999", kLargest}, Row{"-1e999", -kLargest}})
-    EXPECT_EQ(MillisecondsOf(row.text), row.milliseconds) << row.text;
+    EXPECT_EQ(MillisecondsOf(Number(row.text)), row.milliseconds) << row.text;
 }
 
 TEST(PulseTimes, LeavingATimeBoxCutsItToWholeStepsInsideItsBounds) {
@@ -91,15 +96,15 @@ TEST(PulseTimes, LeavingATimeBoxCutsItToWholeStepsInsideItsBounds) {
   for (const Row& row : rows)
     for (const TimeBox box : kTimeBoxes) {
       const bool rise = box == TimeBox::IdleTRISE && row.leftInRise != nullptr;
-      EXPECT_EQ(NormalisedTime(box, row.typed), rise ? row.leftInRise : row.left)
+      EXPECT_EQ(base::PlainNumber(NormalisedTime(box, Number(row.typed))), rise ? row.leftInRise : row.left)
           << row.typed << " in box " << static_cast<int>(box);
     }
 }
 
 TEST(PulseTimes, WhatIsLeftIsAWholeStepAndHardlyLessThanTyped) {
   for (int hundredths = 0; hundredths <= 20000; ++hundredths) {
-    const std::string typed = base::PlainNumber(hundredths / 100.0);
-    const double left = base::LeadingNumber(NormalisedTime(TimeBox::IdleTON, typed)) * 100;
+    const double typed = hundredths / 100.0;
+    const double left = NormalisedTime(TimeBox::IdleTON, typed) * 100;
     const int steps = static_cast<int>(left / 2 + 0.5);
     ASSERT_NEAR(left, 2 * steps, 1e-6) << typed;
     // Single precision may cost the step that an exact calculation just reaches.
@@ -141,7 +146,8 @@ TEST(PulseTimes, AStepPassesOverTheTimesThatABoxDoesNotKeep) {
   for (const Row& row : rows)
     for (const TimeBox box : kTimeBoxes) {
       const bool rise = box == TimeBox::IdleTRISE && row.steppedInRise != nullptr;
-      EXPECT_EQ(SteppedTime(box, row.text, row.steps), rise ? row.steppedInRise : row.stepped)
+      EXPECT_EQ(base::PlainNumber(SteppedTime(box, Number(row.text), row.steps)),
+                rise ? row.steppedInRise : row.stepped)
           << row.text << " and " << row.steps << " steps in box " << static_cast<int>(box);
     }
 }
@@ -149,22 +155,22 @@ TEST(PulseTimes, AStepPassesOverTheTimesThatABoxDoesNotKeep) {
 TEST(PulseTimes, StepAfterStepReachesTheBounds) {
   struct Row {
     TimeBox box;
-    const char* from;
+    double from;
     int direction;
-    const char* bound;
+    double bound;
   };
-  for (const Row& row : {Row{TimeBox::IdleTRISE, "0", 1, "10"}, Row{TimeBox::IdleTRISE, "10", -1, "0"},
-                         Row{TimeBox::IdleTON, "50", -1, "0"}, Row{TimeBox::FocTOFF, "9950", 1, "10000"}}) {
+  for (const Row& row : {Row{TimeBox::IdleTRISE, 0, 1, 10}, Row{TimeBox::IdleTRISE, 10, -1, 0},
+                         Row{TimeBox::IdleTON, 50, -1, 0}, Row{TimeBox::FocTOFF, 9950, 1, 10000}}) {
     SCOPED_TRACE(row.from);
-    std::string text = row.from;
+    double seconds = row.from;
     int presses = 0;
-    while (text != row.bound) {
+    while (seconds != row.bound) {
       ASSERT_LT(++presses, 2600) << "more presses than there are steps";
-      const std::string next = SteppedTime(row.box, text, row.direction);
-      ASSERT_GT((base::LeadingNumber(next) - base::LeadingNumber(text)) * row.direction, 0.019) << text;
-      ASSERT_LT((base::LeadingNumber(next) - base::LeadingNumber(text)) * row.direction, 0.2) << text;
+      const double next = SteppedTime(row.box, seconds, row.direction);
+      ASSERT_GT((next - seconds) * row.direction, 0.019) << seconds;
+      ASSERT_LT((next - seconds) * row.direction, 0.2) << seconds;
       ASSERT_EQ(NormalisedTime(row.box, next), next) << "leaving the box would move it";
-      text = next;
+      seconds = next;
     }
   }
 }
@@ -180,8 +186,8 @@ TEST(PulseTimes, RepetitionsAreWholeAndFromOneToTen) {
         Row{"0.99", "1", 1}, Row{"10.99", "10", 11}, Row{"11", "10", 11}, Row{"-3", "1", -3}, Row{"", "1", 0},
         Row{"x", "1", 0}, Row{"2.5", "2", 2}, Row{"3.5", "3", 4}, Row{"7 times", "7", 7}, Row{"1e999", "10", 32767},
         Row{"-1e999", "1", -32768}, Row{"70000", "10", 32767}}) {
-    EXPECT_EQ(NormalisedRepetitions(row.typed), row.left) << row.typed;
-    EXPECT_EQ(RepetitionsOf(row.typed), row.read) << row.typed;
+    EXPECT_EQ(base::PlainNumber(NormalisedRepetitions(Number(row.typed))), row.left) << row.typed;
+    EXPECT_EQ(RepetitionsOf(Number(row.typed)), row.read) << row.typed;
   }
 }
 
@@ -189,11 +195,8 @@ TEST(PulseTimes, ThePointIsTheDecimalPointUnderALocaleWithAComma) {
   const support::DecimalComma locale;
   EXPECT_EQ(SecondsText(1500), "1.5");
   EXPECT_EQ(SecondsText(1234567), "1234.57");
-  EXPECT_EQ(MillisecondsOf("2.5"), 2500);
-  EXPECT_EQ(MillisecondsOf("2,5"), 2000);
-  EXPECT_EQ(NormalisedTime(TimeBox::FocTON, "0.055"), "0.04");
-  EXPECT_EQ(NormalisedTime(TimeBox::FocTON, "9999.98"), "9999.98");
-  EXPECT_EQ(NormalisedRepetitions("2.7"), "2");
+  EXPECT_EQ(MillisecondsOf(Number("2.5")), 2500);
+  EXPECT_EQ(MillisecondsOf(Number("2,5")), 2000);
 }
 
 }  // namespace

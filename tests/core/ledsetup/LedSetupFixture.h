@@ -65,7 +65,8 @@ class LedSetupFixture : public ::testing::Test {
   }
   /// The settings of the board are read; what that took is forgotten.
   void Init() {
-    ASSERT_TRUE(m_setup.InitLedDrivers()) << m_setup.Problem();
+    const base::Result<> read = m_setup.InitLedDrivers();
+    ASSERT_TRUE(read) << read.Text();
     Forget();
   }
   void Forget() {

@@ -13,25 +13,23 @@ class InitLedDriversTest : public LedSetupFixture {};
 
 TEST_F(InitLedDriversTest, ShowsTypesFittedTypeOverdriveAndBothPulses) {
   EXPECT_TRUE(m_setup.InitLedDrivers());
-  EXPECT_EQ(m_setup.LastFailure(), LedSetup::Failure::None);
-  EXPECT_EQ(m_setup.Problem(), "");
-  EXPECT_THAT(m_view.log, ElementsAre("report 60", "clear types", "type Lamp", "type Example RGB 3W", "select 1",
-                                      "type Duo", "type Quartet", "overdrive 110%", "report 52", "time 1.5", "time 2",
-                                      "time 0.5", "time 0.02", "report 52", "time 0.04", "time 0.06", "repeat 3"));
+  EXPECT_TRUE(m_setup.State().reading);
+  EXPECT_THAT(m_view.log, ElementsAre("report 60", "types Lamp, Example RGB 3W*, Duo, Quartet", "overdrive 110%",
+                                      "report 52", "times 1.5 2 0.5 0.02", "report 52", "times 0.04 0.06", "repeat 3"));
   EXPECT_THAT(Written({1, 2, 2}), ElementsAre(ElementsAre(60), ElementsAre(52, 0), ElementsAre(52, 1)));
-  EXPECT_THAT(m_view.Times(), ElementsAre("1.5", "2", "0.5", "0.02", "0.04", "0.06"));
-  EXPECT_THAT(m_view.Labels(), ElementsAre(0x0000FF, 0x00C000, 0xFF8080, 0));
+  EXPECT_THAT(m_view.times, ElementsAre("1.5", "2", "0.5", "0.02", "0.04", "0.06"));
+  EXPECT_THAT(m_view.labels, ElementsAre(0x0000FF, 0x00C000, 0xFF8080, 0));
   // The strongest channel may have 90 %: 10000 / 90 = 111.1.
   EXPECT_EQ(m_view.overdriveMaximum, 111);
   EXPECT_EQ(m_view.overdrive, 110);
-  EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Example RGB 3W");
-  EXPECT_EQ(m_setup.CurrentDriver().Voltage, 3.7);
-  EXPECT_EQ(m_setup.CurrentDriver().OverDrive, 110);
-  EXPECT_EQ(m_setup.IdlePulse().GetLow(2), 20);
-  EXPECT_EQ(m_setup.IdlePulse().GetHigh(4), 80);
-  EXPECT_EQ(m_setup.FocPulse().GetLow(1), 1);
-  EXPECT_EQ(m_setup.FocPulse().GetHigh(3), 252);
-  EXPECT_EQ(m_setup.FocPulse().NRep, 3);
+  EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "Example RGB 3W");
+  EXPECT_EQ(m_setup.State().CurrentDriver.Voltage, 3.7);
+  EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 110);
+  EXPECT_EQ(m_setup.State().IdlePulse.GetLow(2), 20);
+  EXPECT_EQ(m_setup.State().IdlePulse.GetHigh(4), 80);
+  EXPECT_EQ(m_setup.State().FocPulse.GetLow(1), 1);
+  EXPECT_EQ(m_setup.State().FocPulse.GetHigh(3), 252);
+  EXPECT_EQ(m_setup.State().FocPulse.NRep, 3);
   EXPECT_EQ(m_view.pulsesShown, 1);
 }
 
@@ -39,7 +37,7 @@ TEST_F(InitLedDriversTest, ALaterTypeWithTheBoardsCodeTakesTheSelection) {
   Catalogue({RecordOf("First", "12", {"red"}), RecordOf("Other", "1", {"red"}), RecordOf("Second", "12", {"white"})});
   ASSERT_TRUE(m_setup.InitLedDrivers());
   EXPECT_EQ(m_view.selectedType, 2u);
-  EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Second");
+  EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "Second");
 }
 
 TEST_F(InitLedDriversTest, ANegativeCodeComesBackAsTheSixteenBitsThatWentOut) {
@@ -56,7 +54,7 @@ TEST_F(InitLedDriversTest, ANegativeCodeComesBackAsTheSixteenBitsThatWentOut) {
     m_view.confirms = true;
     EXPECT_TRUE(m_setup.UpdateLED());
     EXPECT_EQ(m_led.State().ledConfig.code, row.held);
-    EXPECT_EQ(m_setup.Problem(), "");
+    EXPECT_TRUE(m_setup.State().reading) << m_setup.State().reading.Text();
     EXPECT_EQ(m_view.selectedType, 1u) << row.code;
   }
 }
@@ -65,23 +63,23 @@ TEST_F(InitLedDriversTest, LinesMayEndWithLfAloneAndEmptyOnesMeanNothing) {
   support::WriteBytes(m_folder / led::LedCatalogue::kFileName, "KestrinLEDConfigurator#2.0\n\n" +
                                                                    RecordOf("Lamp", "3", {"white"}) + "\r\n\r\n" +
                                                                    RecordOf("Duo", "12", {"amber", "blue"}));
-  EXPECT_TRUE(m_setup.InitLedDrivers()) << m_setup.Problem();
+  EXPECT_EQ(m_setup.InitLedDrivers().Text(), "");
   EXPECT_THAT(m_view.types, ElementsAre("Lamp", "Duo"));
 }
 
 TEST_F(InitLedDriversTest, PulsesAreMadeAnewEachTime) {
   Init();
-  m_view.times[led::TimeBox::FocTON] = "9";
+  m_setup.TimeTyped(led::TimeBox::FocTON, 9);
   m_setup.SendPulse();
   m_setup.SendFoc();
-  ASSERT_EQ(m_setup.IdlePulse().GetTon_High(1), 1);
-  ASSERT_EQ(m_setup.FocPulse().GetTon_High(1), 1);
+  ASSERT_EQ(m_setup.State().IdlePulse.GetTon_High(1), 1);
+  ASSERT_EQ(m_setup.State().FocPulse.GetTon_High(1), 1);
   m_led = simulator::VirtualBoard(StateAtFirst());
   Init();
-  EXPECT_EQ(m_setup.IdlePulse().GetTon_High(1), 0) << "counts are not asked from the board";
-  EXPECT_EQ(m_setup.FocPulse().GetTon_High(1), 0);
-  EXPECT_EQ(m_setup.FocPulse().Ton, 40);
-  EXPECT_EQ(m_view.times[led::TimeBox::FocTON], "0.04");
+  EXPECT_EQ(m_setup.State().IdlePulse.GetTon_High(1), 0) << "counts are not asked from the board";
+  EXPECT_EQ(m_setup.State().FocPulse.GetTon_High(1), 0);
+  EXPECT_EQ(m_setup.State().FocPulse.Ton, 40);
+  EXPECT_EQ(m_view.Time(led::TimeBox::FocTON), "0.04");
 }
 
 /// One way in which it fails, and what has been done by then.
@@ -130,15 +128,17 @@ TEST_F(InitLedDriversTest, EveryFaultOfTheCatalogueFailsWithoutAMessage) {
     m_view = {};
     Forget();
     failure.prepare(m_folder / led::LedCatalogue::kFileName);
-    EXPECT_FALSE(m_setup.InitLedDrivers());
-    EXPECT_EQ(m_setup.LastFailure(), LedSetup::Failure::Catalogue);
-    EXPECT_THAT(m_setup.Problem(), HasSubstr(failure.problem));
+    const base::Result<> read = m_setup.InitLedDrivers();
+    ASSERT_FALSE(read);
+    EXPECT_EQ(read.Why().kind, base::FailureKind::NotValid);
+    EXPECT_THAT(read.Why().text, HasSubstr(failure.problem));
+    EXPECT_EQ(m_setup.State().reading.Text(), read.Text());
     EXPECT_EQ(m_view.types, failure.types);
     EXPECT_THAT(Written({1}), ElementsAre(ElementsAre(60)));
     EXPECT_EQ(m_view.critical + m_view.information, "");
     EXPECT_EQ(m_view.wentOffline, 0) << "that is the session's affair";
     EXPECT_EQ(m_view.pulsesShown, 1) << "what was shown before is out of date";
-    EXPECT_EQ(m_setup.CurrentDriver().LEDName, "");
+    EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "");
     if (std::filesystem::is_directory(m_folder / led::LedCatalogue::kFileName))
       std::filesystem::remove(m_folder / led::LedCatalogue::kFileName);
   }
@@ -156,25 +156,27 @@ TEST_F(InitLedDriversTest, EachCommandThatIsNotAnsweredFailsIt) {
     m_view = {};
     Forget();
     m_ignores = [&](const Report& report) { return report[0] == row.code && (row.code == 60 || report[1] == row.set); };
-    EXPECT_FALSE(m_setup.InitLedDrivers());
-    EXPECT_EQ(m_setup.LastFailure(), LedSetup::Failure::Board);
-    EXPECT_EQ(m_setup.Problem(), "The LED driver did not answer. Unplug it and plug it in again.");
+    const base::Result<> read = m_setup.InitLedDrivers();
+    ASSERT_FALSE(read);
+    EXPECT_EQ(read.Why().kind, base::FailureKind::NoAnswer);
+    EXPECT_EQ(read.Why().text, "The LED driver did not answer. Unplug it and plug it in again.");
     EXPECT_EQ(m_agent.written.size(), row.reports);
     EXPECT_EQ(m_view.types.size(), row.types);
-    EXPECT_EQ(m_view.times.count(led::TimeBox::IdleTON) == 1, row.idleShown);
-    EXPECT_EQ(m_view.times.count(led::TimeBox::FocTON), 0u);
+    EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), row.idleShown ? "1.5" : "-");
+    EXPECT_EQ(m_view.Time(led::TimeBox::FocTON), "-");
     EXPECT_EQ(m_view.pulsesShown, 1) << "what was shown before is out of date";
     EXPECT_EQ(m_view.wentOffline, 0);
   }
   m_ignores = nullptr;
   EXPECT_TRUE(m_setup.InitLedDrivers()) << "nothing sticks";
-  EXPECT_EQ(m_setup.Problem(), "");
+  EXPECT_TRUE(m_setup.State().reading);
 }
 
 TEST_F(InitLedDriversTest, WithoutABoardNothingIsSent) {
   m_present = false;
-  EXPECT_FALSE(m_setup.InitLedDrivers());
-  EXPECT_EQ(m_setup.LastFailure(), LedSetup::Failure::Board);
+  const base::Result<> read = m_setup.InitLedDrivers();
+  ASSERT_FALSE(read);
+  EXPECT_EQ(read.Why().kind, base::FailureKind::NoAnswer);
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
 
@@ -182,14 +184,13 @@ class SelectLEDTest : public LedSetupFixture {};
 
 TEST_F(SelectLEDTest, TakesTheTypeAndShowsItsColours) {
   EXPECT_TRUE(m_setup.SelectLED("Quartet", 5.5, 90));
-  EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Quartet");
-  EXPECT_EQ(m_setup.CurrentDriver().Voltage, 5.5);
-  EXPECT_EQ(m_setup.CurrentDriver().OverDrive, 90);
-  EXPECT_THAT(m_view.Labels(), ElementsAre(0xFF8080, 0xFFFFFF, 0x0000FF, 0x00C000));
+  EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "Quartet");
+  EXPECT_EQ(m_setup.State().CurrentDriver.Voltage, 5.5);
+  EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 90);
+  EXPECT_THAT(m_view.labels, ElementsAre(0xFF8080, 0xFFFFFF, 0x0000FF, 0x00C000));
   EXPECT_TRUE(m_setup.SelectLED("Lamp", 6, 70));
-  EXPECT_THAT(m_view.Labels(), ElementsAre(0xFFFFFF, 0, 0, 0));
+  EXPECT_THAT(m_view.labels, ElementsAre(0xFFFFFF, 0, 0, 0));
   EXPECT_EQ(m_view.overdrive, 70);
-  EXPECT_EQ(m_view.overdriveLabel, "70%");
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
 
@@ -210,9 +211,8 @@ TEST_F(SelectLEDTest, TheMostOverdriveDrivesTheStrongestChannelFully) {
           std::pair{row.maximum + 1, row.maximum}, std::pair{65535, row.maximum}, std::pair{0, 0}}) {
       ASSERT_TRUE(m_setup.SelectLED("Blade", 6, wanted));
       EXPECT_EQ(m_view.overdriveMaximum, row.maximum) << row.maxDC[0];
-      EXPECT_EQ(m_setup.CurrentDriver().OverDrive, set);
+      EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, set);
       EXPECT_EQ(m_view.overdrive, set);
-      EXPECT_EQ(m_view.overdriveLabel, std::to_string(set) + "%");
     }
   }
 }
@@ -223,9 +223,9 @@ TEST_F(SelectLEDTest, AnUnknownNameOnlyTurnsTheLabelsBlack) {
   // The header is a line like any other, and never a type.
   for (const char* name : {"quartet", "Quartet ", "", "KestrinLEDConfigurator#2", "KestrinLEDConfigurator"}) {
     EXPECT_TRUE(m_setup.SelectLED(name, 6, 50)) << name;
-    EXPECT_THAT(m_view.Labels(), ElementsAre(0, 0, 0, 0));
-    EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Quartet");
-    EXPECT_EQ(m_setup.CurrentDriver().OverDrive, 90);
+    EXPECT_THAT(m_view.labels, ElementsAre(0, 0, 0, 0));
+    EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "Quartet");
+    EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 90);
     EXPECT_EQ(m_view.overdrive, 90);
   }
   EXPECT_THAT(m_view.log, IsEmpty());
@@ -238,13 +238,13 @@ TEST_F(SelectLEDTest, ABadRecordOfTheWantedNameIsToldWithItsField) {
   EXPECT_FALSE(m_setup.SelectLED("Blade", 6, 100));
   EXPECT_EQ(m_view.critical, "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !");
   EXPECT_THAT(m_view.detail, HasSubstr("KestrinLEDS.ldcfg, line 4, channel 2: ML is 50001, allowed is 101 to 50000"));
-  EXPECT_THAT(m_view.Labels(), ElementsAre(0, 0, 0, 0));
+  EXPECT_THAT(m_view.labels, ElementsAre(0, 0, 0, 0));
 }
 
 TEST_F(SelectLEDTest, BadRecordsOfOtherNamesDoNotMatter) {
   Catalogue({"Bad@", "no record at all", RecordOf("Lamp", "3", {"white"}), "Worse@1#1"});
   EXPECT_TRUE(m_setup.SelectLED("Lamp", 6, 100));
-  EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Lamp");
+  EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "Lamp");
   EXPECT_EQ(m_view.critical, "");
 }
 
@@ -255,10 +255,10 @@ TEST_F(SelectLEDTest, OfTwoTypesOfOneNameTheLaterCountsAndTheFirstCapsToo) {
   strong.channels[0].maxDC = "50";
   Catalogue({weak.Text(), strong.Text()});
   EXPECT_TRUE(m_setup.SelectLED("Blade", 6, 180));
-  EXPECT_EQ(m_setup.CurrentDriver().NrOfChannels, 1);
+  EXPECT_EQ(m_setup.State().CurrentDriver.NrOfChannels, 1);
   EXPECT_EQ(m_view.overdriveMaximum, 200);
   EXPECT_EQ(m_view.overdrive, 100);
-  EXPECT_THAT(m_view.Labels(), ElementsAre(0xFF8080, 0x00C000, 0, 0));
+  EXPECT_THAT(m_view.labels, ElementsAre(0xFF8080, 0x00C000, 0, 0));
 }
 
 TEST_F(SelectLEDTest, AMissingCatalogueIsToldWithTheSameText) {
@@ -272,32 +272,64 @@ class DriverConfigurationTest : public LedSetupFixture {};
 
 TEST_F(DriverConfigurationTest, ChoosingATypeTakesTheOverdriveOfTheLabelAndSendsNothing) {
   Init();
-  m_view.overdriveLabel = "97%";
-  m_view.overdrive = 12;
+  m_setup.OverdriveMoved(97);
   m_setup.ChooseType("Lamp");
-  EXPECT_EQ(m_setup.CurrentDriver().LEDName, "Lamp");
-  EXPECT_EQ(m_setup.CurrentDriver().Voltage, 6.0);
-  EXPECT_EQ(m_setup.CurrentDriver().OverDrive, 97);
+  EXPECT_EQ(m_view.selectedType, 0u);
+  EXPECT_EQ(m_setup.State().CurrentDriver.LEDName, "Lamp");
+  EXPECT_EQ(m_setup.State().CurrentDriver.Voltage, 6.0);
+  EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 97);
   EXPECT_EQ(m_view.overdrive, 97);
-  m_view.overdriveLabel = "4000%";
-  m_setup.ChooseType("Duo");
-  EXPECT_EQ(m_view.overdriveLabel, "125%") << "both channels of the test's records have 80 %";
   EXPECT_THAT(m_agent.written, IsEmpty());
+}
+
+TEST_F(DriverConfigurationTest, AnotherTypeLowersAnOverdriveThatItDoesNotBear) {
+  led::RecordText weak = led::RecordOfColors({"red"});
+  weak.name = "Weak";
+  weak.channels[0].maxDC = "40";
+  Catalogue({led::kExampleRecord, weak.Text(), RecordOf("Duo", "4", {"amber", "blue"})});
+  Init();
+  m_setup.ChooseType("Weak");
+  m_setup.OverdriveMoved(250);
+  EXPECT_EQ(m_view.overdrive, 250) << "10000 / 40";
+  m_setup.ChooseType("Duo");
+  EXPECT_EQ(m_view.overdrive, 125) << "both channels of the test's records have 80 %";
+  EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 125);
+}
+
+TEST_F(DriverConfigurationTest, AnOverdriveIsAtLeastOnePercentAndNoMoreThanTheTypeBears) {
+  Init();
+  const std::pair<int, int> rows[] = {{0, 1}, {-7, 1}, {1, 1}, {110, 110}, {111, 111}, {112, 111}, {2147483647, 111}};
+  for (const auto& [moved, set] : rows) {
+    m_setup.OverdriveMoved(moved);
+    EXPECT_EQ(m_setup.State().overdrive, set) << moved;
+    EXPECT_EQ(m_view.overdrive, set) << moved;
+  }
+}
+
+TEST_F(DriverConfigurationTest, ABoardWithoutOverdriveIsShownSoAndWrittenWithTheLeast) {
+  simulator::BoardState state = StateAtFirst();
+  state.ledConfig.overdrive = 0;
+  m_led = simulator::VirtualBoard(state);
+  Init();
+  EXPECT_EQ(m_view.overdrive, 0);
+  m_view.confirms = true;
+  EXPECT_TRUE(m_setup.UpdateLED());
+  EXPECT_EQ(m_led.State().ledConfig, (simulator::LedConfigState{12, 60, 1}));
 }
 
 TEST_F(DriverConfigurationTest, MovingTheSliderChangesTheLabelAndNothingElse) {
   Init();
-  m_view.overdrive = 64;
-  m_setup.OverdriveMoved();
-  EXPECT_EQ(m_view.overdriveLabel, "64%");
-  EXPECT_EQ(m_setup.CurrentDriver().OverDrive, 110);
+  m_setup.OverdriveMoved(64);
+  EXPECT_THAT(m_view.log, ElementsAre("overdrive 64%"));
+  EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 110);
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
 
 TEST_F(DriverConfigurationTest, AnUpdateThatIsNotConfirmedSendsNothingAndLeavesTheSlider) {
   Init();
-  m_view.overdrive = 64;
-  m_view.picker = true;
+  m_setup.OverdriveMoved(64);
+  m_setup.EditPulseHigh();
+  Forget();
   m_setup.UpdateLED();
   EXPECT_EQ(m_view.question,
             "WARNING: Setting a different LED than actually installed may damage the LED and driver\r\n"
@@ -305,21 +337,20 @@ TEST_F(DriverConfigurationTest, AnUpdateThatIsNotConfirmedSendsNothingAndLeavesT
   EXPECT_THAT(m_view.log, ElementsAre("ask"));
   EXPECT_EQ(m_view.overdrive, 64);
   EXPECT_TRUE(m_view.picker);
-  EXPECT_EQ(m_setup.CurrentDriver().OverDrive, 110);
-  EXPECT_EQ(m_setup.CurrentDriver().Voltage, 3.7);
+  EXPECT_EQ(m_setup.State().CurrentDriver.OverDrive, 110);
+  EXPECT_EQ(m_setup.State().CurrentDriver.Voltage, 3.7);
 }
 
 TEST_F(DriverConfigurationTest, AnUpdateWritesTypeSixVoltsAndSliderAndReadsTheBoardAgain) {
   Init();
   m_setup.ChooseType("Duo");
-  m_view.overdrive = 120;
+  m_setup.OverdriveMoved(120);
   m_view.confirms = true;
   Forget();
   m_setup.UpdateLED();
-  EXPECT_THAT(m_view.log, ElementsAre("ask", "hide picker", "report 61", "report 60", "clear types", "type Lamp",
-                                      "type Example RGB 3W", "type Duo", "select 2", "type Quartet", "overdrive 120%",
-                                      "report 52", "time 1.5", "time 2", "time 0.5", "time 0.02", "report 52",
-                                      "time 0.04", "time 0.06", "repeat 3"));
+  EXPECT_THAT(m_view.log, ElementsAre("ask", "hide picker", "report 61", "report 60",
+                                      "types Lamp, Example RGB 3W, Duo*, Quartet", "overdrive 120%", "report 52",
+                                      "times 1.5 2 0.5 0.02", "report 52", "times 0.04 0.06", "repeat 3"));
   EXPECT_THAT(Written({7, 1, 2, 2})[0], ElementsAre(61, 0, 4, 0, 60, 0, 120));
   EXPECT_EQ(m_led.State().ledConfig, (simulator::LedConfigState{4, 60, 120}));
   EXPECT_EQ(m_view.wentOffline, 0);
@@ -327,7 +358,7 @@ TEST_F(DriverConfigurationTest, AnUpdateWritesTypeSixVoltsAndSliderAndReadsTheBo
 
 TEST_F(DriverConfigurationTest, AnUpdateWritesSixVoltsWhateverTheBoardReported) {
   Init();
-  ASSERT_EQ(m_setup.CurrentDriver().Voltage, 3.7);
+  ASSERT_EQ(m_setup.State().CurrentDriver.Voltage, 3.7);
   m_view.confirms = true;
   m_setup.UpdateLED();
   EXPECT_EQ(m_led.State().ledConfig, (simulator::LedConfigState{12, 60, 110}));

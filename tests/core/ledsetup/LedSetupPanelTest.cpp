@@ -22,12 +22,12 @@ class PickerTest : public LedSetupFixture {
     Forget();
   }
   void SetLevels(const std::vector<std::int16_t>& levels) {
-    for (std::size_t i = 0; i < levels.size(); ++i) m_view.rows[i + 1].level = levels[i];
+    for (std::size_t i = 0; i < levels.size(); ++i) m_setup.LevelMoved(static_cast<int>(i) + 1, levels[i]);
   }
   /// What both pulses hold: low 1 .. 4 and high 1 .. 4 of the idle pulse, then of the flash.
   [[nodiscard]] std::vector<int> PulseLevels() const {
     std::vector<int> levels;
-    for (const led::LED_Pulse* pulse : {&m_setup.IdlePulse(), &m_setup.FocPulse()}) {
+    for (const led::LED_Pulse* pulse : {&m_setup.State().IdlePulse, &m_setup.State().FocPulse}) {
       for (int channel = 1; channel <= 4; ++channel) levels.push_back(pulse->GetLow(channel));
       for (int channel = 1; channel <= 4; ++channel) levels.push_back(pulse->GetHigh(channel));
     }
@@ -39,19 +39,20 @@ class PickerTest : public LedSetupFixture {
 TEST_F(PickerTest, EachOfTheThreeButtonsOpensItForItsLevels) {
   struct Row {
     void (LedSetup::*open)();
-    const led::LED_Pulse* pulse;
+    std::int32_t pulse;
     bool high;
     std::vector<int> levels;
   };
-  for (const Row& row : {Row{&LedSetup::EditPulseHigh, &m_setup.IdlePulse(), true, {50, 60, 70, 80}},
-                         Row{&LedSetup::EditPulseLow, &m_setup.IdlePulse(), false, {10, 20, 30, 40}},
-                         Row{&LedSetup::EditFocHigh, &m_setup.FocPulse(), true, {250, 251, 252, 253}}}) {
-    m_view.picker = false;
+  for (const Row& row : {Row{&LedSetup::EditPulseHigh, led::kIdlePulse, true, {50, 60, 70, 80}},
+                         Row{&LedSetup::EditPulseLow, led::kIdlePulse, false, {10, 20, 30, 40}},
+                         Row{&LedSetup::EditFocHigh, led::kFocPulse, true, {250, 251, 252, 253}}}) {
+    m_setup.PickColorCancel();
+    EXPECT_FALSE(m_view.picker);
     (m_setup.*row.open)();
     EXPECT_TRUE(m_view.picker);
-    EXPECT_EQ(m_setup.EditedPulse(), row.pulse);
-    EXPECT_EQ(m_setup.EditHigh(), row.high);
-    EXPECT_EQ(m_view.Levels(), row.levels);
+    EXPECT_EQ(m_setup.State().picker.EditedPulse, row.pulse);
+    EXPECT_EQ(m_setup.State().picker.EditHigh, row.high);
+    EXPECT_EQ(m_view.levels, row.levels);
   }
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
@@ -65,15 +66,11 @@ TEST_F(PickerTest, ShowsTheRowsOfTheTypeInItsColours) {
   for (const Row& row : {Row{"Lamp", {0xFFFFFF}, false}, Row{"Duo", {0x0080FF, 0xFF8080}, false},
                          Row{"Example RGB 3W", {0x0000FF, 0x00C000, 0xFF8080}, true},
                          Row{"Quartet", {0xFF8080, 0xFFFFFF, 0x0000FF, 0x00C000}, true}}) {
-    m_view.picker = false;
+    m_setup.PickColorCancel();
     m_setup.ChooseType(row.type);
     m_setup.EditPulseHigh();
     EXPECT_EQ(m_view.pickColorEnabled, row.pickColor) << row.type;
-    for (std::size_t i = 0; i < 4; ++i) {
-      EXPECT_EQ(m_view.rows[i + 1].visible, i < row.colors.size()) << row.type << i;
-    }
-    for (std::size_t i = 0; i < row.colors.size(); ++i)
-      EXPECT_EQ(m_view.rows[i + 1].color, row.colors[i]) << row.type << i;
+    EXPECT_EQ(m_view.rows, row.colors) << row.type;
   }
 }
 
@@ -92,12 +89,12 @@ TEST_F(PickerTest, AColourCanBePickedOnlyWithAllOfRedGreenAndBlue) {
 
 TEST_F(PickerTest, AnotherTypeWhileItIsOpenBringsItsRowsAndKeepsTheLevels) {
   m_setup.EditPulseHigh();
-  m_view.rows[1].level = 99;
+  m_setup.LevelMoved(1, 99);
   m_setup.ChooseType("Quartet");
-  EXPECT_TRUE(m_view.rows[4].visible);
-  EXPECT_THAT(m_view.Levels(), ElementsAre(99, 60, 70, 80)) << "those that come to light are the pulse's own";
+  EXPECT_EQ(m_view.rows.size(), 4u);
+  EXPECT_THAT(m_view.levels, ElementsAre(99, 60, 70, 80)) << "those that come to light are the pulse's own";
   m_setup.ChooseType("Lamp");
-  EXPECT_FALSE(m_view.rows[2].visible);
+  EXPECT_EQ(m_view.rows.size(), 1u);
   EXPECT_FALSE(m_view.pickColorEnabled);
 }
 
@@ -123,10 +120,10 @@ TEST_F(PickerTest, PickingAColourSetsTheSlidersOfItsChannels) {
   };
   for (const Row& row : rows) {
     SetLevels({1, 2, 3, 7});
-    m_view.fidelity = row.fidelity;
+    m_setup.ColorFidelity(row.fidelity);
     m_view.pickedColor = row.color;
     m_setup.PickColor();
-    EXPECT_EQ(m_view.Levels(), row.levels) << row.name;
+    EXPECT_EQ(m_view.levels, row.levels) << row.name;
   }
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
@@ -144,7 +141,7 @@ TEST_F(PickerTest, TheDiesThatAColourUsesAreThoseOfTheColourThatWasPicked) {
       {"green", 0xFF01FF, {29, 0, 29}}, {"green", 0xFF00FF, {255, 0, 255}}, {"green", 0xFFFFFF, {29, 255, 29}},
       {"blue", 0x01FFFF, {29, 29, 0}},  {"blue", 0x00FFFF, {255, 255, 0}},  {"blue", 0xFFFFFF, {29, 29, 255}},
   };
-  m_view.fidelity = true;
+  m_setup.ColorFidelity(true);
   for (const Row& row : rows) {
     led::RecordText record = led::RecordOfColors({"red", "green", "blue"});
     for (led::ChannelText& channel : record.channels)
@@ -153,7 +150,7 @@ TEST_F(PickerTest, TheDiesThatAColourUsesAreThoseOfTheColourThatWasPicked) {
     m_setup.ChooseType(record.name);
     m_view.pickedColor = row.color;
     m_setup.PickColor();
-    std::vector<int> levels = m_view.Levels();
+    std::vector<int> levels = m_view.levels;
     levels.resize(3);
     EXPECT_EQ(levels, row.levels) << row.weakest << " " << std::hex << row.color;
   }
@@ -164,7 +161,7 @@ TEST_F(PickerTest, PickingFindsChannelsByColourAndLeavesTheOthers) {
   SetLevels({1, 2, 3, 4});
   m_view.pickedColor = 0x332211;
   m_setup.PickColor();
-  EXPECT_THAT(m_view.Levels(), ElementsAre(0x33, 2, 0x11, 0x22));
+  EXPECT_THAT(m_view.levels, ElementsAre(0x33, 2, 0x11, 0x22));
 }
 
 TEST_F(PickerTest, PickingWithoutTheThreeColoursSetsTheOnesThatAreThere) {
@@ -172,9 +169,9 @@ TEST_F(PickerTest, PickingWithoutTheThreeColoursSetsTheOnesThatAreThere) {
   SetLevels({1, 2, 3, 4});
   m_view.pickedColor = 0x332211;
   for (const bool fidelity : {false, true}) {
-    m_view.fidelity = fidelity;
+    m_setup.ColorFidelity(fidelity);
     m_setup.PickColor();
-    EXPECT_THAT(m_view.Levels(), ElementsAre(1, 0x33, 3, 4));
+    EXPECT_THAT(m_view.levels, ElementsAre(1, 0x33, 3, 4));
   }
 }
 
@@ -182,24 +179,24 @@ TEST_F(PickerTest, TheDialogIsPresetToTheLastColourAndCancellingChangesNothing) 
   m_setup.EditPulseHigh();
   m_setup.PickColor();
   EXPECT_EQ(m_view.preset, 0xFFFFFF);
-  EXPECT_THAT(m_view.Levels(), ElementsAre(50, 60, 70, 80));
+  EXPECT_THAT(m_view.levels, ElementsAre(50, 60, 70, 80));
   m_view.pickedColor = kPureRed;
   m_setup.PickColor();
   m_view.pickedColor.reset();
   m_setup.PickColor();
   EXPECT_EQ(m_view.preset, kPureRed);
-  EXPECT_THAT(m_view.Levels(), ElementsAre(255, 0, 0, 80));
+  EXPECT_THAT(m_view.levels, ElementsAre(255, 0, 0, 80));
 }
 
-TEST_F(PickerTest, ASystemColourIsLookedUpInThePalette) {
-  m_view.systemColors[15] = 0x0A141E;
-  m_view.pickedColor = static_cast<led::Color>(0x8000000F);
-  m_setup.PickColor();
-  EXPECT_THAT(m_view.Levels(), ElementsAre(30, 20, 10, 0));
+TEST_F(PickerTest, LevelsStayWithinTheirRange) {
+  for (const auto& [moved, kept] : {std::pair{-5, 0}, std::pair{0, 0}, std::pair{255, 255}, std::pair{300, 255}}) {
+    m_setup.LevelMoved(2, moved);
+    EXPECT_THAT(m_view.levels, ElementsAre(0, kept, 0, 0)) << moved;
+  }
 }
 
 TEST_F(PickerTest, ApplyShowsTheLevelsOnTheBladeAndKeepsThePulses) {
-  m_view.overdriveLabel = "100%";
+  m_setup.OverdriveMoved(100);
   Use("Example RGB 3W");
   // Level 100 is a luminance of 353, 200 of 1176; see the counts of a pulse's levels.
   SetLevels({100, 200, 255, 9});
@@ -242,6 +239,7 @@ TEST_F(PickerTest, OkStoresTheLevelsOfTheTypesChannelsInTheEditedPulse) {
     SetLevels({201, 202, 203, 204});
     m_setup.PickColorOK();
     EXPECT_THAT(m_view.log, ElementsAre("hide picker"));
+    EXPECT_FALSE(m_view.picker);
     for (std::size_t i = 0; i < 3; ++i) expected[row.place + i] = 201 + static_cast<int>(i);
     EXPECT_EQ(PulseLevels(), expected) << row.place;
   }
@@ -255,8 +253,8 @@ TEST_F(PickerTest, CancelStoresAndSendsNothing) {
   m_setup.PickColorCancel();
   EXPECT_THAT(m_view.log, ElementsAre("hide picker"));
   EXPECT_EQ(PulseLevels(), m_levelsAtFirst);
-  EXPECT_EQ(m_setup.EditedPulse(), &m_setup.IdlePulse());
-  EXPECT_TRUE(m_setup.EditHigh());
+  EXPECT_EQ(m_setup.State().picker.EditedPulse, led::kIdlePulse);
+  EXPECT_TRUE(m_setup.State().picker.EditHigh);
 }
 
 TEST_F(PickerTest, OkBeforeItWasEverOpenedStoresNothing) {
@@ -269,14 +267,38 @@ class PulsePanelTest : public LedSetupFixture {
   void SetUp() override { Init(); }
 };
 
+TEST_F(PulsePanelTest, WhatIsTypedIsThePersonsUntilTheBoxIsLeft) {
+  m_setup.TimeTyped(led::TimeBox::IdleTON, 0.035);
+  m_setup.RepeatTyped(2.7);
+  EXPECT_THAT(m_view.log, IsEmpty()) << "no box is written to";
+  EXPECT_EQ(m_view.pulsesShown, 3) << "the pictures follow";
+  EXPECT_EQ(m_setup.State().Shown()[led::kIdlePulse].Ton, 35);
+  EXPECT_EQ(m_setup.State().Shown()[led::kFocPulse].NRep, 3);
+}
+
+TEST_F(PulsePanelTest, ArrowKeysStepFromWhatTheBoxSays) {
+  m_setup.TimeTyped(led::TimeBox::FocTOFF, 1.04);
+  m_setup.TimeStepped(led::TimeBox::FocTOFF, 1);
+  EXPECT_EQ(m_view.Time(led::TimeBox::FocTOFF), "1.08") << "single precision has no 1.06 that the box would keep";
+  m_setup.TimeStepped(led::TimeBox::IdleTRISE, -30);
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTRISE), "0");
+  m_setup.RepeatTyped(7.4);
+  m_setup.RepeatStepped(1);
+  EXPECT_EQ(m_view.repetitions, "8");
+  m_setup.RepeatStepped(10);
+  EXPECT_EQ(m_view.repetitions, "10");
+  EXPECT_THAT(m_agent.written, IsEmpty());
+}
+
 TEST_F(PulsePanelTest, SendingTheIdlePulseBuildsItFromTheBoxesSendsAndStartsIt) {
   m_setup.EditPulseHigh();
-  m_view.rows[1].level = 255;
-  m_view.rows[2].level = 0;
+  m_setup.LevelMoved(1, 255);
+  m_setup.LevelMoved(2, 0);
   m_setup.PickColorOK();
-  m_view.times = {{led::TimeBox::IdleTON, "2.5"},       {led::TimeBox::IdleTOFF, " 1 0"},
-                  {led::TimeBox::IdleTRISE, "0.035 s"}, {led::TimeBox::IdleTFALL, "none"},
-                  {led::TimeBox::FocTON, "1"},          {led::TimeBox::FocTOFF, "1"}};
+  m_setup.TimeTyped(led::TimeBox::IdleTON, 2.5);
+  m_setup.TimeTyped(led::TimeBox::IdleTOFF, 10);
+  m_setup.TimeTyped(led::TimeBox::IdleTRISE, 0.035);
+  m_setup.TimeTyped(led::TimeBox::IdleTFALL, 0);
   Forget();
   EXPECT_TRUE(m_setup.SendPulse());
   EXPECT_THAT(m_view.log, ElementsAre("report 53", "report 54"));
@@ -298,9 +320,9 @@ TEST_F(PulsePanelTest, SendingTheIdlePulseBuildsItFromTheBoxesSendsAndStartsIt) 
 }
 
 TEST_F(PulsePanelTest, SendingTheFlashTakesItsLowLevelsFromTheIdlePulse) {
-  m_view.times[led::TimeBox::FocTON] = "0.1";
-  m_view.times[led::TimeBox::FocTOFF] = "0.2";
-  m_view.repetitions = "7";
+  m_setup.TimeTyped(led::TimeBox::FocTON, 0.1);
+  m_setup.TimeTyped(led::TimeBox::FocTOFF, 0.2);
+  m_setup.RepeatTyped(7);
   EXPECT_TRUE(m_setup.SendFoc());
   EXPECT_THAT(Written({2, 2}), ElementsAre(ElementsAre(53, 1), ElementsAre(54, 1)));
   const simulator::PulseState& held = m_led.State().ledPulses[1];
@@ -339,13 +361,13 @@ TEST_F(PulsePanelTest, APulseThatWasNotAcceptedIsStartedAllTheSame) {
 }
 
 TEST_F(PulsePanelTest, BoxesThatLoseTheFocusAreNormalised) {
-  m_view.times[led::TimeBox::IdleTON] = "0.035";
+  m_setup.TimeTyped(led::TimeBox::IdleTON, 0.035);
   m_setup.TimeBoxLeft(led::TimeBox::IdleTON);
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "0.02");
-  m_view.times[led::TimeBox::IdleTRISE] = "12";
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "0.02");
+  m_setup.TimeTyped(led::TimeBox::IdleTRISE, 12);
   m_setup.TimeBoxLeft(led::TimeBox::IdleTRISE);
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTRISE], "10");
-  m_view.repetitions = "15";
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTRISE), "10");
+  m_setup.RepeatTyped(15);
   m_setup.RepeatBoxLeft();
   EXPECT_EQ(m_view.repetitions, "10");
   EXPECT_THAT(m_agent.written, IsEmpty());
@@ -367,12 +389,11 @@ TEST_F(SettingsPanelTest, LoadingHidesThePickerFillsBothPulsesAndShowsThem) {
       m_setup.LoadSettings(File("KestdrinLEDSettings#1\r\n"
                                 "PULSE+Low=40_1_2_3+High=255_4_5_6+Times=1000_1500_500_20\r\n"
                                 "FOC=254_253_252_251+Times=40_60_3\r\n")));
-  EXPECT_THAT(m_view.log, ElementsAre("hide picker", "time 1", "time 1.5", "time 0.5", "time 0.02", "time 0.04",
-                                      "time 0.06", "repeat 3"));
-  EXPECT_THAT(m_view.Times(), ElementsAre("1", "1.5", "0.5", "0.02", "0.04", "0.06"));
-  EXPECT_EQ(m_setup.IdlePulse().GetLow(4), 3);
-  EXPECT_EQ(m_setup.IdlePulse().GetHigh(1), 255);
-  EXPECT_EQ(m_setup.FocPulse().GetHigh(4), 251);
+  EXPECT_THAT(m_view.log, ElementsAre("hide picker", "times 1 1.5 0.5 0.02", "times 0.04 0.06", "repeat 3"));
+  EXPECT_THAT(m_view.times, ElementsAre("1", "1.5", "0.5", "0.02", "0.04", "0.06"));
+  EXPECT_EQ(m_setup.State().IdlePulse.GetLow(4), 3);
+  EXPECT_EQ(m_setup.State().IdlePulse.GetHigh(1), 255);
+  EXPECT_EQ(m_setup.State().FocPulse.GetHigh(4), 251);
   EXPECT_EQ(m_view.pulsesShown, 2);
   EXPECT_THAT(m_agent.written, IsEmpty());
 }
@@ -384,32 +405,33 @@ TEST_F(SettingsPanelTest, AFileThatIsWrongInLineThreeHasReplacedTheIdlePulse) {
                                 "FOC=254_253_252_251+Times=40_60_3_4\n")));
   EXPECT_EQ(m_view.information, "File is corrupted, could not read !");
   EXPECT_THAT(m_view.detail, HasSubstr("blade.ldset, line 3: 3 numbers"));
-  EXPECT_EQ(m_setup.IdlePulse().GetLow(1), 40);
-  EXPECT_EQ(m_setup.IdlePulse().Toff, 1500);
-  EXPECT_EQ(m_setup.FocPulse().GetHigh(1), 254) << "taken before the times were read";
-  EXPECT_EQ(m_setup.FocPulse().Ton, 40);
-  EXPECT_THAT(m_view.log, ElementsAre("hide picker", "time 1", "time 1.5", "time 0.5", "time 0.02", "information"));
+  EXPECT_EQ(m_setup.State().IdlePulse.GetLow(1), 40);
+  EXPECT_EQ(m_setup.State().IdlePulse.Toff, 1500);
+  EXPECT_EQ(m_setup.State().FocPulse.GetHigh(1), 254) << "taken before the times were read";
+  EXPECT_EQ(m_setup.State().FocPulse.Ton, 40);
+  EXPECT_THAT(m_view.log, ElementsAre("hide picker", "times 1 1.5 0.5 0.02", "information"));
 }
 
 TEST_F(SettingsPanelTest, AFileThatIsWrongInLineTwoShowsNothing) {
   EXPECT_FALSE(m_setup.LoadSettings(File("KestdrinLEDSettings#1\nPULSE+Low=40_1_2_3+High=255_4_5+Times=1_1_5_2\n")));
   EXPECT_THAT(m_view.log, ElementsAre("hide picker", "information"));
-  EXPECT_EQ(m_setup.IdlePulse().GetLow(1), 40) << "nothing is undone";
-  EXPECT_EQ(m_setup.IdlePulse().GetHigh(1), 50);
+  EXPECT_EQ(m_setup.State().IdlePulse.GetLow(1), 40) << "nothing is undone";
+  EXPECT_EQ(m_setup.State().IdlePulse.GetHigh(1), 50);
 }
 
 TEST_F(SettingsPanelTest, SavingBuildsBothPulsesFromThePanel) {
   const auto file = m_folder / "saved.ldset";
-  m_view.times = {{led::TimeBox::IdleTON, "1.5"},   {led::TimeBox::IdleTOFF, "2"},  {led::TimeBox::IdleTRISE, "0.02"},
-                  {led::TimeBox::IdleTFALL, "0.5"}, {led::TimeBox::FocTON, "0.04"}, {led::TimeBox::FocTOFF, "0.0025"}};
-  m_view.repetitions = "4";
+  const double seconds[] = {1.5, 2, 0.02, 0.5, 0.04, 0.0025};
+  for (const led::TimeBox box : led::kTimeBoxes) m_setup.TimeTyped(box, seconds[static_cast<std::size_t>(box)]);
+  m_setup.RepeatTyped(4);
   EXPECT_TRUE(m_setup.SaveSettings(file, support::AnyDisk()));
   EXPECT_EQ(support::ReadBytes(file),
             "KestdrinLEDSettings#1\r\n"
             "PULSE+Low=10_20_30_40+High=50_60_70_80+Times=1500_2000_20_500\r\n"
             "FOC=250_251_252_253+Times=40_2.5_4\r\n");
-  EXPECT_EQ(m_setup.IdlePulse().GetToff_High(2), m_setup.FocPulse().GetToff_Low(2)) << "counts are calculated too";
-  EXPECT_NE(m_setup.IdlePulse().GetToff_High(2), 0);
+  EXPECT_EQ(m_setup.State().IdlePulse.GetToff_High(2), m_setup.State().FocPulse.GetToff_Low(2))
+      << "counts are calculated too";
+  EXPECT_NE(m_setup.State().IdlePulse.GetToff_High(2), 0);
   EXPECT_THAT(m_view.log, IsEmpty());
   EXPECT_THAT(m_agent.written, IsEmpty());
   EXPECT_TRUE(m_setup.LoadSettings(file));

@@ -8,8 +8,8 @@
 namespace kestrin::core::ledsetup {
 namespace {
 
-constexpr std::int32_t kIdle = LedSetup::kIdlePulse;
-constexpr std::int32_t kFoc = LedSetup::kFocPulse;
+constexpr std::int32_t kIdle = led::kIdlePulse;
+constexpr std::int32_t kFoc = led::kFocPulse;
 
 class UnsentPulsesTest : public LedSetupFixture {
  protected:
@@ -30,10 +30,10 @@ class UnsentPulsesTest : public LedSetupFixture {
 
   void SetUp() override { Init(); }
   [[nodiscard]] Standing Now() const { return {m_setup.IsSent(kIdle), m_setup.IsSent(kFoc), m_setup.HasUnsaved()}; }
-  void SetIdleTime(const std::string& text) { m_view.times[led::TimeBox::IdleTON] = text; }
+  void SetIdleTime(double seconds) { m_setup.TimeTyped(led::TimeBox::IdleTON, seconds); }
   void PickFlashLevel(std::int16_t level) {
     m_setup.EditFocHigh();
-    m_view.rows[1].level = level;
+    m_setup.LevelMoved(1, level);
     m_setup.PickColorOK();
   }
   [[nodiscard]] std::filesystem::path File() const { return m_folder / "blade.ldset"; }
@@ -60,31 +60,29 @@ TEST_F(UnsentPulsesTest, EveryPartOfAPulseCounts) {
       {led::TimeBox::IdleTRISE, kIdleUnsaved}, {led::TimeBox::IdleTFALL, kIdleUnsaved},
       {led::TimeBox::FocTON, kFocUnsaved},     {led::TimeBox::FocTOFF, kFocUnsaved}};
   for (const auto& [box, standing] : boxes) {
-    const std::string before = m_view.times[box];
-    m_view.times[box] = "9.5";
+    const double before = m_setup.State().Time(box).value();
+    m_setup.TimeTyped(box, 9.5);
     EXPECT_EQ(Now(), standing) << static_cast<int>(box);
-    m_view.times[box] = before + "0";
-    EXPECT_EQ(Now(), before.find('.') == std::string::npos ? standing : kAllSent) << before << ": the same number";
-    m_view.times[box] = before;
+    m_setup.TimeTyped(box, before);
     EXPECT_EQ(Now(), kAllSent);
   }
-  m_view.repetitions = "4";
+  m_setup.RepeatTyped(4);
   EXPECT_EQ(Now(), kFocUnsaved);
-  m_view.repetitions = "3";
+  m_setup.RepeatTyped(3);
   struct Row {
     void (LedSetup::*open)();
     Standing standing;
   };
   for (const Row& row : {Row{&LedSetup::EditPulseHigh, kIdleUnsaved}, Row{&LedSetup::EditPulseLow, kIdleUnsaved},
                          Row{&LedSetup::EditFocHigh, kFocUnsaved}}) {
-    for (std::size_t channel = 1; channel <= 3; ++channel) {
+    for (int channel = 1; channel <= 3; ++channel) {
       (m_setup.*row.open)();
-      const std::int16_t before = m_view.rows[channel].level;
-      m_view.rows[channel].level = 99;
+      const int before = m_view.levels.at(static_cast<std::size_t>(channel) - 1);
+      m_setup.LevelMoved(channel, 99);
       EXPECT_EQ(Now(), kAllSent) << "not taken yet";
       m_setup.PickColorOK();
       EXPECT_EQ(Now(), row.standing) << channel;
-      m_view.rows[channel].level = before;
+      m_setup.LevelMoved(channel, before);
       m_setup.PickColorOK();
       EXPECT_EQ(Now(), kAllSent);
     }
@@ -92,8 +90,8 @@ TEST_F(UnsentPulsesTest, EveryPartOfAPulseCounts) {
 }
 
 TEST_F(UnsentPulsesTest, SendingSavingAndOpeningMakeThemSafe) {
-  SetIdleTime("9.5");
-  m_view.repetitions = "4";
+  SetIdleTime(9.5);
+  m_setup.RepeatTyped(4);
   EXPECT_EQ(Now(), (Standing{false, false, true}));
   EXPECT_TRUE(m_setup.SendPulse());
   EXPECT_EQ(Now(), kFocUnsaved);
@@ -101,17 +99,17 @@ TEST_F(UnsentPulsesTest, SendingSavingAndOpeningMakeThemSafe) {
   EXPECT_EQ(Now(), (Standing{true, false, false})) << "it is in a file";
   EXPECT_TRUE(m_setup.SendFoc());
   EXPECT_EQ(Now(), kAllSent);
-  SetIdleTime("1");
+  SetIdleTime(1);
   PickFlashLevel(3);
   EXPECT_EQ(Now(), (Standing{false, false, true}));
   ASSERT_TRUE(m_setup.LoadSettings(File()));
   EXPECT_EQ(Now(), kAllSent) << "as it was sent";
-  m_view.repetitions = "5";
+  m_setup.RepeatTyped(5);
   EXPECT_EQ(Now(), kFocUnsaved);
 }
 
 TEST_F(UnsentPulsesTest, WhatFailsMakesNothingSafe) {
-  SetIdleTime("9.5");
+  SetIdleTime(9.5);
   Ignore(53);
   EXPECT_FALSE(m_setup.SendPulse());
   EXPECT_EQ(Now(), kIdleUnsaved);
@@ -126,7 +124,7 @@ TEST_F(UnsentPulsesTest, WhatFailsMakesNothingSafe) {
 }
 
 TEST_F(UnsentPulsesTest, APulseThatTheBoardCutsIsSentAndWouldStillBeLost) {
-  SetIdleTime("70");
+  SetIdleTime(70);
   EXPECT_TRUE(m_setup.SendPulse());
   EXPECT_EQ(Now(), (Standing{true, true, true})) << "65.535 seconds are the most that a board holds";
   ASSERT_TRUE(Save());
@@ -134,11 +132,11 @@ TEST_F(UnsentPulsesTest, APulseThatTheBoardCutsIsSentAndWouldStillBeLost) {
 }
 
 TEST_F(UnsentPulsesTest, ABoardThatComesBackShowsItsOwnPulsesAndOthersAreSetAside) {
-  SetIdleTime("9.5");
+  SetIdleTime(9.5);
   PickFlashLevel(3);
   ASSERT_TRUE(m_setup.InitLedDrivers());
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "1.5");
-  EXPECT_EQ(m_setup.FocPulse().GetHigh(1), 250);
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "1.5");
+  EXPECT_EQ(m_setup.State().FocPulse.GetHigh(1), 250);
   EXPECT_EQ(Now(), kAllSent);
   EXPECT_TRUE(m_setup.HasSetAside());
   ASSERT_TRUE(m_setup.InitLedDrivers());
@@ -147,34 +145,34 @@ TEST_F(UnsentPulsesTest, ABoardThatComesBackShowsItsOwnPulsesAndOthersAreSetAsid
   m_setup.BringBack();
   EXPECT_FALSE(m_view.picker) << "it showed a level that is gone";
   EXPECT_FALSE(m_setup.HasSetAside());
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "9.5");
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTFALL], "0.02") << "as the board had it";
-  EXPECT_EQ(m_setup.FocPulse().GetHigh(1), 3);
-  EXPECT_EQ(m_setup.IdlePulse().GetLow(2), 20);
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "9.5");
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTFALL), "0.02") << "as the board had it";
+  EXPECT_EQ(m_setup.State().FocPulse.GetHigh(1), 3);
+  EXPECT_EQ(m_setup.State().IdlePulse.GetLow(2), 20);
   EXPECT_EQ(m_view.repetitions, "3");
   EXPECT_EQ(Now(), (Standing{false, false, true}));
 }
 
 TEST_F(UnsentPulsesTest, BringingBackLosesNothingEither) {
-  SetIdleTime("9.5");
+  SetIdleTime(9.5);
   ASSERT_TRUE(m_setup.InitLedDrivers());
-  SetIdleTime("4.5");
+  SetIdleTime(4.5);
   m_setup.BringBack();
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "9.5");
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "9.5");
   ASSERT_TRUE(m_setup.HasSetAside());
   m_setup.BringBack();
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "4.5");
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "4.5");
   ASSERT_TRUE(m_setup.HasSetAside());
   EXPECT_TRUE(m_setup.SendPulse());
   m_setup.BringBack();
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "9.5");
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "9.5");
   EXPECT_FALSE(m_setup.HasSetAside()) << "the other one is on the board";
   m_setup.BringBack();
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "9.5") << "there is nothing more";
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "9.5") << "there is nothing more";
 }
 
 TEST_F(UnsentPulsesTest, PulsesAreSetAsideAlsoWhenTheBoardFailsInTheMiddle) {
-  SetIdleTime("9.5");
+  SetIdleTime(9.5);
   Ignore(60);
   EXPECT_FALSE(m_setup.InitLedDrivers());
   EXPECT_FALSE(m_setup.HasSetAside()) << "they are still on the panel";
@@ -188,11 +186,11 @@ TEST_F(UnsentPulsesTest, PulsesAreSetAsideAlsoWhenTheBoardFailsInTheMiddle) {
   m_ignores = nullptr;
   ASSERT_TRUE(m_setup.InitLedDrivers());
   m_setup.BringBack();
-  EXPECT_EQ(m_view.times[led::TimeBox::IdleTON], "9.5");
+  EXPECT_EQ(m_view.Time(led::TimeBox::IdleTON), "9.5");
 }
 
 TEST_F(UnsentPulsesTest, WhatIsSafeIsNotSetAside) {
-  SetIdleTime("9.5");
+  SetIdleTime(9.5);
   ASSERT_TRUE(Save());
   ASSERT_TRUE(m_setup.InitLedDrivers());
   EXPECT_FALSE(m_setup.HasSetAside());
@@ -207,7 +205,7 @@ TEST_F(UnsentPulsesTest, UpdatingTheLedSaysWhatItDropsAndDropsIt) {
     if (flash)
       PickFlashLevel(3);
     else
-      SetIdleTime("9.5");
+      SetIdleTime(9.5);
     m_view.confirms = false;
     EXPECT_FALSE(m_setup.UpdateLED());
     EXPECT_EQ(m_view.question, LedSetup::kWarning);

@@ -103,5 +103,56 @@ TEST_F(LedSettings, AFileThatCannotBeWrittenIsTold) {
   EXPECT_TRUE(dialogs.messages[0].contains("mine.ldset")) << dialogs.messages[0].toStdString();
 }
 
+/// With the keyboard, wherever it is on the page.
+class LedSettingsKeys : public LedSettings {
+ protected:
+  void Press(QKeySequence::StandardKey key) {
+    const QKeyCombination combination = QKeySequence(key)[0];
+    QTest::keyClick(window->focusWidget(), combination.key(), combination.keyboardModifiers());
+  }
+};
+
+TEST_F(LedSettingsKeys, OpenAndSave) {
+  StartLed(12);
+  Find<QWidget>("IdleTFALL").setFocus();
+  dialogs.filesToOpen = {Text(WriteBytes(folder / "blade.ldset", kGood))};
+  Press(QKeySequence::Open);
+  EXPECT_TRUE(Until([this] { return BoxText("IdleTON") == "1.5"; }));
+  dialogs.filesToSave = {Text(folder / "mine.ldset")};
+  Press(QKeySequence::Save);
+  EXPECT_TRUE(Until([this] { return std::filesystem::exists(folder / "mine.ldset"); }));
+  EXPECT_EQ(LabelText("HelpLabel"), "The LED settings are saved.");
+  EXPECT_TRUE(Find<QWidget>("btnOpenLED").toolTip().contains("Ctrl+O"));
+  EXPECT_TRUE(Find<QWidget>("btnSaveLED").toolTip().contains("Ctrl+S"));
+}
+
+TEST_F(LedSettingsKeys, SaveWhatWasBeingTyped) {
+  StartLed(12);
+  auto& box = Find<QLineEdit>("IdleTON");
+  box.setFocus();
+  box.selectAll();
+  QTest::keyClicks(&box, "2.5");
+  dialogs.filesToSave = {Text(folder / "mine.ldset")};
+  Press(QKeySequence::Save);
+  ASSERT_TRUE(Until([this] { return std::filesystem::exists(folder / "mine.ldset"); }));
+  EXPECT_NE(ReadBytes(folder / "mine.ldset").find("+Times=2500_1500_1000_500"), std::string::npos);
+}
+
+TEST_F(LedSettingsKeys, OfflineOpenIsForTheSoundSetAgain) {
+  StartLed(12);
+  agent->Unplug();
+  Tick("NoticeTimer");
+  ASSERT_TRUE(Shown("frmLED"));
+  Find<QWidget>("IdleTON").setFocus();
+  dialogs.filesToOpen = {""};
+  Press(QKeySequence::Open);
+  EXPECT_TRUE(Until([this] { return dialogs.filesToOpen.empty(); }));
+  EXPECT_FALSE(dialogs.lastFilter.contains("LED Driver Setting")) << dialogs.lastFilter.toStdString();
+  EXPECT_FALSE(Find<QWidget>("btnOpenLED").toolTip().contains("Ctrl+O"));
+  dialogs.filesToSave = {Text(folder / "mine.ldset")};
+  Press(QKeySequence::Save);
+  EXPECT_TRUE(Until([this] { return std::filesystem::exists(folder / "mine.ldset"); })) << "they are still on the page";
+}
+
 }  // namespace
 }  // namespace kestrin::support

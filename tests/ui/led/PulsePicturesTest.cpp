@@ -10,7 +10,6 @@
 #include "ui/led/LedPanelFixture.h"
 #include "ui/led/PulsePlot.h"
 #include "ui/led/PulseShape.h"
-#include "ui/led/SystemColor.h"
 
 namespace kestrin::ui::led {
 namespace {
@@ -56,8 +55,8 @@ TEST(BladeLight, BrightnessGrowsWithTheHighestLevel) {
   EXPECT_EQ(Mix(core::led::LED_Driver(), {255, 255, 255, 255}).brightness, 0) << "no LED type, no light";
 }
 
-core::led::LED_Pulse Times(double rise, double on, double fall, double off, std::int16_t repetitions = 0) {
-  core::led::LED_Pulse pulse;
+core::led::PulseContent Times(double rise, double on, double fall, double off, std::int16_t repetitions = 0) {
+  core::led::PulseContent pulse;
   pulse.Trise = rise;
   pulse.Ton = on;
   pulse.Tfall = fall;
@@ -204,37 +203,35 @@ TEST(ChannelLabel, NamesItsColourForThoseWhoDoNotSeeIt) {
   EXPECT_EQ(label.accessibleName(), "LED 2: amber");
 }
 
-TEST(SystemColor, IsLookedUpInThePalette) {
-  QPalette palette;
-  palette.setColor(QPalette::Active, QPalette::Highlight, QColor(1, 2, 3));
-  palette.setColor(QPalette::Active, QPalette::Base, QColor(10, 20, 30));
-  palette.setColor(QPalette::Disabled, QPalette::Text, QColor(7, 8, 9));
-  EXPECT_EQ(SystemColor(13, palette), 0x030201) << "selection";
-  EXPECT_EQ(SystemColor(5, palette), 0x1E140A) << "window";
-  EXPECT_EQ(SystemColor(17, palette), 0x090807) << "grey text";
-  EXPECT_EQ(SystemColor(31, palette), 0);
-  EXPECT_EQ(SystemColor(-1, palette), 0);
-  const core::led::Components parts = core::led::SysToRGB(
-      static_cast<std::int32_t>(0x8000000DU), [&](std::int32_t number) { return SystemColor(number, palette); });
-  EXPECT_EQ(parts.Red, 1);
-  EXPECT_EQ(parts.Green, 2);
-  EXPECT_EQ(parts.Blue, 3);
-}
-
 class PanelPictures : public support::LedPanelFixture {};
 
 TEST_F(PanelPictures, TheBladeOfThePickerShowsTheMixedColour) {
   StartLed(40);
   Click("btnPulseHigh");
-  const auto shown = [this] { return Find<BladeView>("PickColorBlade").Shown().hue; };
+  // Beside the core of the blade, which is nearly white, the tube has the pure colour.
+  const auto shown = [this] {
+    auto& blade = Find<BladeView>("PickColorBlade");
+    const QImage picture = blade.grab().toImage();
+    const QPointF tube(blade.width() * 0.6, blade.height() / 2.0 - 4);
+    return picture.pixelColor((tube * picture.devicePixelRatio()).toPoint());
+  };
   for (int channel = 1; channel <= 4; ++channel) SetSlider(channel, 0);
-  EXPECT_EQ(shown(), QColor(Qt::black));
-  SetSlider(1, 200);
+  EXPECT_LT(shown().lightness(), 70) << "no light";
+  SetSlider(1, 255);
   EXPECT_EQ(shown(), QColor(Qt::red));
-  SetSlider(2, 200);
+  SetSlider(2, 255);
   EXPECT_EQ(shown(), QColor(Qt::yellow));
-  SetSlider(3, 200);
+  SetSlider(3, 255);
   EXPECT_EQ(shown(), QColor(Qt::white));
+  Click("PickColorCancel");
+  Click("btnPulseHigh");
+  SetSlider(1, 255);
+  SetSlider(2, 0);
+  SetSlider(3, 0);
+  SetSlider(4, 0);
+  EXPECT_EQ(shown(), QColor(Qt::red));
+  Choose("Duo");
+  EXPECT_EQ(shown(), QColor(Qt::blue)) << "its first channel is blue";
 }
 
 TEST_F(PanelPictures, PlotsFollowTheBoxes) {

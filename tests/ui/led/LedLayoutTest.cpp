@@ -1,0 +1,79 @@
+// Whether the page fits into small windows.
+
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "ui/kit/Theme.h"
+#include "ui/led/LedPanelFixture.h"
+
+namespace kestrin::support {
+namespace {
+
+class LedLayout : public LedPanelFixture {
+ protected:
+  void SetUp() override {
+    ui::kit::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), ui::kit::ColorScheme::Light);
+    StartLed(40);
+  }
+  void Resize(int width, int height) const {
+    window->resize(width, height);
+    EXPECT_TRUE(Until([&] { return window->size() == QSize(width, height); }));
+    QApplication::processEvents();
+  }
+  [[nodiscard]] QScrollArea& Page() const { return Find<QScrollArea>("LedPage"); }
+  [[nodiscard]] QRect Place(const char* name) const {
+    const auto& control = Find<QWidget>(name);
+    return {control.mapTo(&Find<QWidget>("frmLED"), QPoint(0, 0)), control.size()};
+  }
+  /// What stands on the page has room and lies on nothing else.
+  void ExpectRoomForAll() const {
+    const auto& panel = Find<QWidget>("frmLED");
+    const char* const cards[] = {"Frame1", "FrameIdle", "FrameFoc"};
+    for (const char* const card : cards) {
+      EXPECT_TRUE(panel.rect().contains(Place(card))) << card;
+      for (const char* const other : cards)
+        EXPECT_TRUE(card == other || !Place(card).intersects(Place(other))) << card << " " << other;
+      for (const auto* const control : Find<QWidget>(card).findChildren<QWidget*>()) {
+        if (!control->isVisible() || control->focusProxy() != nullptr) continue;
+        const QSize least = control->minimumSizeHint();
+        EXPECT_GE(control->width(), least.width()) << card << " " << control->objectName().toStdString();
+        EXPECT_GE(control->height(), least.height()) << card << " " << control->objectName().toStdString();
+      }
+    }
+  }
+};
+
+TEST_F(LedLayout, ASmallWindowHasTheCardsBelowOneAnotherAndNoScrollingSideways) {
+  Resize(800, 600);
+  EXPECT_FALSE(Page().horizontalScrollBar()->isVisible());
+  EXPECT_LE(Find<QWidget>("frmLED").width(), Page().viewport()->width());
+  EXPECT_GT(Place("FrameFoc").top(), Place("FrameIdle").bottom());
+  EXPECT_EQ(Place("FrameFoc").left(), Place("FrameIdle").left());
+  EXPECT_EQ(Place("FrameFoc").width(), Place("FrameIdle").width());
+  ExpectRoomForAll();
+}
+
+TEST_F(LedLayout, AnOrdinaryWindowHasThemSideBySideAndNoScrollingAtAll) {
+  for (const QSize size : {QSize(960, 640), QSize(1400, 900)}) {
+    Resize(size.width(), size.height());
+    EXPECT_FALSE(Page().horizontalScrollBar()->isVisible());
+    EXPECT_FALSE(Page().verticalScrollBar()->isVisible());
+    EXPECT_EQ(Place("FrameFoc").top(), Place("FrameIdle").top());
+    EXPECT_EQ(Place("FrameFoc").height(), Place("FrameIdle").height());
+    EXPECT_GT(Place("FrameFoc").left(), Place("FrameIdle").right());
+    EXPECT_EQ(Place("btnUpdateLED").bottom(), Place("LEDcombo").bottom()) << "all in one row";
+    ExpectRoomForAll();
+  }
+}
+
+TEST_F(LedLayout, ComesBackWhenTheWindowIsMadeLargerAgain) {
+  Resize(960, 640);
+  const QRect before = Place("FrameFoc");
+  Resize(800, 600);
+  ASSERT_NE(Place("FrameFoc"), before);
+  Resize(960, 640);
+  EXPECT_EQ(Place("FrameFoc"), before);
+}
+
+}  // namespace
+}  // namespace kestrin::support
