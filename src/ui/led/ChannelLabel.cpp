@@ -2,8 +2,10 @@
 
 #include <QPainter>
 
+#include "ui/kit/Labels.h"
 #include "ui/led/BladeLight.h"
 #include "ui/led/BladeView.h"
+#include "ui/led/Metrics.h"
 
 namespace kestrin::ui::led {
 
@@ -14,13 +16,9 @@ constexpr QRgb kUnusedGround = 0xff8a93a2;
 }  // namespace
 
 ChannelLabel::ChannelLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
-  constexpr int kSide = 8;
-  constexpr int kTop = 4;
-  setContentsMargins(kSide, kTop, kSide, kTop);
+  setContentsMargins(kGrid, kHalf, kGrid, kHalf);
   setAlignment(Qt::AlignCenter);
-  QFont bold = font();
-  bold.setBold(true);
-  setFont(bold);
+  kit::SetTextStyle(*this, kit::TextStyle::Title);
   ShowColor(0);
 }
 

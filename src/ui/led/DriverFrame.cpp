@@ -10,9 +10,9 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "ui/kit/HelpText.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
-#include "ui/kit/Theme.h"
-#include "ui/kit/TopicOf.h"
 #include "ui/led/ChannelLabel.h"
 #include "ui/led/FlowRow.h"
 #include "ui/led/Metrics.h"
@@ -23,16 +23,13 @@ using core::ledsetup::LedSetupState;
 
 DriverFrame::DriverFrame(const kit::Pictures& pictures, QWidget* parent) : Card(parent) {
   setObjectName(QStringLiteral("Frame1"));
-  kit::SetHelpContext(*this, kit::HelpContext::LedConfiguration);
-  auto* const title = new QLabel(tr("Driver configuration"), this);
+  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::LedConfiguration);
+  auto* const title = kit::MakeLabel(QString(), kit::TextStyle::Title, tr("Driver configuration"), this);
   setAccessibleName(title->text());
-  QFont bold = title->font();
-  bold.setBold(true);
-  title->setFont(bold);
-  auto* const fields = new FlowRow(2 * kGrid, kGrid);
+  auto* const fields = new FlowRow(kWide, kGrid);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(kInset, kGrid, kInset, kInset);
-  column->setSpacing(kGrid / 2);
+  column->setSpacing(kHalf);
   column->addWidget(title);
   column->addLayout(fields);
   AddType(*fields);
@@ -43,15 +40,14 @@ DriverFrame::DriverFrame(const kit::Pictures& pictures, QWidget* parent) : Card(
 }
 
 QHBoxLayout* DriverFrame::AddField(const QString& caption, QWidget* buddy, FlowRow& fields, int stretch) {
-  auto* const label = new QLabel(caption, this);
+  auto* const label = kit::MakeLabel(QString(), kit::TextStyle::Soft, caption, this);
   label->setBuddy(buddy);
   // Captions of one row stand on one line, however tall what is below.
   label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  kit::Theme::MakeSoft(*label);
   auto* const row = new QHBoxLayout;
   row->setSpacing(kGrid);
   auto* const field = new QVBoxLayout;
-  field->setSpacing(kGrid / 2);
+  field->setSpacing(kHalf);
   field->addWidget(label);
   field->addLayout(row, 1);
   fields.Add(field, stretch);
@@ -77,6 +73,7 @@ void DriverFrame::AddChannels(FlowRow& fields) {
     m_channels[i]->setObjectName(QStringLiteral("labelLED%1").arg(i + 1));
     row->addWidget(m_channels[i]);
   }
+  kit::SetHelpOfGround(*m_channels[0]);
 }
 
 void DriverFrame::AddOverdrive(FlowRow& fields) {
@@ -108,6 +105,7 @@ void DriverFrame::AddUpdate(const kit::Pictures& pictures, FlowRow& fields) {
   m_update->setAccessibleName(tr("Update LED: write LED type and overdrive to the board"));
   m_update->setIcon(pictures.Icon(QStringLiteral("UpdLED.bmp"), QStringLiteral("UpdLED_off.bmp")));
   m_update->setIconSize({kPicture, kPicture});
+  kit::SetHelp(*m_update, tr("Update LED Configuration"));
   // On a line with the others.
   AddField(QString(), nullptr, fields, 0)->addWidget(m_update);
   connect(m_update, &QPushButton::clicked, this, &DriverFrame::updateRequested);

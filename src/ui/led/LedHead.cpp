@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/led/Metrics.h"
@@ -12,17 +13,13 @@
 namespace kestrin::ui::led {
 
 LedHead::LedHead(const kit::Pictures& pictures, const QString& programFolder, QWidget* parent)
-    : QWidget(parent), m_programFolder(programFolder), m_notice(new QLabel(this)) {
-  auto* const caption = new QLabel(tr(kCaption), this);
-  caption->setObjectName(QStringLiteral("LEDCaption"));
-  QFont bold = caption->font();
-  bold.setBold(true);
-  caption->setFont(bold);
-  m_notice->setObjectName(QStringLiteral("LEDNotice"));
+    : QWidget(parent),
+      m_programFolder(programFolder),
+      m_notice(kit::MakeLabel(QStringLiteral("LEDNotice"), kit::TextStyle::Plain, QString(), this)) {
+  QLabel* const caption = kit::MakeLabel(QStringLiteral("LEDCaption"), kit::TextStyle::Title, tr(kCaption), this);
   m_notice->setWordWrap(true);
   // The name of a file, however long, must not widen the window.
   m_notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  m_notice->setTextFormat(Qt::PlainText);
   // The theme's colour for what went wrong.
   m_notice->setForegroundRole(QPalette::BrightText);
   m_bringBack = MakeButton("btnBringBackLED", tr("Bring back unsent pulses"), &LedHead::bringBackRequested);

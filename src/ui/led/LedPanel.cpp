@@ -8,8 +8,8 @@
 #include "core/led/LedSettingsFile.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/FileFilter.h"
+#include "ui/kit/HelpText.h"
 #include "ui/kit/Pictures.h"
-#include "ui/kit/TopicOf.h"
 #include "ui/led/DriverFrame.h"
 #include "ui/led/FlowRow.h"
 #include "ui/led/LedHead.h"
@@ -44,9 +44,9 @@ LedPanel::LedPanel(const Surroundings& surroundings, QWidget* parent)
     : QWidget(parent), m_around(surroundings), m_setup(surroundings.programFolder, surroundings.board, *this) {
   setObjectName(QStringLiteral("frmLED"));
   setAccessibleName(LedHead::tr(LedHead::kCaption));
-  kit::SetHelpContext(*this, kit::HelpContext::LedFrame);
+  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::LedFrame);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, 2 * kGrid);
+  column->setContentsMargins(kWide, kGrid, kWide, kWide);
   column->setSpacing(kGrid);
   m_head = new LedHead(m_around.pictures, Text(m_around.programFolder), this);
   column->addWidget(m_head);
@@ -63,7 +63,8 @@ LedPanel::LedPanel(const Surroundings& surroundings, QWidget* parent)
 void LedPanel::AddPulses(QBoxLayout& layout) {
   m_idle = new PulseFrame(PulseFacts::Idle(), m_around.pictures, this);
   m_foc = new PulseFrame(PulseFacts::Foc(), m_around.pictures, this);
-  auto* const row = new FlowRow(2 * kGrid, kGrid);
+  kit::SetHelpOfGround(*m_foc);
+  auto* const row = new FlowRow(kWide, kGrid);
   row->Add(m_idle, 1);
   row->Add(m_foc, 1);
   layout.addLayout(row, 1);

@@ -5,8 +5,10 @@
 namespace kestrin::ui::led {
 
 using kit::kGrid;
-/// From a card's edge to what stands in it.
-inline constexpr int kInset = 3 * kGrid / 2;
+using kit::kHair;
+using kit::kHalf;
+using kit::kInset;
+using kit::kWide;
 /// The side of a picture on a button.
 inline constexpr int kPicture = 20;
 

@@ -15,8 +15,9 @@
 #include <algorithm>
 
 #include "core/led/ColorLevels.h"
+#include "ui/kit/HelpText.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/Theme.h"
-#include "ui/kit/TopicOf.h"
 #include "ui/led/BladeLight.h"
 #include "ui/led/BladeView.h"
 #include "ui/led/ChannelLabel.h"
@@ -33,12 +34,12 @@ constexpr int kWidth = 380;
 PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
   setObjectName(QStringLiteral("PickColor_frame"));
   setAccessibleName(tr("LED setting"));
-  kit::SetHelpContext(*this, kit::HelpContext::ColorPicker);
+  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::ColorPicker);
   SetChosen(true);
   setCursor(Qt::SizeAllCursor);
   setMinimumWidth(kWidth);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(2 * kGrid, kInset, 2 * kGrid, 2 * kGrid);
+  column->setContentsMargins(kWide, kInset, kWide, kWide);
   column->setSpacing(kGrid);
   AddHead(*column);
   AddRows(*column);
@@ -52,13 +53,8 @@ PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
 }
 
 void PickColorFrame::AddHead(QBoxLayout& layout) {
-  auto* const title = new QLabel(tr("LED setting"), this);
-  QFont bold = title->font();
-  bold.setBold(true);
-  title->setFont(bold);
-  m_subject = new QLabel(this);
-  m_subject->setObjectName(QStringLiteral("PickColorSubject"));
-  kit::Theme::MakeSoft(*m_subject);
+  QLabel* const title = kit::MakeLabel(QString(), kit::TextStyle::Title, tr("LED setting"), this);
+  m_subject = kit::MakeLabel(QStringLiteral("PickColorSubject"), kit::TextStyle::Soft, QString(), this);
   auto* const head = new QHBoxLayout;
   head->addWidget(title);
   head->addStretch(1);
@@ -108,7 +104,7 @@ void PickColorFrame::AddPicking(QBoxLayout& layout) {
   m_fidelity->setToolTip(tr("Balances the LEDs when a color is picked, so that white looks white"));
   connect(m_fidelity, &QCheckBox::toggled, this, &PickColorFrame::colorFidelityChanged);
   auto* const line = new QHBoxLayout;
-  line->setSpacing(2 * kGrid);
+  line->setSpacing(kWide);
   line->addWidget(m_pick);
   line->addWidget(m_fidelity);
   line->addStretch(1);
@@ -150,7 +146,7 @@ void PickColorFrame::Open(QWidget& opener) {
     MoveInside(pos());
   } else {
     // Over the other half of the panel: the pulse that is edited stays in sight.
-    constexpr int kDistance = 2 * kGrid;
+    constexpr int kDistance = kWide;
     const int middle = opener.mapTo(parentWidget(), opener.rect().center()).x();
     const bool isLeft = middle < parentWidget()->width() / 2;
     const int x = isLeft ? parentWidget()->width() - width() - kDistance : kDistance;

@@ -12,6 +12,8 @@
 
 #include "core/base/Numbers.h"
 #include "core/base/PlainNumber.h"
+#include "ui/kit/HelpText.h"
+#include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -46,17 +48,14 @@ QIcon Swatch(const QColor& color, qreal ratio) {
 PulseFrame::PulseFrame(const Facts& facts, const kit::Pictures& pictures, QWidget* parent)
     : Card(parent),
       m_pictures(pictures),
-      m_state(new QLabel(this)),
+      m_state(
+          kit::MakeLabel(QLatin1String(facts.name) + QStringLiteral("State"), kit::TextStyle::Plain, QString(), this)),
       m_blade(new BladeView(this)),
       m_plot(new PulsePlot(this)) {
   setObjectName(QLatin1String(facts.name));
   setAccessibleName(facts.title);
   kit::SetHelpContext(*this, facts.help);
-  auto* const title = new QLabel(facts.title, this);
-  QFont bold = title->font();
-  bold.setBold(true);
-  title->setFont(bold);
-  m_state->setObjectName(QLatin1String(facts.name) + QStringLiteral("State"));
+  QLabel* const title = kit::MakeLabel(QString(), kit::TextStyle::Title, facts.title, this);
   // The theme's accent.
   m_state->setForegroundRole(QPalette::Link);
   m_state->setToolTip(tr("The board does not have this pulse yet"));
@@ -101,21 +100,20 @@ void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
 
 void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
   auto* const row = new QHBoxLayout;
-  row->setSpacing(kGrid + kGrid / 2);
+  row->setSpacing(kInset);
   for (const Box& field : facts.boxes) {
     auto* const box = new ValueBox(this);
     box->setObjectName(QLatin1String(field.name));
     box->setAccessibleName(field.purpose);
     box->setToolTip(field.purpose);
-    auto* const caption = new QLabel(field.caption, this);
+    QLabel* const caption = kit::MakeLabel(QString(), kit::TextStyle::Soft, field.caption, this);
     caption->setBuddy(box);
-    kit::Theme::MakeSoft(*caption);
     auto* const line = new QHBoxLayout;
-    line->setSpacing(kGrid / 2);
+    line->setSpacing(kHalf);
     line->addWidget(box, 1);
-    line->addWidget(new QLabel(field.unit, this));
+    line->addWidget(kit::MakeLabel(QString(), kit::TextStyle::Plain, field.unit, this));
     auto* const column = new QVBoxLayout;
-    column->setSpacing(kGrid / 4);
+    column->setSpacing(kHair);
     column->addWidget(caption);
     column->addLayout(line);
     row->addLayout(column, 1);
@@ -135,6 +133,7 @@ void PulseFrame::AddSend(const Facts& facts, QBoxLayout& layout) {
   m_send->setAccessibleName(facts.send.purpose);
   m_send->setIconSize({kPicture, kPicture});
   kit::Theme::MakePrimary(*m_send);
+  kit::SetHelp(*m_send, tr("Apply and Test"));
   connect(m_send, &QPushButton::clicked, this, &PulseFrame::sendRequested);
   auto* const row = new QHBoxLayout;
   row->addStretch(1);

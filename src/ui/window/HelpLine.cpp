@@ -3,7 +3,6 @@
 #include <QAccessible>
 #include <QEvent>
 #include <QMouseEvent>
-#include <array>
 #include <utility>
 
 #include "ui/kit/HelpText.h"
@@ -12,23 +11,6 @@
 namespace kestrin::ui::window {
 
 namespace {
-
-struct HoverText {
-  const char* control;
-  const char* text;
-};
-
-/// Of the controls that are not told their text where they are made.
-constexpr std::array<HoverText, 8> kHoverTexts{{
-    {"btnUpdateLED", "Update LED Configuration"},
-    {"btnSendFoc", "Apply and Test"},
-    {"btnSendPulse", "Apply and Test"},
-    {"Frame1", ""},
-    {"FrameFoc", ""},
-    {"frmLED", ""},
-    {"labelLED1", ""},
-    {"PickColor_frame", ""},
-}};
 
 bool IsGround(const QWidget& control) { return kit::HelpTextOf(control) == kit::PressF1(); }
 
@@ -52,13 +34,8 @@ HelpLine::HelpLine(QWidget* parent) : QLabel(kit::PressF1(), parent) {
 void HelpLine::Explain(QWidget& root) {
   QList<QWidget*> controls = root.findChildren<QWidget*>();
   controls.append(&root);
-  for (QWidget* const control : controls) {
-    for (const HoverText& row : kHoverTexts) {
-      if (control->objectName() != QLatin1String(row.control)) continue;
-      kit::SetHelp(*control, *row.text == '\0' ? kit::PressF1() : QString(row.text));
-    }
+  for (QWidget* const control : controls)
     if (!kit::HelpTextOf(*control).isEmpty()) Watch(*control);
-  }
 }
 
 void HelpLine::Watch(QWidget& control) {

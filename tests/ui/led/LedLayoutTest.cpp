@@ -43,13 +43,23 @@ class LedLayout : public LedPanelFixture {
   }
 };
 
-TEST_F(LedLayout, ASmallWindowHasTheCardsBelowOneAnotherAndNoScrollingSideways) {
+TEST_F(LedLayout, ASmallWindowScrollsNothingSideways) {
   Resize(800, 600);
   EXPECT_FALSE(Page().horizontalScrollBar()->isVisible());
   EXPECT_LE(Find<QWidget>("frmLED").width(), Page().viewport()->width());
+  EXPECT_GT(Place("btnUpdateLED").top(), Place("LEDcombo").bottom()) << "the driver's fields take two rows";
+  ExpectRoomForAll();
+}
+
+TEST_F(LedLayout, WithTextsAThirdLongerTheCardsStandBelowOneAnother) {
+  for (auto* const button : Find<QWidget>("frmLED").findChildren<QPushButton*>())
+    button->setText(button->text() + button->text().left((button->text().size() + 2) / 3));
+  Resize(800, 600);
+  EXPECT_FALSE(Page().horizontalScrollBar()->isVisible());
   EXPECT_GT(Place("FrameFoc").top(), Place("FrameIdle").bottom());
   EXPECT_EQ(Place("FrameFoc").left(), Place("FrameIdle").left());
   EXPECT_EQ(Place("FrameFoc").width(), Place("FrameIdle").width());
+  EXPECT_TRUE(Page().verticalScrollBar()->isVisible());
   ExpectRoomForAll();
 }
 
