@@ -36,6 +36,8 @@ struct Components {
 /// Gives the colour value that the platform's palette has for a system colour number (0 .. 0x7FFFFFFF).
 using SystemColorLookup = std::function<Color(std::int32_t number)>;
 
+// Colour dialogs answer with plain colour values: in the programs nobody asks for a system colour.
+
 /// The components of `sysColor`. A negative value names a system colour: its number, which is the value with bit 31
 /// cleared, is looked up through `getSysColor`; otherwise `getSysColor` is not called and may be empty.
 [[nodiscard]] Components SysToRGB(std::int32_t sysColor, const SystemColorLookup& getSysColor);

@@ -16,13 +16,14 @@ class ChannelLabel : public QLabel {
 
   /// The text's colour; 0 (black) for a channel that is not used.
   void ShowColor(core::led::Color color);
-  /// What the text stands on.
-  [[nodiscard]] QColor Ground() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  /// What the text stands on.
+  [[nodiscard]] QColor Ground() const;
+
   core::led::Color m_color = 0;
 };
 

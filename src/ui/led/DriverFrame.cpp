@@ -34,8 +34,7 @@ DriverFrame::DriverFrame(const kit::Pictures& pictures, QWidget* parent) : Card(
   column->addLayout(fields);
   AddType(*fields);
   AddChannels(*fields);
-  AddOverdrive(*fields);
-  AddUpdate(pictures, *fields);
+  AddUpdate(pictures, AddOverdrive(*fields));
   ShowOverdrive({});
 }
 
@@ -62,7 +61,7 @@ void DriverFrame::AddType(FlowRow& fields) {
   m_types->setAccessibleDescription(m_types->accessibleName());
   m_types->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   m_types->setMinimumContentsLength(10);
-  AddField(tr("LED Type"), m_types, fields, 3)->addWidget(m_types);
+  AddField(tr("LED Type"), m_types, fields, 1)->addWidget(m_types);
   connect(m_types, &QComboBox::activated, this, &DriverFrame::typeChosen);
 }
 
@@ -76,7 +75,7 @@ void DriverFrame::AddChannels(FlowRow& fields) {
   kit::SetHelpOfGround(*m_channels[0]);
 }
 
-void DriverFrame::AddOverdrive(FlowRow& fields) {
+QHBoxLayout& DriverFrame::AddOverdrive(FlowRow& fields) {
   m_overdrive = new QSlider(Qt::Horizontal, this);
   m_overdrive->setObjectName(QStringLiteral("OverdriveSlider"));
   m_overdrive->setAccessibleName(tr("Overdrive, in percent"));
@@ -92,22 +91,23 @@ void DriverFrame::AddOverdrive(FlowRow& fields) {
   const QString purpose = tr("How strongly the LED is driven; 100% is normal");
   m_overdrive->setToolTip(purpose);
   m_percent->setToolTip(purpose);
-  QHBoxLayout* const row = AddField(tr("Overdrive:"), m_overdrive, fields, 2);
+  QHBoxLayout* const row = AddField(tr("Overdrive:"), m_overdrive, fields, 1);
   row->addWidget(m_overdrive, 1);
   row->addWidget(m_percent);
   connect(m_overdrive, &QSlider::valueChanged, this, &DriverFrame::overdriveMoved);
   connect(m_percent, &QSpinBox::valueChanged, this, &DriverFrame::overdriveMoved);
+  return *row;
 }
 
-void DriverFrame::AddUpdate(const kit::Pictures& pictures, FlowRow& fields) {
+void DriverFrame::AddUpdate(const kit::Pictures& pictures, QHBoxLayout& row) {
   m_update = new QPushButton(tr("Update LED"), this);
   m_update->setObjectName(QStringLiteral("btnUpdateLED"));
   m_update->setAccessibleName(tr("Update LED: write LED type and overdrive to the board"));
   m_update->setIcon(pictures.Icon(QStringLiteral("UpdLED.bmp"), QStringLiteral("UpdLED_off.bmp")));
   m_update->setIconSize({kPicture, kPicture});
   kit::SetHelp(*m_update, tr("Update LED Configuration"));
-  // On a line with the others.
-  AddField(QString(), nullptr, fields, 0)->addWidget(m_update);
+  row.addSpacing(kGrid);
+  row.addWidget(m_update);
   connect(m_update, &QPushButton::clicked, this, &DriverFrame::updateRequested);
 }
 

@@ -47,8 +47,9 @@ class DriverFrame : public kit::Card {
  private:
   void AddType(FlowRow& fields);
   void AddChannels(FlowRow& fields);
-  void AddOverdrive(FlowRow& fields);
-  void AddUpdate(const kit::Pictures& pictures, FlowRow& fields);
+  /// Returns the row of it, for what else stands there.
+  QHBoxLayout& AddOverdrive(FlowRow& fields);
+  void AddUpdate(const kit::Pictures& pictures, QHBoxLayout& row);
   /// A caption over what stands in the row that is returned.
   [[nodiscard]] QHBoxLayout* AddField(const QString& caption, QWidget* buddy, FlowRow& fields, int stretch);
 

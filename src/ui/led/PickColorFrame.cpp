@@ -29,6 +29,16 @@ namespace {
 
 constexpr int kWidth = 380;
 
+/// The part of a control that can be seen: a page that scrolls shows less than all of it.
+QRect SeenOf(const QWidget& control) {
+  QRect seen = control.rect();
+  for (const QWidget* around = control.parentWidget(); around != nullptr; around = around->parentWidget()) {
+    seen &= QRect(control.mapFrom(around, QPoint(0, 0)), around->size());
+    if (around->isWindow()) break;
+  }
+  return seen;
+}
+
 }  // namespace
 
 PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
@@ -142,15 +152,15 @@ void PickColorFrame::SetSubject(const QString& subject) {
 void PickColorFrame::Open(QWidget& opener) {
   m_opener = &opener;
   adjustSize();
+  const QRect seen = SeenOf(*parentWidget());
   if (m_wasDragged) {
-    MoveInside(pos());
+    MoveInside(pos(), seen);
   } else {
     // Over the other half of the panel: the pulse that is edited stays in sight.
-    constexpr int kDistance = kWide;
     const int middle = opener.mapTo(parentWidget(), opener.rect().center()).x();
     const bool isLeft = middle < parentWidget()->width() / 2;
-    const int x = isLeft ? parentWidget()->width() - width() - kDistance : kDistance;
-    MoveInside({x, parentWidget()->height() - height() - kDistance});
+    const int x = isLeft ? parentWidget()->width() - width() - kWide : kWide;
+    MoveInside({x, seen.top() + seen.height() - height() - kWide}, seen);
   }
   show();
   raise();
@@ -236,10 +246,13 @@ void PickColorFrame::mouseMoveEvent(QMouseEvent* event) {
 
 void PickColorFrame::mouseReleaseEvent(QMouseEvent* /*event*/) { m_isDragged = false; }
 
-void PickColorFrame::MoveInside(const QPoint& place) {
-  const QSize room = parentWidget()->size();
-  move(std::clamp(place.x(), 0, std::max(0, room.width() - width())),
-       std::clamp(place.y(), 0, std::max(0, room.height() - height())));
+void PickColorFrame::MoveInside(const QPoint& place) { MoveInside(place, parentWidget()->rect()); }
+
+void PickColorFrame::MoveInside(const QPoint& place, const QRect& room) {
+  const int left = room.left();
+  const int top = room.top();
+  move(std::clamp(place.x(), left, std::max(left, left + room.width() - width())),
+       std::clamp(place.y(), top, std::max(top, top + room.height() - height())));
 }
 
 }  // namespace kestrin::ui::led

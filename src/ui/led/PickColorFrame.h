@@ -71,8 +71,9 @@ class PickColorFrame : public kit::Card {
   void AddPicking(QBoxLayout& layout);
   void AddButtons(QBoxLayout& layout);
   [[nodiscard]] QPushButton* MakeButton(const char* name, const QString& text, void (PickColorFrame::*signal)());
-  /// Moves it there, or as near as the panel allows.
+  /// Moves it there, or as near as the panel, or a part of it, allows.
   void MoveInside(const QPoint& place);
+  void MoveInside(const QPoint& place, const QRect& room);
 
   QLabel* m_subject = nullptr;
   BladeView* m_blade = nullptr;

@@ -47,20 +47,32 @@ TEST_F(LedLayout, ASmallWindowScrollsNothingSideways) {
   Resize(800, 600);
   EXPECT_FALSE(Page().horizontalScrollBar()->isVisible());
   EXPECT_LE(Find<QWidget>("frmLED").width(), Page().viewport()->width());
-  EXPECT_GT(Place("btnUpdateLED").top(), Place("LEDcombo").bottom()) << "the driver's fields take two rows";
   ExpectRoomForAll();
 }
 
-TEST_F(LedLayout, WithTextsAThirdLongerTheCardsStandBelowOneAnother) {
-  for (auto* const button : Find<QWidget>("frmLED").findChildren<QPushButton*>())
-    button->setText(button->text() + button->text().left((button->text().size() + 2) / 3));
+TEST_F(LedLayout, WhatDoesNotFitSideBySideStandsBelow) {
+  // In another language.
+  for (const char* const card : {"Frame1", "FrameIdle"})
+    for (auto* const label : Find<QWidget>(card).findChildren<QLabel*>())
+      if (label->buddy() != nullptr) label->setText("what this control is there for");
+  Find<QPushButton>("btnUpdateLED").setText("write type and overdrive to the board");
   Resize(800, 600);
+  ASSERT_GT(Find<QWidget>("FrameIdle").minimumSizeHint().width(), 400);
   EXPECT_FALSE(Page().horizontalScrollBar()->isVisible());
+  ASSERT_TRUE(Page().verticalScrollBar()->isVisible());
+  EXPECT_GT(Place("OverdriveSlider").top(), Place("LEDcombo").bottom());
   EXPECT_GT(Place("FrameFoc").top(), Place("FrameIdle").bottom());
   EXPECT_EQ(Place("FrameFoc").left(), Place("FrameIdle").left());
   EXPECT_EQ(Place("FrameFoc").width(), Place("FrameIdle").width());
-  EXPECT_TRUE(Page().verticalScrollBar()->isVisible());
   ExpectRoomForAll();
+  for (const int scrolled : {0, Page().verticalScrollBar()->maximum()}) {
+    Page().verticalScrollBar()->setValue(scrolled);
+    Click("btnPulseLow");
+    const auto& picker = Find<QWidget>("PickColor_frame");
+    const QRect shown(picker.mapTo(Page().viewport(), QPoint(0, 0)), picker.size());
+    EXPECT_TRUE(Page().viewport()->rect().contains(shown)) << "scrolled by " << scrolled;
+    Click("PickColorCancel");
+  }
 }
 
 TEST_F(LedLayout, AnOrdinaryWindowHasThemSideBySideAndNoScrollingAtAll) {
@@ -71,7 +83,7 @@ TEST_F(LedLayout, AnOrdinaryWindowHasThemSideBySideAndNoScrollingAtAll) {
     EXPECT_EQ(Place("FrameFoc").top(), Place("FrameIdle").top());
     EXPECT_EQ(Place("FrameFoc").height(), Place("FrameIdle").height());
     EXPECT_GT(Place("FrameFoc").left(), Place("FrameIdle").right());
-    EXPECT_EQ(Place("btnUpdateLED").bottom(), Place("LEDcombo").bottom()) << "all in one row";
+    EXPECT_LT(Place("OverdriveSlider").top(), Place("LEDcombo").bottom()) << "all in one row";
     ExpectRoomForAll();
   }
 }
