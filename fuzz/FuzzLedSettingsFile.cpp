@@ -23,12 +23,12 @@ bool AreEqual(const LED_Pulse& a, const LED_Pulse& b) {
   return a.Ton == b.Ton && a.Toff == b.Toff && a.Trise == b.Trise && a.Tfall == b.Tfall && a.NRep == b.NRep;
 }
 
-struct Pulses {
+struct BothPulses {
   LED_Pulse idle;
   LED_Pulse foc;
 };
 
-bool Read(const std::filesystem::path& path, Pulses& pulses) {
+bool Read(const std::filesystem::path& path, BothPulses& pulses) {
   LedSettingsFile file;
   auto valid = file.Open(path);
   if (valid) valid = file.ReadIdle(pulses.idle);
@@ -43,12 +43,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const MemoryFolder folder;
   const auto path = folder.Write("input.ldset", data, size);
   const auto saved = folder.Path() / "saved.ldset";
-  Pulses pulses;
+  BothPulses pulses;
   const bool valid = Read(path, pulses);
   if (valid) {
     // What was loaded can be saved, and loads back as the same.
     Require(static_cast<bool>(LedSettingsFile::Save(saved, pulses.idle, pulses.foc, kestrin::support::AnyDisk())));
-    Pulses again;
+    BothPulses again;
     Require(Read(saved, again));
     Require(AreEqual(pulses.idle, again.idle) && AreEqual(pulses.foc, again.foc));
   }
