@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "core/sound/LSU_SoundFile.h"
@@ -152,10 +151,8 @@ TEST(LSU_SoundFileRead, AFolderIsRejected) {
 TEST(LSU_SoundFileRead, MoreSamplesThanCanBeCountedAreRejectedWithoutReadingThemAll) {
   const TemporaryFolder folder;
   const auto path = WriteSoundFile(folder / "a.lsu", SomeSamples(100));
-  // A file with a hole: it takes no room on the disk.
-  std::error_code error;
-  std::filesystem::resize_file(path, 4 + 2 * (std::uintmax_t{1} << 31), error);
-  if (error) GTEST_SKIP() << "no file of that size can be made here: " << error.message();
+  // A file with a hole: it takes no room on the disk. A file system without such files fails the test.
+  std::filesystem::resize_file(path, 4 + 2 * (std::uintmax_t{1} << 31));
   LSU_SoundFile file;
   EXPECT_FALSE(file.ReadFile(path, [] { FAIL() << "it was read"; }));
   EXPECT_EQ(file.NrOfSamples(), 0);
