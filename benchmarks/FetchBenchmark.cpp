@@ -19,7 +19,7 @@
 #include "core/update/HttpRequest.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
-#include "rig/net/ScriptedServer.h"
+#include "support/ScriptedServer.h"
 
 namespace kestrin::platform::net {
 namespace {

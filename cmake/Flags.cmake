@@ -35,3 +35,8 @@ if(KESTRIN_SANITIZE)
   endif()
   target_link_options(kestrin_flags INTERFACE -fsanitize=${KESTRIN_SANITIZE})
 endif()
+
+# With this, ccache also keeps what was compiled with headers compiled ahead.
+if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(kestrin_flags INTERFACE -fpch-preprocess)
+endif()

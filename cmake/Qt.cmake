@@ -14,22 +14,20 @@ if(NOT Qt6_FOUND)
 endif()
 set(KESTRIN_WITH_WINDOW ON)
 
+# The headers that nearly every source of the window reads, compiled ahead once for all of its libraries.
+set(KESTRIN_QT_HEADERS
+  <QAction> <QApplication> <QHBoxLayout> <QKeyEvent> <QLabel> <QMenu> <QMouseEvent> <QPainter> <QPainterPath> <QPushButton>
+  <QSlider> <QString> <QStyle> <QTimer> <QToolButton> <QUrl> <QVBoxLayout> <QWidget>)
+add_library(kestrin_qt_headers STATIC ${CMAKE_CURRENT_LIST_DIR}/Headers.cpp)
+target_link_libraries(kestrin_qt_headers PRIVATE kestrin_flags Qt6::Widgets)
+target_precompile_headers(kestrin_qt_headers PRIVATE ${KESTRIN_QT_HEADERS}
+  <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <memory> <optional> <string> <vector>)
+
 # kestrin_qt_library(NAME SOURCES file... [LINK library...] [PRIVATE_LINK library...])
 # A static library whose classes may have signals and slots.
 function(kestrin_qt_library name)
   kestrin_library(${name} ${ARGN})
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(${name} PUBLIC Qt6::Widgets)
-endfunction()
-
-# kestrin_ui_test(NAME SOURCES file... [LINK library...])
-# A GoogleTest program around one QApplication; it needs no display.
-function(kestrin_ui_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
-  add_executable(${name} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/QtMain.cpp)
-  set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  kestrin_test_options(${name})
-  target_link_libraries(${name} PRIVATE kestrin_flags ${arg_LINK} Qt6::Widgets GTest::gmock)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  target_precompile_headers(${name} REUSE_FROM kestrin_qt_headers)
 endfunction()

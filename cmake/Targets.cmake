@@ -19,29 +19,3 @@ function(kestrin_library name)
   target_link_libraries(${name} PRIVATE ${arg_PRIVATE_LINK})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
 endfunction()
-
-# What every test program is compiled with: its own code unoptimised, which takes half the time to build and hardly longer
-# to run, since what it tests lies in the libraries.
-function(kestrin_test_options name)
-  target_include_directories(${name} PRIVATE
-    ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/src/core ${PROJECT_SOURCE_DIR}/tests)
-  if(NOT MSVC)
-    target_compile_options(${name} PRIVATE -O0)
-  endif()
-  # Either way the test framework's headers are read once for a program, not once for each of its files.
-  if(KESTRIN_UNITY)
-    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 20)
-  else()
-    target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
-  endif()
-endfunction()
-
-# kestrin_test(NAME SOURCES file... [LINK library...])
-# A GoogleTest program; every test case in it is known to ctest. Sources may include "support/..." from tests/.
-function(kestrin_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
-  add_executable(${name} ${arg_SOURCES})
-  kestrin_test_options(${name})
-  target_link_libraries(${name} PRIVATE kestrin_flags ${arg_LINK} GTest::gmock GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
-endfunction()

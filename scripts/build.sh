@@ -7,7 +7,10 @@ configure() {  # PRESET [cmake options]
   local preset="$1"
   shift
   local -a options=("$@")
-  if command -v ccache >/dev/null; then options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi
+  # It keeps what is compiled with headers compiled ahead only when told that their macros and dates need no look.
+  if command -v ccache >/dev/null; then
+    options+=("-DCMAKE_CXX_COMPILER_LAUNCHER=env;CCACHE_SLOPPINESS=pch_defines,time_macros;ccache")
+  fi
   # A build folder that came along when the project was copied or moved belongs to another place.
   local cache="$project/build/$preset/CMakeCache.txt"
   if [ -e "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$cache"; then options+=(--fresh); fi

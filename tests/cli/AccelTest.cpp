@@ -1,5 +1,5 @@
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

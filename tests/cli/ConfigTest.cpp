@@ -1,6 +1,6 @@
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
 #include "support/ReferenceCoder.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

@@ -1,8 +1,8 @@
 #include <cstdlib>
 
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
 #include "support/ReferenceCoder.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {
@@ -138,7 +138,7 @@ TEST_F(DownloadTest, AFileThatIsTooLoudIsRefusedBeforeAnythingIsSent) {
   const Json document = RunOnBoard(1, {"download", set.configuration.string()});
   EXPECT_EQ(document["outcome"], "incomplete");
   const std::string information = document["information"];
-  EXPECT_NE(information.find("impact1.lsu"), std::string::npos) << information;
+  EXPECT_NE(information.find("impact 1.lsu"), std::string::npos) << information;
   EXPECT_EQ(Flash(), "");
 }
 

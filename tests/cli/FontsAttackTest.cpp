@@ -6,7 +6,7 @@
 #include <future>
 
 #include "FontsFixture.h"
-#include "rig/net/RawClient.h"
+#include "support/RawClient.h"
 #include "support/Watched.h"
 
 namespace kestrin::support {

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "KestrinctlTest.h"
 #include "core/base/PathText.h"
+#include "support/KestrinctlTest.h"
 
 namespace kestrin::support {
 

@@ -9,7 +9,7 @@
 
 #include "FontsFixture.h"
 #include "core/update/FontAnswers.h"
-#include "rig/net/ScriptedServer.h"
+#include "support/ScriptedServer.h"
 #include "support/Watched.h"
 
 namespace kestrin::support {

@@ -13,9 +13,9 @@
 #include <thread>
 
 #include "FontsFixture.h"
-#include "SoundSet.h"
 #include "core/base/PathText.h"
-#include "rig/net/ScriptedServer.h"
+#include "support/ScriptedServer.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

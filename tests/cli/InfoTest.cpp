@@ -1,4 +1,4 @@
-#include "KestrinctlTest.h"
+#include "support/KestrinctlTest.h"
 
 namespace kestrin::support {
 namespace {

@@ -6,9 +6,9 @@
 #include <csignal>
 #include <thread>
 
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
 #include "cli/CommandFailure.h"
+#include "support/KestrinctlTest.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

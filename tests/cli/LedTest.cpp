@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "KestrinctlTest.h"
+#include "support/KestrinctlTest.h"
 
 namespace kestrin::support {
 namespace {

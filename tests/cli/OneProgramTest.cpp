@@ -3,8 +3,8 @@
 
 #include <csignal>
 
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

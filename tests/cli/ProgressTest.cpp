@@ -2,8 +2,8 @@
 #include <regex>
 #include <sstream>
 
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

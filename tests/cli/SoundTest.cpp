@@ -1,8 +1,8 @@
 #include <sys/stat.h>
 
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
 #include "support/ReferenceCoder.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

@@ -1,7 +1,7 @@
 #include <csignal>
 
-#include "KestrinctlTest.h"
-#include "SoundSet.h"
+#include "support/KestrinctlTest.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::support {
 namespace {

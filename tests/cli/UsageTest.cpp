@@ -1,6 +1,6 @@
 #include <tuple>
 
-#include "KestrinctlTest.h"
+#include "support/KestrinctlTest.h"
 
 namespace kestrin::support {
 namespace {

@@ -9,14 +9,14 @@
 #include <utility>
 #include <vector>
 
-#include "cli/KestrinctlTest.h"
 #include "core/sound/ConfigurationFile.h"
 #include "rig/MockBoard.h"
 #include "rig/MockHost.h"
 #include "simulator/VirtualBoard.h"
-#include "support/CompleteSet.h"
+#include "support/KestrinctlTest.h"
 #include "support/RecordingDisk.h"
 #include "support/ReferenceCoder.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::rig {
 

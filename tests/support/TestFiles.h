@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -26,7 +24,7 @@ class TemporaryFolder {
     do {
       // The clock keeps test programs that run at the same time apart; create_directory tells when it did not.
       const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
-      m_path = std::filesystem::path(::testing::TempDir()) /
+      m_path = std::filesystem::temp_directory_path() /
                ("kestrin test " + std::to_string(ticks) + "-" + std::to_string(++number));
     } while (!std::filesystem::create_directories(m_path));
   }

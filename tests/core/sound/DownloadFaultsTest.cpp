@@ -10,12 +10,12 @@
 #include "core/device/DeviceSession.h"
 #include "core/sound/Download.h"
 #include "simulator/SimulatedAgent.h"
-#include "support/CompleteSet.h"
 #include "support/FakeClock.h"
 #include "support/MemoryKeptParameters.h"
 #include "support/QuietSessionView.h"
 #include "support/RecordingDownloadView.h"
 #include "support/ReferenceCoder.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::core::sound {
 namespace {

@@ -5,10 +5,10 @@
 
 #include "core/sound/Download.h"
 #include "support/AnsweringBoard.h"
-#include "support/CompleteSet.h"
 #include "support/FakeClock.h"
 #include "support/MemoryKeptParameters.h"
 #include "support/RecordingDownloadView.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::core::sound {
 

@@ -69,13 +69,14 @@ TEST_F(LSU_ConfigurationLayout, StreamsFollowOneAnotherFrom512WithOneByteBetween
 }
 
 TEST_F(LSU_ConfigurationLayout, EachFileIsCodedAtItsOwnVolume) {
-  FillEverySlot(m_configuration, m_folder, 2);
+  const support::SoundSet written = FillEverySlot(m_configuration, m_folder, 2);
   std::int16_t volume = 10;
   for (const SlotFile& entry : m_configuration.FilesInFlashOrder()) entry.file->SetVolume(volume++);
   MakeMap();
+  ASSERT_EQ(m_configuration.FilesInFlashOrder().size(), written.sounds.size());
   volume = 10;
   for (const SlotFile& entry : m_configuration.FilesInFlashOrder()) {
-    const auto samples = support::SomeSamples(static_cast<std::size_t>(entry.file->NrOfSamples()));
+    const auto& samples = written.sounds[static_cast<std::size_t>(volume - 10)].samples;
     std::vector<std::uint8_t> stream;
     ASSERT_TRUE(entry.file->GetBytes(stream, 0, static_cast<std::size_t>(entry.file->NrOfBytes())));
     EXPECT_EQ(stream, support::ReferenceStream(samples, 20000, volume)) << volume;

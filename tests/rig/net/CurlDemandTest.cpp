@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/net/CurlTransfer.h"
-#include "rig/net/ScriptedServer.h"
 #include "support/FakeClock.h"
+#include "support/ScriptedServer.h"
 
 namespace kestrin::support {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <ostream>
 
-#include "rig/net/ScriptedServer.h"
+#include "support/ScriptedServer.h"
 
 namespace kestrin::support {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "rig/net/RawClient.h"
 #include "support/FakeClock.h"
+#include "support/RawClient.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::platform::net {

@@ -6,7 +6,7 @@
 #include "core/update/FontStore.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
-#include "rig/net/ScriptedServer.h"
+#include "support/ScriptedServer.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::support {

@@ -15,10 +15,10 @@
 #include <thread>
 #include <vector>
 
-#include "PrivateSoundService.h"
 #include "core/sound/LSU_SoundFile.h"
 #include "platform/desktop/WavFile.h"
 #include "support/FakeClock.h"
+#include "support/PrivateSoundService.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::support {

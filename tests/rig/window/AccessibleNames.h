@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "cli/KestrinctlTest.h"
 #include "rig/window/ProgramFolder.h"
 #include "rig/window/WindowProgram.h"
+#include "support/KestrinctlTest.h"
 
 namespace kestrin::rig {
 

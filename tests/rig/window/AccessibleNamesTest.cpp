@@ -1,7 +1,7 @@
 #include "core/sound/ConfigurationFile.h"
 #include "rig/window/AccessibleNames.h"
-#include "support/CompleteSet.h"
 #include "support/RecordingDisk.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::rig {
 namespace {
@@ -17,7 +17,7 @@ TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
   support::WriteSoundFile(m_folder / "sound.lsu", support::SomeSamples(9600));
   Start(m_folder / "my saber.lscfg");
   window.Await("label", "my saber");
-  window.ClickItem("Motion sounds", "Motion 1: motion4.lsu, 0.1 s");
+  window.ClickItem("Motion sounds", "Motion 1: motion 1.lsu, 0.1 s");
   window.Await("label", "Motion 1");
   window.Await("list", "Folders");
   window.AwaitItem("Folders", "folder");
@@ -36,25 +36,25 @@ TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
                                                {"list", "Sound files"},
                                                {"radio button", "Add sounds to Boot"},
                                                {"list", "Boot sound"},
-                                               {"list item", "Boot: boot0.lsu"},
+                                               {"list item", "Boot: boot.lsu"},
                                                {"radio button", "Add sounds to Power On"},
                                                {"list", "Power On sound"},
-                                               {"list item", "Power On: pwron1.lsu"},
+                                               {"list item", "Power On: pwron.lsu"},
                                                {"radio button", "Add sounds to Power Off"},
                                                {"list", "Power Off sound"},
-                                               {"list item", "Power Off: pwroff2.lsu"},
+                                               {"list item", "Power Off: pwroff.lsu"},
                                                {"radio button", "Add sounds to Idle"},
                                                {"list", "Idle sound"},
-                                               {"list item", "Idle: idle3.lsu"},
+                                               {"list item", "Idle: idle.lsu"},
                                                {"radio button", "Add sounds to Motion"},
                                                {"list", "Motion sounds"},
-                                               {"list item", "Motion 1: motion4.lsu"},
+                                               {"list item", "Motion 1: motion 1.lsu"},
                                                {"radio button", "Add sounds to Impact"},
                                                {"list", "Impact sounds"},
-                                               {"list item", "Impact 1: impact5.lsu"},
+                                               {"list item", "Impact 1: impact 1.lsu"},
                                                {"radio button", "Add sounds to Lock-up"},
                                                {"list", "Lock-up sounds"},
-                                               {"list item", "Lock-up 1: lockup6.lsu"},
+                                               {"list item", "Lock-up 1: lockup 1.lsu"},
                                                {"push button", "Play"},
                                                {"slider", "Volume of the selected sound, in percent"}}));
     // The name of a list that opens is what is chosen in it.

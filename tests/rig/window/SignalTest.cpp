@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "cli/KestrinctlTest.h"
 #include "core/sound/ConfigurationFile.h"
 #include "rig/window/ProgramFolder.h"
 #include "rig/window/WindowProgram.h"
-#include "support/CompleteSet.h"
+#include "support/KestrinctlTest.h"
 #include "support/RecordingDisk.h"
+#include "support/SoundSet.h"
 
 namespace kestrin::rig {
 namespace {

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/ChildProcess.h"
 #include "rig/window/AccessibilityBus.h"
 #include "rig/window/Person.h"
 #include "rig/window/PrivateDesktop.h"
+#include "support/ChildProcess.h"
 
 namespace kestrin::rig {
 

@@ -24,6 +24,7 @@
 #include "support/FakeClock.h"
 #include "support/MemoryKeptParameters.h"
 #include "support/RecordingDisk.h"
+#include "support/SoundSet.h"
 #include "support/TestFiles.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/FakeDialogs.h"
@@ -145,16 +146,10 @@ class MainFixture : public testing::Test {
 
   /// A set file with one sound in every slot.
   std::filesystem::path CompleteSet(std::size_t samplesEach = 100) {
-    std::string text;
-    unsigned seed = 1;
-    const auto add = [&](const std::string& keyword) {
-      const std::string name = "s" + std::to_string(seed) + ".lsu";
-      text += keyword + "\r\n" + core::base::TextOf(Sound(name, samplesEach, seed)) + "\r\n 100\r\n";
-      ++seed;
-    };
-    for (const char* const keyword : {"BOOT", "PWRON", "PWROFF", "IDLE", "MOTION-1", "IMPACT-1", "LOCKUP-1"})
-      add(keyword);
-    return support::WriteBytes(folder / "complete.lscfg", text);
+    support::SoundSet set(folder.Path());
+    for (const core::sound::Slot& slot : core::sound::kSlots)
+      set.Add(slot.kind, samplesEach, {.name = "s" + std::to_string(set.sounds.size() + 1) + ".lsu"});
+    return set.WriteConfiguration("complete.lscfg");
   }
 
   support::TemporaryFolder folder;

@@ -1,4 +1,4 @@
-#include "PrivateSoundService.h"
+#include "support/PrivateSoundService.h"
 
 #include <gtest/gtest.h>
 #include <pulse/simple.h>

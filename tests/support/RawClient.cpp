@@ -1,4 +1,4 @@
-#include "rig/net/RawClient.h"
+#include "support/RawClient.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

@@ -1,4 +1,4 @@
-#include "rig/net/ScriptedServer.h"
+#include "support/ScriptedServer.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>

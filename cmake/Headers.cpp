@@ -1,0 +1,1 @@
+// A target that only compiles headers ahead, for others, needs a source nevertheless.
