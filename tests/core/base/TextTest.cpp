@@ -34,24 +34,24 @@ TEST(LastPathPiece, StandsBehindEitherSeparator) {
 }
 
 TEST(Shown, MakesControlCharactersHarmless) {
-  struct Row {
+  struct Case {
     std::string_view text;
     std::string_view shown;
   };
   using namespace std::string_view_literals;
-  for (const Row& row : {Row{"", ""},
-                         {"/home/me/my saber.lscfg", "/home/me/my saber.lscfg"},
-                         {"a\x1B[31mb\x1B]0;title\x07", "a?[31mb?]0;title?"},
-                         {"\0\x01\x1F\x20\x7E\x7F"sv, "???\x20\x7E?"},
-                         {"line\r\nbreak\ttab", "line??break?tab"},
-                         // U+0080 and U+009F are the ends of the late control characters, U+00A0 and U+00BF are none.
-                         {"\u0080\u009B\u009F\u00A0\u00BF", "???\u00A0\u00BF"},
-                         {"gr\u00FC\u00DFe \u58F0 \U0001F5E1", "gr\u00FC\u00DFe \u58F0 \U0001F5E1"},
-                         // No UTF-8: what a terminal of one byte a character takes for commands goes, letters stay.
-                         {"\x9B[2J\xE4\x80", "?[2J\xE4?"},
-                         {"\xC2", "\xC2"},
-                         {"\xC0\x9B\xE0\x9B\xF0\x9F\x97", "\xC0?\xE0?\xF0??"},
-                         {"\xE5\xA3\x1B", "\xE5\xA3?"}})
+  for (const Case& row : {Case{"", ""},
+                          {"/home/me/my saber.lscfg", "/home/me/my saber.lscfg"},
+                          {"a\x1B[31mb\x1B]0;title\x07", "a?[31mb?]0;title?"},
+                          {"\0\x01\x1F\x20\x7E\x7F"sv, "???\x20\x7E?"},
+                          {"line\r\nbreak\ttab", "line??break?tab"},
+                          // U+0080 and U+009F are the ends of the late control characters, U+00A0 and U+00BF are none.
+                          {"\u0080\u009B\u009F\u00A0\u00BF", "???\u00A0\u00BF"},
+                          {"gr\u00FC\u00DFe \u58F0 \U0001F5E1", "gr\u00FC\u00DFe \u58F0 \U0001F5E1"},
+                          // No UTF-8: what a terminal of one byte a character takes for commands goes, letters stay.
+                          {"\x9B[2J\xE4\x80", "?[2J\xE4?"},
+                          {"\xC2", "\xC2"},
+                          {"\xC0\x9B\xE0\x9B\xF0\x9F\x97", "\xC0?\xE0?\xF0??"},
+                          {"\xE5\xA3\x1B", "\xE5\xA3?"}})
     EXPECT_EQ(Shown(row.text), row.shown) << row.text;
 }
 
