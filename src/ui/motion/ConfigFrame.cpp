@@ -73,8 +73,8 @@ QPushButton* MakeButton(const char* name, const QString& text, QWidget& parent) 
 
 ConfigFrame::ConfigFrame(QWidget* parent) : Card(parent) {
   setObjectName("ConfigFrame");
-  setWindowTitle(kCaption);
-  setAccessibleName(kCaption);
+  setWindowTitle(tr(kCaption));
+  setAccessibleName(tr(kCaption));
   MakeLayout();
   ShowFactoryDefaults();
   for (Row& row : m_rows) row.unmoved = row.slider->value();
@@ -170,7 +170,7 @@ void ConfigFrame::AddRow(QGridLayout& grid, int line, std::size_t index) {
   Row& row = m_rows[index];
   row.slider = new ParameterSlider(parameter.minimum, parameter.maximum, parameter.step, names.round, group);
   row.slider->setObjectName(names.slider);
-  row.slider->setAccessibleName(Text(parameter.caption) + ", " + Text(parameter.group));
+  row.slider->setAccessibleName(tr("%1, %2").arg(Text(parameter.caption), Text(parameter.group)));
   row.slider->setPageStep(kLargeStep);
   auto* const caption = kit::MakeLabel("", kit::TextStyle::Plain, Text(parameter.caption), group);
   caption->setBuddy(row.slider);
@@ -188,10 +188,10 @@ void ConfigFrame::AddRow(QGridLayout& grid, int line, std::size_t index) {
 }
 
 QBoxLayout* ConfigFrame::MakeButtons() {
-  auto* const send = MakeButton("SendCmdBtn", "SEND Configuration", *this);
+  auto* const send = MakeButton("SendCmdBtn", tr("SEND Configuration"), *this);
   kit::Theme::MakePrimary(*send);
-  auto* const defaults = MakeButton("DefaultBtn", "Factory Default", *this);
-  auto* const close = MakeButton("CloseCfgBtn", "CLOSE Window", *this);
+  auto* const defaults = MakeButton("DefaultBtn", tr("Factory Default"), *this);
+  auto* const close = MakeButton("CloseCfgBtn", tr("CLOSE Window"), *this);
   auto* const buttons = new QHBoxLayout;
   buttons->setContentsMargins(0, 0, kScrollRoom, 0);
   buttons->setSpacing(kGrid);

@@ -26,7 +26,7 @@ class ConfigFrame : public kit::Card {
   Q_OBJECT
 
  public:
-  static constexpr const char* kCaption = "Acceleration Sensor Configuration";
+  static constexpr const char* kCaption = QT_TR_NOOP("Acceleration Sensor Configuration");
 
   /// What becomes of sliders that the person has moved.
   enum class Moved { Replace, Stay };

@@ -11,6 +11,7 @@
 
 #include "ui/kit/Grid.h"
 #include "ui/kit/Labels.h"
+#include "ui/kit/PathText.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/sound/PlayIcon.h"
@@ -33,8 +34,8 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   m_play->setObjectName(QStringLiteral("PlayBtn"));
   m_volume->setObjectName(QStringLiteral("VolSlider"));
   m_waveform->setObjectName(QStringLiteral("Waveform"));
-  m_volume->setAccessibleName(QStringLiteral("Volume of the selected sound, in percent"));
-  m_waveform->setAccessibleName(QStringLiteral("Waveform of the selected sound"));
+  m_volume->setAccessibleName(tr("Volume of the selected sound, in percent"));
+  m_waveform->setAccessibleName(tr("Waveform of the selected sound"));
 
   kit::SetHelpContext(*this, kit::HelpContext::Volume);
   kit::SetHelpContext(*m_play, kit::HelpContext::Preview);
@@ -89,9 +90,9 @@ void DetailPanel::ShowPlace(const core::sound::SoundPlace& place) {
   }
   m_place = place;
   QString where = PlaceTitle(place);
-  if (m_count > 1) where = QStringLiteral("%1 and %2 more").arg(where).arg(m_count - 1);
+  if (m_count > 1) where = tr("%1 and %2 more").arg(where, QString::number(m_count - 1));
   if (const core::sound::MissingSound* const missing = set.AllMissing().At(place)) {
-    ShowSound(missing->path, where + QStringLiteral(", missing"));
+    ShowSound(missing->path, tr("%1, missing").arg(where));
     ShowVolume(missing->volume);
   } else {
     ShowSound(set.At(place).FileNameAndPath(), where);
@@ -118,9 +119,9 @@ void DetailPanel::ShowSound(const std::filesystem::path& path, const QString& wh
   m_path = path;
   // A long name gives way to the controls; the tool tip has all of it.
   constexpr int kWidestName = 200;
-  m_name->setText(path.empty() ? QStringLiteral("No sound selected")
+  m_name->setText(path.empty() ? tr("No sound selected")
                                : m_name->fontMetrics().elidedText(FileName(path), Qt::ElideMiddle, kWidestName));
-  m_name->setToolTip(TextFrom(path));
+  m_name->setToolTip(kit::TextOf(path));
   m_where->setText(where);
   m_where->setVisible(!where.isEmpty());
   m_waveform->Show(IsMissing() ? std::filesystem::path() : path);
@@ -138,7 +139,7 @@ void DetailPanel::ShowVolume(int percent) {
   m_volume->setEnabled(isUsable);
   m_volumeLabel->setEnabled(isUsable);
   m_percent->setEnabled(isUsable);
-  m_percent->setText(m_place ? QString::number(percent) + QStringLiteral(" %") : QString());
+  m_percent->setText(m_place ? tr("%1 %").arg(percent) : QString());
   m_waveform->SetVolume(percent);
 }
 
@@ -150,13 +151,12 @@ void DetailPanel::SetPlaying(const std::filesystem::path& path) {
 void DetailPanel::ShowPlayButton() {
   const bool isPlaying = !m_playing.empty();
   const bool locates = !isPlaying && IsMissing();
-  m_play->setText(isPlaying ? QStringLiteral("Stop") : QStringLiteral("Play"));
-  m_play->setToolTip(isPlaying ? QStringLiteral("Stop playing (Escape)")
-                               : QStringLiteral("Play the selected sound (Space)"));
+  m_play->setText(isPlaying ? tr("Stop") : tr("Play"));
+  m_play->setToolTip(isPlaying ? tr("Stop playing (Escape)") : tr("Play the selected sound (Space)"));
   m_play->setIcon(PlayIcon(isPlaying, palette(), devicePixelRatioF()));
   if (locates) {
-    m_play->setText(QStringLiteral("Locate ..."));
-    m_play->setToolTip(QStringLiteral("Show the program where this sound is (Enter)"));
+    m_play->setText(tr("Locate ..."));
+    m_play->setToolTip(tr("Show the program where this sound is (Enter)"));
     m_play->setIcon({});
   }
   m_play->setEnabled(isPlaying || (!m_path.empty() && !(locates && m_actions.IsBusy())));

@@ -4,7 +4,6 @@
 #include <QFileSystemWatcher>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QSet>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
@@ -12,11 +11,13 @@
 #include <algorithm>
 #include <initializer_list>
 #include <memory>
+#include <set>
 
 #include "ui/kit/Grid.h"
 #include "ui/kit/HintLabel.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/LatestJob.h"
+#include "ui/kit/PathText.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/sound/DriveList.h"
 #include "ui/sound/FileListModel.h"
@@ -43,15 +44,15 @@ bool IsWithin(const fs::path& folder, const fs::path& drive) {
 /// Shows the entries. The ones that stay keep their selection, and the keyboard and the view their place.
 void ShowKeepingPlace(SoundListView& list, FileListModel& model, std::vector<FolderEntry> entries) {
   if (model.Entries() == entries) return;
-  QSet<QString> chosen;
-  for (const int row : list.SelectedRows()) chosen.insert(model.At(row).name);
-  const QString current = list.currentIndex().data().toString();
+  std::set<fs::path> chosen;
+  for (const int row : list.SelectedRows()) chosen.insert(model.At(row).path);
+  const fs::path current = list.currentIndex().isValid() ? model.At(list.currentIndex().row()).path : fs::path();
   model.Show(std::move(entries));
   QList<int> selected;
   int keyboard = -1;
   for (int row = 0; row < model.rowCount(); ++row) {
-    if (chosen.contains(model.At(row).name)) selected.append(row);
-    if (model.At(row).name == current) keyboard = row;
+    if (chosen.contains(model.At(row).path)) selected.append(row);
+    if (model.At(row).path == current) keyboard = row;
   }
   list.Place(selected, keyboard);
 }
@@ -78,12 +79,12 @@ FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
   m_dirList->setObjectName(QStringLiteral("DirList"));
   m_fileList->setObjectName(QStringLiteral("FileList"));
   m_hint->setObjectName(QStringLiteral("HintLabel"));
-  m_driveList->setAccessibleName(QStringLiteral("Drive"));
+  m_driveList->setAccessibleName(tr("Drive"));
   // Some systems tell the chosen drive as the name.
-  m_driveList->setAccessibleDescription(QStringLiteral("Drive"));
-  m_up->setAccessibleName(QStringLiteral("Folder above"));
-  m_dirList->setAccessibleName(QStringLiteral("Folders"));
-  m_fileList->setAccessibleName(QStringLiteral("Sound files"));
+  m_driveList->setAccessibleDescription(tr("Drive"));
+  m_up->setAccessibleName(tr("Folder above"));
+  m_dirList->setAccessibleName(tr("Folders"));
+  m_fileList->setAccessibleName(tr("Sound files"));
   m_dirList->setModel(m_folders);
   m_fileList->setModel(m_files);
   m_dirList->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -107,7 +108,7 @@ FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
   m_readAgain->setInterval(kBurstMilliseconds);
   connect(m_watcher, &QFileSystemWatcher::directoryChanged, m_readAgain, qOverload<>(&QTimer::start));
   connect(m_readAgain, &QTimer::timeout, this, &FileExplorer::Read);
-  auto* refresh = new QAction(QStringLiteral("Read the folder again"), this);
+  auto* refresh = new QAction(tr("Read the folder again"), this);
   refresh->setShortcut(QKeySequence::Refresh);
   refresh->setShortcutContext(Qt::WidgetWithChildrenShortcut);
   connect(refresh, &QAction::triggered, this, &FileExplorer::Read);
@@ -118,7 +119,7 @@ void FileExplorer::MakeLayout() {
   auto* title = kit::MakeLabel("", kit::TextStyle::Title, tr("Sounds on this computer"), this);
   title->setWordWrap(true);
   m_up->setArrowType(Qt::UpArrow);
-  m_up->setToolTip(QStringLiteral("Go to the folder above (Backspace in the folder list)"));
+  m_up->setToolTip(tr("Go to the folder above (Backspace in the folder list)"));
   m_up->setFocusPolicy(Qt::TabFocus);
   // As high as its lines; the lists give way.
   QSizePolicy pathPolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
@@ -127,7 +128,7 @@ void FileExplorer::MakeLayout() {
   kit::SetTextStyle(*m_path, kit::TextStyle::Soft);
   kit::SetTextStyle(*m_hint, kit::TextStyle::Soft);
   m_driveList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  m_dirList->SetEmptyText(QStringLiteral("No folders in here"));
+  m_dirList->SetEmptyText(tr("No folders in here"));
 
   auto* where = new QHBoxLayout;
   where->setSpacing(kit::kHalf);
@@ -161,7 +162,7 @@ void FileExplorer::FillDrives() {
   m_driveList->clear();
   for (const kit::Drive& drive : m_drives) {
     if (drive.label == shown.label && drive.path == shown.path) current = m_driveList->count();
-    m_driveList->addItem(TextFrom(std::string_view(drive.label)));
+    m_driveList->addItem(QString::fromStdString(drive.label));
   }
   m_driveList->setCurrentIndex(current);
 }
@@ -184,16 +185,16 @@ void FileExplorer::SetFolder(const fs::path& folder) {
 
 void FileExplorer::Open(const fs::path& folder) {
   if (folder.empty()) return;
-  if (!m_folder.empty()) m_watcher->removePath(TextFrom(m_folder));
+  if (!m_folder.empty()) m_watcher->removePath(kit::TextOf(m_folder));
   m_folder = folder;
-  m_watcher->addPath(TextFrom(folder));
-  m_path->setText(TextFrom(folder));
-  m_path->setToolTip(TextFrom(folder));
+  m_watcher->addPath(kit::TextOf(folder));
+  m_path->setText(kit::TextOf(folder));
+  m_path->setToolTip(kit::TextOf(folder));
   m_up->setEnabled(folder.has_parent_path() && folder.parent_path() != folder);
   // What the folder before held must not be taken for this one's.
   m_folders->Show({});
   m_files->Show({});
-  m_fileList->SetEmptyText(QStringLiteral("Reading the folder ..."));
+  m_fileList->SetEmptyText(tr("Reading the folder ..."));
   Read();
 }
 
@@ -218,8 +219,8 @@ void FileExplorer::Read() {
 }
 
 void FileExplorer::Show(FolderContents& contents) {
-  m_fileList->SetEmptyText(contents.complete ? QStringLiteral("No sound files (.lsu) in this folder")
-                                             : QStringLiteral("This folder cannot be read"));
+  m_fileList->SetEmptyText(contents.complete ? tr("No sound files (.lsu) in this folder")
+                                             : tr("This folder cannot be read"));
   // Reading the same folder again leaves the person where they were.
   ShowKeepingPlace(*m_dirList, *m_folders, std::move(contents.folders));
   ShowKeepingPlace(*m_fileList, *m_files, std::move(contents.sounds));

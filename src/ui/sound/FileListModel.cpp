@@ -3,6 +3,7 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "ui/kit/PathText.h"
 #include "ui/sound/SoundRowDelegate.h"
 #include "ui/sound/SoundTexts.h"
 
@@ -40,7 +41,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return entry.name;
     case Qt::ToolTipRole:
-      return TextFrom(entry.path);
+      return kit::TextOf(entry.path);
     case SoundRowDelegate::kTimeRole:
       return isSound ? duration() : QString();
     case SoundRowDelegate::kSizeRole:
@@ -63,7 +64,7 @@ QStringList FileListModel::mimeTypes() const { return {QStringLiteral("text/uri-
 
 QMimeData* FileListModel::mimeData(const QModelIndexList& indexes) const {
   QList<QUrl> urls;
-  for (const QModelIndex& index : indexes) urls.append(QUrl::fromLocalFile(TextFrom(At(index.row()).path)));
+  for (const QModelIndex& index : indexes) urls.append(kit::UrlOf(At(index.row()).path));
   auto* data = new QMimeData;
   data->setUrls(urls);
   return data;

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "core/sound/LSU_SoundFile.h"
+#include "ui/kit/PathText.h"
 #include "ui/sound/NaturalOrder.h"
 #include "ui/sound/SoundTexts.h"
 
@@ -17,7 +18,7 @@ FolderContents FolderContents::Of(const fs::path& folder, const std::function<bo
   fs::directory_iterator entry(folder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     if (goOn && !goOn()) return contents;
-    QString name = TextFrom(entry->path().filename());
+    QString name = kit::TextOf(entry->path().filename());
     std::error_code ignored;
     if (entry->is_directory(ignored)) {
       if (!name.startsWith(QLatin1Char('.'))) contents.folders.push_back({entry->path(), std::move(name), 0});

@@ -15,18 +15,18 @@ namespace kestrin::ui::sound {
 namespace {
 
 QString DownloadTime(int seconds) {
-  if (seconds < 100) return QStringLiteral("%1 s").arg(seconds);
-  return QStringLiteral("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
+  if (seconds < 100) return MemoryGauge::tr("%1 s").arg(seconds);
+  return MemoryGauge::tr("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
 }
 
 QString Summary(const core::sound::MemoryUse& use) {
-  QString used = QStringLiteral("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
+  QString used = MemoryGauge::tr("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
   if (use.total == 0) return used;
-  if (use.Fits()) return used + QStringLiteral(" \u00b7 download about ") + DownloadTime(use.downloadSeconds);
+  if (use.Fits()) return MemoryGauge::tr("%1 \u00b7 download about %2").arg(used, DownloadTime(use.downloadSeconds));
   // Rounded up: taking out what is named here must be enough.
   constexpr std::int64_t kTenth = core::sound::LSU_SoundFile::kSamplesPerSecond / 10;
   const std::int64_t excess = (use.Excess() + kTenth - 1) / kTenth * kTenth;
-  return used + QStringLiteral(" \u00b7 %1 too much: take some sounds out").arg(Duration(excess));
+  return MemoryGauge::tr("%1 \u00b7 %2 too much: take some sounds out").arg(used, Duration(excess));
 }
 
 /// What each slot takes, a line for each that holds something.
@@ -34,10 +34,10 @@ QString Legend(const core::sound::MemoryUse& use) {
   QStringList lines;
   for (std::size_t place = 0; place < core::sound::kSlots.size(); ++place)
     if (use.samples[place] > 0)
-      lines.append(QStringLiteral("%1: %2, %3 %")
+      lines.append(MemoryGauge::tr("%1: %2, %3 %")
                        .arg(SlotTitle(core::sound::kSlots[place].kind), Duration(use.samples[place]))
                        .arg(100 * use.Share(use.samples[place]), 0, 'f', 1));
-  return lines.isEmpty() ? QStringLiteral("No sounds yet") : lines.join(QLatin1Char('\n'));
+  return lines.isEmpty() ? MemoryGauge::tr("No sounds yet") : lines.join(QLatin1Char('\n'));
 }
 
 }  // namespace
@@ -71,7 +71,7 @@ void MemoryGauge::Show(const core::sound::MemoryUse& use) {
   m_text->setForegroundRole(use.Fits() ? QPalette::PlaceholderText : QPalette::BrightText);
   m_bar->setToolTip(legend);
   m_text->setToolTip(legend);
-  m_bar->setAccessibleName(QStringLiteral("Board memory: ") + summary);
+  m_bar->setAccessibleName(tr("Board memory: %1").arg(summary));
   m_bar->setAccessibleDescription(legend);
 }
 

@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "ui/kit/PathText.h"
 #include "ui/sound/SoundRowDelegate.h"
 #include "ui/sound/SoundTexts.h"
 
@@ -73,7 +74,7 @@ std::optional<SlotListModel::Dragged> SlotListModel::DraggedFrom(const QMimeData
 std::vector<std::filesystem::path> SlotListModel::FilesOf(const QMimeData& data) {
   std::vector<std::filesystem::path> files;
   for (const QUrl& url : data.urls())
-    if (url.isLocalFile()) files.push_back(PathFrom(url.toLocalFile()));
+    if (url.isLocalFile()) files.push_back(kit::PathOf(url));
   return files;
 }
 
@@ -81,9 +82,7 @@ int SlotListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
-QString SlotListModel::VolumeOf(const Row& row) {
-  return row.volume == 100 ? QString() : QString::number(row.volume) + QStringLiteral(" %");
-}
+QString SlotListModel::VolumeOf(const Row& row) { return row.volume == 100 ? QString() : tr("%1 %").arg(row.volume); }
 
 QVariant SlotListModel::data(const QModelIndex& index, int role) const {
   const Row& row = m_rows.at(static_cast<std::size_t>(index.row()));
@@ -100,7 +99,7 @@ QVariant SlotListModel::DataOfSound(const Row& row, const QString& where, int ro
   const QString size = FileSize(core::sound::LSU_SoundFile::FileBytes(row.samples));
   switch (role) {
     case Qt::ToolTipRole:
-      return TextFrom(row.path) + QLatin1Char('\n') + duration + QStringLiteral(", ") + size;
+      return tr("%1\n%2, %3").arg(kit::TextOf(row.path), duration, size);
     case SoundRowDelegate::kTimeRole:
       return duration;
     case SoundRowDelegate::kVolumeRole:
@@ -112,8 +111,8 @@ QVariant SlotListModel::DataOfSound(const Row& row, const QString& where, int ro
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && row.path == m_playing;
     case Qt::AccessibleTextRole:
-      return where + QStringLiteral(": ") + row.name + QStringLiteral(", ") + duration + QStringLiteral(", ") + size +
-             (volume.isEmpty() ? QString() : QStringLiteral(", volume ") + volume);
+      return volume.isEmpty() ? tr("%1: %2, %3, %4").arg(where, row.name, duration, size)
+                              : tr("%1: %2, %3, %4, volume %5").arg(where, row.name, duration, size, volume);
     default:
       return {};
   }
@@ -122,14 +121,15 @@ QVariant SlotListModel::DataOfSound(const Row& row, const QString& where, int ro
 QVariant SlotListModel::DataOfMissing(const Row& row, const QString& where, int role) {
   switch (role) {
     case Qt::ToolTipRole:
-      return TextFrom(row.path) + QStringLiteral("\nThis file could not be found or is not valid.\n") +
-             QStringLiteral("\"Locate ...\" or Enter shows the program where it is.");
+      return tr("%1\nThis file could not be found or is not valid.\n"
+                "\"Locate ...\" or Enter shows the program where it is.")
+          .arg(kit::TextOf(row.path));
     case SoundRowDelegate::kActionRole:
-      return QStringLiteral("Locate ...");
+      return tr("Locate ...");
     case kUnusualRole:
-      return QStringLiteral("Missing");
+      return tr("Missing");
     case Qt::AccessibleTextRole:
-      return where + QStringLiteral(": ") + row.name + QStringLiteral(", missing, Enter locates it");
+      return tr("%1: %2, missing, Enter locates it").arg(where, row.name);
     default:
       return {};
   }
@@ -150,7 +150,7 @@ QMimeData* SlotListModel::mimeData(const QModelIndexList& indexes) const {
   QList<QUrl> urls;
   for (const qint32 position : positions)
     if (const Row& row = m_rows.at(static_cast<std::size_t>(position - 1)); !row.isMissing)
-      urls.append(QUrl::fromLocalFile(TextFrom(row.path)));
+      urls.append(kit::UrlOf(row.path));
   QByteArray bytes;
   QDataStream stream(&bytes, QIODevice::WriteOnly);
   stream << static_cast<qint32>(m_kind) << positions;

@@ -52,9 +52,9 @@ SlotPanel::SlotPanel(SoundActions& actions, core::sound::SlotKind kind, QWidget*
   SetSlot(kind);
   kit::SetHelpContext(*this, kit::HelpContextOfSlot(static_cast<int>(kind)));
   const bool isList = core::sound::SlotOf(kind).isList;
-  m_option->setAccessibleName(QStringLiteral("Add sounds to ") + SlotTitle(kind));
-  m_option->setToolTip(QStringLiteral("Double-clicked files go into ") + SlotTitle(kind));
-  m_list->setAccessibleName(SlotTitle(kind) + (isList ? QStringLiteral(" sounds") : QStringLiteral(" sound")));
+  m_option->setAccessibleName(tr("Add sounds to %1").arg(SlotTitle(kind)));
+  m_option->setToolTip(tr("Double-clicked files go into %1").arg(SlotTitle(kind)));
+  m_list->setAccessibleName((isList ? tr("%1 sounds") : tr("%1 sound")).arg(SlotTitle(kind)));
   kit::SetTextStyle(*m_option, kit::TextStyle::Title);
 
   auto* head = new QHBoxLayout;
@@ -81,10 +81,9 @@ void SlotPanel::Refresh() {
   if (core::sound::SlotOf(m_kind).isList) {
     // A row whose sound is missing is none that the board gets.
     const int missing = m_sounds->MissingCount();
-    const QString sounds =
-        QStringLiteral("%1 of %2").arg(m_sounds->rowCount() - missing).arg(core::sound::kListCapacity);
-    m_count->setText(missing == 0 ? sounds : QStringLiteral("%1 missing").arg(missing));
-    m_count->setToolTip(missing == 0 ? QString() : QStringLiteral("%1, %2 missing").arg(sounds).arg(missing));
+    const QString sounds = tr("%1 of %2").arg(m_sounds->rowCount() - missing).arg(core::sound::kListCapacity);
+    m_count->setText(missing == 0 ? sounds : tr("%1 missing").arg(missing));
+    m_count->setToolTip(missing == 0 ? QString() : tr("%1, %2 missing").arg(sounds).arg(missing));
     return;
   }
   // The one line of a single slot is short: what is usual is not said, and the volume stands above.
@@ -95,9 +94,8 @@ void SlotPanel::Refresh() {
 void SlotPanel::ShowSelected(bool selected) {
   SetChosen(selected);
   // A single slot has one line.
-  const QString more =
-      core::sound::SlotOf(m_kind).isList ? QStringLiteral("Double-click a sound to add it") : QStringLiteral("Empty");
-  m_list->SetEmptyText(selected ? more : QStringLiteral("Empty"));
+  const QString more = core::sound::SlotOf(m_kind).isList ? tr("Double-click a sound to add it") : tr("Empty");
+  m_list->SetEmptyText(selected ? more : tr("Empty"));
 }
 
 bool SlotPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -33,6 +33,7 @@ class SoundActions::Work {
     }
     m_notValidText = text;
     m_notValid.append(FileName(path));
+    m_reasons.append(WhyNotValid(path));
     return true;
   }
 
@@ -44,12 +45,15 @@ class SoundActions::Work {
     if (!m_end.isEmpty()) lines.append(m_end);
     return lines.join(QLatin1Char('\n'));
   }
+  /// Why the files are not valid, a line for each.
+  [[nodiscard]] QString Reasons() const { return m_reasons.join(QLatin1Char('\n')); }
 
  private:
   SoundActions& m_actions;
   core::sound::SoundSet::Group m_group;
   QString m_notValidText;
   QStringList m_notValid;
+  QStringList m_reasons;
   QString m_end;
   int m_files = 0;
 };
@@ -80,6 +84,7 @@ void SoundActions::Add(core::sound::SlotKind kind, const std::vector<fs::path>& 
   if (!MayChange()) return;
   const bool isList = core::sound::SlotOf(kind).isList;
   QString text;
+  QString reasons;
   {
     Work work(*this);
     for (const fs::path& path : WithoutFolders(paths)) {
@@ -88,8 +93,9 @@ void SoundActions::Add(core::sound::SlotKind kind, const std::vector<fs::path>& 
       if (!work.Take(answer, path) || (answer && !isList)) break;
     }
     text = work.Message();
+    reasons = work.Reasons();
   }
-  if (!text.isEmpty()) emit message(text);
+  if (!text.isEmpty()) emit message(text, reasons);
 }
 
 void SoundActions::Remove(core::sound::SlotKind kind, const std::vector<int>& positions) {
@@ -107,6 +113,7 @@ void SoundActions::Bring(core::sound::SlotKind from, const std::vector<int>& pos
     return;
   }
   QString text;
+  QString reasons;
   int done = 0;
   to = std::min(to, m_set.Rows(kind) + 1);
   {
@@ -124,9 +131,10 @@ void SoundActions::Bring(core::sound::SlotKind from, const std::vector<int>& pos
       if (!work.Take(answer, path) || (answer && !core::sound::SlotOf(kind).isList)) break;
     }
     text = work.Message();
+    reasons = work.Reasons();
   }
   if (done > 0 && !copy) emit moved(kind, core::sound::SlotOf(kind).isList ? to : 1, done);
-  if (!text.isEmpty()) emit message(text);
+  if (!text.isEmpty()) emit message(text, reasons);
 }
 
 void SoundActions::MoveInside(core::sound::SlotKind kind, const std::vector<int>& positions, int to) {
@@ -158,7 +166,7 @@ void SoundActions::Redo() {
 }
 
 void SoundActions::Play(const fs::path& path) {
-  if (!path.empty()) emit playRequested(TextFrom(path));
+  if (!path.empty()) emit playRequested(path);
 }
 
 }  // namespace kestrin::ui::sound

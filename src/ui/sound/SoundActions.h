@@ -40,8 +40,9 @@ class SoundActions : public QObject {
   void Play(const std::filesystem::path& path);
 
  signals:
-  void message(const QString& text);
-  void playRequested(const QString& path);
+  /// `detail` is "" or says why.
+  void message(const QString& text, const QString& detail);
+  void playRequested(const std::filesystem::path& path);
   /// So many sounds have been moved: they stand in these rows, one below the other, from 1.
   void moved(core::sound::SlotKind kind, int first, int count);
 

@@ -1,6 +1,7 @@
 #include "ui/sound/SoundMenus.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QMenu>
 #include <utility>
 
@@ -12,6 +13,10 @@
 namespace kestrin::ui::sound {
 
 namespace {
+
+struct MenuTexts {
+  Q_DECLARE_TR_FUNCTIONS(SoundMenus)
+};
 
 /// Adds an entry with the key that does the same outside the menu.
 QAction* AddEntry(QMenu& menu, const QString& text, const QKeySequence& key, bool enabled, std::function<void()> does) {
@@ -31,12 +36,12 @@ std::unique_ptr<QMenu> MakeFileMenu(SoundActions& actions, const std::vector<std
                                     core::sound::SlotKind target, QWidget* parent) {
   auto menu = std::make_unique<QMenu>(parent);
   const bool mayAdd = actions.MayChange() && !files.empty();
-  AddEntry(*menu, QStringLiteral("Add to ") + SlotTitle(target), Qt::Key_Return, mayAdd,
+  AddEntry(*menu, MenuTexts::tr("Add to %1").arg(SlotTitle(target)), Qt::Key_Return, mayAdd,
            [&actions, files, target] { actions.Add(target, files); });
-  AddEntry(*menu, QStringLiteral("Play"), Qt::Key_Space, !files.empty(),
+  AddEntry(*menu, MenuTexts::tr("Play"), Qt::Key_Space, !files.empty(),
            [&actions, files] { actions.Play(files.front()); });
   menu->addSeparator();
-  QMenu* others = menu->addMenu(QStringLiteral("Add to slot"));
+  QMenu* others = menu->addMenu(MenuTexts::tr("Add to slot"));
   others->setEnabled(mayAdd);
   for (const core::sound::Slot& slot : core::sound::kSlots)
     AddEntry(*others, SlotMnemonic(slot.kind), {}, mayAdd,
@@ -53,28 +58,28 @@ std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const
   const bool mayChange = isAny && actions.MayChange();
   if (list.HasMissingSelected()) {
     const int row = list.currentIndex().row();
-    AddEntry(*menu, QStringLiteral("Locate ..."), Qt::Key_Return, mayChange && list.IsMissing(row),
+    AddEntry(*menu, MenuTexts::tr("Locate ..."), Qt::Key_Return, mayChange && list.IsMissing(row),
              [&list, row] { emit list.locateWanted(row); });
-    AddEntry(*menu, QStringLiteral("Locate the sounds ..."), {}, mayChange, std::move(locateAll));
+    AddEntry(*menu, MenuTexts::tr("Locate the sounds ..."), {}, mayChange, std::move(locateAll));
     menu->addSeparator();
   }
   const bool isSound = isAny && actions.Set().Holds({kind, positions.front()});
-  AddEntry(*menu, QStringLiteral("Play"), Qt::Key_Space, isSound, [&actions, kind, positions] {
+  AddEntry(*menu, MenuTexts::tr("Play"), Qt::Key_Space, isSound, [&actions, kind, positions] {
     if (actions.Set().Holds({kind, positions.front()}))
       actions.Play(actions.Set().At({kind, positions.front()}).FileNameAndPath());
   });
-  AddEntry(*menu, QStringLiteral("Remove"), Qt::Key_Delete, mayChange, [&list] { list.RemoveSelected(); });
+  AddEntry(*menu, MenuTexts::tr("Remove"), Qt::Key_Delete, mayChange, [&list] { list.RemoveSelected(); });
   if (core::sound::SlotOf(kind).isList) {
     const bool isOne = mayChange && positions.size() == 1;
     menu->addSeparator();
-    AddEntry(*menu, QStringLiteral("Move up"), Qt::CTRL | Qt::Key_Up, isOne && positions.front() > 1,
+    AddEntry(*menu, MenuTexts::tr("Move up"), Qt::CTRL | Qt::Key_Up, isOne && positions.front() > 1,
              [&list] { list.Shift(-1); });
-    AddEntry(*menu, QStringLiteral("Move down"), Qt::CTRL | Qt::Key_Down,
-             isOne && positions.front() < sounds.rowCount(), [&list] { list.Shift(1); });
+    AddEntry(*menu, MenuTexts::tr("Move down"), Qt::CTRL | Qt::Key_Down, isOne && positions.front() < sounds.rowCount(),
+             [&list] { list.Shift(1); });
   }
   menu->addSeparator();
   for (const bool copy : {false, true}) {
-    QMenu* others = menu->addMenu(copy ? QStringLiteral("Copy to") : QStringLiteral("Move to"));
+    QMenu* others = menu->addMenu(copy ? MenuTexts::tr("Copy to") : MenuTexts::tr("Move to"));
     others->setEnabled(mayChange);
     for (const core::sound::Slot& slot : core::sound::kSlots)
       if (slot.kind != kind)

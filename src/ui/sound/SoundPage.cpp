@@ -70,7 +70,7 @@ SoundPage::~SoundPage() { m_set.RemoveListener(*this); }
 void SoundPage::MakeActions() {
   m_undoAction = new QAction(this);
   m_redoAction = new QAction(this);
-  m_stopAction = new QAction(QStringLiteral("Stop playing"), this);
+  m_stopAction = new QAction(tr("Stop playing"), this);
   m_undoAction->setObjectName(QStringLiteral("UndoAction"));
   m_redoAction->setObjectName(QStringLiteral("RedoAction"));
   m_undoAction->setShortcuts(QKeySequence::Undo);
@@ -104,7 +104,7 @@ void SoundPage::MakeLayout() {
 }
 
 void SoundPage::ConnectExplorer() {
-  m_explorer->SetHint(QLatin1String(kHint));
+  m_explorer->SetHint(tr(kHint));
   SoundListView* files = m_explorer->Files();
   const auto add = [this] { m_actions->Add(SelectedSlot(), m_explorer->SelectedFiles()); };
   connect(files, &SoundListView::doubleClickedPlain, this,
@@ -195,13 +195,12 @@ void SoundPage::SetPreparing(bool isPreparing) {
   m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
 }
 
-void SoundPage::SetPlaying(const QString& path) {
-  const std::filesystem::path playing = PathFrom(path);
-  m_isPlaying = !path.isEmpty();
+void SoundPage::SetPlaying(const std::filesystem::path& path) {
+  m_isPlaying = !path.empty();
   m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
-  m_detail->SetPlaying(playing);
-  m_explorer->SetPlaying(playing);
-  for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(playing);
+  m_detail->SetPlaying(path);
+  m_explorer->SetPlaying(path);
+  for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(path);
 }
 
 void SoundPage::SetBusy(bool busy) {
@@ -228,16 +227,16 @@ void SoundPage::MemoryChanged() { m_gauge->Show(core::sound::MemoryUse::Of(m_set
 
 void SoundPage::ModifiedChanged() {
   const auto show = [this](QAction& action, const QString& verb, const std::string& what, bool possible) {
-    const QString text = TextFrom(std::string_view(what));
-    action.setText(text.isEmpty() ? verb : verb + QStringLiteral(": ") + text);
+    const QString text = QString::fromStdString(what);
+    action.setText(text.isEmpty() ? verb : tr("%1: %2").arg(verb, text));
     action.setEnabled(possible && !m_actions->IsBusy());
   };
-  show(*m_undoAction, QStringLiteral("Undo"), m_set.UndoText(), m_set.CanUndo());
-  show(*m_redoAction, QStringLiteral("Redo"), m_set.RedoText(), m_set.CanRedo());
+  show(*m_undoAction, tr("Undo"), m_set.UndoText(), m_set.CanUndo());
+  show(*m_redoAction, tr("Redo"), m_set.RedoText(), m_set.CanRedo());
 }
 
 bool SoundPage::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Enter) emit hint(QLatin1String(kHint));
+  if (event->type() == QEvent::Enter) emit hint(tr(kHint));
   if (event->type() == QEvent::Leave) emit hint(QString());
   return QWidget::eventFilter(watched, event);
 }

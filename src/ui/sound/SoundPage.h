@@ -30,7 +30,8 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
 
  public:
   /// The hint for the page; the run of blanks belongs to it.
-  static constexpr const char* kHint = "Double-click to add/remove files          CTRL+Click to play LSU File";
+  static constexpr const char* kHint =
+      QT_TR_NOOP("Double-click to add/remove files          CTRL+Click to play LSU File");
 
   /// Set and folders must outlive the page.
   SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& folders, QWidget* parent = nullptr);
@@ -43,7 +44,7 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   /// Whether a sound is being made ready to play: that can be stopped like the playing.
   void SetPreparing(bool isPreparing);
   /// Shows which sound is playing; empty: none.
-  void SetPlaying(const QString& path);
+  void SetPlaying(const std::filesystem::path& path);
   /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
   void SetBusy(bool busy);
   /// Selects the slot's option button and gives its list the keyboard.
@@ -57,14 +58,14 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
 
  signals:
   /// The person wants to hear this file.
-  void playRequested(const QString& path);
+  void playRequested(const std::filesystem::path& path);
   /// The person wants silence.
   void stopRequested();
   /// The person wants to show the program a missing sound, or all of them.
   void locateRequested(const core::sound::SoundPlace& place);
   void locateAllRequested();
-  /// Something to tell the person in a message box.
-  void message(const QString& text);
+  /// Something to tell the person in a message box; `detail` is "" or says why.
+  void message(const QString& text, const QString& detail);
   /// What the control under the pointer is for; empty when there is nothing to say.
   void hint(const QString& text);
 

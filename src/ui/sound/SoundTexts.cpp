@@ -1,33 +1,35 @@
 #include "ui/sound/SoundTexts.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 #include "core/base/PathText.h"
 #include "core/base/Text.h"
 #include "core/sound/MemoryUse.h"
-#include "ui/kit/PathText.h"
 
 namespace kestrin::ui::sound {
 
-QString TextFrom(const std::filesystem::path& path) { return kit::TextOf(path); }
+namespace {
 
-QString TextFrom(std::string_view utf8) { return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())); }
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(SoundTexts)
+};
 
-std::filesystem::path PathFrom(const QString& text) { return kit::PathOf(text); }
+}  // namespace
 
 QString FileName(const std::filesystem::path& path) {
-  return TextFrom(std::string_view(core::base::LastPathPiece(core::base::TextOf(path))));
+  return QString::fromStdString(core::base::LastPathPiece(core::base::TextOf(path)));
 }
 
 QString Duration(std::int64_t samples) {
-  return QLocale().toString(core::sound::MemoryUse::Seconds(samples), 'f', 1) + QStringLiteral(" s");
+  return Texts::tr("%1 s").arg(QLocale().toString(core::sound::MemoryUse::Seconds(samples), 'f', 1));
 }
 
 QString FileSize(std::uintmax_t bytes) {
   return QLocale().formattedDataSize(static_cast<qint64>(bytes), 0, QLocale::DataSizeTraditionalFormat);
 }
 
-QString SlotTitle(core::sound::SlotKind kind) { return TextFrom(core::sound::SlotOf(kind).title); }
+QString SlotTitle(core::sound::SlotKind kind) { return QString::fromUtf8(core::sound::SlotOf(kind).title); }
 
 QString SlotMnemonic(core::sound::SlotKind kind) {
   // The letter of each slot, none twice.
@@ -48,7 +50,14 @@ QString SlotMnemonic(core::sound::SlotKind kind) {
 
 QString PlaceTitle(const core::sound::SoundPlace& place) {
   const QString title = SlotTitle(place.kind);
-  return core::sound::SlotOf(place.kind).isList ? title + QLatin1Char(' ') + QString::number(place.position) : title;
+  return core::sound::SlotOf(place.kind).isList ? Texts::tr("%1 %2").arg(title, QString::number(place.position))
+                                                : title;
+}
+
+QString WhyNotValid(const std::filesystem::path& path) {
+  core::sound::LSU_SoundFile file;
+  static_cast<void>(file.ReadFile(path));
+  return QString::fromStdString(file.WhyNotValid());
 }
 
 }  // namespace kestrin::ui::sound

@@ -7,11 +7,6 @@
 
 namespace kestrin::ui::sound {
 
-/// A path or a UTF-8 text of the core as Qt has it, and back.
-[[nodiscard]] QString TextFrom(const std::filesystem::path& path);
-[[nodiscard]] QString TextFrom(std::string_view utf8);
-[[nodiscard]] std::filesystem::path PathFrom(const QString& text);
-
 /// The bare file name of a path.
 [[nodiscard]] QString FileName(const std::filesystem::path& path);
 /// How long so many samples play: "1.8 s".
@@ -24,5 +19,8 @@ namespace kestrin::ui::sound {
 [[nodiscard]] QString SlotMnemonic(core::sound::SlotKind kind);
 /// Slot and position: "Motion 3", "Idle".
 [[nodiscard]] QString PlaceTitle(const core::sound::SoundPlace& place);
+
+/// Why the set takes the file for no sound, with the next step; "" when it is one by now. The file is read for it.
+[[nodiscard]] QString WhyNotValid(const std::filesystem::path& path);
 
 }  // namespace kestrin::ui::sound

@@ -40,7 +40,7 @@ void WaveformView::Show(const std::filesystem::path& path) {
 void WaveformView::Take(const std::filesystem::path& path, std::vector<core::sound::WaveformColumn> columns) {
   if (path != m_path) return;
   m_columns = std::move(columns);
-  if (m_columns.empty()) m_note = QStringLiteral("This file cannot be read");
+  if (m_columns.empty()) m_note = tr("This file cannot be read");
   update();
   emit ready();
 }

@@ -134,7 +134,7 @@ void Main::ConnectTools() {
 void Main::ConnectSet() {
   kit::CommandGate& gate = m_around.gate;
   auto* const drop = new SetDrop(*this, [this] { return !m_running; });
-  connect(drop, &SetDrop::dropped, this, [this](const QString& path) { OpenSet(kit::PathOf(path)); });
+  connect(drop, &SetDrop::dropped, this, &Main::OpenSet);
   connect(&m_setFile, &SetFile::opened, this, [this] {
     if (!m_session.State().IsOnline()) m_pages->Show(Pages::Page::Sounds);
     if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
@@ -162,8 +162,7 @@ void Main::ConnectSet() {
 }
 
 void Main::ConnectPreview() {
-  connect(m_page, &sound::SoundPage::playRequested, this,
-          [this](const QString& path) { PlayLsuFile(kit::PathOf(path)); });
+  connect(m_page, &sound::SoundPage::playRequested, this, &Main::PlayLsuFile);
   connect(m_page, &sound::SoundPage::stopRequested, &m_preview, &Preview::Stop);
   connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
   connect(&m_preview, &Preview::preparing, m_page, &sound::SoundPage::SetPreparing);
@@ -172,7 +171,8 @@ void Main::ConnectPreview() {
 
 void Main::ConnectNews() {
   connect(m_page, &sound::SoundPage::hint, m_helpLine, &HelpLine::ShowHint);
-  connect(m_page, &sound::SoundPage::message, this, [this](const QString& text) { m_around.dialogs.ShowError(text); });
+  connect(m_page, &sound::SoundPage::message, this,
+          [this](const QString& text, const QString& detail) { m_around.dialogs.ShowError(text, detail); });
   connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
@@ -193,7 +193,7 @@ bool Main::StartUp() {
   m_page->FocusSlot(core::sound::SlotKind::Boot);
   if (m_around.update != nullptr) m_around.update->Initialise();
   m_session.SetLoading(false);
-  const std::filesystem::path last = kit::PathOf(m_around.settings.value(kFolderKey).toString());
+  const std::filesystem::path last = kit::PathOfSetting(m_around.settings.value(kFolderKey));
   if (std::error_code ignored; std::filesystem::is_directory(last, ignored)) m_page->SetFolder(last);
   // Not before: a board that was plugged in meanwhile must not be overlooked.
   m_watch.Start();
@@ -347,7 +347,7 @@ void Main::StopAll() {
 
 void Main::Finish() {
   m_place.Keep();
-  m_around.settings.setValue(kFolderKey, kit::TextOf(m_page->Folder()));
+  m_around.settings.setValue(kFolderKey, kit::SettingOf(m_page->Folder()));
   Unload();
   hide();
   emit closed();

@@ -7,7 +7,6 @@
 
 #include "core/sound/LSU_SoundFile.h"
 #include "core/sound/PreviewFile.h"
-#include "ui/kit/PathText.h"
 
 namespace kestrin::ui::window {
 
@@ -92,7 +91,7 @@ void Preview::LookAtJob() {
   }
   m_player.Play(*written);
   m_playing = true;
-  emit playing(kit::TextOf(sound));
+  emit playing(sound);
 }
 
 void Preview::LookAtPlayer() {
@@ -105,7 +104,7 @@ void Preview::LookAtPlayer() {
 
 void Preview::EndPlaying() {
   if (!std::exchange(m_playing, false)) return;
-  emit playing(QString());
+  emit playing({});
 }
 
 }  // namespace kestrin::ui::window

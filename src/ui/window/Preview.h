@@ -29,8 +29,8 @@ class Preview : public QObject {
  signals:
   /// The sound's copy is being made.
   void preparing(bool isPreparing);
-  /// This file can be heard now; "" when there is silence.
-  void playing(const QString& path);
+  /// This file can be heard now; an empty path when there is silence.
+  void playing(const std::filesystem::path& path);
   /// It could not be played, for this reason.
   void failed(const QString& text);
 

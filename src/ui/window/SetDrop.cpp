@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <utility>
 
+#include "ui/kit/PathText.h"
+
 namespace kestrin::ui::window {
 
 SetDrop::SetDrop(QWidget& window, std::function<bool()> isWelcome)
@@ -17,8 +19,8 @@ SetDrop::SetDrop(QWidget& window, std::function<bool()> isWelcome)
 bool SetDrop::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop) return QObject::eventFilter(watched, event);
   auto* const drop = static_cast<QDropEvent*>(event);
-  const QString path = SetIn(*drop->mimeData());
-  if (path.isEmpty() || !m_isWelcome()) {
+  const std::filesystem::path path = SetIn(*drop->mimeData());
+  if (path.empty() || !m_isWelcome()) {
     drop->ignore();
     return true;
   }
@@ -30,11 +32,11 @@ bool SetDrop::eventFilter(QObject* watched, QEvent* event) {
 }
 
 /// The one set among what is dragged; empty when there is anything else.
-QString SetDrop::SetIn(const QMimeData& data) {
+std::filesystem::path SetDrop::SetIn(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
   if (urls.size() != 1) return {};
-  const QString path = urls.constFirst().toLocalFile();
-  return path.endsWith(".lscfg", Qt::CaseInsensitive) ? path : QString();
+  std::filesystem::path path = kit::PathOf(urls.constFirst());
+  return kit::TextOf(path).endsWith(".lscfg", Qt::CaseInsensitive) ? path : std::filesystem::path();
 }
 
 }  // namespace kestrin::ui::window

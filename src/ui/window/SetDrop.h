@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
+#include <filesystem>
 #include <functional>
 
 class QMimeData;
@@ -19,13 +19,13 @@ class SetDrop : public QObject {
 
  signals:
   /// A set was dropped. Comes from the event loop: the program that it comes from does not wait for what follows.
-  void dropped(const QString& path);
+  void dropped(const std::filesystem::path& path);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  [[nodiscard]] static QString SetIn(const QMimeData& data);
+  [[nodiscard]] static std::filesystem::path SetIn(const QMimeData& data);
 
   std::function<bool()> m_isWelcome;
 };

@@ -19,9 +19,7 @@ constexpr const char* kRecentKey = "recentSets";
 constexpr const char* kSuffix = "lscfg";
 
 core::sound::RecentSets ReadRecent(const QSettings& settings) {
-  std::vector<std::filesystem::path> stored;
-  for (const QString& path : settings.value(kRecentKey).toStringList()) stored.push_back(kit::PathOf(path));
-  return core::sound::RecentSets(stored);
+  return core::sound::RecentSets(kit::PathsOfSetting(settings.value(kRecentKey)));
 }
 
 }  // namespace
@@ -169,7 +167,7 @@ void SetFile::Remember(const std::filesystem::path& path) {
 }
 
 void SetFile::FillMenu() {
-  QStringList stored;
+  int number = 0;
   m_menu.clear();
   QAction* const fresh = m_menu.addAction(tr("&New set"), QKeySequence::New);
   // The actions must outlive their own signals, and saving and loading fill the menu anew.
@@ -178,16 +176,16 @@ void SetFile::FillMenu() {
   if (!m_recent.Paths().empty()) m_menu.addSection(tr("Recent sets"));
   for (const std::filesystem::path& path : m_recent.Paths()) {
     const QString text = kit::TextOf(path);
-    stored.append(text);
     // The digit leads there from the keyboard; an ampersand in a file's name does not.
     const QString name = QFileInfo(text).completeBaseName().replace('&', "&&");
-    QAction* const action = m_menu.addAction(QString("&%1  %2").arg(stored.size()).arg(name));
+    QAction* const action = m_menu.addAction(QString("&%1  %2").arg(++number).arg(name));
     action->setToolTip(text);
     connect(
         action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
         Qt::QueuedConnection);
   }
-  if (m_settings.value(kRecentKey).toStringList() != stored) m_settings.setValue(kRecentKey, stored);
+  if (kit::PathsOfSetting(m_settings.value(kRecentKey)) != m_recent.Paths())
+    m_settings.setValue(kRecentKey, kit::SettingOf(m_recent.Paths()));
 }
 
 QString SetFile::StartPlace() const {

@@ -9,6 +9,7 @@
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/FileFilter.h"
 #include "ui/kit/PathText.h"
+#include "ui/sound/SoundTexts.h"
 #include "ui/window/ExistingFolder.h"
 
 namespace kestrin::ui::window {
@@ -79,7 +80,7 @@ void SoundLocator::LocateOne(const core::sound::SoundPlace& place) {
                                           kit::HelpContext::Files);
   if (file.isEmpty()) return;
   if (const auto located = m_set.Locate({{place, {kit::PathOf(file)}}}); !located)
-    m_dialogs.ShowError(QString::fromStdString(located.Text()));
+    m_dialogs.ShowError(QString::fromStdString(located.Text()), sound::WhyNotValid(kit::PathOf(file)));
 }
 
 QString SoundLocator::StartFolder(const std::filesystem::path& nearby) const {

@@ -120,6 +120,12 @@ TEST_F(DragAndDropTest, WhatIsNoSoundIsNamedInOneMessage) {
   EXPECT_TRUE(Drop(*Files({"bad.lsu", "a.lsu", "song.mp3"}), "MtFileList"));
   EXPECT_EQ(Shown("MtFileList"), "a.lsu");
   EXPECT_EQ(messages, QStringList{"Not a valid file\nbad.lsu\nsong.mp3"});
+  EXPECT_EQ(details, QStringList{'"' + PathText("bad.lsu") +
+                                 "\" is too short: a sound has at least 49 samples, a thousandth of a second. "
+                                 "Choose a longer one.\n\"" +
+                                 PathText("song.mp3") +
+                                 "\" is no sound for a board: its name does not end in \".lsu\". Choose one that "
+                                 "does."});
 }
 
 TEST_F(DragAndDropTest, MoreThanTwelveEndWithOneMessage) {

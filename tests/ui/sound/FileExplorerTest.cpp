@@ -140,13 +140,13 @@ TEST_F(FileExplorerTest, TheLabelIsAsHighAsItsPath) {
   const QFontMetrics metrics = label->fontMetrics();
   // Longer than the explorer is wide, yet no longer than three lines of it.
   std::filesystem::path deep = folder.Path();
-  while (metrics.horizontalAdvance(TextFrom(deep)) < label->width() * 5 / 4) deep /= "folder";
+  while (metrics.horizontalAdvance(kit::TextOf(deep)) < label->width() * 5 / 4) deep /= "folder";
   std::filesystem::create_directories(deep);
   ShowFolder([&] { page->SetFolder(deep); });
   QApplication::processEvents();
   const QStringList lines = label->Lines(label->width());
   EXPECT_GT(lines.size(), 1);
-  EXPECT_EQ(lines.join(QString()), TextFrom(deep));
+  EXPECT_EQ(lines.join(QString()), kit::TextOf(deep));
   EXPECT_GE(label->height(), lines.size() * metrics.lineSpacing());
 }
 

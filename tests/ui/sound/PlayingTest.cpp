@@ -77,7 +77,7 @@ TEST_F(PlayingTest, TheButtonPlaysAndStopsTheSelectedSound) {
   EXPECT_EQ(button->text(), "Play");
   button->click();
   EXPECT_EQ(played, QStringList{PathText("motion 1.lsu")});
-  page->SetPlaying(PathText("motion 1.lsu"));
+  page->SetPlaying(folder / "motion 1.lsu");
   EXPECT_EQ(button->text(), "Stop");
   EXPECT_TRUE(IndexOf("MtFileList", "motion 1.lsu").data(SoundRowDelegate::kPlayingRole).toBool());
   button->click();
@@ -91,7 +91,7 @@ TEST_F(PlayingTest, EscapeStopsOnlyWhileASoundPlays) {
   Open();
   QTest::keyClick(List("FileList"), Qt::Key_Escape);
   EXPECT_EQ(stops, 0);
-  page->SetPlaying(QStringLiteral("a.lsu"));
+  page->SetPlaying("a.lsu");
   QTest::keyClick(List("FileList"), Qt::Key_Escape);
   EXPECT_EQ(stops, 1);
 }

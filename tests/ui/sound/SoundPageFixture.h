@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "support/SoundSetFixture.h"
+#include "ui/kit/PathText.h"
 #include "ui/kit/SpecialFolders.h"
 #include "ui/sound/FileExplorer.h"
 #include "ui/sound/SoundPage.h"
@@ -41,8 +42,12 @@ class SoundPageFixture : public support::SoundSetFixture {
     std::filesystem::create_directories(folders.documents);
     folders.drives = {{"Root", folder.Path().root_path()}, {"Stick", folder.Path()}};
     page.emplace(set, folders);
-    QObject::connect(&*page, &SoundPage::message, &*page, [this](const QString& text) { messages.append(text); });
-    QObject::connect(&*page, &SoundPage::playRequested, &*page, [this](const QString& path) { played.append(path); });
+    QObject::connect(&*page, &SoundPage::message, &*page, [this](const QString& text, const QString& detail) {
+      messages.append(text);
+      details.append(detail);
+    });
+    QObject::connect(&*page, &SoundPage::playRequested, &*page,
+                     [this](const std::filesystem::path& path) { played.append(kit::TextOf(path)); });
     QObject::connect(&*page, &SoundPage::stopRequested, &*page, [this] { ++stops; });
     QObject::connect(&*page, &SoundPage::hint, &*page, [this](const QString& text) { hints.append(text); });
     page->resize(960, 560);
@@ -102,11 +107,12 @@ class SoundPageFixture : public support::SoundSetFixture {
     QTest::mouseDClick(List(list)->viewport(), Qt::LeftButton, Qt::NoModifier, where);
   }
   std::string Text(const char* label) { return Get<QLabel>(label)->text().toStdString(); }
-  QString PathText(const std::string& name) { return TextFrom(folder / name); }
+  QString PathText(const std::string& name) { return kit::TextOf(folder / name); }
 
   FakeFolders folders;
   std::optional<SoundPage> page;
   QStringList messages;
+  QStringList details;
   QStringList played;
   QStringList hints;
   int stops = 0;

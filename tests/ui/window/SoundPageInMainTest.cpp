@@ -48,6 +48,7 @@ TEST_F(SoundPageInMain, SaysThatAFileIsNoSoundAndKeepsTheOneThatIsThere) {
   EXPECT_EQ(dialogs.errors, std::vector<QString>{});
   DoubleClick(1);
   EXPECT_EQ(dialogs.errors, std::vector<QString>{"Not a valid file"});
+  EXPECT_TRUE(dialogs.lastDetail.contains("b.lsu\" is too short")) << dialogs.lastDetail.toStdString();
   const QAbstractItemModel& boot = *Find<QListView>("BootFileList").model();
   ASSERT_EQ(boot.rowCount(), 1);
   EXPECT_EQ(boot.index(0, 0).data().toString(), "a.lsu");
