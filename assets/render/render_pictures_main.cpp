@@ -32,6 +32,7 @@ constexpr Picture kPictures[] = {
     {"save.bmp", "save.svg", kIconSide, false},
     {"setup.bmp", "setup.svg", kIconSide, false},
     {"setup_off.bmp", "setup.svg", kIconSide, true},
+    {"view.bmp", "view.svg", kIconSide, false},
     {"download.bmp", "download.svg", kIconSide, false},
     {"download_off.bmp", "download.svg", kIconSide, true},
     {"update.bmp", "update.svg", kIconSide, false},

@@ -1,4 +1,4 @@
-// take_pictures --program DIR --sounds DIR [--scheme light|dark] [--size WIDTHxHEIGHT] FOLDER [SCENE...]
+// take_pictures --program DIR --sounds DIR [--scheme light|dark|contrast] [--size WIDTHxHEIGHT] FOLDER [SCENE...]
 // Takes pictures of the window, without a display when QT_QPA_PLATFORM is "offscreen": FOLDER/SCENE-SCHEME.png.
 
 #include <QApplication>
@@ -19,7 +19,7 @@ int Take(QApplication& application) {
   QCommandLineParser parser;
   const QCommandLineOption program("program", "The folder with the program's pictures and help.", "DIR", ".");
   const QCommandLineOption sounds("sounds", "The folder with the demo set.", "DIR", ".");
-  const QCommandLineOption scheme("scheme", "light or dark.", "SCHEME", "light");
+  const QCommandLineOption scheme("scheme", "light, dark, or contrast: white on black.", "SCHEME", "light");
   const QCommandLineOption size("size", "The window's size.", "WIDTHxHEIGHT", "1280x800");
   parser.addOptions({program, sounds, scheme, size});
   parser.addHelpOption();
@@ -30,15 +30,18 @@ int Take(QApplication& application) {
   const QStringList sides = parser.value(size).split('x');
   const QStringList names = parser.positionalArguments();
   if (names.isEmpty() || sides.size() != 2) parser.showHelp(2);
-  const bool dark = parser.value(scheme) == "dark";
-  ui::kit::Theme::Apply(application, dark ? ui::kit::ColorScheme::Dark : ui::kit::ColorScheme::Light);
+  const QString look = parser.value(scheme);
+  if (look == "contrast")
+    ui::kit::Theme::Apply(application, ui::kit::ColorScheme::System, [] { return QPalette(Qt::black); });
+  else
+    ui::kit::Theme::Apply(application, look == "dark" ? ui::kit::ColorScheme::Dark : ui::kit::ColorScheme::Light);
   const demo::Place place{ui::kit::PathOf(parser.value(program)),
                           ui::kit::PathOf(parser.value(sounds)),
                           {sides.constFirst().toInt(), sides.constLast().toInt()}};
   const QDir folder(names.constFirst());
   for (const demo::Scene& scene : demo::Scenes()) {
     if (names.size() > 1 && !names.mid(1).contains(scene.name)) continue;
-    const QString file = folder.filePath(QString("%1-%2.png").arg(scene.name, dark ? "dark" : "light"));
+    const QString file = folder.filePath(QString("%1-%2.png").arg(scene.name, look));
     if (!scene.take(place, scene.board).save(file)) {
       std::cerr << "take_pictures: " << file.toStdString() << " could not be written\n";
       return 1;

@@ -27,7 +27,7 @@
 #include "ui/help/HelpWindow.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/PathText.h"
-#include "ui/kit/Theme.h"
+#include "ui/kit/ViewMenu.h"
 #include "ui/window/Application.h"
 #include "ui/window/FoldersWithFonts.h"
 #include "ui/window/FontUpdate.h"
@@ -72,7 +72,6 @@ class Help {
 };
 
 int Run(ui::window::Application& application, const programs::CommandLineOptions& options) {
-  ui::kit::Theme::Apply(application, ui::kit::ColorScheme::System);
   core::base::SystemClock clock;
   platform::files::SystemDisk disk;
   ui::kit::CommandGate gate;
@@ -82,6 +81,7 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   const std::filesystem::path data = DataFolder();
   core::motion::KeptParametersFolder kept(data / core::motion::KeptParametersFolder::kFolderName, disk);
   QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
+  ui::kit::Theme::Apply(application, ui::kit::ViewMenu::Chosen(settings));
   const std::unique_ptr<core::sound::SoundPlayer> player = platform::desktop::MakeSystemSoundPlayer(clock);
   const std::array places{options.programFolder, data};
   const std::filesystem::path fonts = core::update::FontsPlaceIn(places);

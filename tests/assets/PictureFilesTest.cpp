@@ -42,9 +42,9 @@ INSTANTIATE_TEST_SUITE_P(All, ActivePictures,
                          testing::Values(Expected{"corvent_small.bmp", 256}, Expected{"kestrin.bmp", 256},
                                          Expected{"LS_on.bmp", 96}, Expected{"LS_off.bmp", 96},
                                          Expected{"open.bmp", 96}, Expected{"save.bmp", 96}, Expected{"setup.bmp", 96},
-                                         Expected{"download.bmp", 96}, Expected{"update.bmp", 96},
-                                         Expected{"play.bmp", 96}, Expected{"stop.bmp", 96}, Expected{"undo.bmp", 96},
-                                         Expected{"redo.bmp", 96}, Expected{"remove.bmp", 96},
+                                         Expected{"view.bmp", 96}, Expected{"download.bmp", 96},
+                                         Expected{"update.bmp", 96}, Expected{"play.bmp", 96}, Expected{"stop.bmp", 96},
+                                         Expected{"undo.bmp", 96}, Expected{"redo.bmp", 96}, Expected{"remove.bmp", 96},
                                          Expected{"UpdLED.bmp", 96}, Expected{"apply.bmp", 96}));
 
 TEST_P(ActivePictures, AreDrawnOnTransparentGroundAndLargeEnoughToBeSharp) {

@@ -16,18 +16,16 @@ namespace {
 constexpr int kPageMargin = 16;
 
 QString MissingPage(const QString& path) {
-  return QStringLiteral(
+  return HelpBrowser::tr(
              "<h1>This page is missing</h1><p>The help file has no page \"%1\". Installing the program again should "
-             "put "
-             "a complete help file into its folder.</p><p><a href=\"overview.html\">To the first page</a></p>")
+             "put a complete help file into its folder.</p><p><a href=\"overview.html\">To the first page</a></p>")
       .arg(path.toHtmlEscaped());
 }
 
 QString ProblemPage(const QString& problem) {
-  return QStringLiteral(
+  return HelpBrowser::tr(
              "<h1>The help cannot be shown</h1><p>%1</p><p>Everything else works without it. Point at a button to read "
-             "in "
-             "the line at the bottom of the window what the button does.</p>")
+             "in the line at the bottom of the window what the button does.</p>")
       .arg(problem.toHtmlEscaped());
 }
 

@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QPalette>
 
+#include "ui/kit/ThemeColors.h"
+
 namespace kestrin::ui::help {
 
 namespace {
@@ -19,7 +21,7 @@ QString HelpStyle(const QPalette& palette) {
   const QColor text = palette.color(QPalette::Text);
   const QColor base = palette.color(QPalette::Base);
   // Text browsers know neither shades of transparency nor variables: the shades are mixed here.
-  const QString line = Between(base, text, 25).name();
+  const QString line = Between(base, text, kit::IsHighContrast(palette) ? 100 : 25).name();
   const QString shade = Between(base, text, 8).name();
   return QStringLiteral(
              "h1 { font-size: 20px; font-weight: 600; margin-top: 0px; margin-bottom: 12px; }"

@@ -24,6 +24,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::DriveList, "explorer.html#drives"},
     {kit::HelpContext::FolderList, "explorer.html#folders"},
     {kit::HelpContext::FileList, "explorer.html#files"},
+    {kit::HelpContext::View, "window.html#view"},
     {kit::HelpContext::Slots, "slots.html"},
     {kit::HelpContext::Boot, "slots.html#boot"},
     {kit::HelpContext::PwrOn, "slots.html#pwron"},

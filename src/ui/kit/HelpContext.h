@@ -27,6 +27,8 @@ enum class HelpContext : int {
   FolderList = 1022,
   FileList = 1023,
 
+  View = 1025,
+
   Slots = 1030,
   /// The slots follow in the order of the slot kinds, see `HelpContextOfSlot`.
   Boot = 1031,

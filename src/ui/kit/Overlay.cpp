@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/kit/Grid.h"
+#include "ui/kit/ThemeColors.h"
 
 namespace kestrin::ui::kit {
 
@@ -43,7 +44,11 @@ bool Overlay::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-void Overlay::paintEvent(QPaintEvent* /*event*/) { QPainter(this).fillRect(rect(), QColor(0, 0, 0, kDimming)); }
+void Overlay::paintEvent(QPaintEvent* /*event*/) {
+  // Whoever needs high contrast could make out nothing of what is dimmed.
+  const bool isOpaque = IsHighContrast(palette());
+  QPainter(this).fillRect(rect(), isOpaque ? ColorOf(ColorRole::Background, palette()) : QColor(0, 0, 0, kDimming));
+}
 
 void Overlay::mousePressEvent(QMouseEvent* event) {
   event->accept();

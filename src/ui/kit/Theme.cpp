@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QMetaObject>
+#include <QStyleHints>
 #include <QToolTip>
 #include <utility>
 
@@ -15,6 +16,13 @@ namespace kestrin::ui::kit {
 namespace {
 
 constexpr const char* kPrimaryProperty = "kestrinPrimary";
+
+/// Where the desktop tells its accent colour.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
+constexpr QPalette::ColorRole kAccentRole = QPalette::Accent;
+#else
+constexpr QPalette::ColorRole kAccentRole = QPalette::Highlight;
+#endif
 
 /// While the application has a palette of its own, Qt hides the desktop's: it is asked without one.
 QPalette DesktopPalette() {
@@ -27,16 +35,31 @@ QPalette DesktopPalette() {
 void Theme::Apply(QApplication& application, ColorScheme scheme) { Apply(application, scheme, DesktopPalette); }
 
 void Theme::Apply(QApplication& application, ColorScheme scheme, SystemPalette system) {
-  auto* theme = application.findChild<Theme*>(QString(), Qt::FindDirectChildrenOnly);
+  Theme* theme = Of(application);
   if (theme == nullptr) theme = new Theme(application);
   theme->m_scheme = scheme;
   theme->m_system = std::move(system);
   theme->Refresh();
 }
 
+void Theme::Choose(QApplication& application, ColorScheme scheme) {
+  Theme* const theme = Of(application);
+  if (theme == nullptr) return Apply(application, scheme);
+  theme->m_scheme = scheme;
+  theme->Refresh();
+}
+
+Theme* Theme::Of(const QApplication& application) {
+  return application.findChild<Theme*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 Theme::Theme(QApplication& application) : QObject(&application), m_application(application) {
   QApplication::setStyle(new ThemeStyle);
   m_application.installEventFilter(this);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+  // Not every desktop tells the windows as well.
+  connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, this, &Theme::RefreshSoon);
+#endif
 }
 
 void Theme::MakePrimary(QAbstractButton& button) {
@@ -51,18 +74,21 @@ bool Theme::IsPrimary(const QObject* button) {
 void Theme::MakeSoft(QLabel& label) { label.setForegroundRole(QPalette::PlaceholderText); }
 
 bool Theme::eventFilter(QObject* watched, QEvent* event) {
-  // Every window is told of a change of the desktop's look: one answer, once all of them know.
-  if (event->type() == QEvent::ThemeChange && m_scheme == ColorScheme::System && !m_isRefreshDue) {
-    m_isRefreshDue = true;
-    QMetaObject::invokeMethod(this, &Theme::Refresh, Qt::QueuedConnection);
-  }
+  if (event->type() == QEvent::ThemeChange) RefreshSoon();
   return QObject::eventFilter(watched, event);
+}
+
+void Theme::RefreshSoon() {
+  // Every window is told of a change of the desktop's look: one answer, once all of them know.
+  if (std::exchange(m_isRefreshDue, true)) return;
+  QMetaObject::invokeMethod(this, &Theme::Refresh, Qt::QueuedConnection);
 }
 
 void Theme::Refresh() {
   m_isRefreshDue = false;
-  const bool dark = m_scheme == ColorScheme::Dark || (m_scheme == ColorScheme::System && IsDark(m_system()));
-  const QPalette palette = PaletteOf(dark);
+  const QPalette desktop = m_system();
+  const bool isDark = m_scheme == ColorScheme::System ? IsDark(desktop) : m_scheme == ColorScheme::Dark;
+  const QPalette palette = PaletteOf({isDark, IsHighContrast(desktop), desktop.color(QPalette::Active, kAccentRole)});
   QApplication::setPalette(palette);
   QToolTip::setPalette(palette);
 }

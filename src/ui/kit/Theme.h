@@ -10,7 +10,8 @@ class QLabel;
 
 namespace kestrin::ui::kit {
 
-/// How the window is coloured. System takes what the desktop has and follows when the person changes that.
+/// How the window is coloured. System takes what the desktop has and follows when the person changes that. Accent and
+/// high contrast are the desktop's in every scheme.
 enum class ColorScheme { Light, Dark, System };
 
 /// The look of the program: one palette and one style for every window. A Theme belongs to its application.
@@ -27,6 +28,9 @@ class Theme : public QObject {
   /// The same with another source of the desktop's palette, which is asked whenever the desktop reports a change.
   static void Apply(QApplication& application, ColorScheme scheme, SystemPalette system);
 
+  /// Changes the scheme alone, as the person chooses another one.
+  static void Choose(QApplication& application, ColorScheme scheme);
+
   /// Makes the button the main one of its window: filled with the accent.
   static void MakePrimary(QAbstractButton& button);
   [[nodiscard]] static bool IsPrimary(const QObject* button);
@@ -38,6 +42,8 @@ class Theme : public QObject {
 
  private:
   explicit Theme(QApplication& application);
+  static Theme* Of(const QApplication& application);
+  void RefreshSoon();
   void Refresh();
 
   QApplication& m_application;

@@ -26,7 +26,7 @@ enum class ColorRole {
   Error,       ///< it failed
 };
 
-/// The colour for `role` that belongs to the scheme of `palette`, light or dark. A widget passes its own palette()
+/// The colour for `role` that belongs to the scheme of `palette`. A widget passes its own palette()
 /// while it paints and so follows a change of the scheme without being told.
 [[nodiscard]] QColor ColorOf(ColorRole role, const QPalette& palette);
 
@@ -36,8 +36,20 @@ enum class ColorRole {
 /// Whether light text on dark ground is wanted by the palette.
 [[nodiscard]] bool IsDark(const QPalette& palette);
 
-/// The application's palette of the light or the dark scheme, with disabled colours, links, hints and tool tips.
-/// PlaceholderText is Soft and BrightText is Error, so that a label takes these colours by its foreground role.
-[[nodiscard]] QPalette PaletteOf(bool dark);
+/// Whether the palette is one of high contrast: pure black on pure white, or the other way round. Widgets paint nothing
+/// translucent then.
+[[nodiscard]] bool IsHighContrast(const QPalette& palette);
+
+/// How the whole program is coloured.
+struct Scheme {
+  bool isDark = false;
+  bool isHighContrast = false;
+  /// The desktop's accent colour; none, or one on which something could not be made out, leaves the program's own.
+  QColor accent{};
+};
+
+/// The application's palette of that scheme, with disabled colours, links, hints and tool tips. PlaceholderText is
+/// Soft, BrightText is Error and Link is Accent, so that a label takes these colours by its foreground role.
+[[nodiscard]] QPalette PaletteOf(const Scheme& scheme);
 
 }  // namespace kestrin::ui::kit

@@ -17,6 +17,7 @@
 #include "ui/kit/SpecialFolders.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/kit/UpdateDialog.h"
+#include "ui/kit/ViewMenu.h"
 #include "ui/kit/WaitFrame.h"
 #include "ui/motion/ConfigFrame.h"
 #include "ui/sound/DownloadFrame.h"
@@ -91,6 +92,7 @@ void Main::MakeLayout() {
 
   m_tools->AddUndoAndRedo(*m_page->UndoAction(), *m_page->RedoAction());
   m_tools->SetLoadMenu(m_setFile.Menu());
+  m_tools->SetViewMenu(*new kit::ViewMenu(m_around.settings, this));
   auto* const column = new QVBoxLayout(all);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);

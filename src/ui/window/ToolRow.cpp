@@ -88,6 +88,9 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   row->addSpacing(kit::kGrid);
   MakeButtons(*row);
   row->addLayout(MakeLabels(), 1);
+  row->addSpacing(kit::kGrid);
+  m_view = MakeViewButton();
+  row->addWidget(m_view);
   ShowSession({});
 }
 
@@ -116,6 +119,24 @@ QVBoxLayout* ToolRow::MakeLabels() {
   labels->addWidget(m_set);
   labels->addStretch(1);
   return labels;
+}
+
+QToolButton* ToolRow::MakeViewButton() {
+  auto* const button = new QToolButton(this);
+  const QString purpose = tr("Choose the colors of the window");
+  button->setObjectName("ViewBtn");
+  button->setText(tr("View"));
+  button->setAccessibleName(tr("View"));
+  button->setAccessibleDescription(purpose);
+  button->setToolTip(purpose);
+  button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  button->setIconSize({kIcon, kIcon});
+  button->setAutoRaise(true);
+  button->setPopupMode(QToolButton::InstantPopup);
+  button->setFocusPolicy(Qt::TabFocus);
+  button->installEventFilter(this);
+  kit::SetHelp(*button, purpose, kit::HelpContext::View);
+  return button;
 }
 
 void ToolRow::MakeButtons(QHBoxLayout& layout) {
@@ -164,6 +185,7 @@ void ToolRow::ShowPictures() {
       AddPicture(icon, m_pictures.Icon(disabled));
     button.setIcon(icon);
   }
+  m_view->setIcon(m_pictures.Icon("view.bmp"));
   for (const auto& [action, picture] : m_edits) {
     QIcon icon = m_pictures.Icon(picture);
     AddDisabledPicture(icon, picture);
@@ -218,16 +240,25 @@ void ToolRow::SetLoadMenu(QMenu& menu) {
   button.setPopupMode(QToolButton::MenuButtonPopup);
   button.installEventFilter(this);
   ShowWhyNot(Tool::Load, {});
-  // Once it is gone: a button is not told that the pointer leaves it while a menu has the mouse.
-  connect(&menu, &QMenu::aboutToHide, this, &ToolRow::ForgetPointer, Qt::QueuedConnection);
+  ForgetPointerAfter(menu, button);
 }
 
-void ToolRow::ForgetPointer() const {
-  QToolButton& button = Button(Tool::Load);
-  if (button.rect().contains(button.mapFromGlobal(QCursor::pos()))) return;
-  QEvent leave(QEvent::Leave);
-  QApplication::sendEvent(&button, &leave);
-  button.update();
+void ToolRow::SetViewMenu(QMenu& menu) {
+  m_view->setMenu(&menu);
+  ForgetPointerAfter(menu, *m_view);
+}
+
+void ToolRow::ForgetPointerAfter(QMenu& menu, QToolButton& button) {
+  // Once it is gone: a button is not told that the pointer leaves it while a menu has the mouse.
+  connect(
+      &menu, &QMenu::aboutToHide, this,
+      [&button] {
+        if (button.rect().contains(button.mapFromGlobal(QCursor::pos()))) return;
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&button, &leave);
+        button.update();
+      },
+      Qt::QueuedConnection);
 }
 
 void ToolRow::ShowLogo() {
@@ -269,7 +300,7 @@ void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
 
 void ToolRow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && m_buttons.back() != nullptr) ShowPictures();
+  if (event->type() == QEvent::PaletteChange && m_view != nullptr) ShowPictures();
 }
 
 bool ToolRow::eventFilter(QObject* watched, QEvent* event) {

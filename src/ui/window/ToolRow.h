@@ -43,6 +43,9 @@ class ToolRow : public QWidget {
   /// What opens beside `LoadBtn`: by a click on its arrow, or by the arrow key down while the button has the keyboard.
   void SetLoadMenu(QMenu& menu);
 
+  /// What opens below `ViewBtn`.
+  void SetViewMenu(QMenu& menu);
+
   void ShowLogo();
   /// The board that is online, or that there is none and why.
   void ShowSession(const core::device::SessionState& session);
@@ -58,10 +61,11 @@ class ToolRow : public QWidget {
 
  private:
   void MakeButtons(QHBoxLayout& layout);
+  [[nodiscard]] QToolButton* MakeViewButton();
   [[nodiscard]] QVBoxLayout* MakeLabels();
   void ShowPictures();
-  /// Puts out the light of the button with the menu unless the pointer is on it.
-  void ForgetPointer() const;
+  /// Puts out the light of the button when its menu closes, unless the pointer is on it.
+  void ForgetPointerAfter(QMenu& menu, QToolButton& button);
   /// The picture in grey, for the disabled state.
   void AddDisabledPicture(QIcon& icon, const QString& picture) const;
   [[nodiscard]] QToolButton* MakeActionButton(const char* name, QAction& action);
@@ -71,6 +75,7 @@ class ToolRow : public QWidget {
   /// Undo and redo with their pictures.
   std::vector<std::pair<QAction*, QString>> m_edits;
   QWidget* m_edit = nullptr;
+  QToolButton* m_view = nullptr;
   QLabel* m_logo = nullptr;
   QLabel* m_online = nullptr;
   /// In place of the serial number while there is no board.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QPalette>
+#include <ostream>
 
 #include "support/Contrast.h"
 
@@ -25,17 +26,102 @@ TEST(ContrastFormula, GivesTheKnownValuesOfTheGuidelines) {
   EXPECT_LT(Contrast(QColor(0x77, 0x77, 0x77), Qt::white), kReadable);
 }
 
-class ThemeColors : public testing::TestWithParam<bool> {
+struct SchemeRow {
+  const char* name;
+  Scheme scheme;
+};
+
+void PrintTo(const SchemeRow& row, std::ostream* out) { *out << row.name; }
+
+class ThemeColors : public testing::TestWithParam<SchemeRow> {
  protected:
   [[nodiscard]] QColor Color(ColorRole role) const { return ColorOf(role, m_palette); }
 
-  QPalette m_palette = PaletteOf(GetParam());
+  QPalette m_palette = PaletteOf(GetParam().scheme);
 };
 
-INSTANTIATE_TEST_SUITE_P(BothSchemes, ThemeColors, testing::Bool(),
-                         [](const auto& scheme) { return scheme.param ? "Dark" : "Light"; });
+// Each accent is one that can be used in its scheme: an orange, a green, a red and a yellow.
+const SchemeRow kSchemes[] = {
+    {"Light", {false, false, {}}},
+    {"Dark", {true, false, {}}},
+    {"LightHighContrast", {false, true, {}}},
+    {"DarkHighContrast", {true, true, {}}},
+    {"LightWithAccent", {false, false, QColor(0x9a, 0x3c, 0x00)}},
+    {"DarkWithAccent", {true, false, QColor(0x6b, 0xd0, 0x8a)}},
+    {"LightHighContrastWithAccent", {false, true, QColor(0x80, 0x00, 0x00)}},
+    {"DarkHighContrastWithAccent", {true, true, QColor(0xff, 0xff, 0x00)}},
+};
 
-TEST_P(ThemeColors, TheSchemeOfAPaletteIsKnownAgain) { EXPECT_EQ(IsDark(m_palette), GetParam()); }
+INSTANTIATE_TEST_SUITE_P(Schemes, ThemeColors, testing::ValuesIn(kSchemes),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(ThemeColors, TheSchemeOfAPaletteIsKnownAgain) {
+  EXPECT_EQ(IsDark(m_palette), GetParam().scheme.isDark);
+  EXPECT_EQ(IsHighContrast(m_palette), GetParam().scheme.isHighContrast);
+}
+
+TEST_P(ThemeColors, ADesktopsAccentIsTakenWhereAllCanBeMadeOutWithIt) {
+  const QColor accent = GetParam().scheme.accent;
+  if (accent.isValid()) {
+    EXPECT_EQ(Color(ColorRole::Accent), accent);
+    return;
+  }
+  const QColor own = Color(ColorRole::Accent);
+  // As light as the grounds, as dark as they are, and in between: on one of the two sides it fails.
+  for (const QColor& useless : {Color(ColorRole::Background), Color(ColorRole::Card), Color(ColorRole::Line)}) {
+    Scheme scheme = GetParam().scheme;
+    scheme.accent = useless;
+    EXPECT_EQ(ColorOf(ColorRole::Accent, PaletteOf(scheme)), own) << useless.name().toStdString();
+    EXPECT_EQ(PaletteOf(scheme), m_palette) << useless.name().toStdString();
+  }
+}
+
+TEST(ThemeAccent, GroundsInItsHueFollowIt) {
+  const QPalette green = PaletteOf({true, false, QColor(0x6b, 0xd0, 0x8a)});
+  const QPalette own = PaletteOf({true, false, {}});
+  const auto howGreen = [](const QColor& color) { return color.green() - color.blue(); };
+  for (const ColorRole ground : {ColorRole::AccentSoft, ColorRole::Selection})
+    EXPECT_GT(howGreen(ColorOf(ground, green)), howGreen(ColorOf(ground, own)) + 10) << static_cast<int>(ground);
+}
+
+TEST(ThemeAccent, PalettesOfOthersHaveTheProgramsOwn) {
+  EXPECT_EQ(ColorOf(ColorRole::Accent, QPalette(QColor(0xee, 0xee, 0xee))), ColorOf(ColorRole::Accent, PaletteOf({})));
+}
+
+struct PaletteRow {
+  QColor ground;
+  QColor text;
+  bool isHighContrast;
+};
+
+TEST(HighContrast, IsPureBlackAndWhiteEitherWay) {
+  const PaletteRow rows[] = {
+      {Qt::black, Qt::white, true},
+      {Qt::white, Qt::black, true},
+      {Qt::white, QColor(0x1d, 0x21, 0x29), false},
+      {QColor(0xef, 0xef, 0xef), Qt::black, false},
+      {QColor(1, 0, 0), Qt::white, false},
+  };
+  for (const PaletteRow& row : rows) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, row.ground);
+    palette.setColor(QPalette::WindowText, row.text);
+    EXPECT_EQ(IsHighContrast(palette), row.isHighContrast) << row.ground.name().toStdString();
+  }
+}
+
+TEST(HighContrast, NothingStepsBackAndEveryLineIsSeen) {
+  for (const bool isDark : {false, true}) {
+    const QPalette palette = PaletteOf({isDark, true, {}});
+    const QColor ground = ColorOf(ColorRole::Background, palette);
+    EXPECT_DOUBLE_EQ(Contrast(ColorOf(ColorRole::Soft, palette), ground), 21.0);
+    EXPECT_DOUBLE_EQ(Contrast(ColorOf(ColorRole::Outline, palette), ground), 21.0);
+    for (const ColorRole role : {ColorRole::Line, ColorRole::Selection})
+      EXPECT_GE(Contrast(ColorOf(role, palette), ground), kSeen) << isDark << static_cast<int>(role);
+    EXPECT_GE(Contrast(ColorOf(ColorRole::Accent, palette), ColorOf(ColorRole::Line, palette)), kSeen) << isDark;
+    EXPECT_GE(Contrast(palette.color(QPalette::Disabled, QPalette::WindowText), ground), kReadable) << isDark;
+  }
+}
 
 TEST_P(ThemeColors, EveryTextIsReadableOnEveryGround) {
   for (const ColorRole text : kTexts) {

@@ -88,7 +88,8 @@ TEST(ThemeOfTheApplication, SystemFollowsTheDesktopWhenThatChanges) {
   QCoreApplication::processEvents();
 
   EXPECT_TRUE(IsDark(QApplication::palette()));
-  EXPECT_EQ(QApplication::palette().color(QPalette::Window), ColorOf(ColorRole::Background, PaletteOf(true)));
+  EXPECT_EQ(QApplication::palette().color(QPalette::Window),
+            ColorOf(ColorRole::Background, PaletteOf({.isDark = true})));
 }
 
 TEST(ThemeOfTheApplication, ManyWindowsAreOneChange) {
@@ -124,6 +125,33 @@ TEST(ThemeOfTheApplication, TheDesktopsOwnPaletteIsAskedThroughTheProgramsOwn) {
   ASSERT_NE(IsDark(QApplication::palette()), desktop);
   Theme::Apply(Application(), ColorScheme::System);
   EXPECT_EQ(IsDark(QApplication::palette()), desktop);
+}
+
+TEST(ThemeOfTheApplication, TheDesktopsAccentAndItsContrastAreTakenInEveryScheme) {
+  // An accent that can be used in the dark scheme alone.
+  const QColor accent(0x6b, 0xd0, 0x8a);
+  QPalette desktop(QColor(0x20, 0x20, 0x20));
+  desktop.setColor(QPalette::Highlight, accent);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
+  desktop.setColor(QPalette::Accent, accent);
+#endif
+  const auto color = [](ColorRole role) { return ColorOf(role, QApplication::palette()); };
+  Theme::Apply(Application(), ColorScheme::System, [&desktop] { return desktop; });
+  EXPECT_EQ(color(ColorRole::Accent), accent);
+  Theme::Choose(Application(), ColorScheme::Light);
+  EXPECT_EQ(color(ColorRole::Accent), ColorOf(ColorRole::Accent, PaletteOf({})));
+  Theme::Choose(Application(), ColorScheme::Dark);
+  EXPECT_EQ(color(ColorRole::Accent), accent);
+
+  desktop.setColor(QPalette::Window, Qt::white);
+  desktop.setColor(QPalette::WindowText, Qt::black);
+  QWidget window;
+  QEvent change(QEvent::ThemeChange);
+  QCoreApplication::sendEvent(&window, &change);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(IsHighContrast(QApplication::palette()));
+  EXPECT_TRUE(IsDark(QApplication::palette())) << "that was chosen";
+  EXPECT_EQ(color(ColorRole::Background), Qt::black);
 }
 
 class ThemedControls : public testing::TestWithParam<ColorScheme> {

@@ -39,7 +39,7 @@ struct ControlTopic {
   kit::HelpContext topic;
 };
 
-constexpr std::array<ControlTopic, 52> kTopics{{
+constexpr std::array<ControlTopic, 53> kTopics{{
     {"Main", kit::HelpContext::Main},
     {"LoadBtn", kit::HelpContext::Open},
     {"SaveBtn", kit::HelpContext::Save},
@@ -48,6 +48,7 @@ constexpr std::array<ControlTopic, 52> kTopics{{
     {"ConfigBtn", kit::HelpContext::Setup},
     {"UpdateBtn", kit::HelpContext::Update},
     {"SendBtn", kit::HelpContext::Download},
+    {"ViewBtn", kit::HelpContext::View},
     {"OnlinePicture", kit::HelpContext::OnlinePicture},
     {"SerialLabel", kit::HelpContext::OnlinePicture},
     {"SetLabel", kit::HelpContext::UnsavedSet},
