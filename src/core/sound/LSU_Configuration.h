@@ -79,8 +79,8 @@ class LSU_Configuration {
   /// Files in use in a list; for a single slot 1 when it holds samples, else 0.
   [[nodiscard]] int Count(SlotKind kind) const;
 
-  // The lists one by one, under the names that belong to this class. The programs go through FileAt() and Count(), which
-  // take every slot.
+  // The lists one by one, under the names that belong to this class. The programs go through FileAt() and Count(),
+  // which take every slot.
   /// The file at list position 1 .. 12. Throws std::out_of_range beyond.
   [[nodiscard]] LSU_SoundFile& GetMtFile(int index);
   [[nodiscard]] LSU_SoundFile& GetImpFile(int index);
