@@ -49,8 +49,8 @@ class LedSetup {
   // --- Reading the LED settings ---
 
   /// Reads the catalogue and what the board is set to, and shows both: types, fitted type, overdrive, pulses. Fails,
-  /// without a message, with NoAnswer when the board does not answer, and with another kind when the catalogue cannot
-  /// be read, is not valid or does not have the board's LED type. Pulses of the panel that would be lost by that are
+  /// without a message, with NoAnswer when the board does not answer, and with NotValid when the catalogue cannot be
+  /// read, is not valid or does not have the board's LED type. Pulses of the panel that would be lost by that are
   /// set aside.
   base::Result<> InitLedDrivers();
   /// Another text whenever the catalogue's file has changed.
