@@ -20,8 +20,6 @@ class HelpBrowser : public QTextBrowser {
   /// Marks every occurrence of the words on the page and goes to where they stand side by side, else to the first one;
   /// no words: no marks.
   void Mark(const QStringList& words);
-  /// How many places are marked.
-  [[nodiscard]] int MarkCount() const { return static_cast<int>(extraSelections().size()); }
 
  protected:
   QVariant loadResource(int type, const QUrl& name) override;

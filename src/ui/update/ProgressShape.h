@@ -16,10 +16,8 @@ class ProgressShape : public QProgressBar {
 
   /// The width that stands for 100 %, in pixels.
   void SetFullWidth(std::int16_t width);
-  [[nodiscard]] std::int16_t FullWidth() const { return m_fullWidth; }
   /// Makes the shape's width that share of the full width. Callers pass 0 to 100.
   void SetPercentage(std::int32_t percentage);
-  [[nodiscard]] std::int32_t Percentage() const { return m_percentage; }
   /// The width of the shape, in pixels.
   [[nodiscard]] double ShapeWidth() const;
 

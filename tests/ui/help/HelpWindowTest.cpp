@@ -138,7 +138,7 @@ TEST_F(HelpWindowTest, SearchListsPagesAndMarksTheWords) {
   EXPECT_EQ(Get<QLabel>("helpResultCount").text(), "2 pages");
   emit results.itemActivated(results.item(0));
   EXPECT_TRUE(Text().contains("Memory check error"));
-  EXPECT_GE(Page().MarkCount(), 3);
+  EXPECT_GE(Page().extraSelections().size(), 3);
   for (const auto& mark : Page().extraSelections()) {
     const QString word = mark.cursor.selectedText().toLower();
     EXPECT_TRUE(word == "memory" || word == "check" || word == "error") << word.toStdString();
@@ -151,7 +151,7 @@ TEST_F(HelpWindowTest, EnterShowsTheFirstResult) {
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QApplication::sendEvent(&search, &enter);
   EXPECT_EQ(Place(), "permissions.html");
-  EXPECT_EQ(Page().MarkCount(), 2) << "once in the text and once in the line to type";
+  EXPECT_EQ(Page().extraSelections().size(), 2) << "once in the text and once in the line to type";
 }
 
 TEST_F(HelpWindowTest, EnterWithoutResultStaysOnThePage) {
@@ -168,10 +168,10 @@ TEST_F(HelpWindowTest, EmptySearchShowsTheContentsAgainWithoutMarks) {
   search.setText("volume");
   emit search.returnPressed();
   EXPECT_TRUE(Get<QListWidget>("helpResults").isVisible());
-  EXPECT_GT(Page().MarkCount(), 0);
+  EXPECT_GT(Page().extraSelections().size(), 0);
   search.clear();
   EXPECT_TRUE(Get<QTreeWidget>("helpContents").isVisible());
-  EXPECT_EQ(Page().MarkCount(), 0);
+  EXPECT_EQ(Page().extraSelections().size(), 0);
 }
 
 TEST_F(HelpWindowTest, ControlFGoesToTheSearch) {

@@ -80,7 +80,7 @@ TEST_F(UpdateForm, IsLoadedWithoutBeingShownAndMeasuresItsBars) {
     const auto name = [number](const char* what) { return std::string(what) + std::to_string(number); };
     const int width = Find<>(name("progressBackground").c_str()).width();
     EXPECT_GT(width, 300);
-    EXPECT_EQ(Find<ProgressShape>(name("progressBar").c_str()).FullWidth(), width);
+    EXPECT_EQ(Find<>(name("progressBar").c_str()).width(), width);
     EXPECT_EQ(half, width / 2.0);
   }
 }
