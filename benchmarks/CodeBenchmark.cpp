@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How fast a sound is coded, beside what the machine needs to copy the same bytes and what sox needs for a volume
 // change of the same samples. One item is one sample.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A whole download of a full set into the simulated board: how many bytes of flash data a second arrive without wire
 // time, and how much longer than the pure wire time it takes over full-speed USB.
 

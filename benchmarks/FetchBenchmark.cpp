@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file of 64 MiB from a server on this computer onto the disk: the update's own client and, in turn, libcurl alone as
 // the curl program uses it, which writes what it gets straight into a file. The client waits until the disk has all of
 // it, libcurl leaves that to the system. `ratio` is the client's speed as a share of libcurl's.

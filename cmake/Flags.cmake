@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # One target carries the flags that every part of the project is compiled with.
 add_library(kestrin_flags INTERFACE)
 target_compile_features(kestrin_flags INTERFACE cxx_std_20)

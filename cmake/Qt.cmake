@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The window needs Qt; the command line, the demo set and the core do not. Where Qt is missing, only the window is left out.
 # Sets KESTRIN_WITH_WINDOW.
 set(KESTRIN_WITH_WINDOW OFF)

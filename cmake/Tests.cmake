@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The headers that nearly every source of the tests reads. They are compiled ahead, once for all programs of a kind.
 set(KESTRIN_TEST_HEADERS
   <gmock/gmock.h> <gtest/gtest.h> <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <memory> <optional>

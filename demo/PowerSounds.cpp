@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/PowerSounds.h"
 
 #include <array>

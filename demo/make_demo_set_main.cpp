@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // make_demo_set FOLDER: synthesises the demo set into that folder, and the fonts of the demo's update server into its
 // folder "fonts".
 

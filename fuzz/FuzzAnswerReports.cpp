@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any reports as a board's answers: of any length, number and id, on time, too late or not at all. Every command comes
 // to an end in time and says no more than it was told.
 //

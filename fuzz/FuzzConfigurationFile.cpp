@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a ".lscfg" file; its paths may name "sound.lsu" and "other.lsu", which are good sounds, and
 // "silent.lsu", which is none.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as an LED catalogue.
 
 #include <cstddef>

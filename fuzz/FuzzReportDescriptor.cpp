@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a report descriptor: read, and when they are one, every field is written and read back.
 
 #include <algorithm>

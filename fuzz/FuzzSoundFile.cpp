@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a ".lsu" file: read, coded at several volumes, copied as a WAV file.
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as the answers of an update server, one behind the other, separated by four bytes 0xFF: catalogue, queries,
 // files, in the order in which they are asked for.
 

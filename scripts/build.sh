@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run and ./test: how a preset is configured.
 # shellcheck shell=bash
 

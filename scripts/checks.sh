@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./test: the checks that are no test programs.
 # shellcheck shell=bash
 
@@ -22,6 +23,10 @@ check_files() {
   else
     fail "includes that scripts/layers.txt does not allow"
   fi
+
+  local bare
+  bare="$(source_files | (cd "$project" && xargs grep -L 'SPDX-License-Identifier: MIT'))"
+  if [ -z "$bare" ]; then pass; else fail "without the line that names the licence: $bare"; fi
 
   check_docs
 

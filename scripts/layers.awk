@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Holds the includes of src/ against a table of who may include whom:
 #   awk -f layers.awk layers.txt FILE...      FILE as src/...
 # Prints every include that the table does not allow, every folder that it does not know and every spelling that is not

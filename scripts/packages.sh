@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run and ./test: makes sure that what a section of packaging/debian-packages.txt names is there.
 # shellcheck shell=bash
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Takes the pictures of the documents anew from the running program, without a display:  scripts/pictures.sh
 # With names it takes these scenes only, into FOLDER:  scripts/pictures.sh FOLDER [SCENE-SCHEME...]
 set -euo pipefail

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./test: runs one section after the other and adds up what passed and what failed.
 # shellcheck shell=bash
 
@@ -68,7 +69,7 @@ tests_at_once() {  # PRESET
   case "$1" in
     fuzz) echo "$jobs" ;;
     asan-ubsan | tsan) echo $((jobs + 1)) ;;
-    *) echo $((2 * jobs + 1)) ;;
+    *) echo $((4 * jobs)) ;;
   esac
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 { Compiles the help:  compile_help OUT.chm FOLDER TITLE FIRSTPAGE CONTENTS.hhc CONTEXTS.txt FILE...
   FOLDER holds the files; CONTEXTS.txt has one line for each context number: the number, a blank, the place.
 

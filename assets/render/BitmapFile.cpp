@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "render/BitmapFile.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "render/Drawing.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Turns the drawings into the bitmap files that the window reads from the program's folder.
 //
 //     render_pictures <folder of the SVG files> <folder for the pictures>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preloaded into a Qt program: tells on standard output how many microseconds lie between the moment in the environment
 // variable FIRST_PAINT_START (microseconds since 1970) and the first picture of the first window, then ends the
 // program.

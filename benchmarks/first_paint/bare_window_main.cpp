@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A window with a line of text and nothing else, linked with everything that the program is linked with.
 
 #include <QApplication>

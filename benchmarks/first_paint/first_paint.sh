@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # first_paint.sh BIN-FOLDER WATCH [ROUNDS]: how long after its start the window is painted, beside a bare Qt window of the
 # same libraries; both in turn, medians. Fails above 1.5 times. QT_QPA_PLATFORM says on what it is shown.
 set -euo pipefail

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The longest time in which the window did not get its turn, in milliseconds, during what takes long.
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // take_pictures --program DIR --sounds DIR [--scheme light|dark|contrast] [--size WIDTHxHEIGHT] FOLDER [SCENE...]
 // Takes pictures of the window, without a display when QT_QPA_PLATFORM is "offscreen": FOLDER/SCENE-SCHEME.png.
 

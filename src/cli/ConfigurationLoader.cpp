@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/ConfigurationLoader.h"
 
 #include "cli/CommandFailure.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/KeptParametersPlace.h"
 
 #include "platform/desktop/DataFolder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/LedBoard.h"
 
 #include "cli/CommandFailure.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/ProgramFolder.h"
 
 #include "cli/CommandFailure.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/VirtualBoard.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pictures as they stand in the program's folder after a build.
 
 #include <gtest/gtest.h>

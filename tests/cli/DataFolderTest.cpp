@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/DataFolder.h"
 
 #include <gtest/gtest.h>

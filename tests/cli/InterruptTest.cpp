@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/Interrupt.h"
 
 #include <sys/stat.h>

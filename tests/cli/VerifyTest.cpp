@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/KestrinctlTest.h"
 #include "support/SoundSet.h"
 

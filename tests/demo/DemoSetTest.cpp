@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/DemoSet.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "demo/Synth.h"
 
 #include <gtest/gtest.h>

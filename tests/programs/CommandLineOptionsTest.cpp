@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "programs/CommandLineOptions.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Programs that come one after the other to a board that erases, each through the real HID library.
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rig/MockBoard.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rig/MockHost.h"
 
 #include <sys/stat.h>

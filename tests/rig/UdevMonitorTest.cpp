@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/hid/UdevMonitor.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Which packages are installed on systems that have different ones.
 . "$(dirname "${BASH_SOURCE[0]}")/pretend.sh"
 . "$project/scripts/packages.sh"

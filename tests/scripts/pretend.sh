@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the tests of the scripts: a project folder of their own and commands that only pretend.
 # shellcheck shell=bash
 

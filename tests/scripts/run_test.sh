@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # A build that fails ends ./run there and then, with its first error, whatever an earlier build has left.
 . "$(dirname "${BASH_SOURCE[0]}")/pretend.sh"
 unset DISPLAY WAYLAND_DISPLAY

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/SimulatedAgent.h"
 
 #include <gmock/gmock.h>

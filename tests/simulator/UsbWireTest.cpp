@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/UsbWire.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ScriptedServer.h"
 
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/AccelerometerBoard.h"
 #include "cli/Commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "cli/LedBoard.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/Commands.h"
 #include "cli/LedTypes.h"
 #include "cli/ProgramFolder.h"

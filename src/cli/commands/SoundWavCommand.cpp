@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CodedSound.h"
 #include "cli/Commands.h"
 #include "cli/TextTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Bytes.h"
 
 #include <numeric>

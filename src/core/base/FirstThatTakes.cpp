@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/FirstThatTakes.h"
 
 #include <system_error>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/TimeLeft.h"
 
 namespace kestrin::core::base {

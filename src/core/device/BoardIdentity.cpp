@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/BoardIdentity.h"
 
 namespace kestrin::core::device {

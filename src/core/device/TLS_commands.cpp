@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The board commands of TLS; binding and report transfer are in TLS.cpp.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/TOneHidVar.h"
 
 #include <utility>

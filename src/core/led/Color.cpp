@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "led/Color.h"
 
 #include "base/Numbers.h"

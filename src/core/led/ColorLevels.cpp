@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "led/ColorLevels.h"
 
 #include <algorithm>

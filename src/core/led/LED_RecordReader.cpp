@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "led/LED_RecordReader.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "led/LedSettingsFile.h"
 
 #include <cmath>

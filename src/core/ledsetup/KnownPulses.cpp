@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ledsetup/KnownPulses.h"
 
 namespace kestrin::core::ledsetup {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ledsetup/LedSetup.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ledsetup/LedSetupState.h"
 
 #include <algorithm>

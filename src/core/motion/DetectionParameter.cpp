@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "motion/DetectionParameter.h"
 
 #include <algorithm>

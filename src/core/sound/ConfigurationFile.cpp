@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/ConfigurationFile.h"
 
 #include <algorithm>

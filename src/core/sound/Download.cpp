@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/Download.h"
 
 #include <algorithm>

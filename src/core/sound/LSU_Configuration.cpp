@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/LSU_Configuration.h"
 
 #include <algorithm>

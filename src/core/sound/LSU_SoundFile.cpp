@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/LSU_SoundFile.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/MissingSounds.h"
 
 #include <algorithm>

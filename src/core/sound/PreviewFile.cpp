@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/PreviewFile.h"
 
 #include "base/FirstThatTakes.h"

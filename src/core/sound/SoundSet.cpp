@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/SoundSet.h"
 
 #include <algorithm>

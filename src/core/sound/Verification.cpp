@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sound/Verification.h"
 
 #include "base/Bytes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/DiskAdvice.h"
 
 #include <algorithm>

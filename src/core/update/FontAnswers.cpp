@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/FontAnswers.h"
 
 #include <utility>

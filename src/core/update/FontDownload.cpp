@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/FontDownload.h"
 
 #include <system_error>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/FontStore.h"
 
 #include <system_error>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/HttpRequest.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/LeftOvers.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "update/UpdateUtils.h"
 
 #include "base/PathText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/CompiledHelp.h"
 
 #include <chm_lib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/CompiledHelp.h"
 
 // Stands in for CompiledHelp.cpp where the library that reads help files is not there.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/ExecutableFolder.h"
 
 #include <system_error>

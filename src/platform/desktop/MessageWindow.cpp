@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageWindow.h"
 #include "ui/kit/Grid.h"
 

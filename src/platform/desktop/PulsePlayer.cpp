@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/PulsePlayer.h"
 
 #include <pulse/error.h>

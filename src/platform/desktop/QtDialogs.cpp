@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/QtDialogs.h"
 
 #include <QColorDialog>

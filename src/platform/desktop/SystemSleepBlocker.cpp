@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/SystemSleepBlocker.h"
 
 #ifdef _WIN32

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/SystemSoundPlayer.h"
 
 namespace kestrin::platform::desktop {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <windows.h>
 // After the line above, which it needs.
 #include <mmsystem.h>

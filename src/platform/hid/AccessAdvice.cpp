@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/hid/AccessAdvice.h"
 
 #include "core/device/THIDagent.h"

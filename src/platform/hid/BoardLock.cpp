@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/hid/BoardLock.h"
 
 #if defined(__linux__)

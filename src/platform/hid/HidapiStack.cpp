@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/hid/HidapiStack.h"
 
 #include <utility>

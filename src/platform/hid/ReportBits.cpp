@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/hid/ReportBits.h"
 
 namespace kestrin::platform::hid {

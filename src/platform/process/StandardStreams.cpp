@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/process/StandardStreams.h"
 
 #if defined(_WIN32)

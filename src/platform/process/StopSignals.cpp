@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/process/StopSignals.h"
 
 #if defined(_WIN32)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/store/BoardStateJson.h"
 
 #include <array>

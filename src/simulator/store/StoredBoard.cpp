@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/store/StoredBoard.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpContents.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpStyle.h"
 
 #include <QColor>

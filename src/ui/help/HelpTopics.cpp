@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpTopics.h"
 
 namespace kestrin::ui::help {

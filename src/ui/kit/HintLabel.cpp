@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/kit/HintLabel.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/kit/LatestJob.h"
 
 namespace kestrin::ui::kit {

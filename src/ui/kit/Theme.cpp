@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/kit/Theme.h"
 
 #include <QAbstractButton>

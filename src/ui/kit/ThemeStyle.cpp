@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/kit/ThemeStyle.h"
 
 #include <QAbstractItemView>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/kit/TopicOf.h"
 
 #include <QVariant>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/kit/WrapLabel.h"
 
 #include <QPainter>

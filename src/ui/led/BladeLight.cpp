@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/led/BladeLight.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/led/ChannelLabel.h"
 
 #include <QPainter>

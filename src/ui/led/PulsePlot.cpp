@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/led/PulsePlot.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/motion/ConfigControl.h"
 
 #include <utility>

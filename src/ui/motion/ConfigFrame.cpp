@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/motion/ConfigFrame.h"
 
 #include <QGridLayout>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/motion/ParameterSlider.h"
 
 #include <QPainter>

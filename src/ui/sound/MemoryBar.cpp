@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/sound/MemoryBar.h"
 
 #include <QPainter>

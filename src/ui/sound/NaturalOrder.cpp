@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/sound/NaturalOrder.h"
 
 #include <QString>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/sound/SoundPage.h"
 
 #include <QAction>

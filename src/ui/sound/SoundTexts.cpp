@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/sound/SoundTexts.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/update/updateForm.h"
 
 #include <QAccessible>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/window/BoardWatch.h"
 
 #include "core/device/DeviceSession.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/window/Main.h"
 
 #include <QAction>

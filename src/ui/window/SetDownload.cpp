@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/window/SetDownload.h"
 
 #include "core/device/DeviceSession.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/window/WhyNot.h"
 
 #include "ui/window/Pages.h"

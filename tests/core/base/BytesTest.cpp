@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/Bytes.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/Numbers.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/PathText.h"
 
 #include <gtest/gtest.h>

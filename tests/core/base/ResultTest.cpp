@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/Result.h"
 
 #include <gtest/gtest.h>

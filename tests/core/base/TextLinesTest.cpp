@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/TextLines.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/Text.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/TimeLeft.h"
 
 #include <gtest/gtest.h>

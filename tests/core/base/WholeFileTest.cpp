@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/base/WholeFile.h"
 
 #include <gmock/gmock.h>

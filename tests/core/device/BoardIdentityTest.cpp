@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/device/BoardIdentity.h"
 
 #include <gtest/gtest.h>

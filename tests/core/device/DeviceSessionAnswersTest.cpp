@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which answers the session believes, and what it does about those that it does not.
 
 #include "DeviceSessionFixture.h"

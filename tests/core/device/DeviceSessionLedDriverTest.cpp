@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An LED driver that cannot be read: the person hears of each failure once, and the board is asked again when it may
 // go better.
 

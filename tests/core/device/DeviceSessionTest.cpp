@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DeviceSessionFixture.h"
 
 namespace kestrin::core::device {

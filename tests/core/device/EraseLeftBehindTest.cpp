@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program was ended while a board erased its flash. Whatever program comes next, at any moment, takes the board for
 // what it is: the answer of the erase, and answers to who asked in between, are nobody's identity or serial number.
 

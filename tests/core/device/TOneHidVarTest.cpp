@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/device/TOneHidVar.h"
 
 #include <gmock/gmock.h>

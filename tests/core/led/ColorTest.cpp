@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/led/Color.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/led/LED_Pulse.h"
 
 #include <gtest/gtest.h>

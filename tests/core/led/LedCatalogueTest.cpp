@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/led/LedCatalogue.h"
 
 #include <gmock/gmock.h>

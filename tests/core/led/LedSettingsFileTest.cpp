@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/led/LedSettingsFile.h"
 
 #include <gmock/gmock.h>

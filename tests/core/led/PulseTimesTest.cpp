@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/led/PulseTimes.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What of the pulses was not sent, and what would be lost.
 
 #include <gmock/gmock.h>

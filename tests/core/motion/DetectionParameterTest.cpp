@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/motion/DetectionParameter.h"
 
 #include <gtest/gtest.h>

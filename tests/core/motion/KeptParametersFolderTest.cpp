@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/motion/KeptParametersFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/motion/KnownValues.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that are no configuration, or no longer one.
 
 #include <gtest/gtest.h>

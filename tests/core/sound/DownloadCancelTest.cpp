@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DownloadFixture.h"
 
 namespace kestrin::core::sound {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One thing goes wrong at every single report of a download: the run ends as it must, never claims a success over a
 // wrong flash, never loses the detection parameters, and the next download works.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DownloadFixture.h"
 
 #include <gmock/gmock.h>

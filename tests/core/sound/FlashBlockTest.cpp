@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/sound/FlashBlock.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The memory map and the file table.
 
 #include <gtest/gtest.h>

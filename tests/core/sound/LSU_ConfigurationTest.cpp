@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/sound/LSU_Configuration.h"
 
 #include <gtest/gtest.h>

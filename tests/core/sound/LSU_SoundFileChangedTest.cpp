@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that are no longer what they were when they were added.
 
 #include <gtest/gtest.h>

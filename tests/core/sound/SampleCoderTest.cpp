@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/sound/SampleCoder.h"
 
 #include <gtest/gtest.h>

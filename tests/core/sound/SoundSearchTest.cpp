@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/sound/SoundSearch.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/sound/Verification.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/DiskAdvice.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/FontAnswers.h"
 
 #include <gmock/gmock.h>

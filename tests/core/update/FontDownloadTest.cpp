@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/FontDownload.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/HttpRequest.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/UpdateManager.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/UpdateServer.h"
 
 #include <gtest/gtest.h>

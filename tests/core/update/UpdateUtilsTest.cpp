@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/update/UpdateUtils.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/SystemDisk.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/hid/PollingMonitor.h"
 
 #include <gmock/gmock.h>

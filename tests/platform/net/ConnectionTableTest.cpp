@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/net/ConnectionTable.h"
 
 #include <gmock/gmock.h>

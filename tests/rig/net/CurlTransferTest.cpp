@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/net/CurlTransfer.h"
 
 #include <gmock/gmock.h>

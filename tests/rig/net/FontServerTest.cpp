@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/net/FontServer.h"
 
 #include <gmock/gmock.h>

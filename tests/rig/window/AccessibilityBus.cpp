@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rig/window/AccessibilityBus.h"
 
 #include <stdexcept>

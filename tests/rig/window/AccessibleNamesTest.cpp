@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/sound/ConfigurationFile.h"
 #include "rig/window/AccessibleNames.h"
 #include "support/RecordingDisk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a screen reader says of the LED driver's page, its colour picker and the update.
 
 #include "rig/window/AccessibleNames.h"

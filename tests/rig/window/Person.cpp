@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rig/window/Person.h"
 
 #include <X11/XKBlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rig/window/PrivateDesktop.h"
 
 #include <fcntl.h>

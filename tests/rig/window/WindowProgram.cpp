@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rig/window/WindowProgram.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/store/BoardStore.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpContextTable.h"
 
 #include <gtest/gtest.h>

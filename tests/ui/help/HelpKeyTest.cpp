@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpKey.h"
 
 #include <gmock/gmock.h>

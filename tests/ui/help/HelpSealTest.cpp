@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpSeal.h"
 
 #include <gtest/gtest.h>

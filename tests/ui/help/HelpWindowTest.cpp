@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/help/HelpWindow.h"
 
 #include <gmock/gmock.h>

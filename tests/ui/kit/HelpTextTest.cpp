@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the help line says of a control, and the topic that it opens, are set together where the control is made.
 
 #include <gtest/gtest.h>

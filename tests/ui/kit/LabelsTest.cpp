@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Titles, captions and hints are made in one place: what a text is for decides how it looks.
 
 #include <gtest/gtest.h>

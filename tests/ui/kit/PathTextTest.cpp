@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A path stays a path: names that are no UTF-8 come through addresses and settings whole.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // View: System, Light, Dark is chosen, holds at once and is remembered.
 
 #include "ui/kit/ViewMenu.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "Driver configuration", and how the panel comes up.
 
 #include "core/ledsetup/LedSetup.h"

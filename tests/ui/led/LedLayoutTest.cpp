@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether the page fits into small windows.
 
 #include <QScrollArea>

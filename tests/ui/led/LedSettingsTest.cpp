@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opening and saving LED settings from the panel.
 
 #include "ui/led/LedPanelFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colour picker.
 
 #include "ui/kit/Theme.h"

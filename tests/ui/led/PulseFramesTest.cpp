@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "Idle Pulse" and "Flash on Clash": boxes, sending, failures.
 
 #include "ui/led/LedPanelFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pictures of the panel: blade, plots, channel labels, and the colours that they are made of.
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the panel says of pulses that were not sent, and what it asks before they are lost.
 
 #include <QFocusEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the panel "Acceleration Sensor Configuration" says about the board, and what it asks before it sends.
 
 #include "ui/motion/ConfigFrameFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ticks and marks of the sliders under "Acceleration Sensor Configuration", by their pixels.
 
 #include "ui/motion/ParameterSlider.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SoundPageFixture.h"
 #include "support/EventLoopTurns.h"
 #include "support/RecordingDisk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPushButton>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QPushButton>
 
 #include "SoundPageFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QRadioButton>
 
 #include "SoundPageFixture.h"

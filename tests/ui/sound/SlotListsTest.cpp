@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QImage>
 #include <QPainter>
 #include <QRadioButton>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QSlider>
 
 #include "SoundPageFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole window follows its colors while it runs: after a change it looks as if it had been made with them.
 
 #include <QMenu>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // F1 on every control of the window, and in every dialog, opens the topic that is its own.
 
 #include <QAbstractButton>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What people without a mouse need of the window: the keyboard stays where it was, Enter presses, menus open.
 
 #include <QCursor>

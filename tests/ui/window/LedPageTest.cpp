@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // With an LED driver online there are two pages: what is not seen is not changed.
 
 #include <QComboBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Other languages need a third more room than English: nothing may be cut off then, in the smallest window.
 
 #include <QAbstractButton>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sounds and sets whose names are no UTF-8, as old volumes have them: played, put into slots, dragged, saved, opened.
 
 #ifndef _WIN32  // There names are characters.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QProgressBar>
 #include <algorithm>
 #include <map>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ScriptedAgent.h"
 #include "ui/window/MainFixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMimeData>

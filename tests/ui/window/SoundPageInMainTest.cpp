@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QAbstractItemModel>
 #include <QRadioButton>
 #include <QTest>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every text of the window that a person reads goes through a translator.
 
 #include <QMenu>
