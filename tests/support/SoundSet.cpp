@@ -33,7 +33,9 @@ constexpr std::array<Row, 7> kRows{{
 }};
 
 const Row& RowOf(SlotKind kind) {
-  return *std::find_if(kRows.begin(), kRows.end(), [kind](const Row& row) { return row.kind == kind; });
+  const auto* const row = std::find_if(kRows.begin(), kRows.end(), [kind](const Row& one) { return one.kind == kind; });
+  if (row == kRows.end()) throw std::logic_error("a sound set was given a slot that there is not");
+  return *row;
 }
 
 }  // namespace

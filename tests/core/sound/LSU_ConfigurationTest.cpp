@@ -97,7 +97,9 @@ TEST_F(LSU_ConfigurationTest, AListThatRefusesAFileStaysAsItWas) {
 }
 
 TEST_F(LSU_ConfigurationTest, ANumberThatIsNoSlotTakesNoFile) {
-  for (const int number : {-1, 0, 8}) EXPECT_FALSE(Add(static_cast<SlotKind>(number), "a.lsu"));
+  const auto path = support::WriteSoundFile(m_folder / "a.lsu", std::vector<std::int16_t>(100, 1));
+  ASSERT_TRUE(LSU_Configuration().AddFile(path, SlotKind::Boot));
+  for (const int number : {-1, 0, 8}) EXPECT_FALSE(m_configuration.AddFile(path, static_cast<SlotKind>(number)));
   EXPECT_EQ(m_configuration.TotalNrOfSamples(), 0);
 }
 
