@@ -59,7 +59,8 @@ check_docs() {
   if [ -z "$gone" ]; then pass; else fail "named in the documents, but not there:$gone"; fi
 
   while read -r folder; do
-    grep -qF -e "\`${folder##*/}\`" -e "\`$folder\`" "$project/CONTRIBUTING.md" || unnamed="$unnamed $folder"
+    grep -F -e "| \`$folder\`" -e "| \`${folder%/*}\`" "$project/CONTRIBUTING.md" | grep -qF -e "\`$folder\`" -e "\`${folder##*/}\`" ||
+      unnamed="$unnamed $folder"
   done < <(cd "$project" && find src/*/ -type f | sed 's,/[^/]*$,,' | sort -u)
   if [ -z "$unnamed" ]; then pass; else fail "folders that CONTRIBUTING.md does not name:$unnamed"; fi
 }

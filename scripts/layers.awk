@@ -36,6 +36,7 @@ FNR == 1 {
   sub(/^[^"]*"/, "", target)
   sub(/".*/, "", target)
   if (core && target !~ /^(core|simulator|platform|ui|cli|programs)\//) target = "core/" target
+  else if (core && target ~ /^core\//) complain("within the core \"" target "\" is spelt without \"core/\"")
   there = folder(target)
   if (there == here) next
   if (!(there in known)) complain("\"" target "\" names no folder of the table")

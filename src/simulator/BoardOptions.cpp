@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "core/base/Numbers.h"
+#include "core/base/PathText.h"
 #include "core/base/Text.h"
 
 namespace kestrin::simulator {
@@ -41,8 +42,7 @@ bool SetSerial(BoardOptions& options, std::string_view value) {
 }
 
 bool SetDir(BoardOptions& options, std::string_view value) {
-  // Command lines are UTF-8 text.
-  options.dir = std::filesystem::path(std::u8string(value.begin(), value.end()));
+  options.dir = core::base::PathOf(value);
   return !value.empty();
 }
 
@@ -98,8 +98,6 @@ constexpr Key kKeys[] = {
     {"fault", AddFault, "write:N, read:N, unplug:N or flip:N with a number N from 1", true},
 };
 
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
 core::base::Failure NotValid(std::string text) { return {core::base::FailureKind::NotValid, std::move(text)}; }
 
 }  // namespace
@@ -113,17 +111,17 @@ core::base::Result<BoardOptions> BoardOptions::Parse(std::string_view text) {
     const std::string_view name = item.substr(0, equals);
     const auto key = std::find_if(std::begin(kKeys), std::end(kKeys), [name](const Key& k) { return k.name == name; });
     if (key == std::end(kKeys)) {
-      std::string problem = "The simulated board has no key " + Quoted(name) + ": allowed are";
+      std::string problem = "The simulated board has no key " + core::base::Quoted(name) + ": allowed are";
       for (const Key& known : kKeys) problem += (&known == kKeys ? " " : ", ") + std::string(known.name);
       return NotValid(problem);
     }
-    const std::string where = "The simulated board's key " + Quoted(name);
+    const std::string where = "The simulated board's key " + core::base::Quoted(name);
     if (equals == item.size()) return NotValid(where + " needs a value: " + std::string(key->allowed));
     if (!seen.insert(name).second && !key->repeats) return NotValid(where + " is given twice: it may stand once");
     const std::string_view value = item.substr(equals + 1);
     if (!key->set(options, value))
-      return NotValid(Quoted(value) + " is no value for the simulated board's key " + Quoted(name) + ": allowed is " +
-                      std::string(key->allowed));
+      return NotValid(core::base::Quoted(value) + " is no value for the simulated board's key " +
+                      core::base::Quoted(name) + ": allowed is " + std::string(key->allowed));
   }
   return options;
 }

@@ -21,7 +21,7 @@ class FontsServeCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Offer a folder of sound fonts to other computers"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("DIR", m_folder, "The folder, with one folder for each font", Syntax::Need::Required);
+    syntax.Path("DIR", m_folder, "The folder, with one folder for each font", Syntax::Need::Required);
     syntax.Number("--port N", m_port, 0, kHighestPort, "The port, 0 for a free one");
     syntax.Text("--address A", m_address,
                 "The address of this computer, 0.0.0.0 for all (127.0.0.1: this computer only)",
@@ -29,11 +29,11 @@ class FontsServeCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
-    const std::filesystem::path folder = core::base::PathOf(m_folder);
-    if (std::error_code ignored; !std::filesystem::is_directory(folder, ignored))
-      throw CommandFailure(ExitCode::Failed, m_folder + " is no folder. Name one that holds a folder for each font.");
+    if (std::error_code ignored; !std::filesystem::is_directory(m_folder, ignored))
+      throw CommandFailure(ExitCode::Failed,
+                           core::base::TextOf(m_folder) + " is no folder. Name one that holds a folder for each font.");
     const bool quiet = context.options.quiet || context.options.json;
-    const core::update::FontCollection fonts(folder);
+    const core::update::FontCollection fonts(m_folder);
     const core::base::SystemClock clock;
     const auto note = [quiet](const std::string& text) {
       if (!quiet) std::cout << text << std::endl;
@@ -62,7 +62,7 @@ class FontsServeCommand final : public Command {
         std::cout << "On offer: " << font.name << std::endl;
   }
 
-  std::string m_folder;
+  std::filesystem::path m_folder;
   std::optional<std::int32_t> m_port;
   std::string m_address = "127.0.0.1";
 };

@@ -18,7 +18,7 @@ class LedSendCommand final : public Command {
 
   void Declare(Syntax& syntax) override {
     syntax.Text("PULSE", m_pulse, "idle or foc (flash on clash)", Syntax::Need::Required);
-    syntax.Text("FILE", m_file, "LED settings file", Syntax::Need::Required);
+    syntax.Path("FILE", m_file, "LED settings file", Syntax::Need::Required);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -28,7 +28,7 @@ class LedSendCommand final : public Command {
     LedBoard board(context);
     board.Read();
     core::ledsetup::LedSetup& setup = board.Setup();
-    static_cast<void>(setup.LoadSettings(core::base::PathOf(m_file)));
+    static_cast<void>(setup.LoadSettings(m_file));
     static_cast<void>(idle ? setup.SendPulse() : setup.SendFoc());
     board.RequireConfirmed("the pulse");
     const core::led::LED_Pulse& pulse = idle ? setup.State().IdlePulse : setup.State().FocPulse;
@@ -39,7 +39,7 @@ class LedSendCommand final : public Command {
 
  private:
   std::string m_pulse;
-  std::string m_file;
+  std::filesystem::path m_file;
 };
 
 }  // namespace

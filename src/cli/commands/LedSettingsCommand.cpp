@@ -14,20 +14,20 @@ class LedSettingsCommand final : public Command {
   [[nodiscard]] std::string Name() const override { return "led settings"; }
   [[nodiscard]] std::string Description() const override { return "Show what an LED settings file holds"; }
 
-  void Declare(Syntax& syntax) override { syntax.Text("FILE", m_file, "LED settings file", Syntax::Need::Required); }
+  void Declare(Syntax& syntax) override { syntax.Path("FILE", m_file, "LED settings file", Syntax::Need::Required); }
 
   [[nodiscard]] Report Run(Context&) override {
     ConsoleLedSetupView view;
     core::ledsetup::LedSetup setup(
         "", [] { return nullptr; }, view);
-    static_cast<void>(setup.LoadSettings(core::base::PathOf(m_file)));
+    static_cast<void>(setup.LoadSettings(m_file));
     const core::led::LED_Pulse& idle = setup.State().IdlePulse;
     const core::led::LED_Pulse& foc = setup.State().FocPulse;
     return {ExitCode::Done, {{"idle", DocumentOf(idle)}, {"foc", DocumentOf(foc)}}, TextOfPulses(idle, foc), ""};
   }
 
  private:
-  std::string m_file;
+  std::filesystem::path m_file;
 };
 
 }  // namespace

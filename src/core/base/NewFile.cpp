@@ -35,9 +35,7 @@ bool NewFile::Close() {
   return Note(std::fclose(m_file.release()) == 0);
 }
 
-Failure NewFile::Why() const {
-  return {WasThere() ? FailureKind::InTheWay : KindOf(m_error), m_error ? m_error.message() : "the disk refused it"};
-}
+Failure NewFile::Why() const { return {KindOf(m_error), m_error ? m_error.message() : "the disk refused it"}; }
 
 bool NewFile::Note(bool success) {
   if (!success) m_error.assign(errno, std::generic_category());

@@ -48,6 +48,9 @@ struct Failure {
   friend bool operator==(const Failure&, const Failure&) = default;
 };
 
+/// A system's error as a failure; the text is the system's.
+[[nodiscard]] inline Failure FailureOf(const std::error_code& error) { return {KindOf(error), error.message()}; }
+
 /// What a method has made, or why it could not.
 template <class T = void>
 class [[nodiscard]] Result {

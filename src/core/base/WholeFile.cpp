@@ -60,8 +60,6 @@ Result<> WriteStraight(const fs::path& path, const ContentInPieces& content) {
   return Failure{KindOf(error), error ? error.message() : "the disk refused it"};
 }
 
-Failure FailureOf(const std::error_code& error) { return {KindOf(error), error.message()}; }
-
 Result<> Flush(Disk* disk, const fs::path& path) {
   if (disk == nullptr) return {};
   if (const std::error_code error = disk->Flush(path)) return FailureOf(error);

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "led/LedCatalogue.h"
+
 namespace kestrin::core::device {
 
 namespace {
@@ -14,8 +16,6 @@ using Stage = SessionState::Stage;
 constexpr const char* kNoConnection =
     "A connection with Kuskekpize could not be established.\r\n"
     " Press OK to work offline or Cancel to exit the application";
-constexpr const char* kInvalidCatalogue =
-    "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !";
 constexpr const char* kStillBusy = "The board is still busy, please wait ...";
 
 /// What the answer of an erase looks like to who has asked for the identity; its digits to who has asked for the serial
@@ -79,6 +79,8 @@ void DeviceSession::GoOnline() {
     GoOffline();
     return;
   }
+  // A handler that ran while the board was asked may have gone offline.
+  if (!m_state.IsOnline()) return;
   m_finishingBoard = 0;
   const BoardIdentity identity = Identify(m_state.id);
   m_state.memoryCapacity = identity.memoryCapacity.value_or(m_state.memoryCapacity);
@@ -92,6 +94,7 @@ void DeviceSession::GoOnline() {
     GoOffline();
     return;
   }
+  if (!m_state.IsOnline()) return;
   m_state.stage = Stage::Ready;
   Tell();
 }
@@ -104,14 +107,16 @@ bool DeviceSession::ReadBoard() {
 }
 
 bool DeviceSession::ReadLedDriver() {
+  // Of the catalogue that is about to be read: one that is mended meanwhile is another.
+  const std::string stamp = m_reader->CatalogueStamp();
   const base::Result<> read = m_reader->InitLedDrivers();
   if (read) {
     m_ledFailure.reset();
     return true;
   }
   const bool ofCatalogue = read.Why().kind != base::FailureKind::NoAnswer;
-  const LedFailure failure{m_state.board, ofCatalogue, m_reader->CatalogueStamp()};
-  if (std::exchange(m_ledFailure, failure) != failure) m_view.ShowMessage(kInvalidCatalogue, read.Text());
+  const LedFailure failure{m_state.board, ofCatalogue, stamp};
+  if (std::exchange(m_ledFailure, failure) != failure) m_view.ShowMessage(led::LedCatalogue::kInvalid, read.Text());
   return false;
 }
 

@@ -175,4 +175,11 @@ std::int16_t LED_Driver::ConvertLuminanceToRGB(Color color, std::int32_t luminan
   return channel == 0 ? std::int16_t{-1} : Scale<std::int16_t>(luminance, 255, GetMaxLum(channel));
 }
 
+std::int32_t LED_Driver::MostOverdrive() const {
+  std::int32_t strongest = 0;
+  for (int channel = 1; channel <= std::min<int>(NrOfChannels, kChannels); ++channel)
+    strongest = std::max(strongest, GetMaxDC(channel));
+  return base::RoundTo<std::int32_t>(10000.0 / strongest);
+}
+
 }  // namespace kestrin::core::led

@@ -66,6 +66,10 @@ class LED_Driver {
   /// The highest duty cycle, in percent, that the channel (clamped) may be driven with at nominal overdrive.
   [[nodiscard]] std::int32_t GetMaxDC(int channel) const { return m_channels[Index(channel)].MaxDC; }
 
+  /// The most overdrive that this type is driven with, in percent: its strongest channel in use then reaches a duty
+  /// cycle of 100 %. Throws std::out_of_range for a type that has no channel.
+  [[nodiscard]] std::int32_t MostOverdrive() const;
+
   /// The luminance of the channel (clamped) at full level.
   [[nodiscard]] std::int32_t GetMaxLum(int channel) const { return m_channels[Index(channel)].MaxLum; }
 

@@ -118,14 +118,10 @@ bool LedSetup::SelectLED(const std::string& LEDName, double voltage, std::int32_
 
 void LedSetup::UseDriver(const led::LED_Driver& type, double voltage, std::int32_t& overDrive) {
   m_state.CurrentDriver = type;
-  std::int32_t maxDC = 0;
-  for (int channel = 1; channel <= m_state.Channels(); ++channel) {
+  for (int channel = 1; channel <= m_state.Channels(); ++channel)
     m_state.channelColors[static_cast<std::size_t>(channel) - 1] = type.GetChannelColor(channel);
-    maxDC = std::max(maxDC, type.GetMaxDC(channel));
-  }
   m_state.CurrentDriver.Voltage = voltage;
-  // With the most overdrive the strongest channel reaches a duty cycle of 100 %.
-  m_state.overdriveMaximum = base::RoundTo<std::int32_t>(10000.0 / maxDC);
+  m_state.overdriveMaximum = type.MostOverdrive();
   overDrive = std::min(overDrive, m_state.overdriveMaximum);
   m_state.CurrentDriver.OverDrive = overDrive;
   m_state.overdrive = overDrive;

@@ -117,7 +117,7 @@ base::Result<> LSU_Configuration::MakeMemoryMap(const std::function<bool(int per
   for (const SlotFile& entry : files) {
     try {
       if (!entry.file->Code(pump)) {
-        const base::Result<> codable = entry.file->CheckCodable(pump);
+        base::Result<> codable = entry.file->CheckCodable(pump);
         if (!codable) return codable;
         // The file is back by now; this run has missed it all the same.
         return base::Failure{base::FailureKind::Changed, "A sound file changed while it was read. Try again."};

@@ -36,8 +36,6 @@ bool IsFile(const fs::path& path) {
   return fs::is_regular_file(path, ignored);
 }
 
-Failure FailureOf(const std::error_code& error) { return {base::KindOf(error), error.message()}; }
-
 Failure CouldNotWrite(const fs::path& path, const Failure& why) {
   return {why.kind, Quoted(path) + " could not be written: " + why.text};
 }
@@ -48,7 +46,7 @@ base::Result<> MakeFolder(const fs::path& folder) {
   if (fs::is_directory(folder, error)) return {};
   const std::string inTheWay = InTheWay(folder);
   fs::create_directories(folder, error);
-  const Failure why = inTheWay.empty() ? FailureOf(error) : Failure{FailureKind::InTheWay, inTheWay};
+  const Failure why = inTheWay.empty() ? base::FailureOf(error) : Failure{FailureKind::InTheWay, inTheWay};
   return Failure{why.kind, "The folder " + Quoted(folder) + " could not be made: " + why.text};
 }
 
@@ -59,7 +57,7 @@ base::Result<> RemoveFile(const fs::path& path) {
   std::error_code ignored;
   const Failure why = fs::is_directory(path, ignored)
                           ? Failure{FailureKind::InTheWay, "a folder of that name is in the way"}
-                          : FailureOf(error);
+                          : base::FailureOf(error);
   return Failure{why.kind, Quoted(path) + " could not be removed: " + why.text};
 }
 

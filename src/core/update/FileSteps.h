@@ -23,7 +23,4 @@ base::Result<> RemoveFile(const std::filesystem::path& path);
 /// That a file could not be written, and why.
 [[nodiscard]] base::Failure CouldNotWrite(const std::filesystem::path& path, const base::Failure& why);
 
-/// What a system's error is; the text is the system's reason.
-[[nodiscard]] base::Failure FailureOf(const std::error_code& error);
-
 }  // namespace kestrin::core::update

@@ -13,6 +13,7 @@ namespace kestrin::core::update {
 namespace fs = std::filesystem;
 using base::Failure;
 using base::FailureKind;
+using base::FailureOf;
 using base::Quoted;
 using base::Result;
 
@@ -28,11 +29,17 @@ fs::path Behind(const fs::path& folder) {
   return fs::canonical(folder, ignored);
 }
 
+/// Where a font's files are to go; "" for a link, which leads elsewhere.
+fs::path PlaceOf(const fs::path& folder) {
+  std::error_code ignored;
+  return fs::is_symlink(folder, ignored) ? fs::path() : Behind(folder);
+}
+
 }  // namespace
 
 FontDownload::FontDownload(const fs::path& folder, const std::string& fileName, base::Disk& disk)
     : m_folder(folder),
-      m_place(Behind(folder)),
+      m_place(PlaceOf(folder)),
       m_temporary(folder / FontFiles::kTemporaryName),
       m_target(folder / base::PathOf(fileName)),
       m_disk(disk) {}

@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 using base::Disk;
 using base::Failure;
 using base::FailureKind;
+using base::FailureOf;
 using base::Quoted;
 using base::Result;
 

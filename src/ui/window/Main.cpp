@@ -89,7 +89,7 @@ void Main::MakeLayout() {
   m_page = new sound::SoundPage(m_set, m_around.folders);
   m_pages = new Pages(*m_page, all);
   m_helpLine = new HelpLine(all);
-  m_helpLine->setContentsMargins(2 * kit::kGrid, kit::kGrid, 2 * kit::kGrid, kit::kGrid);
+  m_helpLine->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kGrid);
 
   m_tools->AddUndoAndRedo(*m_page->UndoAction(), *m_page->RedoAction());
   m_tools->SetLoadMenu(m_setFile.Menu());
@@ -281,14 +281,20 @@ void Main::Update() {
   // The board may have gone since the button was pressed, and an LED driver may have come.
   core::device::TLS* const board = m_session.Board();
   if (!Why().Of(ToolRow::Tool::Update).isEmpty() || board == nullptr) return;
+  std::string serialNumber;
   core::base::Result<> identified;
   {
     const kit::CommandGate::Passage passage(m_around.gate);
-    if (board->GetSN() == core::device::TLS::kNoSerialNumber) return;
-    identified = m_session.EnsureIdentified();
+    serialNumber = board->GetSN();
+    if (serialNumber == core::device::TLS::kNoSerialNumber) return;
+    // The server gives fonts to a whole number.
+    if (serialNumber.size() != core::device::TLS::kSerialDigits) {
+      identified = m_session.EnsureIdentified();
+      serialNumber = m_session.State().serialNumber;
+    }
   }
   if (!identified) return m_around.dialogs.ShowError(QString::fromStdString(identified.Text()));
-  const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, m_session.State().serialNumber);
+  const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
   if (!m_closing.IsEnding()) m_setFile.OfferNew(sets);
 }
 

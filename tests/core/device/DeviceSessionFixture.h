@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +31,8 @@ class RecordingSession final : public SessionView, public BoardReader {
   std::string catalogueStamp = "first";
   bool waits = true;
   std::string advice;
+  /// What happens while the board is read.
+  std::function<void()> meanwhile = [] {};
 
   void ShowState(const SessionState& now) override {
     EXPECT_NE(now, state) << "nothing new";
@@ -53,9 +56,13 @@ class RecordingSession final : public SessionView, public BoardReader {
   }
   void StopGoOnlineTimer() override { log.push_back("timer stopped"); }
 
-  void ReadAccData() override { log.push_back("ReadAccData"); }
+  void ReadAccData() override {
+    log.push_back("ReadAccData");
+    meanwhile();
+  }
   base::Result<> InitLedDrivers() override {
     log.push_back("InitLedDrivers");
+    meanwhile();
     return ledDriver;
   }
   std::string CatalogueStamp() override { return catalogueStamp; }

@@ -46,6 +46,15 @@ TEST_F(DeviceSessionLedDriver, ThatCannotBeReadGoesOfflineWithAMessage) {
   EXPECT_EQ(m_session.State().deviceType, DeviceType::LedDriver);
 }
 
+// The failure is that of the catalogue that was read, which is another by the time it is told.
+TEST_F(DeviceSessionLedDriver, IsAskedAgainWhenTheCatalogueWasMendedWhileItWasRead) {
+  m_view.meanwhile = [this] { m_view.catalogueStamp = "second"; };
+  Start(kOfCatalogue);
+  m_view.meanwhile = [] {};
+  m_view.ledDriver = {};
+  EXPECT_THAT(Tick(), Contains("ready:Kestrin LED Driver Serial Number: 4B535401"));
+}
+
 TEST_F(DeviceSessionLedDriver, IsLeftAloneUntilTheCatalogueHasChanged) {
   Start(kOfCatalogue);
   const std::size_t asked = m_agent.written.size();

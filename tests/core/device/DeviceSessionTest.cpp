@@ -66,6 +66,20 @@ TEST_F(DeviceSessionTest, ABoardCannotBeUsedBeforeItHasBeenRead) {
   }
 }
 
+TEST_F(DeviceSessionTest, ABoardThatIsPulledOutWhileItIsReadStaysOffline) {
+  for (const std::uint16_t id : {64, 100}) {
+    m_view.meanwhile = [this] {
+      m_agent.Close(1);
+      m_session.DeviceRemoved(1, "path");
+    };
+    m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
+    AnswerIdentity(id);
+    EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline) << id;
+    EXPECT_EQ(m_session.State().stage, SessionState::Stage::Offline) << id;
+    EXPECT_EQ(m_view.log.back(), "offline") << id;
+  }
+}
+
 struct RevisionCase {
   std::uint16_t id;
   DeviceType type;

@@ -133,6 +133,17 @@ TEST(LED_DriverInit, RoundsWholeNumbersWithTiesToTheEven) {
   EXPECT_EQ(driver.GetMaxDC(1), 80);
 }
 
+TEST(LED_DriverInit, TheStrongestChannelLimitsTheOverdrive) {
+  RecordText record;
+  record.channelCount = "2";
+  record.channels.resize(2);
+  record.channels[0].maxDC = "40";
+  record.channels[1].maxDC = "64";
+  const std::int32_t most = DriverOf(record).MostOverdrive();
+  // 64 % times 156 % are 99.8 %, the nearest to 100 that a whole number of percent gives.
+  EXPECT_EQ(most, 156);
+}
+
 TEST(LED_DriverInit, ReadsANumberUpToWhatCannotContinueIt) {
   RecordText record;
   record.code = " 1 2 volt";

@@ -84,6 +84,16 @@ TEST_F(FontDownloadTest, AnOldDownloadOrALinkOfThatNameGivesWay) {
   EXPECT_EQ(ReadBytes(folder / "mine"), "mine");
 }
 
+// The folder was looked at before the server was asked; a link may have come since.
+TEST_F(FontDownloadTest, AFolderThatIsALinkFromTheBeginningGetsNothing) {
+  fs::create_directories(folder / "elsewhere");
+  fs::create_directory_symlink(folder / "elsewhere", folder / "font");
+  FontDownload linked(folder / "font", "a.lsu", disk);
+  EXPECT_EQ(linked.Begin().Why().kind, FailureKind::Changed);
+  linked.Drop();
+  EXPECT_TRUE(fs::is_empty(folder / "elsewhere"));
+}
+
 TEST_F(FontDownloadTest, AFolderThatWasExchangedGetsNothingAndLosesNothing) {
   const fs::path elsewhere = folder / "elsewhere";
   fs::create_directories(elsewhere);
