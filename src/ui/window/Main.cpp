@@ -287,13 +287,12 @@ void Main::Update() {
     const kit::CommandGate::Passage passage(m_around.gate);
     serialNumber = board->GetSN();
     if (serialNumber == core::device::TLS::kNoSerialNumber) return;
-    // The server gives fonts to a whole number.
-    if (serialNumber.size() != core::device::TLS::kSerialDigits) {
-      identified = m_session.EnsureIdentified();
-      serialNumber = m_session.State().serialNumber;
-    }
+    identified = m_session.EnsureIdentified();
   }
-  if (!identified) return m_around.dialogs.ShowError(QString::fromStdString(identified.Text()));
+  // The server gives fonts to a whole number.
+  if (serialNumber.size() != core::device::TLS::kSerialDigits) serialNumber = m_session.State().serialNumber;
+  if (serialNumber.size() != core::device::TLS::kSerialDigits)
+    return m_around.dialogs.ShowError(QString::fromStdString(identified.Text()));
   const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
   if (!m_closing.IsEnding()) m_setFile.OfferNew(sets);
 }
