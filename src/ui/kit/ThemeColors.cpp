@@ -54,12 +54,20 @@ constexpr std::array<Shades, 7> kSlotColors{{
 constexpr double kReadable = 4.5;
 constexpr double kSeen = 3.0;
 
+/// What has less of it is a grey.
+constexpr float kLeastSaturation = 0.2F;
+/// Each try of an accent is lighter or darker by so much.
+constexpr float kLightnessStep = 0.01F;
+
 QColor InScheme(ColorRole role, const Scheme& scheme) { return kColors.at(static_cast<std::size_t>(role)).In(scheme); }
+
+/// As the screen has it: rounded to the steps of a channel.
+QColor AsShown(const QColor& color) { return QColor(color.rgb()); }
 
 QColor Mixed(const QColor& one, const QColor& other, float share) {
   const auto mix = [share](float a, float b) { return a * share + b * (1 - share); };
-  return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
-                          mix(one.blueF(), other.blueF()));
+  return AsShown(QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
+                                  mix(one.blueF(), other.blueF())));
 }
 
 double Luminance(const QColor& color) {
@@ -109,6 +117,22 @@ bool IsUsableAccent(const Scheme& scheme) {
   return contrast(ColorRole::Accent, ColorRole::Selection) >= kSeen;
 }
 
+/// The scheme with its accent as light as it must be, and with none where none of its lightnesses will do. The hue is
+/// what the person knows the accent by; a grey has none, which would only look like a missing colour.
+Scheme WithUsableAccent(Scheme scheme) {
+  if (!scheme.accent.isValid() || IsUsableAccent(scheme)) return scheme;
+  const QColor wanted = scheme.accent.toHsl();
+  scheme.accent = QColor();
+  if (wanted.hslSaturationF() < kLeastSaturation) return scheme;
+  const float step = scheme.isDark ? kLightnessStep : -kLightnessStep;
+  for (float lightness = wanted.lightnessF() + step; lightness > 0 && lightness < 1; lightness += step) {
+    Scheme shifted = scheme;
+    shifted.accent = AsShown(QColor::fromHslF(wanted.hslHueF(), wanted.hslSaturationF(), lightness));
+    if (IsUsableAccent(shifted)) return shifted;
+  }
+  return scheme;
+}
+
 /// What PaletteOf() has made the palette of. The accent stands under both kinds of links there; in palettes of others
 /// these differ.
 Scheme SchemeOf(const QPalette& palette) {
@@ -141,8 +165,7 @@ QColor SlotColor(core::sound::SlotKind slot, const QPalette& palette) {
 }
 
 QPalette PaletteOf(const Scheme& wanted) {
-  Scheme scheme = wanted;
-  if (!IsUsableAccent(scheme)) scheme.accent = QColor();
+  const Scheme scheme = WithUsableAccent(wanted);
   const auto color = [&scheme](ColorRole role) { return InAccent(role, scheme); };
   const QColor text = color(ColorRole::Text);
   const QColor card = color(ColorRole::Card);

@@ -45,7 +45,8 @@ enum class ColorRole {
 struct Scheme {
   bool isDark = false;
   bool isHighContrast = false;
-  /// The desktop's accent colour; none, or one on which something could not be made out, leaves the program's own.
+  /// The desktop's accent colour. Where something could not be made out with it, one of its hue that is darker in a
+  /// light scheme and lighter in a dark one stands in for it; none, or a grey like that, leaves the program's own.
   QColor accent{};
 };
 

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QPalette>
+#include <algorithm>
+#include <cstdlib>
 #include <ostream>
+#include <string>
 
 #include "support/Contrast.h"
 
@@ -75,6 +78,47 @@ TEST_P(ThemeColors, ADesktopsAccentIsTakenWhereAllCanBeMadeOutWithIt) {
     EXPECT_EQ(ColorOf(ColorRole::Accent, PaletteOf(scheme)), own) << useless.name().toStdString();
     EXPECT_EQ(PaletteOf(scheme), m_palette) << useless.name().toStdString();
   }
+}
+
+// The accents that desktops have of themselves: five blues and two oranges, and what people choose.
+const QRgb kDesktopAccents[] = {0xff0078d4, 0xff3584e4, 0xff3daee9, 0xff308cc6, 0xff007aff,
+                                0xffe95420, 0xff005fb8, 0xffe66100, 0xff2ec27e, 0xff9141ac};
+
+/// How far two colours lie apart on the circle of hues, in degrees.
+int HueApart(const QColor& one, const QColor& other) {
+  const int apart = std::abs(one.hslHue() - other.hslHue());
+  return std::min(apart, 360 - apart);
+}
+
+TEST(ThemeAccent, OfADesktopKeepsItsHueAndIsMadeOutEverywhere) {
+  for (const bool isDark : {false, true}) {
+    for (const QColor wanted : kDesktopAccents) {
+      const QPalette palette = PaletteOf({isDark, false, wanted});
+      const QColor accent = ColorOf(ColorRole::Accent, palette);
+      const std::string which = wanted.name().toStdString() + (isDark ? " dark" : " light");
+      EXPECT_LE(HueApart(accent, wanted), 3) << which << accent.name().toStdString();
+      EXPECT_NEAR(accent.hslSaturationF(), wanted.hslSaturationF(), 0.05) << which;
+      // No further than it must: never to the other side.
+      if (isDark)
+        EXPECT_GE(accent.lightness(), wanted.lightness()) << which;
+      else
+        EXPECT_LE(accent.lightness(), wanted.lightness()) << which;
+      const auto contrast = [&palette, &accent](ColorRole role) { return Contrast(ColorOf(role, palette), accent); };
+      for (const ColorRole ground : {ColorRole::Background, ColorRole::Card, ColorRole::AccentSoft})
+        EXPECT_GE(contrast(ground), kReadable) << which << static_cast<int>(ground);
+      EXPECT_GE(contrast(ColorRole::AccentText), kReadable) << which;
+      EXPECT_GE(contrast(ColorRole::Selection), kSeen) << which;
+      for (const ColorRole text : kTexts)
+        for (const ColorRole ground : kGrounds)
+          EXPECT_GE(Contrast(ColorOf(text, palette), ColorOf(ground, palette)), kReadable)
+              << which << static_cast<int>(text) << " on " << static_cast<int>(ground);
+    }
+  }
+}
+
+TEST(ThemeAccent, OfNoHueLeavesTheProgramsOwn) {
+  for (const bool isDark : {false, true})
+    EXPECT_EQ(PaletteOf({isDark, false, QColor(0x80, 0x80, 0x80)}), PaletteOf({isDark, false, {}})) << isDark;
 }
 
 TEST(ThemeAccent, GroundsInItsHueFollowIt) {
