@@ -21,7 +21,7 @@ class ConsoleDownloadView final : public core::sound::DownloadView {
   void ShowMessage(const std::string&) override {}
   void ShowFrame() override {}
   void HideFrame() override {}
-  void ShowPhase(const std::string& text) override { m_progress.Phase(text); }
+  void ShowPhase(core::sound::DownloadPhase, const std::string& text) override { m_progress.Phase(text); }
   /// How the run ended stands in the report.
   void ShowInformation(const std::string&) override {}
   void ShowPercent(std::optional<int> percent) override {

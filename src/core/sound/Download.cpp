@@ -104,7 +104,7 @@ std::optional<DownloadOutcome> Download::KeepParameters(const DownloadTarget& ta
 }
 
 std::optional<DownloadOutcome> Download::Erase(device::TLS& board) {
-  ShowPhase("Erasing flash memory ...");
+  ShowPhase(DownloadPhase::Erasing, "Erasing flash memory ...");
   ShowPercent(0);
   ShowFrame("Cancel");
   m_boardHolds = BoardHolds::PerhapsErased;
@@ -133,7 +133,7 @@ bool Download::WaitForErase(device::TLS& board) {
 
 std::optional<DownloadOutcome> Download::Code() {
   if (m_cancelDownload) return EndWithCancelled();
-  ShowPhase("Coding data...");
+  ShowPhase(DownloadPhase::Coding, "Coding data...");
   ShowPercent(std::nullopt);
   const base::Result<> map = m_configuration.MakeMemoryMap(
       [this](int percent) {
@@ -147,7 +147,7 @@ std::optional<DownloadOutcome> Download::Code() {
 }
 
 std::optional<DownloadOutcome> Download::WriteFiles(device::TLS& board) {
-  ShowPhase("Downloading...");
+  ShowPhase(DownloadPhase::Writing, "Downloading...");
   ShowPercent(0);
   for (const SlotFile& entry : m_configuration.FilesInFlashOrder()) {
     if (!WriteFile(board, *entry.file)) return EndWithConnectionLost();
@@ -212,10 +212,10 @@ void Download::ShowInformation(const std::string& text) {
   m_view.ShowInformation(text);
 }
 
-void Download::ShowPhase(const std::string& text) {
+void Download::ShowPhase(DownloadPhase phase, const std::string& text) {
   if (m_cancelDownload) return;
   m_information = text;
-  m_view.ShowPhase(text);
+  m_view.ShowPhase(phase, text);
 }
 
 void Download::ShowPercent(std::optional<int> percent) {

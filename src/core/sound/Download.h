@@ -82,7 +82,7 @@ class Download {
   /// With what is shown already, so that its first words are the right ones.
   void ShowFrame(const std::string& button);
   void ShowInformation(const std::string& text);
-  void ShowPhase(const std::string& text);
+  void ShowPhase(DownloadPhase phase, const std::string& text);
   void ShowPercent(std::optional<int> percent);
   DownloadOutcome RefuseWith(DownloadOutcome outcome, const std::string& message);
   /// Shows how the run ended and what the board holds. The outcome is Cancelled, whatever else went wrong, once the

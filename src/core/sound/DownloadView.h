@@ -6,6 +6,9 @@
 
 namespace kestrin::core::sound {
 
+/// The work of a download that goes on for a while. The board erases by itself; all the rest the program does.
+enum class DownloadPhase { Erasing, Coding, Writing };
+
 /// What a download shows: a frame with an information label, a percent label, one button and a line that says what the
 /// board holds once the run has ended.
 class DownloadView {
@@ -20,7 +23,7 @@ class DownloadView {
   virtual void HideFrame() = 0;
   virtual void ShowInformation(const std::string& text) = 0;
   /// Information about work that begins now and goes on for a while.
-  virtual void ShowPhase(const std::string& text) { ShowInformation(text); }
+  virtual void ShowPhase(DownloadPhase, const std::string& text) { ShowInformation(text); }
   /// A whole percentage, shown followed by " %"; nothing empties the label.
   virtual void ShowPercent(std::optional<int> percent) = 0;
   /// "Cancel" while the run is going, "Close" when it has ended.

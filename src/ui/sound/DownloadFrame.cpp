@@ -24,8 +24,6 @@ namespace {
 
 constexpr int kWidth = 460;
 constexpr int kButtonWidth = 96;
-/// The board goes on with this while a question stands open; with all the rest the program waits.
-constexpr const char* kErasing = "Erasing flash memory ...";
 
 kit::ColorRole ColorOfOutcome(std::optional<core::sound::DownloadOutcome> outcome) {
   if (!outcome) return kit::ColorRole::Text;
@@ -125,7 +123,8 @@ void DownloadFrame::ClickBeside() {
 }
 
 void DownloadFrame::LeaveOut(core::base::Clock::Duration waited) {
-  if (m_information->text() != kErasing) m_phaseStarted += waited;
+  // The board goes on erasing while a question stands open; with all the rest the program waits.
+  if (m_phase != core::sound::DownloadPhase::Erasing) m_phaseStarted += waited;
 }
 
 void DownloadFrame::ShowMessage(const std::string& text) { m_dialogs.ShowError(QString::fromStdString(text)); }
@@ -147,7 +146,13 @@ void DownloadFrame::HideFrame() {
   hide();
 }
 
+void DownloadFrame::ShowPhase(core::sound::DownloadPhase phase, const std::string& text) {
+  ShowInformation(text);
+  m_phase = phase;
+}
+
 void DownloadFrame::ShowInformation(const std::string& text) {
+  m_phase.reset();
   m_phaseStarted = m_clock.Now();
   m_timeLeft->clear();
   m_information->setText(QString::fromStdString(text));

@@ -53,6 +53,7 @@ class DownloadFrame : public kit::Card, public core::sound::DownloadView {
   void ShowFrame() override;
   void HideFrame() override;
   void ShowInformation(const std::string& text) override;
+  void ShowPhase(core::sound::DownloadPhase phase, const std::string& text) override;
   void ShowPercent(std::optional<int> percent) override;
   void ShowButton(const std::string& caption) override;
   void ShowBoardHolds(const std::string& text) override;
@@ -86,6 +87,8 @@ class DownloadFrame : public kit::Card, public core::sound::DownloadView {
   QPushButton* m_button = nullptr;
   QTimer* m_hideTimer = nullptr;
   std::optional<core::sound::DownloadOutcome> m_outcome;
+  /// What goes on; none once the run is cancelled or has ended.
+  std::optional<core::sound::DownloadPhase> m_phase;
   core::base::Clock::Duration m_phaseStarted{};
   core::base::Clock::Duration m_newsShown{};
 };

@@ -10,6 +10,8 @@
 namespace kestrin::support {
 namespace {
 
+using Phase = core::sound::DownloadPhase;
+
 /// The frame alone, at times that the test chooses.
 class TimeLeft : public testing::Test {
  protected:
@@ -22,7 +24,7 @@ class TimeLeft : public testing::Test {
 };
 
 TEST_F(TimeLeft, DoesNotCountWhileAQuestionStandsOpen) {
-  frame.ShowInformation("Downloading...");
+  frame.ShowPhase(Phase::Writing, "Downloading...");
   clock.Advance(std::chrono::seconds(10));
   frame.ShowPercent(20);
   // 20 % in 10 seconds: 80 % take 40.
@@ -43,7 +45,8 @@ TEST_F(TimeLeft, DoesNotCountWhileAQuestionStandsOpen) {
 }
 
 TEST_F(TimeLeft, CountsWhatTheBoardDoesMeanwhile) {
-  frame.ShowInformation("Erasing flash memory ...");
+  // Whatever it is called in the language of the window.
+  frame.ShowPhase(Phase::Erasing, "The board forgets ...");
   clock.Advance(std::chrono::seconds(3));
   frame.ShowPercent(10);
   EXPECT_EQ(Left(), "0:27 left");
@@ -55,9 +58,9 @@ TEST_F(TimeLeft, CountsWhatTheBoardDoesMeanwhile) {
 }
 
 TEST_F(TimeLeft, ANewPhaseBeginsAnew) {
-  frame.ShowInformation("Coding data...");
+  frame.ShowPhase(Phase::Coding, "Coding data...");
   clock.Advance(std::chrono::seconds(100));
-  frame.ShowInformation("Downloading...");
+  frame.ShowPhase(Phase::Writing, "Downloading...");
   clock.Advance(std::chrono::seconds(2));
   frame.ShowPercent(50);
   EXPECT_EQ(Left(), "0:02 left");
