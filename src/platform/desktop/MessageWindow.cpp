@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageWindow.h"
-#include "ui/kit/Grid.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -17,12 +16,15 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/kit/Grid.h"
+#include "ui/kit/Labels.h"
+
 namespace kestrin::platform::desktop {
 
 namespace {
 
 using ui::kit::kGrid;
-constexpr int kMargin = 2 * kGrid;
+using ui::kit::kWide;
 constexpr int kNarrowest = 280;
 constexpr int kWidest = 560;
 /// A list shows at least so many of its lines, so that it can be told from a field.
@@ -58,7 +60,7 @@ MessageWindow::MessageWindow(QStyle::StandardPixmap sign, const QString& text, c
   const int side = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
   picture->setPixmap(style()->standardIcon(sign, nullptr, this).pixmap(side, side));
   auto* const top = new QHBoxLayout;
-  top->setSpacing(kMargin);
+  top->setSpacing(kWide);
   top->addWidget(picture, 0, Qt::AlignTop);
   top->addWidget(m_scroll, 1);
   m_buttons = new QDialogButtonBox(this);
@@ -67,8 +69,8 @@ MessageWindow::MessageWindow(QStyle::StandardPixmap sign, const QString& text, c
     accept();
   });
   m_column = new QVBoxLayout(this);
-  m_column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  m_column->setSpacing(kMargin);
+  m_column->setContentsMargins(kWide, kWide, kWide, kWide);
+  m_column->setSpacing(kWide);
   m_column->addLayout(top);
   m_column->addWidget(m_buttons);
   setAccessibleDescription(m_said.join('\n'));
@@ -78,9 +80,7 @@ MessageWindow::MessageWindow(QStyle::StandardPixmap sign, const QString& text, c
 QLabel* MessageWindow::AddText(const char* name, const QString& text) {
   // Texts may have the line ends of the files that they come from.
   m_said.append(QString(text).remove(QChar::CarriageReturn));
-  auto* const label = new QLabel(m_said.constLast());
-  label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
+  QLabel* const label = ui::kit::MakeLabel(name, ui::kit::TextStyle::Plain, m_said.constLast(), m_texts);
   label->setWordWrap(true);
   label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   return label;

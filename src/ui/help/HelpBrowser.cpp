@@ -9,12 +9,11 @@
 
 #include "ui/help/HelpSource.h"
 #include "ui/help/HelpStyle.h"
+#include "ui/kit/Grid.h"
 
 namespace kestrin::ui::help {
 
 namespace {
-
-constexpr int kPageMargin = 16;
 
 QString MissingPage(const QString& path) {
   return HelpBrowser::tr(
@@ -35,7 +34,7 @@ QString ProblemPage(const QString& problem) {
 HelpBrowser::HelpBrowser(const HelpSource& source, QWidget* parent) : QTextBrowser(parent), m_source(source) {
   setOpenExternalLinks(false);
   setFrameShape(QFrame::NoFrame);
-  document()->setDocumentMargin(kPageMargin);
+  document()->setDocumentMargin(kit::kWide);
   Restyle();
 }
 

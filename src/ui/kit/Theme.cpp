@@ -72,8 +72,6 @@ bool Theme::IsPrimary(const QObject* button) {
   return button != nullptr && button->property(kPrimaryProperty).toBool();
 }
 
-void Theme::MakeSoft(QLabel& label) { label.setForegroundRole(QPalette::PlaceholderText); }
-
 bool Theme::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ThemeChange) RefreshSoon();
   return QObject::eventFilter(watched, event);

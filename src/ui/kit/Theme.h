@@ -7,7 +7,6 @@
 
 class QAbstractButton;
 class QApplication;
-class QLabel;
 
 namespace kestrin::ui::kit {
 
@@ -35,9 +34,6 @@ class Theme : public QObject {
   /// Makes the button the main one of its window: filled with the accent.
   static void MakePrimary(QAbstractButton& button);
   [[nodiscard]] static bool IsPrimary(const QObject* button);
-
-  /// Makes the text of the label step back, as captions and hints do.
-  static void MakeSoft(QLabel& label);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -3,10 +3,10 @@
 
 #include <QPainter>
 
+#include "ui/kit/Grid.h"
 #include "ui/kit/Labels.h"
 #include "ui/led/BladeLight.h"
 #include "ui/led/BladeView.h"
-#include "ui/led/Metrics.h"
 
 namespace kestrin::ui::led {
 
@@ -17,7 +17,7 @@ constexpr QRgb kUnusedGround = 0xff8a93a2;
 }  // namespace
 
 ChannelLabel::ChannelLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
-  setContentsMargins(kGrid, kHalf, kGrid, kHalf);
+  setContentsMargins(kit::kGrid, kit::kHalf, kit::kGrid, kit::kHalf);
   setAlignment(Qt::AlignCenter);
   kit::SetTextStyle(*this, kit::TextStyle::Title);
   ShowColor(0);

@@ -11,6 +11,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
@@ -27,10 +28,10 @@ DriverFrame::DriverFrame(const kit::Pictures& pictures, QWidget* parent) : Card(
   kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::LedConfiguration);
   auto* const title = kit::MakeLabel(QString(), kit::TextStyle::Title, tr("Driver configuration"), this);
   setAccessibleName(title->text());
-  auto* const fields = new FlowRow(kWide, kGrid);
+  auto* const fields = new FlowRow(kit::kWide, kit::kGrid);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kInset, kGrid, kInset, kInset);
-  column->setSpacing(kHalf);
+  column->setContentsMargins(kit::kInset, kit::kGrid, kit::kInset, kit::kInset);
+  column->setSpacing(kit::kHalf);
   column->addWidget(title);
   column->addLayout(fields);
   AddType(*fields);
@@ -45,9 +46,9 @@ QHBoxLayout* DriverFrame::AddField(const QString& caption, QWidget* buddy, FlowR
   // Captions of one row stand on one line, however tall what is below.
   label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   auto* const row = new QHBoxLayout;
-  row->setSpacing(kGrid);
+  row->setSpacing(kit::kGrid);
   auto* const field = new QVBoxLayout;
-  field->setSpacing(kHalf);
+  field->setSpacing(kit::kHalf);
   field->addWidget(label);
   field->addLayout(row, 1);
   fields.Add(field, stretch);
@@ -107,7 +108,7 @@ void DriverFrame::AddUpdate(const kit::Pictures& pictures, QHBoxLayout& row) {
   m_update->setIcon(pictures.Icon(QStringLiteral("UpdLED.bmp"), QStringLiteral("UpdLED_off.bmp")));
   m_update->setIconSize({kPicture, kPicture});
   kit::SetHelp(*m_update, tr("Update LED Configuration"));
-  row.addSpacing(kGrid);
+  row.addSpacing(kit::kGrid);
   row.addWidget(m_update);
   connect(m_update, &QPushButton::clicked, this, &DriverFrame::updateRequested);
 }

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "ui/kit/Grid.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/TopicOf.h"
@@ -36,9 +37,9 @@ LedHead::LedHead(const kit::Pictures& pictures, const QString& programFolder, QW
   SetOnline(false);
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(kGrid);
+  row->setSpacing(kit::kGrid);
   row->addWidget(caption);
-  row->addSpacing(kGrid);
+  row->addSpacing(kit::kGrid);
   row->addWidget(m_notice, 1);
   row->addWidget(m_bringBack);
   row->addWidget(m_open);

@@ -9,12 +9,12 @@
 #include "core/led/LedSettingsFile.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/FileFilter.h"
+#include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Pictures.h"
 #include "ui/led/DriverFrame.h"
 #include "ui/led/FlowRow.h"
 #include "ui/led/LedHead.h"
-#include "ui/led/Metrics.h"
 #include "ui/led/PickColorFrame.h"
 #include "ui/led/PulseFacts.h"
 #include "ui/led/PulseShape.h"
@@ -47,8 +47,8 @@ LedPanel::LedPanel(const Surroundings& surroundings, QWidget* parent)
   setAccessibleName(LedHead::tr(LedHead::kCaption));
   kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::LedFrame);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kWide, kGrid, kWide, kWide);
-  column->setSpacing(kGrid);
+  column->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kWide);
+  column->setSpacing(kit::kGrid);
   m_head = new LedHead(m_around.pictures, Text(m_around.programFolder), this);
   column->addWidget(m_head);
   m_driver = new DriverFrame(m_around.pictures, this);
@@ -65,7 +65,7 @@ void LedPanel::AddPulses(QBoxLayout& layout) {
   m_idle = new PulseFrame(PulseFacts::Idle(), m_around.pictures, this);
   m_foc = new PulseFrame(PulseFacts::Foc(), m_around.pictures, this);
   kit::SetHelpOfGround(*m_foc);
-  auto* const row = new FlowRow(kWide, kGrid);
+  auto* const row = new FlowRow(kit::kWide, kit::kGrid);
   row->Add(m_idle, 1);
   row->Add(m_foc, 1);
   layout.addLayout(row, 1);

@@ -16,13 +16,13 @@
 #include <algorithm>
 
 #include "core/led/ColorLevels.h"
+#include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/Theme.h"
 #include "ui/led/BladeLight.h"
 #include "ui/led/BladeView.h"
 #include "ui/led/ChannelLabel.h"
-#include "ui/led/Metrics.h"
 
 namespace kestrin::ui::led {
 
@@ -50,8 +50,8 @@ PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
   setCursor(Qt::SizeAllCursor);
   setMinimumWidth(kWidth);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kWide, kInset, kWide, kWide);
-  column->setSpacing(kGrid);
+  column->setContentsMargins(kit::kWide, kit::kInset, kit::kWide, kit::kWide);
+  column->setSpacing(kit::kGrid);
   AddHead(*column);
   AddRows(*column);
   AddPicking(*column);
@@ -100,7 +100,7 @@ void PickColorFrame::AddRows(QBoxLayout& layout) {
     connect(row.slider, &QSlider::valueChanged, this, tell);
     connect(row.value, &QSpinBox::valueChanged, this, tell);
     auto* const line = new QHBoxLayout;
-    line->setSpacing(kGrid);
+    line->setSpacing(kit::kGrid);
     line->addWidget(row.label);
     line->addWidget(row.slider, 1);
     line->addWidget(row.value);
@@ -115,7 +115,7 @@ void PickColorFrame::AddPicking(QBoxLayout& layout) {
   m_fidelity->setToolTip(tr("Balances the LEDs when a color is picked, so that white looks white"));
   connect(m_fidelity, &QCheckBox::toggled, this, &PickColorFrame::colorFidelityChanged);
   auto* const line = new QHBoxLayout;
-  line->setSpacing(kWide);
+  line->setSpacing(kit::kWide);
   line->addWidget(m_pick);
   line->addWidget(m_fidelity);
   line->addStretch(1);
@@ -130,7 +130,7 @@ void PickColorFrame::AddButtons(QBoxLayout& layout) {
   ok->setToolTip(tr("Keep these levels for the pulse"));
   cancel->setToolTip(tr("Close without keeping the levels"));
   auto* const line = new QHBoxLayout;
-  line->setSpacing(kGrid);
+  line->setSpacing(kit::kGrid);
   line->addWidget(m_apply);
   line->addStretch(1);
   line->addWidget(cancel);
@@ -160,8 +160,8 @@ void PickColorFrame::Open(QWidget& opener) {
     // Over the other half of the panel: the pulse that is edited stays in sight.
     const int middle = opener.mapTo(parentWidget(), opener.rect().center()).x();
     const bool isLeft = middle < parentWidget()->width() / 2;
-    const int x = isLeft ? parentWidget()->width() - width() - kWide : kWide;
-    MoveInside({x, seen.top() + seen.height() - height() - kWide}, seen);
+    const int x = isLeft ? parentWidget()->width() - width() - kit::kWide : kit::kWide;
+    MoveInside({x, seen.top() + seen.height() - height() - kit::kWide}, seen);
   }
   show();
   raise();

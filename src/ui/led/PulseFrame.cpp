@@ -13,6 +13,7 @@
 
 #include "core/base/Numbers.h"
 #include "core/base/PlainNumber.h"
+#include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
@@ -70,8 +71,8 @@ PulseFrame::PulseFrame(const Facts& facts, const kit::Pictures& pictures, QWidge
   m_plot->setAccessibleName(tr("%1 over time").arg(facts.title));
 
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kInset, kGrid, kInset, kInset);
-  column->setSpacing(kGrid);
+  column->setContentsMargins(kit::kInset, kit::kGrid, kit::kInset, kit::kInset);
+  column->setSpacing(kit::kGrid);
   column->addLayout(head);
   column->addWidget(m_blade);
   column->addWidget(m_plot, 1);
@@ -83,7 +84,7 @@ PulseFrame::PulseFrame(const Facts& facts, const kit::Pictures& pictures, QWidge
 
 void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
   auto* const row = new QHBoxLayout;
-  row->setSpacing(kGrid);
+  row->setSpacing(kit::kGrid);
   for (const Button& level : facts.levels) {
     auto* const button = new QPushButton(level.caption, this);
     button->setObjectName(QLatin1String(level.name));
@@ -101,7 +102,7 @@ void PulseFrame::AddLevels(const Facts& facts, QBoxLayout& layout) {
 
 void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
   auto* const row = new QHBoxLayout;
-  row->setSpacing(kInset);
+  row->setSpacing(kit::kInset);
   for (const Box& field : facts.boxes) {
     auto* const box = new ValueBox(this);
     box->setObjectName(QLatin1String(field.name));
@@ -110,11 +111,11 @@ void PulseFrame::AddBoxes(const Facts& facts, QBoxLayout& layout) {
     QLabel* const caption = kit::MakeLabel(QString(), kit::TextStyle::Soft, field.caption, this);
     caption->setBuddy(box);
     auto* const line = new QHBoxLayout;
-    line->setSpacing(kHalf);
+    line->setSpacing(kit::kHalf);
     line->addWidget(box, 1);
     line->addWidget(kit::MakeLabel(QString(), kit::TextStyle::Plain, field.unit, this));
     auto* const column = new QVBoxLayout;
-    column->setSpacing(kHair);
+    column->setSpacing(kit::kHair);
     column->addWidget(caption);
     column->addLayout(line);
     row->addLayout(column, 1);

@@ -34,7 +34,7 @@ Pages::Pages(QWidget& sounds, QWidget* parent) : QWidget(parent) {
   m_stack->addWidget(m_led);
 
   auto* const head = new QHBoxLayout;
-  head->setContentsMargins(2 * kit::kGrid, 0, 2 * kit::kGrid, 0);
+  head->setContentsMargins(kit::kWide, 0, kit::kWide, 0);
   head->addWidget(m_tabs);
   head->addStretch(1);
   auto* const column = new QVBoxLayout(this);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ui/kit/Labels.h"
 #include "ui/kit/Theme.h"
 
 #include <gtest/gtest.h>
@@ -303,7 +304,7 @@ TEST_P(ThemedControls, SelectedRowsAreMarked) {
 
 TEST_P(ThemedControls, SoftLabelsFollowTheScheme) {
   QLabel label("MMMM");
-  Theme::MakeSoft(label);
+  SetTextStyle(label, TextStyle::Soft);
   EXPECT_GT(PixelsOf(PictureOf(label), Color(ColorRole::Soft)), 0);
   EXPECT_EQ(PixelsOf(PictureOf(label), Color(ColorRole::Text)), 0);
 }
