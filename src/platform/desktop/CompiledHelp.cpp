@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/CompiledHelp.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 #include <chm_lib.h>
 
 #include <fstream>
 #include <string_view>
 
+#include "core/base/PathText.h"
 #include "ui/help/HelpContents.h"
 #include "ui/help/HelpSeal.h"
 
@@ -20,9 +25,21 @@ constexpr const char* kContentsPath = "contents.hhc";
 constexpr LONGINT64 kLargestPage = 4 << 20;
 constexpr std::uintmax_t kLargestFile = 64 << 20;
 
-std::string Utf8(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
+using core::base::Quoted;
+
+/// The path as the library takes it: bytes, on Windows those of the system's code page. With a name that this does not
+/// have no file is found.
+std::string NativeName(const fs::path& file) {
+#ifdef _WIN32
+  const std::wstring& wide = file.native();
+  const int length = static_cast<int>(wide.size());
+  const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string name(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, name.data(), size, nullptr, nullptr);
+  return name;
+#else
+  return file.native();
+#endif
 }
 
 /// The whole file; empty when it cannot be read or is larger than any help of ours.
@@ -38,15 +55,15 @@ std::string BytesOf(const fs::path& file) {
 
 /// What is wrong with the file, as a text for the person; "" when it can be read.
 std::string ProblemOf(const fs::path& file) {
-  const std::string name = "\"" + Utf8(file.filename()) + "\"";
+  const std::string name = Quoted(file.filename());
   std::error_code ignored;
   if (!fs::exists(file, ignored))
-    return "The help file " + name + " is missing. It belongs into the folder \"" + Utf8(file.parent_path()) +
-           "\"; installing the program again puts it there.";
+    return "The help file " + name + " is missing. It belongs into the folder " + Quoted(file.parent_path()) +
+           "; installing the program again puts it there.";
   const std::string bytes = BytesOf(file);
   if (!ui::help::HasValidHelpSeal(bytes))
-    return "The help file " + name + " in the folder \"" + Utf8(file.parent_path()) +
-           "\" is damaged. Installing the program again puts a good one there.";
+    return "The help file " + name + " in the folder " + Quoted(file.parent_path()) +
+           " is damaged. Installing the program again puts a good one there.";
   return "";
 }
 
@@ -88,9 +105,9 @@ struct CompiledHelp::Archive {
 
 CompiledHelp::CompiledHelp(const fs::path& file) : m_problem(ProblemOf(file)), m_archive(std::make_unique<Archive>()) {
   if (!m_problem.empty()) return;
-  m_archive->file.reset(chm_open(file.string().c_str()));
+  m_archive->file.reset(chm_open(NativeName(file).c_str()));
   if (m_archive->file == nullptr) {
-    m_problem = "The help file \"" + Utf8(file) + "\" cannot be opened. Installing the program again should help.";
+    m_problem = "The help file " + Quoted(file) + " cannot be opened. Installing the program again should help.";
     return;
   }
   m_contexts =

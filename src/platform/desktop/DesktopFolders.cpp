@@ -5,11 +5,13 @@
 #include <QStandardPaths>
 #include <QStorageInfo>
 
+#include "ui/kit/PathText.h"
+
 namespace kestrin::platform::desktop {
 
-namespace {
+using ui::kit::PathOf;
 
-std::filesystem::path PathOf(const QString& text) { return {text.toStdU16String()}; }
+namespace {
 
 std::filesystem::path Place(QStandardPaths::StandardLocation location) {
   return PathOf(QStandardPaths::writableLocation(location));

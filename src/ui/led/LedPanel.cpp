@@ -11,6 +11,7 @@
 #include "ui/kit/FileFilter.h"
 #include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
+#include "ui/kit/PathText.h"
 #include "ui/kit/Pictures.h"
 #include "ui/led/DriverFrame.h"
 #include "ui/led/FlowRow.h"
@@ -31,7 +32,6 @@ constexpr const char* kSuffix = "ldset";
 constexpr int kFlashRest = 1200;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
-QString Text(const std::filesystem::path& path) { return QString::fromStdU16String(path.generic_u16string()); }
 
 Levels LevelsOf(const core::led::PulseContent::Levels& levels) {
   Levels light{};
@@ -49,7 +49,7 @@ LedPanel::LedPanel(const Surroundings& surroundings, QWidget* parent)
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kWide);
   column->setSpacing(kit::kGrid);
-  m_head = new LedHead(m_around.pictures, Text(m_around.programFolder), this);
+  m_head = new LedHead(m_around.pictures, kit::TextOf(m_around.programFolder), this);
   column->addWidget(m_head);
   m_driver = new DriverFrame(m_around.pictures, this);
   column->addWidget(m_driver);
@@ -178,22 +178,22 @@ void LedPanel::SetOnline(bool online) {
 
 void LedPanel::OpenFile() {
   const QString path =
-      m_around.dialogs.OpenFile(tr("Open LED settings"), Text(m_around.programFolder),
+      m_around.dialogs.OpenFile(tr("Open LED settings"), kit::TextOf(m_around.programFolder),
                                 kit::QtFileFilter(core::led::LedSettingsFile::kFilter), kit::HelpContext::LedSettings);
   if (path.isEmpty()) return;
   if (m_setup.HasUnsaved() &&
       !MayLose(tr("The light pulses on this page were neither sent nor saved.\nOpen the file and lose them?"),
                tr("Cancel keeps them. \"Save settings\" writes them to a file.")))
     return;
-  if (m_setup.LoadSettings(path.toStdU16String()))
+  if (m_setup.LoadSettings(kit::PathOf(path)))
     emit news(tr("The LED settings are open. Send the pulses to put them on the board."));
 }
 
 void LedPanel::SaveFile() {
-  const QString path = m_around.dialogs.SaveFile(tr("Save the LED settings"), Text(m_around.programFolder),
+  const QString path = m_around.dialogs.SaveFile(tr("Save the LED settings"), kit::TextOf(m_around.programFolder),
                                                  kit::QtFileFilter(core::led::LedSettingsFile::kFilter), kSuffix,
                                                  kit::HelpContext::LedSettings);
-  if (!path.isEmpty() && m_setup.SaveSettings(path.toStdU16String(), m_around.disk))
+  if (!path.isEmpty() && m_setup.SaveSettings(kit::PathOf(path), m_around.disk))
     emit news(tr("The LED settings are saved."));
 }
 

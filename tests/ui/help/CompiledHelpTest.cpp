@@ -107,6 +107,10 @@ TEST_F(DamagedHelp, MissingFileIsNamedWithTheFolderWhereItBelongs) {
   EXPECT_THAT(CompiledHelp(m_file).Problem(), HasSubstr(m_folder.string()));
 }
 
+TEST_F(DamagedHelp, FilesNameCannotBreakItsMessage) {
+  EXPECT_THAT(CompiledHelp(m_folder / "one\ntwo.chm").Problem(), HasSubstr("\"one?two.chm\""));
+}
+
 TEST_F(DamagedHelp, FolderInItsPlaceIsDamaged) {
   fs::create_directories(m_file);
   ExpectRefused(m_file, "is damaged");
