@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/DesktopFolders.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
 #include <QStorageInfo>
@@ -12,6 +13,10 @@ namespace kestrin::platform::desktop {
 using ui::kit::PathOf;
 
 namespace {
+
+struct Texts {
+  Q_DECLARE_TR_FUNCTIONS(kestrin::platform::desktop::DesktopFolders)
+};
 
 std::filesystem::path Place(QStandardPaths::StandardLocation location) {
   return PathOf(QStandardPaths::writableLocation(location));
@@ -32,7 +37,7 @@ std::vector<ui::kit::Drive> DesktopFolders::Drives() const {
   }
 #else
   drives.push_back({"/", "/"});
-  drives.push_back({"Home", PathOf(QDir::homePath())});
+  drives.push_back({Texts::tr("Home").toStdString(), PathOf(QDir::homePath())});
   // Of all that is mounted somewhere, people know what they have plugged in themselves.
   static const QStringList kPlaces{"/media/", "/run/media/", "/mnt/", "/Volumes/"};
   for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {

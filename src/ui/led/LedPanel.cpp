@@ -13,6 +13,7 @@
 #include "ui/kit/HelpText.h"
 #include "ui/kit/PathText.h"
 #include "ui/kit/Pictures.h"
+#include "ui/kit/Translated.h"
 #include "ui/led/DriverFrame.h"
 #include "ui/led/FlowRow.h"
 #include "ui/led/LedHead.h"
@@ -30,8 +31,6 @@ namespace {
 constexpr const char* kSuffix = "ldset";
 /// The flash is shown again and again, with so many milliseconds of the idle pulse's colour in between.
 constexpr int kFlashRest = 1200;
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 Levels LevelsOf(const core::led::PulseContent::Levels& levels) {
   Levels light{};
@@ -149,7 +148,7 @@ core::base::Result<> LedPanel::InitLedDrivers() {
   m_setup.PickColorCancel();
   const bool unsaved = m_setup.HasUnsaved();
   core::base::Result<> read = m_setup.InitLedDrivers();
-  m_head->ShowNotice(Text(read.Text()));
+  m_head->ShowNotice(kit::Translated(read.Text()));
   if (read && unsaved)
     emit news(tr("The page shows the board's pulses. Yours were not sent: \"Bring back unsent pulses\" shows them."));
   return read;
@@ -200,7 +199,7 @@ void LedPanel::SaveFile() {
 void LedPanel::UpdateLED() {
   if (!m_setup.UpdateLED()) return;
   const core::base::Result<>& reading = m_setup.State().reading;
-  m_head->ShowNotice(Text(reading.Text()));
+  m_head->ShowNotice(kit::Translated(reading.Text()));
   emit news(reading ? tr("The board has taken LED type and overdrive.")
                     : tr("The board has taken LED type and overdrive, but then could not be read."));
 }
@@ -218,7 +217,7 @@ void LedPanel::SendFoc() {
 }
 
 void LedPanel::TellSent(const core::led::LED_Pulse& pulse, const QString& text) {
-  emit news(pulse.IsTooLongForBoard() ? tr(core::led::LED_Pulse::kTooLong) : text);
+  emit news(pulse.IsTooLongForBoard() ? kit::Translated(core::led::LED_Pulse::kTooLong) : text);
 }
 
 void LedPanel::Show(Part part, const LedSetupState& state) {
@@ -300,16 +299,16 @@ std::optional<core::led::Color> LedPanel::AskColor(core::led::Color preset) {
 }
 
 bool LedPanel::Confirm(const std::string& question, const std::string& detail) {
-  return m_around.dialogs.AskOkCancel(tr(question.c_str()), tr(detail.c_str()), kit::Dialogs::Harmless::Cancel,
-                                      kit::HelpContext::LedConfiguration);
+  return m_around.dialogs.AskOkCancel(kit::Translated(question), kit::Translated(detail),
+                                      kit::Dialogs::Harmless::Cancel, kit::HelpContext::LedConfiguration);
 }
 
 void LedPanel::ShowCritical(const std::string& text, const std::string& detail) {
-  m_around.dialogs.ShowError(tr(text.c_str()), Text(detail));
+  m_around.dialogs.ShowError(kit::Translated(text), kit::Translated(detail));
 }
 
 void LedPanel::ShowInformation(const std::string& text, const std::string& detail) {
-  m_around.dialogs.ShowMessage(Text(text), Text(detail));
+  m_around.dialogs.ShowMessage(kit::Translated(text), kit::Translated(detail));
 }
 
 void LedPanel::GoOffline() { emit boardFailed(); }

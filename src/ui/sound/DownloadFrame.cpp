@@ -17,6 +17,7 @@
 #include "ui/kit/Grid.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/ThemeColors.h"
+#include "ui/kit/Translated.h"
 
 namespace kestrin::ui::sound {
 
@@ -127,7 +128,7 @@ void DownloadFrame::LeaveOut(core::base::Clock::Duration waited) {
   if (m_phase != core::sound::DownloadPhase::Erasing) m_phaseStarted += waited;
 }
 
-void DownloadFrame::ShowMessage(const std::string& text) { m_dialogs.ShowError(QString::fromStdString(text)); }
+void DownloadFrame::ShowMessage(const std::string& text) { m_dialogs.ShowError(kit::Translated(text)); }
 
 void DownloadFrame::ShowFrame() {
   m_hideTimer->stop();
@@ -155,22 +156,22 @@ void DownloadFrame::ShowInformation(const std::string& text) {
   m_phase.reset();
   m_phaseStarted = m_clock.Now();
   m_timeLeft->clear();
-  m_information->setText(QString::fromStdString(text));
+  m_information->setText(kit::Translated(text));
   m_information->setAccessibleName(m_information->text());
 }
 
 void DownloadFrame::ShowPercent(std::optional<int> percent) {
-  m_percent->setText(percent ? QString::number(*percent) + " %" : QString());
+  m_percent->setText(percent ? tr("%1 %").arg(*percent) : QString());
   m_bar->setValue(percent.value_or(0));
   const auto left = core::base::SecondsLeft(m_clock.Now() - m_phaseStarted, percent.value_or(0));
   m_timeLeft->setText(left ? tr("%1 left").arg(QString::fromStdString(core::base::MinutesAndSeconds(*left)))
                            : QString());
 }
 
-void DownloadFrame::ShowButton(const std::string& caption) { m_button->setText(QString::fromStdString(caption)); }
+void DownloadFrame::ShowButton(const std::string& caption) { m_button->setText(kit::Translated(caption)); }
 
 void DownloadFrame::ShowBoardHolds(const std::string& text) {
-  m_boardHolds->setText(QString::fromStdString(text));
+  m_boardHolds->setText(kit::Translated(text));
   m_boardHolds->setVisible(!text.empty());
   // A cancelled run may go on for seconds, and its frame may be closed meanwhile. How it ended must not be missed.
   if (!isHidden()) return;
@@ -180,7 +181,7 @@ void DownloadFrame::ShowBoardHolds(const std::string& text) {
 
 bool DownloadFrame::AskAbort(const std::string& question) {
   const Pause pause(*this);
-  return !m_dialogs.AskOkCancel(QString::fromStdString(question), "", kit::Dialogs::Harmless::Ok,
+  return !m_dialogs.AskOkCancel(kit::Translated(question), "", kit::Dialogs::Harmless::Ok,
                                 kit::HelpContext::CancelQuestion);
 }
 

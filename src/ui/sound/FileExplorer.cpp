@@ -157,7 +157,8 @@ void FileExplorer::MakeLayout() {
 void FileExplorer::FillDrives() {
   const int index = m_driveList->currentIndex();
   const kit::Drive shown = index < 0 ? kit::Drive{} : m_drives.at(static_cast<std::size_t>(index));
-  m_drives = {{"Desktop", m_specialFolders.Desktop()}, {"My Documents", m_specialFolders.Documents()}};
+  m_drives = {{tr("Desktop").toStdString(), m_specialFolders.Desktop()},
+              {tr("My Documents").toStdString(), m_specialFolders.Documents()}};
   for (kit::Drive& drive : m_specialFolders.Drives()) m_drives.push_back(std::move(drive));
   int current = -1;
   m_driveList->clear();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "ui/kit/Translated.h"
 #include "ui/sound/FolderContents.h"
 #include "ui/sound/SoundTexts.h"
 
@@ -27,7 +28,7 @@ class SoundActions::Work {
     // Measuring sounds takes a while; the window shows what has been done.
     if (m_files > 1) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     if (answer) return true;
-    const QString text = QString::fromStdString(answer.Text());
+    const QString text = kit::Translated(answer.Text());
     if (answer.Why().kind != core::base::FailureKind::NotValid) {
       m_end = text;
       return false;

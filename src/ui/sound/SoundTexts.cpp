@@ -3,10 +3,12 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <algorithm>
 
 #include "core/base/PathText.h"
 #include "core/base/Text.h"
 #include "core/sound/MemoryUse.h"
+#include "ui/kit/Translated.h"
 
 namespace kestrin::ui::sound {
 
@@ -30,7 +32,7 @@ QString FileSize(std::uintmax_t bytes) {
   return QLocale().formattedDataSize(static_cast<qint64>(bytes), 0, QLocale::DataSizeTraditionalFormat);
 }
 
-QString SlotTitle(core::sound::SlotKind kind) { return QString::fromUtf8(core::sound::SlotOf(kind).title); }
+QString SlotTitle(core::sound::SlotKind kind) { return kit::Translated(std::string(core::sound::SlotOf(kind).title)); }
 
 QString SlotMnemonic(core::sound::SlotKind kind) {
   // The letter of each slot, none twice.
@@ -43,9 +45,10 @@ QString SlotMnemonic(core::sound::SlotKind kind) {
       {core::sound::SlotKind::Impact, 2},
       {core::sound::SlotKind::Lockup, 0},
   }};
+  // In another language it may be shorter.
   QString title = SlotTitle(kind);
   for (const auto& [slot, place] : kLetters)
-    if (slot == kind) title.insert(place, QLatin1Char('&'));
+    if (slot == kind) title.insert(std::min<qsizetype>(place, title.size()), QLatin1Char('&'));
   return title;
 }
 
@@ -58,7 +61,7 @@ QString PlaceTitle(const core::sound::SoundPlace& place) {
 QString WhyNotValid(const std::filesystem::path& path) {
   core::sound::LSU_SoundFile file;
   static_cast<void>(file.ReadFile(path));
-  return QString::fromStdString(file.WhyNotValid());
+  return kit::Translated(file.WhyNotValid());
 }
 
 }  // namespace kestrin::ui::sound

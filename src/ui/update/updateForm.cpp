@@ -20,6 +20,7 @@
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/kit/TopicOf.h"
+#include "ui/kit/Translated.h"
 #include "ui/kit/WrapLabel.h"
 #include "ui/update/ProgressShape.h"
 
@@ -239,10 +240,10 @@ void updateForm::progressB(std::int32_t percentage) {
   m_bar2.shape->SetPercentage(percentage);
 }
 
-void updateForm::showStep(const std::string& text) { m_step->setText(QString::fromStdString(text)); }
+void updateForm::showStep(const std::string& text) { m_step->setText(kit::Translated(text)); }
 
 void updateForm::showElement(const std::string& text) {
-  m_element->setText(QString::fromStdString(text));
+  m_element->setText(kit::Translated(text));
   // The layouts would only hear of it with the next turn of the event loop.
   m_border->layout()->activate();
   m_border->updateGeometry();

@@ -8,6 +8,7 @@
 
 #include "core/sound/LSU_SoundFile.h"
 #include "core/sound/PreviewFile.h"
+#include "ui/kit/Translated.h"
 
 namespace kestrin::ui::window {
 
@@ -87,7 +88,7 @@ void Preview::LookAtJob() {
   m_wanted.clear();
   emit preparing(false);
   if (!written) {
-    emit failed(QString::fromStdString(written.Text()));
+    emit failed(kit::Translated(written.Text()));
     return;
   }
   m_player.Play(*written);
@@ -100,7 +101,7 @@ void Preview::LookAtPlayer() {
   const core::sound::SoundPlayer::Status status = m_player.Look();
   if (status.playing) return;
   EndPlaying();
-  if (!status.ended) emit failed(QString::fromStdString(status.ended.Text()));
+  if (!status.ended) emit failed(kit::Translated(status.ended.Text()));
 }
 
 void Preview::EndPlaying() {

@@ -10,6 +10,7 @@
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/FileFilter.h"
 #include "ui/kit/PathText.h"
+#include "ui/kit/Translated.h"
 #include "ui/window/ExistingFolder.h"
 
 namespace kestrin::ui::window {
@@ -86,9 +87,9 @@ void SetFile::Load(const std::filesystem::path& path) {
   FillMenu();
   if (result.valid) emit opened();
   if (!result.valid)
-    m_dialogs.ShowError(QString::fromStdString(result.Message()));
+    m_dialogs.ShowError(kit::Translated(result.Message()));
   else if (!result.failed.empty())
-    m_locator.Tell(core::sound::LoadResult::kFailedHeadline);
+    m_locator.Tell(kit::Translated(core::sound::LoadResult::kFailedHeadline));
   else if (result.foundBeside > 0)
     emit news(tr("The sounds have moved with the set: they were found beside it."));
 }
@@ -132,7 +133,7 @@ std::optional<core::sound::SoundSet::Missing> SetFile::AskMissing() {
 
 bool SetFile::Write(const std::filesystem::path& path, core::sound::SoundSet::Missing missing) {
   if (const core::base::Result<> saved = m_set.Save(path, m_disk, missing); !saved) {
-    m_dialogs.ShowError(QString::fromStdString(saved.Text()));
+    m_dialogs.ShowError(kit::Translated(saved.Text()));
     return false;
   }
   Remember(path);

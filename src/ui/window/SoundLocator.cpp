@@ -10,6 +10,7 @@
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/FileFilter.h"
 #include "ui/kit/PathText.h"
+#include "ui/kit/Translated.h"
 #include "ui/sound/SoundTexts.h"
 #include "ui/window/ExistingFolder.h"
 
@@ -81,7 +82,7 @@ void SoundLocator::LocateOne(const core::sound::SoundPlace& place) {
                                           kit::HelpContext::Files);
   if (file.isEmpty()) return;
   if (const auto located = m_set.Locate({{place, {kit::PathOf(file)}}}); !located)
-    m_dialogs.ShowError(QString::fromStdString(located.Text()), sound::WhyNotValid(kit::PathOf(file)));
+    m_dialogs.ShowError(kit::Translated(located.Text()), sound::WhyNotValid(kit::PathOf(file)));
 }
 
 QString SoundLocator::StartFolder(const std::filesystem::path& nearby) const {

@@ -21,6 +21,7 @@
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/kit/TopicOf.h"
+#include "ui/kit/Translated.h"
 
 namespace kestrin::ui::window {
 
@@ -202,7 +203,8 @@ void ToolRow::ShowWhyNot(Tool tool, const QString& reason) const {
   QToolButton& button = Button(tool);
   button.setEnabled(reason.isEmpty());
   if (!reason.isEmpty()) return button.setToolTip(reason);
-  const QString purpose = tr(FactsOf(tool).purpose) + " (" + button.shortcut().toString(QKeySequence::NativeText) + ")";
+  const QString purpose =
+      tr("%1 (%2)").arg(tr(FactsOf(tool).purpose), button.shortcut().toString(QKeySequence::NativeText));
   button.setToolTip(button.menu() == nullptr ? purpose : tr("%1\nArrow down: recent sets").arg(purpose));
 }
 
@@ -277,7 +279,7 @@ void ToolRow::ShowSession(const core::device::SessionState& session) {
   m_online->setToolTip(state);
   m_online->setAccessibleName(state);
 
-  const QString problem = QString::fromStdString(session.accessProblem);
+  const QString problem = kit::Translated(session.accessProblem);
   m_noBoard->setVisible(!online);
   m_noBoard->setToolTip(problem);
   m_noBoard->setAccessibleDescription(problem);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/window/WhyNot.h"
 
+#include "ui/kit/Translated.h"
 #include "ui/window/Pages.h"
 
 namespace kestrin::ui::window {
@@ -33,8 +34,7 @@ QString WhyNot::Board() const {
   if (isRunning) return tr("Please wait until this is done.");
   if (session.HasSoundBoard()) return {};
   if (session.boards == 0)
-    return session.accessProblem.empty() ? tr("No sound board is connected.")
-                                         : QString::fromStdString(session.accessProblem);
+    return session.accessProblem.empty() ? tr("No sound board is connected.") : kit::Translated(session.accessProblem);
   if (session.deviceType == DeviceType::LedDriver)
     return tr("The board is an LED driver: it has neither sounds nor an acceleration sensor.");
   if (session.isFinishing) return tr("The board is still erasing its memory. It comes back by itself, please wait.");

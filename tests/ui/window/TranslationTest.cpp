@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Every text of the window that a person reads goes through a translator.
 
+#include <QComboBox>
 #include <QMenu>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTranslator>
 
+#include "ui/sound/DownloadFrame.h"
+#include "ui/sound/SoundTexts.h"
 #include "ui/window/FoldersWithFonts.h"
 #include "ui/window/MainFixture.h"
 #include "ui/window/WhyNot.h"
@@ -21,7 +25,8 @@ class Marker final : public QTranslator {
   [[nodiscard]] bool isEmpty() const override { return false; }
   QString translate(const char* context, const char* text, const char*, int) const override {
     // Of the program, not of the toolkit.
-    return QByteArray(context).startsWith("kestrin::") ? QString("<%1>").arg(QString::fromUtf8(text)) : QString();
+    const QByteArray place(context);
+    return place.startsWith("kestrin::") || place == "core" ? QString("<%1>").arg(QString::fromUtf8(text)) : QString();
   }
 };
 
@@ -75,6 +80,28 @@ TEST_F(Translation, ReachesThePagesAndTheMenu) {
   Find<QTabBar>("PageTabs").setCurrentIndex(0);
   Button("SaveBtn").click();
   ExpectTranslated(dialogs.lastFilter, "filter of the file dialog");
+}
+
+TEST_F(Translation, ReachesTheDrives) {
+  Start();
+  const auto& drives = Find<QComboBox>("DriveList");
+  for (const int drive : {0, 1}) ExpectTranslated(drives.itemText(drive), "drive");
+}
+
+TEST_F(Translation, ReachesWhatTheCoreSays) {
+  Start();
+  ExpectTranslated(ui::sound::SlotTitle(core::sound::SlotKind::Boot), "slot");
+  auto& frame = Find<ui::sound::DownloadFrame>("DownloadFrame");
+  frame.ShowPhase(core::sound::DownloadPhase::Coding, "Coding data...");
+  frame.ShowPercent(50);
+  frame.ShowButton("Cancel");
+  frame.ShowBoardHolds("The board holds the new set.");
+  for (const char* const label : {"InformationLabel", "PercentLabel", "BoardHoldsLabel"})
+    ExpectTranslated(LabelText(label), label);
+  ExpectTranslated(Find<QPushButton>("CancelBtn").text(), "button of the download");
+  core::device::SessionState refused;
+  refused.accessProblem = "The board may not be opened.";
+  ExpectTranslated((WhyNot{refused, false, true, true, true}).Of(ToolRow::Tool::Send), "no access");
 }
 
 TEST_F(Translation, ReachesTheDriveOfTheFonts) {
