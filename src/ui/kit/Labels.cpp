@@ -31,7 +31,11 @@ void SetTextStyle(QWidget& control, TextStyle style) {
   control.setForegroundRole(look.color);
   if (!look.isBold) return;
   QFont font = control.font();
-  font.setPointSizeF(font.pointSizeF() * look.size);
+  // A font has one of the two sizes, whichever the desktop has set.
+  if (font.pixelSize() > 0)
+    font.setPixelSize(qRound(font.pixelSize() * look.size));
+  else
+    font.setPointSizeF(font.pointSizeF() * look.size);
   font.setBold(true);
   control.setFont(font);
 }

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontInfo>
 #include <QLabel>
-#include <array>
 #include <memory>
 
 #include "ui/kit/Labels.h"
@@ -12,33 +12,50 @@
 namespace kestrin::ui::kit {
 namespace {
 
-struct StyleRow {
-  TextStyle style;
-  double size;
-  bool isBold;
-  QPalette::ColorRole color;
+class MakeLabelOf : public testing::Test {
+ protected:
+  [[nodiscard]] const QLabel& Of(TextStyle style) { return *MakeLabel("SomeLabel", style, "a & b", &m_parent); }
+  /// In pixels on the screen, however the font says it.
+  [[nodiscard]] int HeightOf(TextStyle style) { return QFontInfo(Of(style).font()).pixelSize(); }
+  void ExpectLargerInOrder() {
+    EXPECT_EQ(HeightOf(TextStyle::Soft), HeightOf(TextStyle::Plain));
+    EXPECT_EQ(HeightOf(TextStyle::Title), HeightOf(TextStyle::Plain));
+    EXPECT_GT(HeightOf(TextStyle::Caption), HeightOf(TextStyle::Title));
+    EXPECT_GT(HeightOf(TextStyle::Headline), HeightOf(TextStyle::Caption));
+  }
+
+  QWidget m_parent;
 };
 
-constexpr std::array<StyleRow, 5> kStyles{{
-    {TextStyle::Plain, 1.0, false, QPalette::WindowText},
-    {TextStyle::Soft, 1.0, false, QPalette::PlaceholderText},
-    {TextStyle::Title, 1.0, true, QPalette::WindowText},
-    {TextStyle::Caption, 1.2, true, QPalette::WindowText},
-    {TextStyle::Headline, 1.4, true, QPalette::WindowText},
-}};
-
-TEST(MakeLabel, LooksAsItsTextIsMeant) {
-  QWidget parent;
-  for (const StyleRow& row : kStyles) {
-    const QLabel* const label = MakeLabel("SomeLabel", row.style, "a & b", &parent);
-    const int which = static_cast<int>(row.style);
-    EXPECT_EQ(label->parent(), &parent) << which;
-    EXPECT_EQ(label->objectName(), "SomeLabel") << which;
-    EXPECT_EQ(label->text(), "a & b") << which;
-    EXPECT_NEAR(label->font().pointSizeF(), parent.font().pointSizeF() * row.size, 0.05) << which;
-    EXPECT_EQ(label->font().bold(), row.isBold) << which;
-    EXPECT_EQ(label->foregroundRole(), row.color) << which;
+TEST_F(MakeLabelOf, EveryStyleHasItsNameItsTextAndItsParent) {
+  for (const TextStyle style :
+       {TextStyle::Plain, TextStyle::Soft, TextStyle::Title, TextStyle::Caption, TextStyle::Headline}) {
+    const QLabel& label = Of(style);
+    EXPECT_EQ(label.parent(), &m_parent);
+    EXPECT_EQ(label.objectName(), "SomeLabel");
+    EXPECT_EQ(label.text(), "a & b");
   }
+}
+
+TEST_F(MakeLabelOf, TitlesAreBoldAndWhatIsMoreIsLargerToo) {
+  ExpectLargerInOrder();
+  for (const TextStyle style : {TextStyle::Title, TextStyle::Caption, TextStyle::Headline})
+    EXPECT_TRUE(Of(style).font().bold()) << static_cast<int>(style);
+  for (const TextStyle style : {TextStyle::Plain, TextStyle::Soft})
+    EXPECT_FALSE(Of(style).font().bold()) << static_cast<int>(style);
+}
+
+TEST_F(MakeLabelOf, FontsOfADesktopThatCountsInPixelsGrowAsWell) {
+  QFont font = m_parent.font();
+  font.setPixelSize(20);
+  m_parent.setFont(font);
+  ExpectLargerInOrder();
+}
+
+TEST_F(MakeLabelOf, OnlySoftTextStepsBack) {
+  EXPECT_EQ(Of(TextStyle::Soft).foregroundRole(), QPalette::PlaceholderText);
+  for (const TextStyle style : {TextStyle::Plain, TextStyle::Title, TextStyle::Caption, TextStyle::Headline})
+    EXPECT_EQ(Of(style).foregroundRole(), QPalette::WindowText) << static_cast<int>(style);
 }
 
 TEST(MakeLabel, TakesNothingForMarkup) {
