@@ -19,6 +19,12 @@ void SetHelp(QWidget& control, const QString& text, HelpContext context);
 /// The widget is nothing but ground, on which the help line says what it says of the window: `PressF1()`.
 void SetHelpOfGround(QWidget& ground);
 
+/// The same for ground that has a topic of its own.
+void SetHelpOfGround(QWidget& ground, HelpContext context);
+
+/// Whether the widget is ground.
+[[nodiscard]] bool IsGround(const QWidget& widget);
+
 /// What the help line says of the widget; "" for nothing of its own.
 [[nodiscard]] QString HelpTextOf(const QWidget& control);
 

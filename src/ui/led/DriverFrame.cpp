@@ -25,7 +25,7 @@ using core::ledsetup::LedSetupState;
 
 DriverFrame::DriverFrame(const kit::Pictures& pictures, QWidget* parent) : Card(parent) {
   setObjectName(QStringLiteral("Frame1"));
-  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::LedConfiguration);
+  kit::SetHelpOfGround(*this, kit::HelpContext::LedConfiguration);
   auto* const title = kit::MakeLabel(QString(), kit::TextStyle::Title, tr("Driver configuration"), this);
   setAccessibleName(title->text());
   auto* const fields = new FlowRow(kit::kWide, kit::kGrid);

@@ -44,7 +44,7 @@ LedPanel::LedPanel(const Surroundings& surroundings, QWidget* parent)
     : QWidget(parent), m_around(surroundings), m_setup(surroundings.programFolder, surroundings.board, *this) {
   setObjectName(QStringLiteral("frmLED"));
   setAccessibleName(LedHead::tr(LedHead::kCaption));
-  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::LedFrame);
+  kit::SetHelpOfGround(*this, kit::HelpContext::LedFrame);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kWide);
   column->setSpacing(kit::kGrid);

@@ -45,7 +45,7 @@ QRect SeenOf(const QWidget& control) {
 PickColorFrame::PickColorFrame(QWidget* parent) : Card(parent) {
   setObjectName(QStringLiteral("PickColor_frame"));
   setAccessibleName(tr("LED setting"));
-  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::ColorPicker);
+  kit::SetHelpOfGround(*this, kit::HelpContext::ColorPicker);
   SetChosen(true);
   setCursor(Qt::SizeAllCursor);
   setMinimumWidth(kWidth);

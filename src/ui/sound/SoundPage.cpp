@@ -41,7 +41,7 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
       m_actions(new SoundActions(set, this)),
       m_explorer(new FileExplorer(folders, this)),
       m_options(new QButtonGroup(this)) {
-  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::Slots);
+  kit::SetHelpOfGround(*this, kit::HelpContext::Slots);
   MakeActions();
   for (const core::sound::Slot& slot : core::sound::kSlots) {
     auto* panel = new SlotPanel(*m_actions, slot.kind, this);

@@ -11,19 +11,13 @@
 
 namespace kestrin::ui::window {
 
-namespace {
-
-bool IsGround(const QWidget& control) { return kit::HelpTextOf(control) == kit::PressF1(); }
-
-}  // namespace
-
 HelpLine::HelpLine(QWidget* parent) : QLabel(kit::PressF1(), parent) {
   setObjectName("HelpLabel");
   setTextFormat(Qt::PlainText);
   // A long text must not widen the window.
   setWordWrap(true);
   kit::SetTextStyle(*this, kit::TextStyle::Soft);
-  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::HelpLine);
+  kit::SetHelpOfGround(*this, kit::HelpContext::HelpLine);
   m_newsTimer.setSingleShot(true);
   m_newsTimer.setInterval(kNewsMilliseconds);
   connect(&m_newsTimer, &QTimer::timeout, this, [this] {
@@ -42,7 +36,7 @@ void HelpLine::Explain(QWidget& root) {
 void HelpLine::Watch(QWidget& control) {
   control.installEventFilter(this);
   // The pointer comes onto the ground out of the controls that stand on it, without entering it.
-  if (IsGround(control)) control.setMouseTracking(true);
+  if (kit::IsGround(control)) control.setMouseTracking(true);
 }
 
 void HelpLine::ShowHint(const QString& hint) {
@@ -63,7 +57,7 @@ void HelpLine::ShowNews(const QString& news) {
 
 bool HelpLine::IsOnGround(const QWidget& control, const QPoint& place) const {
   // What stands on the ground passes on the moves that it has no use for. Whoever points at the news reads them.
-  return IsGround(control) && &control != this && control.childAt(place) == nullptr;
+  return kit::IsGround(control) && &control != this && control.childAt(place) == nullptr;
 }
 
 bool HelpLine::eventFilter(QObject* watched, QEvent* event) {
@@ -80,7 +74,7 @@ bool HelpLine::eventFilter(QObject* watched, QEvent* event) {
       [[fallthrough]];
     }
     case QEvent::FocusIn:
-      ShowHint(IsGround(*control) ? QString() : kit::HelpTextOf(*control));
+      ShowHint(kit::IsGround(*control) ? QString() : kit::HelpTextOf(*control));
       break;
     case QEvent::Leave:
     case QEvent::FocusOut:

@@ -69,7 +69,7 @@ Main::Main(const Surroundings& surroundings)
   ConnectPreview();
   ConnectNews();
   m_set.AddListener(*this);
-  kit::SetHelp(*this, kit::PressF1(), kit::HelpContext::Main);
+  kit::SetHelpOfGround(*this, kit::HelpContext::Main);
   m_helpLine->Explain(*this);
   ShowSet();
   UpdateButtons();

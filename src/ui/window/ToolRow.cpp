@@ -106,7 +106,7 @@ QVBoxLayout* ToolRow::MakeLabels() {
   m_serial->setWordWrap(true);
   for (QLabel* const label : {m_noBoard, m_serial}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
-  kit::SetHelp(*m_online, kit::PressF1(), kit::HelpContext::OnlinePicture);
+  kit::SetHelpOfGround(*m_online, kit::HelpContext::OnlinePicture);
   for (QLabel* const label : {m_noBoard, m_serial}) kit::SetHelpContext(*label, kit::HelpContext::OnlinePicture);
 
   auto* const board = new QHBoxLayout;

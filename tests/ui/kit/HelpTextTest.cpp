@@ -32,6 +32,17 @@ TEST(SetHelp, OfGroundIsThatOfTheWindow) {
   QWidget ground;
   SetHelpOfGround(ground);
   EXPECT_EQ(HelpTextOf(ground), "Press F1 for help");
+  EXPECT_TRUE(IsGround(ground));
+  QWidget withTopic;
+  SetHelpOfGround(withTopic, HelpContext::Volume);
+  EXPECT_TRUE(IsGround(withTopic));
+  EXPECT_EQ(TopicOf(&withTopic), HelpContext::Volume);
+}
+
+TEST(SetHelp, DoesNotMakeGroundOfAControlThatSaysTheSame) {
+  QWidget control;
+  SetHelp(control, PressF1());
+  EXPECT_FALSE(IsGround(control));
 }
 
 }  // namespace
