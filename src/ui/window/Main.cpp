@@ -17,6 +17,7 @@
 #include "ui/kit/PathText.h"
 #include "ui/kit/SpecialFolders.h"
 #include "ui/kit/TopicOf.h"
+#include "ui/kit/Translated.h"
 #include "ui/kit/UpdateDialog.h"
 #include "ui/kit/ViewMenu.h"
 #include "ui/kit/WaitFrame.h"
@@ -238,12 +239,12 @@ core::base::Result<> Main::InitLedDrivers() { return m_ledPage->InitLedDrivers()
 std::string Main::CatalogueStamp() { return m_ledPage->CatalogueStamp(); }
 
 void Main::ShowMessage(const std::string& text, const std::string& detail) {
-  m_around.dialogs.ShowError(QString::fromStdString(text), QString::fromStdString(detail));
+  m_around.dialogs.ShowError(kit::Translated(text), kit::Translated(detail));
 }
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {
-  return m_around.dialogs.AskOkCancel(QString::fromStdString(question), QString::fromStdString(advice),
-                                      kit::Dialogs::Harmless::Both, kit::HelpContext::NoBoardQuestion);
+  return m_around.dialogs.AskOkCancel(kit::Translated(question), kit::Translated(advice), kit::Dialogs::Harmless::Both,
+                                      kit::HelpContext::NoBoardQuestion);
 }
 
 bool Main::WaitForBoard(const std::string&) {
@@ -292,7 +293,7 @@ void Main::Update() {
   // The server gives fonts to a whole number.
   if (serialNumber.size() != core::device::TLS::kSerialDigits) serialNumber = m_session.State().serialNumber;
   if (serialNumber.size() != core::device::TLS::kSerialDigits)
-    return m_around.dialogs.ShowError(QString::fromStdString(identified.Text()));
+    return m_around.dialogs.ShowError(kit::Translated(identified.Text()));
   const std::vector<std::filesystem::path> sets = m_around.update->Open(*this, serialNumber);
   if (!m_closing.IsEnding()) m_setFile.OfferNew(sets);
 }
