@@ -67,7 +67,7 @@ TEST_F(DeviceSessionTest, ABoardCannotBeUsedBeforeItHasBeenRead) {
 }
 
 TEST_F(DeviceSessionTest, ABoardThatIsPulledOutWhileItIsReadStaysOffline) {
-  for (const std::uint16_t id : {64, 100}) {
+  for (const std::uint16_t id : {std::uint16_t{64}, std::uint16_t{100}}) {
     m_view.meanwhile = [this] {
       m_agent.Close(1);
       m_session.DeviceRemoved(1, "path");
