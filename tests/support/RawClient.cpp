@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
