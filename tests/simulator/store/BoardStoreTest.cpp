@@ -214,7 +214,7 @@ TEST_F(BoardStoreTest, ADamagedStateIsNamedAndLeftAsItIs) {
   };
   const std::string deep(10000, '[');
   const Row rows[] = {
-      {"", "unexpected end of input"},
+      {"", "line 1, column 1"},
       {"{\"id\": 1", "expected '}'"},
       {"{\"id\": 1} {", "expected end of input"},
       {std::string_view("{\"id\": 1}\0\0", 11), "a zero byte"},
