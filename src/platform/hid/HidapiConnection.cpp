@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/hid/HidapiConnection.h"
 
-#include <locale.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <limits>
 #include <utility>
+
+#ifdef __linux__
+#include "platform/hid/NodeListing.h"
+#endif
 
 namespace kestrin::platform::hid {
 
@@ -35,28 +37,6 @@ void AppendUtf8(std::uint32_t codePoint, std::string& text) {
   }
 }
 
-/// Makes this thread's texts UTF-8 for as long as it lives. On Linux hidapi converts the texts of USB descriptors by
-/// the locale, and loses those with anything but ASCII while a program has not chosen one.
-class Utf8Scope {
- public:
-#ifdef __linux__
-  Utf8Scope() : m_utf8(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
-    if (m_utf8 != nullptr) m_before = ::uselocale(m_utf8);
-  }
-  ~Utf8Scope() {
-    if (m_utf8 == nullptr) return;
-    ::uselocale(m_before);
-    ::freelocale(m_utf8);
-  }
-  Utf8Scope(const Utf8Scope&) = delete;
-  Utf8Scope& operator=(const Utf8Scope&) = delete;
-
- private:
-  locale_t m_utf8 = nullptr;
-  locale_t m_before = nullptr;
-#endif
-};
-
 bool IsSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
 }  // namespace
@@ -83,13 +63,13 @@ HidapiConnection::HidapiConnection(Handle device, const HidNode& node, NodeIdent
     : m_claim(std::move(claim)), m_device(std::move(device)), m_node(node), m_identity(identity) {}
 
 std::vector<std::uint8_t> HidapiConnection::ReportDescriptor() {
-#if HID_API_VERSION >= HID_API_MAKE_VERSION(0, 14, 0)
+#ifdef __linux__
+  return ReadNodeDescriptor(m_node.path);
+#elif HID_API_VERSION >= HID_API_MAKE_VERSION(0, 14, 0)
   std::vector<std::uint8_t> bytes(HID_API_MAX_REPORT_DESCRIPTOR_SIZE);
   const int size = hid_get_report_descriptor(m_device.get(), bytes.data(), bytes.size());
   bytes.resize(static_cast<std::size_t>(std::max(size, 0)));
   return bytes;
-#elif defined(__linux__)
-  return ReadNodeDescriptor(m_node.path);
 #else
 #error "hidapi 0.14 or later is needed: earlier ones do not give the report descriptor on this system"
 #endif
@@ -139,6 +119,15 @@ bool HidapiConnection::IsGone() {
 #endif
 }
 
+#ifdef __linux__
+
+// hidapi 0.13.1 crashes when a device goes while it makes its list.
+std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productId) {
+  return ListNodes(vendorId, productId);
+}
+
+#else
+
 std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productId) {
   struct Freer {
     void operator()(hid_device_info* list) const { hid_free_enumeration(list); }
@@ -146,7 +135,6 @@ std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productI
   std::vector<HidNode> nodes;
   // To hidapi an id of 0 means any.
   if (vendorId <= 0 || vendorId > 0xFFFF || productId <= 0 || productId > 0xFFFF) return nodes;
-  [[maybe_unused]] const Utf8Scope texts;
   const std::unique_ptr<hid_device_info, Freer> list(
       hid_enumerate(static_cast<unsigned short>(vendorId), static_cast<unsigned short>(productId)));
   for (const hid_device_info* info = list.get(); info != nullptr; info = info->next) {
@@ -158,5 +146,7 @@ std::vector<HidNode> EnumerateNodes(std::int32_t vendorId, std::int32_t productI
   }
   return nodes;
 }
+
+#endif
 
 }  // namespace kestrin::platform::hid

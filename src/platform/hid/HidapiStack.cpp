@@ -17,7 +17,12 @@ namespace {
 
 Failure InUse() { return {FailureKind::InUse, "another program uses it"}; }
 
-Failure LibrarysFailure() { return {FailureKind::Failed, Utf8(hid_error(nullptr))}; }
+/// Why the library could not open a device, in its words. It says "Success" of one that went while it was opened.
+Failure LibrarysFailure() {
+  std::string reason = Utf8(hid_error(nullptr));
+  if (reason.empty() || reason == "Success") reason = "it was gone again";
+  return {FailureKind::Failed, reason};
+}
 
 }  // namespace
 

@@ -8,9 +8,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
 namespace kestrin::platform::hid {
@@ -39,12 +36,6 @@ core::base::Result<NodeIdentity> ProbeNode(const std::string& path) {
 bool IsNodeGone(const std::string& path, const NodeIdentity& identity) {
   struct stat status {};
   return ::stat(path.c_str(), &status) < 0 || NodeIdentity{status.st_dev, status.st_ino} != identity;
-}
-
-std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path) {
-  const std::filesystem::path device = "/sys/class/hidraw" / std::filesystem::path(path).filename() / "device";
-  std::ifstream file(device / "report_descriptor", std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace kestrin::platform::hid

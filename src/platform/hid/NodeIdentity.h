@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "core/base/Result.h"
 
@@ -24,7 +23,5 @@ struct NodeIdentity {
 core::base::Result<NodeIdentity> ProbeNode(const std::string& path);
 /// Whether `identity` no longer stands at `path`.
 [[nodiscard]] bool IsNodeGone(const std::string& path, const NodeIdentity& identity);
-/// The report descriptor of the device file at `path`; empty when it cannot be read. Needs no permission.
-[[nodiscard]] std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path);
 
 }  // namespace kestrin::platform::hid

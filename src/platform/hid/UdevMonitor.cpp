@@ -4,10 +4,11 @@
 #include <libudev.h>
 #include <poll.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+
+#include "platform/hid/NodeListing.h"
 
 namespace kestrin::platform::hid {
 
@@ -23,16 +24,12 @@ bool HasNews(udev_monitor* monitor) {
   return ::poll(&file, 1, 0) > 0;
 }
 
-/// Whether the HID device that a node belongs to has these ids. The kernel writes them as "0003:000004D8:0000FA37":
-/// bus, vendor, product.
+/// Whether the HID device that a node belongs to has these ids.
 bool HasIds(udev_device* node, std::int32_t vendorId, std::int32_t productId) {
   udev_device* const parent = udev_device_get_parent_with_subsystem_devtype(node, "hid", nullptr);
   const char* const id = parent == nullptr ? nullptr : udev_device_get_property_value(parent, "HID_ID");
-  unsigned bus = 0;
-  unsigned vendor = 0;
-  unsigned product = 0;
-  return id != nullptr && std::sscanf(id, "%x:%x:%x", &bus, &vendor, &product) == 3 &&
-         vendor == static_cast<unsigned>(vendorId) && product == static_cast<unsigned>(productId);
+  const std::optional<HidIds> ids = ReadHidIds(id == nullptr ? "" : id);
+  return ids && ids->vendor == static_cast<unsigned>(vendorId) && ids->product == static_cast<unsigned>(productId);
 }
 
 }  // namespace
