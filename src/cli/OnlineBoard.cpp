@@ -28,11 +28,13 @@ OnlineBoard::OnlineBoard(Context& context)
   m_progress.End();
   if (online) return;
   // A board that may not be opened is there: another failure, with a way out of its own.
-  if (!m_view.accessProblem.empty()) throw CommandFailure(ExitCode::Failed, m_view.accessProblem);
+  if (!State().accessProblem.empty()) throw CommandFailure(ExitCode::Failed, State().accessProblem);
+  const std::string& passedOver = State().passedOver;
   throw CommandFailure(
       ExitCode::NoBoard,
       "A connection with Kuskekpize could not be established.\nPlug the board in and try again. \"kestrinctl "
-      "devices\" lists the boards that are found.");
+      "devices\" lists the boards that are found." +
+          (passedOver.empty() ? "" : "\n" + passedOver));
 }
 
 OnlineBoard::~OnlineBoard() {

@@ -45,18 +45,13 @@ class OnlineBoard {
 
     void ShowState(const core::device::SessionState&) override {}
     void ShowMessage(const std::string&, const std::string&) override {}
-    [[nodiscard]] bool AskWorkOffline(const std::string&, const std::string& advice) override {
-      accessProblem = advice;
-      return false;
-    }
+    [[nodiscard]] bool AskWorkOffline(const std::string&, const std::string&) override { return false; }
     [[nodiscard]] bool WaitForBoard(const std::string& text) override {
       m_progress.Phase(text);
       return true;
     }
     void StartGoOnlineTimer(std::int32_t) override {}
     void StopGoOnlineTimer() override {}
-
-    std::string accessProblem;
 
    private:
     ProgressLine& m_progress;

@@ -32,6 +32,13 @@ std::string DigitsOf(std::int32_t answer) {
   return text;
 }
 
+/// What is said of a device that only looks like a board.
+std::string PassedOver(const std::string& path) {
+  return "The device at " + path +
+         " has the numbers of a Kestrin board but not its reports, so it is left alone. If it should be a board, plug "
+         "it in again or ask its maker.";
+}
+
 /// What the serial label says of a board.
 std::string CaptionOf(const SessionState& state) {
   return std::string(Identify(state.id).caption) + state.serialNumber;
@@ -59,7 +66,8 @@ DeviceSession::StartUp DeviceSession::SearchAtStartUp() {
     return m_state.IsOnline() ? StartUp::Online : StartUp::Offline;
   }
   GoOffline();
-  return m_view.AskWorkOffline(kNoConnection, m_agent.AccessProblem()) ? StartUp::Offline : StartUp::Quit;
+  const std::string& advice = m_state.accessProblem.empty() ? m_state.passedOver : m_state.accessProblem;
+  return m_view.AskWorkOffline(kNoConnection, advice) ? StartUp::Offline : StartUp::Quit;
 }
 
 void DeviceSession::GoOnline() {
@@ -129,13 +137,16 @@ void DeviceSession::Tell() {
   CountBoards();
   m_state.isFinishing = m_state.board != 0 && m_state.board == m_finishingBoard;
   m_state.accessProblem = m_state.boards == 0 ? m_agent.AccessProblem() : "";
+  // Boards stand before it.
+  m_state.passedOver = m_devices.empty() || m_devices.back().IsBoard() ? "" : PassedOver(m_devices.back().path);
   if (m_told == m_state) return;
   m_told = m_state;
   m_view.ShowState(m_state);
 }
 
 void DeviceSession::CountBoards() {
-  m_state.boards = m_devices.size();
+  m_state.boards = static_cast<std::size_t>(
+      std::count_if(m_devices.begin(), m_devices.end(), [](const Device& device) { return device.IsBoard(); }));
   m_state.board = Board() != nullptr ? Board()->ClassDebugID() : 0;
 }
 
@@ -244,21 +255,25 @@ void DeviceSession::Exit() {
   CountBoards();
 }
 
-bool DeviceSession::Device::CanTake(std::int32_t opened) const {
-  const bool unused = !board->CommandVariable().IsBound() && !board->ResponseVariable().IsBound();
-  return (board->HasHandle(opened) || unused) && board->UnboundVarCount() > 0;
+void DeviceSession::InterfaceOpened(std::int32_t handle, std::int32_t, std::int32_t, const std::string& path) {
+  const auto waiting = std::find_if(m_devices.begin(), m_devices.end(),
+                                    [&](const Device& device) { return device.Has(handle) && !device.IsBoard(); });
+  if (waiting != m_devices.end()) {
+    static_cast<void>(waiting->board->BindVars(m_agent));
+  } else {
+    Device device{std::make_unique<TLS>(), handle, path};
+    if (device.board->BindVars(m_agent) >= 0) m_devices.push_back(std::move(device));
+  }
+  SortDevices();
+  CountBoards();
 }
 
-void DeviceSession::InterfaceOpened(std::int32_t handle, std::int32_t, std::int32_t, const std::string&) {
-  const auto waiting =
-      std::find_if(m_devices.begin(), m_devices.end(), [&](const Device& device) { return device.CanTake(handle); });
-  if (waiting != m_devices.end()) {
-    if (waiting->board->BindVars(m_agent) >= 0) waiting->handle = handle;
-    return;
-  }
-  Device device{std::make_unique<TLS>(), handle};
-  if (device.board->BindVars(m_agent) >= 0) m_devices.push_back(std::move(device));
-  CountBoards();
+TLS* DeviceSession::Board() const {
+  return m_devices.empty() || !m_devices.front().IsBoard() ? nullptr : m_devices.front().board.get();
+}
+
+void DeviceSession::SortDevices() {
+  std::stable_partition(m_devices.begin(), m_devices.end(), [](const Device& device) { return device.IsBoard(); });
 }
 
 void DeviceSession::InterfaceClosed(std::int32_t handle, const std::string&) {
@@ -271,7 +286,6 @@ void DeviceSession::InterfaceClosed(std::int32_t handle, const std::string&) {
   m_devices.erase(
       std::remove_if(m_devices.begin(), m_devices.end(), [](const Device& device) { return device.board == nullptr; }),
       m_devices.end());
-  CountBoards();
 
   for (const Device& device : m_devices) {
     try {
@@ -281,6 +295,8 @@ void DeviceSession::InterfaceClosed(std::int32_t handle, const std::string&) {
       // Its own interface is going too: its notice follows.
     }
   }
+  SortDevices();
+  CountBoards();
 }
 
 void DeviceSession::SelectInterfaceOf(std::int32_t handle) {

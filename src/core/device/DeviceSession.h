@@ -17,7 +17,8 @@
 namespace kestrin::core::device {
 
 /// Finds the board, recognises it, notices it going and coming back, says good-bye. Boards whose interfaces are open
-/// stand in the device list; item 1 is the one that everything talks to.
+/// stand in the device list, and behind them devices that have a board's ids but not its two variables; item 1, when it
+/// is a board, is the one that everything talks to.
 ///
 /// A board that erases its flash answers nothing for up to half a minute, whoever asks. Done, it first answers the
 /// erase (10, 10) and then, in order, everything that it was asked meanwhile, also by a program that is gone. Identity
@@ -63,8 +64,8 @@ class DeviceSession final : public HidAgentEvents {
   /// Says good-bye to the board, whatever the state, and stops the agent.
   void Exit();
 
-  /// Item 1 of the device list, nullptr when it is empty.
-  [[nodiscard]] TLS* Board() const { return m_devices.empty() ? nullptr : m_devices.front().board.get(); }
+  /// Item 1 of the device list, nullptr when no board is there.
+  [[nodiscard]] TLS* Board() const;
   [[nodiscard]] const SessionState& State() const { return m_state; }
 
   void InterfaceOpened(std::int32_t handle, std::int32_t reportLengthIn, std::int32_t reportLengthOut,
@@ -81,11 +82,13 @@ class DeviceSession final : public HidAgentEvents {
     std::unique_ptr<TLS> board;
     /// Its interface, also when none of its variables was found there.
     std::int32_t handle;
+    /// The interface's.
+    std::string path;
 
     /// Whether an interface is this board's.
     [[nodiscard]] bool Has(std::int32_t other) const { return handle == other || board->HasHandle(other); }
-    /// Whether an interface that opens can be this board's: it lacks variables, and has none of another interface.
-    [[nodiscard]] bool CanTake(std::int32_t opened) const;
+    /// Whether both of a board's variables were found.
+    [[nodiscard]] bool IsBoard() const { return board->UnboundVarCount() == 0; }
   };
 
   /// What reading an LED driver failed at.
@@ -108,6 +111,8 @@ class DeviceSession final : public HidAgentEvents {
   /// Takes into the state what is there, and tells the view when it differs from what it was told.
   void Tell();
   void CountBoards();
+  /// Boards first, each kind in the order in which they came.
+  void SortDevices();
   void GoOnlineIfItAnswers();
   /// Asks what the board is. False when it does not answer yet and is not waited for.
   [[nodiscard]] bool AskIdentity(TLS& board);

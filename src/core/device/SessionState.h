@@ -39,6 +39,7 @@ struct SessionState {
 
   // --- Of the boards that are there, online or not ---
 
+  /// Those that have all of a board's reports.
   std::size_t boards = 0;
   /// The number of the first one, TLS::ClassDebugID(); 0 when there is none.
   std::int32_t board = 0;
@@ -46,6 +47,8 @@ struct SessionState {
   bool isFinishing = false;
   /// Why no board could be opened although one is there, and how to permit it; "" when that is not so.
   std::string accessProblem;
+  /// Of a device that has a board's ids but not its reports, and is left alone; "" when there is none.
+  std::string passedOver;
 
   [[nodiscard]] bool IsOnline() const { return stage != Stage::Offline; }
   /// A sound board is online and everything can be done with it.

@@ -98,7 +98,7 @@ class THIDagent {
   [[nodiscard]] virtual bool SearchAndOpen() = 0;
   /// Looks at what the HID stack has noticed since the last call and raises the events for it. Cheap; for timers.
   virtual void Refresh() = 0;
-  /// Why the last search opened nothing although a board is there: its text says how to permit it, or is kBoardInUse;
+  /// Why the last search could not open an interface that is there: its text says how to permit it, or is kBoardInUse;
   /// "" otherwise.
   [[nodiscard]] virtual std::string AccessProblem() const = 0;
 

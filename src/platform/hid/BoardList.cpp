@@ -18,6 +18,8 @@ std::vector<BoardListing> ListBoards(HidStack& stack) {
   std::vector<BoardListing> boards;
   for (const HidNode& node : nodes) {
     const core::base::Result<> access = stack.Look(node);
+    // Unplugged while the list was made.
+    if (!access && access.Why().kind == core::base::FailureKind::NotFound) continue;
     const bool inUse = !access && access.Why().kind == core::base::FailureKind::InUse;
     boards.push_back({node.path, node.manufacturer, node.product, node.serialNumber, access || inUse, inUse,
                       access ? "" : AccessAdvice(node.path, access.Why())});

@@ -37,7 +37,7 @@ void StackAgent::CloseAll() {
   m_stopWanted = false;
   m_monitor.reset();
   m_pending.clear();
-  m_inUse.clear();
+  m_refused.clear();
   m_interfaces.clear();
   m_current = Selection();
 }
@@ -58,17 +58,31 @@ bool StackAgent::SearchAndOpen() {
 void StackAgent::OpenMatching() {
   std::vector<HidNode> nodes = m_stack->Enumerate(m_match.VID_To_Match, m_match.PID_To_Match);
   std::sort(nodes.begin(), nodes.end(), ComesBefore);
-  std::string problem;
-  m_inUse.clear();
+  m_refused.clear();
   for (const HidNode& node : nodes) {
     if (m_stopWanted) return;
     if (IsOpen(node.path) || !IsWanted(node.path)) continue;
     const core::base::Result<> opened = Open(node);
-    if (opened) continue;
-    if (opened.Why().kind == core::base::FailureKind::InUse) m_inUse.push_back(node);
-    if (problem.empty()) problem = AccessAdvice(node.path, opened.Why());
+    if (!opened) Refuse(node, opened.Why());
   }
-  m_accessProblem = m_interfaces.empty() ? problem : "";
+}
+
+std::optional<core::base::FailureKind> StackAgent::LookAt(const HidNode& node) {
+  const core::base::Result<> access = m_stack->Look(node);
+  if (access) return std::nullopt;
+  return access.Why().kind;
+}
+
+void StackAgent::Refuse(const HidNode& node, const core::base::Failure& why) {
+  using core::base::FailureKind;
+  // What a look sees as well may be over by the time of the look; what it does not see shall not change by itself.
+  const bool shows = why.kind == FailureKind::InUse || why.kind == FailureKind::NotPermitted;
+  const std::optional<FailureKind> look = shows ? why.kind : LookAt(node);
+  if (look != FailureKind::NotFound) m_refused.push_back({node, why, look});
+}
+
+std::string StackAgent::AccessProblem() const {
+  return m_refused.empty() ? "" : AccessAdvice(m_refused.front().node.path, m_refused.front().why);
 }
 
 bool StackAgent::IsOpen(const std::string& path) const {
@@ -96,7 +110,7 @@ void StackAgent::Refresh() {
   if (m_inTransfer || m_delivering || m_searching) return;
   const core::base::RaisedFlag delivering(m_delivering);
   CollectNotices();
-  CollectFreed();
+  CollectChanged();
   while (!m_pending.empty()) {
     const PendingEvent event = std::move(m_pending.front());
     m_pending.pop_front();
@@ -133,12 +147,13 @@ void StackAgent::CollectNotices() {
   for (std::string& path : arrived) m_pending.push_back({PendingEvent::Kind::Arrived, 0, std::move(path)});
 }
 
-void StackAgent::CollectFreed() {
-  std::erase_if(m_inUse, [this](const HidNode& node) {
-    const core::base::Result<> access = m_stack->Look(node);
-    const bool freed = access || access.Why().kind != core::base::FailureKind::InUse;
-    if (freed) m_pending.push_back({PendingEvent::Kind::Arrived, 0, node.path});
-    return freed;
+void StackAgent::CollectChanged() {
+  std::erase_if(m_refused, [this](const Refusal& refusal) {
+    const std::optional<core::base::FailureKind> look = LookAt(refusal.node);
+    const bool changed = look != refusal.look;
+    if (changed && look != core::base::FailureKind::NotFound)
+      m_pending.push_back({PendingEvent::Kind::Arrived, 0, refusal.node.path});
+    return changed;
   });
 }
 

@@ -26,8 +26,9 @@ namespace kestrin::platform::hid {
 /// While a read waits, the event pump gets its turn at least every 20 ms, and handlers that it runs may call the agent:
 /// a second transfer is refused (false), a search opens nothing, Refresh() leaves notices for later, Stop() ends the
 /// wait as failed and takes effect behind it. What they select is forgotten when the wait goes on.
-/// Coming and going is reported from Refresh() alone, which also looks whether a board that another program used has
-/// become free; ReportArrived() and ReportTimedOut() at the end of a read.
+/// Coming and going is reported from Refresh() alone, which also looks whether a board that was refused, because
+/// another program used it or this person was not permitted to, would be so still;
+/// ReportArrived() and ReportTimedOut() at the end of a read.
 class StackAgent final : public core::device::THIDagent {
  public:
   /// Makes what notices devices; called by Start().
@@ -46,7 +47,7 @@ class StackAgent final : public core::device::THIDagent {
   void SetMatch(const core::device::HidMatch& match) override { m_match = match; }
   [[nodiscard]] bool SearchAndOpen() override;
   void Refresh() override;
-  [[nodiscard]] std::string AccessProblem() const override { return m_accessProblem; }
+  [[nodiscard]] std::string AccessProblem() const override;
 
   [[nodiscard]] std::int32_t NumberOfInterfaces() const override;
   void SelectInterface(std::int32_t number) override;
@@ -80,6 +81,13 @@ class StackAgent final : public core::device::THIDagent {
     std::int32_t variable = -1;
     std::int32_t report = -1;
   };
+  /// An interface that the last search could not open, and why.
+  struct Refusal {
+    HidNode node;
+    core::base::Failure why;
+    /// What a look at it says as long as nothing has changed; empty for "can be opened".
+    std::optional<core::base::FailureKind> look;
+  };
   struct PendingEvent {
     enum class Kind { Closed, Removed, Arrived };
     Kind kind = Kind::Closed;
@@ -99,8 +107,12 @@ class StackAgent final : public core::device::THIDagent {
   core::base::Result<> Open(const HidNode& node);
   [[nodiscard]] bool WaitForInput();
   void CollectNotices();
-  /// Boards that another program has let go of since they were refused count as arrived.
-  void CollectFreed();
+  [[nodiscard]] std::optional<core::base::FailureKind> LookAt(const HidNode& node);
+  /// Remembers why an interface could not be opened; one that is gone is no board any more.
+  void Refuse(const HidNode& node, const core::base::Failure& why);
+  /// Interfaces that would not be refused any more, or not in the same way, count as arrived; those that are gone are
+  /// forgotten.
+  void CollectChanged();
   void Deliver(const PendingEvent& event);
   /// Takes an interface out of the list and moves the selection with it. False when it is not in the list.
   bool Close(std::int32_t handle);
@@ -121,9 +133,7 @@ class StackAgent final : public core::device::THIDagent {
   std::deque<PendingEvent> m_pending;
   Selection m_current;
   std::int32_t m_lastHandle = 0;
-  std::string m_accessProblem;
-  /// The boards that the last search left to other programs.
-  std::vector<HidNode> m_inUse;
+  std::vector<Refusal> m_refused;
   bool m_inTransfer = false;
   bool m_searching = false;
   bool m_delivering = false;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/window/Application.h"
 
+#include <QScopeGuard>
 #include <exception>
+#include <utility>
 
 namespace kestrin::ui::window {
 
@@ -11,11 +13,22 @@ bool Application::notify(QObject* receiver, QEvent* event) {
   try {
     return QApplication::notify(receiver, event);
   } catch (const std::exception& error) {
-    emit mishap(
-        tr("Something went wrong: %1\nThe board was left as it is. Save your set, then start the program again.")
-            .arg(QString::fromLocal8Bit(error.what())));
+    Tell(tr("Something went wrong: %1\nThe board was left as it is. Save your set, then start the program again.")
+             .arg(QString::fromLocal8Bit(error.what())));
   }
   return false;
+}
+
+void Application::Tell(const QString& text) {
+  // What goes wrong in an event that comes again and again is told once at a time.
+  if (std::exchange(m_telling, true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this, text] {
+        const auto told = qScopeGuard([this] { m_telling = false; });
+        emit mishap(text);
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace kestrin::ui::window

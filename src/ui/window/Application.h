@@ -5,7 +5,8 @@
 
 namespace kestrin::ui::window {
 
-/// The application, which turns a mishap in any event handler into a message instead of ending.
+/// The application, which turns a mishap in any event handler into a message instead of ending. The message comes once
+/// that handler is left: a timer whose handler waits for the person would not run again until then.
 class Application : public QApplication {
   Q_OBJECT
 
@@ -15,8 +16,14 @@ class Application : public QApplication {
   bool notify(QObject* receiver, QEvent* event) override;
 
  signals:
-  /// Something went wrong; the text is for the person.
+  /// Something went wrong; the text is for the person. What goes wrong before everybody who hears of it is done is not
+  /// told.
   void mishap(const QString& text);
+
+ private:
+  void Tell(const QString& text);
+
+  bool m_telling = false;
 };
 
 }  // namespace kestrin::ui::window

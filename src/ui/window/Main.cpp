@@ -239,7 +239,10 @@ core::base::Result<> Main::InitLedDrivers() { return m_ledPage->InitLedDrivers()
 std::string Main::CatalogueStamp() { return m_ledPage->CatalogueStamp(); }
 
 void Main::ShowMessage(const std::string& text, const std::string& detail) {
-  m_around.dialogs.ShowError(kit::Translated(text), kit::Translated(detail));
+  // Not inside the event that the session has it from: while a message is open, boards come and go all the same.
+  m_around.gate.WhenFree([this, text = kit::Translated(text), detail = kit::Translated(detail)] {
+    m_around.dialogs.ShowError(text, detail);
+  });
 }
 
 bool Main::AskWorkOffline(const std::string& question, const std::string& advice) {

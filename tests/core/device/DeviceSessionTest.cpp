@@ -160,10 +160,65 @@ TEST_F(DeviceSessionTest, AForeignDeviceIsNoBoard) {
   EXPECT_EQ(m_view.log.back(), kQuestion) << "an interface is open, but it is no board's";
 }
 
-TEST_F(DeviceSessionTest, ABoardWithoutItsVariablesIsKeptAllTheSame) {
+// What a device may lack that has a board's numbers but is none.
+const std::vector<std::vector<ScriptedAgent::Variable>> kNotABoard{
+    {},
+    {{ReportType::Output, 1, 0xFF00, 0, {}}},
+    {{ReportType::Input, 2, 0xFF00, 0, {}}},
+    {{ReportType::Output, 2, 0xFF00, 0, {}}, {ReportType::Input, 1, 0xFF00, 1, {}}},
+    {{ReportType::Output, 1, 0xFF01, 0, {}}, {ReportType::Input, 2, 0xFF01, 1, {}}},
+};
+
+constexpr const char* kPassedOver =
+    "The device at scripted has the numbers of a Kestrin board but not its reports, so it is left alone. If it should "
+    "be a board, plug it in again or ask its maker.";
+
+TEST_F(DeviceSessionTest, ADeviceWithoutABoardsVariablesIsNamedAndLeftAlone) {
+  for (const auto& variables : kNotABoard) {
+    ScriptedAgent agent;
+    RecordingSession view;
+    DeviceSession session(agent, view);
+    agent.toOpen = {{1, kBoardVendorId, kBoardProductId, variables}};
+    EXPECT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+    EXPECT_EQ(session.Board(), nullptr);
+    EXPECT_EQ(session.State().boards, 0u);
+    EXPECT_EQ(session.State().passedOver, kPassedOver);
+    EXPECT_EQ(view.advice, kPassedOver);
+    session.GoOnlineTimerTick();
+    session.Exit();
+    EXPECT_TRUE(agent.written.empty());
+  }
+}
+
+TEST_F(DeviceSessionTest, ADeviceWithoutABoardsVariablesShadowsNoBoard) {
+  for (const auto& variables : kNotABoard) {
+    for (const bool before : {true, false}) {
+      ScriptedAgent agent;
+      RecordingSession view;
+      DeviceSession session(agent, view);
+      agent.toOpen = {ScriptedAgent::BoardInterface(7), ScriptedAgent::BoardInterface(8)};
+      agent.toOpen.insert(before ? agent.toOpen.begin() : agent.toOpen.end(),
+                          {6, kBoardVendorId, kBoardProductId, variables});
+      agent.Answers({{0, 64}, {0x4B, 0x53}, {0x54, 0x01}});
+      EXPECT_EQ(session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+      EXPECT_EQ(session.State().serialNumber, "4B535401");
+      EXPECT_EQ(session.State().boards, 2u);
+      EXPECT_EQ(session.State().passedOver, kPassedOver);
+      EXPECT_TRUE(session.Board()->HasHandle(7)) << "the first of the boards";
+      agent.Close(7);
+      EXPECT_TRUE(session.Board()->HasHandle(8));
+      agent.Close(6);
+      session.LookForNotices();
+      EXPECT_EQ(session.State().passedOver, "");
+    }
+  }
+}
+
+TEST_F(DeviceSessionTest, WhyABoardMayNotBeOpenedIsToldBeforeADeviceThatIsNone) {
+  m_agent.accessProblem = "/dev/hidraw3 may not be opened";
   m_agent.toOpen = {{1, kBoardVendorId, kBoardProductId, {}}};
-  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
-  EXPECT_EQ(m_session.State().boards, 1u);
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+  EXPECT_EQ(m_view.advice, "/dev/hidraw3 may not be opened");
 }
 
 TEST_F(DeviceSessionTest, OfflineItIsKnownStillWhatTheLastBoardWas) {
@@ -302,7 +357,7 @@ TEST_F(DeviceSessionTest, ReportsThatArriveAndTimeOutsHaveNoEffect) {
 TEST_F(DeviceSessionTest, AnotherInterfaceOfAHalfBoundBoardIsBoundToIt) {
   // The same interface is announced again after its descriptor was read only in part.
   m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
-  ASSERT_EQ(m_session.State().boards, 1u);
+  ASSERT_EQ(m_session.State().boards, 0u);
   m_agent.interfaces = {ScriptedAgent::BoardInterface(5)};
   m_session.InterfaceOpened(5, 2, 1028, "scripted");
   EXPECT_EQ(m_session.State().boards, 1u);
@@ -315,12 +370,8 @@ TEST_F(DeviceSessionTest, ABoardThatFollowsAnInterfaceWithoutTheVariablesIsTheOn
     RecordingSession view;
     DeviceSession session(agent, view);
     agent.Open({5, kBoardVendorId, kBoardProductId, {}});
-    ASSERT_EQ(session.State().boards, 1u);
-    if (closedBefore) {
-      agent.Close(5);
-      EXPECT_EQ(session.State().boards, 0u);
-      EXPECT_EQ(session.Board(), nullptr);
-    }
+    ASSERT_EQ(session.Board(), nullptr);
+    if (closedBefore) agent.Close(5);
     agent.Open(ScriptedAgent::BoardInterface(6));
     ASSERT_EQ(session.State().boards, 1u);
     ASSERT_TRUE(session.Board()->HasHandle(6));
@@ -343,9 +394,9 @@ TEST_F(DeviceSessionTest, ABoardThatFollowsAnInterfaceWithoutTheVariablesIsTheOn
 TEST_F(DeviceSessionTest, AHalfBoundBoardIsNotTakenForAnotherInterface) {
   m_agent.Open({5, kBoardVendorId, kBoardProductId, {{ReportType::Output, 1, 0xFF00, 0, {}}}});
   m_agent.Open(ScriptedAgent::BoardInterface(6));
-  EXPECT_EQ(m_session.State().boards, 2u);
-  EXPECT_TRUE(m_session.Board()->HasHandle(5));
-  EXPECT_FALSE(m_session.Board()->HasHandle(6));
+  EXPECT_EQ(m_session.State().boards, 1u);
+  EXPECT_TRUE(m_session.Board()->HasHandle(6));
+  EXPECT_FALSE(m_session.Board()->HasHandle(5));
 }
 
 TEST_F(DeviceSessionTest, BoardsAreBoundAnewWhenAnInterfaceClosesSinceNumbersMayHaveChanged) {

@@ -108,6 +108,62 @@ TEST_F(StackAgentEvents, ABoardThatMayNotBeOpenedIsToldApartFromNone) {
 #endif
 }
 
+// --- Boards that are refused, and then not any more ---
+
+TEST_F(StackAgentEvents, ABoardThatMayBeOpenedAtLastCountsAsArrivedOnce) {
+  support::FakeHidDevice& board = Plug("/dev/hidraw3");
+  board.notPermitted = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+  EXPECT_NE(agent->AccessProblem(), "");
+  board.notPermitted = false;
+  agent->Refresh();
+  agent->Refresh();
+  EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw3"});
+  EXPECT_TRUE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+}
+
+TEST_F(StackAgentEvents, ABoardThatIsRefusedForAnotherReasonThanBeforeCountsAsArrived) {
+  support::FakeHidDevice& board = Plug("/dev/hidraw3");
+  board.notPermitted = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  board.notPermitted = false;
+  board.inUse = true;
+  agent->Refresh();
+  EXPECT_EQ(events.lines, Lines{"arrival /dev/hidraw3"});
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "Another program is using this board. Close it and try again.");
+}
+
+TEST_F(StackAgentEvents, ARefusedBoardThatIsUnpluggedTakesItsAdviceAlong) {
+  for (const bool permitted : {true, false}) {
+    support::FakeHidDevice& board = Plug("/dev/hidraw3");
+    board.notPermitted = !permitted;
+    board.inUse = permitted;
+    Create();
+    EXPECT_FALSE(agent->SearchAndOpen());
+    EXPECT_NE(agent->AccessProblem(), "");
+    bus.Unplug("/dev/hidraw3");
+    agent->Refresh();
+    EXPECT_EQ(agent->AccessProblem(), "");
+    EXPECT_THAT(events.lines, IsEmpty());
+  }
+}
+
+TEST_F(StackAgentEvents, ABoardThatFailsInAWayThatALookDoesNotSeeIsTriedOnce) {
+  support::FakeHidDevice& board = bus.Plug("/dev/hidraw3", {0x06, 0x00});
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  for (int look = 0; look < 3; ++look) agent->Refresh();
+  EXPECT_THAT(events.lines, IsEmpty());
+  EXPECT_EQ(board.timesOpened, 1);
+  EXPECT_NE(agent->AccessProblem(), "");
+}
+
 TEST_F(StackAgentEvents, TheAccessProblemGoesWithTheNextSearch) {
   support::FakeHidDevice& board = Plug("/dev/hidraw3");
   board.notPermitted = true;
@@ -118,12 +174,12 @@ TEST_F(StackAgentEvents, TheAccessProblemGoesWithTheNextSearch) {
   EXPECT_EQ(agent->AccessProblem(), "");
 }
 
-TEST_F(StackAgentEvents, ABoardBesideOneThatMayNotBeOpenedIsUsedWithoutComplaint) {
+TEST_F(StackAgentEvents, ABoardBesideOneThatMayNotBeOpenedIsUsed) {
   Plug("/dev/hidraw0").notPermitted = true;
   Plug("/dev/hidraw1");
   Create();
   EXPECT_TRUE(agent->SearchAndOpen());
-  EXPECT_EQ(agent->AccessProblem(), "");
+  EXPECT_THAT(agent->AccessProblem(), HasSubstr("/dev/hidraw0"));
 }
 
 TEST_F(StackAgentEvents, ABoardThatFailsToOpenIsNamedWithTheReason) {
@@ -206,7 +262,7 @@ TEST_F(StackAgentEvents, ABoardBesideOneThatAnotherProgramUsesIsUsedAndTheOtherS
   Plug("/dev/hidraw1");
   Create();
   EXPECT_TRUE(agent->SearchAndOpen());
-  EXPECT_EQ(agent->AccessProblem(), "");
+  EXPECT_EQ(agent->AccessProblem(), kInUse);
   events.lines.clear();
   other.inUse = false;
   agent->Refresh();

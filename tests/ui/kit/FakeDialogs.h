@@ -29,8 +29,9 @@ class FakeDialogs final : public ui::kit::Dialogs {
   std::deque<Unsaved> unsavedAnswers;
   std::deque<bool> listAnswers;
   std::deque<std::optional<QColor>> colors;
-  /// Called while a question stands.
+  /// Called while a question stands, and while a message about something that is wrong does.
   std::function<void()> whileAsking;
+  std::function<void()> whileTelling;
 
   std::vector<QString> messages;
   std::vector<QString> errors;
@@ -77,6 +78,7 @@ class FakeDialogs final : public ui::kit::Dialogs {
   void ShowError(const QString& text, const QString& detail) override {
     errors.push_back(text);
     lastDetail = detail;
+    if (whileTelling) whileTelling();
   }
   [[nodiscard]] bool ShowList(const QString& headline, const QStringList& lines, const QString& action,
                               ui::kit::HelpContext topic) override {

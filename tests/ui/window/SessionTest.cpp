@@ -11,6 +11,11 @@ class Session : public MainFixture {
     agent->Unplug();
     Tick("NoticeTimer");
   }
+  /// The messages that have been shown by the time that whoever caused them is done.
+  const std::vector<QString>& Errors() {
+    QCoreApplication::sendPostedEvents();
+    return dialogs.errors;
+  }
   void WriteCatalogue(const std::string& text) { support::WriteBytes(program / "KestrinLEDS.ldcfg", text); }
   void PlugIn() {
     agent->Plug();
@@ -143,23 +148,39 @@ TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
   WriteCatalogue("KestrinLEDConfigurator#3\r\n");
   Start("id=4095");
   constexpr const char* kText = "Invalid LED configuration file. Check KestrinLEDS.ldcfg in the installation path !";
-  ASSERT_EQ(dialogs.errors, std::vector<QString>{kText});
+  ASSERT_EQ(Errors(), std::vector<QString>{kText});
   EXPECT_TRUE(dialogs.lastDetail.contains("line 1")) << dialogs.lastDetail.toStdString();
   EXPECT_EQ(LabelText("SerialLabel"), "");
   for (int tick = 0; tick < 5; ++tick) Tick("GoOnlineTimer");
-  EXPECT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_EQ(Errors().size(), 1U);
 
   PullOut();
   PlugIn();
-  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_EQ(Errors().size(), 2U);
   Tick("GoOnlineTimer");
-  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_EQ(Errors().size(), 2U);
+}
+
+TEST_F(Session, NoticesBoardsWhileAMessageIsOpen) {
+  WriteCatalogue("KestrinLEDConfigurator#3\r\n");
+  Make("id=4095", false);
+  dialogs.okAnswers = {true};
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  bool noticed = false;
+  dialogs.whileTelling = [&] {
+    agent->Unplug();
+    noticed = Until([this] { return Button("SendBtn").toolTip() == "No sound board is connected."; });
+  };
+  agent->Plug();
+  ASSERT_TRUE(Until([this] { return !dialogs.errors.empty(); }));
+  EXPECT_TRUE(noticed);
 }
 
 TEST_F(Session, AsksAnLedDriverThatDidNotAnswerAgainAndTellsItOnce) {
   // At first the third command asks for the configuration; each further try has four until then.
   Start("id=4095,fault=write:3,fault=write:7");
-  EXPECT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_EQ(Errors().size(), 1U);
   EXPECT_EQ(dialogs.lastDetail, "The LED driver did not answer. Unplug it and plug it in again.");
   EXPECT_EQ(LabelText("SerialLabel"), "");
   Tick("GoOnlineTimer");
@@ -169,15 +190,15 @@ TEST_F(Session, AsksAnLedDriverThatDidNotAnswerAgainAndTellsItOnce) {
   EXPECT_EQ(LabelText("SerialLabel"), "Kestrin LED Driver Serial Number: 4B535401");
   EXPECT_EQ(LabelText("LEDNotice"), "");
   EXPECT_FALSE(Find<QTimer>("GoOnlineTimer").isActive());
-  EXPECT_EQ(dialogs.errors.size(), 1U);
+  EXPECT_EQ(Errors().size(), 1U);
 }
 
 TEST_F(Session, TellsAgainWhenSomethingElseIsWrongWithTheSameBoard) {
   Start("id=4095,fault=write:3");
-  ASSERT_EQ(dialogs.errors.size(), 1U);
+  ASSERT_EQ(Errors().size(), 1U);
   WriteCatalogue("KestrinLEDConfigurator#3\r\n");
   Tick("GoOnlineTimer");
-  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_EQ(Errors().size(), 2U);
   EXPECT_TRUE(dialogs.lastDetail.contains("line 1")) << dialogs.lastDetail.toStdString();
 }
 
@@ -187,10 +208,10 @@ TEST_F(Session, TriesTheCatalogueAgainWhenItHasChanged) {
   Start("id=4095");
   WriteCatalogue("KestrinLEDConfigurator#2\r\n");
   Tick("GoOnlineTimer");
-  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_EQ(Errors().size(), 2U);
   WriteCatalogue(good);
   Tick("GoOnlineTimer");
-  EXPECT_EQ(dialogs.errors.size(), 2U);
+  EXPECT_EQ(Errors().size(), 2U);
   EXPECT_EQ(LabelText("SerialLabel"), "Kestrin LED Driver Serial Number: 4B535401");
   EXPECT_EQ(Button("SendBtn").toolTip(),
             "The board is an LED driver: it has neither sounds nor an acceleration sensor.");
