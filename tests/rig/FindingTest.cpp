@@ -3,6 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "platform/hid/BoardLock.h"
 #include "rig/RigFixture.h"
 #include "rig/SecondBoard.h"
@@ -13,6 +16,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class Finding : public RigFixture {};
 
@@ -195,8 +199,64 @@ TEST_F(Finding, ABoardWithoutPermissionIsToldApartUntilItIsPermitted) {
     EXPECT_EQ(boards[0].advice, agent->AccessProblem());
   }
   ASSERT_EQ(::chmod(mock.RealNode().c_str(), 0600), 0);
+  agent->Refresh();
+  EXPECT_EQ(events.lines, std::vector<std::string>{"arrival /dev/hidraw5"});
   EXPECT_TRUE(agent->SearchAndOpen());
   EXPECT_EQ(agent->AccessProblem(), "");
+}
+
+// --- A board that goes while it is looked at ---
+
+/// A board of which something is gone already, or cut, while the rest is still there.
+class Vanishing : public RigFixture {
+ protected:
+  Vanishing() { mock.Plug(5); }
+
+  [[nodiscard]] std::filesystem::path Real(const std::string& path) const { return host.RealPath(path); }
+  [[nodiscard]] std::filesystem::path OfDevice(const std::string& file) const {
+    return Real("/sys/class/hidraw/hidraw5/device/" + file);
+  }
+  /// What is said of the board, by the list and by the agent alike; "" when neither knows one.
+  std::string Advice() {
+    CreateAgent();
+    EXPECT_FALSE(agent->SearchAndOpen());
+    const std::vector<platform::hid::BoardListing> boards = platform::hid::ListBoards();
+    EXPECT_LE(boards.size(), 1U);
+    return agent->AccessProblem();
+  }
+};
+
+TEST_F(Vanishing, WithoutItsIdsItIsNone) {
+  for (const char* const left : {"", "DRIVER=hid-generic\n", "HID_ID=0003:0000", "HID_ID=0003:000004D8:0000FA37"}) {
+    std::ofstream(OfDevice("uevent"), std::ios::trunc) << left;
+    EXPECT_EQ(Advice(), "") << left;
+  }
+  std::filesystem::remove(OfDevice("uevent"));
+  EXPECT_EQ(Advice(), "");
+  EXPECT_TRUE(platform::hid::ListBoards().empty());
+}
+
+TEST_F(Vanishing, WithoutItsNodeItIsNone) {
+  std::filesystem::remove(mock.RealNode());
+  EXPECT_EQ(Advice(), "");
+  EXPECT_TRUE(platform::hid::ListBoards().empty());
+}
+
+TEST_F(Vanishing, WithoutItsDescriptorItIsNamed) {
+  std::filesystem::remove(OfDevice("report_descriptor"));
+  const std::string advice = Advice();
+  EXPECT_THAT(advice, HasSubstr("A board is connected at /dev/hidraw5, but it could not be opened: "));
+  EXPECT_THAT(advice, Not(HasSubstr("Success")));
+}
+
+TEST_F(Vanishing, WithHalfOfItsDescriptorItIsNamed) {
+  std::filesystem::resize_file(OfDevice("report_descriptor"), 27);
+  EXPECT_THAT(Advice(), HasSubstr("the report descriptor ends inside a collection"));
+}
+
+TEST_F(Vanishing, WithoutItsEntryItIsNone) {
+  std::filesystem::remove(Real("/sys/class/hidraw/hidraw5"));
+  EXPECT_EQ(Advice(), "");
 }
 
 // --- A board for one program at a time ---

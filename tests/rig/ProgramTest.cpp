@@ -83,6 +83,24 @@ TEST_F(Program, InfoFindsTheBoardByItselfOrAtItsPath) {
   EXPECT_EQ(Run({"--board", "hid:/dev/hidraw11", "info"}).code, 3);
 }
 
+TEST_F(Program, ADeviceThatOnlyHasABoardsIdsIsNamedAndPassedOver) {
+  MockBoard::Description other;
+  // The page is another: 0xFF01 for 0xFF00.
+  ASSERT_EQ(other.descriptor[1], 0x00);
+  other.descriptor[1] = 0x01;
+  other.port = 2;
+  MockBoard odd(host, other);
+  odd.Plug(1);
+  const std::string passedOver = "The device at /dev/hidraw1 has the numbers of a Kestrin board but not its reports";
+  const Finished alone = Run({"info"});
+  EXPECT_EQ(alone.code, 3);
+  EXPECT_THAT(alone.errors, HasSubstr(passedOver));
+  mock.Plug(2);
+  EXPECT_EQ(RunJson(0, {"info"})["serial"], "4B535401");
+  EXPECT_THAT(Run({"devices"}).out, HasSubstr("\n" + passedOver));
+  EXPECT_EQ(odd.Writes(), 0);
+}
+
 /// For programs that are started from its own thread, a closed file is closed even if an administrator runs the tests:
 /// they get none of the rights by which it would be opened all the same.
 class ThreadOfAnOrdinaryUser {

@@ -143,6 +143,11 @@ class FakeHidStack final : public platform::hid::HidStack {
     return nodes;
   }
 
+  std::vector<std::uint8_t> Descriptor(const platform::hid::HidNode& node) override {
+    const auto device = Find(node);
+    return device ? device->descriptor : std::vector<std::uint8_t>();
+  }
+
   core::base::Result<> Look(const platform::hid::HidNode& node) override {
     using core::base::Failure;
     using core::base::FailureKind;

@@ -50,4 +50,10 @@ std::int32_t FlashSize(std::int32_t memoryCapacity) {
   return memoryCapacity > kDefaultMemoryCapacity ? 8 * kMiB : 4 * kMiB;
 }
 
+std::string PassedOver(const std::string& path) {
+  return "The device at " + path +
+         " has the numbers of a Kestrin board but not its reports, so it is left alone. If it should be a board, plug "
+         "it in again or ask its maker.";
+}
+
 }  // namespace kestrin::core::device

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace kestrin::core::device {
@@ -33,6 +34,9 @@ struct BoardIdentity {
 
 /// Recognises a board by its `GetID` answer. Every number that belongs to no sound board is an LED driver.
 [[nodiscard]] BoardIdentity Identify(std::int32_t id);
+
+/// What a person is told of a device at `path` that has a board's ids but not its reports.
+[[nodiscard]] std::string PassedOver(const std::string& path);
 
 /// The flash of a sound board in bytes: 8 MiB for the USB 64 model, 4 MiB for the others.
 [[nodiscard]] std::int32_t FlashSize(std::int32_t memoryCapacity);

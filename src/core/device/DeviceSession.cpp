@@ -32,13 +32,6 @@ std::string DigitsOf(std::int32_t answer) {
   return text;
 }
 
-/// What is said of a device that only looks like a board.
-std::string PassedOver(const std::string& path) {
-  return "The device at " + path +
-         " has the numbers of a Kestrin board but not its reports, so it is left alone. If it should be a board, plug "
-         "it in again or ask its maker.";
-}
-
 /// What the serial label says of a board.
 std::string CaptionOf(const SessionState& state) {
   return std::string(Identify(state.id).caption) + state.serialNumber;

@@ -16,8 +16,8 @@ struct ReportChoices {
   bool withSerialNumber = false;
 };
 
-/// A text for somebody who helps: versions, system, rule, interfaces, descriptor bytes, timings, answers, and where they
-/// differ from what the protocol says. Lines end with "\n".
+/// A text for somebody who helps: versions, system, rule, interfaces, descriptor bytes, timings, answers, and where
+/// they differ from what the protocol says. Lines end with "\n".
 [[nodiscard]] std::string DoctorReport(const LinkFacts& facts, const std::optional<Answers>& answers,
                                        const Diagnosis& diagnosis, const ReportChoices& choices);
 

@@ -3,13 +3,22 @@
 
 #include <algorithm>
 
+#include "core/device/BoardIdentity.h"
 #include "core/device/Protocol.h"
 #include "platform/hid/AccessAdvice.h"
+#include "platform/hid/ReportDescriptor.h"
 
 namespace kestrin::platform::hid {
 
 bool ComesBefore(const HidNode& a, const HidNode& b) {
   return a.path.size() != b.path.size() ? a.path.size() < b.path.size() : a.path < b.path;
+}
+
+bool HasBoardVariables(std::span<const std::uint8_t> descriptor) {
+  using namespace core::device;
+  const core::base::Result<ReportDescriptor> read = ReportDescriptor::Read(descriptor);
+  return read && read->Find(ReportType::Output, kCommandUsage, kVendorDefinedPage) >= 0 &&
+         read->Find(ReportType::Input, kResponseUsage, kVendorDefinedPage) >= 0;
 }
 
 std::vector<BoardListing> ListBoards(HidStack& stack) {
@@ -21,8 +30,13 @@ std::vector<BoardListing> ListBoards(HidStack& stack) {
     // Unplugged while the list was made.
     if (!access && access.Why().kind == core::base::FailureKind::NotFound) continue;
     const bool inUse = !access && access.Why().kind == core::base::FailureKind::InUse;
+    // Where the system tells what it is without opening it.
+    const std::vector<std::uint8_t> descriptor = stack.Descriptor(node);
+    const bool isNone = !descriptor.empty() && !HasBoardVariables(descriptor);
     boards.push_back({node.path, node.manufacturer, node.product, node.serialNumber, access || inUse, inUse,
-                      access ? "" : AccessAdvice(node.path, access.Why())});
+                      isNone   ? core::device::PassedOver(node.path)
+                      : access ? ""
+                               : AccessAdvice(node.path, access.Why())});
   }
   return boards;
 }

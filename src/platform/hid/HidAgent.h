@@ -34,7 +34,7 @@ struct BoardListing {
   bool accessible = false;
   /// Whether another program uses it just now; the user may open it all the same.
   bool inUse = false;
-  /// When it cannot be opened: why, and what to do about it. "" otherwise.
+  /// When it cannot be opened, or is no board for all its ids: why, and what to do about it. "" otherwise.
   std::string advice;
 };
 

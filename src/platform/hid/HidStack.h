@@ -59,6 +59,8 @@ class HidStack {
   /// The interfaces with exactly these ids, each path once. Nothing else is asked for: on some systems mice and
   /// keyboards stall while they are asked for their names.
   [[nodiscard]] virtual std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) = 0;
+  /// The bytes of an interface's report descriptor as far as they can be had without opening it; empty otherwise.
+  [[nodiscard]] virtual std::vector<std::uint8_t> Descriptor(const HidNode& node) = 0;
   /// Whether an interface that Enumerate() has named can be opened. Disturbs no program that uses it or wants to.
   virtual core::base::Result<> Look(const HidNode& node) = 0;
   /// Opens an interface that Enumerate() has named, for this program alone.

@@ -6,6 +6,9 @@
 #include "platform/hid/BoardLock.h"
 #include "platform/hid/HidapiConnection.h"
 #include "platform/hid/NodeIdentity.h"
+#ifdef __linux__
+#include "platform/hid/NodeListing.h"
+#endif
 
 namespace kestrin::platform::hid {
 
@@ -35,6 +38,14 @@ HidapiStack::~HidapiStack() { hid_exit(); }
 
 std::vector<HidNode> HidapiStack::Enumerate(std::int32_t vendorId, std::int32_t productId) {
   return EnumerateNodes(vendorId, productId);
+}
+
+std::vector<std::uint8_t> HidapiStack::Descriptor([[maybe_unused]] const HidNode& node) {
+#ifdef __linux__
+  return ReadNodeDescriptor(node.path);
+#else
+  return {};
+#endif
 }
 
 Result<> HidapiStack::Look(const HidNode& node) {

@@ -14,6 +14,7 @@ class HidapiStack final : public HidStack {
   HidapiStack& operator=(const HidapiStack&) = delete;
 
   [[nodiscard]] std::vector<HidNode> Enumerate(std::int32_t vendorId, std::int32_t productId) override;
+  [[nodiscard]] std::vector<std::uint8_t> Descriptor(const HidNode& node) override;
   core::base::Result<> Look(const HidNode& node) override;
   core::base::Result<std::unique_ptr<HidConnection>> Open(const HidNode& node) override;
 };

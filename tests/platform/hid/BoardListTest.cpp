@@ -47,6 +47,28 @@ TEST(BoardList, ABoardThatAnotherProgramUsesIsTheUsersAllTheSame) {
   EXPECT_EQ(boards[0].advice, "Another program is using this board. Close it and try again.");
 }
 
+TEST(BoardList, ADeviceThatOnlyHasABoardsIdsIsListedAsNone) {
+  support::FakeHidBus bus;
+  // The page is another: 0xFF01 for 0xFF00.
+  std::vector<std::uint8_t> other = support::BoardDescriptor();
+  ASSERT_EQ(other[1], 0x00);
+  other[1] = 0x01;
+  bus.Plug("/dev/hidraw2", other);
+  bus.Plug("/dev/hidraw3", {0x06, 0x00});
+  // Whose descriptor cannot be had may be one.
+  bus.Plug("/dev/hidraw4", {});
+  bus.Plug("/dev/hidraw5", support::NumberedBoardDescriptor());
+  support::FakeHidStack stack(bus);
+  const std::vector<BoardListing> boards = ListBoards(stack);
+  ASSERT_EQ(boards.size(), 4U);
+  for (const std::size_t none : {0U, 1U})
+    EXPECT_EQ(boards[none].advice,
+              "The device at " + boards[none].path +
+                  " has the numbers of a Kestrin board but not its reports, so it is left alone. If it should be a "
+                  "board, plug it in again or ask its maker.");
+  for (const std::size_t board : {2U, 3U}) EXPECT_EQ(boards[board].advice, "");
+}
+
 TEST(BoardList, ListingOpensNothing) {
   support::FakeHidBus bus;
   support::FakeHidDevice& board = bus.Plug("/dev/hidraw2", support::BoardDescriptor());
