@@ -39,12 +39,13 @@ struct Answers {
   std::string serialNumber;
   /// One for each round trip that was answered.
   std::vector<std::chrono::microseconds> roundTrips;
-  /// Every harmless command once, in the order of the protocol.
+  /// Harmless commands, each once, in the order in which they were asked.
   std::vector<Exchange> exchanges;
 };
 
-/// Asks a board everything that changes nothing in it. Stops at the first question that is not answered, and when
-/// `goOn` says so. Takes as long as the board does; the agent's event pump has its turn meanwhile.
+/// Asks a board everything that changes nothing in it. Stops at the first question that is not answered at all, and when
+/// `goOn` says no; what `goOn` runs must leave the board where it is. Takes as long as the board does; the agent's event
+/// pump has its turn meanwhile.
 [[nodiscard]] Answers Interview(device::TLS& board, const base::Clock& clock, const std::function<bool()>& goOn);
 
 }  // namespace kestrin::core::doctor

@@ -69,6 +69,10 @@ struct LinkFacts {
   std::string rulePath;
   /// The system, its kernel and the HID library, a line each, for the report.
   std::vector<std::string> system;
+  /// The only path that is asked about; "" for any. The nodes are then no others.
+  std::string onlyPath;
+  /// Whether the board is one in software, so that nothing stands between; its node tells whether somebody else has it.
+  bool isSimulated = false;
 };
 
 }  // namespace kestrin::core::doctor
