@@ -68,6 +68,8 @@ class TLS {
 
   // --- Reports ---
 
+  /// Element 0 .. 1027 of the command buffer; throws std::out_of_range beyond.
+  void Set_LS_Command(int index, std::uint8_t value);
   /// Writes the command buffer, all 1,028 elements, as one output report. False when there is no output report index
   /// (nothing is sent then) or the write failed.
   [[nodiscard]] bool WriteOutputRptA();
@@ -135,7 +137,6 @@ class TLS {
 
   /// Element 0 .. 1027 of the command buffer; throws std::out_of_range beyond.
   [[nodiscard]] std::uint8_t Get_LS_Command(int index) const;
-  void Set_LS_Command(int index, std::uint8_t value);
   /// Element 0 .. 1 of the response buffer; throws std::out_of_range beyond.
   void Set_LS_Response(int index, std::uint8_t value);
   /// The first byte of the identity answer; 0 on failure.

@@ -43,9 +43,9 @@ struct Answers {
   std::vector<Exchange> exchanges;
 };
 
-/// Asks a board everything that changes nothing in it. Stops at the first question that is not answered at all, and when
-/// `goOn` says no; what `goOn` runs must leave the board where it is. Takes as long as the board does; the agent's event
-/// pump has its turn meanwhile.
+/// Asks a board everything that changes nothing in it. Stops at the first question that is not answered at all, and
+/// when `goOn` says no; what `goOn` runs must leave the board where it is. Takes as long as the board does; the agent's
+/// event pump has its turn meanwhile.
 [[nodiscard]] Answers Interview(device::TLS& board, const base::Clock& clock, const std::function<bool()>& goOn);
 
 }  // namespace kestrin::core::doctor
