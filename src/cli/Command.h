@@ -19,6 +19,8 @@ struct Context {
   Interrupt& interrupt;
   /// Everything of the person's is written to it.
   core::base::Disk& disk;
+  /// Name and version of the program.
+  const std::string& program;
 };
 
 /// One command of the command line.

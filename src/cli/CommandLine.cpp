@@ -187,12 +187,12 @@ class Parser {
   std::vector<std::pair<CLI::App*, Command*>> m_parsers;
 };
 
-Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& interrupt) {
+Report RunCommand(Command& command, const GlobalOptions& options, Interrupt& interrupt, const std::string& program) {
   try {
     const auto board = platform::boards::BoardChoice::Parse(options.board);
     if (!board) throw CommandFailure(ExitCode::WrongUsage, board.Text());
     platform::files::SystemDisk disk;
-    Context context{options, *board, interrupt, disk};
+    Context context{options, *board, interrupt, disk, program};
     return command.Run(context);
   } catch (const CommandFailure& failure) {
     const std::string& detail = failure.Detail();
@@ -219,7 +219,7 @@ int CommandLine::Run(int argc, const char* const* argv, Interrupt& interrupt, st
     Report report;
     try {
       Command& command = parser.Parse(argc, argv);
-      report = RunCommand(command, options, interrupt);
+      report = RunCommand(command, options, interrupt, "kestrinctl " + m_version);
     } catch (const CLI::CallForHelp&) {
       out << parser.Help();
       return static_cast<int>(ExitCode::Done);

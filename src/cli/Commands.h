@@ -18,6 +18,7 @@ namespace kestrin::cli {
 // Each is defined in the file of its command, commands/<Name>Command.cpp.
 [[nodiscard]] std::unique_ptr<Command> MakeDevicesCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeInfoCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeDoctorCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSoundInfoCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSoundCodeCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSoundWavCommand();

@@ -2,6 +2,9 @@
 #include "cli/Terminal.h"
 
 #include <cstdio>
+#include <iostream>
+
+#include "core/base/Text.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -48,6 +51,15 @@ std::size_t TerminalWidth(Stream stream) {
   if (!IsTerminal(file)) return 0;
   const std::size_t columns = Columns(file);
   return columns == 0 ? kUsualWidth : columns;
+}
+
+std::optional<bool> AskYesOrNo(const std::string& question) {
+  if (!IsTerminal(stdin)) return std::nullopt;
+  // Not where the result goes.
+  std::cerr << core::base::ShownLines(question) << " [y/N] " << std::flush;
+  std::string answer;
+  std::getline(std::cin, answer);
+  return core::base::EqualsIgnoringCase(answer, "y") || core::base::EqualsIgnoringCase(answer, "yes");
 }
 
 }  // namespace kestrin::cli

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/hid/NodeListing.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <array>
-#include <cerrno>
 #include <cstdio>
 #include <system_error>
+
+#include "platform/hid/KernelFile.h"
 
 namespace kestrin::platform::hid {
 
@@ -16,54 +13,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kNodes = "sys/class/hidraw";
-/// Neither a descriptor nor a page of /sys is longer.
-constexpr std::size_t kLongestFile = 4096;
-
-/// The content of a file of the kernel's; nothing when it cannot be read to its end. (The standard library's streams
-/// throw when a device goes while they read.)
-std::optional<std::string> ReadKernelFile(const fs::path& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return std::nullopt;
-  std::string content;
-  std::array<char, kLongestFile> block{};
-  ssize_t count = 0;
-  do {
-    count = ::read(file, block.data(), block.size());
-    if (count > 0) content.append(block.data(), static_cast<std::size_t>(count));
-  } while ((count > 0 && content.size() <= kLongestFile) || (count < 0 && errno == EINTR));
-  ::close(file);
-  if (count != 0) return std::nullopt;
-  return content;
-}
-
-/// The bytes of the UTF-8 character at the front of `text`, 0 when there is none.
-std::size_t CharacterLength(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char first = byte(0);
-  if (first < 0x80) return 1;
-  const std::size_t length = first >= 0xC2 && first <= 0xDF   ? 2
-                             : (first & 0xF0) == 0xE0         ? 3
-                             : first >= 0xF0 && first <= 0xF4 ? 4
-                                                              : 0;
-  if (length == 0 || text.size() < length) return 0;
-  for (std::size_t i = 1; i < length; ++i)
-    if ((byte(i) & 0xC0) != 0x80) return 0;
-  // Too long for what they say, halves of pairs, and beyond the last character.
-  const bool isNone = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xED && byte(1) > 0x9F) ||
-                      (first == 0xF0 && byte(1) < 0x90) || (first == 0xF4 && byte(1) > 0x8F);
-  return isNone ? 0 : length;
-}
-
-/// A device may call itself anything: what is no UTF-8 becomes the character that stands for such.
-std::string Utf8Of(std::string_view text) {
-  std::string result;
-  while (!text.empty()) {
-    const std::size_t length = CharacterLength(text);
-    result += length == 0 ? "\xEF\xBF\xBD" : text.substr(0, length);
-    text.remove_prefix(length == 0 ? 1 : length);
-  }
-  return result;
-}
 
 /// The value behind "KEY=" in a line of its own; nothing without one that ends.
 std::optional<std::string> ValueOf(std::string_view properties, std::string_view key) {
@@ -75,13 +24,6 @@ std::optional<std::string> ValueOf(std::string_view properties, std::string_view
     at = end + 1;
   }
   return std::nullopt;
-}
-
-/// A text of a USB device; "" when it has none.
-std::string UsbText(const fs::path& device, const char* name) {
-  std::string text = ReadKernelFile(device / name).value_or("");
-  if (text.ends_with('\n')) text.pop_back();
-  return Utf8Of(text);
 }
 
 /// The folder of the USB device that a HID device belongs to; empty when it belongs to none.
@@ -107,8 +49,8 @@ std::optional<HidNode> ReadNode(const fs::path& entry, std::int32_t vendorId, st
   // The USB device above one on Bluetooth is only its radio.
   const fs::path usb = ids->bus == HidIds::kUsb ? UsbDeviceOf(device) : fs::path();
   if (!usb.empty()) {
-    node.manufacturer = UsbText(usb, "manufacturer");
-    node.product = UsbText(usb, "product");
+    node.manufacturer = ReadKernelLine(usb / "manufacturer");
+    node.product = ReadKernelLine(usb / "product");
   } else {
     node.product = ValueOf(*properties, "HID_NAME").value_or("");
   }

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "platform/hid/HidLibrary.h"
+
+#include <hidapi.h>
+
+namespace kestrin::platform::hid {
+
+std::string HidLibrary() { return std::string("hidapi ") + hid_version_str(); }
+
+}  // namespace kestrin::platform::hid
