@@ -181,7 +181,7 @@ class DoctorCommand final : public Command {
     found.facts = m_ports.survey->Look();
     found.facts.isSimulated = true;
     found.facts.bus.clear();
-    found.facts.nodes = {NodeOf(context.options.board, interview.accessProblem)};
+    found.facts.nodes = {NodeOf("sim", interview.accessProblem)};
     return found;
   }
 

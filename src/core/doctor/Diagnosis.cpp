@@ -150,8 +150,10 @@ Answer DoesAnswer(const Case& asked) {
         "Wait half a minute and look again. If it still does not answer, unplug it and plug it in again.",
         Remedy::Wait);
   if (trips.size() < static_cast<std::size_t>(Answers::kRoundTrips))
-    return No("It answered " + std::to_string(trips.size() + 1) + " questions and then no more.", kPlugInAgain,
-              Remedy::PlugInAgain);
+    return No("It answered " +
+                  (trips.empty() ? "the first question" : std::to_string(trips.size() + 1) + " questions") +
+                  " and then no more.",
+              kPlugInAgain, Remedy::PlugInAgain);
   const auto all = std::accumulate(trips.begin(), trips.end(), std::chrono::microseconds(0));
   return Yes(std::to_string(trips.size()) + " questions answered in " + TimeText(all) + ", the slowest took " +
              TimeText(*std::max_element(trips.begin(), trips.end())) + ".");
