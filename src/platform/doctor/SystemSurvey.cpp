@@ -143,6 +143,8 @@ LinkFacts SystemSurvey::Look() {
       node.isOurs = users.isOurs;
       node.user = users.others;
       const Result<> opened = node.isOurs ? Result<>() : m_surroundings.open(found.path);
+      // Unplugged since it was listed.
+      if (!opened && opened.Why().kind == FailureKind::NotFound) continue;
       node.access = AccessOf(opened);
       node.why = opened.Text();
       node.descriptor = hid::ReadNodeDescriptor(found.path, root);
