@@ -19,23 +19,37 @@ TEST_F(UsageTest, TheHelpListsEveryCommand) {
   const Finished finished = Run({"--help"});
   EXPECT_EQ(finished.code, 0);
   EXPECT_EQ(finished.errors, "");
-  for (const char* command : {"devices", "info", "sound", "config", "download", "verify", "accel", "led", "fonts"})
+  for (const char* command :
+       {"devices", "info", "doctor", "sound", "config", "download", "verify", "accel", "led", "fonts"})
     EXPECT_NE(finished.out.find(std::string("\n  ") + command + " "), std::string::npos) << command;
 }
 
 TEST_F(UsageTest, EveryCommandHasItsOwnHelp) {
-  const std::vector<Arguments> commands{{"devices"},           {"info"},
-                                        {"sound", "info"},     {"sound", "code"},
-                                        {"sound", "wav"},      {"config", "make"},
-                                        {"config", "show"},    {"config", "map"},
-                                        {"download"},          {"verify"},
-                                        {"accel", "get"},      {"accel", "set"},
-                                        {"accel", "defaults"}, {"accel", "restore"},
-                                        {"led", "types"},      {"led", "status"},
-                                        {"led", "counts"},     {"led", "config"},
-                                        {"led", "preview"},    {"led", "settings"},
-                                        {"led", "send"},       {"fonts", "update"},
-                                        {"fonts", "list"},     {"fonts", "serve"}};
+  const std::vector<Arguments> commands{{"devices"},
+                                        {"info"},
+                                        {"sound", "info"},
+                                        {"sound", "code"},
+                                        {"sound", "wav"},
+                                        {"config", "make"},
+                                        {"config", "show"},
+                                        {"config", "map"},
+                                        {"download"},
+                                        {"verify"},
+                                        {"accel", "get"},
+                                        {"accel", "set"},
+                                        {"accel", "defaults"},
+                                        {"accel", "restore"},
+                                        {"led", "types"},
+                                        {"led", "status"},
+                                        {"led", "counts"},
+                                        {"led", "config"},
+                                        {"led", "preview"},
+                                        {"led", "settings"},
+                                        {"led", "send"},
+                                        {"fonts", "update"},
+                                        {"fonts", "list"},
+                                        {"fonts", "serve"},
+                                        {"doctor"}};
   for (Arguments command : commands) {
     std::string name = "kestrinctl";
     for (const std::string& word : command) name += " " + word;
@@ -50,6 +64,11 @@ TEST_F(UsageTest, WrongUsageEndsWithTwo) {
   const std::vector<Arguments> wrong{
       {},
       {"nonsense"},
+      {"doctor", "--yes"},
+      {"doctor", "--with-serial"},
+      {"doctor", "--install-rule", "--remove-rule"},
+      {"doctor", "--install-rule", "--report", "report.txt"},
+      {"doctor", "--report"},
       {"sound"},
       {"sound", "info"},
       {"sound", "code", "a.lsu"},
