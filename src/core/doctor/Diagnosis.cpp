@@ -6,6 +6,8 @@
 
 #include "base/Text.h"
 #include "device/BoardIdentity.h"
+#include "device/Protocol.h"
+#include "device/THIDagent.h"
 #include "device/TLS.h"
 #include "doctor/TimeText.h"
 
@@ -216,12 +218,27 @@ void RemarkOnNodes(const Case& asked, std::vector<std::string>& remarks) {
                         ".");
 }
 
+/// The time that the protocol grants to as many answer bytes.
+std::chrono::milliseconds Granted(std::size_t bytes) {
+  return std::chrono::milliseconds(device::THIDagent::kTimeOut) * static_cast<int>(bytes / device::kResponseSize);
+}
+
 void RemarkOnAnswers(const Answers& answers, std::vector<std::string>& remarks) {
   if (!answers.answered) return;
-  for (const Exchange& exchange : answers.exchanges)
+  for (const Exchange& exchange : answers.exchanges) {
+    if (exchange.IsAsExpected() && exchange.took > Granted(exchange.expected))
+      remarks.push_back(exchange.command + " took " + TimeText(exchange.took) + "; the protocol says at most " +
+                        TimeText(Granted(exchange.expected)) + ".");
     if (!exchange.IsAsExpected())
       remarks.push_back(exchange.command + " was answered by " + std::to_string(exchange.answer.size()) +
                         " bytes; the protocol says " + std::to_string(exchange.expected) + ".");
+  }
+  const auto slow = std::count_if(answers.roundTrips.begin(), answers.roundTrips.end(),
+                                  [](std::chrono::microseconds took) { return took > Granted(device::kResponseSize); });
+  if (slow > 0)
+    remarks.push_back(std::to_string(slow) + " of " + std::to_string(answers.roundTrips.size()) +
+                      " questions took longer than the " + TimeText(Granted(device::kResponseSize)) +
+                      " that the protocol says.");
 }
 
 }  // namespace

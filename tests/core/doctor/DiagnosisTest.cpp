@@ -257,6 +257,22 @@ TEST(Diagnosis, RemarksOnAnswersThatAreNotAsTheProtocolSays) {
                                              "GetAccParam was answered by 0 bytes; the protocol says 6."));
 }
 
+TEST(Diagnosis, RemarksOnAnswersThatTakeLongerThanTheProtocolSays) {
+  using std::chrono::milliseconds;
+  // Three seconds for each answer of two bytes.
+  const auto remarks = [](milliseconds exchange, milliseconds trip) {
+    return Diagnose(OneBoard(), With([&](Answers& answers) {
+                      answers.exchanges.push_back({"GetACC", {1, 2, 3, 4}, 4, exchange});
+                      answers.roundTrips[3] = answers.roundTrips[5] = trip;
+                    }))
+        .remarks;
+  };
+  EXPECT_THAT(remarks(milliseconds(6000), milliseconds(3000)), IsEmpty());
+  EXPECT_THAT(remarks(milliseconds(6100), milliseconds(3100)),
+              ElementsAre("GetACC took 6.1 s; the protocol says at most 6.0 s.",
+                          "2 of 20 questions took longer than the 3.0 s that the protocol says."));
+}
+
 // --- Words ---
 
 TEST(Diagnosis, HasWordsForPeopleAndForPrograms) {
