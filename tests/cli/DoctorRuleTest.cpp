@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "cli/CommandLine.h"
 #include "cli/DoctorPorts.h"
+#include "cli/Terminal.h"
 #include "support/BoardDescriptors.h"
 
 namespace kestrin::cli {
@@ -171,6 +177,34 @@ TEST_F(DoctorRule, WhereThereAreNoRulesNobodyIsAsked) {
   EXPECT_EQ(Run({"--install-rule"}).code, 1);
   EXPECT_THAT(deeds.questions, IsEmpty());
   EXPECT_THAT(deeds.rule, IsEmpty());
+}
+
+TEST(AskYesOrNo, TakesNothingButAYesForAYes) {
+  const int person = ::posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_GE(person, 0);
+  ASSERT_EQ(::grantpt(person), 0);
+  ASSERT_EQ(::unlockpt(person), 0);
+  const int terminal = ::open(::ptsname(person), O_RDWR | O_NOCTTY);
+  ASSERT_GE(terminal, 0);
+  const int before = ::dup(STDIN_FILENO);
+  ASSERT_EQ(::dup2(terminal, STDIN_FILENO), STDIN_FILENO);
+  // The last one ends the input.
+  struct {
+    std::string typed;
+    bool agreed;
+  } const rows[] = {{"y\n", true},     {"YES\n", true}, {"n\n", false}, {"\n", false},
+                    {"yess\n", false}, {" y\n", false}, {"\x04", false}};
+  for (const auto& row : rows) {
+    ASSERT_EQ(::write(person, row.typed.data(), row.typed.size()), static_cast<ssize_t>(row.typed.size()));
+    EXPECT_EQ(AskYesOrNo("Go on?"), row.agreed) << row.typed;
+  }
+  std::cin.clear();
+  std::clearerr(stdin);
+  const int nobody = ::open("/dev/null", O_RDONLY);
+  ASSERT_EQ(::dup2(nobody, STDIN_FILENO), STDIN_FILENO);
+  EXPECT_EQ(AskYesOrNo("Go on?"), std::nullopt);
+  ASSERT_EQ(::dup2(before, STDIN_FILENO), STDIN_FILENO);
+  for (const int file : {person, terminal, before, nobody}) ::close(file);
 }
 
 // --- What the survey sees, as the command tells it ---

@@ -174,7 +174,7 @@ class DoctorCommand final : public Command {
     return report;
   }
 
-  [[nodiscard]] Examination ExamineSimulated(Context& context) {
+  [[nodiscard]] Examination ExamineSimulated(Context& context) const {
     Examination found;
     const BoardInterview interview = InterviewBoard(context);
     found.answers = interview.answers;
@@ -186,7 +186,7 @@ class DoctorCommand final : public Command {
   }
 
   /// A board may come or go between looking and asking.
-  [[nodiscard]] Examination Examine(Context& context) {
+  [[nodiscard]] Examination Examine(Context& context) const {
     constexpr int kLooks = 3;
     Examination found;
     LinkFacts& facts = found.facts;

@@ -79,6 +79,7 @@ class Preparation {
 
   [[nodiscard]] pid_t Start(const std::vector<std::string>& command) const {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     pid_t child = -1;
