@@ -138,6 +138,17 @@ TEST_F(Doctor, SaysThatABoardHasStoppedAnswering) {
   EXPECT_EQ(Text(document, 3), "It answered 4 questions and then no more.");
 }
 
+TEST_F(Doctor, SaysThatABoardIsGoneWhenItGoesWhileItIsAsked) {
+  mock.Plug();
+  HoldTheAnswersTo(3);
+  const auto program = Start({"--json", "doctor"});
+  WaitUntilHeld();
+  UnplugFrom(*program);
+  const Finished finished = program->Wait();
+  EXPECT_EQ(finished.code, 3);
+  EXPECT_EQ(States(Json::parse(finished.out, nullptr, false)), "problem unknown unknown unknown unknown");
+}
+
 TEST_F(Doctor, PassesOverADeviceThatOnlyLooksLikeABoard) {
   MockBoard foreign(host, Foreign());
   foreign.Plug(1);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <utility>
 
 #include "cli/BoardInterview.h"
@@ -185,31 +186,50 @@ class DoctorCommand final : public Command {
     return found;
   }
 
-  /// A board may come or go between looking and asking.
+  /// A board may come or go between looking and asking, and while it is asked.
   [[nodiscard]] Examination Examine(Context& context) const {
     constexpr int kLooks = 3;
     Examination found;
-    LinkFacts& facts = found.facts;
     for (int look = 0; look < kLooks; ++look) {
       context.interrupt.Look();
-      facts = m_ports.survey->Look();
-      facts.onlyPath = context.board.path;
-      if (!facts.onlyPath.empty())
-        std::erase_if(facts.nodes, [&](const LinkNode& node) { return node.path != facts.onlyPath; });
-      if (!facts.onlyPath.empty() && facts.nodes.empty()) facts.bus.clear();
-      const bool isSeen = !facts.nodes.empty();
-      if (isSeen && Diagnose(facts, std::nullopt).Problem() != nullptr) return found;
+      found = {LookAt(context.board.path), std::nullopt, {}};
+      const bool isSeen = !found.facts.nodes.empty();
+      if (isSeen && Diagnose(found.facts, std::nullopt).Problem() != nullptr) return found;
 
       const BoardInterview interview = InterviewBoard(context);
       found.answers = interview.answers;
-      if (found.answers) return found;
+      if (found.answers && (HasAnsweredAll(*found.answers) || IsStillThere(found.facts, LookAt(context.board.path))))
+        return found;
+      if (isSeen || found.answers) continue;
       // Where the system lists nothing, the session has still tried.
-      if (!isSeen && !interview.accessProblem.empty()) facts.nodes = {NodeOf(facts.onlyPath, interview.accessProblem)};
-      if (!isSeen) return found;
+      if (!interview.accessProblem.empty()) found.facts.nodes = {NodeOf(context.board.path, interview.accessProblem)};
+      return found;
     }
     // It is there whenever it is looked for, and gone whenever it is asked.
-    found.answers.emplace();
+    if (!found.answers) found.answers.emplace();
     return found;
+  }
+
+  /// What the system knows; with a path, of the board there alone.
+  [[nodiscard]] LinkFacts LookAt(const std::string& path) const {
+    LinkFacts facts = m_ports.survey->Look();
+    facts.onlyPath = path;
+    if (path.empty()) return facts;
+    std::erase_if(facts.nodes, [&](const LinkNode& node) { return node.path != path; });
+    if (facts.nodes.empty()) facts.bus.clear();
+    return facts;
+  }
+
+  [[nodiscard]] static bool HasAnsweredAll(const Answers& answers) {
+    return answers.roundTrips.size() == static_cast<std::size_t>(Answers::kRoundTrips);
+  }
+
+  /// Whether no interface has gone since.
+  [[nodiscard]] static bool IsStillThere(const LinkFacts& before, const LinkFacts& now) {
+    return std::all_of(before.nodes.begin(), before.nodes.end(), [&](const LinkNode& node) {
+      return std::any_of(now.nodes.begin(), now.nodes.end(),
+                         [&](const LinkNode& other) { return other.path == node.path; });
+    });
   }
 
   void WriteReport(const Examination& found, Context& context, Report& report) const {

@@ -185,6 +185,9 @@ TEST(Diagnosis, SaysOfASimulatedBoardThatItIsOne) {
 
 TEST(Diagnosis, TellsNoMoreOfABoardThanIsKnown) {
   LinkFacts facts = OneBoard();
+  facts.bus[0].pluggedFor = std::chrono::seconds(0);
+  EXPECT_EQ(Diagnose(facts, std::nullopt).findings[0].text,
+            "Kestrin USB2, plugged in just now. The cable carries data.");
   facts.bus[0].pluggedFor.reset();
   EXPECT_EQ(Diagnose(facts, std::nullopt).findings[0].text, "Kestrin USB2, plugged in. The cable carries data.");
   facts.bus[0].product.clear();
