@@ -20,6 +20,9 @@ class OnlineBoard {
   OnlineBoard(const OnlineBoard&) = delete;
   OnlineBoard& operator=(const OnlineBoard&) = delete;
 
+  /// The command is to end: a board that takes nothing holds it up no longer.
+  void Hurry() { m_session.Hurry(); }
+
   [[nodiscard]] core::device::TLS& Board() { return *m_session.Board(); }
   [[nodiscard]] const core::device::SessionState& State() const { return m_session.State(); }
   /// Whether the board told its serial number.

@@ -54,6 +54,8 @@ class SimulatedAgent final : public core::device::THIDagent {
   void SetEvents(core::device::HidAgentEvents* events) override { m_events = events; }
   void Start() override { m_started = true; }
   void Stop() override;
+  /// A simulated board takes every report at once.
+  void Hurry() override {}
   void SetMatch(const core::device::HidMatch& match) override { m_match = match; }
   /// Finds nothing while the board is unplugged, while the notice of an unplugging is still to come, and once the board
   /// cannot keep its state.

@@ -334,7 +334,7 @@ TEST_F(Finding, AskingWhetherABoardIsClaimedClaimsNothing) {
   ASSERT_EQ(platform::hid::ListBoards().size(), 1U);
   EXPECT_FALSE(platform::hid::IsBoardLocked(mock.Node()));
   EXPECT_FALSE(platform::hid::IsBoardLocked("/dev/hidraw4"));
-  const core::base::Disk::LockResult none = platform::hid::LockBoard("/dev/hidraw4");
+  const platform::hid::BoardLock none = platform::hid::LockBoard("/dev/hidraw4");
   EXPECT_FALSE(none.heldByAnother);
   EXPECT_EQ(none.error, std::errc::no_such_file_or_directory);
   EXPECT_EQ(none.lock, nullptr);

@@ -38,6 +38,10 @@ struct FakeHidDevice {
   std::function<void()> onWait;
   /// What writing returns instead of the length.
   std::optional<int> writeResult;
+  /// How many of the host's waits for the end of a write are in vain. Counted down.
+  int slowWrites = 0;
+  /// How long the host asked to wait for the end of a write that went on, each time.
+  std::vector<std::chrono::milliseconds> writeWaits;
   bool readFails = false;
   bool gone = false;
   Bytes feature;
@@ -60,11 +64,23 @@ class FakeHidConnection final : public platform::hid::HidConnection {
   std::vector<std::uint8_t> ReportDescriptor() override { return m_device->descriptor; }
   std::string IndexedString(std::uint32_t index) override { return "string " + std::to_string(index); }
 
-  int Write(std::span<const std::uint8_t> report) override {
-    if (m_device->gone) return -1;
-    m_device->written.emplace_back(report.begin(), report.end());
-    if (m_device->onWrite) m_device->onWrite(m_device->written.back());
-    return m_device->writeResult.value_or(static_cast<int>(report.size()));
+  bool StartWrite(std::span<const std::uint8_t> report) override {
+    if (m_writing && m_device->slowWrites > 0) return false;
+    m_writing = true;
+    m_outcome = Write(report);
+    return true;
+  }
+
+  std::optional<int> WriteOutcome(std::chrono::milliseconds timeout) override {
+    if (!m_writing) throw std::logic_error("the end of a write was waited for that was never begun");
+    if (m_device->slowWrites > 0) {
+      --m_device->slowWrites;
+      m_device->writeWaits.push_back(timeout);
+      m_clock.Advance(timeout);
+      return std::nullopt;
+    }
+    m_writing = false;
+    return m_outcome;
   }
 
   int Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) override {
@@ -99,8 +115,17 @@ class FakeHidConnection final : public platform::hid::HidConnection {
   bool IsGone() override { return m_device->gone; }
 
  private:
+  int Write(std::span<const std::uint8_t> report) {
+    if (m_device->gone) return -1;
+    m_device->written.emplace_back(report.begin(), report.end());
+    if (m_device->onWrite) m_device->onWrite(m_device->written.back());
+    return m_device->writeResult.value_or(static_cast<int>(report.size()));
+  }
+
   std::shared_ptr<FakeHidDevice> m_device;
   FakeClock& m_clock;
+  bool m_writing = false;
+  int m_outcome = 0;
 };
 
 /// What the system knows; shared between a test and the stack that it gives to an agent.

@@ -74,6 +74,7 @@ class ScriptedAgent : public core::device::THIDagent {
   int searches = 0;
   bool started = false;
   bool stopped = false;
+  bool hurried = false;
   int refreshes = 0;
   core::device::HidMatch match;
   std::vector<std::string> variableNames;
@@ -103,6 +104,7 @@ class ScriptedAgent : public core::device::THIDagent {
   void SetEvents(core::device::HidAgentEvents* receiver) override { events = receiver; }
   void Start() override { started = true; }
   void Stop() override { stopped = true; }
+  void Hurry() override { hurried = true; }
   void SetMatch(const core::device::HidMatch& wanted) override { match = wanted; }
   bool SearchAndOpen() override {
     ++searches;

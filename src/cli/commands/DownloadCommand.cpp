@@ -65,6 +65,7 @@ class DownloadCommand final : public Command {
     const InterruptAction cancel(context.interrupt, [&] {
       progress.Phase("Stopping ...");
       download.Cancel();
+      online.Hurry();
     });
     const core::base::Clock::Duration start = clock.Now();
     const bool identified = online.EnsureIdentified();

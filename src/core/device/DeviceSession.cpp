@@ -17,6 +17,7 @@ constexpr const char* kNoConnection =
     "A connection with Kuskekpize could not be established.\r\n"
     " Press OK to work offline or Cancel to exit the application";
 constexpr const char* kStillBusy = "The board is still busy, please wait ...";
+constexpr const char* kTakesNothing = "The board takes nothing.";
 
 /// What the answer of an erase looks like to who has asked for the identity; its digits to who has asked for the serial
 /// number.
@@ -145,11 +146,9 @@ void DeviceSession::CountBoards() {
 
 bool DeviceSession::AskIdentity(TLS& board) {
   m_state.id = board.GetID();
-  // A question that did not get through can be asked again at once.
-  if (!board.HasAnswered() && !board.OwesAnswer()) m_state.id = board.GetID();
   m_state.knowsId = board.HasAnswered();
   const bool owes = board.OwesAnswer();
-  if (!m_state.knowsId && !m_view.WaitForBoard(kStillBusy)) {
+  if (!m_state.knowsId && !m_view.WaitForBoard(owes ? kStillBusy : kTakesNothing)) {
     m_unsettledBoard = board.ClassDebugID();
     return false;
   }
@@ -241,8 +240,9 @@ void DeviceSession::LetBoardFinish() {
 }
 
 void DeviceSession::Exit() {
-  // A board that is gone cannot hear the good-bye, and nobody waits for an answer.
-  if (TLS* const board = Board()) static_cast<void>(board->Bye());
+  Hurry();
+  // A board that is gone cannot hear the good-bye, one that takes nothing will not, and nobody waits for an answer.
+  if (TLS* const board = Board(); board != nullptr && !board->HasRefused()) static_cast<void>(board->Bye());
   m_agent.Stop();
   m_devices.clear();
   CountBoards();

@@ -61,7 +61,9 @@ class DeviceSession final : public HidAgentEvents {
   /// Asks for the serial number again when that is all that is missing. Whether the board is identified then; a failure
   /// says why not, and the next step.
   base::Result<> EnsureIdentified();
-  /// Says good-bye to the board, whatever the state, and stops the agent.
+  /// The program is about to end, or means to: a board that takes nothing holds up no command any longer.
+  void Hurry() { m_agent.Hurry(); }
+  /// Says good-bye to the board, whatever the state, unless it took nothing just now, and stops the agent.
   void Exit();
 
   /// Item 1 of the device list, nullptr when no board is there.
@@ -114,7 +116,7 @@ class DeviceSession final : public HidAgentEvents {
   /// Boards first, each kind in the order in which they came.
   void SortDevices();
   void GoOnlineIfItAnswers();
-  /// Asks what the board is. False when it does not answer yet and is not waited for.
+  /// Asks what the board is, once when it takes nothing. False when it does not answer yet and is not waited for.
   [[nodiscard]] bool AskIdentity(TLS& board);
   [[nodiscard]] std::string AskSerialNumber(TLS& board) const;
   /// Reads what the board still has to say, until a read finds nothing; `heard` when something has come before, else

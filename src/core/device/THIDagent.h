@@ -82,6 +82,11 @@ class THIDagent {
  public:
   /// A report read waits at most this long, in milliseconds.
   static constexpr std::int32_t kTimeOut = 3000;
+  /// And a report write this long, in milliseconds. A board that takes nothing is given up a little earlier by most
+  /// systems themselves.
+  static constexpr std::int32_t kWriteTimeOut = 6000;
+  /// A report write of somebody in a hurry. A board that is well takes a report in 17 ms.
+  static constexpr std::int32_t kHurriedWriteTimeOut = 40;
 
   virtual ~THIDagent() = default;
 
@@ -91,6 +96,10 @@ class THIDagent {
   virtual void Start() = 0;
   /// Closes every interface without raising events and stops watching.
   virtual void Stop() = 0;
+  /// The program is about to end, or means to: until the next Start() no report write is waited for longer than
+  /// kHurriedWriteTimeOut, and one that is waited for just now fails. What the board does not take in that time it may
+  /// still take behind the program's back.
+  virtual void Hurry() = 0;
   virtual void SetMatch(const HidMatch& match) = 0;
   /// Opens every matching interface that is not open yet, raising InterfaceOpened for each. One that is open belongs
   /// to this program alone: no other that asks for it the same way gets it. True when at least one interface is open
@@ -134,8 +143,8 @@ class THIDagent {
 
   /// Which report the transfers below move.
   virtual void SetCurrentRptNum(std::int32_t number) = 0;
-  /// Writes the current output report (or feature report). False when the device did not take it whole. Answers that
-  /// came too late for an earlier command are thrown away before.
+  /// Writes the current output report (or feature report), waiting at most kWriteTimeOut. False when the device did not
+  /// take it whole in that time. Answers that came too late for an earlier command are thrown away before.
   [[nodiscard]] virtual bool WriteReport() = 0;
   /// Reads the next input report into the current report's value, waiting at most kTimeOut. False when none came or its
   /// length was wrong; the value then stays as it was. For a feature report: asks the device for it.

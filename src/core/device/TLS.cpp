@@ -111,6 +111,7 @@ int TLS::VariableCount() const {
 bool TLS::WriteOutputRptA() {
   m_answered = false;
   m_written = false;
+  m_refused = true;
   if (m_outputReport < 0) return false;
   try {
     m_variables[kCommand].SelectInterface();
@@ -118,6 +119,7 @@ bool TLS::WriteOutputRptA() {
     m_agent->SetElements(m_command);
     m_agent->SetCurrentRptNum(m_outputReport);
     m_written = m_agent->WriteReport();
+    m_refused = !m_written;
     return m_written;
   } catch (const AgentError&) {
     return false;

@@ -91,6 +91,8 @@ class TLS {
   [[nodiscard]] bool HasAnswered() const { return m_answered; }
   /// Whether the last command was written and no answer to it was read since: it may still come.
   [[nodiscard]] bool OwesAnswer() const { return m_written && !m_answered; }
+  /// Whether the last report that was sent did not get through.
+  [[nodiscard]] bool HasRefused() const { return m_refused; }
   /// Good-bye: the program lets go of the board. True when the report was written.
   [[nodiscard]] bool Bye();
   /// Starts erasing the flash; the board answers when it is done, see CheckCompletion(). True when the report was
@@ -171,6 +173,7 @@ class TLS {
   std::array<std::uint8_t, kCommandSize> m_command{};
   std::array<std::uint8_t, kResponseSize> m_response{};
   bool m_written = false;
+  bool m_refused = false;
   bool m_answered = false;
   std::int32_t m_objectId = 0;
 };

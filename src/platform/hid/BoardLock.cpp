@@ -12,14 +12,11 @@
 #include <algorithm>
 #endif
 
-#include <system_error>
 #include <utility>
 
 namespace kestrin::platform::hid {
 
 namespace {
-
-using core::base::Disk;
 
 #if defined(__linux__)
 
@@ -33,14 +30,21 @@ struct flock WholeFile() {
 }
 
 /// An open device file.
-class NodeFile final : public Disk::Lock {
+class NodeFile final : public BoardClaim {
  public:
   explicit NodeFile(const std::string& path) : m_file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK)) {}
   ~NodeFile() override {
-    if (m_file >= 0) ::close(m_file);
+    if (m_file < 0) return;
+    // The process that writes to the board has the same open file and ends a little later.
+    struct flock range = WholeFile();
+    range.l_type = F_UNLCK;
+    if (!m_kept) ::fcntl(m_file, F_OFD_SETLK, &range);
+    ::close(m_file);
   }
   NodeFile(const NodeFile&) = delete;
   NodeFile& operator=(const NodeFile&) = delete;
+
+  void KeepUntilWritten() override { m_kept = true; }
 
   [[nodiscard]] bool IsOpen() const { return m_file >= 0; }
   [[nodiscard]] bool Lock() const {
@@ -54,12 +58,13 @@ class NodeFile final : public Disk::Lock {
 
  private:
   int m_file;
+  bool m_kept = false;
 };
 
 #elif defined(_WIN32)
 
 /// A named object that is there for as long as somebody has it open.
-class Name final : public Disk::Lock {
+class Name final : public BoardClaim {
  public:
   explicit Name(HANDLE object) : m_object(object) {}
   ~Name() override { ::CloseHandle(m_object); }
@@ -83,8 +88,8 @@ std::wstring NameFor(const std::string& path) {
 
 #if defined(__linux__)
 
-Disk::LockResult LockBoard(const std::string& path) {
-  Disk::LockResult result;
+BoardLock LockBoard(const std::string& path) {
+  BoardLock result;
   auto file = std::make_unique<NodeFile>(path);
   if (file->IsOpen() && file->Lock()) {
     result.lock = std::move(file);
@@ -102,8 +107,8 @@ bool IsBoardLocked(const std::string& path) {
 
 #elif defined(_WIN32)
 
-Disk::LockResult LockBoard(const std::string& path) {
-  Disk::LockResult result;
+BoardLock LockBoard(const std::string& path) {
+  BoardLock result;
   const HANDLE object = ::CreateMutexW(nullptr, FALSE, NameFor(path).c_str());
   const DWORD error = ::GetLastError();
   // One that another user made may not even be opened.
@@ -128,7 +133,7 @@ bool IsBoardLocked(const std::string& path) {
 #else
 
 // Elsewhere hidapi itself opens a device for one program alone.
-Disk::LockResult LockBoard(const std::string&) { return {std::make_unique<Disk::Lock>(), false, {}}; }
+BoardLock LockBoard(const std::string&) { return {std::make_unique<BoardClaim>(), false, {}}; }
 
 bool IsBoardLocked(const std::string&) { return false; }
 

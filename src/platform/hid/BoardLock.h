@@ -1,17 +1,34 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
 #include <string>
+#include <system_error>
 
 #include "core/base/Disk.h"
 
 namespace kestrin::platform::hid {
 
+/// A board that this program has claimed; lets go of it at its end.
+class BoardClaim : public core::base::Disk::Lock {
+ public:
+  /// From now on the claim does not end before the process that writes to the board ends.
+  virtual void KeepUntilWritten() {}
+};
+
+/// How claiming a board ended: with the claim, with another holder, or with an error.
+struct BoardLock {
+  std::unique_ptr<BoardClaim> lock;
+  bool heldByAnother = false;
+  /// Why it could not be asked for; no error when it was.
+  std::error_code error;
+};
+
 /// Claims the board at a device path. Does not wait; the system lets go of the claim when the program ends, however it
 /// ends. Two programs in the middle of their commands would take each other's answers, and one would erase what the
 /// other writes. The claim is a promise among programs that make it, no barrier: needs the right to open the board, but
 /// nothing is written anywhere.
-[[nodiscard]] core::base::Disk::LockResult LockBoard(const std::string& path);
+[[nodiscard]] BoardLock LockBoard(const std::string& path);
 /// Whether somebody has claimed it, this program or another. Claims nothing, so that nobody is turned away by the
 /// question. False when it cannot be told.
 [[nodiscard]] bool IsBoardLocked(const std::string& path);

@@ -122,35 +122,48 @@ bool HidInterface::Drain() {
   return true;
 }
 
-bool HidInterface::WriteOutput(std::size_t report) {
-  if (!Drain()) return false;
-  const std::vector<std::uint8_t> bytes = WithId(report);
-  return Succeeded(m_connection->Write(bytes), bytes.size());
+TransferOutcome HidInterface::WaitFor(
+    const Wait& wait, const std::function<std::optional<TransferOutcome>(std::chrono::milliseconds)>& tryFor) {
+  const auto end = wait.clock.Now() + wait.timeout;
+  while (true) {
+    // Whoever gets a turn in between may take longer than the time that is left: what has come to its end meanwhile
+    // counts.
+    const auto left = std::max(core::base::Clock::Duration::zero(), end - wait.clock.Now());
+    if (const auto outcome = tryFor(std::min(kSlice, std::chrono::ceil<std::chrono::milliseconds>(left))))
+      return *outcome;
+    if (left == core::base::Clock::Duration::zero()) return TransferOutcome::TimedOut;
+    if (!wait.between()) return TransferOutcome::Failed;
+  }
 }
 
-ReadOutcome HidInterface::ReadInput(std::size_t report, core::base::Clock::Duration timeout,
-                                    const core::base::Clock& clock, const std::function<bool()>& between) {
-  using std::chrono::milliseconds;
+TransferOutcome HidInterface::WriteOutput(std::size_t report, const Wait& wait) {
+  if (!Drain()) return TransferOutcome::Failed;
+  const std::vector<std::uint8_t> bytes = WithId(report);
+  if (!m_connection->StartWrite(bytes)) return TransferOutcome::Failed;
+  return WaitFor(wait, [&](std::chrono::milliseconds slice) -> std::optional<TransferOutcome> {
+    const std::optional<int> taken = m_connection->WriteOutcome(slice);
+    if (!taken) return std::nullopt;
+    return Succeeded(*taken, bytes.size()) ? TransferOutcome::Done : TransferOutcome::Failed;
+  });
+}
+
+TransferOutcome HidInterface::ReadInput(std::size_t report, const Wait& wait) {
+  return WaitFor(wait, [&](std::chrono::milliseconds slice) {
+    return TakeInput(report, m_connection->Read(m_inputBuffer, slice));
+  });
+}
+
+std::optional<TransferOutcome> HidInterface::TakeInput(std::size_t report, int length) {
   const DescriptorReport& layout = m_descriptor.Reports()[report];
   const std::size_t idBytes = m_descriptor.UsesReportIds() ? 1 : 0;
-  const auto end = clock.Now() + timeout;
-  while (true) {
-    // Whoever gets a turn in between may take longer than the time that is left: what has arrived meanwhile counts.
-    const auto left = std::max(core::base::Clock::Duration::zero(), end - clock.Now());
-    const int length = m_connection->Read(m_inputBuffer, std::min(kSlice, std::chrono::ceil<milliseconds>(left)));
-    if (length < 0) {
-      m_suspicious = true;
-      return ReadOutcome::Failed;
-    }
-    if (length > 0 && (idBytes == 0 || m_inputBuffer[0] == layout.id)) {
-      if (static_cast<std::size_t>(length) != layout.Bytes() + idBytes) return ReadOutcome::Failed;
-      const auto begin = m_inputBuffer.begin() + static_cast<std::ptrdiff_t>(idBytes);
-      std::copy_n(begin, layout.Bytes(), m_values[report].begin());
-      return ReadOutcome::Arrived;
-    }
-    if (left == core::base::Clock::Duration::zero()) return ReadOutcome::TimedOut;
-    if (!between()) return ReadOutcome::Failed;
+  if (length < 0) {
+    m_suspicious = true;
+    return TransferOutcome::Failed;
   }
+  if (length == 0 || (idBytes != 0 && m_inputBuffer[0] != layout.id)) return std::nullopt;
+  if (static_cast<std::size_t>(length) != layout.Bytes() + idBytes) return TransferOutcome::Failed;
+  std::copy_n(m_inputBuffer.begin() + static_cast<std::ptrdiff_t>(idBytes), layout.Bytes(), m_values[report].begin());
+  return TransferOutcome::Done;
 }
 
 bool HidInterface::WriteFeature(std::size_t report) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,8 +16,8 @@
 
 namespace kestrin::platform::hid {
 
-/// How the wait for an input report ended.
-enum class ReadOutcome { Arrived, TimedOut, Failed };
+/// How a transfer ended: it passed whole, it took too long, it failed or was ended from outside.
+enum class TransferOutcome { Done, TimedOut, Failed };
 
 /// One open interface: its reports with their values, its variables, its transfers.
 /// Variable and report numbers are those of its descriptor and must be in range.
@@ -53,13 +54,20 @@ class HidInterface {
 
   // --- Transfers ---
 
-  /// Throws away input reports that wait, then writes an output report. False when the device did not take it whole.
-  [[nodiscard]] bool WriteOutput(std::size_t report);
-  /// Waits for that input report, `between` getting its turn after each slice; reports of another id are passed over.
-  /// `between` returns false to end the wait as failed. A report of a wrong length is a failure. The value changes only
-  /// when the report arrived.
-  [[nodiscard]] ReadOutcome ReadInput(std::size_t report, core::base::Clock::Duration timeout,
-                                      const core::base::Clock& clock, const std::function<bool()>& between);
+  /// How a transfer waits.
+  struct Wait {
+    core::base::Clock::Duration timeout;
+    const core::base::Clock& clock;
+    /// Called after each slice in vain; returns false to end the wait as failed.
+    const std::function<bool()>& between;
+  };
+
+  /// Throws away input reports that wait, then writes an output report and waits until the device has taken it. A write
+  /// that is waited for no longer is left to itself; until it has ended, every other one fails at once.
+  [[nodiscard]] TransferOutcome WriteOutput(std::size_t report, const Wait& wait);
+  /// Waits for that input report; reports of another id are passed over. A report of a wrong length is a failure. The
+  /// value changes only when the report arrived.
+  [[nodiscard]] TransferOutcome ReadInput(std::size_t report, const Wait& wait);
   /// Writes or asks for a feature report. False when it did not pass whole.
   [[nodiscard]] bool WriteFeature(std::size_t report);
   [[nodiscard]] bool ReadFeature(std::size_t report);
@@ -68,6 +76,11 @@ class HidInterface {
   /// A variable whose elements fill whole bytes, so that they can be copied as they are.
   [[nodiscard]] static bool IsByteField(const DescriptorVariable& variable);
   [[nodiscard]] std::vector<std::uint8_t> WithId(std::size_t report) const;
+  /// Waits until `tryFor`, given a slice of the time, returns an outcome.
+  [[nodiscard]] static TransferOutcome WaitFor(
+      const Wait& wait, const std::function<std::optional<TransferOutcome>(std::chrono::milliseconds)>& tryFor);
+  /// The outcome when a report of that number is awaited and one came, or none, or a failure.
+  [[nodiscard]] std::optional<TransferOutcome> TakeInput(std::size_t report, int length);
   /// Throws away the input reports that wait. False when the device failed.
   [[nodiscard]] bool Drain();
   [[nodiscard]] bool Succeeded(int result, std::size_t expected);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -35,8 +36,12 @@ class HidConnection {
   /// The USB string of that number as UTF-8; "" when it cannot be had.
   [[nodiscard]] virtual std::string IndexedString(std::uint32_t index) = 0;
 
-  /// Writes an output report. Returns the bytes taken, -1 on failure.
-  [[nodiscard]] virtual int Write(std::span<const std::uint8_t> report) = 0;
+  /// Begins to write an output report: a device that takes nothing holds it up for seconds. False when that cannot be,
+  /// and at once while the device holds up an earlier one.
+  [[nodiscard]] virtual bool StartWrite(std::span<const std::uint8_t> report) = 0;
+  /// Waits at most `timeout` for the end of the write that was begun last. Returns the bytes taken, negative on
+  /// failure; nothing while it goes on. It need not have ended when the connection does.
+  [[nodiscard]] virtual std::optional<int> WriteOutcome(std::chrono::milliseconds timeout) = 0;
   /// Waits at most `timeout` for an input report and copies as much of it as fits. Returns the bytes copied, 0 when
   /// none came, -1 on failure.
   [[nodiscard]] virtual int Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) = 0;

@@ -9,6 +9,9 @@
 
 #ifdef __linux__
 #include "platform/hid/NodeListing.h"
+#include "platform/hid/ProcessWriter.h"
+#else
+#include "platform/hid/ThreadWriter.h"
 #endif
 
 namespace kestrin::platform::hid {
@@ -39,6 +42,23 @@ void AppendUtf8(std::uint32_t codePoint, std::string& text) {
 
 bool IsSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
+#ifdef __linux__
+
+std::unique_ptr<ReportWriter> MakeWriter(const HidNode& node, const NodeIdentity& identity,
+                                         const std::shared_ptr<hid_device>&) {
+  return std::make_unique<ProcessWriter>(node.path, identity);
+}
+
+#else
+
+std::unique_ptr<ReportWriter> MakeWriter(const HidNode&, const NodeIdentity&,
+                                         const std::shared_ptr<hid_device>& device) {
+  return std::make_unique<ThreadWriter>(
+      [device](std::span<const std::uint8_t> report) { return hid_write(device.get(), report.data(), report.size()); });
+}
+
+#endif
+
 }  // namespace
 
 std::string Utf8(const wchar_t* text) {
@@ -59,8 +79,17 @@ std::string Utf8(const wchar_t* text) {
 }
 
 HidapiConnection::HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity,
-                                   std::unique_ptr<core::base::Disk::Lock> claim)
-    : m_claim(std::move(claim)), m_device(std::move(device)), m_node(node), m_identity(identity) {}
+                                   std::unique_ptr<BoardClaim> claim)
+    : m_claim(std::move(claim)),
+      m_device(std::move(device)),
+      m_node(node),
+      m_identity(identity),
+      m_writer(MakeWriter(m_node, m_identity, m_device)) {}
+
+HidapiConnection::~HidapiConnection() {
+  // Until then whoever opened the board could do nothing with it, and would hang as long.
+  if (m_writer->IsWriting()) m_claim->KeepUntilWritten();
+}
 
 std::vector<std::uint8_t> HidapiConnection::ReportDescriptor() {
 #ifdef __linux__
@@ -84,8 +113,10 @@ std::string HidapiConnection::IndexedString(std::uint32_t index) {
   return Utf8(text.data());
 }
 
-int HidapiConnection::Write(std::span<const std::uint8_t> report) {
-  return hid_write(m_device.get(), report.data(), report.size());
+bool HidapiConnection::StartWrite(std::span<const std::uint8_t> report) { return m_writer->Start(report); }
+
+std::optional<int> HidapiConnection::WriteOutcome(std::chrono::milliseconds timeout) {
+  return m_writer->Outcome(timeout);
 }
 
 int HidapiConnection::Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) {

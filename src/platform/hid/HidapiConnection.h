@@ -5,9 +5,10 @@
 
 #include <memory>
 
-#include "core/base/Disk.h"
+#include "platform/hid/BoardLock.h"
 #include "platform/hid/HidStack.h"
 #include "platform/hid/NodeIdentity.h"
+#include "platform/hid/ReportWriter.h"
 
 namespace kestrin::platform::hid {
 
@@ -26,12 +27,13 @@ class HidapiConnection final : public HidConnection {
   using Handle = std::unique_ptr<hid_device, Closer>;
 
   /// `claim` keeps other programs off the board.
-  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity,
-                   std::unique_ptr<core::base::Disk::Lock> claim);
+  HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity, std::unique_ptr<BoardClaim> claim);
+  ~HidapiConnection() override;
 
   [[nodiscard]] std::vector<std::uint8_t> ReportDescriptor() override;
   [[nodiscard]] std::string IndexedString(std::uint32_t index) override;
-  [[nodiscard]] int Write(std::span<const std::uint8_t> report) override;
+  [[nodiscard]] bool StartWrite(std::span<const std::uint8_t> report) override;
+  [[nodiscard]] std::optional<int> WriteOutcome(std::chrono::milliseconds timeout) override;
   [[nodiscard]] int Read(std::span<std::uint8_t> report, std::chrono::milliseconds timeout) override;
   [[nodiscard]] int WriteFeature(std::span<const std::uint8_t> report) override;
   [[nodiscard]] int ReadFeature(std::span<std::uint8_t> report) override;
@@ -39,10 +41,13 @@ class HidapiConnection final : public HidConnection {
 
  private:
   /// Before the device, so that it is closed when others may have it.
-  std::unique_ptr<core::base::Disk::Lock> m_claim;
-  Handle m_device;
+  std::unique_ptr<BoardClaim> m_claim;
+  /// A writer that a write holds up may still need it.
+  std::shared_ptr<hid_device> m_device;
   HidNode m_node;
   NodeIdentity m_identity;
+  /// Behind what it is made of.
+  std::unique_ptr<ReportWriter> m_writer;
 };
 
 }  // namespace kestrin::platform::hid

@@ -60,7 +60,7 @@ Result<> HidapiStack::Look(const HidNode& node) {
 }
 
 Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
-  core::base::Disk::LockResult claim = LockBoard(node.path);
+  BoardLock claim = LockBoard(node.path);
   if (claim.heldByAnother) return InUse();
   NodeIdentity identity;
 #ifdef __linux__

@@ -21,6 +21,7 @@ StackAgent::StackAgent(std::unique_ptr<HidStack> stack, MonitorFactory makeMonit
 StackAgent::~StackAgent() { CloseAll(); }
 
 void StackAgent::Start() {
+  m_hurry = false;
   if (!m_monitor) m_monitor = m_makeMonitor();
 }
 
@@ -276,8 +277,9 @@ std::optional<core::device::ReportType> StackAgent::CurrentReportType() const {
 bool StackAgent::WriteReport() {
   const auto type = CurrentReportType();
   if (m_inTransfer || !type || *type == core::device::ReportType::Input) return false;
-  const auto report = static_cast<std::size_t>(m_current.report);
-  return *type == core::device::ReportType::Output ? Interface().WriteOutput(report) : Interface().WriteFeature(report);
+  if (*type == core::device::ReportType::Feature)
+    return Interface().WriteFeature(static_cast<std::size_t>(m_current.report));
+  return WaitForOutput();
 }
 
 bool StackAgent::ReadReport() {
@@ -288,24 +290,39 @@ bool StackAgent::ReadReport() {
   return WaitForInput();
 }
 
-bool StackAgent::WaitForInput() {
-  HidInterface& open = Interface();
-  const std::int32_t handle = open.Handle();
-  const std::int32_t report = m_current.report;
-  ReadOutcome outcome = ReadOutcome::Failed;
+TransferOutcome StackAgent::Move(const Transfer& transfer, std::int32_t timeOut, const std::function<bool()>& between) {
+  TransferOutcome outcome = TransferOutcome::Failed;
   {
     const core::base::RaisedFlag inTransfer(m_inTransfer);
-    outcome = open.ReadInput(static_cast<std::size_t>(report), std::chrono::milliseconds(kTimeOut), m_clock, [&] {
-      const Selection selected = m_current;
-      core::base::Pump(m_pump);
-      m_current = selected;
-      return !m_stopWanted;
-    });
+    const auto report = static_cast<std::size_t>(m_current.report);
+    outcome = transfer(Interface(), report, {std::chrono::milliseconds(timeOut), m_clock, between});
   }
   StopIfWanted();
-  if (m_events != nullptr && outcome == ReadOutcome::Arrived) m_events->ReportArrived(handle, report);
-  if (m_events != nullptr && outcome == ReadOutcome::TimedOut) m_events->ReportTimedOut(handle, report);
-  return outcome == ReadOutcome::Arrived;
+  return outcome;
+}
+
+bool StackAgent::GiveTurn() {
+  const Selection selected = m_current;
+  core::base::Pump(m_pump);
+  m_current = selected;
+  return !m_stopWanted;
+}
+
+bool StackAgent::WaitForOutput() {
+  // Whoever is in a hurry is already on the way out: then nobody else has anything to do any more.
+  const bool hurried = m_hurry;
+  const TransferOutcome outcome = Move(&HidInterface::WriteOutput, hurried ? kHurriedWriteTimeOut : kWriteTimeOut,
+                                       [this, hurried] { return hurried || (GiveTurn() && !m_hurry); });
+  return outcome == TransferOutcome::Done;
+}
+
+bool StackAgent::WaitForInput() {
+  const std::int32_t handle = Interface().Handle();
+  const std::int32_t report = m_current.report;
+  const TransferOutcome outcome = Move(&HidInterface::ReadInput, kTimeOut, [this] { return GiveTurn(); });
+  if (m_events != nullptr && outcome == TransferOutcome::Done) m_events->ReportArrived(handle, report);
+  if (m_events != nullptr && outcome == TransferOutcome::TimedOut) m_events->ReportTimedOut(handle, report);
+  return outcome == TransferOutcome::Done;
 }
 
 }  // namespace kestrin::platform::hid

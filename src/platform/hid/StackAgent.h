@@ -23,9 +23,10 @@ namespace kestrin::platform::hid {
 /// A search asks for the ids of the match alone; a match that does not set both ids finds nothing, because asking every
 /// HID device for its names stalls mice and keyboards on some systems.
 ///
-/// While a read waits, the event pump gets its turn at least every 20 ms, and handlers that it runs may call the agent:
-/// a second transfer is refused (false), a search opens nothing, Refresh() leaves notices for later, Stop() ends the
-/// wait as failed and takes effect behind it. What they select is forgotten when the wait goes on.
+/// While a read or a write waits, the event pump gets its turn at least every 20 ms, and handlers that it runs may call
+/// the agent: a second transfer is refused (false), a search opens nothing, Refresh() leaves notices for later, Stop()
+/// ends the wait as failed and takes effect behind it. What they select is forgotten when the wait goes on. A write
+/// that is waited for no longer goes on by itself; until the device has ended it, all others are refused.
 /// Coming and going is reported from Refresh() alone, which also looks whether a board that was refused, because
 /// another program used it or this person was not permitted to, would be so still;
 /// ReportArrived() and ReportTimedOut() at the end of a read.
@@ -44,6 +45,7 @@ class StackAgent final : public core::device::THIDagent {
   void SetEvents(core::device::HidAgentEvents* events) override { m_events = events; }
   void Start() override;
   void Stop() override;
+  void Hurry() override { m_hurry = true; }
   void SetMatch(const core::device::HidMatch& match) override { m_match = match; }
   [[nodiscard]] bool SearchAndOpen() override;
   void Refresh() override;
@@ -105,6 +107,14 @@ class StackAgent final : public core::device::THIDagent {
   void OpenMatching();
   /// Opens one interface and tells.
   core::base::Result<> Open(const HidNode& node);
+  using Transfer = std::function<TransferOutcome(HidInterface&, std::size_t report, const HidInterface::Wait&)>;
+
+  /// Has the current report moved; `between` as HidInterface has it.
+  [[nodiscard]] TransferOutcome Move(const Transfer& transfer, std::int32_t timeOut,
+                                     const std::function<bool()>& between);
+  /// The pump's turn in a transfer. False when that is to end.
+  [[nodiscard]] bool GiveTurn();
+  [[nodiscard]] bool WaitForOutput();
   [[nodiscard]] bool WaitForInput();
   void CollectNotices();
   [[nodiscard]] std::optional<core::base::FailureKind> LookAt(const HidNode& node);
@@ -138,6 +148,7 @@ class StackAgent final : public core::device::THIDagent {
   bool m_searching = false;
   bool m_delivering = false;
   bool m_stopWanted = false;
+  bool m_hurry = false;
 };
 
 }  // namespace kestrin::platform::hid

@@ -353,6 +353,7 @@ bool Main::AskToClose() {
 void Main::StopAll() {
   m_watch.Stop();
   m_download.Cancel();
+  m_session.Hurry();
   m_setFile.Locator().Stop();
   if (m_around.update != nullptr) m_around.update->Cancel();
 }

@@ -58,14 +58,35 @@ TEST_F(DeviceSessionTest, WhoDoesNotWaitGoesOfflineWithoutAQuestionAndTheTimerGo
   EXPECT_TRUE(m_session.State().IsIdentified());
 }
 
-TEST_F(DeviceSessionTest, AQuestionThatDidNotGetThroughIsAskedAgainAtOnce) {
+// Such a board holds up each question for seconds.
+TEST_F(DeviceSessionTest, ABoardThatTakesNothingIsAskedOnceAndHearsNoGoodBye) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   m_agent.failWrites = {1};
   AnswerEveryQuestion();
   EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Online);
+  EXPECT_FALSE(m_session.State().knowsId);
+  EXPECT_FALSE(m_session.EnsureIdentified());
+  EXPECT_THAT(m_view.log, ::testing::Contains("wait:The board takes nothing."));
+  m_session.Exit();
+  EXPECT_EQ(m_agent.writesTried, 1);
+  EXPECT_EQ(m_agent.readsTried, 0);
+  EXPECT_TRUE(m_agent.stopped);
+}
+
+TEST_F(DeviceSessionTest, ABoardThatTookNothingComesOnlineWithTheTimer) {
+  m_view.waits = false;
+  m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
+  m_agent.failWrites = {1, 2};
+  AnswerEveryQuestion();
+  EXPECT_EQ(m_session.SearchAtStartUp(), DeviceSession::StartUp::Offline);
+  EXPECT_EQ(m_agent.writesTried, 1);
+  m_session.GoOnlineTimerTick();
+  EXPECT_EQ(m_agent.writesTried, 2);
+  EXPECT_FALSE(m_session.State().IsOnline());
+  m_session.GoOnlineTimerTick();
   EXPECT_TRUE(m_session.State().IsIdentified());
-  EXPECT_THAT(Codes(), ElementsAre(3, 1));
-  EXPECT_THAT(m_view.log, ::testing::Not(::testing::Contains(kWait)));
+  m_session.Exit();
+  EXPECT_EQ(Codes().back(), 7);
 }
 
 TEST_F(DeviceSessionTest, ASerialNumberMovedUpByOneAnswerIsAskedForAgain) {
