@@ -34,18 +34,12 @@ class NodeFile final : public BoardClaim {
  public:
   explicit NodeFile(const std::string& path) : m_file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK)) {}
   ~NodeFile() override {
-    if (m_file < 0) return;
-    // The process that writes to the board has the same open file and ends a little later.
-    struct flock range = WholeFile();
-    range.l_type = F_UNLCK;
-    if (!m_kept) ::fcntl(m_file, F_OFD_SETLK, &range);
-    ::close(m_file);
+    if (m_file >= 0) ::close(m_file);
   }
   NodeFile(const NodeFile&) = delete;
   NodeFile& operator=(const NodeFile&) = delete;
 
-  void KeepUntilWritten() override { m_kept = true; }
-
+  [[nodiscard]] int File() const override { return m_file; }
   [[nodiscard]] bool IsOpen() const { return m_file >= 0; }
   [[nodiscard]] bool Lock() const {
     struct flock range = WholeFile();
@@ -58,7 +52,6 @@ class NodeFile final : public BoardClaim {
 
  private:
   int m_file;
-  bool m_kept = false;
 };
 
 #elif defined(_WIN32)

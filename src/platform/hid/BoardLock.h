@@ -9,11 +9,11 @@
 
 namespace kestrin::platform::hid {
 
-/// A board that this program has claimed; lets go of it at its end.
+/// A board that this program has claimed.
 class BoardClaim : public core::base::Disk::Lock {
  public:
-  /// From now on the claim does not end before the process that writes to the board ends.
-  virtual void KeepUntilWritten() {}
+  /// The open file that the claim belongs to: the claim lasts until it is closed everywhere. -1 where it is none.
+  [[nodiscard]] virtual int File() const { return -1; }
 };
 
 /// How claiming a board ended: with the claim, with another holder, or with an error.

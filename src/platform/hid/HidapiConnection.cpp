@@ -44,14 +44,14 @@ bool IsSurrogate(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; 
 
 #ifdef __linux__
 
-std::unique_ptr<ReportWriter> MakeWriter(const HidNode& node, const NodeIdentity& identity,
+std::unique_ptr<ReportWriter> MakeWriter(const HidNode& node, const NodeIdentity& identity, const BoardClaim& claim,
                                          const std::shared_ptr<hid_device>&) {
-  return std::make_unique<ProcessWriter>(node.path, identity);
+  return std::make_unique<ProcessWriter>(node.path, identity, claim.File());
 }
 
 #else
 
-std::unique_ptr<ReportWriter> MakeWriter(const HidNode&, const NodeIdentity&,
+std::unique_ptr<ReportWriter> MakeWriter(const HidNode&, const NodeIdentity&, const BoardClaim&,
                                          const std::shared_ptr<hid_device>& device) {
   return std::make_unique<ThreadWriter>(
       [device](std::span<const std::uint8_t> report) { return hid_write(device.get(), report.data(), report.size()); });
@@ -84,12 +84,7 @@ HidapiConnection::HidapiConnection(Handle device, const HidNode& node, NodeIdent
       m_device(std::move(device)),
       m_node(node),
       m_identity(identity),
-      m_writer(MakeWriter(m_node, m_identity, m_device)) {}
-
-HidapiConnection::~HidapiConnection() {
-  // Until then whoever opened the board could do nothing with it, and would hang as long.
-  if (m_writer->IsWriting()) m_claim->KeepUntilWritten();
-}
+      m_writer(MakeWriter(m_node, m_identity, *m_claim, m_device)) {}
 
 std::vector<std::uint8_t> HidapiConnection::ReportDescriptor() {
 #ifdef __linux__

@@ -28,7 +28,6 @@ class HidapiConnection final : public HidConnection {
 
   /// `claim` keeps other programs off the board.
   HidapiConnection(Handle device, const HidNode& node, NodeIdentity identity, std::unique_ptr<BoardClaim> claim);
-  ~HidapiConnection() override;
 
   [[nodiscard]] std::vector<std::uint8_t> ReportDescriptor() override;
   [[nodiscard]] std::string IndexedString(std::uint32_t index) override;

@@ -15,6 +15,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -33,6 +34,13 @@ struct Duty {
   const char* path;
   NodeIdentity identity;
   int channel;
+  int claim;
+};
+
+/// Room for one open file beside a message.
+union FileRoom {
+  cmsghdr header;
+  std::array<char, CMSG_SPACE(sizeof(int))> bytes;
 };
 
 [[nodiscard]] bool IsOf(int file, const NodeIdentity& identity) {
@@ -50,7 +58,7 @@ struct Duty {
   return number;
 }
 
-/// Closes all but the channel and what is open of the device.
+/// Closes all but the channel and what is open of the device; of that, the claim.
 void CloseTheRest(const Duty& duty) {
   const int folder = ::open("/proc/self/fd", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder < 0) return;
@@ -60,7 +68,8 @@ void CloseTheRest(const Duty& duty) {
       const auto* const entry = reinterpret_cast<const dirent64*>(block.data() + at);
       at += entry->d_reclen;
       const int file = NumberOf(entry->d_name);
-      if (file >= 0 && file != folder && file != duty.channel && !IsOf(file, duty.identity)) ::close(file);
+      const bool kept = file == folder || file == duty.channel || (file != duty.claim && IsOf(file, duty.identity));
+      if (file >= 0 && !kept) ::close(file);
     }
   }
   ::close(folder);
@@ -73,31 +82,58 @@ void CloseTheRest(const Duty& duty) {
   return IsOf(file, duty.identity) ? file : -ENODEV;
 }
 
+/// Waits for the next report, which `bytes` has room for, and for the claim with it. Returns its length, 0 when there
+/// will be no more.
+[[nodiscard]] std::size_t Receive(int channel, iovec bytes, int& claim) {
+  FileRoom room{};
+  msghdr message{};
+  message.msg_iov = &bytes;
+  message.msg_iovlen = 1;
+  message.msg_control = room.bytes.data();
+  message.msg_controllen = room.bytes.size();
+  const ssize_t length = ::recvmsg(channel, &message, MSG_CMSG_CLOEXEC);
+  const cmsghdr* const file = CMSG_FIRSTHDR(&message);
+  claim = -1;
+  if (file != nullptr) std::memcpy(&claim, CMSG_DATA(file), sizeof claim);
+  return length > 0 ? static_cast<std::size_t>(length) : 0;
+}
+
+[[nodiscard]] int Write(int node, const char* report, std::size_t length) {
+  if (node < 0) return node;
+  const ssize_t taken = ::write(node, report, length);
+  return taken < 0 ? -errno : static_cast<int>(taken);
+}
+
 [[noreturn]] void Work(const Duty& duty) {
+  const int node = OpenNode(duty);
+  std::array<char, kLongestReport> report;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+  int claim = -1;
+  while (const std::size_t length = Receive(duty.channel, {report.data(), report.size()}, claim)) {
+    const int outcome = Write(node, report.data(), length);
+    // First that, so that whoever hears of the outcome finds the claim to be his alone.
+    if (claim >= 0) ::close(claim);
+    if (::send(duty.channel, &outcome, sizeof outcome, MSG_NOSIGNAL) < 0) break;
+  }
+  ::_exit(0);
+}
+
+/// Makes the process that works, in one that ends at once: then nobody is left who would have to wait for the end of
+/// the other.
+[[noreturn]] void Prepare(const Duty& duty) {
   ::setsid();
   ::prctl(PR_SET_NAME, "kestrin-writer");
   static_cast<void>(::chdir("/") == 0);
   CloseTheRest(duty);
-  const int node = OpenNode(duty);
-  std::array<char, kLongestReport + 1> report;  // NOLINT(cppcoreguidelines-pro-type-member-init)
-  for (;;) {
-    const ssize_t length = ::recv(duty.channel, report.data(), report.size(), 0);
-    if (length <= 0) ::_exit(0);
-    int outcome = node;
-    if (node >= 0) {
-      const ssize_t taken = ::write(node, report.data(), static_cast<std::size_t>(length));
-      outcome = taken < 0 ? -errno : static_cast<int>(taken);
-    }
-    if (::send(duty.channel, &outcome, sizeof outcome, MSG_NOSIGNAL) < 0) ::_exit(0);
-  }
+  if (::fork() == 0) Work(duty);
+  ::_exit(0);
 }
 
 }  // namespace
 
 // --- In the program ---
 
-ProcessWriter::ProcessWriter(std::string path, const NodeIdentity& identity)
-    : m_path(std::move(path)), m_identity(identity) {
+ProcessWriter::ProcessWriter(std::string path, const NodeIdentity& identity, int claim)
+    : m_path(std::move(path)), m_identity(identity), m_claim(claim) {
   Launch();
 }
 
@@ -111,17 +147,13 @@ void ProcessWriter::LetGo() {
 void ProcessWriter::Launch() {
   std::array<int, 2> ends{};
   if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) return;
-  const Duty duty{m_path.c_str(), m_identity, ends[1]};
+  const Duty duty{m_path.c_str(), m_identity, ends[1], m_claim};
   sigset_t all;
   sigset_t before;
   ::sigfillset(&all);
   ::pthread_sigmask(SIG_SETMASK, &all, &before);
-  // By a process in between, which ends at once: then nobody is left who would have to wait for the end of this one.
   const pid_t between = ::fork();
-  if (between == 0) {
-    if (::fork() == 0) Work(duty);
-    ::_exit(0);
-  }
+  if (between == 0) Prepare(duty);
   while (between > 0 && ::waitpid(between, nullptr, 0) < 0 && errno == EINTR) {
   }
   ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
@@ -130,11 +162,26 @@ void ProcessWriter::Launch() {
 }
 
 bool ProcessWriter::HandOver(std::span<const std::uint8_t> report) const {
-  return ::send(m_channel, report.data(), report.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
+  iovec bytes{const_cast<std::uint8_t*>(report.data()), report.size()};
+  FileRoom room{};
+  msghdr message{};
+  message.msg_iov = &bytes;
+  message.msg_iovlen = 1;
+  if (m_claim >= 0) {
+    message.msg_control = room.bytes.data();
+    message.msg_controllen = room.bytes.size();
+    cmsghdr* const file = CMSG_FIRSTHDR(&message);
+    file->cmsg_level = SOL_SOCKET;
+    file->cmsg_type = SCM_RIGHTS;
+    file->cmsg_len = CMSG_LEN(sizeof m_claim);
+    std::memcpy(CMSG_DATA(file), &m_claim, sizeof m_claim);
+  }
+  return ::sendmsg(m_channel, &message, MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
 }
 
 bool ProcessWriter::Start(std::span<const std::uint8_t> report) {
-  if (report.empty() || report.size() > kLongestReport || IsWriting()) return false;
+  if (report.empty() || report.size() > kLongestReport) return false;
+  if (m_writing && !Outcome(std::chrono::milliseconds(0))) return false;
   m_writing = HandOver(report);
   if (m_writing) return true;
   // Somebody has ended the process.

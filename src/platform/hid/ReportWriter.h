@@ -23,8 +23,6 @@ class ReportWriter {
   /// Waits at most `timeout` for the end of the write. Returns the bytes taken, negative on failure and when nothing
   /// was begun; nothing while it goes on. A signal may end the wait early.
   [[nodiscard]] virtual std::optional<int> Outcome(std::chrono::milliseconds timeout) = 0;
-  /// Whether a write goes on, as far as that was asked.
-  [[nodiscard]] virtual bool IsWriting() = 0;
 };
 
 }  // namespace kestrin::platform::hid

@@ -309,10 +309,16 @@ bool StackAgent::GiveTurn() {
 }
 
 bool StackAgent::WaitForOutput() {
-  // Whoever is in a hurry is already on the way out: then nobody else has anything to do any more.
-  const bool hurried = m_hurry;
-  const TransferOutcome outcome = Move(&HidInterface::WriteOutput, hurried ? kHurriedWriteTimeOut : kWriteTimeOut,
-                                       [this, hurried] { return hurried || (GiveTurn() && !m_hurry); });
+  constexpr std::chrono::milliseconds kLittle{kHurriedWriteTimeOut};
+  std::optional<core::base::Clock::Duration> end;
+  if (m_hurry) end = m_clock.Now() + kLittle;
+  const TransferOutcome outcome = Move(&HidInterface::WriteOutput, kWriteTimeOut, [&] {
+    // Whoever is in a hurry is on the way out: then nobody else has anything to do any more.
+    if (end) return m_clock.Now() < *end;
+    const bool goesOn = GiveTurn();
+    if (m_hurry) end = m_clock.Now() + kLittle;
+    return goesOn;
+  });
   return outcome == TransferOutcome::Done;
 }
 

@@ -73,11 +73,6 @@ bool ThreadWriter::Start(std::span<const std::uint8_t> report) {
   return true;
 }
 
-bool ThreadWriter::IsWriting() {
-  const std::lock_guard lock(m_desk->mutex);
-  return m_desk->state == Desk::State::Writing;
-}
-
 std::optional<int> ThreadWriter::Outcome(std::chrono::milliseconds timeout) {
   std::unique_lock lock(m_desk->mutex);
   if (m_desk->state == Desk::State::Idle) return kNothingWritten;

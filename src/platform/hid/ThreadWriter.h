@@ -22,7 +22,6 @@ class ThreadWriter final : public ReportWriter {
 
   [[nodiscard]] bool Start(std::span<const std::uint8_t> report) override;
   [[nodiscard]] std::optional<int> Outcome(std::chrono::milliseconds timeout) override;
-  [[nodiscard]] bool IsWriting() override;
 
  private:
   struct Desk;

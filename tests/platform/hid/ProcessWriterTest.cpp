@@ -84,6 +84,17 @@ class ProcessWriterTest : public testing::Test {
     while ((WaitFor(m_device) & POLLHUP) == 0) {
     }
   }
+  [[nodiscard]] static bool Claim(int file) {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    return ::fcntl(file, F_OFD_SETLK, &whole) == 0;
+  }
+  [[nodiscard]] bool CanBeClaimed() const {
+    const int file = ::open(m_path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    const bool claimed = Claim(file);
+    ::close(file);
+    return claimed;
+  }
   [[nodiscard]] static Bytes Report() {
     Bytes report(1029);
     std::iota(report.begin(), report.end(), std::uint8_t{0});
@@ -108,7 +119,6 @@ TEST_F(ProcessWriterTest, TheDeviceGetsTheBytesAsTheyAreAndTheCountComesBack) {
     EXPECT_EQ(OutcomeOf(*writer), 1029);
     EXPECT_EQ(Take(1029), Report());
   }
-  EXPECT_FALSE(writer->IsWriting());
 }
 
 TEST_F(ProcessWriterTest, AWriteThatTheDeviceHoldsUpIsWaitedForInSlices) {
@@ -117,10 +127,9 @@ TEST_F(ProcessWriterTest, AWriteThatTheDeviceHoldsUpIsWaitedForInSlices) {
   ASSERT_TRUE(writer->Start(Report()));
   EXPECT_EQ(writer->Outcome(1ms), std::nullopt);
   EXPECT_EQ(writer->Outcome(0ms), std::nullopt);
-  EXPECT_TRUE(writer->IsWriting());
   EXPECT_EQ(Take(1029), Report());
   EXPECT_EQ(OutcomeOf(*writer), 1029);
-  EXPECT_FALSE(writer->IsWriting());
+  EXPECT_LT(writer->Outcome(0ms), 0) << "it is told once";
 }
 
 TEST_F(ProcessWriterTest, NothingIsBegunOnTopOfAWriteThatGoesOn) {
@@ -191,31 +200,47 @@ TEST_F(ProcessWriterTest, LetGoInAWriteItEndsBehindIt) {
 }
 
 TEST_F(ProcessWriterTest, ItKeepsNothingOfTheProgramsButTheDevice) {
-  // In this order: the process has looked at the lower number when it comes to the higher one.
-  const int held = ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
-  ASSERT_GE(held, 0);
   std::array<int, 2> pipe{};
   ASSERT_EQ(::pipe(pipe.data()), 0);
-  Fill();
-  auto writer = MakeWriter();
-  ASSERT_TRUE(writer->Start(Report()));
-  // Whoever reads what the program prints reads its end, while the device holds the write up.
+  const int device = ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
+  ASSERT_TRUE(Claim(device));
+  const auto writer = MakeWriter();
+  // Whoever reads what the program prints reads its end.
   ::close(pipe[1]);
   EXPECT_EQ(WaitFor(pipe[0]), POLLHUP);
   ::close(pipe[0]);
-  EXPECT_TRUE(writer->IsWriting());
-  // What the program had open of the device before stays open: closed for good, it would be waited for.
-  struct flock claim {};
-  claim.l_type = F_WRLCK;
-  ASSERT_EQ(::fcntl(held, F_OFD_SETLK, &claim), 0);
-  ::close(held);
-  const int another = ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
-  EXPECT_EQ(::fcntl(another, F_OFD_SETLK, &claim), -1);
-  EXPECT_EQ(errno, EAGAIN);
-  ::close(another);
-  writer.reset();
+  // What the program has open of the device would, closed for good, be waited for.
+  ::close(device);
+  EXPECT_FALSE(CanBeClaimed());
+}
+
+TEST_F(ProcessWriterTest, TheClaimIsTheProgramsAloneUnlessItWrites) {
+  const int claim = ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
+  ASSERT_TRUE(Claim(claim));
+  ProcessWriter writer(m_path, Identity(), claim);
+  for (int time = 0; time < 2; ++time) {
+    ASSERT_TRUE(writer.Start(Report()));
+    EXPECT_EQ(OutcomeOf(writer), 1029);
+    EXPECT_EQ(Take(1029), Report());
+  }
+  EXPECT_FALSE(CanBeClaimed());
+  ::close(claim);
+  EXPECT_TRUE(CanBeClaimed());
+}
+
+TEST_F(ProcessWriterTest, TheClaimLastsUntilAWriteIsOver) {
+  const int claim = ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC);
+  ASSERT_TRUE(Claim(claim));
+  Fill();
+  {
+    ProcessWriter writer(m_path, Identity(), claim);
+    ASSERT_TRUE(writer.Start(Report()));
+    ::close(claim);
+  }
+  EXPECT_FALSE(CanBeClaimed());
   EXPECT_EQ(Take(1029), Report());
   WaitUntilNobodyHasTheDevice();
+  EXPECT_TRUE(CanBeClaimed());
 }
 
 TEST_F(ProcessWriterTest, AProgramThatIsKilledInAWriteLeavesNothingBehindOnceThatIsOver) {
@@ -284,7 +309,7 @@ TEST_F(ProcessWriterTest, AnotherOneIsMadeWhenSomebodyHasEndedIt) {
   EXPECT_EQ(Take(1029), Report());
   const std::vector<pid_t> first = WritersOf(m_path);
   ASSERT_EQ(first.size(), 1U);
-  EXPECT_EQ(::getsid(first[0]), first[0]) << "it hears the terminal";
+  EXPECT_NE(::getsid(first[0]), ::getsid(0)) << "it belongs to the terminal";
   End(first[0]);
 
   ASSERT_TRUE(writer->Start(Report()));
@@ -301,7 +326,6 @@ TEST_F(ProcessWriterTest, AWriteFailsWhoseProcessSomebodyEnds) {
   ASSERT_EQ(first.size(), 1U);
   ::kill(first[0], SIGKILL);
   EXPECT_EQ(OutcomeOf(*writer), -EIO);
-  EXPECT_FALSE(writer->IsWriting());
 }
 
 }  // namespace

@@ -150,11 +150,12 @@ TEST_F(StackAgentWrite, InAHurryNothingIsWaitedForLongerThanABoardThatIsWellNeed
   EXPECT_THAT(board.written, SizeIs(2));
 }
 
-TEST_F(StackAgentWrite, AHurryEndsTheWaitForAWriteButNotForAnAnswer) {
+TEST_F(StackAgentWrite, AHurryThatComesMeanwhileEndsTheWaitForAWriteButNotForAnAnswer) {
   support::FakeHidDevice& board = OpenSlowBoard(kForEver);
   onTurn = [&] { agent->Hurry(); };
   EXPECT_FALSE(agent->WriteReport());
-  EXPECT_EQ(bus.clock.Now(), 20ms);
+  EXPECT_EQ(bus.clock.Now(), 60ms);
+  EXPECT_EQ(turns, 1);
   board.slowWrites = 0;
   board.onWait = [&] {
     if (bus.clock.Now() >= 2000ms) board.input.push_back({5, 6});

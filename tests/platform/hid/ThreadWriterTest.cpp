@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <future>
 #include <memory>
 #include <vector>
@@ -15,7 +16,7 @@ using testing::ElementsAre;
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// A device whose writes end when the test lets them.
+/// A device whose two writes end when the test lets them.
 struct HeldDevice {
   explicit HeldDevice(std::promise<void>& whenClosed) : closed(whenClosed) {}
   ~HeldDevice() { closed.set_value(); }
@@ -23,14 +24,15 @@ struct HeldDevice {
   HeldDevice& operator=(const HeldDevice&) = delete;
 
   [[nodiscard]] int Write(std::span<const std::uint8_t> report) {
+    const std::size_t number = written.size();
     written.emplace_back(report.begin(), report.end());
-    begun.set_value();
-    return outcome.get_future().get();
+    begun.at(number).set_value();
+    return outcomes.at(number).get_future().get();
   }
 
   std::promise<void>& closed;
-  std::promise<void> begun;
-  std::promise<int> outcome;
+  std::array<std::promise<void>, 2> begun;
+  std::array<std::promise<int>, 2> outcomes;
   /// Of whoever writes, until the outcome has come back.
   std::vector<Bytes> written;
 };
@@ -54,7 +56,7 @@ class ThreadWriterTest : public testing::Test {
 };
 
 TEST_F(ThreadWriterTest, AReportIsWrittenAndItsOutcomeComesBackOnce) {
-  m_device->outcome.set_value(3);
+  m_device->outcomes[0].set_value(3);
   EXPECT_LT(m_writer->Outcome(0ms), 0) << "nothing was begun";
   ASSERT_TRUE(m_writer->Start(Bytes{0, 5, 6}));
   EXPECT_EQ(Outcome(), 3);
@@ -65,22 +67,17 @@ TEST_F(ThreadWriterTest, AReportIsWrittenAndItsOutcomeComesBackOnce) {
 TEST_F(ThreadWriterTest, AWriteThatTheDeviceHoldsUpIsWaitedForInSlices) {
   ASSERT_TRUE(m_writer->Start(Bytes{0, 5}));
   EXPECT_EQ(m_writer->Outcome(1ms), std::nullopt);
-  EXPECT_TRUE(m_writer->IsWriting());
   EXPECT_FALSE(m_writer->Start(Bytes{0, 7})) << "on top of the first one";
-  m_device->outcome.set_value(-1);
+  m_device->outcomes[0].set_value(-1);
   EXPECT_EQ(Outcome(), -1);
-  EXPECT_FALSE(m_writer->IsWriting());
   EXPECT_THAT(m_device->written, ElementsAre(Bytes{0, 5}));
 }
 
 TEST_F(ThreadWriterTest, TheOutcomeThatNobodyAskedForIsForgotten) {
-  m_device->outcome.set_value(2);
+  m_device->outcomes[0].set_value(2);
+  m_device->outcomes[1].set_value(7);
   ASSERT_TRUE(m_writer->Start(Bytes{0, 5}));
-  while (m_writer->IsWriting()) std::this_thread::yield();
-  m_device->begun = {};
-  m_device->outcome = {};
-  m_device->outcome.set_value(7);
-  ASSERT_TRUE(m_writer->Start(Bytes{0, 6}));
+  while (!m_writer->Start(Bytes{0, 6})) std::this_thread::yield();
   EXPECT_EQ(Outcome(), 7);
   EXPECT_THAT(m_device->written, ElementsAre(Bytes{0, 5}, Bytes{0, 6}));
 }
@@ -94,12 +91,12 @@ TEST_F(ThreadWriterTest, ItEndsWhenItIsLetGo) {
 TEST_F(ThreadWriterTest, LetGoInAWriteItDoesNotWaitAndKeepsTheDeviceUntilThatIsOver) {
   HeldDevice& device = *m_device;
   ASSERT_TRUE(m_writer->Start(Bytes{0, 5}));
-  device.begun.get_future().wait();
+  device.begun[0].get_future().wait();
   m_writer.reset();
   std::future<void> closed = m_closed.get_future();
   m_device.reset();
   EXPECT_EQ(closed.wait_for(0s), std::future_status::timeout);
-  device.outcome.set_value(2);
+  device.outcomes[0].set_value(2);
   closed.wait();
 }
 
