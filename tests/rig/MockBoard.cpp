@@ -121,6 +121,31 @@ void MockBoard::Send(const Bytes& report) {
   Check(::write(m_queue, report.data(), report.size()) == static_cast<ssize_t>(report.size()), nullptr, "send");
 }
 
+void MockBoard::WaitUntilAWriteIsHeld() {
+  std::unique_lock lock(m_mutex);
+  m_changed.wait(lock, [this] { return m_held != nullptr; });
+}
+
+bool MockBoard::IsAWriteHeld() {
+  const std::lock_guard lock(m_mutex);
+  return m_held != nullptr;
+}
+
+void MockBoard::EndHeldWrite(int error) {
+  heldWrite = 0;
+  const std::lock_guard lock(m_mutex);
+  Fail(m_held.get(), error);
+  m_held.reset();
+}
+
+void MockBoard::WaitUntilItIsFree() const {
+  struct flock whole {};
+  whole.l_type = F_WRLCK;
+  const int file = ::open(RealNode().c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+  Check(file >= 0 && ::fcntl(file, F_OFD_SETLKW, &whole) == 0, nullptr, "wait for the claim");
+  ::close(file);
+}
+
 std::string MockBoard::DevicePath() const {
   if (m_description.virtualBus) return HidPath();
   return Format("/sys/devices/pci0000:00/0000:00:14.0/usb1/1-%d", m_description.port);
@@ -204,6 +229,10 @@ gboolean MockBoard::OnWrite(UMockdevIoctlBase*, UMockdevIoctlClient* client, Moc
   if (board->goneAtWrite != 0 && number >= board->goneAtWrite) board->MakeGone();
   if (board->m_gone) {
     Fail(client, ENODEV);
+  } else if (board->heldWrite != 0 && number >= board->heldWrite) {
+    const std::lock_guard lock(board->m_mutex);
+    board->m_held.reset(static_cast<UMockdevIoctlClient*>(g_object_ref(client)));
+    board->m_changed.notify_all();
   } else if (const int error = board->writeError) {
     Fail(client, error);
   } else if (length < 2 || length > kMostReportBytes) {

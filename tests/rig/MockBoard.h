@@ -2,9 +2,11 @@
 #pragma once
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -50,6 +52,16 @@ class MockBoard {
   std::atomic<int> writeError{0};
   /// The device is gone from that write on, counted from 1 at the last Plug(); 0 for never. Its node is still there.
   std::atomic<int> goneAtWrite{0};
+  /// The device takes nothing from that write on, counted from 1 at the last Plug(); 0 for never. The write stands
+  /// until the test ends it.
+  std::atomic<int> heldWrite{0};
+  /// Returns when a write stands.
+  void WaitUntilAWriteIsHeld();
+  [[nodiscard]] bool IsAWriteHeld();
+  /// Ends the write that stands with an error of the kernel's. Takes every other one from now on.
+  void EndHeldWrite(int error);
+  /// Returns when nobody has claimed the device any more.
+  void WaitUntilItIsFree() const;
   /// How many reports arrived since the last Plug().
   [[nodiscard]] int Writes() const { return m_writes; }
 
@@ -86,6 +98,10 @@ class MockBoard {
   std::atomic<int> m_writes{0};
   /// How many have it open; of the mock's thread alone.
   int m_clients = 0;
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  /// Whoever's write stands.
+  std::unique_ptr<UMockdevIoctlClient, ObjectDeleter> m_held;
 };
 
 }  // namespace kestrin::rig

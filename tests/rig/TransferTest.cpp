@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "core/base/Clock.h"
+#include "platform/hid/BoardLock.h"
 #include "rig/RigFixture.h"
 
 namespace kestrin::rig {
@@ -222,6 +223,38 @@ TEST_F(Transfer, AFailedWriteFailsTheCommandAndTheNextOneWorks) {
   EXPECT_EQ(board.State().resets, 0U);
   agent->Refresh();
   EXPECT_THAT(events.lines, testing::Not(testing::Contains(testing::HasSubstr("closed"))));
+}
+
+TEST_F(Transfer, ABoardThatTakesNothingIsGivenUpAfterSixSecondsAndLeftAloneUntilItDoes) {
+  GoOnline();
+  mock.heldWrite = 1;
+  EXPECT_EQ(tls.GetID(), 0);
+  EXPECT_EQ(turns, 6);
+  EXPECT_TRUE(tls.HasRefused());
+  EXPECT_FALSE(tls.Reset()) << "on top of the one that stands";
+  EXPECT_EQ(turns, 6);
+  EXPECT_EQ(mock.Writes(), 1);
+  mock.EndHeldWrite(ETIMEDOUT);
+  // That takes a moment to come through.
+  while (tls.GetSN() != "4B535401") EXPECT_EQ(turns, 6);
+  EXPECT_EQ(mock.Writes(), 2);
+  EXPECT_EQ(board.State().resets, 0U);
+}
+
+TEST_F(Transfer, ABoardThatIsLetGoInAWriteIsFreeWhenThatIsOver) {
+  GoOnline();
+  mock.heldWrite = 1;
+  onTurn = [&] { agent->Stop(); };
+  EXPECT_EQ(tls.GetID(), 0);
+  EXPECT_EQ(turns, 1);
+  EXPECT_EQ(agent->NumberOfInterfaces(), 0);
+  EXPECT_TRUE(mock.IsAWriteHeld());
+  EXPECT_TRUE(platform::hid::IsBoardLocked(mock.Node()));
+  EXPECT_FALSE(agent->SearchAndOpen());
+  mock.EndHeldWrite(ETIMEDOUT);
+  mock.WaitUntilItIsFree();
+  EXPECT_FALSE(platform::hid::IsBoardLocked(mock.Node()));
+  EXPECT_TRUE(agent->SearchAndOpen());
 }
 
 TEST_F(Transfer, ACommandInsideAWaitIsRefusedAndSendsNothing) {
