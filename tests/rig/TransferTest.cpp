@@ -134,8 +134,11 @@ TEST_F(Transfer, ASilentBoardIsGivenUpAfterThreeSeconds) {
   mock.onReport = nullptr;
   GoOnline();
   EXPECT_EQ(tls.GetSN(), "NoSerialNumber");
-  EXPECT_EQ(turns, 3);
   EXPECT_EQ(events.lines, Lines{"timeout 1 1"});
+  // On a busy machine the question has turns of its own. The wait alone:
+  turns = 0;
+  EXPECT_FALSE(tls.ReadInputRptB());
+  EXPECT_EQ(turns, 3);
 }
 
 TEST_F(Transfer, TheWaitSleepsThroughItsSlices) {
@@ -146,7 +149,7 @@ TEST_F(Transfer, TheWaitSleepsThroughItsSlices) {
   agent->SetMatch(BoardMatch());
   ASSERT_TRUE(agent->SearchAndOpen());
   ASSERT_EQ(tls.BindVars(*agent), 0);
-  EXPECT_EQ(tls.GetID(), 0);
+  EXPECT_FALSE(tls.ReadInputRptB());
   // A slice may take longer on a busy machine, never shorter: 3,000 ms hold at most 150. A wait that does not sleep has
   // thousands of turns.
   EXPECT_LE(turns, 151);
@@ -265,7 +268,9 @@ TEST_F(Transfer, ACommandInsideAWaitIsRefusedAndSendsNothing) {
     if (!tls.Reset()) ++refused;
   };
   EXPECT_EQ(tls.GetID(), 0);
-  EXPECT_EQ(refused, 3);
+  // Three while it waits for the answer, and some while it asks on a busy machine.
+  EXPECT_GE(turns, 3);
+  EXPECT_EQ(refused, turns);
   EXPECT_EQ(mock.Writes(), 1);
 }
 

@@ -3,9 +3,14 @@
 
 #if defined(__linux__)
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <cstdio>
+#include <fstream>
 #elif defined(_WIN32)
 #include <windows.h>
 
@@ -54,6 +59,22 @@ class NodeFile final : public BoardClaim {
   int m_file;
 };
 
+/// Whether the system lists such a lock of that file. It is asked first because it opens nothing: while a board takes
+/// nothing from the program that has it, the kernel holds whoever opens one as well. The list may have the file under
+/// another number than this program, so it proves no absence.
+bool IsListed(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) return false;
+  std::array<char, 64> place{};
+  std::snprintf(place.data(), place.size(), " %02x:%02x:%ju ", major(status.st_dev), minor(status.st_dev),
+                static_cast<std::uintmax_t>(status.st_ino));
+  std::ifstream list("/proc/locks");
+  for (std::string line; std::getline(list, line);) {
+    if (line.find(" OFDLCK ") != line.npos && line.find(place.data()) != line.npos) return true;
+  }
+  return false;
+}
+
 #elif defined(_WIN32)
 
 /// A named object that is there for as long as somebody has it open.
@@ -83,6 +104,8 @@ std::wstring NameFor(const std::string& path) {
 
 BoardLock LockBoard(const std::string& path) {
   BoardLock result;
+  result.heldByAnother = IsListed(path);
+  if (result.heldByAnother) return result;
   auto file = std::make_unique<NodeFile>(path);
   if (file->IsOpen() && file->Lock()) {
     result.lock = std::move(file);
@@ -94,6 +117,7 @@ BoardLock LockBoard(const std::string& path) {
 }
 
 bool IsBoardLocked(const std::string& path) {
+  if (IsListed(path)) return true;
   const NodeFile file(path);
   return file.IsOpen() && file.IsLocked();
 }

@@ -30,7 +30,7 @@ struct BoardLock {
 /// nothing is written anywhere.
 [[nodiscard]] BoardLock LockBoard(const std::string& path);
 /// Whether somebody has claimed it, this program or another. Claims nothing, so that nobody is turned away by the
-/// question. False when it cannot be told.
+/// question, and on Linux opens nothing when the answer is yes. False when it cannot be told.
 [[nodiscard]] bool IsBoardLocked(const std::string& path);
 
 }  // namespace kestrin::platform::hid
