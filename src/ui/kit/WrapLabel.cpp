@@ -16,7 +16,8 @@ WrapLabel::WrapLabel(QWidget* parent) : QLabel(parent) {
 }
 
 QStaticText WrapLabel::Laid(int width) const {
-  QStaticText laid(text());
+  // What static text takes for the end of a line.
+  QStaticText laid(text().replace(QLatin1Char('\n'), QChar::LineSeparator));
   laid.setTextFormat(Qt::PlainText);
   QTextOption option;
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -7,7 +7,8 @@ class QStaticText;
 
 namespace kestrin::ui::kit {
 
-/// A label of plain text that is broken at blanks where there are any, else anywhere: a long path is never cut off.
+/// A label of plain text that is broken at ends of lines, and where it must at blanks if there are any, else anywhere:
+/// a long path is never cut off.
 class WrapLabel : public QLabel {
   Q_OBJECT
 
