@@ -9,6 +9,9 @@
 #include <cstdlib>
 #include <memory>
 
+#include "core/doctor/Diagnosis.h"
+#include "core/doctor/DoctorReport.h"
+#include "core/doctor/Interview.h"
 #include "core/motion/KeptParametersFolder.h"
 #include "core/update/FontsPlace.h"
 #include "core/update/UpdateServer.h"
@@ -20,10 +23,14 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
+#include "platform/doctor/SystemSurvey.h"
+#include "platform/doctor/UdevRule.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "platform/process/StandardStreams.h"
+#include "programs/ChosenFacts.h"
 #include "programs/CommandLineOptions.h"
+#include "ui/doctor/DoctorMeans.h"
 #include "ui/help/HelpKey.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/kit/CommandGate.h"
@@ -58,11 +65,14 @@ class Help {
  public:
   explicit Help(const std::filesystem::path& programFolder)
       : m_file(programFolder / platform::desktop::CompiledHelp::kFileName) {
-    QObject::connect(&m_key, &ui::help::HelpKey::topicRequested, &m_key, [this](ui::kit::HelpContext topic) {
-      if (m_source == nullptr) m_source = std::make_unique<platform::desktop::CompiledHelp>(m_file);
-      if (m_window == nullptr) m_window = std::make_unique<ui::help::HelpWindow>(*m_source);
-      m_window->ShowTopic(topic);
-    });
+    QObject::connect(&m_key, &ui::help::HelpKey::topicRequested, &m_key,
+                     [this](ui::kit::HelpContext topic) { Show(topic); });
+  }
+
+  void Show(ui::kit::HelpContext topic) {
+    if (m_source == nullptr) m_source = std::make_unique<platform::desktop::CompiledHelp>(m_file);
+    if (m_window == nullptr) m_window = std::make_unique<ui::help::HelpWindow>(*m_source);
+    m_window->ShowTopic(topic);
   }
 
  private:
@@ -71,6 +81,26 @@ class Help {
   std::unique_ptr<platform::desktop::CompiledHelp> m_source;
   std::unique_ptr<ui::help::HelpWindow> m_window;
 };
+
+/// The doctor over this computer and the chosen board. All must outlive it.
+ui::doctor::DoctorMeans MakeDoctor(core::doctor::LinkSurvey& survey, const platform::boards::BoardChoice& choice,
+                                   const core::device::THIDagent& agent, const core::base::Clock& clock) {
+  using core::doctor::Answers;
+  using core::doctor::Diagnosis;
+  using core::doctor::LinkFacts;
+  using platform::doctor::UdevRule;
+  return {
+      survey,
+      std::make_shared<UdevRule>(UdevRule::Asks::AtDesktop),
+      [&choice, &agent](LinkFacts& facts) { programs::NarrowToChoice(facts, choice, agent.AccessProblem()); },
+      core::doctor::Diagnose,
+      [&clock](core::device::TLS& board, const std::function<bool()>& goOn) {
+        return core::doctor::Interview(board, clock, goOn);
+      },
+      [](const LinkFacts& facts, const std::optional<Answers>& answers, const Diagnosis& diagnosis, bool withSerial) {
+        return core::doctor::DoctorReport(facts, answers, diagnosis, {"kestrin " KESTRIN_VERSION, withSerial});
+      }};
+}
 
 int Run(ui::window::Application& application, const programs::CommandLineOptions& options) {
   core::base::SystemClock clock;
@@ -95,12 +125,17 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   platform::net::CurlTransfer transfer(gate.Pump());
   ui::window::FontUpdate update(transfer, options.updateServer, fonts, disk, gate);
 
+  platform::doctor::SystemSurvey survey;
+  const ui::doctor::DoctorMeans doctor = MakeDoctor(survey, options.board, **board, clock);
+
   ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
-                           options.programFolder, data});
+                           options.programFolder, data, &doctor});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });
   QObject::connect(&window, &ui::window::Main::closed, &application, &QCoreApplication::quit, Qt::QueuedConnection);
+  QObject::connect(&window, &ui::window::Main::helpRequested, &window,
+                   [&help](ui::kit::HelpContext topic) { help.Show(topic); });
   QObject::connect(&ends, &platform::desktop::EndRequests::arrived, &window, [&] {
     // The end is certain before any question is closed: its answer must not begin anything.
     window.EndNow();

@@ -26,6 +26,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::FolderList, "explorer.html#folders"},
     {kit::HelpContext::FileList, "explorer.html#files"},
     {kit::HelpContext::View, "window.html#view"},
+    {kit::HelpContext::HelpMenu, "window.html#help"},
     {kit::HelpContext::Slots, "slots.html"},
     {kit::HelpContext::Boot, "slots.html#boot"},
     {kit::HelpContext::PwrOn, "slots.html#pwron"},
@@ -53,6 +54,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::ColorPicker, "led.html#picker"},
     {kit::HelpContext::LedSettings, "led.html#settings"},
     {kit::HelpContext::UpdateForm, "update.html#progress"},
+    {kit::HelpContext::Doctor, "doctor.html"},
 };
 
 }  // namespace

@@ -29,6 +29,7 @@ enum class HelpContext : int {
   FileList = 1023,
 
   View = 1025,
+  HelpMenu = 1026,
 
   Slots = 1030,
   /// The slots follow in the order of the slot kinds, see `HelpContextOfSlot`.
@@ -63,6 +64,8 @@ enum class HelpContext : int {
   LedSettings = 1095,
 
   UpdateForm = 1100,
+
+  Doctor = 1110,
 };
 
 /// The topic of a slot: kinds 1 boot, 2 power on, 3 power off, 4 motion, 5 impact, 6 lock-up, 7 idle; any other number

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "ui/doctor/DoctorFrame.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/EnterKey.h"
@@ -26,6 +27,7 @@
 #include "ui/sound/SoundPage.h"
 #include "ui/window/GateRunner.h"
 #include "ui/window/HelpLine.h"
+#include "ui/window/HelpMenu.h"
 #include "ui/window/LedPage.h"
 #include "ui/window/Pages.h"
 #include "ui/window/SetDrop.h"
@@ -55,6 +57,7 @@ Main::Main(const Surroundings& surroundings)
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings),
       m_download(m_configuration, m_session, m_around),
       m_setup(m_session, m_around),
+      m_doctor(m_session, m_around, m_pictures),
       m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}),
       m_focus(*this),
       m_place(*this, surroundings.settings),
@@ -66,6 +69,7 @@ Main::Main(const Surroundings& surroundings)
   MakeLedPage();
   LayOver();
   ConnectTools();
+  ConnectHelp();
   ConnectSet();
   ConnectPreview();
   ConnectNews();
@@ -95,6 +99,8 @@ void Main::MakeLayout() {
   m_tools->AddUndoAndRedo(*m_page->UndoAction(), *m_page->RedoAction());
   m_tools->SetLoadMenu(m_setFile.Menu());
   m_tools->SetViewMenu(*new kit::ViewMenu(m_around.settings, this));
+  m_helpMenu = new HelpMenu(this);
+  m_tools->SetHelpMenu(*m_helpMenu);
   auto* const column = new QVBoxLayout(all);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -117,7 +123,8 @@ void Main::MakeLedPage() {
 }
 
 void Main::LayOver() {
-  for (QWidget* const panel : {static_cast<QWidget*>(&m_setup.Frame()), static_cast<QWidget*>(&m_download.Frame())}) {
+  for (QWidget* const panel : {static_cast<QWidget*>(&m_setup.Frame()), static_cast<QWidget*>(&m_doctor.Frame()),
+                               static_cast<QWidget*>(&m_download.Frame())}) {
     auto* const overlay = new kit::Overlay(*panel, *this);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
@@ -133,6 +140,17 @@ void Main::ConnectTools() {
   connect(m_pages, &Pages::changed, this, &Main::UpdateButtons);
   connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
   connect(&m_download, &SetDownload::running, this, &Main::SetRunning);
+}
+
+void Main::ConnectHelp() {
+  connect(m_tools, &ToolRow::whyPressed, this, &Main::OpenDoctor);
+  connect(m_helpMenu, &HelpMenu::doctorRequested, this, &Main::OpenDoctor);
+  connect(m_helpMenu, &HelpMenu::helpRequested, this, [this] { emit helpRequested(kit::HelpContext::Overview); });
+}
+
+void Main::OpenDoctor() {
+  // It does not wait until nothing talks to the board: one that does not answer is what it is asked about.
+  if (Why().Doctor().isEmpty()) m_doctor.Open();
 }
 
 void Main::ConnectSet() {
@@ -231,6 +249,7 @@ void Main::ShowState(const core::device::SessionState& state) {
   // Its values are those of a sound board.
   if (state.HasLedDriver()) m_setup.Hide();
   m_ledPage->Follow(state);
+  m_doctor.Follow();
   UpdateButtons();
 }
 
@@ -319,6 +338,10 @@ void Main::SetCovered(bool covered) {
 void Main::UpdateButtons() {
   const WhyNot why = Why();
   for (const ToolRow::Tool tool : ToolRow::kTools) m_tools->ShowWhyNot(tool, why.Of(tool));
+  if (m_doctor.IsThere()) {
+    m_tools->OfferWhy(why.Doctor());
+    m_helpMenu->OfferDoctor(why.Doctor());
+  }
   m_tools->EnableUndoAndRedo(m_pages->Shown() == Pages::Page::Sounds);
 }
 
@@ -352,6 +375,7 @@ bool Main::AskToClose() {
 
 void Main::StopAll() {
   m_watch.Stop();
+  m_doctor.Stop();
   m_download.Cancel();
   m_session.Hurry();
   m_setFile.Locator().Stop();
@@ -369,6 +393,7 @@ void Main::Finish() {
 void Main::Unload() {
   if (std::exchange(m_unloaded, true)) return;
   m_watch.Stop();
+  m_doctor.Stop();
   m_preview.Stop();
   m_session.Exit();
   if (m_around.update != nullptr) m_around.update->Unload();

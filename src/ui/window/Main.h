@@ -12,9 +12,11 @@
 #include "core/sound/SoundSet.h"
 #include "core/sound/SoundSetListener.h"
 #include "ui/kit/FocusKeeper.h"
+#include "ui/kit/HelpContext.h"
 #include "ui/kit/Pictures.h"
 #include "ui/window/BoardWatch.h"
 #include "ui/window/Closing.h"
+#include "ui/window/LinkDoctor.h"
 #include "ui/window/Preview.h"
 #include "ui/window/SensorSetup.h"
 #include "ui/window/SetDownload.h"
@@ -30,6 +32,7 @@ class SoundPage;
 namespace kestrin::ui::window {
 
 class HelpLine;
+class HelpMenu;
 class LedPage;
 class Pages;
 struct WhyNot;
@@ -71,6 +74,8 @@ class Main : public QMainWindow,
  signals:
   /// The window was closed, the board let go: the program ends.
   void closed();
+  /// The person wants to read the help.
+  void helpRequested(kit::HelpContext topic);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -82,6 +87,7 @@ class Main : public QMainWindow,
   void MakeLedPage();
   void LayOver();
   void ConnectTools();
+  void ConnectHelp();
   void ConnectSet();
   void ConnectPreview();
   void ConnectNews();
@@ -102,6 +108,7 @@ class Main : public QMainWindow,
 
   void Press(ToolRow::Tool tool);
   void Update();
+  void OpenDoctor();
   void SetRunning(bool running);
   void SetCovered(bool covered);
   void UpdateButtons();
@@ -122,6 +129,7 @@ class Main : public QMainWindow,
   SetFile m_setFile;
   SetDownload m_download;
   SensorSetup m_setup;
+  LinkDoctor m_doctor;
   Preview m_preview;
 
   ToolRow* m_tools = nullptr;
@@ -129,6 +137,7 @@ class Main : public QMainWindow,
   sound::SoundPage* m_page = nullptr;
   LedPage* m_ledPage = nullptr;
   HelpLine* m_helpLine = nullptr;
+  HelpMenu* m_helpMenu = nullptr;
   QWidget* m_waitFrame = nullptr;
 
   kit::FocusKeeper m_focus;

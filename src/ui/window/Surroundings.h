@@ -20,6 +20,10 @@ namespace kestrin::core::sound {
 class SoundPlayer;
 }
 
+namespace kestrin::ui::doctor {
+struct DoctorMeans;
+}
+
 namespace kestrin::ui::kit {
 class CommandGate;
 class Dialogs;
@@ -49,6 +53,8 @@ struct Surroundings {
   std::filesystem::path programFolder;
   /// What the program keeps for this person; empty when there is no such place.
   std::filesystem::path dataFolder;
+  /// nullptr where nobody can look into connections.
+  const doctor::DoctorMeans* doctor = nullptr;
 };
 
 }  // namespace kestrin::ui::window

@@ -17,6 +17,7 @@
 #include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
+#include "ui/kit/LinkButton.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/ThemeColors.h"
@@ -90,9 +91,12 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   row->addSpacing(kit::kGrid);
   MakeButtons(*row);
   row->addLayout(MakeLabels(), 1);
-  row->addSpacing(kit::kGrid);
-  m_view = MakeViewButton();
+  m_view = MakeMenuButton("ViewBtn", tr("View"), tr("Choose the colors of the window"));
+  kit::SetHelpContext(*m_view, kit::HelpContext::View);
+  m_help = MakeMenuButton("HelpBtn", tr("Help"), tr("Read the help, or find out about the connection with the board"));
+  kit::SetHelpContext(*m_help, kit::HelpContext::HelpMenu);
   row->addWidget(m_view);
+  row->addWidget(m_help);
   ShowSession({});
 }
 
@@ -101,18 +105,27 @@ QVBoxLayout* ToolRow::MakeLabels() {
   m_set->setAlignment(Qt::AlignRight);
   m_online = kit::MakeLabel("OnlinePicture", kit::TextStyle::Plain, "", this);
   m_noBoard = kit::MakeLabel("NoBoardLabel", kit::TextStyle::Soft, tr("No board connected"), this);
+  m_why = new kit::LinkButton("WhyLink", tr("Why?"), this);
+  m_why->setAccessibleName(tr("Why is no board connected?"));
+  kit::SetHelp(*m_why, tr("Find out what keeps this program from your board"), kit::HelpContext::Doctor);
+  m_why->hide();
+  connect(m_why, &QPushButton::clicked, this, &ToolRow::whyPressed);
   m_serial = kit::MakeLabel("SerialLabel", kit::TextStyle::Plain, "", this);
   m_serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  m_serial->setWordWrap(true);
-  for (QLabel* const label : {m_noBoard, m_serial}) label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  for (QLabel* const label : {m_noBoard, m_serial}) {
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  }
   kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
   kit::SetHelpOfGround(*m_online, kit::HelpContext::OnlinePicture);
   for (QLabel* const label : {m_noBoard, m_serial}) kit::SetHelpContext(*label, kit::HelpContext::OnlinePicture);
 
   auto* const board = new QHBoxLayout;
-  board->setSpacing(kit::kGrid);
+  board->setSpacing(kit::kHalf);
   board->addWidget(m_noBoard, 1);
+  board->addWidget(m_why);
   board->addWidget(m_serial, 1);
+  board->addSpacing(kit::kHalf);
   board->addWidget(m_online);
   auto* const labels = new QVBoxLayout;
   labels->setSpacing(kit::kHalf);
@@ -123,12 +136,11 @@ QVBoxLayout* ToolRow::MakeLabels() {
   return labels;
 }
 
-QToolButton* ToolRow::MakeViewButton() {
+QToolButton* ToolRow::MakeMenuButton(const char* name, const QString& caption, const QString& purpose) {
   auto* const button = new QToolButton(this);
-  const QString purpose = tr("Choose the colors of the window");
-  button->setObjectName("ViewBtn");
-  button->setText(tr("View"));
-  button->setAccessibleName(tr("View"));
+  button->setObjectName(name);
+  button->setText(caption);
+  button->setAccessibleName(caption);
   button->setAccessibleDescription(purpose);
   button->setToolTip(purpose);
   button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -137,7 +149,7 @@ QToolButton* ToolRow::MakeViewButton() {
   button->setPopupMode(QToolButton::InstantPopup);
   button->setFocusPolicy(Qt::TabFocus);
   button->installEventFilter(this);
-  kit::SetHelp(*button, purpose, kit::HelpContext::View);
+  kit::SetHelp(*button, purpose);
   return button;
 }
 
@@ -188,6 +200,7 @@ void ToolRow::ShowPictures() {
     button.setIcon(icon);
   }
   m_view->setIcon(m_pictures.Icon("view.bmp"));
+  m_help->setIcon(m_pictures.Icon("help.bmp"));
   for (const auto& [action, picture] : m_edits) {
     QIcon icon = m_pictures.Icon(picture);
     AddDisabledPicture(icon, picture);
@@ -246,9 +259,19 @@ void ToolRow::SetLoadMenu(QMenu& menu) {
   ForgetPointerAfter(menu, button);
 }
 
-void ToolRow::SetViewMenu(QMenu& menu) {
-  m_view->setMenu(&menu);
-  ForgetPointerAfter(menu, *m_view);
+void ToolRow::SetViewMenu(QMenu& menu) { SetMenu(*m_view, menu); }
+
+void ToolRow::SetHelpMenu(QMenu& menu) { SetMenu(*m_help, menu); }
+
+void ToolRow::SetMenu(QToolButton& button, QMenu& menu) {
+  button.setMenu(&menu);
+  ForgetPointerAfter(menu, button);
+}
+
+void ToolRow::OfferWhy(const QString& whyNot) {
+  m_why->setVisible(!m_isOnline);
+  m_why->setEnabled(whyNot.isEmpty());
+  m_why->setToolTip(whyNot);
 }
 
 void ToolRow::ForgetPointerAfter(QMenu& menu, QToolButton& button) {
@@ -272,6 +295,7 @@ void ToolRow::ShowLogo() {
 
 void ToolRow::ShowSession(const core::device::SessionState& session) {
   const bool online = session.IsOnline();
+  m_isOnline = online;
   const QString file = online ? "LS_on.bmp" : "LS_off.bmp";
   m_online->setPixmap(m_pictures.Pixmap(file, {kOnlineSide, kOnlineSide}, devicePixelRatioF()));
   m_online->setProperty("picture", file);
@@ -303,7 +327,7 @@ void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
 
 void ToolRow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && m_view != nullptr) ShowPictures();
+  if (event->type() == QEvent::PaletteChange && m_help != nullptr) ShowPictures();
 }
 
 bool ToolRow::eventFilter(QObject* watched, QEvent* event) {

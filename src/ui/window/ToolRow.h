@@ -18,8 +18,9 @@ namespace kestrin::core::device {
 struct SessionState;
 }
 namespace kestrin::ui::kit {
+class LinkButton;
 class Pictures;
-}
+}  // namespace kestrin::ui::kit
 
 namespace kestrin::ui::window {
 
@@ -46,6 +47,11 @@ class ToolRow : public QWidget {
 
   /// What opens below `ViewBtn`.
   void SetViewMenu(QMenu& menu);
+  /// What opens below `HelpBtn`.
+  void SetHelpMenu(QMenu& menu);
+  /// Offers `WhyLink` beside "No board connected", as long as that stands there. It cannot be used for this reason; ""
+  /// when it can.
+  void OfferWhy(const QString& whyNot);
 
   void ShowLogo();
   /// The board that is online, or that there is none and why.
@@ -55,6 +61,8 @@ class ToolRow : public QWidget {
 
  signals:
   void pressed(window::ToolRow::Tool tool);
+  /// `WhyLink`: the person wants to know why there is no board.
+  void whyPressed();
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -62,9 +70,11 @@ class ToolRow : public QWidget {
 
  private:
   void MakeButtons(QHBoxLayout& layout);
-  [[nodiscard]] QToolButton* MakeViewButton();
+  /// A button that a menu opens below.
+  [[nodiscard]] QToolButton* MakeMenuButton(const char* name, const QString& caption, const QString& purpose);
   [[nodiscard]] QVBoxLayout* MakeLabels();
   void ShowPictures();
+  void SetMenu(QToolButton& button, QMenu& menu);
   /// Puts out the light of the button when its menu closes, unless the pointer is on it.
   void ForgetPointerAfter(QMenu& menu, QToolButton& button);
   /// The picture in grey, for the disabled state.
@@ -77,10 +87,14 @@ class ToolRow : public QWidget {
   std::vector<std::pair<QAction*, QString>> m_edits;
   QWidget* m_edit = nullptr;
   QToolButton* m_view = nullptr;
+  QToolButton* m_help = nullptr;
   QLabel* m_logo = nullptr;
   QLabel* m_online = nullptr;
   /// In place of the serial number while there is no board.
   QLabel* m_noBoard = nullptr;
+  /// Beside that one.
+  kit::LinkButton* m_why = nullptr;
+  bool m_isOnline = false;
   QLabel* m_serial = nullptr;
   QLabel* m_set = nullptr;
 };

@@ -24,6 +24,8 @@ QString WhyNot::Of(ToolRow::Tool tool) const {
   return {};
 }
 
+QString WhyNot::Doctor() const { return isRunning ? tr("Please wait until this is done.") : QString(); }
+
 QString WhyNot::Set() const {
   if (isRunning) return tr("Please wait until this is done.");
   return isSetSeen ? QString() : tr("The sound set is on the page \"%1\".").arg(Pages::NameOf(Pages::Page::Sounds));

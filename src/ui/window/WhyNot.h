@@ -25,6 +25,8 @@ struct WhyNot {
   bool hasUpdate = true;
 
   [[nodiscard]] QString Of(ToolRow::Tool tool) const;
+  /// Of the connection doctor.
+  [[nodiscard]] QString Doctor() const;
 
  private:
   /// What opens and saves the set.

@@ -40,7 +40,7 @@ struct ControlTopic {
   kit::HelpContext topic;
 };
 
-constexpr std::array<ControlTopic, 53> kTopics{{
+constexpr std::array<ControlTopic, 57> kTopics{{
     {"Main", kit::HelpContext::Main},
     {"LoadBtn", kit::HelpContext::Open},
     {"SaveBtn", kit::HelpContext::Save},
@@ -50,6 +50,10 @@ constexpr std::array<ControlTopic, 53> kTopics{{
     {"UpdateBtn", kit::HelpContext::Update},
     {"SendBtn", kit::HelpContext::Download},
     {"ViewBtn", kit::HelpContext::View},
+    {"HelpBtn", kit::HelpContext::HelpMenu},
+    {"WhyLink", kit::HelpContext::Doctor},
+    {"DoctorFrame", kit::HelpContext::Doctor},
+    {"CopyReportBtn", kit::HelpContext::Doctor},
     {"OnlinePicture", kit::HelpContext::OnlinePicture},
     {"SerialLabel", kit::HelpContext::OnlinePicture},
     {"SetLabel", kit::HelpContext::UnsavedSet},

@@ -70,6 +70,9 @@ class LongText : public support::MainFixture {
                                widget->property("text").toString().toStdString() + "\"";
       EXPECT_GE(widget->width(), room.width()) << name;
       EXPECT_GE(widget->height(), room.height()) << name;
+      // What scrolls may be further down.
+      const auto* const shelf = window->findChild<QWidget*>("DoctorShelf");
+      if (shelf->isAncestorOf(widget)) continue;
       const QRect place(widget->mapTo(window.get(), QPoint(0, 0)), widget->size());
       EXPECT_TRUE(window->rect().contains(place)) << name << " lies outside the window";
     }
@@ -81,6 +84,17 @@ class LongText : public support::MainFixture {
     Start(board);
     window->OpenSet(CompleteSet());
     Find<QListView>("MtFileList").setFocus();
+  }
+
+  /// A board that may not be opened, and the rule that permits it.
+  void OpenDoctor() {
+    doctor.diagnosis = support::NotPermitted();
+    doctor.survey.rulePath = support::FakeRule::kPath;
+    StartOffline();
+    Find<QAction>("ConnectionAction").trigger();
+    ASSERT_TRUE(support::Until([this] { return Shown("NextBtn"); }));
+    // What is found later would be as short as it was.
+    Find<QTimer>("DoctorTimer").stop();
   }
 
   void ExpectNothingIsCutAfterSending(const char* state) {
@@ -128,6 +142,17 @@ TEST_F(LongText, FitsIntoThePanelOfTheAccelerometer) {
   Start("id=65535");
   Button("ConfigBtn").click();
   ExpectNothingIsCut("setup");
+}
+
+TEST_F(LongText, FitsIntoTheConnectionDoctor) {
+  OpenDoctor();
+  ExpectNothingIsCut("doctor");
+}
+
+TEST_F(LongText, FitsIntoTheQuestionOfTheConnectionDoctor) {
+  OpenDoctor();
+  Find<QPushButton>("NextBtn").click();
+  ExpectNothingIsCut("consent");
 }
 
 TEST_F(LongText, FitsAtTheEndOfADownload) {

@@ -27,6 +27,7 @@
 #include "support/RecordingDisk.h"
 #include "support/SoundSet.h"
 #include "support/TestFiles.h"
+#include "ui/doctor/FakeDoctor.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/FakeDialogs.h"
 #include "ui/window/FakeSurroundings.h"
@@ -82,7 +83,7 @@ class MainFixture : public testing::Test {
     if (!plugged) agent->Unplug();
     window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*agent, gate, Clock(), disk, dialogs, player,
                                                                          *surroundingFolders, kept, sleep, updateDialog,
-                                                                         settings, program, data});
+                                                                         settings, program, data, &doctor.means});
   }
 
   /// Makes it and starts it up with that board online.
@@ -169,6 +170,7 @@ class MainFixture : public testing::Test {
   support::MemoryKeptParameters kept;
   FakeSleepBlocker sleep;
   FakeUpdateDialog update;
+  FakeDoctor doctor;
   ui::kit::UpdateDialog* updateDialog = &update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;

@@ -104,6 +104,35 @@ TEST_F(Translation, ReachesWhatTheCoreSays) {
   ExpectTranslated((WhyNot{refused, false, true, true, true}).Of(ToolRow::Tool::Send), "no access");
 }
 
+TEST_F(Translation, ReachesTheConnectionDoctor) {
+  doctor.diagnosis = NotPermitted();
+  doctor.diagnosis.remarks = {"Something else."};
+  doctor.survey.rulePath = FakeRule::kPath;
+  StartOffline();
+  for (const QAction* const action : Button("HelpBtn").menu()->actions()) {
+    ExpectTranslated(action->text(), "help menu");
+    ExpectTranslated(action->toolTip(), "help menu");
+  }
+  ExpectTranslated(Button("HelpBtn").text(), "help button");
+  ExpectTranslated(Find<QPushButton>("WhyLink").text(), "why");
+  ExpectTranslated(Find<QPushButton>("WhyLink").accessibleName(), "why");
+  Find<QAction>("ConnectionAction").trigger();
+  ASSERT_TRUE(Until([this] { return Shown("NextBtn"); }));
+  const auto& frame = Find<QWidget>("DoctorFrame");
+  const auto expectAll = [&frame] {
+    for (const QLabel* const label : frame.findChildren<QLabel*>())
+      if (label->isVisible() && label->objectName() != "NextMore")
+        ExpectTranslated(label->text(), label->objectName().toLatin1().constData());
+    for (const QAbstractButton* const button : frame.findChildren<QAbstractButton*>())
+      if (button->isVisible()) ExpectTranslated(button->text(), button->objectName().toLatin1().constData());
+  };
+  expectAll();
+  Find<QPushButton>("NextBtn").click();
+  expectAll();
+  Find<QPushButton>("RemoveRuleLink").click();
+  expectAll();
+}
+
 TEST_F(Translation, ReachesTheDriveOfTheFonts) {
   const ui::window::FoldersWithFonts all(folders, folder / "fonts");
   ExpectTranslated(QString::fromStdString(all.Drives().back().label), "drive");
