@@ -21,6 +21,7 @@
 
 #include "core/sound/FlashBlock.h"
 #include "core/sound/LSU_SoundFile.h"
+#include "demo/pictures/DoctorScenes.h"
 #include "demo/pictures/Stage.h"
 #include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
@@ -299,6 +300,13 @@ constexpr Scene kScenes[] = {
     {"question", kBoard, TakeQuestion},
     {"error", kBoard, TakeError},
     {"unsaved", kBoard, TakeUnsaved},
+    {"doctor-no-board", "none", TakeDoctorNoBoard},
+    {"doctor", "none", TakeDoctorNotPermitted},
+    {"doctor-consent", "none", TakeDoctorConsent},
+    {"doctor-in-use", "none", TakeDoctorInUse},
+    {"doctor-hung", kBoard, TakeDoctorHung},
+    {"doctor-healthy", kBoard, TakeDoctorHealthy},
+    {"doctor-remarks", kBoard, TakeDoctorRemarks},
     {"updating", "none", [](const Place&, const std::string&) { return TakeUpdating(); }},
     {"updated", "none", [](const Place&, const std::string&) { return TakeUpdated(); }},
     {"update-failed", "none", [](const Place&, const std::string&) { return TakeUpdateFailed(); }},

@@ -20,7 +20,8 @@ constexpr const char* kNoBoard = "none";
 
 }  // namespace
 
-Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board)
+Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board,
+             const ui::doctor::DoctorMeans* doctor)
     : m_sounds(sounds),
       m_folders(sounds),
       m_kept(ui::kit::PathOf(m_folder.path()), m_disk),
@@ -32,7 +33,7 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (none) m_agent->Unplug();
   m_window = std::make_unique<ui::window::Main>(
       ui::window::Surroundings{*m_agent, m_gate, m_clock, m_disk, m_dialogs, m_player, m_folders, m_kept, m_sleep,
-                               &m_update, m_settings, program, ui::kit::PathOf(m_folder.path())});
+                               &m_update, m_settings, program, ui::kit::PathOf(m_folder.path()), doctor});
 }
 
 Stage::~Stage() = default;

@@ -13,6 +13,7 @@
 #include "demo/pictures/Props.h"
 #include "platform/files/SystemDisk.h"
 #include "simulator/SimulatedAgent.h"
+#include "ui/doctor/DoctorMeans.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/window/Main.h"
 
@@ -23,7 +24,9 @@ class Stage {
  public:
   /// `program` holds the program's pictures, `sounds` the demo set; the board is described as behind "sim:", "none" for
   /// no board.
-  Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board);
+  /// The window has a doctor where one is given, which must outlive the stage.
+  Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board,
+        const ui::doctor::DoctorMeans* doctor = nullptr);
   ~Stage();
 
   /// Shows the window in that size, with the demo set in it if wanted, and the demo's folder open.
