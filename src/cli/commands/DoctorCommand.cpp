@@ -141,9 +141,12 @@ class DoctorCommand final : public Command {
     if (!changed) throw CommandFailure(ExitCode::Failed, changed.Text());
     Report report;
     report.document = {{"installed", m_installRule}, {"path", rule->Path()}};
-    report.text = m_installRule ? rule->Path() + " permits the people at this computer to open boards from now on.\n" +
-                                      "See with \"kestrinctl doctor\" whether yours is found.\n"
-                                : rule->Path() + " is not there any more.\n";
+    report.text =
+        m_installRule
+            ? rule->Path() + " permits the people at this computer to open boards from now on.\n" +
+                  "See with \"kestrinctl doctor\" whether yours is found.\n"
+            : rule->Path() +
+                  " is not there any more.\nA board that is plugged in may be opened until it is plugged in again.\n";
     return report;
   }
 

@@ -22,7 +22,8 @@ class PermissionRule {
   /// again. Asks the person for the administrator's password by the system's own means and waits for it. Cancelled when
   /// the person does not give it. Nothing is half-written.
   virtual base::Result<> Install() = 0;
-  /// Takes it away again, in the same way. One that is not there is no failure.
+  /// Takes it away again, in the same way. A board that has been permitted may be opened until it is plugged in again.
+  /// A rule that is not there is no failure.
   virtual base::Result<> Remove() = 0;
 };
 

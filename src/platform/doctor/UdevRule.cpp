@@ -34,13 +34,18 @@ trap 'exit 40' HUP INT TERM
 mkdir -p "${1%/*}" && printf '%s' "$2" >"$beside" && chmod 644 "$beside" && { sync "$beside" || :; } &&
   mv -fT "$beside" "$1" || exit 40
 )";
-constexpr const char* kRemove = "rm -f \"$1\" || exit 40\n";
+/// Nothing takes back what a board has been given before it is plugged in again.
+constexpr const char* kRemove = R"(rm -f "$1" || exit 40
+udevadm control --reload || exit 41
+)";
 /// Rules are applied to what is plugged in as if it came anew, which also tells the programs that wait for a board.
 constexpr const char* kTell =
     R"(udevadm control --reload && udevadm trigger --action=add --subsystem-match=hidraw || exit 41
 udevadm settle --timeout=10 || :
 )";
-constexpr const char* kToldByHand = "udevadm control --reload && udevadm trigger --action=add --subsystem-match=hidraw";
+/// The same to type.
+constexpr const char* kReadByHand = "udevadm control --reload";
+constexpr const char* kAppliedByHand = " && udevadm trigger --action=add --subsystem-match=hidraw";
 
 /// The ends of pkexec when the person was not recognised as the administrator, and of sudo when they were not.
 constexpr int kDismissed = 126;
@@ -88,26 +93,26 @@ std::string UdevRule::Path() const {
 std::string UdevRule::Content() const { return std::string(RuleText()); }
 
 Result<> UdevRule::Install() {
-  return Change(kWrite, Content(),
+  return Change(std::string(kWrite) + kTell, Content(),
                 "Write the rule, \"70-kestrin.rules\" beside the program's sources, to " + Path() +
-                    " as the administrator, then type: ");
+                    " as the administrator, then type: " + kReadByHand + kAppliedByHand);
 }
 
 Result<> UdevRule::Remove() {
   std::error_code error;
   if (fs::symlink_status(core::base::PathOf(Path()), error).type() == fs::file_type::not_found) return {};
-  return Change(kRemove, "", "As the administrator, type: rm " + Path() + " && ");
+  return Change(kRemove, "", "As the administrator, type: rm " + Path() + " && " + kReadByHand);
 }
 
 Result<> UdevRule::Change(const std::string& script, const std::string& content, const std::string& todo) const {
   const bool isAtTerminal = m_asks == Asks::AtTerminal;
-  std::vector<std::string> command{"/bin/sh", "-c", script + kTell, "kestrin-rule", Path(), content};
+  std::vector<std::string> command{"/bin/sh", "-c", script, "kestrin-rule", Path(), content};
   bool isSudo = false;
   if (!m_surroundings.isAdministrator.value_or(::geteuid() == 0)) {
     const std::optional<Helper> helper = FindHelper(isAtTerminal);
     if (!helper)
       return Failure{FailureKind::Failed, std::string("This computer has no ") + (isAtTerminal ? "sudo and no " : "") +
-                                              "pkexec to ask for the administrator's password. " + todo + kToldByHand};
+                                              "pkexec to ask for the administrator's password. " + todo};
     isSudo = helper->isSudo;
     command.insert(command.begin(), core::base::TextOf(helper->program));
     if (isSudo) command.insert(command.begin() + 1, "--");

@@ -292,16 +292,14 @@ TEST_F(UdevRuleTest, WhatAHelperLeavesBehindIsNotWaitedFor) {
 
 // --- Taking it away ---
 
-TEST_F(UdevRuleTest, IsRemovedInTheSameWay) {
+TEST_F(UdevRuleTest, IsRemovedAndTheSystemToldSo) {
   LetIn();
   fs::create_directories(File().parent_path());
   support::WriteBytes(File(), rule);
   EXPECT_EQ(Rule().Remove().Text(), "");
   EXPECT_THAT(Names(), IsEmpty());
   const std::vector<std::string> calls = Calls();
-  ASSERT_EQ(calls.size(), 4U);
-  EXPECT_THAT(calls[0], StartsWith("sudo -- /bin/sh -c "));
-  EXPECT_THAT(std::vector<std::string>(calls.begin() + 1, calls.end()), ElementsAre(kReload, kTrigger, kSettle));
+  EXPECT_THAT(calls, ElementsAre(StartsWith("sudo -- /bin/sh -c "), kReload));
 }
 
 TEST_F(UdevRuleTest, OneThatIsNotThereIsRemovedWithoutAsking) {
