@@ -37,6 +37,10 @@ bool HasOpen(const fs::path& process, const struct stat& node) {
   return false;
 }
 
+/// The process that writes to boards for a program of this project. It ends with its program, so nobody is asked to
+/// close it.
+constexpr std::string_view kWriter = "kestrin-writer";
+
 /// A program may call itself anything.
 std::string NameOf(const fs::path& process) {
   constexpr std::size_t kLongest = 40;
@@ -60,7 +64,8 @@ NodeUsers FindNodeUsers(const fs::path& node, const fs::path& root) {
     constexpr std::size_t kLongestId = 9;
     const bool isProcess = id.find_first_not_of("0123456789") == id.npos && id.size() <= kLongestId;
     if (!isProcess || id == self || !HasOpen(entry->path(), *wanted)) continue;
-    others.emplace(std::stoi(id), NameOf(entry->path()) + " (" + id + ")");
+    const std::string name = NameOf(entry->path());
+    if (name != kWriter) others.emplace(std::stoi(id), name + " (" + id + ")");
   }
   for (const auto& [id, name] : others) users.others += (users.others.empty() ? "" : ", ") + name;
   return users;

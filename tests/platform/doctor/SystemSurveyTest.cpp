@@ -251,6 +251,12 @@ TEST_F(SystemSurveyTest, NamesTheProgramsThatHaveIt) {
   EXPECT_EQ(Look().nodes[0].user, "spy (815), kestrin (4711)");
 }
 
+TEST_F(SystemSurveyTest, NamesNoWriterWhichEndsWithItsProgram) {
+  AddUser("4711", "kestrin", Node());
+  AddUser("4713", "kestrin-writer", Node());
+  EXPECT_EQ(Look().nodes[0].user, "kestrin (4711)");
+}
+
 TEST_F(SystemSurveyTest, KnowsThisProgramAndDoesNotOpenWhatItHas) {
   AddUser("100", "", Node());
   failures["/dev/hidraw3"] = {FailureKind::InUse, ""};
