@@ -249,6 +249,9 @@ void Main::ShowState(const core::device::SessionState& state) {
   // Its values are those of a sound board.
   if (state.HasLedDriver()) m_setup.Hide();
   m_ledPage->Follow(state);
+  if (m_accessProblem != state.accessProblem && !state.accessProblem.empty())
+    m_helpLine->ShowNews(tr("A board is there, but this program cannot use it yet. \"Why?\" tells what to do."));
+  m_accessProblem = state.accessProblem;
   m_doctor.Follow();
   UpdateButtons();
 }

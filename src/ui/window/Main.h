@@ -143,6 +143,8 @@ class Main : public QMainWindow,
   kit::FocusKeeper m_focus;
   WindowPlace m_place;
   Closing m_closing;
+  /// That the person was told of last.
+  std::string m_accessProblem;
   bool m_running = false;
   bool m_unloaded = false;
 };

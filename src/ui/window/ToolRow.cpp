@@ -305,6 +305,7 @@ void ToolRow::ShowSession(const core::device::SessionState& session) {
 
   const QString problem = kit::Translated(session.accessProblem);
   m_noBoard->setVisible(!online);
+  m_noBoard->setText(problem.isEmpty() ? tr("No board connected") : tr("Board found, not usable yet"));
   m_noBoard->setToolTip(problem);
   m_noBoard->setAccessibleDescription(problem);
 

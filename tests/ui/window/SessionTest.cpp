@@ -133,9 +133,14 @@ TEST_F(Session, SaysWhyABoardThatIsThereCannotBeUsedAndForgetsItWhenItCan) {
   EXPECT_EQ(label.accessibleDescription(), inUse);
   for (const char* const name : {"ConfigBtn", "SendBtn", "UpdateBtn"}) EXPECT_EQ(Button(name).toolTip(), inUse) << name;
 
+  EXPECT_EQ(label.text(), "Board found, not usable yet");
+  const QString news = "A board is there, but this program cannot use it yet. \"Why?\" tells what to do.";
+  EXPECT_EQ(LabelText("HelpLabel"), news);
+
   locked.accessProblem.clear();
   Tick("GoOnlineTimer");
   EXPECT_EQ(label.toolTip(), "");
+  EXPECT_EQ(label.text(), "No board connected");
   EXPECT_EQ(Button("SendBtn").toolTip(), "No sound board is connected.");
   locked.accessProblem = inUse;
   Tick("GoOnlineTimer");
