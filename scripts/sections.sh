@@ -4,6 +4,7 @@
 
 passed=0
 failed=0
+left_out=0
 summary=()
 
 # Checks report with these two; a failure is followed by what was wrong.
@@ -11,6 +12,12 @@ pass() { passed=$((passed + 1)); }
 fail() {
   failed=$((failed + 1))
   echo "FAILED: $*"
+}
+
+# What cannot be checked here, and why.
+leave_out() {  # WHAT, WHY
+  left_out=$((left_out + 1))
+  echo "left out: $*"
 }
 
 section() {  # TITLE COMMAND...
@@ -24,14 +31,20 @@ section() {  # TITLE COMMAND...
     fail "nothing was checked"
     bad=1
   fi
-  printf -- '---- %s: %d passed, %d failed, %d s\n' "$title" "$ok" "$bad" "$seconds"
-  summary+=("$(printf '%-60s %5d passed %4d failed %5d s' "$title" "$ok" "$bad" "$seconds")")
+  report_section "$title" "$ok" "$bad" "$seconds"
+}
+
+report_section() {  # TITLE PASSED FAILED SECONDS
+  printf -- '---- %s: %d passed, %d failed, %d s\n' "$@"
+  summary+=("$(printf '%-60s %5d passed %4d failed %5d s' "$@")")
 }
 
 finish() {
   printf '\n==== Summary (%d s)\n' "$SECONDS"
   if [ ${#summary[@]} -gt 0 ]; then printf '%s\n' "${summary[@]}"; fi
-  printf '\n%d passed, %d failed\n' "$passed" "$failed"
+  printf '\n%d passed, %d failed' "$passed" "$failed"
+  if [ "$left_out" -gt 0 ]; then printf ', %d left out' "$left_out"; fi
+  printf '\n'
   [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
   exit
 }
