@@ -158,7 +158,7 @@ plug() {  # NAME
   local before
   before="$(log_count "$1" PLUGGED)"
   tell "$1" USR2
-  await "the board $1 to be plugged in" log_counts "$1" " PLUGGED" $((before + 1))
+  await "the board $1 to be plugged in" log_counts "$1" PLUGGED $((before + 1))
   await_usable "$1"
 }
 unplug() {  # NAME
