@@ -77,7 +77,7 @@ bool SetDelay(BoardPlan& plan, std::string_view value) {
 bool SetMoments(BoardPlan& plan, std::string_view value) {
   for (const std::string_view part : core::base::Split(value, ",")) {
     const auto number = WholeNumber(part);
-    if (number.value_or(0) == 0) return false;
+    if (!number) return false;
     plan.unplugAt.push_back(*number);
   }
   return true;

@@ -117,6 +117,7 @@ is_usable() {  # NAME
   local node
   node="$(node_of "$1")" && [ -c "$node" ] || return 1
   udevd_runs || return 0
+  # This is also what udevd writes for a node that no rule of its speaks of.
   [ -e "/run/udev/data/c$(printf '%d:%d' "0x$(stat -c %t "$node")" "0x$(stat -c %T "$node")")" ] && udevadm settle
 }
 is_gone() {  # NAME
@@ -203,9 +204,24 @@ start_udevd() {
 
 # The same set in the simulator inside the process: what a board's flash is to be.
 simulate_download() {  # FOLDER [further keys of the simulated board]
-  kestrinctl --json --board "sim:id=4133,dir=$1${2:+,$2}" download "$demo" >/tmp/simulated 2>&1 ||
+  kestrinctl --json --board "sim:dir=$1${2:+,$2}" download "$demo" >/tmp/simulated 2>&1 ||
     verdict 1 "the download into the simulator"
 }
+
+# Which commands a suite has used: their words, a line each, in /tmp/used.
+kestrinctl() {
+  echo "$*" >>/tmp/used
+  command kestrinctl "$@"
+}
+
+# Starts it beside the suite; its number is in $program, what it says in /tmp/started.
+start() {
+  echo "$*" >>/tmp/used
+  /rig/programs/kestrinctl "$@" >/tmp/started 2>&1 &
+  program=$!
+}
+# What a program that was started ended with.
+ended_with() { wait "$program"; test $? -eq "$1"; }
 
 # --- At the end of every suite ---
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Boards on USB at full speed, as they are: with and without an OUT endpoint, with and without report ids. Without that
 # endpoint reports go over the control pipe, and it is the kernel that decides so.
-# takes: 60 s
+# takes: 55 s
 # shellcheck shell=dash
 . /rig/usb_board.sh
 load_usb 0
