@@ -86,8 +86,8 @@ bool UhidDevice::Obey(int signal) {
       Unplug();
       return true;
     case SIGUSR2:
-      m_flaps = false;
       Plug();
+      if (std::exchange(m_flaps, false)) Log("STAYS");
       return true;
     case SIGHUP:
       m_board.LetGo();

@@ -17,8 +17,8 @@ namespace kestrin::rig {
 /// Serves a board through /dev/uhid: the kernel's HID layer takes it for a device on USB, without any USB.
 ///
 /// Signals: SIGUSR1 pulls it out, SIGUSR2 plugs it in, SIGHUP lets the answer go that is held back, SIGTERM ends it.
-/// The log says PLUGGED, UNPLUGGED, and OPENED and CLOSED when the first program opens the node and the last one closes
-/// it.
+/// The log says PLUGGED, UNPLUGGED, STAYS when a board that flaps no longer does, and OPENED and CLOSED when the first
+/// program opens the node and the last one closes it.
 class UhidDevice {
  public:
   explicit UhidDevice(ServedBoard board);

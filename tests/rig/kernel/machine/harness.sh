@@ -111,17 +111,22 @@ log_counts() { [ "$(log_count "$1" "$2")" -ge "$3" ]; }   # NAME WORD NUMBER
 log_time() { grep " $2" "/tmp/$1.log" | tail -n 1 | cut -d ' ' -f 1; }  # NAME WORD -> of the last such line
 await_log() { await "\"$2\" in the log of $1" log_says "$1" "$2"; }     # NAME WORD
 
-udevd_runs() { [ -S /run/udev/control ]; }
-# Whether programs find it, and with the permissions that it is to have: udevd has dealt with it where there is one.
+udevd_runs() { pidof systemd-udevd >/dev/null; }
+# Whether udevd has dealt with all that came and went: then it has a file for every node, and no other.
+udevd_is_done() {
+  local major
+  udevd_runs || return 0
+  major="$(awk '$2 == "hidraw" { print $1 }' /proc/devices)"
+  # shellcheck disable=SC2012
+  [ "$(ls /run/udev/data | grep -c "^c$major:")" -eq "$(ls /sys/class/hidraw | wc -l)" ] && udevadm settle
+}
+# Whether programs find it, and with the permissions that it is to have.
 is_usable() {  # NAME
   local node
-  node="$(node_of "$1")" && [ -c "$node" ] || return 1
-  udevd_runs || return 0
-  # This is also what udevd writes for a node that no rule of its speaks of.
-  [ -e "/run/udev/data/c$(printf '%d:%d' "0x$(stat -c %t "$node")" "0x$(stat -c %T "$node")")" ] && udevadm settle
+  node="$(node_of "$1")" && [ -c "$node" ] && udevd_is_done
 }
 is_gone() {  # NAME
-  ! node_of "$1" && ! grep -q " $1\$" /sys/bus/usb/devices/*/product 2>/dev/null
+  ! node_of "$1" && ! grep -q " $1\$" /sys/bus/usb/devices/*/product 2>/dev/null && udevd_is_done
 }
 await_usable() { await "the node of $1" is_usable "$1"; }
 await_gone() { await "the end of the node of $1" is_gone "$1"; }
@@ -169,6 +174,11 @@ unplug() {  # NAME
   await "the board $1 to be pulled out" log_counts "$1" UNPLUGGED $((before + 1))
   await_gone "$1"
 }
+# Lets a board that flaps stay.
+plug_for_good() {  # NAME
+  tell "$1" USR2
+  await "the board $1 to stay" log_says "$1" STAYS && await_usable "$1"
+}
 # Takes boards away for good; the state that they keep in a folder stays.
 end() {  # NAME...
   local name process
@@ -197,7 +207,7 @@ as_user() {  # USER COMMAND...
 start_udevd() {
   mkdir -p /run/udev
   /usr/lib/systemd/systemd-udevd --daemon 2>/tmp/udevd.errors
-  await "udevd" udevd_runs
+  await "udevd" test -S /run/udev/control
   udevadm trigger
   udevadm settle
 }

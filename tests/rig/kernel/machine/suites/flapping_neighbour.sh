@@ -1,0 +1,24 @@
+# SPDX-License-Identifier: MIT
+# The same beside a mouse with a bad contact, which comes and goes at moments of its own; then that mouse alone: a board that
+# is plugged in well is not disturbed by it.
+# takes: 85 s
+# shellcheck shell=dash
+. /rig/flapping.sh
+load_uhid
+
+board mouse kind=mouse vid=046d pid=c077 flap=1
+board loose board=id=4133,serial=0A1B2C3D,dir=/tmp/loose flap=1 delay=1
+run_commands 150
+check "every command ended with 0, 1 or 3" ended_only_with "0|1|3"
+show_ends
+check "the board came and went all the time" test "$(log_count loose UNPLUGGED)" -ge 50
+check "what they said of it is no error of the system" not grep -iE "success|exception|basic_|what\(\)" /tmp/messages
+plug_for_good loose
+
+topic "The board's contact holds, the mouse's does not"
+run_commands 20
+check "every command ended with 0" ended_only_with 0
+show_ends
+check "the mouse was never opened" not log_says mouse OPENED
+plug_for_good mouse
+end loose mouse
