@@ -6,12 +6,9 @@
 #include <memory>
 #include <string>
 
-namespace kestrin::rig {
+#include "rig/ObjectDeleter.h"
 
-/// Takes care of a reference to a GObject.
-struct ObjectDeleter {
-  void operator()(gpointer object) const { g_object_unref(object); }
-};
+namespace kestrin::rig {
 
 /// A mocked /sys and /dev of this process. One at a time.
 class MockHost {

@@ -49,7 +49,6 @@ cp "$build/bin/kestrin_kernel_client" rig/client
 cp "$build/bin/kestrinctl" "$build/bin/KestrinLEDS.ldcfg" rig/programs/
 cp "$project/packaging/linux/70-kestrin.rules" rig/
 copy_libraries "$build/bin/kestrinctl"
-if [ -x "$build/bin/kestrin_kernel_person" ]; then cp "$build/bin/kestrin_kernel_person" rig/person; fi
 
 # The set names its sounds by where they were built; in the machine they are in /run, which programs that see another root
 # have as well.

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "rig/MockHost.h"
+#include "rig/ObjectDeleter.h"
 
 namespace kestrin::rig {
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # A board with a bad contact: it comes and goes many times a second while 150 commands run, one after another. Each of them
 # ends with 0, 1 or 3, as a command that found the board, lost it, or found none.
-# takes: 75 s
+# takes: 30 s
 # shellcheck shell=dash
 . /rig/flapping.sh
 load_uhid
