@@ -112,13 +112,17 @@ log_time() { grep " $2" "/tmp/$1.log" | tail -n 1 | cut -d ' ' -f 1; }  # NAME W
 await_log() { await "\"$2\" in the log of $1" log_says "$1" "$2"; }     # NAME WORD
 
 udevd_runs() { pidof systemd-udevd >/dev/null; }
+# How many of these there are; a pattern that fits nothing stays as it is.
+count() {  # FILE...
+  [ -e "$1" ] || set --
+  echo $#
+}
 # Whether udevd has dealt with all that came and went: then it has a file for every node, and no other.
 udevd_is_done() {
   local major
   udevd_runs || return 0
   major="$(awk '$2 == "hidraw" { print $1 }' /proc/devices)"
-  # shellcheck disable=SC2012
-  [ "$(ls /run/udev/data | grep -c "^c$major:")" -eq "$(ls /sys/class/hidraw | wc -l)" ] && udevadm settle
+  [ "$(count /run/udev/data/"c$major":*)" -eq "$(count /sys/class/hidraw/*)" ] && udevadm settle
 }
 # Whether programs find it, and with the permissions that it is to have.
 is_usable() {  # NAME
@@ -230,6 +234,8 @@ start() {
   /rig/programs/kestrinctl "$@" >/tmp/started 2>&1 &
   program=$!
 }
+# Whether a process has a file open whose path holds the text.
+has_open() { stat -c %N "/proc/$1/fd/"* | grep -q "$2"; }  # PROCESS TEXT
 # What a program that was started ended with.
 ended_with() { wait "$program"; test $? -eq "$1"; }
 

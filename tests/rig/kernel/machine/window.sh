@@ -53,11 +53,7 @@ window() {  # ORDER WORD...
   hear
 }
 
-window_process() { pidof kestrin; }
-has_board_open() {
-  local process
-  process="$(window_process)" && ls -l "/proc/$process/fd" | grep -q hidraw
-}
+window_has_a_board() { has_open "$(pidof kestrin)" hidraw; }
 # How quickly the window notices is seen from outside: it opens the board's node, and closes it.
 check_plug_is_noticed() {  # NAME
   local before took
@@ -70,7 +66,7 @@ check_plug_is_noticed() {  # NAME
 check_unplug_is_noticed() {  # NAME
   local took
   unplug "$1"
-  await "the window to close the board" not has_board_open
+  await "the window to close the board" not window_has_a_board
   took="$(seconds_since "$(log_time "$1" UNPLUGGED)")"
   check "pulling out is noticed within 1 s ($took s)" is_at_most "$took" 1
 }

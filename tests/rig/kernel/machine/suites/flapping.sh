@@ -3,6 +3,7 @@
 # ends with 0, 1 or 3, as a command that found the board, lost it, or found none.
 # takes: 30 s
 # shellcheck shell=dash
+# shellcheck source=/dev/null
 . /rig/flapping.sh
 load_uhid
 

@@ -3,6 +3,7 @@
 # is plugged in well is not disturbed by it.
 # takes: 30 s
 # shellcheck shell=dash
+# shellcheck source=/dev/null
 . /rig/flapping.sh
 load_uhid
 

@@ -10,7 +10,7 @@ load_usb 0
 
 is_stopped() { grep -q "^State:.T" "/proc/$(cat "/tmp/$1.pid")/status"; }  # NAME
 # Whether a program has the node open, and so is about to write, writes, or waits.
-is_held() { ls -l "/proc/$program/fd" | grep -q "$(node_of "$1")"; }  # NAME
+is_held() { has_open "$program" "$(node_of "$1")"; }  # NAME
 
 try_hung_board() {  # NAME
   step "$1: download that it hangs in" 1 "connection-lost" kestrinctl --json download "$demo"

@@ -10,7 +10,7 @@ load_usb 0
 end_in_the_middle() {  # NAME SIGNAL STATUS
   start --json download "$demo"
   await_log "$1" HOLDS
-  kill "-$2" $program
+  kill "-$2" "$program"
   check "$1: ended by $2" ended_with "$3"
   tell "$1" HUP
   step "$1: the next command" 0 '"serial": "0A1B2C3D"' kestrinctl --json info
@@ -43,9 +43,9 @@ for signal in KILL INT TERM; do
   board erasing $keys,erase=4
   start --json download "$demo"
   await_log erasing ERASES
-  kill -$signal $program
+  kill -$signal "$program"
   case $signal in KILL) wanted=137 ;; INT) wanted=130 ;; TERM) wanted=143 ;; esac
-  check "ended by $signal" ended_with $wanted
+  check "ended by $signal" ended_with "$wanted"
   step "info, while the board still erases" 0 '"serial": "0A1B2C3D"' kestrinctl --json info
   step "download" 0 '"outcome": "success"' kestrinctl --json download "$demo"
   check "the flash" cmp /tmp/board/flash.bin /tmp/simulator/flash.bin

@@ -3,6 +3,7 @@
 # endpoint reports go over the control pipe, and it is the kernel that decides so.
 # takes: 55 s
 # shellcheck shell=dash
+# shellcheck source=/dev/null
 . /rig/usb_board.sh
 load_usb 0
 

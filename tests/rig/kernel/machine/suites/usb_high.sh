@@ -2,6 +2,7 @@
 # A board on USB at high speed, where a report goes in two packets instead of 17; and report ids without an OUT endpoint.
 # takes: 40 s
 # shellcheck shell=dash
+# shellcheck source=/dev/null
 . /rig/usb_board.sh
 load_usb 1
 

@@ -4,6 +4,7 @@
 # takes: 30 s
 # needs: window
 # shellcheck shell=dash disable=SC2154  # demo, rule: of the harness
+# shellcheck source=/dev/null
 . /rig/window.sh
 load_uhid
 mount_host
