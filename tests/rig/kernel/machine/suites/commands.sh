@@ -9,6 +9,7 @@ topic "No board"
 step "devices" 0 "No board was found" kestrinctl devices
 step "devices for programs" 0 '"devices": \[\]' kestrinctl --json devices
 step "info" 3 "could not be established" kestrinctl info
+step "doctor" 3 '"healthy": false' kestrinctl --json doctor
 step "download" 3 "could not be established" kestrinctl download "$demo"
 
 topic "The board that serves these suites keeps to docs/protocol.md"
@@ -26,6 +27,7 @@ step "devices" 0 "/dev/hidraw0 .*Kestrin sound +SN0042 +yes" kestrinctl devices
 step "devices for programs" 0 '"accessible": true' kestrinctl --json devices
 step "info" 0 "0A1B2C3D" kestrinctl info
 step "info for programs" 0 '"id": 4389' kestrinctl --json info
+step "doctor" 0 '"healthy": true' kestrinctl --json doctor
 step "info at its path" 0 '"serial": "0A1B2C3D"' kestrinctl --json --board hid:/dev/hidraw0 info
 step "info at another path" 3 "" kestrinctl --board hid:/dev/hidraw7 info
 step "accel get" 0 '"MotionTh": 180' kestrinctl --json accel get

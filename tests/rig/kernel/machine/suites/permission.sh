@@ -4,6 +4,7 @@
 # takes: 30 s
 # shellcheck shell=dash disable=SC2154  # demo, rule: of the harness
 load_uhid
+load_usb 0
 
 refused="you are not permitted to open it"
 mode_of() { stat -c '%a %u %g' "$(node_of "$1")"; }  # NAME -> "660 0 46"
@@ -43,6 +44,23 @@ step "devices" 0 '"accessible": true' as_user member kestrinctl --json devices
 step "download" 0 '"outcome": "success"' as_user member kestrinctl --json download "$demo"
 step "somebody who is not in the group" 1 "$refused" as_user other kestrinctl info
 check "the mouse keeps its permissions" has_mode mouse "600 0 0"
+
+topic "Two boards on USB"
+gadget one 0 board=id=4133,serial=AAAA0001,dir=/tmp/one
+gadget other 1 board=id=36864,serial=BBBB0002,dir=/tmp/other
+check "the permissions of the first" has_mode one "660 0 46"
+check "the permissions of the second" has_mode other "660 0 46"
+unplug plugged
+step "devices" 0 "Board other .*yes" as_user member kestrinctl devices
+step "info: the first" 0 "AAAA0001" as_user member kestrinctl --json info
+step "download to the first" 0 '"outcome": "success"' as_user member kestrinctl --json download "$demo"
+step "info at its path: the second" 0 "BBBB0002" as_user member kestrinctl --json --board "hid:$(node_of other)" info
+unplug one
+step "the first is gone: the second is used" 0 "LED Driver" as_user member kestrinctl info
+step "somebody who is not in the group" 1 "$refused" as_user other kestrinctl info
+end_gadget other 1
+end_gadget one 0
+plug plugged
 
 topic "What udevd says of the rule"
 udevadm test "/sys/class/hidraw/$(basename "$(node_of plugged)")" >/tmp/tested 2>&1
