@@ -11,19 +11,19 @@
 
 namespace kestrin::ui::window {
 
-using Control = doctor::DoctorControl;
+using doctor::DoctorControl;
 
 LinkDoctor::LinkDoctor(core::device::DeviceSession& session, const Surroundings& around, const kit::Pictures& pictures,
                        QObject* parent)
     : QObject(parent), m_frame(new doctor::DoctorFrame(pictures)) {
   if (around.doctor == nullptr) return;
-  const auto lookup = [&session]() -> std::optional<Control::Board> {
+  const auto lookup = [&session]() -> std::optional<DoctorControl::Board> {
     core::device::TLS* const board = session.Board();
     if (board == nullptr) return std::nullopt;
     const core::device::SessionState& state = session.State();
-    return Control::Board{*board, state.IsOnline(), state.isFinishing};
+    return DoctorControl::Board{*board, state.IsOnline(), state.isFinishing};
   };
-  m_control = new Control(*m_frame, {*around.doctor, lookup, GateRunner(around.gate)}, m_frame);
+  m_control = new DoctorControl(*m_frame, {*around.doctor, lookup, GateRunner(around.gate)}, m_frame);
 }
 
 void LinkDoctor::Open() {
