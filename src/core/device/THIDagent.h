@@ -96,8 +96,9 @@ class THIDagent {
   virtual void Start() = 0;
   /// Closes every interface without raising events and stops watching.
   virtual void Stop() = 0;
-  /// The program is about to end, or means to: from now on, until the next Start(), no report write is waited for longer
-  /// than kHurriedWriteTimeOut. What the board does not take in that time it may still take behind the program's back.
+  /// The program is about to end, or means to: from now on, until the next Start(), no report write is waited for
+  /// longer than kHurriedWriteTimeOut. What the board does not take in that time it may still take behind the program's
+  /// back.
   virtual void Hurry() = 0;
   virtual void SetMatch(const HidMatch& match) = 0;
   /// Opens every matching interface that is not open yet, raising InterfaceOpened for each. One that is open belongs
