@@ -53,7 +53,7 @@ std::string NameOf(const std::string& product) { return product.empty() ? "A boa
 
 /// "Kestrin USB2, plugged in 2 minutes ago".
 std::string Plugged(const BusDevice& device) {
-  const std::string text = NameOf(device.product) + ", plugged in";
+  std::string text = NameOf(device.product) + ", plugged in";
   if (!device.pluggedFor) return text;
   return text + (device.pluggedFor->count() < 1 ? " just now" : " " + AgeText(*device.pluggedFor) + " ago");
 }

@@ -205,8 +205,12 @@ TEST_F(DownloadFaults, WithoutAnyTheFlashHoldsTheSet) {
 
 TEST_F(DownloadFaults, AWriteThatFails) {
   const std::vector<Step> steps = WrittenSteps();
-  for (std::size_t i = 0; i < steps.size(); ++i)
-    ExpectEnd({Fault::Kind::WriteFails, i + 1}, OutcomeOfALostReport(steps[i]));
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    auto expected = OutcomeOfALostReport(steps[i]);
+    // Which board it is, is asked again; what it is, is not.
+    if (steps[i] == Step::Identify && i > 0) expected = DownloadOutcome::Success;
+    ExpectEnd({Fault::Kind::WriteFails, i + 1}, expected);
+  }
 }
 
 TEST_F(DownloadFaults, AReadThatFails) {
