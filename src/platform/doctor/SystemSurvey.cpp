@@ -23,7 +23,6 @@
 #include "platform/hid/KernelFile.h"
 #include "platform/hid/NodeIdentity.h"
 #include "platform/hid/NodeListing.h"
-#include "platform/hid/ReportDescriptor.h"
 
 namespace kestrin::platform::doctor {
 
@@ -48,14 +47,6 @@ Access AccessOf(const Result<>& opened) {
   if (opened) return Access::Open;
   if (opened.Why().kind == FailureKind::InUse) return Access::InUse;
   return opened.Why().kind == FailureKind::NotPermitted ? Access::NotPermitted : Access::Failed;
-}
-
-bool HasVariables(const std::vector<std::uint8_t>& bytes) {
-  using core::device::ReportType;
-  const Result<hid::ReportDescriptor> descriptor = hid::ReportDescriptor::Read(bytes);
-  return descriptor &&
-         descriptor->Find(ReportType::Output, core::device::kCommandUsage, core::device::kVendorDefinedPage) >= 0 &&
-         descriptor->Find(ReportType::Input, core::device::kResponseUsage, core::device::kVendorDefinedPage) >= 0;
 }
 
 /// Room for what the system knows of a user or a group.
@@ -148,7 +139,7 @@ LinkFacts SystemSurvey::Look() {
       node.access = AccessOf(opened);
       node.why = opened.Text();
       node.descriptor = hid::ReadNodeDescriptor(found.path, root);
-      node.hasVariables = HasVariables(node.descriptor);
+      node.hasVariables = hid::HasBoardVariables(node.descriptor);
       node.permissions = PermissionsOf(file);
       facts.nodes.push_back(std::move(node));
     }
