@@ -32,8 +32,8 @@ TEST_F(DownloadFaultTest, EveryFaultHasItsEndingAndTheNextDownloadWorks) {
   const std::string lost = "Connection lost";
   const std::string check = "Memory check error";
   const Fault faults[] = {
-      // What the board is, is asked again.
-      {at("write", 1), "success", "SUCCESS !", 0},
+      // Who takes no question is not asked another one; which board it is, is asked again.
+      {at("write", 1), "connection-lost", lost},
       {at("write", 2), "success", "SUCCESS !", 0},
       {at("read", 2), "success", "SUCCESS !", 0},
       {at("read", 3), "success", "SUCCESS !", 0},

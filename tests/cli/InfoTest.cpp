@@ -74,11 +74,18 @@ TEST_F(InfoTest, NothingIsClaimedOfABoardThatDidNotSayWhatItIs) {
 }
 
 TEST_F(InfoTest, ABoardThatAnswersLateIsAskedAgain) {
-  for (const char* fault : {"read:1", "write:1"}) {
-    const Json document = RunJson(0, {"--board", std::string("sim:id=4095,fault=") + fault, "info"});
-    EXPECT_EQ(document["model"], "LED Driver");
-    EXPECT_EQ(document["serial"], "4B535401");
-  }
+  const Json document = RunJson(0, {"--board", "sim:id=4095,fault=read:1", "info"});
+  EXPECT_EQ(document["model"], "LED Driver");
+  EXPECT_EQ(document["serial"], "4B535401");
+}
+
+TEST_F(InfoTest, ABoardThatTakesNoQuestionIsNotAskedAnotherOne) {
+  const Finished finished = Run({"--board", Board("fault=write:1"), "info"});
+  EXPECT_EQ(finished.code, 1);
+  EXPECT_EQ(finished.out, "The board takes nothing.\n");
+  EXPECT_EQ(finished.errors,
+            "kestrinctl: The board did not say what it is. Unplug it, plug it in again and repeat this.\n");
+  EXPECT_EQ(BoardState()["byes"], 0);
 }
 
 TEST_F(InfoTest, NoBoardEndsWithThree) {
