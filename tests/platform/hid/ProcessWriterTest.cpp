@@ -250,7 +250,10 @@ TEST_F(ProcessWriterTest, AProgramThatIsKilledInAWriteLeavesNothingBehindOnceTha
   const pid_t program = ::fork();
   if (program == 0) {
     ::setpgid(0, 0);
-    for (const int number : {SIGINT, SIGHUP, SIGTERM}) ::signal(number, SIG_IGN);
+    // As a program does that ends in order. In whoever hears it, it breaks off a write.
+    struct sigaction heard {};
+    heard.sa_handler = [](int) {};
+    for (const int number : {SIGINT, SIGHUP, SIGTERM}) ::sigaction(number, &heard, nullptr);
     ProcessWriter writer(m_path, Identity());
     if (writer.Start(Report()) && ::write(begun[1], "!", 1) == 1)
       for (;;) ::pause();
