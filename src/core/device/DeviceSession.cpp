@@ -223,7 +223,7 @@ void DeviceSession::GoOnlineIfItAnswers() {
   if (board == nullptr || WouldFailAgain()) return;
   const std::string serial = board->GetSN();
   if (serial == TLS::kNoSerialNumber) {
-    if (board->OwesAnswer()) m_unsettledBoard = board->ClassDebugID();
+    ExpectLateAnswer();
     return;
   }
   // The first answer behind a silence is the one of an erase, and those to all earlier ticks follow.
@@ -232,6 +232,11 @@ void DeviceSession::GoOnlineIfItAnswers() {
     m_unsettledBoard = 0;
   }
   GoOnline();
+}
+
+void DeviceSession::ExpectLateAnswer() {
+  const TLS* const board = Board();
+  if (board != nullptr && board->OwesAnswer()) m_unsettledBoard = board->ClassDebugID();
 }
 
 void DeviceSession::LetBoardFinish() {

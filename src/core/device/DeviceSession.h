@@ -61,6 +61,9 @@ class DeviceSession final : public HidAgentEvents {
   /// Asks for the serial number again when that is all that is missing. Whether the board is identified then; a failure
   /// says why not, and the next step.
   base::Result<> EnsureIdentified();
+  /// Somebody else has asked item 1 something. If it still owes the answer, that may come late: the next ones are not
+  /// believed before the board has nothing left to say.
+  void ExpectLateAnswer();
   /// The program is about to end, or means to: a board that takes nothing holds up no command any longer.
   void Hurry() { m_agent.Hurry(); }
   /// Says good-bye to the board, whatever the state, unless it took nothing just now, and stops the agent.

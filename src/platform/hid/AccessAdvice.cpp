@@ -9,7 +9,7 @@ namespace {
 
 std::string HowToPermit() {
 #ifdef __linux__
-  return "To permit it, install the rule that comes with this program: "
+  return "To permit it, type \"kestrinctl doctor --install-rule\", or install the rule that comes with this program: "
          "sudo cp 70-kestrin.rules /etc/udev/rules.d/ && sudo udevadm control --reload && sudo udevadm trigger, "
          "then plug the board in again.";
 #else

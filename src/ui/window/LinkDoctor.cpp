@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ui/window/LinkDoctor.h"
 
+#include <QPointer>
+#include <functional>
 #include <optional>
+#include <utility>
 
 #include "core/device/DeviceSession.h"
 #include "ui/doctor/DoctorControl.h"
@@ -23,7 +26,13 @@ LinkDoctor::LinkDoctor(core::device::DeviceSession& session, const Surroundings&
     const core::device::SessionState& state = session.State();
     return DoctorControl::Board{*board, state.IsOnline(), state.isFinishing};
   };
-  m_control = new DoctorControl(*m_frame, {*around.doctor, lookup, GateRunner(around.gate)}, m_frame);
+  const auto run = [this, &session, whenFree = GateRunner(around.gate)](std::function<void()> ask) {
+    whenFree([self = QPointer(this), &session, ask = std::move(ask)] {
+      ask();
+      if (self != nullptr) session.ExpectLateAnswer();
+    });
+  };
+  m_control = new DoctorControl(*m_frame, {*around.doctor, lookup, run}, m_frame);
 }
 
 void LinkDoctor::Open() {

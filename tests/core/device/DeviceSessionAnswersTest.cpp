@@ -133,6 +133,19 @@ TEST_F(DeviceSessionTest, ATickBehindASilentOneLetsTheAnswersToThatPassToo) {
   EXPECT_EQ(m_session.State().serialNumber, "4B535401");
 }
 
+TEST_F(DeviceSessionTest, ATickLetsTheAnswersPassThatSomebodyElseHasAskedForInVain) {
+  StartOnline(64);
+  m_session.GoOffline();
+  EXPECT_EQ(m_session.Board()->GetID(), 0);
+  m_session.ExpectLateAnswer();
+  // The identity comes only now, so that the serial number is moved up by one answer.
+  m_agent.answers = {{{0, 64}}, {{0x4B, 0x53}}, {{0x54, 0x01}}, std::nullopt,
+                     {{0, 64}}, {{0x4B, 0x53}}, {{0x54, 0x01}}};
+  m_session.GoOnlineTimerTick();
+  EXPECT_EQ(m_session.State().id, 64);
+  EXPECT_EQ(m_session.State().serialNumber, "4B535401");
+}
+
 TEST_F(DeviceSessionTest, ASerialNumberThatBeginsLikeTheAnswerOfAnEraseIsAskedForAgain) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   m_agent.answers = {{{0, 64}},      {{10, 10}},   {{0x4B, 0x53}}, {{0x54, 0x01}}, {{0x4B, 0x53}},
