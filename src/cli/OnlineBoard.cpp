@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "cli/CommandFailure.h"
+#include "cli/Interrupt.h"
 #include "platform/boards/BoardAgent.h"
 
 namespace kestrin::cli {
@@ -39,6 +40,7 @@ OnlineBoard::OnlineBoard(Context& context)
 
 OnlineBoard::~OnlineBoard() {
   try {
+    if (Interrupt::Requested()) m_session.Hurry();
     m_session.Exit();
   } catch (const std::exception&) {
     // A good-bye that is not heard harms nobody.

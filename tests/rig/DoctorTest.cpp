@@ -132,7 +132,10 @@ TEST_F(Doctor, SaysThatABoardTakesNothing) {
 
 TEST_F(Doctor, SaysThatABoardHasStoppedAnswering) {
   // Identity and serial number for the session, the identity, and three round trips.
-  mock.goneAtWrite = 7;
+  mock.onReport = [this, answer = mock.onReport, taken = 0](const Bytes& report) mutable {
+    if (++taken == 6) mock.writeError = EIO;
+    return answer(report);
+  };
   mock.Plug();
   const Json document = RunJson(1, {"doctor"});
   EXPECT_EQ(Text(document, 3), "It answered 4 questions and then no more.");

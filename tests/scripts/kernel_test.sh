@@ -89,7 +89,7 @@ exit 1
 COMMAND
 rm -f "$CALLS"
 run "$project/.ci/run"
-ends_with "both" 1 "43 passed, 3 failed"
+ends_with "both" 1 "43 passed, 3 failed, 2 left out"
 expect "first all, then the kernel's" [ "$(xargs <"$CALLS")" = "./test ./test kernel" ]
 rm -f "$CALLS"
 run "$project/.ci/run" quick
@@ -103,6 +103,7 @@ ends_with "all is well in both" 0 "10 passed, 0 failed"
 rm -rf "$project/build/kernel-rig"
 run "$project/.ci/run"
 ends_with "no kernel here" 0 "5 passed, 0 failed"
+expect "that it is left out" grep -q "^left out: kernel suites, " "$work/out"
 cp "$work/real_test" "$project/test"
 
 # What cannot be had is left out, with the reason, and shown as left out; that is no success.

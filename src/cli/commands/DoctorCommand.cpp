@@ -193,6 +193,7 @@ class DoctorCommand final : public Command {
   [[nodiscard]] Examination Examine(Context& context) const {
     constexpr int kLooks = 3;
     Examination found;
+    std::string accessProblem;
     for (int look = 0; look < kLooks; ++look) {
       context.interrupt.Look();
       found = {LookAt(context.board.path), std::nullopt, {}};
@@ -201,6 +202,7 @@ class DoctorCommand final : public Command {
 
       const BoardInterview interview = InterviewBoard(context);
       found.answers = interview.answers;
+      accessProblem = interview.accessProblem;
       if (found.answers && (HasAnsweredAll(*found.answers) || IsStillThere(found.facts, LookAt(context.board.path))))
         return found;
       if (isSeen || found.answers) continue;
@@ -208,8 +210,11 @@ class DoctorCommand final : public Command {
       if (!interview.accessProblem.empty()) found.facts.nodes = {NodeOf(context.board.path, interview.accessProblem)};
       return found;
     }
-    // It is there whenever it is looked for, and gone whenever it is asked.
-    if (!found.answers) found.answers.emplace();
+    // It is there whenever it is looked for, and cannot be opened, or is gone whenever it is asked.
+    if (!found.answers && !accessProblem.empty())
+      found.facts.nodes = {NodeOf(context.board.path, accessProblem)};
+    else if (!found.answers)
+      found.answers.emplace();
     return found;
   }
 

@@ -12,6 +12,9 @@ struct Row {
   FailureKind kind;
 };
 constexpr Row kRows[] = {{std::errc::no_such_file_or_directory, FailureKind::NotFound},
+                         // Of a device that has just gone: its file may still be there.
+                         {std::errc::no_such_device, FailureKind::NotFound},
+                         {std::errc::no_such_device_or_address, FailureKind::NotFound},
                          {std::errc::permission_denied, FailureKind::NotPermitted},
                          {std::errc::operation_not_permitted, FailureKind::NotPermitted},
                          {std::errc::read_only_file_system, FailureKind::NotPermitted},

@@ -245,7 +245,6 @@ void DeviceSession::LetBoardFinish() {
 }
 
 void DeviceSession::Exit() {
-  Hurry();
   // A board that is gone cannot hear the good-bye, one that takes nothing will not, and nobody waits for an answer.
   if (TLS* const board = Board(); board != nullptr && !board->HasRefused()) static_cast<void>(board->Bye());
   m_agent.Stop();

@@ -63,7 +63,8 @@ std::string Plugged(const BusDevice& device) {
 Answer WithoutNode(const LinkFacts& facts) {
   if (!facts.nodes.empty())
     return No("What is plugged in at " + base::Shown(facts.nodes.front().path) +
-                  " has the ids of a board but not its reports.",
+                  (facts.nodes.front().descriptor.empty() ? " has the ids of a board, but its reports cannot be seen."
+                                                          : " has the ids of a board but not its reports."),
               "Plug a Kestrin board in. If this is one, unplug it and plug it in again.", Remedy::PlugIn);
   if (!facts.onlyPath.empty())
     return No("There is no board at " + base::Shown(facts.onlyPath) + ".",
@@ -91,6 +92,12 @@ Answer IsPresent(const Case& asked) {
   return Yes(NameOf(asked.node->product) + ", at " + base::Shown(asked.node->path) + ".");
 }
 
+/// The end of a sentence with the system's words, if there are any.
+std::string Because(const std::string& why) {
+  if (why.empty()) return ".";
+  return ": " + why + (why.ends_with('.') ? "" : ".");
+}
+
 Answer IsPermitted(const Case& asked) {
   if (asked.facts.isSimulated) return Yes("A simulated board needs no permission.");
   if (asked.node == nullptr || asked.node->isOurs) return Yes("This program has it open.");
@@ -100,9 +107,9 @@ Answer IsPermitted(const Case& asked) {
     case Access::InUse:
       return Yes("The system lets you open " + path + ".");
     case Access::Failed:
-      return No("The system could not open " + path +
-                    (asked.node->why.empty() ? "." : ": " + base::Shown(asked.node->why) + "."),
-                kPlugInAgain, Remedy::PlugInAgain);
+      return No(
+          "The system could not open " + (path.empty() ? "the board" : path) + Because(base::Shown(asked.node->why)),
+          kPlugInAgain, Remedy::PlugInAgain);
     case Access::NotPermitted:
       break;
   }
@@ -135,7 +142,10 @@ Answer IsFree(const Case& asked) {
   if (node != nullptr && node->access == Access::InUse && !node->isOurs) {
     const std::string user = base::Shown(node->user);
     return No(user.empty() ? "Another program is using it." : "Another program is using it: " + user + ".",
-              user.empty() ? "Close the other program that uses boards." : "Close " + user + ".", Remedy::CloseProgram);
+              user.empty()
+                  ? "Close the other program that uses boards. If it has just ended, wait five seconds and look again."
+                  : "Close " + user + ".",
+              Remedy::CloseProgram);
   }
   if (asked.facts.isSimulated) return Yes("No other program is using it.");
   return Yes(node == nullptr || node->isOurs ? "This program is using it." : "No other program is using it.");

@@ -2,6 +2,7 @@
 #include "doctor/DoctorReport.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "base/Text.h"
 #include "device/TLS.h"
@@ -136,16 +137,23 @@ std::string Without(const std::string& text, const std::string& secret) {
   }
 }
 
+/// Whether a number is one at all: boards that were never given one answer the same byte again and again, which stands
+/// in other answers as well.
+template <class Number>
+bool NamesABoard(const Number& number) {
+  return std::adjacent_find(number.begin(), number.end(), std::not_equal_to<>()) != number.end();
+}
+
 /// What nobody but the owner may read: the numbers as they are spelled.
 std::vector<std::string> SecretsOf(const LinkFacts& facts, const std::optional<Answers>& answers) {
   // Shorter ones name no board, and stand in many words.
   constexpr std::size_t kShortest = 3;
   std::vector<std::string> secrets;
   for (const BusDevice& device : facts.bus) secrets.push_back(base::Shown(device.serialNumber));
+  if (answers && NamesABoard(answers->serialNumber)) secrets.push_back(answers->serialNumber);
   if (answers) {
-    secrets.push_back(answers->serialNumber);
     for (const Exchange& exchange : answers->exchanges) {
-      if (exchange.command != kSerialCommand) continue;
+      if (exchange.command != kSerialCommand || !NamesABoard(exchange.answer)) continue;
       for (const char* separator : {"", " ", ":", "-"}) secrets.push_back(HexText(exchange.answer, separator));
     }
   }

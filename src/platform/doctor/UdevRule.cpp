@@ -100,7 +100,12 @@ Result<> UdevRule::Install() {
 
 Result<> UdevRule::Remove() {
   std::error_code error;
-  if (fs::symlink_status(core::base::PathOf(Path()), error).type() == fs::file_type::not_found) return {};
+  if (fs::symlink_status(core::base::PathOf(Path()), error).type() == fs::file_type::not_found) {
+    const FoundRule other = FindRule(m_surroundings.root);
+    if (other.path.empty()) return {};
+    return Failure{FailureKind::Failed,
+                   "The rule at " + other.path + " came with a package of the system and goes with that."};
+  }
   return Change(kRemove, "", "As the administrator, type: rm " + Path() + " && " + kReadByHand);
 }
 
@@ -116,6 +121,8 @@ Result<> UdevRule::Change(const std::string& script, const std::string& content,
     isSudo = helper->isSudo;
     command.insert(command.begin(), core::base::TextOf(helper->program));
     if (isSudo) command.insert(command.begin() + 1, "--");
+    // Where no window can ask, pkexec would ask in a terminal that nobody looks at.
+    if (!isSudo && !isAtTerminal) command.insert(command.begin() + 1, "--disable-internal-agent");
   }
 
   const ProgramEnd end = Run({command, isAtTerminal, m_surroundings.pump});

@@ -68,7 +68,11 @@ Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
   if (!probed) return probed.Why();
   identity = *probed;
 #endif
-  if (!claim.lock) return Failure{FailureKind::Failed, claim.error.message()};
+  if (!claim.lock) return core::base::FailureOf(claim.error);
+#ifdef __linux__
+  // What is claimed is what is opened, although its path may have gone from one device to the next in between.
+  if (!IsOf(claim.lock->File(), identity)) return Failure{FailureKind::NotFound, "it was unplugged"};
+#endif
   HidapiConnection::Handle device(hid_open_path(node.path.c_str()));
   if (!device) return LibrarysFailure();
   std::unique_ptr<HidConnection> connection =

@@ -33,6 +33,11 @@ core::base::Result<NodeIdentity> ProbeNode(const std::string& path) {
   return probed;
 }
 
+bool IsOf(int file, const NodeIdentity& identity) {
+  struct stat status {};
+  return ::fstat(file, &status) == 0 && NodeIdentity{status.st_dev, status.st_ino} == identity;
+}
+
 bool IsNodeGone(const std::string& path, const NodeIdentity& identity) {
   struct stat status {};
   return ::stat(path.c_str(), &status) < 0 || NodeIdentity{status.st_dev, status.st_ino} != identity;

@@ -21,6 +21,8 @@ struct NodeIdentity {
 /// node can be opened but not asked, as it happens when the board is unplugged in that moment; so it is tried here
 /// first.
 core::base::Result<NodeIdentity> ProbeNode(const std::string& path);
+/// Whether an open file is that device's. A handler of signals may ask.
+[[nodiscard]] bool IsOf(int file, const NodeIdentity& identity);
 /// Whether `identity` no longer stands at `path`.
 [[nodiscard]] bool IsNodeGone(const std::string& path, const NodeIdentity& identity);
 

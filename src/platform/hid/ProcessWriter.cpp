@@ -43,11 +43,6 @@ union FileRoom {
   std::array<char, CMSG_SPACE(sizeof(int))> bytes;
 };
 
-[[nodiscard]] bool IsOf(int file, const NodeIdentity& identity) {
-  struct stat status {};
-  return ::fstat(file, &status) == 0 && NodeIdentity{status.st_dev, status.st_ino} == identity;
-}
-
 /// The number that a name in /proc/self/fd is; -1 for none.
 [[nodiscard]] int NumberOf(const char* name) {
   int number = 0;
@@ -79,7 +74,9 @@ void CloseTheRest(const Duty& duty) {
 [[nodiscard]] int OpenNode(const Duty& duty) {
   const int file = ::open(duty.path, O_RDWR | O_CLOEXEC);
   if (file < 0) return -errno;
-  return IsOf(file, duty.identity) ? file : -ENODEV;
+  if (IsOf(file, duty.identity)) return file;
+  ::close(file);
+  return -ENODEV;
 }
 
 /// Waits for the next report, which `bytes` has room for, and for the claim with it. Returns its length, 0 when there

@@ -304,10 +304,11 @@ void ToolRow::ShowSession(const core::device::SessionState& session) {
   m_online->setAccessibleName(state);
 
   const QString problem = kit::Translated(session.accessProblem);
+  const QString advice = problem.isEmpty() ? kit::Translated(session.passedOver) : problem;
   m_noBoard->setVisible(!online);
   m_noBoard->setText(problem.isEmpty() ? tr("No board connected") : tr("Board found, not usable yet"));
-  m_noBoard->setToolTip(problem);
-  m_noBoard->setAccessibleDescription(problem);
+  m_noBoard->setToolTip(advice);
+  m_noBoard->setAccessibleDescription(advice);
 
   const QString serial = QString::fromStdString(session.serialLabel);
   m_serial->setText(serial);

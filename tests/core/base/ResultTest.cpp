@@ -61,12 +61,13 @@ struct SystemError {
   FailureKind kind;
 };
 constexpr SystemError kSystemErrors[] = {
-    {ENOENT, FailureKind::NotFound},    {EACCES, FailureKind::NotPermitted}, {EPERM, FailureKind::NotPermitted},
-    {EROFS, FailureKind::NotPermitted}, {ENOSPC, FailureKind::DiskFull},
+    {ENOENT, FailureKind::NotFound},     {ENODEV, FailureKind::NotFound},    {ENXIO, FailureKind::NotFound},
+    {EACCES, FailureKind::NotPermitted}, {EPERM, FailureKind::NotPermitted}, {EROFS, FailureKind::NotPermitted},
+    {ENOSPC, FailureKind::DiskFull},
 #ifdef EDQUOT
     {EDQUOT, FailureKind::DiskFull},
 #endif
-    {EEXIST, FailureKind::InTheWay},    {EISDIR, FailureKind::InTheWay},     {EIO, FailureKind::Failed}};
+    {EEXIST, FailureKind::InTheWay},     {EISDIR, FailureKind::InTheWay},    {EIO, FailureKind::Failed}};
 
 TEST(KindOf, IsTheOneThatSomebodyActsOn) {
   for (const SystemError& row : kSystemErrors) {

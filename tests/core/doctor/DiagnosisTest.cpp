@@ -95,7 +95,8 @@ std::vector<Row> Problems() {
        std::nullopt, Question::Free, "Another program is using it: kestrin (1234).", "Close kestrin (1234).",
        Remedy::CloseProgram},
       {"in use by somebody", OneBoard(Access::InUse), std::nullopt, Question::Free, "Another program is using it.",
-       "Close the other program that uses boards.", Remedy::CloseProgram},
+       "Close the other program that uses boards. If it has just ended, wait five seconds and look again.",
+       Remedy::CloseProgram},
       {"takes nothing", board, Answers{}, Question::Answers, "It does not take what it is asked.", kAgain,
        Remedy::PlugInAgain},
       {"silent or erasing", board, With([](Answers& answers) {

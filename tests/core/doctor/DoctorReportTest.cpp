@@ -52,6 +52,19 @@ TEST(DoctorReport, NamesNoHalfOfASerialNumberThatCameInHalves) {
   EXPECT_THAT(report, HasSubstr("getsn: (left out), 2 of 4 bytes"));
 }
 
+TEST(DoctorReport, KeepsTheOtherAnswersOfABoardThatWasNeverGivenANumber) {
+  for (const std::uint8_t blank : {std::uint8_t{0xFF}, std::uint8_t{0}}) {
+    Answers answers = GoodAnswers();
+    answers.serialNumber = blank == 0 ? "00000000" : "FFFFFFFF";
+    answers.exchanges[1].answer.assign(4, blank);
+    answers.exchanges.push_back({"GetAccParam", std::vector<std::uint8_t>(6, blank), 6, {}});
+    const std::string report = ReportOf(OneBoard(), answers, false);
+    EXPECT_THAT(report, HasSubstr("GetSN: (left out), 4 of 4 bytes"));
+    EXPECT_THAT(report, HasSubstr(blank == 0 ? "GetAccParam: 00 00 00 00 00 00, 6 of 6 bytes"
+                                             : "GetAccParam: FF FF FF FF FF FF, 6 of 6 bytes"));
+  }
+}
+
 TEST(DoctorReport, NamesItWhereItIsWanted) {
   const std::string report = ReportOf(OneBoard(), GoodAnswers(), true);
   EXPECT_THAT(report, HasSubstr("USB serial: KU-77123\n"));

@@ -52,7 +52,7 @@ class UdevRuleTest : public testing::Test {
   /// Those that let the person be the administrator.
   void LetIn() {
     Program("sudo", "[ \"$1\" = -- ] && shift; exec \"$@\"");
-    Program("pkexec", "exec \"$@\"");
+    Program("pkexec", "[ \"$1\" = --disable-internal-agent ] && shift; exec \"$@\"");
   }
   [[nodiscard]] fs::path Log() const { return root.Path() / "calls"; }
   /// The first words of the calls that were noted.
@@ -116,7 +116,7 @@ TEST_F(UdevRuleTest, IsInstalledAndApplied) {
 TEST_F(UdevRuleTest, AtADesktopItIsPkexecThatAsks) {
   LetIn();
   EXPECT_EQ(Rule(UdevRule::Asks::AtDesktop).Install().Text(), "");
-  EXPECT_THAT(Calls().at(0), StartsWith("pkexec /bin/sh -c "));
+  EXPECT_THAT(Calls().at(0), StartsWith("pkexec --disable-internal-agent /bin/sh -c "));
   EXPECT_EQ(support::ReadBytes(File()), rule);
 }
 
@@ -304,6 +304,18 @@ TEST_F(UdevRuleTest, IsRemovedAndTheSystemToldSo) {
 
 TEST_F(UdevRuleTest, OneThatIsNotThereIsRemovedWithoutAsking) {
   EXPECT_EQ(Rule().Remove().Text(), "");
+  EXPECT_THAT(Calls(), IsEmpty());
+}
+
+TEST_F(UdevRuleTest, OneThatCameWithAPackageIsLeftToThat) {
+  LetIn();
+  const fs::path folder = root / "usr/lib/udev/rules.d";
+  fs::create_directories(folder);
+  fs::create_directories(root / "etc/udev");
+  support::WriteBytes(folder / "70-kestrin.rules", rule);
+  EXPECT_EQ(Rule().Remove().Text(),
+            "The rule at /usr/lib/udev/rules.d/70-kestrin.rules came with a package of the system and goes with that.");
+  EXPECT_TRUE(fs::exists(folder / "70-kestrin.rules"));
   EXPECT_THAT(Calls(), IsEmpty());
 }
 

@@ -149,6 +149,24 @@ TEST_F(Session, SaysWhyABoardThatIsThereCannotBeUsedAndForgetsItWhenItCan) {
   window.reset();
 }
 
+TEST_F(Session, NamesADeviceThatOnlyLooksLikeABoard) {
+  ScriptedAgent odd;
+  odd.toOpen = {{1, kVendorId, kProductId, {}}};
+  window = std::make_unique<ui::window::Main>(ui::window::Surroundings{odd, gate, clock, disk, dialogs, player, folders,
+                                                                       kept, sleep, &update, settings, program, data});
+  dialogs.okAnswers = {true};
+  ASSERT_TRUE(window->StartUp());
+  const auto& label = Find<QLabel>("NoBoardLabel");
+  EXPECT_EQ(label.text(), "No board connected");
+  const QString named = "The device at scripted has the numbers of a Kestrin board but not its reports";
+  EXPECT_TRUE(label.toolTip().startsWith(named)) << label.toolTip().toStdString();
+  EXPECT_TRUE(label.accessibleDescription().startsWith(named));
+  odd.Close(1);
+  Tick("NoticeTimer");
+  EXPECT_EQ(label.toolTip(), "");
+  window.reset();
+}
+
 TEST_F(Session, TellsTheMessageAboutAnInvalidCatalogueOnceForABoardThatStays) {
   WriteCatalogue("KestrinLEDConfigurator#3\r\n");
   Start("id=4095");
