@@ -26,6 +26,8 @@ struct FakeHidDevice {
   bool notPermitted = false;
   /// Another program has it.
   bool inUse = false;
+  /// It is unplugged in the moment in which it is opened.
+  bool goesWhenOpened = false;
   /// "" to let it be opened.
   std::string openError;
   /// Read by the host in this order.
@@ -188,6 +190,10 @@ class FakeHidStack final : public platform::hid::HidStack {
     const auto device = Find(node);
     if (!device) throw std::logic_error("a path was opened that was not enumerated: " + node.path);
     if (const auto access = Look(node); !access) return access.Why();
+    if (device->goesWhenOpened) {
+      m_bus.Unplug(node.path);
+      return core::base::Failure{core::base::FailureKind::Failed, "it was gone again"};
+    }
     std::unique_ptr<platform::hid::HidConnection> connection = std::make_unique<FakeHidConnection>(device, m_bus.clock);
     return connection;
   }

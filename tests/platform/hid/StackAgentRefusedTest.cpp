@@ -83,6 +83,13 @@ TEST_F(StackAgentRefused, ABoardThatFailsInAWayThatALookDoesNotSeeIsTriedOnce) {
   EXPECT_NE(agent->AccessProblem(), "");
 }
 
+TEST_F(StackAgentRefused, ABoardThatGoesWhileItIsOpenedIsNoProblem) {
+  Plug("/dev/hidraw3").goesWhenOpened = true;
+  Create();
+  EXPECT_FALSE(agent->SearchAndOpen());
+  EXPECT_EQ(agent->AccessProblem(), "");
+}
+
 TEST_F(StackAgentRefused, TheAccessProblemGoesWithTheNextSearch) {
   support::FakeHidDevice& board = Plug("/dev/hidraw3");
   board.notPermitted = true;
