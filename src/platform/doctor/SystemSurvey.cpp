@@ -38,7 +38,13 @@ using core::doctor::LinkFacts;
 using core::doctor::LinkNode;
 
 Result<> TryToOpen(const std::string& path) {
+  // Between two looks its path may have gone to another device, which must not be opened.
+  const auto isBoard = [&path] {
+    return hid::IsNodeOf(path, core::device::kBoardVendorId, core::device::kBoardProductId);
+  };
+  if (!isBoard()) return Failure{FailureKind::NotFound, ""};
   if (hid::IsBoardLocked(path)) return Failure{FailureKind::InUse, ""};
+  if (!isBoard()) return Failure{FailureKind::NotFound, ""};
   const Result<hid::NodeIdentity> probed = hid::ProbeNode(path);
   return probed ? Result<>() : probed.Why();
 }

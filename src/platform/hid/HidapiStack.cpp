@@ -20,6 +20,17 @@ namespace {
 
 Failure InUse() { return {FailureKind::InUse, "another program uses it"}; }
 
+Failure Gone() { return {FailureKind::NotFound, "it was unplugged"}; }
+
+/// Whether the path of a board is its own still. Another device that is opened by mistake may take it amiss.
+bool IsStill([[maybe_unused]] const HidNode& node) {
+#ifdef __linux__
+  return IsNodeOf(node.path, node.vendorId, node.productId);
+#else
+  return true;
+#endif
+}
+
 /// Why the library could not open a device, in its words. It says "Success" of one that went while it was opened.
 Failure LibrarysFailure() {
   std::string reason = Utf8(hid_error(nullptr));
@@ -49,7 +60,9 @@ std::vector<std::uint8_t> HidapiStack::Descriptor([[maybe_unused]] const HidNode
 }
 
 Result<> HidapiStack::Look(const HidNode& node) {
+  if (!IsStill(node)) return Gone();
   if (IsBoardLocked(node.path)) return InUse();
+  if (!IsStill(node)) return Gone();
 #ifdef __linux__
   const Result<NodeIdentity> probed = ProbeNode(node.path);
   return probed ? Result<>() : probed.Why();
@@ -60,8 +73,11 @@ Result<> HidapiStack::Look(const HidNode& node) {
 }
 
 Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
+  if (!IsStill(node)) return Gone();
+  // From here on nobody else gets its path: a system gives it on when the last who has the device open lets go of it.
   BoardLock claim = LockBoard(node.path);
   if (claim.heldByAnother) return InUse();
+  if (!IsStill(node)) return Gone();
   NodeIdentity identity;
 #ifdef __linux__
   const Result<NodeIdentity> probed = ProbeNode(node.path);
@@ -70,8 +86,8 @@ Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
 #endif
   if (!claim.lock) return core::base::FailureOf(claim.error);
 #ifdef __linux__
-  // What is claimed is what is opened, although its path may have gone from one device to the next in between.
-  if (!IsOf(claim.lock->File(), identity)) return Failure{FailureKind::NotFound, "it was unplugged"};
+  // What is claimed is what is opened, although its path may have gone from one device to the next before.
+  if (!IsOf(claim.lock->File(), identity)) return Gone();
 #endif
   HidapiConnection::Handle device(hid_open_path(node.path.c_str()));
   if (!device) return LibrarysFailure();

@@ -36,13 +36,21 @@ fs::path UsbDeviceOf(const fs::path& hidDevice) {
   return {};
 }
 
-std::optional<HidNode> ReadNode(const fs::path& entry, std::int32_t vendorId, std::int32_t productId) {
-  const fs::path device = entry / "device";
-  const std::optional<std::string> properties = ReadKernelFile(device / "uevent");
+/// The ids in a HID device's properties, if they are these.
+std::optional<HidIds> IdsIn(const std::optional<std::string>& properties, std::int32_t vendorId,
+                            std::int32_t productId) {
   if (!properties) return std::nullopt;
   const std::optional<HidIds> ids = ReadHidIds(ValueOf(*properties, "HID_ID").value_or(""));
   if (!ids || ids->vendor != static_cast<unsigned>(vendorId) || ids->product != static_cast<unsigned>(productId))
     return std::nullopt;
+  return ids;
+}
+
+std::optional<HidNode> ReadNode(const fs::path& entry, std::int32_t vendorId, std::int32_t productId) {
+  const fs::path device = entry / "device";
+  const std::optional<std::string> properties = ReadKernelFile(device / "uevent");
+  const std::optional<HidIds> ids = IdsIn(properties, vendorId, productId);
+  if (!ids) return std::nullopt;
 
   HidNode node{"/dev/" + entry.filename().string(),          vendorId, productId, "", "",
                ValueOf(*properties, "HID_UNIQ").value_or("")};
@@ -75,6 +83,11 @@ std::vector<HidNode> ListNodes(std::int32_t vendorId, std::int32_t productId, co
   for (fs::directory_iterator entry(root / kNodes, error), end; !error && entry != end; entry.increment(error))
     if (std::optional<HidNode> node = ReadNode(entry->path(), vendorId, productId)) nodes.push_back(*std::move(node));
   return nodes;
+}
+
+bool IsNodeOf(const std::string& path, std::int32_t vendorId, std::int32_t productId, const fs::path& root) {
+  const fs::path properties = root / kNodes / fs::path(path).filename() / "device/uevent";
+  return IdsIn(ReadKernelFile(properties), vendorId, productId).has_value();
 }
 
 std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path, const fs::path& root) {

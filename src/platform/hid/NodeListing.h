@@ -31,6 +31,11 @@ struct HidIds {
 [[nodiscard]] std::vector<HidNode> ListNodes(std::int32_t vendorId, std::int32_t productId,
                                              const std::filesystem::path& root = "/");
 
+/// Whether the device file at `path` is that of a device with these ids just now. Opens no device. To be asked right
+/// before one is opened: in the moment in which a board goes, another device may get its path.
+[[nodiscard]] bool IsNodeOf(const std::string& path, std::int32_t vendorId, std::int32_t productId,
+                            const std::filesystem::path& root = "/");
+
 /// The report descriptor of the device file at `path`; empty when it cannot be read. Needs no permission.
 [[nodiscard]] std::vector<std::uint8_t> ReadNodeDescriptor(const std::string& path,
                                                            const std::filesystem::path& root = "/");

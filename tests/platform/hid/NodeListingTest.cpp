@@ -175,6 +175,16 @@ TEST_F(NodeListing, TextsAreUtf8WhateverADeviceCallsItself) {
   }
 }
 
+TEST_F(NodeListing, APathMayHaveGoneToAnotherDevice) {
+  const auto isBoard = [this](const char* path) { return IsNodeOf(path, 0x04D8, 0xFA37, root.Path()); };
+  EXPECT_TRUE(isBoard("/dev/hidraw3"));
+  EXPECT_FALSE(isBoard("/dev/hidraw4"));
+  Write(fs::path(kHid) / "uevent", "HID_ID=0003:0000046D:0000C077\n");
+  EXPECT_FALSE(isBoard("/dev/hidraw3"));
+  MakeUnreadable(fs::path(kHid) / "uevent");
+  EXPECT_FALSE(isBoard("/dev/hidraw3"));
+}
+
 TEST(ReadHidIds, TakesNothingElse) {
   const std::optional<HidIds> ids = ReadHidIds("0005:000004D8:0000FA37");
   ASSERT_TRUE(ids);
