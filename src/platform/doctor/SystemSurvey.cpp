@@ -42,8 +42,7 @@ Result<> TryToOpen(const std::string& path) {
   const auto isBoard = [&path] {
     return hid::IsNodeOf(path, core::device::kBoardVendorId, core::device::kBoardProductId);
   };
-  if (!isBoard()) return Failure{FailureKind::NotFound, ""};
-  if (hid::IsBoardLocked(path)) return Failure{FailureKind::InUse, ""};
+  if (hid::IsBoardLocked(path, isBoard)) return Failure{FailureKind::InUse, ""};
   if (!isBoard()) return Failure{FailureKind::NotFound, ""};
   const Result<hid::NodeIdentity> probed = hid::ProbeNode(path);
   return probed ? Result<>() : probed.Why();

@@ -102,10 +102,14 @@ std::wstring NameFor(const std::string& path) {
 
 #if defined(__linux__)
 
-BoardLock LockBoard(const std::string& path) {
+BoardLock LockBoard(const std::string& path, const std::function<bool()>& isStill) {
   BoardLock result;
   result.heldByAnother = IsListed(path);
   if (result.heldByAnother) return result;
+  if (isStill && !isStill()) {
+    result.error = std::make_error_code(std::errc::no_such_device);
+    return result;
+  }
   auto file = std::make_unique<NodeFile>(path);
   if (file->IsOpen() && file->Lock()) {
     result.lock = std::move(file);
@@ -116,15 +120,16 @@ BoardLock LockBoard(const std::string& path) {
   return result;
 }
 
-bool IsBoardLocked(const std::string& path) {
+bool IsBoardLocked(const std::string& path, const std::function<bool()>& isStill) {
   if (IsListed(path)) return true;
+  if (isStill && !isStill()) return false;
   const NodeFile file(path);
   return file.IsOpen() && file.IsLocked();
 }
 
 #elif defined(_WIN32)
 
-BoardLock LockBoard(const std::string& path) {
+BoardLock LockBoard(const std::string& path, const std::function<bool()>&) {
   BoardLock result;
   const HANDLE object = ::CreateMutexW(nullptr, FALSE, NameFor(path).c_str());
   const DWORD error = ::GetLastError();
@@ -140,7 +145,7 @@ BoardLock LockBoard(const std::string& path) {
   return result;
 }
 
-bool IsBoardLocked(const std::string& path) {
+bool IsBoardLocked(const std::string& path, const std::function<bool()>&) {
   const HANDLE object = ::OpenMutexW(SYNCHRONIZE, FALSE, NameFor(path).c_str());
   if (object == nullptr) return ::GetLastError() == ERROR_ACCESS_DENIED;
   ::CloseHandle(object);
@@ -150,9 +155,11 @@ bool IsBoardLocked(const std::string& path) {
 #else
 
 // Elsewhere hidapi itself opens a device for one program alone.
-BoardLock LockBoard(const std::string&) { return {std::make_unique<BoardClaim>(), false, {}}; }
+BoardLock LockBoard(const std::string&, const std::function<bool()>&) {
+  return {std::make_unique<BoardClaim>(), false, {}};
+}
 
-bool IsBoardLocked(const std::string&) { return false; }
+bool IsBoardLocked(const std::string&, const std::function<bool()>&) { return false; }
 
 #endif
 

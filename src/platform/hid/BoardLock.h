@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -27,10 +28,11 @@ struct BoardLock {
 /// Claims the board at a device path. Does not wait; the system lets go of the claim when the program ends, however it
 /// ends. Two programs in the middle of their commands would take each other's answers, and one would erase what the
 /// other writes. The claim is a promise among programs that make it, no barrier: needs the right to open the board, but
-/// nothing is written anywhere.
-[[nodiscard]] BoardLock LockBoard(const std::string& path);
+/// nothing is written anywhere. `isStill` is asked right before the device file is opened, whether the path is the
+/// board's own still: another device's is left alone, and the error is that there is no such device.
+[[nodiscard]] BoardLock LockBoard(const std::string& path, const std::function<bool()>& isStill = {});
 /// Whether somebody has claimed it, this program or another. Claims nothing, so that nobody is turned away by the
 /// question, and on Linux opens nothing when the answer is yes. False when it cannot be told.
-[[nodiscard]] bool IsBoardLocked(const std::string& path);
+[[nodiscard]] bool IsBoardLocked(const std::string& path, const std::function<bool()>& isStill = {});
 
 }  // namespace kestrin::platform::hid

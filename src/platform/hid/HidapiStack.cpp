@@ -60,8 +60,7 @@ std::vector<std::uint8_t> HidapiStack::Descriptor([[maybe_unused]] const HidNode
 }
 
 Result<> HidapiStack::Look(const HidNode& node) {
-  if (!IsStill(node)) return Gone();
-  if (IsBoardLocked(node.path)) return InUse();
+  if (IsBoardLocked(node.path, [&node] { return IsStill(node); })) return InUse();
   if (!IsStill(node)) return Gone();
 #ifdef __linux__
   const Result<NodeIdentity> probed = ProbeNode(node.path);
@@ -73,19 +72,16 @@ Result<> HidapiStack::Look(const HidNode& node) {
 }
 
 Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
-  if (!IsStill(node)) return Gone();
   // From here on nobody else gets its path: a system gives it on when the last who has the device open lets go of it.
-  BoardLock claim = LockBoard(node.path);
+  BoardLock claim = LockBoard(node.path, [&node] { return IsStill(node); });
   if (claim.heldByAnother) return InUse();
+  if (!claim.lock) return core::base::FailureOf(claim.error);
   if (!IsStill(node)) return Gone();
   NodeIdentity identity;
 #ifdef __linux__
   const Result<NodeIdentity> probed = ProbeNode(node.path);
   if (!probed) return probed.Why();
   identity = *probed;
-#endif
-  if (!claim.lock) return core::base::FailureOf(claim.error);
-#ifdef __linux__
   // What is claimed is what is opened, although its path may have gone from one device to the next before.
   if (!IsOf(claim.lock->File(), identity)) return Gone();
 #endif
