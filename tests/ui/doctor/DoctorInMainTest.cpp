@@ -3,6 +3,8 @@
 
 #include <QMenu>
 #include <QTest>
+#include <filesystem>
+#include <memory>
 
 #include "ui/window/MainFixture.h"
 
@@ -53,6 +55,26 @@ TEST_F(DoctorInMain, WhyCanBeReadInTheSmallestWindowAlsoBesideTheLedDriversPage)
       EXPECT_TRUE(window->rect().contains(QRect(widget.mapTo(window.get(), QPoint(0, 0)), widget.size()))) << name;
     }
     window.reset();
+  }
+}
+
+TEST_F(DoctorInMain, WhyStandsBesideABoardThatCannotBeUsedYet) {
+  const std::filesystem::path board = folder / "board";
+  std::filesystem::create_directories(board);
+  const std::unique_ptr<core::base::Disk::Lock> other = disk.TryLock(board / "board.lock").lock;
+  Make("dir=" + board.string());
+  dialogs.okAnswers = {true};
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  for (const QSize size : {QSize(800, 600), QSize(960, 640)}) {
+    window->resize(size);
+    QApplication::processEvents();
+    const auto& label = Find<QLabel>("NoBoardLabel");
+    ASSERT_EQ(label.text(), "Board found, not usable yet");
+    EXPECT_GE(label.height(), label.heightForWidth(label.width())) << size.width();
+    EXPECT_GE(Why().width(), Why().sizeHint().width());
+    for (const QWidget* const widget : {static_cast<const QWidget*>(&label), static_cast<const QWidget*>(&Why())})
+      EXPECT_TRUE(window->rect().contains(QRect(widget->mapTo(window.get(), QPoint(0, 0)), widget->size())));
   }
 }
 
