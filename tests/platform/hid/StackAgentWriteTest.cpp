@@ -141,7 +141,7 @@ TEST_F(StackAgentWrite, InAHurryNothingIsWaitedForLongerThanABoardThatIsWellNeed
   support::FakeHidDevice& board = OpenSlowBoard(kForEver);
   agent->Hurry();
   EXPECT_FALSE(agent->WriteReport());
-  EXPECT_EQ(bus.clock.Now(), 40ms);
+  EXPECT_EQ(bus.clock.Now(), 100ms);
   EXPECT_EQ(turns, 0) << "somebody had a turn in a program that ends";
   board.slowWrites = 1;
   EXPECT_FALSE(agent->WriteReport());
@@ -154,7 +154,7 @@ TEST_F(StackAgentWrite, AHurryThatComesMeanwhileEndsTheWaitForAWriteButNotForAnA
   support::FakeHidDevice& board = OpenSlowBoard(kForEver);
   onTurn = [&] { agent->Hurry(); };
   EXPECT_FALSE(agent->WriteReport());
-  EXPECT_EQ(bus.clock.Now(), 60ms);
+  EXPECT_EQ(bus.clock.Now(), 120ms);
   EXPECT_EQ(turns, 1);
   board.slowWrites = 0;
   board.onWait = [&] {
