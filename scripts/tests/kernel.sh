@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Sourced by ./test and .ci/run: the built programs against Debian's own kernel, in virtual machines (tests/rig/kernel).
+# Sourced by scripts/parts.sh: the built programs against Debian's own kernel, in virtual machines (tests/rig/kernel).
 # shellcheck shell=bash disable=SC2154  # project, jobs: of who sources this
 
 kernel_rig="$project/tests/rig/kernel"
