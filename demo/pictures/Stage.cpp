@@ -31,9 +31,20 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (!options) throw std::runtime_error(options.Text());
   m_agent = std::make_unique<simulator::SimulatedAgent>(*options, m_clock, m_gate.Pump());
   if (none) m_agent->Unplug();
-  m_window = std::make_unique<ui::window::Main>(
-      ui::window::Surroundings{*m_agent, m_gate, m_clock, m_disk, m_dialogs, m_player, m_folders, m_kept, m_sleep,
-                               &m_update, m_settings, program, ui::kit::PathOf(m_folder.path()), doctor});
+  m_window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*m_agent,
+                                                                         m_gate,
+                                                                         m_clock,
+                                                                         m_disk,
+                                                                         m_dialogs,
+                                                                         m_player,
+                                                                         m_folders,
+                                                                         m_kept,
+                                                                         m_sleep,
+                                                                         &m_update,
+                                                                         m_settings,
+                                                                         program,
+                                                                         {ui::kit::PathOf(m_folder.path())},
+                                                                         doctor});
 }
 
 Stage::~Stage() = default;

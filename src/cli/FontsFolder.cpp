@@ -7,26 +7,30 @@
 #include "core/update/FontFiles.h"
 #include "core/update/FontsPlace.h"
 #include "platform/desktop/DataFolder.h"
+#include "platform/desktop/ExecutableFolder.h"
+#include "platform/desktop/ProgramFolder.h"
 
 namespace kestrin::cli {
 
 namespace {
 
-std::vector<std::filesystem::path> Places(const GlobalOptions& options) {
-  std::vector<std::filesystem::path> places{ProgramFolder(options)};
-  const std::filesystem::path own = platform::desktop::DataFolder();
-  if (options.programFolder.empty() && !own.empty()) places.push_back(own);
-  return places;
+/// What is this person's own; who names a program folder gets that one alone.
+std::filesystem::path OwnFolder(const GlobalOptions& options) {
+  return options.programFolder.empty() ? platform::desktop::DataFolder() : std::filesystem::path();
 }
 
 }  // namespace
 
 std::vector<std::filesystem::path> FontsFolders(const GlobalOptions& options) {
-  std::vector<std::filesystem::path> folders = Places(options);
+  std::vector<std::filesystem::path> folders{ProgramFolder(options)};
+  if (const std::filesystem::path own = OwnFolder(options); !own.empty()) folders.push_back(own);
   for (std::filesystem::path& folder : folders) folder /= core::update::FontFiles::kFolderName;
   return folders;
 }
 
-std::filesystem::path FontsFolder(const GlobalOptions& options) { return core::update::FontsPlaceIn(Places(options)); }
+std::filesystem::path FontsFolder(const GlobalOptions& options) {
+  return core::update::FontsPlaceIn(platform::desktop::FoldersToWriteIn(
+      ProgramFolder(options), platform::desktop::ExecutableFolder(), OwnFolder(options)));
+}
 
 }  // namespace kestrin::cli

@@ -12,9 +12,9 @@ namespace kestrin::cli {
 /// person's own. Makes and tries nothing. Throws like FontsFolder().
 [[nodiscard]] std::vector<std::filesystem::path> FontsFolders(const GlobalOptions& options);
 
-/// The folder into which sound fonts are fetched: beside the program or, where that cannot be written, among what is
-/// this person's own. Who names a program folder gets the one in it. It is made. Throws CommandFailure when the system
-/// names no folder at all.
+/// The folder into which sound fonts are fetched: beside the program or, where that cannot be written or belongs to
+/// whoever installed it, among what is this person's own. Who names a program folder gets the one in it. It is made.
+/// Throws CommandFailure when the system names no folder at all.
 [[nodiscard]] std::filesystem::path FontsFolder(const GlobalOptions& options);
 
 }  // namespace kestrin::cli

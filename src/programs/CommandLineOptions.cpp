@@ -32,8 +32,8 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
   const QCommandLineOption version = parser.addVersionOption();
   const QCommandLineOption board("board", "The board: auto (default), hid:PATH, sim or sim:KEY=VALUE,...", "BOARD",
                                  "auto");
-  const QCommandLineOption folder("program-folder", "The folder with pictures and help (default: that of the program).",
-                                  "DIR");
+  const QCommandLineOption folder("program-folder",
+                                  "The folder with pictures and help (default: the one that came with it).", "DIR");
   const QCommandLineOption server("update-server",
                                   "The server that new sounds come from (default: the one of this build, or of the "
                                   "environment variable KESTRIN_UPDATE_SERVER).",

@@ -13,7 +13,7 @@ namespace kestrin::programs {
 /// What the person wants, as they say it when they start the program.
 struct CommandLineOptions {
   struct Parsed;
-  /// Reads the arguments, the program's own name first. `programFolder` is the folder of the executable;
+  /// Reads the arguments, the program's own name first. `programFolder` is the one that belongs to the program;
   /// `environmentServer` the environment variable that names an update server, nullptr when it is not set.
   [[nodiscard]] static Parsed Parse(const QStringList& arguments, const std::filesystem::path& programFolder,
                                     const char* environmentServer = nullptr);

@@ -4,10 +4,10 @@
 #include <QStandardPaths>
 #include <QTextStream>
 #include <QTimer>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include "core/doctor/Diagnosis.h"
 #include "core/doctor/DoctorReport.h"
@@ -20,6 +20,8 @@
 #include "platform/desktop/DataFolder.h"
 #include "platform/desktop/DesktopFolders.h"
 #include "platform/desktop/EndRequests.h"
+#include "platform/desktop/ExecutableFolder.h"
+#include "platform/desktop/ProgramFolder.h"
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
@@ -58,6 +60,12 @@ int Tell(std::FILE* where, const QString& text, int code) {
 std::filesystem::path DataFolder() {
   const std::filesystem::path folder = platform::desktop::DataFolder();
   return folder.empty() ? ui::kit::PathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)) : folder;
+}
+
+/// The folder that the program stands in.
+std::filesystem::path ExecutableFolder() {
+  const std::filesystem::path folder = platform::desktop::ExecutableFolder();
+  return folder.empty() ? ui::kit::PathOf(QCoreApplication::applicationDirPath()) : folder;
 }
 
 /// The help, read when it is asked for the first time.
@@ -114,7 +122,8 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   ui::kit::Theme::Apply(application, ui::kit::ViewMenu::Chosen(settings));
   const std::unique_ptr<core::sound::SoundPlayer> player = platform::desktop::MakeSystemSoundPlayer(clock);
-  const std::array places{options.programFolder, data};
+  const std::vector<std::filesystem::path> places =
+      platform::desktop::FoldersToWriteIn(options.programFolder, ExecutableFolder(), data);
   const std::filesystem::path fonts = core::update::FontsPlaceIn(places);
   const platform::desktop::DesktopFolders desktopFolders;
   const ui::window::FoldersWithFonts folders(desktopFolders, fonts);
@@ -129,7 +138,7 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   const ui::doctor::DoctorMeans doctor = MakeDoctor(survey, options.board, **board, clock);
 
   ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
-                           options.programFolder, data, &doctor});
+                           options.programFolder, places, &doctor});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });
@@ -161,7 +170,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
   QGuiApplication::setDesktopFileName("kestrin");
   const programs::CommandLineOptions::Parsed parsed = programs::CommandLineOptions::Parse(
-      QCoreApplication::arguments(), ui::kit::PathOf(QCoreApplication::applicationDirPath()),
+      QCoreApplication::arguments(), platform::desktop::ProgramFolderOf(ExecutableFolder()),
       std::getenv(core::update::UpdateServer::kEnvironment));
   if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
   if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);

@@ -58,7 +58,7 @@ Main::Main(const Surroundings& surroundings)
       m_download(m_configuration, m_session, m_around),
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),
-      m_preview(surroundings.player, {surroundings.programFolder, surroundings.dataFolder}),
+      m_preview(surroundings.player, surroundings.foldersToWriteIn),
       m_focus(*this),
       m_place(*this, surroundings.settings),
       m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "core/base/Clock.h"
 
@@ -51,8 +52,8 @@ struct Surroundings {
   QSettings& settings;
   /// Pictures, help and catalogue.
   std::filesystem::path programFolder;
-  /// What the program keeps for this person; empty when there is no such place.
-  std::filesystem::path dataFolder;
+  /// Where files of the program's own may be written, the best place first.
+  std::vector<std::filesystem::path> foldersToWriteIn;
   /// nullptr where nobody can look into connections.
   const doctor::DoctorMeans* doctor = nullptr;
 };

@@ -147,7 +147,7 @@ TEST_F(DoctorInMain, CannotBeOpenedDuringADownload) {
 TEST_F(DoctorInMain, IsNotOfferedWhereNobodyCanLook) {
   Make("", false);
   window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
-      *agent, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings, program, data});
+      *agent, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings, program, {program, data}});
   dialogs.okAnswers = {true};
   ASSERT_TRUE(window->StartUp());
   Show();

@@ -30,8 +30,19 @@ class HeldWrite : public MainFixture {
     hid = std::make_unique<platform::hid::StackAgent>(
         std::make_unique<FakeHidStack>(bus), [this] { return std::make_unique<FakeDeviceMonitor>(bus); }, bus.clock,
         gate.Pump());
-    window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
-        *hid, gate, bus.clock, disk, dialogs, player, folders, kept, sleep, updateDialog, settings, program, data});
+    window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*hid,
+                                                                         gate,
+                                                                         bus.clock,
+                                                                         disk,
+                                                                         dialogs,
+                                                                         player,
+                                                                         folders,
+                                                                         kept,
+                                                                         sleep,
+                                                                         updateDialog,
+                                                                         settings,
+                                                                         program,
+                                                                         {program, data}});
     ASSERT_TRUE(window->StartUp());
     Show();
     window->OpenSet(CompleteSet());

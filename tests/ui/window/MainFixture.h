@@ -81,9 +81,20 @@ class MainFixture : public testing::Test {
     ASSERT_TRUE(created) << created.Text();
     agent = *std::move(created);
     if (!plugged) agent->Unplug();
-    window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*agent, gate, Clock(), disk, dialogs, player,
-                                                                         *surroundingFolders, kept, sleep, updateDialog,
-                                                                         settings, program, data, &doctor.means});
+    window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*agent,
+                                                                         gate,
+                                                                         Clock(),
+                                                                         disk,
+                                                                         dialogs,
+                                                                         player,
+                                                                         *surroundingFolders,
+                                                                         kept,
+                                                                         sleep,
+                                                                         updateDialog,
+                                                                         settings,
+                                                                         program,
+                                                                         {program, data},
+                                                                         &doctor.means});
   }
 
   /// Makes it and starts it up with that board online.

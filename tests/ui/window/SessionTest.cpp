@@ -124,7 +124,7 @@ TEST_F(Session, SaysWhyABoardThatIsThereCannotBeUsedAndForgetsItWhenItCan) {
   ScriptedAgent locked;
   locked.accessProblem = inUse;
   window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
-      locked, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings, program, data});
+      locked, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings, program, {program, data}});
   dialogs.okAnswers = {true};
   ASSERT_TRUE(window->StartUp());
   EXPECT_EQ(dialogs.asked.back().advice, inUse);
@@ -152,8 +152,8 @@ TEST_F(Session, SaysWhyABoardThatIsThereCannotBeUsedAndForgetsItWhenItCan) {
 TEST_F(Session, NamesADeviceThatOnlyLooksLikeABoard) {
   ScriptedAgent odd;
   odd.toOpen = {{1, kVendorId, kProductId, {}}};
-  window = std::make_unique<ui::window::Main>(ui::window::Surroundings{odd, gate, clock, disk, dialogs, player, folders,
-                                                                       kept, sleep, &update, settings, program, data});
+  window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
+      odd, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings, program, {program, data}});
   dialogs.okAnswers = {true};
   ASSERT_TRUE(window->StartUp());
   const auto& label = Find<QLabel>("NoBoardLabel");

@@ -124,7 +124,7 @@ TEST_F(StartUp, FetchesNothingForABoardThatDidNotAnswer) {
 TEST_F(StartUp, SaysThatThereIsNoUpdateInABuildWithout) {
   agent = std::make_unique<simulator::SimulatedAgent>(simulator::BoardOptions{}, clock, gate.Pump());
   window = std::make_unique<ui::window::Main>(ui::window::Surroundings{
-      *agent, gate, clock, disk, dialogs, player, folders, kept, sleep, nullptr, settings, program, data});
+      *agent, gate, clock, disk, dialogs, player, folders, kept, sleep, nullptr, settings, program, {program, data}});
   ASSERT_TRUE(window->StartUp());
   EXPECT_FALSE(Button("UpdateBtn").isEnabled());
   EXPECT_EQ(Button("UpdateBtn").toolTip(), "This version does not fetch sounds from the Internet.");
