@@ -6,7 +6,12 @@ if(KESTRIN_CORE_ONLY)
   return()
 endif()
 
-find_package(Qt6 6.4 QUIET COMPONENTS Widgets Svg)
+# Drawings become pictures on the machine that builds: only there Svg is needed.
+if(KESTRIN_HOST_TOOLS)
+  find_package(Qt6 6.4 QUIET COMPONENTS Widgets)
+else()
+  find_package(Qt6 6.4 QUIET COMPONENTS Widgets Svg)
+endif()
 if(NOT Qt6_FOUND)
   message(STATUS
     "Qt 6.4 or later with its modules Widgets and Svg was not found: the window program is left out, kestrinctl is built. "
