@@ -3,6 +3,12 @@
 
 #include <cerrno>
 
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#endif
+
 namespace kestrin::core::base {
 
 namespace {
@@ -10,8 +16,10 @@ namespace {
 /// Fails when there is anything of that name.
 std::FILE* MakeExclusively(const std::filesystem::path& path) {
 #ifdef _WIN32
-  // Only wide characters can name every file there.
-  return _wfopen(path.c_str(), L"wbx");
+  // Only wide characters can name every file there. The "x" of fopen() is no good: the runtime library that every
+  // Windows has takes no notice of it, and would empty a file that is there.
+  const int number = _wopen(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY, _S_IREAD | _S_IWRITE);
+  return number < 0 ? nullptr : _fdopen(number, "wb");
 #else
   return std::fopen(path.c_str(), "wbx");
 #endif
