@@ -138,6 +138,8 @@ class Parser {
       : m_app("Gets sounds onto Kestrin light-saber boards and sets the boards up.", "kestrinctl") {
     m_app.set_version_flag("--version", "kestrinctl " + version);
     m_app.fallthrough();
+    // On Windows whatever begins with a slash would be an option otherwise: "/sets/a.lscfg" is a file.
+    m_app.allow_windows_style_options(false);
     m_app.footer("--board, --program-folder, --json and --quiet may stand before the command or behind it.");
     m_app.require_subcommand(1);
     m_app.add_option("--board", options.board, "auto, hid:PATH, sim or sim:KEY=VALUE,...")

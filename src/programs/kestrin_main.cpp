@@ -5,8 +5,9 @@
 #include <QTextStream>
 #include <QTimer>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "core/doctor/Diagnosis.h"
@@ -29,6 +30,7 @@
 #include "platform/doctor/UdevRule.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
+#include "platform/process/Environment.h"
 #include "platform/process/StandardStreams.h"
 #include "programs/ChosenFacts.h"
 #include "programs/CommandLineOptions.h"
@@ -169,9 +171,11 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationName("Kestrin Launcher");
   QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
   QGuiApplication::setDesktopFileName("kestrin");
+  const std::optional<std::string> server =
+      platform::process::EnvironmentText(core::update::UpdateServer::kEnvironment);
   const programs::CommandLineOptions::Parsed parsed = programs::CommandLineOptions::Parse(
       QCoreApplication::arguments(), platform::desktop::ProgramFolderOf(ExecutableFolder()),
-      std::getenv(core::update::UpdateServer::kEnvironment));
+      server ? server->c_str() : nullptr);
   if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
   if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);
   try {

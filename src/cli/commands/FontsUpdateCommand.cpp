@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <cstdlib>
+#include <optional>
+#include <string>
 
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
@@ -11,6 +12,7 @@
 #include "core/update/UpdateManager.h"
 #include "core/update/UpdateServer.h"
 #include "platform/net/CurlTransfer.h"
+#include "platform/process/Environment.h"
 
 namespace kestrin::cli {
 
@@ -47,8 +49,10 @@ class FontsUpdateCommand final : public Command {
   }
 
   [[nodiscard]] Report Run(Context& context) override {
+    const std::optional<std::string> environment =
+        platform::process::EnvironmentText(core::update::UpdateServer::kEnvironment);
     const std::string server =
-        core::update::UpdateServer::Choose(m_server, std::getenv(core::update::UpdateServer::kEnvironment));
+        core::update::UpdateServer::Choose(m_server, environment ? environment->c_str() : nullptr);
     if (!core::update::UpdateServer::IsValid(server))
       throw CommandFailure(ExitCode::WrongUsage,
                            core::base::Quoted(server) + " is no server. Name it as HOST or HOST:PORT.");

@@ -2,10 +2,6 @@
 #include "platform/files/SystemDisk.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "support/TestFiles.h"
 
@@ -23,12 +19,6 @@ TEST(SystemDisk, FlushesFilesAndFolders) {
 TEST(SystemDisk, SaysWhatCannotBeFlushed) {
   const support::TemporaryFolder folder;
   EXPECT_EQ(SystemDisk().Flush(folder / "missing"), std::errc::no_such_file_or_directory);
-}
-
-TEST(SystemDisk, DoesNotWaitForTheOtherEndOfAPipe) {
-  const support::TemporaryFolder folder;
-  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-  EXPECT_NE(SystemDisk().Flush(folder / "pipe"), std::error_code()) << "a pipe has nothing to flush";
 }
 
 TEST(SystemDisk, GivesALockToOneAtATime) {
@@ -54,34 +44,6 @@ TEST(SystemDisk, SaysWhyALockCannotBeAskedFor) {
   EXPECT_FALSE(missing.lock);
   EXPECT_FALSE(missing.heldByAnother);
   EXPECT_EQ(missing.error, std::errc::no_such_file_or_directory);
-
-  std::filesystem::create_symlink(folder / "elsewhere", folder / "link");
-  EXPECT_TRUE(SystemDisk().TryLock(folder / "link").error);
-  EXPECT_FALSE(std::filesystem::exists(folder / "elsewhere")) << "a link was written through";
-}
-
-TEST(SystemDisk, ExcludesAnotherProgramUntilThatIsKilled) {
-  const support::TemporaryFolder folder;
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t child = ::fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    const core::base::Disk::LockResult held = SystemDisk().TryLock(folder / "lock");
-    const char answer = held.lock ? 'y' : 'n';
-    (void)!::write(ready[1], &answer, 1);
-    for (;;) ::pause();
-  }
-  char answer = '?';
-  ASSERT_EQ(::read(ready[0], &answer, 1), 1);
-  EXPECT_EQ(answer, 'y');
-  EXPECT_TRUE(SystemDisk().TryLock(folder / "lock").heldByAnother);
-
-  ASSERT_EQ(::kill(child, SIGKILL), 0);
-  ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-  EXPECT_TRUE(SystemDisk().TryLock(folder / "lock").lock);
-  ::close(ready[0]);
-  ::close(ready[1]);
 }
 
 }  // namespace
