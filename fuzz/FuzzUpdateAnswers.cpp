@@ -43,6 +43,7 @@ class Pieces final : public TransferControl {
   }
   bool StillExecuting() override { return false; }
   void Cancel() override { m_body = {}; }
+  [[nodiscard]] std::string Trouble() const override { return ""; }
   [[nodiscard]] int HttpStatus() const override { return 200; }
   [[nodiscard]] std::string GetHeader(const std::string&) const override { return std::to_string(m_length); }
   std::string NextChunk(std::size_t most) override {

@@ -36,7 +36,8 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
                                   "The folder with pictures and help (default: the one that came with it).", "DIR");
   const QCommandLineOption server("update-server",
                                   "The server that new sounds come from (default: the one of this build, or of the "
-                                  "environment variable KESTRIN_UPDATE_SERVER).",
+                                  "environment variable KESTRIN_UPDATE_SERVER), with https:// in front where the "
+                                  "connection is encrypted.",
                                   "HOST[:PORT]");
   parser.addOptions({board, folder, server});
   parser.addPositionalArgument("FILE", "A sound set (.lscfg) to open.", "[FILE]");
@@ -56,8 +57,8 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
   CommandLineOptions options;
   options.updateServer = core::update::UpdateServer::Choose(parser.value(server).toStdString(), environmentServer);
   if (!core::update::UpdateServer::IsValid(options.updateServer))
-    return problem("\"" + QString::fromStdString(options.updateServer) +
-                   "\" is no update server: give HOST or HOST:PORT.");
+    return problem("\"" + QString::fromStdString(options.updateServer) + "\" is no update server: give " +
+                   core::update::UpdateServer::kForm + ".");
   options.board = *choice;
   options.programFolder = parser.isSet(folder) ? WholePath(parser.value(folder)) : programFolder;
   if (!files.isEmpty()) options.set = WholePath(files.constFirst());

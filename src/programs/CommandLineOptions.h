@@ -22,7 +22,7 @@ struct CommandLineOptions {
   std::filesystem::path programFolder;
   /// The set to open; empty: none.
   std::filesystem::path set;
-  /// HOST or HOST:PORT.
+  /// A valid UpdateServer.
   std::string updateServer;
 };
 

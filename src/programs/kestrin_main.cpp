@@ -134,6 +134,7 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   platform::desktop::SystemSleepBlocker sleep;
   Help help(options.programFolder);
   platform::net::CurlTransfer transfer(gate.Pump());
+  transfer.Trust(std::getenv(core::update::UpdateServer::kCertificates));
   ui::window::FontUpdate update(transfer, options.updateServer, fonts, disk, gate);
 
   platform::doctor::SystemSurvey survey;

@@ -57,7 +57,10 @@ TEST(CommandLineOptions, NameTheUpdateServer) {
   EXPECT_EQ(parse({}, "from.environment:81").options.updateServer, "from.environment:81");
   EXPECT_EQ(parse({"--update-server", "localhost:8080"}, "from.environment").options.updateServer, "localhost:8080");
   EXPECT_EQ(parse({"--update-server", "http://x/"}, nullptr).problem.section('\n', 0, 0),
-            "\"http://x/\" is no update server: give HOST or HOST:PORT.");
+            "\"http://x/\" is no update server: give HOST or HOST:PORT, with https:// in front where the connection is "
+            "encrypted.");
+  EXPECT_EQ(parse({"--update-server", "https://localhost:8443"}, nullptr).options.updateServer,
+            "https://localhost:8443");
 }
 
 TEST(CommandLineOptions, TakeADevicePath) {

@@ -79,6 +79,10 @@ class ScriptedTransfer final : public core::update::TransferControl {
     if (m_callback) m_callback(state);
   }
 
+  /// What kept requests from being encrypted.
+  std::string trouble;
+
+  [[nodiscard]] std::string Trouble() const override { return trouble; }
   void OnStateChanged(StateChanged callback) override { m_callback = std::move(callback); }
 
   void Demand(std::int64_t bytesAMinute) override { m_demand = bytesAMinute; }

@@ -26,6 +26,8 @@ class FontsServeCommand final : public Command {
     syntax.Text("--address A", m_address,
                 "The address of this computer, 0.0.0.0 for all (127.0.0.1: this computer only)",
                 Syntax::Need::Optional);
+    syntax.Flag("--behind-proxy", m_behindProxy,
+                "All clients come through one computer that limits them: no limit for one address");
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -38,7 +40,9 @@ class FontsServeCommand final : public Command {
     const auto note = [quiet](const std::string& text) {
       if (!quiet) std::cout << text << std::endl;
     };
-    platform::net::FontServer server(core::update::FontAnswers(fonts), note, clock);
+    platform::net::ConnectionTable::Limits limits;
+    if (m_behindProxy) limits.ofOneAddress = limits.inAll;
+    platform::net::FontServer server(core::update::FontAnswers(fonts), note, clock, limits);
     Require(server.Open(m_address, static_cast<std::uint16_t>(m_port.value_or(0))));
     // Whoever started it waits for this line.
     std::cout << server.Address() << std::endl;
@@ -65,6 +69,7 @@ class FontsServeCommand final : public Command {
   std::filesystem::path m_folder;
   std::optional<std::int32_t> m_port;
   std::string m_address = "127.0.0.1";
+  bool m_behindProxy = false;
 };
 
 }  // namespace

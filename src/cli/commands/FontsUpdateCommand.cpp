@@ -45,7 +45,9 @@ class FontsUpdateCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Fetch the sound fonts that are missing here"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Text("--server HOST[:PORT]", m_server, "The update server to ask", Syntax::Need::Optional);
+    syntax.Text("--server HOST[:PORT]", m_server,
+                "The update server to ask, with https:// in front where the connection is encrypted",
+                Syntax::Need::Optional);
   }
 
   [[nodiscard]] Report Run(Context& context) override {
@@ -54,8 +56,8 @@ class FontsUpdateCommand final : public Command {
     const std::string server =
         core::update::UpdateServer::Choose(m_server, environment ? environment->c_str() : nullptr);
     if (!core::update::UpdateServer::IsValid(server))
-      throw CommandFailure(ExitCode::WrongUsage,
-                           core::base::Quoted(server) + " is no server. Name it as HOST or HOST:PORT.");
+      throw CommandFailure(ExitCode::WrongUsage, core::base::Quoted(server) + " is no server. Name it as " +
+                                                     core::update::UpdateServer::kForm + ".");
     OnlineBoard online(context);
     online.RequireSoundBoard();
     // The server wants to know which board it is for.
@@ -67,6 +69,7 @@ class FontsUpdateCommand final : public Command {
     ConsoleUpdateView view(progress);
     const core::base::EventPump pump = context.interrupt.Pump();
     platform::net::CurlTransfer transfer(pump);
+    transfer.Trust(std::getenv(core::update::UpdateServer::kCertificates));
     core::update::UpdateManager manager(server, FontsFolder(context.options), context.disk, pump);
     manager.Initialize(view, transfer);
     manager.deviceSerial(online.State().serialNumber);

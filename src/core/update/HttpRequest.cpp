@@ -10,6 +10,7 @@
 
 #include "base/Numbers.h"
 #include "update/TransferControl.h"
+#include "update/UpdateServer.h"
 
 namespace kestrin::core::update {
 
@@ -36,9 +37,9 @@ std::optional<std::int64_t> LengthIn(std::string_view text) {
 
 }  // namespace
 
-HttpRequest::HttpRequest(const std::string& host, SinkFor sinkFor, base::EventPump pump)
-    : m_url("http://" + host),
-      m_headers("Host:" + host + "\r\nUser-Agent:" + kUserAgent +
+HttpRequest::HttpRequest(const std::string& server, SinkFor sinkFor, base::EventPump pump)
+    : m_url((UpdateServer::IsEncrypted(server) ? "https://" : "http://") + std::string(UpdateServer::Host(server))),
+      m_headers("Host:" + std::string(UpdateServer::Host(server)) + "\r\nUser-Agent:" + kUserAgent +
                 "\r\nConnection:keep-alive\r\nContent-Type:application/x-www-form-urlencoded"),
       m_sinkFor(std::move(sinkFor)),
       m_pump(std::move(pump)) {}
@@ -52,6 +53,8 @@ void HttpRequest::Notice(int state) {
   if (state == TransferControl::kDisconnected) m_status = kDisconnected;
   if (state == TransferControl::kError) m_status = kFailed;
 }
+
+std::string HttpRequest::trouble() const { return m_inetConnector != nullptr ? m_inetConnector->Trouble() : ""; }
 
 void HttpRequest::cancel() {
   if (!m_running) return;

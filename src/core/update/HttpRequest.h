@@ -43,8 +43,8 @@ class HttpRequest {
   /// What a file has to bring in every minute, in bytes; a text has to be over within one.
   static constexpr std::int64_t kSlowestFile = std::int64_t{64} * 1024;
 
-  /// `host` is the server, with ":" and the port where that is not 80. Files go to what `sinkFor` gives.
-  HttpRequest(const std::string& host, SinkFor sinkFor, base::EventPump pump = {});
+  /// `server` is a valid UpdateServer. Files go to what `sinkFor` gives.
+  HttpRequest(const std::string& server, SinkFor sinkFor, base::EventPump pump = {});
 
   /// Takes the control through which requests go; it must outlive this object.
   void Initialize(TransferControl& transferControl);
@@ -59,6 +59,8 @@ class HttpRequest {
 
   /// How the last request ended: 0 fine, see Status for all others.
   [[nodiscard]] std::int16_t requestStatus() const { return m_status; }
+  /// What kept the last request from an encrypted connection, for the person, with what to do; "" when nothing did.
+  [[nodiscard]] std::string trouble() const;
   /// Whether the sink took what came of the last file that was asked for; a failure is the sink's own.
   [[nodiscard]] const base::Result<>& fileResult() const { return m_fileResult; }
   /// Ends the request that runs now, with status 1; without one it does nothing. Meant to be called from an event.

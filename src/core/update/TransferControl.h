@@ -45,6 +45,9 @@ class TransferControl {
   /// Ends the request at once; without one it does nothing. Tells nobody. May be called from inside an event that is
   /// handled while NextChunk() waits: that call then returns empty.
   virtual void Cancel() = 0;
+  /// Why the connection of the last request could not be encrypted, or not to whom it should be, for the person, with
+  /// what to do; "" when that was no trouble, or none was to be. Kept until the next request.
+  [[nodiscard]] virtual std::string Trouble() const = 0;
   /// The HTTP status of the answer (200); 0 while there is no answer.
   [[nodiscard]] virtual int HttpStatus() const = 0;
   /// A header of the answer by its name, letter case ignored; "" when the answer has none of that name.

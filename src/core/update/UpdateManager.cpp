@@ -185,7 +185,7 @@ bool UpdateManager::UpdateSound(const std::string& item, const std::string& line
                                  m_store.FolderOf(item), line);
     if (!Succeeded(m_requestManager.fileResult())) return false;
     if (m_requestManager.requestStatus() != HttpRequest::kFine) {
-      End(Outcome::Failed, kSoundFailed);
+      EndFailedRequest(kSoundFailed);
       return false;
     }
   }
@@ -206,11 +206,16 @@ bool UpdateManager::Ask(const std::string& body, const char* warning, Lines& lin
   std::optional<Lines> read;
   if (m_requestManager.requestStatus() == HttpRequest::kFine) read = UpdateAnswer::Read(answer);
   if (!read) {
-    End(Outcome::Failed, warning);
+    EndFailedRequest(warning);
     return false;
   }
   lines = std::move(*read);
   return !m_cancelled;
+}
+
+void UpdateManager::EndFailedRequest(const char* warning) {
+  const std::string trouble = m_requestManager.trouble();
+  End(Outcome::Failed, trouble.empty() ? warning : trouble);
 }
 
 bool UpdateManager::Turn() {

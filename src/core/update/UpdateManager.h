@@ -41,7 +41,7 @@ class UpdateManager {
     Cancelled,
   };
 
-  /// `server` is HOST or HOST:PORT. Makes `fontsFolder` when it does not exist. The disk must outlive this object.
+  /// `server` is a valid UpdateServer. Makes `fontsFolder` when it does not exist. The disk must outlive this object.
   UpdateManager(const std::string& server, const std::filesystem::path& fontsFolder, base::Disk& disk,
                 base::EventPump pump = {});
   UpdateManager(const UpdateManager&) = delete;
@@ -88,6 +88,8 @@ class UpdateManager {
   [[nodiscard]] bool Succeeded(const base::Result<>& step);
   /// Asks the server; false when the request failed, with a warning of that text.
   [[nodiscard]] bool Ask(const std::string& body, const char* warning, Lines& lines);
+  /// The server could not be asked: ends with what is wrong with the encryption, or else with the warning.
+  void EndFailedRequest(const char* warning);
   /// Lets events run; false when the person cancelled meanwhile.
   [[nodiscard]] bool Turn();
   void End(Outcome outcome, const std::string& message);

@@ -4,12 +4,21 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "base/Text.h"
+
 namespace kestrin::core::update {
 
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kHexDigits = "0123456789abcdefABCDEF";
+
+constexpr std::string_view kPlain = "http://";
+constexpr std::string_view kEncrypted = "https://";
+
+bool BeginsWith(std::string_view server, std::string_view scheme) {
+  return base::EqualsIgnoringCase(server.substr(0, scheme.size()), scheme);
+}
 
 bool IsPort(std::string_view text) {
   constexpr std::size_t kMostDigits = 5;
@@ -30,7 +39,16 @@ std::string UpdateServer::Choose(std::string_view option, const char* environmen
   return environment != nullptr && *environment != '\0' ? environment : KESTRIN_UPDATE_SERVER;
 }
 
+std::string_view UpdateServer::Host(std::string_view server) {
+  for (const std::string_view scheme : {kPlain, kEncrypted})
+    if (BeginsWith(server, scheme)) return server.substr(scheme.size());
+  return server;
+}
+
+bool UpdateServer::IsEncrypted(std::string_view server) { return BeginsWith(server, kEncrypted); }
+
 bool UpdateServer::IsValid(std::string_view server) {
+  server = Host(server);
   std::size_t end = std::min(server.find(':'), server.size());
   if (!server.empty() && server.front() == '[') {
     // The address of the sixth version of the Internet protocol: colons stand inside brackets.

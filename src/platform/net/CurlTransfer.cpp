@@ -4,6 +4,7 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -12,6 +13,7 @@
 #include "core/base/Text.h"
 #include "platform/net/AnswerHead.h"
 #include "platform/net/CurlHandles.h"
+#include "platform/net/EncryptionTrouble.h"
 
 namespace kestrin::platform::net {
 
@@ -78,6 +80,7 @@ struct CurlTransfer::Transfer {
   }
 
   [[nodiscard]] bool Options(const std::string& url, const std::string& content, const Patience& patience);
+  [[nodiscard]] bool Encryption(const std::string& certificates);
   [[nodiscard]] std::size_t Waiting() const { return body.size() - taken; }
   [[nodiscard]] bool IsWhole() const { return length && received == *length; }
   /// How a request ends whose connection ended like this.
@@ -104,6 +107,8 @@ struct CurlTransfer::Transfer {
   std::size_t taken = 0;
   bool ended = false;
   int failure = 0;
+  /// What libcurl says of a failure.
+  std::array<char, CURL_ERROR_SIZE> words{};
   Moment heard = std::chrono::steady_clock::now();
   /// When the connection was last looked at, what of this minute is over, and what had come before it.
   core::base::Clock::Duration looked{};
@@ -117,7 +122,8 @@ bool CurlTransfer::Transfer::Options(const std::string& url, const std::string& 
     results.push_back(curl_easy_setopt(easy.get(), option, value));
   };
   set(CURLOPT_URL, url.c_str());
-  set(CURLOPT_PROTOCOLS_STR, "http");
+  set(CURLOPT_PROTOCOLS_STR, "http,https");
+  set(CURLOPT_ERRORBUFFER, words.data());
   set(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
   set(CURLOPT_POST, 1L);
   set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(content.size()));
@@ -141,6 +147,20 @@ bool CurlTransfer::Transfer::Options(const std::string& url, const std::string& 
   set(CURLOPT_WRITEFUNCTION, &Transfer::TakeBody);
   set(CURLOPT_WRITEDATA, this);
   return std::all_of(results.begin(), results.end(), [](CURLcode result) { return result == CURLE_OK; });
+}
+
+bool CurlTransfer::Transfer::Encryption(const std::string& certificates) {
+  const auto set = [this](CURLoption option, auto value) {
+    return curl_easy_setopt(easy.get(), option, value) == CURLE_OK;
+  };
+  // The defaults of the library, which must not hang on how somebody has built it.
+  if (!set(CURLOPT_SSL_VERIFYPEER, 1L) || !set(CURLOPT_SSL_VERIFYHOST, 2L) ||
+      !set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2)))
+    return false;
+  if (certificates.empty()) return true;
+  // A folder of certificates would be trusted beside the file; not every backend knows of one.
+  static_cast<void>(set(CURLOPT_CAPATH, static_cast<const char*>(nullptr)));
+  return set(CURLOPT_CAINFO, certificates.c_str());
 }
 
 CURLMcode CurlTransfer::Transfer::Listen(milliseconds wait) {
@@ -170,8 +190,7 @@ std::size_t CurlTransfer::Transfer::TakeBody(char* bytes, std::size_t size, std:
   return size * count;
 }
 
-// Nothing here is encrypted.
-CurlTransfer::Library::Library() { curl_global_init(CURL_GLOBAL_WIN32); }
+CurlTransfer::Library::Library() { curl_global_init(CURL_GLOBAL_DEFAULT); }
 
 CurlTransfer::Library::~Library() { curl_global_cleanup(); }
 
@@ -185,11 +204,13 @@ void CurlTransfer::OnStateChanged(StateChanged callback) { m_onStateChanged = st
 bool CurlTransfer::Execute(const std::string& url, const std::string& method, const std::string& body,
                            const std::string& headers) {
   m_transfer.reset();
+  m_trouble.clear();
   if (method != "POST") return false;
   if (!m_library) m_library.emplace();
   auto transfer = std::make_unique<Transfer>();
   transfer->headers = HeaderLines(headers);
-  if (!transfer->multi || !transfer->easy || !transfer->headers || !transfer->Options(url, body, m_patience))
+  if (!transfer->multi || !transfer->easy || !transfer->headers || !transfer->Options(url, body, m_patience) ||
+      !transfer->Encryption(m_certificates))
     return false;
   if (curl_multi_add_handle(transfer->multi.get(), transfer->easy.get()) != CURLM_OK) return false;
   m_transfer = std::move(transfer);
@@ -256,8 +277,11 @@ void CurlTransfer::Drive(milliseconds wait) {
   }
   if (outcome != CURLM_OK) return transfer.End(kError);
   int left = 0;
-  if (const CURLMsg* const message = curl_multi_info_read(transfer.multi.get(), &left); message != nullptr)
-    return transfer.End(transfer.StateOf(message->data.result));
+  if (const CURLMsg* const message = curl_multi_info_read(transfer.multi.get(), &left); message != nullptr) {
+    const CURLcode result = message->data.result;
+    m_trouble = EncryptionTrouble(result, transfer.words.data(), m_certificates);
+    return transfer.End(transfer.StateOf(result));
+  }
 
   curl_off_t connected = 0;
   curl_easy_getinfo(transfer.easy.get(), CURLINFO_PRETRANSFER_TIME_T, &connected);

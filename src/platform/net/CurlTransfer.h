@@ -14,14 +14,16 @@
 
 namespace kestrin::platform::net {
 
-/// The transfer control over libcurl: plain HTTP, POST only, one connection for each request, no proxy whatever the
-/// environment says. It works only while it is called and keeps no more of an answer than a chunk and what came with
-/// it: a server that is faster than the reader waits.
+/// The transfer control over libcurl: HTTP, plain or encrypted, POST only, one connection for each request, no proxy
+/// whatever the environment says. It works only while it is called and keeps no more of an answer than a chunk and what
+/// came with it: a server that is faster than the reader waits.
 ///
 /// The request has failed (state kError) when nothing is connected or comes within the times below, when less comes
 /// than is demanded (the head and what frames the pieces of a body count as nothing), when the answer's status is not
 /// 200 to 299, and when its body is longer than it says. It was disconnected (state kDisconnected) when the connection
-/// ends before the answer is whole. Whoever reads on after a failure is told of it again.
+/// ends before the answer is whole. An encrypted connection is one of TLS 1.2 or later to a server whose certificate is
+/// valid for the name in the address, and signed by whom this computer trusts; else the request has failed. Whoever
+/// reads on after a failure is told of it again.
 class CurlTransfer final : public core::update::TransferControl {
  public:
   struct Patience {
@@ -39,6 +41,10 @@ class CurlTransfer final : public core::update::TransferControl {
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
+  /// Trusts nobody but whom the certificates (PEM) in this file belong to, from the next request on. Null or "": the
+  /// computer's own list.
+  void Trust(const char* certificates) { m_certificates = certificates != nullptr ? certificates : ""; }
+
   void OnStateChanged(StateChanged callback) override;
   void Demand(std::int64_t bytesAMinute) override { m_demand = bytesAMinute; }
   /// False for another method than POST, too.
@@ -46,6 +52,7 @@ class CurlTransfer final : public core::update::TransferControl {
                              const std::string& headers) override;
   [[nodiscard]] bool StillExecuting() override;
   void Cancel() override;
+  [[nodiscard]] std::string Trouble() const override { return m_trouble; }
   [[nodiscard]] int HttpStatus() const override;
   [[nodiscard]] std::string GetHeader(const std::string& name) const override;
   [[nodiscard]] std::string NextChunk(std::size_t most) override;
@@ -73,6 +80,8 @@ class CurlTransfer final : public core::update::TransferControl {
   Patience m_patience;
   core::base::SystemClock m_systemClock;
   const core::base::Clock& m_clock;
+  std::string m_certificates;
+  std::string m_trouble;
   std::int64_t m_demand = 0;
   StateChanged m_onStateChanged;
   /// From the first request on: most runs of a program ask for nothing.

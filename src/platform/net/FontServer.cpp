@@ -30,9 +30,16 @@ constexpr std::size_t kPiece = std::size_t{64} * 1024;
 /// How often it is asked whether to go on.
 constexpr std::int32_t kTurnMilliseconds = 50;
 
+constexpr unsigned int kFine = 200;
+constexpr unsigned int kNotModified = 304;
 constexpr unsigned int kLengthRequired = 411;
 constexpr unsigned int kTooLarge = 413;
 constexpr unsigned int kNotFound = 404;
+
+/// For a cache before the server: it may keep a file, but has to ask every time whether that is still the same one. A
+/// second of trust would be enough to give out old and new sounds of one font.
+constexpr const char* kKeeping = "X-Accel-Expires";
+constexpr const char* kOverLongAgo = "@1";
 
 struct ResponseDeleter {
   void operator()(MHD_Response* response) const { MHD_destroy_response(response); }
@@ -54,6 +61,22 @@ bool QueueText(MHD_Connection* connection, unsigned int status, std::string text
   // The library copies it, and does not write to it.
   return Queue(connection, status, "text/plain",
                Response(MHD_create_response_from_buffer(text.size(), text.data(), MHD_RESPMEM_MUST_COPY)));
+}
+
+/// By which a file is known again: changed bytes change the time or the size. In quotes, as the header has it.
+/// Nothing when that is not known.
+std::string TagOf(const std::filesystem::path& path) {
+  std::error_code unknown;
+  const auto written = std::filesystem::last_write_time(path, unknown);
+  if (unknown) return "";
+  const std::uintmax_t size = std::filesystem::file_size(path, unknown);
+  if (unknown) return "";
+  return '"' + std::to_string(written.time_since_epoch().count()) + '-' + std::to_string(size) + '"';
+}
+
+bool AddTag(const Response& response, const std::string& tag) {
+  return !tag.empty() && MHD_add_response_header(response.get(), MHD_HTTP_HEADER_ETAG, tag.c_str()) == MHD_YES &&
+         MHD_add_response_header(response.get(), kKeeping, kOverLongAgo) == MHD_YES;
 }
 
 /// The length that a request's head tells; nothing when it tells none, or that it comes in pieces of any number.
@@ -114,6 +137,8 @@ struct FontServer::Impl {
   [[nodiscard]] bool Start(const addrinfo& place);
   [[nodiscard]] static bool Begin(MHD_Connection* connection, std::string_view url, std::string_view method);
   [[nodiscard]] bool Answer(MHD_Connection* connection, std::string_view url, const Request& request);
+  [[nodiscard]] bool AnswerFile(MHD_Connection* connection, const std::filesystem::path& path, const Request& request,
+                                std::string what);
   [[nodiscard]] Response FileResponse(const std::filesystem::path& path, ConnectionTable::Id id);
   void EndOverdue();
 
@@ -145,8 +170,12 @@ bool FontServer::Impl::Start(const addrinfo& place) {
                             MHD_OPTION_CONNECTION_LIMIT, static_cast<unsigned int>(2 * limits.inAll),
                             MHD_OPTION_NOTIFY_CONNECTION, &Impl::Notice, this, MHD_OPTION_NOTIFY_COMPLETED,
                             &Impl::Completed, this,
-                            // Two programs must not share a port, each getting half of the requests.
-                            MHD_OPTION_LISTENING_ADDRESS_REUSE, 0U, MHD_OPTION_END);
+#ifdef _WIN32
+                            // Two programs must not share a port, each getting half of the requests. Elsewhere they
+                            // cannot; there this would keep a server that is started anew from its port for a minute.
+                            MHD_OPTION_LISTENING_ADDRESS_REUSE, 0U,
+#endif
+                            MHD_OPTION_END);
   if (daemon == nullptr) return false;
   const MHD_DaemonInfo* const info = MHD_get_daemon_info(daemon, MHD_DAEMON_INFO_BIND_PORT);
   if (info != nullptr) port = info->port;
@@ -175,20 +204,30 @@ Response FontServer::Impl::FileResponse(const std::filesystem::path& path, Conne
   return response;
 }
 
+bool FontServer::Impl::AnswerFile(MHD_Connection* connection, const std::filesystem::path& path, const Request& request,
+                                  std::string what) {
+  // Before the file is opened: a file that changes meanwhile must not go by the tag of what it has become.
+  const std::string tag = TagOf(path);
+  const char* const known = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, MHD_HTTP_HEADER_IF_NONE_MATCH);
+  const bool same = !tag.empty() && known != nullptr && known == tag;
+  Response response = same ? Response(MHD_create_response_from_buffer(0, nullptr, MHD_RESPMEM_PERSISTENT))
+                           : FileResponse(path, request.id);
+  if (!response || !AddTag(response, tag)) {
+    note("unreadable: " + what);
+    return QueueText(connection, kNotFound, "");
+  }
+  note(same ? what + ", unchanged" : what);
+  // Whatever part was asked for, all of it is the answer.
+  return Queue(connection, same ? kNotModified : kFine, "application/octet-stream", std::move(response));
+}
+
 bool FontServer::Impl::Answer(MHD_Connection* connection, std::string_view url, const Request& request) {
   core::update::FontAnswers::Answer answer =
       url == core::update::FontAnswers::kTextPath ? answers.Text(request.body) : answers.Download(request.body);
   connections.NoteProgress(request.id, clock.Now());
-  Response file;
-  if (answer.file) {
-    file = FileResponse(*answer.file, request.id);
-    if (!file) answer = {kNotFound, "", std::nullopt, "unreadable: " + answer.note};
-  }
+  if (answer.file) return AnswerFile(connection, *answer.file, request, std::move(answer.note));
   note(answer.note);
-  const auto status = static_cast<unsigned int>(answer.status);
-  // Whatever part was asked for, all of it is the answer.
-  return file ? Queue(connection, status, "application/octet-stream", std::move(file))
-              : QueueText(connection, status, std::move(answer.text));
+  return QueueText(connection, static_cast<unsigned int>(answer.status), std::move(answer.text));
 }
 
 MHD_Result FontServer::Impl::TakeRequest(void* self, MHD_Connection* connection, const char* url, const char* method,

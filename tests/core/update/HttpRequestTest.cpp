@@ -77,6 +77,25 @@ TEST_F(HttpRequestTest, PostsToTheServersRootWithExactlyItsHeaders) {
   EXPECT_GE(turns, 3);
 }
 
+TEST_F(HttpRequestTest, TheKindOfConnectionIsNoPartOfTheHost) {
+  for (const auto& [server, url] : {std::pair("https://fonts.example:8443", "https://fonts.example:8443"),
+                                    std::pair("HTTP://fonts.example:8443", "http://fonts.example:8443")}) {
+    HttpRequest asking(server, sinkFor);
+    asking.Initialize(transfer);
+    transfer.requests.clear();
+    transfer.answers = {ScriptedTransfer::Whole("hello"), ScriptedTransfer::Whole("x")};
+    EXPECT_EQ(asking.requestText("svc=gct&did=1"), "hello");
+    asking.requestData("svc=dld", folder.Path(), "a.lsu");
+    ASSERT_EQ(transfer.requests.size(), 2U);
+    EXPECT_EQ(transfer.requests[0].url, url);
+    EXPECT_EQ(transfer.requests[1].url, std::string(url) + "/tst/gct/");
+    for (const ScriptedTransfer::Request& sent : transfer.requests)
+      EXPECT_EQ(sent.headers,
+                "Host:fonts.example:8443\r\nUser-Agent:VMTUpdateModule\r\nConnection:keep-alive\r\n"
+                "Content-Type:application/x-www-form-urlencoded");
+  }
+}
+
 TEST_F(HttpRequestTest, AsksForFilesAtTheirOwnPath) {
   Download(ScriptedTransfer::Whole("x"));
   EXPECT_EQ(transfer.requests[0].url, "http://fonts.example:8080/tst/gct/");

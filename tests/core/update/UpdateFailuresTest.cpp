@@ -110,6 +110,23 @@ TEST_F(UpdateFailuresTest, EveryRequestThatFailsHasItsWarning) {
   }
 }
 
+TEST_F(UpdateFailuresTest, WhatIsWrongWithTheEncryptionIsToldInPlaceOfANumber) {
+  ScriptedTransfer::Answer refused;
+  refused.refused = true;
+  transfer.trouble = "Its certificate is another's.";
+  const auto catalogue = Text("\r\nA\r\nB");
+  for (const auto& answers :
+       {std::vector{refused}, std::vector{catalogue, refused}, std::vector{catalogue, Text("\r\na.lsu"), refused}}) {
+    Update(answers);
+    EXPECT_EQ(view.warning, "Its certificate is another's.");
+    EXPECT_EQ(manager.message(), "Its certificate is another's.");
+    EXPECT_EQ(manager.outcome(), Outcome::Failed);
+  }
+  // An answer that came is none of its business.
+  Update({Text("")});
+  EXPECT_EQ(manager.outcome(), Outcome::Nothing);
+}
+
 TEST_F(UpdateFailuresTest, FontsBeforeTheFailureStay) {
   ScriptedTransfer::Answer missing = File("not here");
   missing.status = 404;

@@ -322,7 +322,7 @@ TEST(CurlTransferTest, OtherKindsOfRequestsAndAddressesAreRefused) {
   CurlTransfer transfer({});
   EXPECT_FALSE(transfer.Execute("http://127.0.0.1:1", "GET", "", kHeaders));
   EXPECT_FALSE(transfer.StillExecuting());
-  for (const char* url : {"https://127.0.0.1:1", "file:///etc/hostname", "ftp://127.0.0.1:1", "", "http://"}) {
+  for (const char* url : {"https://", "file:///etc/hostname", "ftp://127.0.0.1:1", "", "http://"}) {
     std::vector<int> states;
     transfer.OnStateChanged([&](int state) { states.push_back(state); });
     ASSERT_TRUE(transfer.Execute(url, "POST", "", kHeaders)) << url;
@@ -331,6 +331,36 @@ TEST(CurlTransferTest, OtherKindsOfRequestsAndAddressesAreRefused) {
     EXPECT_THAT(states, ElementsAre(kWrong)) << url;
     EXPECT_EQ(transfer.NextChunk(kChunk), "") << url;
   }
+}
+
+TEST(CurlTransferTest, WhoDoesNotEncryptIsNotAskedAnything) {
+  ScriptedServer server([](Connection& client) { client.Send(WithLength(3) + "abc"); });
+  CurlTransfer transfer({}, kShort);
+  std::vector<int> states;
+  transfer.OnStateChanged([&](int state) { states.push_back(state); });
+  ASSERT_TRUE(transfer.Execute("https://" + server.Host(), "POST", "svc=gct&did=4B535401", kHeaders));
+  while (transfer.StillExecuting()) {
+  }
+  EXPECT_THAT(states, ElementsAre(kWrong));
+  EXPECT_EQ(transfer.HttpStatus(), 0);
+  EXPECT_THAT(transfer.Trouble(), testing::StartsWith("Nothing was fetched: no encrypted connection"));
+  for (const std::string& request : server.Requests()) EXPECT_THAT(request, testing::Not(testing::HasSubstr("4B5354")));
+  // The next one knows nothing of it.
+  EXPECT_EQ(Fetch(transfer, server.Host()).body, "abc");
+  EXPECT_EQ(transfer.Trouble(), "");
+}
+
+TEST(CurlTransferTest, CertificatesThatCannotBeReadAreNoReasonToTrustAnybody) {
+  ScriptedServer server(Kept(""));
+  CurlTransfer transfer({}, kShort);
+  transfer.Trust("/no/such/file.pem");
+  ASSERT_TRUE(transfer.Execute("https://" + server.Host(), "POST", "", kHeaders));
+  while (transfer.StillExecuting()) {
+  }
+  EXPECT_EQ(transfer.Trouble(),
+            "Nothing was fetched: \"/no/such/file.pem\" holds no certificates. Correct the variable KESTRIN_CA_FILE.");
+  EXPECT_EQ(Fetch(transfer, server.Host()).status, 0) << "plain requests need none";
+  EXPECT_EQ(transfer.Trouble(), "");
 }
 
 TEST(CurlTransferTest, ThePersonsInterfaceHasItsTurnWhileNothingComes) {

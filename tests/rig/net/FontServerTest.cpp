@@ -87,6 +87,71 @@ TEST_F(FontServerTest, AnswersWithTheWholeFileWhateverPartIsAskedFor) {
               StartsWith("HTTP/1.1 404 "));
 }
 
+/// The value of a header of an answer; "" when there is none.
+std::string HeaderOf(const std::string& answer, const std::string& name) {
+  const std::size_t at = answer.find("\r\n" + name + ": ");
+  if (at == answer.npos || at > answer.find("\r\n\r\n")) return "";
+  const std::size_t start = at + name.size() + 4;
+  return answer.substr(start, answer.find("\r\n", start) - start);
+}
+
+TEST_F(FontServerTest, ACacheMayKeepAFileButHasToAskWhetherItIsTheSame) {
+  const auto answerTo = [this](const std::string& header) {
+    return AnswerTo(RawClient::Request("/tst/gct/", "svc=dld&did=1&fid=Ember&ffd=a.lsu", header));
+  };
+  const std::string first = answerTo("");
+  const std::string tag = HeaderOf(first, "ETag");
+  EXPECT_EQ(HeaderOf(first, "X-Accel-Expires"), "@1") << "a second after 1970: long over";
+  const std::string same = answerTo("If-None-Match: " + tag + "\r\n");
+  EXPECT_THAT(same, StartsWith("HTTP/1.1 304 "));
+  EXPECT_EQ(HeaderOf(same, "ETag"), tag);
+  EXPECT_EQ(HeaderOf(same, "X-Accel-Expires"), "@1");
+  EXPECT_THAT(same, EndsWith("\r\n\r\n"));
+  EXPECT_THAT(notes, ElementsAre("Ember: a.lsu", "Ember: a.lsu, unchanged"));
+  EXPECT_THAT(answerTo("If-None-Match: \"other\"\r\n"), StartsWith("HTTP/1.1 200 OK\r\n"));
+
+  // As long as before, but written later; and as old as before, but longer.
+  const fs::path file = folder / "Ember" / "a.lsu";
+  const auto written = fs::last_write_time(file);
+  support::WriteBytes(file, std::string(sound.size(), 't'));
+  fs::last_write_time(file, written + 1ms);
+  const std::string later = answerTo("If-None-Match: " + tag + "\r\n");
+  EXPECT_THAT(later, StartsWith("HTTP/1.1 200 OK\r\n"));
+  EXPECT_THAT(later, EndsWith("tttt"));
+  EXPECT_NE(HeaderOf(later, "ETag"), tag);
+  support::WriteBytes(file, sound + "+");
+  fs::last_write_time(file, written);
+  EXPECT_THAT(answerTo("If-None-Match: " + tag + "\r\n"), EndsWith("end+"));
+}
+
+TEST_F(FontServerTest, TextsAreNotToldApart) {
+  const std::string answer = AnswerTo(RawClient::Request("/", kCatalogue));
+  EXPECT_EQ(HeaderOf(answer, "ETag"), "");
+  EXPECT_EQ(HeaderOf(answer, "X-Accel-Expires"), "");
+}
+
+TEST(FontServerPortTest, AServerThatIsStartedAnewGetsItsPortAtOnceAndASecondOneDoesNot) {
+  const support::TemporaryFolder folder;
+  const support::FakeClock clock;
+  const auto make = [&] {
+    return std::make_unique<FontServer>(
+        core::update::FontAnswers(core::update::FontCollection(folder.Path())), [](const std::string&) {}, clock);
+  };
+  auto server = make();
+  ASSERT_EQ(server->Open("127.0.0.1", 0).Text(), "");
+  const std::string address = server->Address();
+  const auto port = static_cast<std::uint16_t>(std::stoi(address.substr(address.find(':') + 1)));
+  // The server ends the connection, so the system remembers it for a minute.
+  RawClient client(address);
+  client.Send(RawClient::Request("/", kCatalogue));
+  std::string answer;
+  EXPECT_EQ(server->Run([&] { return client.ReadSome(answer); }).Text(), "");
+  EXPECT_THAT(answer, StartsWith("HTTP/1.1 200 "));
+  EXPECT_NE(make()->Open("127.0.0.1", port).Text(), "") << "two servers at one port";
+  server = make();
+  EXPECT_EQ(server->Open("127.0.0.1", port).Text(), "");
+}
+
 TEST_F(FontServerTest, TakesNoRequestOfMoreThanEightKibibytes) {
   const auto request = [](std::size_t size, bool inBody) {
     const std::string shortest = RawClient::Request("/", std::string(1000, 'x'), "X: \r\n");
