@@ -24,10 +24,20 @@ endif()
 set(linux ${PROJECT_SOURCE_DIR}/packaging/linux)
 # Whatever the architecture: no folder for libraries.
 install(FILES ${linux}/70-kestrin.rules DESTINATION lib/udev/rules.d COMPONENT udev)
+
+set(KESTRIN_ZSH_COMPLETIONS ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions CACHE STRING "Where zsh looks for completions")
+foreach(program IN LISTS KESTRIN_REFERENCE_PROGRAMS)
+  install(FILES ${KESTRIN_REFERENCE}/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT reference)
+  install(FILES ${KESTRIN_REFERENCE}/${program}.bash RENAME ${program}
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT reference)
+  install(FILES ${KESTRIN_REFERENCE}/_${program} DESTINATION ${KESTRIN_ZSH_COMPLETIONS} COMPONENT reference)
+  install(FILES ${KESTRIN_REFERENCE}/${program}.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT reference)
+endforeach()
+
 if(NOT KESTRIN_WITH_WINDOW)
   return()
 endif()
-
 # Screenshots are fetched from there by programs that show what can be installed.
 set(KESTRIN_HOME_URL "https://kestrin.example" CACHE STRING "Where the project is at home")
 configure_file(${linux}/kestrin.metainfo.xml.in ${CMAKE_BINARY_DIR}/example.kestrin.launcher.metainfo.xml @ONLY)

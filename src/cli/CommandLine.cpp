@@ -142,14 +142,8 @@ class Parser {
     m_app.allow_windows_style_options(false);
     m_app.footer("--board, --program-folder, --json and --quiet may stand before the command or behind it.");
     m_app.require_subcommand(1);
-    m_app.add_option("--board", options.board, "auto, hid:PATH, sim or sim:KEY=VALUE,...")
-        ->type_name("BOARD")
-        ->capture_default_str();
-    m_app
-        .add_option("--program-folder", options.programFolder, "The folder with pictures, help file and LED catalogue")
-        ->type_name("DIR");
-    m_app.add_flag("--json", options.json, "Print one JSON document");
-    m_app.add_flag("--quiet", options.quiet, "Show no progress");
+    ParserSyntax syntax(m_app);
+    DeclareGlobalOptions(syntax, options);
     for (const auto& command : commands) Add(*command);
   }
 

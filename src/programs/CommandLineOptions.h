@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCommandLineOption>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <filesystem>
@@ -13,6 +15,12 @@ namespace kestrin::programs {
 /// What the person wants, as they say it when they start the program.
 struct CommandLineOptions {
   struct Parsed;
+  static constexpr const char* kDescription = "Configuration tool for Kestrin light-saber sound boards.";
+  /// The one argument that is no option.
+  static constexpr const char* kArgument = "FILE";
+  static constexpr const char* kArgumentHelp = "A sound set (.lscfg) to open.";
+  /// All options but those for help and version: what the parser knows, and what manual and completions are made of.
+  [[nodiscard]] static QList<QCommandLineOption> Options();
   /// Reads the arguments, the program's own name first. `programFolder` is the one that belongs to the program;
   /// `environmentServer` the environment variable that names an update server, nullptr when it is not set.
   [[nodiscard]] static Parsed Parse(const QStringList& arguments, const std::filesystem::path& programFolder,
