@@ -37,7 +37,7 @@ enum class FailureKind {
   Cancelled,
 };
 
-/// What kind of failure a system's error is: NotFound, NotPermitted, DiskFull, InTheWay or Failed.
+/// What kind of failure a system's error is: NotFound, NotPermitted, DiskFull, InTheWay, on Windows InUse, or Failed.
 [[nodiscard]] FailureKind KindOf(const std::error_code& error);
 
 /// Why something could not be done: the kind for whoever acts on it, the text for the person.
@@ -48,8 +48,11 @@ struct Failure {
   friend bool operator==(const Failure&, const Failure&) = default;
 };
 
-/// A system's error as a failure; the text is the system's.
-[[nodiscard]] inline Failure FailureOf(const std::error_code& error) { return {KindOf(error), error.message()}; }
+/// What is said of a file that the system leaves alone because a program has it open.
+inline constexpr const char* kOpenElsewhere = "another program has it open; close it there first";
+
+/// A system's error as a failure; the text is the system's, but for what another program has open.
+[[nodiscard]] Failure FailureOf(const std::error_code& error);
 
 /// What a method has made, or why it could not.
 template <class T = void>

@@ -12,6 +12,10 @@
 #include "base/Disk.h"
 #include "base/NewFile.h"
 #include "base/PathText.h"
+#include "base/TakeName.h"
+#ifdef _WIN32
+#include "base/WindowsName.h"
+#endif
 
 namespace kestrin::core::base {
 
@@ -109,19 +113,30 @@ Result<> Replace(const fs::path& path, const fs::file_status& old, const Content
   // Complete before it is named, and named before anybody relies on it.
   done = Flush(disk, beside);
   if (done) done = Flush(disk, folder);
-  if (done) {
-    fs::rename(beside, path, error);
-    if (!error) return Flush(disk, folder);
-    done = FailureOf(error);
-  }
+  if (done) done = TakeName(beside, path);
+  if (done) return Flush(disk, folder);
   fs::remove(beside, error);
   return done;
 }
 
+#ifdef _WIN32
+/// Why the system would not store the file under its name or not replace the old one, found before anything is written.
+Result<> CheckName(const fs::path& path, const fs::file_status& old) {
+  if (const std::string_view why = WhyNoWindowsName(TextOf(path.filename())); !why.empty())
+    return Failure{FailureKind::NotValid, std::string(why)};
+  if (fs::is_regular_file(old) && (old.permissions() & fs::perms::owner_write) == fs::perms::none)
+    return Failure{FailureKind::NotPermitted, "it is marked as read-only; take that mark away first"};
+  return {};
+}
+#else
+Result<> CheckName(const fs::path&, const fs::file_status&) { return {}; }
+#endif
+
 Result<> Write(const fs::path& path, const ContentInPieces& content, Disk* disk) {
   std::error_code error;
   const fs::file_status old = fs::status(path, error);
-  Result<> done;
+  Result<> done = CheckName(path, old);
+  if (!done) return Failure{done.Why().kind, Quoted(path) + " could not be written: " + done.Why().text};
   if (fs::is_directory(old))
     done = Failure{FailureKind::InTheWay, "a folder of that name is in the way"};
   else if (fs::exists(old) && !fs::is_regular_file(old))

@@ -17,6 +17,7 @@ struct Row {
 constexpr Row kRows[] = {{FailureKind::DiskFull, "Make room on the disk and update again."},
                          {FailureKind::NotPermitted, "Permit writing there and update again."},
                          {FailureKind::InTheWay, "Move it away and update again."},
+                         {FailureKind::InUse, "Then update again."},
                          {FailureKind::Changed, "Update again."}};
 
 }  // namespace

@@ -57,14 +57,15 @@ bool HasTwin(const std::string& name, const std::vector<std::string>& names) {
 /// That a font cannot be offered.
 base::Failure NoFont(const std::string& why) { return {base::FailureKind::NotValid, why}; }
 
-/// Whether clients take a sound file that a font names.
-base::Result<> CheckSound(const std::string& name, const std::vector<fs::path>& files) {
+/// Whether clients take a sound file that a font names. Whether the case of letters counts is up to the disk: where it
+/// does not, a set may name a file otherwise than the folder does.
+base::Result<> CheckSound(const std::string& name, const fs::path& folder) {
   if (!IsPlainName(name)) return NoFont(ShownName(name) + kNotPlain);
-  const auto file =
-      std::find_if(files.begin(), files.end(), [&](const auto& path) { return TextOf(path.filename()) == name; });
-  if (file == files.end()) return NoFont(name + " is not in the folder. Copy it there.");
+  const fs::path file = folder / base::PathOf(name);
   std::error_code error;
-  const std::uintmax_t size = fs::file_size(*file, error);
+  if (!fs::is_regular_file(fs::symlink_status(file, error)))
+    return NoFont(name + " is not in the folder. Copy it there.");
+  const std::uintmax_t size = fs::file_size(file, error);
   if (size == 0 || error) return NoFont(name + " is empty or cannot be read. Replace it.");
   if (size > static_cast<std::uintmax_t>(HttpRequest::kLongestFile))
     return NoFont(name + " is larger than 64 MiB, which no client takes. Make it shorter.");
@@ -91,14 +92,14 @@ base::Result<FontCollection::Lines> ReadConfiguration(const fs::path& path) {
 }
 
 /// Turns the names of sound files into bare ones, if every file can be sent.
-base::Result<> BareSounds(FontCollection::Lines& lines, const std::vector<fs::path>& files) {
+base::Result<> BareSounds(FontCollection::Lines& lines, const fs::path& folder) {
   std::vector<std::string> sounds;
   for (std::string& line : lines) {
     if (UpdateUtils::NamesSound(line)) {
       // The saver's own folders mean nothing elsewhere, and are nobody's business.
       line = base::LastPathPiece(line);
       if (HasTwin(line, sounds)) return NoFont(line + kTwin);
-      if (base::Result<> sound = CheckSound(line, files); !sound) return sound;
+      if (base::Result<> sound = CheckSound(line, folder); !sound) return sound;
       sounds.push_back(line);
     } else if (line.find_first_of("/\\") != line.npos) {
       return NoFont(base::LastPathPiece(line) + " cannot be sent. Use sound files whose names end in .lsu.");
@@ -118,7 +119,7 @@ base::Result<FontCollection::Lines> ReadLines(const fs::path& folder) {
     return NoFont("the folder needs one configuration file, best named " + name + ".lscfg. Save the set there.");
   base::Result<FontCollection::Lines> lines = ReadConfiguration(*configuration);
   if (!lines) return lines;
-  if (const base::Result<> sounds = BareSounds(*lines, files); !sounds) return sounds.Why();
+  if (const base::Result<> sounds = BareSounds(*lines, folder); !sounds) return sounds.Why();
   return lines;
 }
 

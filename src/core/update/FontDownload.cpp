@@ -5,6 +5,7 @@
 
 #include "base/Disk.h"
 #include "base/PathText.h"
+#include "base/TakeName.h"
 #include "update/FileSteps.h"
 #include "update/FontFiles.h"
 
@@ -96,12 +97,11 @@ Result<> FontDownload::GiveName() {
   // A font that is marked as complete must have its sounds after a power cut, too.
   error = m_disk.Flush(m_temporary);
   if (error) return CouldNotWrite(m_temporary, FailureOf(error));
-  fs::rename(m_temporary, m_target, error);
-  if (!error) return {};
-  std::error_code ignored;
-  if (fs::is_directory(m_target, ignored))
+  const base::Result<> named = base::TakeName(m_temporary, m_target);
+  if (named) return {};
+  if (fs::is_directory(m_target, error))
     return CouldNotWrite(m_target, {FailureKind::InTheWay, "a folder of that name is in the way"});
-  return CouldNotWrite(m_target, FailureOf(error));
+  return CouldNotWrite(m_target, named.Why());
 }
 
 }  // namespace kestrin::core::update

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <winerror.h>
+#endif
+
 #include <cerrno>
 #include <memory>
 
@@ -69,12 +73,44 @@ constexpr SystemError kSystemErrors[] = {
 #endif
     {EEXIST, FailureKind::InTheWay},     {EISDIR, FailureKind::InTheWay},    {EIO, FailureKind::Failed}};
 
+#ifdef _WIN32
+// The system's own numbers are other ones there.
+constexpr SystemError kWindowsErrors[] = {{ERROR_FILE_NOT_FOUND, FailureKind::NotFound},
+                                          {ERROR_PATH_NOT_FOUND, FailureKind::NotFound},
+                                          {433 /* no such device */, FailureKind::NotFound},
+                                          {ERROR_DEVICE_NOT_CONNECTED, FailureKind::NotFound},
+                                          {ERROR_ACCESS_DENIED, FailureKind::NotPermitted},
+                                          {ERROR_WRITE_PROTECT, FailureKind::NotPermitted},
+                                          {ERROR_DISK_FULL, FailureKind::DiskFull},
+                                          {ERROR_HANDLE_DISK_FULL, FailureKind::DiskFull},
+                                          {1295 /* the quota is full */, FailureKind::DiskFull},
+                                          {ERROR_FILE_EXISTS, FailureKind::InTheWay},
+                                          {ERROR_ALREADY_EXISTS, FailureKind::InTheWay},
+                                          {ERROR_SHARING_VIOLATION, FailureKind::InUse},
+                                          {ERROR_LOCK_VIOLATION, FailureKind::InUse},
+                                          {ERROR_USER_MAPPED_FILE, FailureKind::InUse},
+                                          {ERROR_CRC, FailureKind::Failed}};
+#endif
+
 TEST(KindOf, IsTheOneThatSomebodyActsOn) {
   for (const SystemError& row : kSystemErrors) {
     EXPECT_EQ(KindOf(std::error_code(row.error, std::generic_category())), row.kind) << row.error;
+#ifndef _WIN32
     EXPECT_EQ(KindOf(std::error_code(row.error, std::system_category())), row.kind) << row.error;
+#endif
   }
+#ifdef _WIN32
+  for (const SystemError& row : kWindowsErrors)
+    EXPECT_EQ(KindOf(std::error_code(row.error, std::system_category())), row.kind) << row.error;
+#endif
 }
+
+#ifdef _WIN32
+TEST(FailureOf, SaysWhatToDoAboutAFileThatIsOpen) {
+  EXPECT_EQ(FailureOf({ERROR_SHARING_VIOLATION, std::system_category()}).text,
+            "another program has it open; close it there first");
+}
+#endif
 
 }  // namespace
 }  // namespace kestrin::core::base

@@ -20,6 +20,7 @@ TEST(DiskAdviceTest, EachKindHasItsOwn) {
       {FailureKind::DiskFull, "Make room on the disk and update again."},
       {FailureKind::NotPermitted, "Permit writing there and update again."},
       {FailureKind::InTheWay, "Move it away and update again."},
+      {FailureKind::InUse, "Then update again."},
       {FailureKind::Changed, "Update again."},
       {FailureKind::NotFound, "Check that disk and update again."},
       {FailureKind::Failed, "Check that disk and update again."},
