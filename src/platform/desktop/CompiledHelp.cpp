@@ -27,8 +27,8 @@ constexpr std::uintmax_t kLargestFile = 64 << 20;
 
 using core::base::Quoted;
 
-/// The path as the library takes it: bytes, on Windows those of the system's code page. With a name that this does not
-/// have no file is found.
+/// The path as the library takes it: bytes, on Windows those of the program's code page. That is UTF-8, as the manifest
+/// says; Windows before 10 1903 takes no notice, and finds no file with a name that its own code page does not have.
 std::string NativeName(const fs::path& file) {
 #ifdef _WIN32
   const std::wstring& wide = file.native();

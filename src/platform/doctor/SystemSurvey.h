@@ -10,8 +10,8 @@
 
 namespace kestrin::platform::doctor {
 
-/// What this computer knows of the way to a board. On Linux it reads /sys, /proc and the rules, and tries to open what
-/// has a board's ids; elsewhere it only names the system.
+/// What this computer knows of the way to a board. On Linux it reads /sys, /proc and the rules, on Windows the system's
+/// list of HID interfaces, and tries to open what has a board's ids; elsewhere it only names the system.
 class SystemSurvey final : public core::doctor::LinkSurvey {
  public:
   /// What it looks at; a test has its own.

@@ -12,11 +12,7 @@ SystemSurvey::SystemSurvey(Surroundings surroundings) : m_surroundings(std::move
 // one.
 core::doctor::LinkFacts SystemSurvey::Look() {
   core::doctor::LinkFacts facts;
-#ifdef _WIN32
-  facts.system.emplace_back("Windows");
-#else
   facts.system.emplace_back("not Linux, not Windows");
-#endif
   facts.system.push_back(hid::HidLibrary());
   return facts;
 }

@@ -15,6 +15,8 @@
 #include <windows.h>
 
 #include <algorithm>
+
+#include "core/base/PathText.h"
 #endif
 
 #include <utility>
@@ -77,24 +79,41 @@ bool IsListed(const std::string& path) {
 
 #elif defined(_WIN32)
 
-/// A named object that is there for as long as somebody has it open.
-class Name final : public BoardClaim {
+struct ObjectCloser {
+  using pointer = HANDLE;
+  void operator()(HANDLE object) const { ::CloseHandle(object); }
+};
+/// A named object is there for as long as somebody has it open.
+using Object = std::unique_ptr<void, ObjectCloser>;
+
+/// The claim for everybody, and one that only this program looks for.
+class Names final : public BoardClaim {
  public:
-  explicit Name(HANDLE object) : m_object(object) {}
-  ~Name() override { ::CloseHandle(m_object); }
-  Name(const Name&) = delete;
-  Name& operator=(const Name&) = delete;
+  Names(Object&& everybodys, Object&& own) : m_everybodys(std::move(everybodys)), m_own(std::move(own)) {}
 
  private:
-  HANDLE m_object;
+  Object m_everybodys;
+  Object m_own;
 };
 
-/// The same for all who are logged in. Behind the first backslash there may be no other.
-std::wstring NameFor(const std::string& path) {
-  std::wstring name(path.begin(), path.end());
+/// A path as a name of an object has it: no backslash, in letters of one case, since paths are told apart without it.
+std::wstring Named(const std::string& path) {
+  std::wstring name = core::base::PathOf(path).native();
   std::replace(name.begin(), name.end(), L'\\', L'/');
-  return L"Global\\Kestrin board " + name;
+  ::CharLowerW(name.data());
+  return L"Kestrin board " + name;
 }
+
+/// The same for all who are logged in.
+std::wstring NameFor(const std::string& path) { return L"Global\\" + Named(path); }
+
+/// This program's own.
+std::wstring OwnNameFor(const std::string& path) {
+  return L"Local\\" + Named(path) + L" of " + std::to_wstring(::GetCurrentProcessId());
+}
+
+Object MakeObject(const std::wstring& name) { return Object(::CreateMutexW(nullptr, FALSE, name.c_str())); }
+Object FindObject(const std::wstring& name) { return Object(::OpenMutexW(SYNCHRONIZE, FALSE, name.c_str())); }
 
 #endif
 
@@ -131,26 +150,22 @@ bool IsBoardLocked(const std::string& path, const std::function<bool()>& isStill
 
 BoardLock LockBoard(const std::string& path, const std::function<bool()>&) {
   BoardLock result;
-  const HANDLE object = ::CreateMutexW(nullptr, FALSE, NameFor(path).c_str());
+  Object object = MakeObject(NameFor(path));
   const DWORD error = ::GetLastError();
   // One that another user made may not even be opened.
   result.heldByAnother = error == ERROR_ALREADY_EXISTS || error == ERROR_ACCESS_DENIED;
-  if (object != nullptr && result.heldByAnother) {
-    ::CloseHandle(object);
-  } else if (object != nullptr) {
-    result.lock = std::make_unique<Name>(object);
-  } else if (!result.heldByAnother) {
+  if (object && !result.heldByAnother)
+    result.lock = std::make_unique<Names>(std::move(object), MakeObject(OwnNameFor(path)));
+  else if (!result.heldByAnother)
     result.error = {static_cast<int>(error), std::system_category()};
-  }
   return result;
 }
 
 bool IsBoardLocked(const std::string& path, const std::function<bool()>&) {
-  const HANDLE object = ::OpenMutexW(SYNCHRONIZE, FALSE, NameFor(path).c_str());
-  if (object == nullptr) return ::GetLastError() == ERROR_ACCESS_DENIED;
-  ::CloseHandle(object);
-  return true;
+  return FindObject(NameFor(path)) || ::GetLastError() == ERROR_ACCESS_DENIED;
 }
+
+bool IsBoardOurs(const std::string& path) { return static_cast<bool>(FindObject(OwnNameFor(path))); }
 
 #else
 

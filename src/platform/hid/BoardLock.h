@@ -34,5 +34,9 @@ struct BoardLock {
 /// Whether somebody has claimed it, this program or another. Claims nothing, so that nobody is turned away by the
 /// question, and on Linux opens nothing when the answer is yes. False when it cannot be told.
 [[nodiscard]] bool IsBoardLocked(const std::string& path, const std::function<bool()>& isStill = {});
+#ifdef _WIN32
+/// Whether this very program has claimed it.
+[[nodiscard]] bool IsBoardOurs(const std::string& path);
+#endif
 
 }  // namespace kestrin::platform::hid

@@ -9,6 +9,9 @@
 #ifdef KESTRIN_HAVE_UDEV
 #include "platform/hid/UdevMonitor.h"
 #endif
+#ifdef _WIN32
+#include "platform/hid/WindowsMonitor.h"
+#endif
 #include "platform/hid/PollingMonitor.h"
 
 namespace kestrin::platform::hid {
@@ -19,6 +22,9 @@ std::unique_ptr<DeviceMonitor> MakeMonitor([[maybe_unused]] HidStack& stack,
                                            [[maybe_unused]] const core::base::Clock& clock) {
 #ifdef KESTRIN_HAVE_UDEV
   auto monitor = std::make_unique<UdevMonitor>(UdevMonitor::PreferredSource());
+  if (monitor->IsListening()) return monitor;
+#elif defined(_WIN32)
+  auto monitor = std::make_unique<WindowsMonitor>(stack);
   if (monitor->IsListening()) return monitor;
 #endif
   return std::make_unique<PollingMonitor>(stack, clock);

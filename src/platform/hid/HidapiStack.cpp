@@ -8,6 +8,8 @@
 #include "platform/hid/NodeIdentity.h"
 #ifdef __linux__
 #include "platform/hid/NodeListing.h"
+#elif defined(_WIN32)
+#include "platform/hid/WindowsListing.h"
 #endif
 
 namespace kestrin::platform::hid {
@@ -32,7 +34,11 @@ bool IsStill([[maybe_unused]] const HidNode& node) {
 }
 
 /// Why the library could not open a device, in its words. It says "Success" of one that went while it was opened.
-Failure LibrarysFailure() {
+Failure LibrarysFailure([[maybe_unused]] const HidNode& node) {
+#ifdef _WIN32
+  // The system tells more kinds of reasons than the library.
+  if (const Result<> tried = TryInterface(node.path); !tried) return tried.Why();
+#endif
   std::string reason = Utf8(hid_error(nullptr));
   if (reason.empty() || reason == "Success") reason = "it was gone again";
   return {FailureKind::Failed, reason};
@@ -54,6 +60,8 @@ std::vector<HidNode> HidapiStack::Enumerate(std::int32_t vendorId, std::int32_t 
 std::vector<std::uint8_t> HidapiStack::Descriptor([[maybe_unused]] const HidNode& node) {
 #ifdef __linux__
   return ReadNodeDescriptor(node.path);
+#elif defined(_WIN32)
+  return InterfaceDescriptor(node.path);
 #else
   return {};
 #endif
@@ -65,9 +73,11 @@ Result<> HidapiStack::Look(const HidNode& node) {
 #ifdef __linux__
   const Result<NodeIdentity> probed = ProbeNode(node.path);
   return probed ? Result<>() : probed.Why();
+#elif defined(_WIN32)
+  return TryInterface(node.path);
 #else
   const HidapiConnection::Handle device(hid_open_path(node.path.c_str()));
-  return device ? Result<>() : LibrarysFailure();
+  return device ? Result<>() : LibrarysFailure(node);
 #endif
 }
 
@@ -86,7 +96,7 @@ Result<std::unique_ptr<HidConnection>> HidapiStack::Open(const HidNode& node) {
   if (!IsOf(claim.lock->File(), identity)) return Gone();
 #endif
   HidapiConnection::Handle device(hid_open_path(node.path.c_str()));
-  if (!device) return LibrarysFailure();
+  if (!device) return LibrarysFailure(node);
   std::unique_ptr<HidConnection> connection =
       std::make_unique<HidapiConnection>(std::move(device), node, identity, std::move(claim.lock));
   return connection;

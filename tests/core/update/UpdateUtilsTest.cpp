@@ -78,10 +78,10 @@ TEST_F(UpdateUtilsTest, WritesDescriptorAndConfiguration) {
   const std::vector<std::string> lines = {"status:OK", "clientv:1", "one.lsu", " 100", "TWO.LSU"};
   ASSERT_TRUE(utils.WriteDescriptor("Night", lines));
   EXPECT_EQ(ReadBytes(fonts / "Night" / "descriptor"), "one.lsu\r\n 100\r\nTWO.LSU\r\n");
-  const std::string own = base::TextOf(fonts) + "/Night/";
+  const std::string own = base::TextOf(fonts / "Night" / "");
   EXPECT_EQ(ReadBytes(fonts / "Night" / "Night.lscfg"), own + "one.lsu\r\n 100\r\n" + own + "TWO.LSU\r\n");
   EXPECT_EQ(utils.ConfigurationOf("Night"), fonts / "Night" / "Night.lscfg");
-  EXPECT_TRUE(own.front() == '/') << "full paths, wherever the program is started";
+  EXPECT_TRUE(fonts.is_absolute()) << "full paths, wherever the program is started";
 }
 
 TEST_F(UpdateUtilsTest, ATrailingEmptyLineIsWrittenAndOldFilesAreReplaced) {
@@ -124,7 +124,7 @@ TEST_F(UpdateUtilsTest, TheEmptyItemIsTheFontsFolderItself) {
   ASSERT_TRUE(utils.WriteDescriptor("", std::vector<std::string>{"", "", "a.lsu"}));
   ASSERT_TRUE(utils.CompleteFont(""));
   EXPECT_TRUE(utils.FontExistsAndCompleted(""));
-  EXPECT_EQ(ReadBytes(fonts / ".lscfg"), base::TextOf(fonts) + "/a.lsu\r\n");
+  EXPECT_EQ(ReadBytes(fonts / ".lscfg"), base::TextOf(fonts / "a.lsu") + "\r\n");
   EXPECT_THAT(StoredFonts(fonts), ElementsAre()) << "it is no font";
 }
 

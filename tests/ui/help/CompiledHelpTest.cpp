@@ -7,6 +7,7 @@
 #include <set>
 
 #include "HelpFiles.h"
+#include "core/base/PathText.h"
 #include "ui/help/HelpContents.h"
 #include "ui/help/HelpTopics.h"
 
@@ -100,6 +101,16 @@ class DamagedHelp : public ::testing::Test {
   const fs::path m_file = m_folder / "kestrinusb.chm";
   const std::string m_good = BytesOf(KESTRIN_HELP_FILE);
 };
+
+TEST_F(DamagedHelp, GoodFileIsReadWhateverLettersItsFolderHas) {
+  // No code page of Windows has them all.
+  const fs::path folder = m_folder / core::base::PathOf("\u00C5sa \u041E\u0440\u0442 \u5263");
+  fs::create_directories(folder);
+  std::ofstream(folder / "kestrinusb.chm", std::ios::binary) << m_good;
+  const CompiledHelp help(folder / "kestrinusb.chm");
+  EXPECT_EQ(help.Problem(), "");
+  EXPECT_EQ(help.Page("overview.html"), SourcePage("overview.html"));
+}
 
 TEST_F(DamagedHelp, MissingFileIsNamedWithTheFolderWhereItBelongs) {
   ExpectRefused(m_file, "is missing");
