@@ -9,7 +9,10 @@
 #include <optional>
 #include <ostream>
 
+#include "core/base/Clock.h"
+#include "platform/net/FontServer.h"
 #include "support/ScriptedServer.h"
+#include "support/TestFiles.h"
 
 namespace kestrin::support {
 namespace {
@@ -334,19 +337,25 @@ TEST(CurlTransferTest, OtherKindsOfRequestsAndAddressesAreRefused) {
 }
 
 TEST(CurlTransferTest, WhoDoesNotEncryptIsNotAskedAnything) {
-  ScriptedServer server([](Connection& client) { client.Send(WithLength(3) + "abc"); });
-  CurlTransfer transfer({}, kShort);
+  const TemporaryFolder folder;
+  const core::base::SystemClock clock;
+  std::vector<std::string> notes;
+  platform::net::FontServer server(
+      core::update::FontAnswers(core::update::FontCollection(folder.Path())),
+      [&](const std::string& note) { notes.push_back(note); }, clock);
+  ASSERT_EQ(server.Open("127.0.0.1", 0).Text(), "");
+  CurlTransfer transfer({});
   std::vector<int> states;
   transfer.OnStateChanged([&](int state) { states.push_back(state); });
-  ASSERT_TRUE(transfer.Execute("https://" + server.Host(), "POST", "svc=gct&did=4B535401", kHeaders));
-  while (transfer.StillExecuting()) {
-  }
+  ASSERT_TRUE(transfer.Execute("https://" + server.Address(), "POST", "svc=gct&did=1", kHeaders));
+  EXPECT_EQ(server.Run([&] { return transfer.StillExecuting(); }).Text(), "");
   EXPECT_THAT(states, ElementsAre(kWrong));
   EXPECT_EQ(transfer.HttpStatus(), 0);
   EXPECT_THAT(transfer.Trouble(), testing::StartsWith("Nothing was fetched: no encrypted connection"));
-  for (const std::string& request : server.Requests()) EXPECT_THAT(request, testing::Not(testing::HasSubstr("4B5354")));
-  // The next one knows nothing of it.
-  EXPECT_EQ(Fetch(transfer, server.Host()).body, "abc");
+  EXPECT_THAT(notes, IsEmpty());
+  // The next request knows nothing of it.
+  ScriptedServer plain(Kept(WithLength(3) + "abc"));
+  EXPECT_EQ(Fetch(transfer, plain.Host()).body, "abc");
   EXPECT_EQ(transfer.Trouble(), "");
 }
 
