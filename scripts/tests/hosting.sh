@@ -146,12 +146,22 @@ start_afresh() {  # FONTS
 }
 sends_large() { grep -qs '^Large: sound 1.lsu$' "$host_folder/${host_ports[0]}.log" "$host_folder/${host_ports[1]}.log"; }
 
+# By which key an answer is kept is no client's business.
+ask_with_forged_key() {  # KEY BODY
+  exec 7<>"/dev/tcp/127.0.0.1/$host_plain" || return
+  printf 'POST /tst/gct/ HTTP/1.0\r\nX-Kestrin-Key: %s\r\nContent-Length: %d\r\n\r\n%s' "$1" "${#2}" "$2" >&7
+  check "no answer to a forged key" grep -qa '^HTTP/1.1 200' <&7
+  exec 7>&-
+}
+
 # A font that is changed in its place, as long as before, right after its copies were used: all of it is the new one.
 check_changed_font() {  # FONTS
   local number
   start_afresh "$1" || return
+  ask_with_forged_key "dld&fid=First Light&ffd=sound 1.lsu" "svc=dld&did=1&fid=First Light&ffd=sound 2.lsu"
   for number in 61 62; do
     check "an update before the change" update_fonts "$hosting_folder/run/clients/$number" "$number" "127.0.0.1:$host_plain"
+    check "it has other files" has_fonts "$hosting_folder/run/clients/$number" "$1"
   done
   head -c 200000 /dev/urandom >"$1/First Light/sound 1.lsu"
   head -c 90000 /dev/urandom >"$1/First Light/sound 4.lsu"

@@ -134,7 +134,7 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   platform::desktop::SystemSleepBlocker sleep;
   Help help(options.programFolder);
   platform::net::CurlTransfer transfer(gate.Pump());
-  transfer.Trust(std::getenv(core::update::UpdateServer::kCertificates));
+  transfer.Trust(platform::process::EnvironmentText(core::update::UpdateServer::kCertificates).value_or(""));
   ui::window::FontUpdate update(transfer, options.updateServer, fonts, disk, gate);
 
   platform::doctor::SystemSurvey survey;

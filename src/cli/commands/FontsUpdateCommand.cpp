@@ -69,7 +69,7 @@ class FontsUpdateCommand final : public Command {
     ConsoleUpdateView view(progress);
     const core::base::EventPump pump = context.interrupt.Pump();
     platform::net::CurlTransfer transfer(pump);
-    transfer.Trust(std::getenv(core::update::UpdateServer::kCertificates));
+    transfer.Trust(platform::process::EnvironmentText(core::update::UpdateServer::kCertificates).value_or(""));
     core::update::UpdateManager manager(server, FontsFolder(context.options), context.disk, pump);
     manager.Initialize(view, transfer);
     manager.deviceSerial(online.State().serialNumber);

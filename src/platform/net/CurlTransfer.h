@@ -41,9 +41,9 @@ class CurlTransfer final : public core::update::TransferControl {
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-  /// Trusts nobody but whom the certificates (PEM) in this file belong to, from the next request on. Null or "": the
+  /// Trusts nobody but whom the certificates (PEM) in this file belong to, from the next request on. "": the
   /// computer's own list.
-  void Trust(const char* certificates) { m_certificates = certificates != nullptr ? certificates : ""; }
+  void Trust(const std::string& certificates) { m_certificates = certificates; }
 
   void OnStateChanged(StateChanged callback) override;
   void Demand(std::int64_t bytesAMinute) override { m_demand = bytesAMinute; }
