@@ -8,13 +8,19 @@ pretend dpkg-query <<<'echo installed'
 pretend apt-get <<<'echo "apt-get was called"; exit 1'
 pretend apt-cache <<<'exit 1'
 pretend ccache <<<'exit 1'
-# Fails where FAIL_AT says: to configure, or to build.
+# Fails where FAIL_AT says: to configure, or to build; or, of warnings only, as long as these are taken for errors.
 pretend cmake <<'COMMAND'
 case "$1" in
   --preset) step=configure ;;
   *) step=build ;;
 esac
 echo "[1/3] $step"
+cache="${BASH_SOURCE[0]%/bin/*}/project/build/release/CMakeCache.txt"
+case " $* " in *" -DKESTRIN_WERROR=OFF "*) echo 'KESTRIN_WERROR:BOOL=OFF' >"$cache" ;; esac
+if [ $step = build ] && grep -qsx 'KESTRIN_WERROR:BOOL=ON' "$cache"; then
+  echo "main.cpp:3:1: error: a new compiler's opinion [-Werror=opinion]"
+  exit 1
+fi
 [ "$step" != "$FAIL_AT" ] || { echo "main.cpp:7:1: error: there is no such thing"; echo "main.cpp:9:1: error: nor this"; exit 1; }
 COMMAND
 
@@ -62,4 +68,24 @@ status=0
 "$project/run" info >"$work/out" 2>&1 </dev/null || status=$?
 expect "the program runs" [ "$(tail -n 1 "$work/out")" = "an old program ran" ]
 expect "status $status is that of success" [ $status -eq 0 ]
+
+# ./test configures the same folder, with warnings taken for errors.
+configure_as_test() {
+  leave_an_old_program
+  printf 'CMAKE_HOME_DIRECTORY:INTERNAL=%s\nKESTRIN_WERROR:BOOL=ON\n' "$project" >"$project/build/release/CMakeCache.txt"
+}
+
+echo "-- a warning, after ./test"
+configure_as_test
+status=0
+"$project/run" info >"$work/out" 2>&1 </dev/null || status=$?
+expect "warnings keep nobody from the programs" [ "$(tail -n 1 "$work/out")" = "an old program ran" ]
+
+echo "-- a warning and an error, after ./test"
+configure_as_test
+export FAIL_AT=build
+status=0
+"$project/run" info >"$work/out" 2>&1 </dev/null || status=$?
+expect_stop $status
+[ $failed -eq 0 ] || cat "$work/out"
 exit $failed
