@@ -10,7 +10,7 @@ namespace kestrin::assets {
 namespace {
 
 constexpr int kLargestBitmap = 64;
-constexpr quint32 kHeaderSize = 40;
+constexpr quint32 kShortHeader = 40;
 constexpr quint16 kBitsPerPixel = 32;
 
 QByteArray PngData(const QImage& picture) {
@@ -36,7 +36,7 @@ QByteArray BitmapData(const QImage& picture) {
   QByteArray data;
   QDataStream out(&data, QIODevice::WriteOnly);
   out.setByteOrder(QDataStream::LittleEndian);
-  out << kHeaderSize << qint32{picture.width()} << qint32{2 * picture.height()} << quint16{1} << kBitsPerPixel;
+  out << kShortHeader << qint32{picture.width()} << qint32{2 * picture.height()} << quint16{1} << kBitsPerPixel;
   out << quint32{0} << quint32{0} << quint32{0} << quint32{0} << quint32{0} << quint32{0};
   for (int y = picture.height() - 1; y >= 0; --y)
     for (int x = 0; x < picture.width(); ++x) out << quint32{picture.pixel(x, y)};

@@ -7,7 +7,7 @@ namespace kestrin::reference {
 namespace {
 
 /// The command that offers what begins like the word that is typed; "" for nothing.
-std::string Offer(const Values& values) {
+std::string BashOffer(const Values& values) {
   switch (values.kind) {
     case Values::Kind::Files:
       return "compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- \"$word\")";
@@ -31,7 +31,8 @@ std::string BashCompletion(const ProgramText& program) {
   for (const Place& place : places) {
     if (!place.command.empty()) commands += (commands.empty() ? "\"" : " | \"") + place.command + "\"";
     for (const OptionText& option : place.valued)
-      values += "    \"" + place.command + ":" + option.name + "\") " + Offer(ValuesOf(option.value)) + "; return ;;\n";
+      values +=
+          "    \"" + place.command + ":" + option.name + "\") " + BashOffer(ValuesOf(option.value)) + "; return ;;\n";
     words += "    \"" + place.command + "\")\n      words='";
     for (const Word& word : place.words) words += (&word == place.words.data() ? "" : " ") + word.text;
     words += "'\n";
@@ -40,7 +41,7 @@ std::string BashCompletion(const ProgramText& program) {
       if (argument.kind == Values::Kind::Words)
         words += "      words+=' " + std::string(argument.words) + "'\n";
       else
-        words += "      " + Offer(argument) + "\n";
+        words += "      " + BashOffer(argument) + "\n";
     words += "      ;;\n";
   }
   const std::string function = "_" + program.name;

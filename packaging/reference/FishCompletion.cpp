@@ -6,14 +6,14 @@ namespace kestrin::reference {
 
 namespace {
 
-std::string Quoted(const std::string& text) {
+std::string FishQuoted(const std::string& text) {
   std::string out = "'";
   for (const char c : text) out += (c == '\'' || c == '\\' ? "\\" : "") + std::string(1, c);
   return out + "'";
 }
 
 /// What follows an option, or stands for an argument.
-std::string Offer(const Values& values) {
+std::string FishOffer(const Values& values) {
   switch (values.kind) {
     case Values::Kind::Files:
       return "-F";
@@ -38,21 +38,21 @@ std::string FishCompletion(const ProgramText& program) {
   script += "    switch (string trim -- \"$command $word\")\n";
   for (const Place& place : places)
     if (!place.command.empty())
-      script += "      case " + Quoted(place.command) + "\n        set command " + Quoted(place.command) + "\n";
+      script += "      case " + FishQuoted(place.command) + "\n        set command " + FishQuoted(place.command) + "\n";
   script += "    end\n  end\n  test \"$command\" = \"$argv\"\nend\n";
   script += "complete -c " + program.name + " -f\n";
   for (const Place& place : places) {
     const std::string line =
-        "complete -c " + program.name + " -n " + Quoted(function + " " + Quoted(place.command)) + " ";
+        "complete -c " + program.name + " -n " + FishQuoted(function + " " + FishQuoted(place.command)) + " ";
     for (const Word& word : place.words) {
       const bool isOption = word.text.starts_with("--");
-      script += line + (isOption ? "-l " + word.text.substr(2) : "-a " + Quoted(word.text));
+      script += line + (isOption ? "-l " + word.text.substr(2) : "-a " + FishQuoted(word.text));
       for (const OptionText& option : place.valued)
-        if (option.name == word.text) script += " -r " + Offer(ValuesOf(option.value));
-      script += " -d " + Quoted(word.help) + "\n";
+        if (option.name == word.text) script += " -r " + FishOffer(ValuesOf(option.value));
+      script += " -d " + FishQuoted(word.help) + "\n";
     }
     for (const Values& argument : place.arguments)
-      if (argument.kind != Values::Kind::Unknown) script += line + Offer(argument) + "\n";
+      if (argument.kind != Values::Kind::Unknown) script += line + FishOffer(argument) + "\n";
   }
   return script;
 }

@@ -6,28 +6,28 @@ namespace kestrin::reference {
 
 namespace {
 
-std::string Quoted(const std::string& text) {
+std::string ZshQuoted(const std::string& text) {
   std::string out = "'";
   for (const char c : text) out += c == '\'' ? "'\\''" : std::string(1, c);
   return out + "'";
 }
 
 /// "word:what it is", in which a colon of the word itself is told apart.
-std::string Item(const Word& word) {
+std::string ZshItem(const Word& word) {
   std::string text;
   for (const char c : word.text) text += (c == ':' ? "\\" : "") + std::string(1, c);
-  return Quoted(text + ":" + word.help);
+  return ZshQuoted(text + ":" + word.help);
 }
 
 /// Sets an array to the place's options, or to what else it has.
-std::string Items(const std::string& array, const Place& place, bool areOptions) {
+std::string ZshItems(const std::string& array, const Place& place, bool areOptions) {
   std::string text = "      " + array + "=(\n";
   for (const Word& word : place.words)
-    if (word.text.starts_with('-') == areOptions) text += "        " + Item(word) + "\n";
+    if (word.text.starts_with('-') == areOptions) text += "        " + ZshItem(word) + "\n";
   return text + "      )\n";
 }
 
-std::string Offer(const Values& values) {
+std::string ZshOffer(const Values& values) {
   switch (values.kind) {
     case Values::Kind::Files:
       return "_files";
@@ -52,11 +52,11 @@ std::string ZshCompletion(const ProgramText& program) {
     if (!place.command.empty()) commands += (commands.empty() ? "\"" : "|\"") + place.command + "\"";
     for (const OptionText& option : place.valued)
       values +=
-          "    (\"" + place.command + ":" + option.name + "\") " + Offer(ValuesOf(option.value)) + "; return ;;\n";
+          "    (\"" + place.command + ":" + option.name + "\") " + ZshOffer(ValuesOf(option.value)) + "; return ;;\n";
     items += "    (\"" + place.command + "\")\n";
-    items += Items("next", place, false) + Items("options", place, true);
+    items += ZshItems("next", place, false) + ZshItems("options", place, true);
     for (const Values& argument : place.arguments)
-      if (argument.kind != Values::Kind::Unknown) items += "      " + Offer(argument) + "\n";
+      if (argument.kind != Values::Kind::Unknown) items += "      " + ZshOffer(argument) + "\n";
     items += "      ;;\n";
   }
   std::string script = "#compdef " + program.name + "\n";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// write_kestrinctl_reference FOLDER: writes the manual page of "kestrinctl" and its completions, made of what the commands
-// themselves declare.
+// write_kestrinctl_reference FOLDER: writes the manual page of "kestrinctl" and its completions, made of what the
+// commands themselves declare.
 
 #include <algorithm>
 #include <exception>
