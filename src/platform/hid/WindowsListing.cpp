@@ -3,7 +3,10 @@
 
 #include <cfgmgr32.h>
 #include <hidapi_winapi.h>
+// Not every compiler's own says that this is C.
+extern "C" {
 #include <hidsdi.h>
+}
 
 #include <algorithm>
 #include <array>

@@ -34,8 +34,8 @@ TEST(DesktopFoldersOnWindows, DrivesHaveTheirLetters) {
     if ((letters >> i & 1U) != 0) expected.push_back(std::string(1, static_cast<char>('A' + i)) + ":");
   std::vector<std::string> names;
   for (const ui::kit::Drive& drive : DesktopFolders().Drives()) {
-    names.push_back(drive.name);
-    EXPECT_TRUE(drive.path.is_absolute()) << drive.name;
+    names.push_back(drive.label);
+    EXPECT_TRUE(drive.path.is_absolute()) << drive.label;
   }
   EXPECT_EQ(names, expected);
 }
