@@ -19,7 +19,8 @@ struct Texts {
 };
 
 std::filesystem::path Place(QStandardPaths::StandardLocation location) {
-  return PathOf(QStandardPaths::writableLocation(location));
+  // Qt writes slashes everywhere; people read what their system writes.
+  return PathOf(QStandardPaths::writableLocation(location)).make_preferred();
 }
 
 }  // namespace

@@ -33,19 +33,19 @@ core::base::Failure Broken() {
   return {core::base::FailureKind::Failed, "The sound output stopped playing. Play the sound again."};
 }
 
-struct CloseEvent {
-  using pointer = HANDLE;
-  void operator()(HANDLE event) const { CloseHandle(event); }
-};
-using Event = std::unique_ptr<void, CloseEvent>;
-
-/// `manual` keeps it set once it is.
-Event MakeEvent(BOOL manual) { return Event(CreateEventW(nullptr, manual, FALSE, nullptr)); }
-
 }  // namespace
 
 /// One sound and how things stand with it.
 struct WaveOutPlayer::Job {
+  struct CloseEvent {
+    using pointer = HANDLE;
+    void operator()(HANDLE event) const { CloseHandle(event); }
+  };
+  using Event = std::unique_ptr<void, CloseEvent>;
+
+  /// `manual` keeps it set once it is.
+  static Event MakeEvent(BOOL manual) { return Event(CreateEventW(nullptr, manual, FALSE, nullptr)); }
+
   /// Open from the beginning, so that another file may take its name while this one is read.
   std::ifstream file;
   std::filesystem::path name;

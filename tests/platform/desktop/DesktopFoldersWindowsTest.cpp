@@ -23,8 +23,9 @@ std::filesystem::path Known(const GUID& id) {
 
 TEST(DesktopFoldersOnWindows, AreWhereTheSystemHasPutThem) {
   const DesktopFolders folders;
-  EXPECT_EQ(folders.Desktop().lexically_normal(), Known(FOLDERID_Desktop));
-  EXPECT_EQ(folders.Documents().lexically_normal(), Known(FOLDERID_Documents));
+  // As the system writes them, backslashes and all.
+  EXPECT_EQ(folders.Desktop().native(), Known(FOLDERID_Desktop).native());
+  EXPECT_EQ(folders.Documents().native(), Known(FOLDERID_Documents).native());
 }
 
 TEST(DesktopFoldersOnWindows, DrivesHaveTheirLetters) {
