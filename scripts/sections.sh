@@ -14,6 +14,17 @@ fail() {
   echo "FAILED: $*"
 }
 
+# Runs a command; it counts as passed when its status is that of success, and else what it said is shown.
+check() {  # WHAT COMMAND...
+  local said
+  if said="$("${@:2}" 2>&1)"; then
+    pass
+  else
+    fail "$1"
+    tail -n 20 <<<"$said" | cut -c -300
+  fi
+}
+
 # What cannot be checked here, and why.
 leave_out() {  # WHAT, WHY
   left_out=$((left_out + 1))

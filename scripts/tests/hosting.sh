@@ -30,13 +30,6 @@ hosting_suites() {
   rm -rf "$hosting_folder/run/clients"
 }
 
-# Counts a check; what went wrong is what it said.
-check() {  # WHAT COMMAND...
-  local what="$1" said
-  shift
-  if said="$("$@" 2>&1)"; then pass; else fail "$what${said:+: $said}"; fi
-}
-
 check_unit() {
   local folder="$hosting_folder/run/units" unit level
   if ! command -v systemd-analyze >/dev/null; then

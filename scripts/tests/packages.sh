@@ -62,16 +62,6 @@ is_for() {  # CODENAME
   [ "$1" != bookworm ] || [ "$built_on" != trixie ]
 }
 
-# Runs a command; it counts as passed when its status is that of success, and else what it said is shown.
-check() {  # WHAT COMMAND...
-  local said
-  if said="$("${@:2}" 2>&1)"; then
-    pass
-  else
-    fail "$1"
-    tail -n 20 <<<"$said" | cut -c -300
-  fi
-}
 says() {  # PATTERN COMMAND...; the pattern is to be found in what the command says
   local said
   said="$("${@:2}" 2>&1)" || { echo "$said"; return 1; }
