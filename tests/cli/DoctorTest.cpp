@@ -199,6 +199,8 @@ TEST_F(DoctorTest, ThereIsAReportOfEveryTrouble) {
 }
 
 TEST_F(DoctorTest, AReportIsWrittenWholeOrNotAtAll) {
+#ifndef _WIN32
+  // Windows has no limits like this one.
   WriteBytes(ReportPath(), "what was there");
   Surroundings small;
   small.largestFile = 100;
@@ -208,6 +210,7 @@ TEST_F(DoctorTest, AReportIsWrittenWholeOrNotAtAll) {
   EXPECT_THAT(full.out, StartsWith("[ok] Is a board plugged in?")) << "the findings are there all the same";
   EXPECT_EQ(ReadBytes(ReportPath()), "what was there");
   EXPECT_EQ(std::distance(fs::directory_iterator(m_folder.Path()), {}), 1);
+#endif
 
   const Finished nowhere = Run({"--board", "sim", "doctor", "--report", (m_folder / "no/report.txt").string()});
   EXPECT_EQ(nowhere.code, 1);

@@ -173,15 +173,20 @@ TEST_F(DownloadTest, AnLedDriverTakesNoSounds) {
 
 TEST_F(DownloadTest, WithoutAPlaceForTheParametersNothingIsSent) {
   const SoundSet set = WriteSoundSet(m_folder.Path());
-  m_environment = {"HOME", "XDG_DATA_HOME"};
+  m_environment = {"HOME", "XDG_DATA_HOME", "APPDATA"};
   const Json document = RunOnBoard(1, {"download", set.configuration.string()});
   EXPECT_EQ(document["outcome"], "incomplete");
   const std::string information = document["information"];
+#ifdef _WIN32
+  EXPECT_NE(information.find("APPDATA"), std::string::npos) << information;
+#else
   EXPECT_NE(information.find("HOME"), std::string::npos) << information;
+#endif
   EXPECT_EQ(Flash(), "");
   EXPECT_EQ(RunOnBoard(0, {"accel", "get"})["MotionTh"], 180) << "reading needs no such place";
 
-  m_environment = {"HOME", "XDG_DATA_HOME=" + WriteBytes(m_folder / "in the way", "x").string()};
+  const std::string inTheWay = WriteBytes(m_folder / "in the way", "x").string();
+  m_environment = {"HOME", "XDG_DATA_HOME=" + inTheWay, "APPDATA=" + inTheWay};
   EXPECT_EQ(RunOnBoard(1, {"download", set.configuration.string()})["outcome"], "incomplete");
   EXPECT_EQ(Flash(), "");
 }

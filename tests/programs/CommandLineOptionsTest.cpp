@@ -25,13 +25,16 @@ TEST(CommandLineOptions, AreTheRealBoardsAndTheProgramsOwnFolderByDefault) {
   EXPECT_TRUE(parsed.options.set.empty());
 }
 
+/// A path from the root; where there are drives, on the one where the test stands.
+std::filesystem::path Whole(const char* path) { return std::filesystem::absolute(path).make_preferred(); }
+
 TEST(CommandLineOptions, NameBoardFolderAndSet) {
   const auto parsed = Parse({"--board", "sim:id=64", "--program-folder", "/a folder", "/my set.lscfg"});
   EXPECT_EQ(parsed.problem, "");
   EXPECT_EQ(parsed.options.board.kind, Kind::Simulated);
   EXPECT_EQ(parsed.options.board.simulated.id, 64);
-  EXPECT_EQ(parsed.options.programFolder, "/a folder");
-  EXPECT_EQ(parsed.options.set, "/my set.lscfg");
+  EXPECT_EQ(parsed.options.programFolder, Whole("/a folder"));
+  EXPECT_EQ(parsed.options.set, Whole("/my set.lscfg"));
 }
 
 TEST(CommandLineOptions, MakeNamesWhole) {
@@ -40,8 +43,8 @@ TEST(CommandLineOptions, MakeNamesWhole) {
   const std::pair<QString, std::filesystem::path> names[] = {{"fonts", here / "fonts"},
                                                              {"./fonts/", here / "fonts"},
                                                              {"..", here.parent_path()},
-                                                             {"/a//b/../c/", "/a/c"},
-                                                             {"/", "/"}};
+                                                             {"/a//b/../c/", Whole("/a/c")},
+                                                             {"/", Whole("/")}};
   for (const auto& [given, whole] : names) {
     const auto parsed = Parse({"--program-folder", given, given});
     EXPECT_EQ(parsed.options.programFolder.native(), whole.native()) << given.toStdString();

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#ifndef _WIN32
 #include <sys/types.h>
+#endif
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,7 +21,8 @@ struct Finished {
   std::string errors;
 };
 
-/// A program that runs beside the test, with both its outputs caught. Ended by force when it outlives the object.
+/// A program that runs beside the test, with both its outputs caught. Ended by force when it outlives the object. On
+/// Windows it has a pipe for its output and no other surroundings than the usual ones, and there are no signals.
 class ChildProcess {
  public:
   /// Where its standard output goes: into a pipe, or onto a terminal of its own, which it is told the end of.
@@ -56,9 +60,19 @@ class ChildProcess {
   void WaitForErrors(const std::string& text);
   /// The first line of its standard output, without its end; throws when it ends without one.
   [[nodiscard]] std::string WaitForLine();
-  void Signal(int number) const;
   /// Whether it has ended.
   [[nodiscard]] bool HasEnded() const;
+  /// Waits for the end.
+  Finished Wait();
+#ifndef _WIN32
+  void Signal(int number) const;
+  /// Stops its terminal as Ctrl-S does: what it writes waits.
+  void StopTerminal() const;
+  /// Goes away as the reader of its standard output; a terminal hangs up.
+  void CloseOutput();
+  /// By which the system knows it.
+  [[nodiscard]] pid_t Id() const { return m_pid; }
+#endif
 #ifdef __linux__
   /// Returns as soon as it catches the signal; throws when it ends without.
   void WaitUntilItCatches(int number) const;
@@ -67,22 +81,19 @@ class ChildProcess {
   /// Where one of its descriptors leads; throws when it leads nowhere.
   [[nodiscard]] std::filesystem::path TargetOf(int descriptor) const;
 #endif
-  /// Stops its terminal as Ctrl-S does: what it writes waits.
-  void StopTerminal() const;
-  /// Goes away as the reader of its standard output; a terminal hangs up.
-  void CloseOutput();
-  /// By which the system knows it.
-  [[nodiscard]] pid_t Id() const { return m_pid; }
-  /// Waits for the end.
-  Finished Wait();
 
  private:
   /// Takes over what one of the outputs brings next. False once both have ended.
   bool ReadMore();
 
+#ifdef _WIN32
+  struct Process;
+  std::unique_ptr<Process> m_process;
+#else
   pid_t m_pid = -1;
   int m_out = -1;
   int m_errors = -1;
+#endif
   Finished m_finished;
 };
 

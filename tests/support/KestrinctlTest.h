@@ -49,7 +49,8 @@ class KestrinctlTest : public ::testing::Test {
   TemporaryFolder m_folder;
   std::filesystem::path m_data = m_folder / "data";
   std::filesystem::path m_board = m_folder / "board";
-  std::vector<std::string> m_environment{"HOME=" + m_folder.Path().string(), "XDG_DATA_HOME=" + m_data.string()};
+  std::vector<std::string> m_environment{"HOME=" + m_folder.Path().string(), "XDG_DATA_HOME=" + m_data.string(),
+                                         "APPDATA=" + m_data.string()};
 };
 
 }  // namespace kestrin::support

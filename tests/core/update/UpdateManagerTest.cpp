@@ -36,7 +36,7 @@ TEST_F(UpdateManagerTest, FetchesTheOneFontThatIsMissing) {
   EXPECT_EQ(transfer.requests[0].url, "http://fonts.example");
   EXPECT_EQ(transfer.requests[1].url, "http://fonts.example");
   EXPECT_EQ(transfer.requests[2].url, "http://fonts.example/tst/gct/");
-  const std::string own = base::TextOf(fonts) + "/B/";
+  const std::string own = base::TextOf(fonts / "B" / "");
   EXPECT_EQ(Store(), (std::map<std::string, std::string>{{"A/", ""},
                                                          {"A/fnt", ""},
                                                          {"B/", ""},

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QImage>
@@ -278,7 +279,7 @@ TEST_F(DragAndDropTest, WhatLeavesASlotCanBeDroppedElsewhereAsFiles) {
   Fill(core::sound::SlotKind::Motion, 2);
   const auto data = Dragged("MtFileList", {1, 0});
   ASSERT_EQ(data->urls().size(), 2);
-  EXPECT_EQ(data->urls().first().toLocalFile(), PathText("motion 1.lsu"));
+  EXPECT_EQ(QDir::toNativeSeparators(data->urls().first().toLocalFile()), PathText("motion 1.lsu"));
 }
 
 TEST_F(DragAndDropTest, DamagedDataOfAnotherProgramIsNoSound) {
