@@ -1,0 +1,90 @@
+# SPDX-License-Identifier: MIT
+# Sourced by scripts/package/windows.sh: fetches the sources named in sources.txt, checks them and unpacks them.
+# shellcheck shell=bash
+
+# The row of sources.txt whose archive has this checksum, or is to be fetched: "package suite archive checksum".
+source_rows() {  # NAME
+  awk -v name="$1" '$1 == name { print $2, $3, $4, $5 }' "$project/packaging/windows/sources.txt"
+}
+
+checksum_of() { sha256sum "$1" | cut -d ' ' -f 1; }  # FILE
+
+# apt with source packages, in a state folder of its own: what the system itself is set up with stays as it is.
+source_apt() {  # SUITE apt-get's arguments...
+  local suite="$1" state="$windows_libraries/apt/$1"
+  shift
+  apt-get -o Dir::Etc::sourcelist="$state/list.sources" -o Dir::Etc::sourceparts=/dev/null \
+    -o Dir::State::lists="$state/lists" -o Dir::Cache="$state/cache" -o APT::Sandbox::User=root -q "$@"
+}
+
+# Asks the servers that the system is set up with, once in this run, what source packages they have in a suite.
+know_sources() {  # SUITE
+  local suite="$1" state="$windows_libraries/apt/$1"
+  [ -e "$state/known" ] && return 0
+  mkdir -p "$state/lists/partial" "$state/cache/archives/partial"
+  if [ "$suite" = own ]; then
+    source_lists deb-src >"$state/list.sources"
+  else
+    # The first entry is the suite itself; those for updates and security have other names there.
+    source_lists deb-src | awk -v RS= 'NR == 1' | sed "s/^Suites:.*/Suites: $suite/" >"$state/list.sources"
+  fi
+  source_apt "$suite" update && touch "$state/known"
+}
+
+# The system's entries, in the form that newer and older systems keep them in, as entries of one type.
+source_lists() {  # TYPE
+  local file
+  for file in /etc/apt/sources.list.d/*.sources; do
+    [ -e "$file" ] || continue
+    sed "s/^Types:.*/Types: $1/; /^#/d" "$file"
+    echo
+  done
+  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [ -e "$file" ] || continue
+    sed -nE 's/^deb +(\[[^]]*\] +)?([^ ]+) +([^ ]+) +(.*)$/\2 \3 \4/p' "$file" |
+      while read -r address suite components; do
+        printf 'Types: %s\nURIs: %s\nSuites: %s\nComponents: %s\n\n' "$1" "$address" "$suite" "$components"
+      done
+  done
+}
+
+# Unpacks the sources of NAME into a folder of that name and prints nothing; GIVEN is an archive that is there already.
+unpack_source() {  # NAME [GIVEN]
+  local name="$1" given="${2-}" folder="$windows_libraries/sources/$1" package suite archive checksum
+  local archives="$windows_libraries/archives/$1"
+  rm -rf "$folder"
+  mkdir -p "$folder" "$archives"
+  if [ -n "$given" ]; then
+    if ! source_rows "$name" | grep -qF " $(checksum_of "$given")"; then
+      echo "$given is not the archive of $name that packaging/windows/sources.txt names: its checksum is another." >&2
+      return 1
+    fi
+    tar -xf "$given" -C "$folder" --strip-components=1
+    return
+  fi
+  read -r package suite archive checksum < <(source_rows "$name")
+  if ! is_intact "$archives/$archive" "$checksum" || { [ "$suite" = own ] && ! ls "$archives"/*.dsc >/dev/null 2>&1; }; then
+    fetch_source "$archives" "$package" "$suite" || return
+  fi
+  if ! is_intact "$archives/$archive" "$checksum"; then
+    echo "The source package $package does not hold $archive with the checksum in packaging/windows/sources.txt." >&2
+    return 1
+  fi
+  if [ "$suite" = own ]; then
+    rm -rf "$folder"
+    dpkg-source --no-check --no-copy -x "$archives"/*.dsc "$folder"
+  else
+    tar -xf "$archives/$archive" -C "$folder" --strip-components=1
+  fi
+}
+
+is_intact() { [ -e "$1" ] && [ "$(checksum_of "$1")" = "$2" ]; }  # FILE CHECKSUM
+
+fetch_source() {  # FOLDER PACKAGE SUITE
+  local -a only=()
+  know_sources "$3" || return
+  # Newer suites go on to newer patches, which another system's server may not have: the archive alone is asked for.
+  [ "$3" = own ] || only=(--tar-only)
+  rm -f "$1"/*
+  (cd "$1" && source_apt "$3" source --download-only "${only[@]}" "$2")
+}
