@@ -1,0 +1,177 @@
+# SPDX-License-Identifier: MIT
+# Sourced by scripts/tests/windows.sh: the setup as people use it - installed, used, updated, removed.
+# shellcheck shell=bash disable=SC2154  # project, packages_folder and the names that begin with windows_: of who sources this
+
+windows_setup_suite() {
+  section "Windows: the setup, for one person" setup_for_one
+  section "Windows: the setup, for everybody" setup_for_all
+}
+
+windows_pictures="$windows_build/pictures"
+drive="$WINEPREFIX/drive_c"
+# Where Wine runs as root, its person is an administrator.
+setup_person="$(id -un)"
+own_programs="$drive/users/$setup_person/AppData/Local/Programs/Kestrin Launcher"
+all_programs="$drive/Program Files/Kestrin Launcher"
+
+run_setup() { timeout -k 5 300 "$wine_program" "$packages_folder/kestrin-$windows_version-setup.exe" /S "$@" </dev/null; }
+
+# Everything on the disk, but what lies in folders for passing things, and what a person has set.
+settings="$drive/users/$setup_person/AppData/Roaming/kestrin"
+files_on_disk() { (cd "$drive" && find . -path '*/Temp' -prune -o -path ".${settings#"$drive"}" -prune -o -print | sort); }
+# Everything of ours in the registry.
+keys_in_registry() {
+  local root
+  for root in HKCU HKLM; do
+    run_wine reg query "$root\\Software" /s </dev/null | tr -d '\r' | grep -i kestrin | grep -v 'Software\\Wine\\'
+  done
+}
+
+setup_for_one() {
+  local before after own="$own_programs/Examples/my own.lsu"
+  remove_leftovers
+  before="$(files_on_disk)"
+  check "the setup runs silently" run_setup
+  check "it installs what the zip holds, and an uninstaller" holds_the_folder "$own_programs"
+  check "it installs what docs/packages.md lists" listed_as_documented "$own_programs"
+  check "the start menu has it" test -e "$drive/users/$setup_person/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Kestrin Launcher.lnk"
+  check "Windows' list of programs has it" registry_says \
+    'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Kestrin Launcher' DisplayVersion "$windows_version"
+  check "a set is opened by it" registry_says 'HKCU\Software\Classes\Kestrin.SoundSet\shell\open\command' '' 'kestrin.exe" "%1"'
+  check "settings for LEDs are opened by it" registry_says 'HKCU\Software\Classes\Kestrin.LedSettings\shell\open\command' '' 'kestrin.exe" "%1"'
+  for ending in lscfg ldset lsu; do
+    check "files .$ending have a kind" registry_says "HKCU\\Software\\Classes\\.$ending" '' 'Kestrin\.'
+  done
+  check "the installed kestrinctl downloads and verifies the examples" installed_download
+  cp "$own_programs/Examples/idle.lsu" "$own"
+  check "the window, and a setup while it is open" installed_window
+  check "the setup runs again over what is there" run_setup
+  check "and installs the same" holds_the_folder "$own_programs" "$own"
+  check "the uninstaller" remove_silently "$own_programs"
+  after="$(files_on_disk)"
+  check "nothing is left but a person's own file" diff <(echo "$after") \
+    <({ echo "$before"; printf '.%s\n' "${own_programs#"$drive"}" "${own_programs#"$drive"}/Examples" "${own#"$drive"}"; } | sort)
+  check "what a person has set is still there" test -s "$settings/kestrin.ini"
+  check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
+  remove_leftovers
+}
+
+setup_for_all() {
+  local before
+  remove_leftovers
+  before="$(files_on_disk)"
+  check "the setup runs silently" run_setup /AllUsers
+  check "it installs what the zip holds, and an uninstaller" holds_the_folder "$all_programs"
+  check "everybody's start menu has it" test -e "$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/Kestrin Launcher.lnk"
+  check "Windows' list of programs has it" registry_says \
+    'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Kestrin Launcher' DisplayVersion "$windows_version"
+  check "a set is opened by it" registry_says 'HKLM\Software\Classes\Kestrin.SoundSet\shell\open\command' '' 'kestrin.exe" "%1"'
+  check "the uninstaller" remove_silently "$all_programs"
+  check "nothing is left" diff <(echo "$before") <(files_on_disk)
+  check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
+}
+
+# Of a run that was broken off, and what the checks themselves have put there.
+remove_leftovers() {
+  local folder
+  for folder in "$own_programs" "$all_programs"; do
+    if [ -e "$folder/uninstall.exe" ]; then remove_silently "$folder"; fi
+    rm -rf "$folder"
+  done
+  # The disk is compared: what Windows makes for every program's first run has to be there already.
+  rmdir "$drive/users/$setup_person/AppData/Local/Programs" 2>/dev/null
+  mkdir -p "$drive/users/$setup_person/AppData/Local/Programs"
+}
+
+holds_the_folder() {  # FOLDER [OWN-FILE...]
+  local folder="$1" file
+  shift
+  diff <({ cd "$windows_folder" && find . -type f; echo ./uninstall.exe; for file in "$@"; do echo ".${file#"$folder"}"; done; } | sort) \
+    <(cd "$folder" && find . -type f | sort) &&
+    [ -z "$(diff -rq "$windows_folder" "$folder" | grep -v "^Only in $folder" | tee /dev/stderr)" ]
+}
+
+listed_as_documented() { (cd "$1" && find . ! -type d) | "$project/scripts/package/compare.sh" windows; }  # FOLDER
+
+registry_says() {  # KEY VALUE TEXT
+  local -a value=(/ve)
+  if [ -n "$2" ]; then value=(/v "$2"); fi
+  says "$3" run_wine reg query "$1" "${value[@]}"
+}
+
+installed_download() {
+  local said
+  cd "$own_programs" || return
+  for command in download verify; do
+    said="$(run_wine ./kestrinctl.exe --board "sim:dir=$(windows_path "$windows_build/installed-board")" "$command" Examples/demo.lscfg </dev/null 2>&1)" ||
+      { echo "$command ended with $?: $said"; return 1; }
+  done
+}
+
+# The uninstaller goes on as a copy of itself and is gone before that one is.
+remove_silently() {  # FOLDER
+  local tries
+  run_wine "$1/uninstall.exe" /S </dev/null || return
+  for ((tries = 0; tries < 600; ++tries)); do
+    [ -e "$1/uninstall.exe" ] || [ -n "$(pgrep -f 'Un[._].*\.exe')" ] || return 0
+    sleep 0.1
+  done
+  echo "it did not end"
+  return 1
+}
+
+# Opens the installed window, looks at it, tries to install over it, and closes it.
+installed_window() {
+  local program status
+  mkdir -p "$windows_pictures"
+  (cd "$own_programs" && LC_ALL=C.UTF-8 exec "$wine_program" ./kestrin.exe --board sim Examples/demo.lscfg </dev/null >"$windows_build/window.log" 2>&1) &
+  program=$!
+  look_at_window && setup_waits_for_window "$program"
+  status=$?
+  # As a person closes it.
+  run_wine taskkill /im kestrin.exe </dev/null >/dev/null 2>&1
+  if ! ends_within "$program" 600; then
+    echo "the window did not close"
+    kill -KILL $program
+    status=1
+  fi
+  wait $program || { echo "the window ended with $?: $(cat "$windows_build/window.log")"; status=1; }
+  return $status
+}
+
+ends_within() {  # PROCESS TENTHS-OF-A-SECOND
+  local tries
+  for ((tries = 0; tries < $2; ++tries)); do
+    kill -0 "$1" 2>/dev/null || return 0
+    sleep 0.1
+  done
+  return 1
+}
+
+# A window is drawn when it has many colours and none of them takes nearly all of it.
+look_at_window() {
+  local window tries picture="$windows_pictures/installed.png" colours=0 commonest=0 all=1
+  for ((tries = 0; tries < 120; ++tries)); do
+    sleep 0.5
+    window="$(xdotool search --onlyvisible --name 'Kestrin' 2>/dev/null | head -n 1)"
+    [ -n "$window" ] || continue
+    import -window "$window" "$picture" 2>/dev/null || continue
+    colours="$(identify -format %k "$picture")"
+    all="$(identify -format '%[fx:w*h]' "$picture")"
+    commonest="$(convert "$picture" -format %c histogram:info: | awk '{ sub(":", "", $1); if ($1 > most) most = $1 } END { print most + 0 }')"
+    if [ "$colours" -ge 200 ] && [ $((commonest * 10)) -lt $((all * 9)) ]; then return 0; fi
+  done
+  echo "no window was drawn: $colours colours, the commonest on $commonest of $all points"
+  return 1
+}
+
+# Nothing is replaced under a window that is open, and nobody is asked silently.
+setup_waits_for_window() {  # PROCESS
+  local before status
+  before="$(ls -l --time-style=full-iso "$own_programs")"
+  run_setup
+  status=$?
+  [ $status -eq 2 ] || { echo "the setup ended with $status"; return 1; }
+  kill -0 "$1" || { echo "the window has gone"; return 1; }
+  [ "$before" = "$(ls -l --time-style=full-iso "$own_programs")" ] || { echo "files were replaced"; return 1; }
+}

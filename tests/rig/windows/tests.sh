@@ -1,0 +1,94 @@
+# SPDX-License-Identifier: MIT
+# Sourced by scripts/tests/windows.sh: the test programs, each run as a whole. left-out.txt names the tests that cannot pass.
+# shellcheck shell=bash disable=SC2154  # project, jobs and the names that begin with windows_: of who sources this
+
+windows_results="$windows_build/results"
+
+windows_units_suite() {
+  section "Windows: unit tests" run_windows_tests kestrin_core_tests kestrin_simulator_tests kestrin_board_store_tests \
+    kestrin_platform_tests kestrin_writer_tests kestrin_demo_tests help_file_test
+}
+windows_commands_suite() { section "Windows: the command line's tests" run_windows_tests kestrin_cli_tests; }
+windows_window_suite() {
+  section "Windows: the window's tests, without a screen" run_windows_tests kestrin_kit_tests help_window_test \
+    kestrin_sound_ui_tests kestrin_window_tests kestrin_application_tests kestrin_desktop_tests kestrin_programs_tests
+}
+
+# Qt and the compiler's libraries lie where they were built or installed; Wine keeps variables that begin with QT_ from the
+# programs, unless it is told this way.
+tests_environment() {
+  local runtime qt="$windows_libraries/qt"
+  runtime="$(dirname "$("$windows_target-g++-posix" -print-file-name=libstdc++-6.dll)")"
+  export WINEPATH
+  WINEPATH="$(windows_path "$qt/bin");$(windows_path "$runtime");$(windows_path "/usr/$windows_target/lib")"
+  export WINEQT_QPA_PLATFORM=offscreen WINEQT_PLUGIN_PATH WINEQT_QPA_FONTDIR
+  WINEQT_PLUGIN_PATH="$(windows_path "$qt/plugins")"
+  WINEQT_QPA_FONTDIR="$(windows_path /usr/share/fonts/truetype/dejavu)"
+}
+
+left_out_rows() {  # PROGRAM -> lines "TEST REASON"
+  awk -v program="$1" '$1 == program { $1 = ""; sub(/^ /, ""); print }' "$windows_rig/left-out.txt"
+}
+
+run_windows_tests() {  # PROGRAM...
+  local program test reason
+  mkdir -p "$windows_results"
+  (
+    tests_environment
+    export -f run_test_program plain_name run_wine windows_path left_out_rows
+    export windows_results windows_build windows_rig wine_program
+    # A relative path from the folder of a test to where one stands is there only where both are on one drive.
+    cd "$WINEPREFIX/drive_c" || exit
+    printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c 'run_test_program {}'
+  )
+  for program in "$@"; do
+    count_windows_results "$program"
+    while read -r test reason; do
+      if [ "$(cat "$windows_results/$program.$(plain_name "$test").status")" = 0 ]; then
+        fail "$program $test passes, although left-out.txt says that it cannot: $reason"
+      else
+        leave_out "$test, $reason"
+      fi
+    done < <(left_out_rows "$program")
+  done
+}
+
+# For a file: names of tests with values have slashes.
+plain_name() { echo "${1//[^[:alnum:].]/_}"; }  # TEST
+
+# Leaves NAME.xml, NAME.status and for each test that is left out NAME.TEST.status.
+run_test_program() {  # NAME
+  local out="$windows_results/$1" test reason one left_out=""
+  local file="$windows_build/bin/$1.exe"
+  rm -f "$out".*
+  while read -r test reason; do
+    left_out+=":$test"
+    one="$out.$(plain_name "$test")"
+    # Where there is no such test, it ends with 0, and the row is reported too.
+    timeout -k 5 60 "$wine_program" "$file" --gtest_filter="$test" >"$one.log" 2>&1 </dev/null
+    echo $? >"$one.status"
+  done < <(left_out_rows "$1")
+  LC_ALL=C.UTF-8 timeout -k 5 600 "$wine_program" "$file" --gtest_filter="*-${left_out#:}" \
+    --gtest_output="xml:$(windows_path "$out.xml")" >"$out.log" 2>&1 </dev/null
+  echo $? >"$out.status"
+}
+
+count_windows_results() {  # NAME
+  local out="$windows_results/$1" total bad skipped status
+  status="$(cat "$out.status")"
+  if [ ! -s "$out.xml" ]; then
+    tail -n 15 "$out.log"
+    fail "$1 ended with status $status before its last test"
+    return
+  fi
+  total="$(root_number tests "$out.xml")"
+  bad=$(($(root_number failures "$out.xml") + $(root_number errors "$out.xml")))
+  skipped="$(grep -c 'result="skipped"' "$out.xml")"
+  passed=$((passed + total - bad - skipped))
+  failed=$((failed + bad))
+  if [ "$bad" -gt 0 ]; then grep -B 25 '^\[  FAILED  \] .* ms)' "$out.log" | cut -c -300; fi
+  if [ "$skipped" -gt 0 ]; then leave_out "$skipped tests of $1, which skip themselves"; fi
+  if [ "$status" -ne 0 ] && [ "$bad" -eq 0 ]; then fail "$1 ended with status $status"; fi
+}
+
+root_number() { sed -n "s/^<testsuites.*[[:space:]]$1=\"\([0-9]*\)\".*/\1/p" "$2"; }  # ATTRIBUTE FILE
