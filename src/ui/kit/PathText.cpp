@@ -24,7 +24,8 @@ QUrl UrlOf(const std::filesystem::path& path) {
 
 std::filesystem::path PathOf(const QUrl& url) {
   if (!url.isLocalFile()) return {};
-  // Qt knows how a computer's name in front is meant. It writes slashes everywhere; people read what their system writes.
+  // Qt knows how a computer's name in front is meant. It writes slashes everywhere; people read what their system
+  // writes.
   if (!kArePathsBytes || !url.host().isEmpty()) return PathOf(url.toLocalFile()).make_preferred();
   return core::base::PathOf(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
 }
