@@ -145,6 +145,14 @@ QPixmap TakeSetup(const Place& place, const std::string& board) {
   return stage.Window().grab();
 }
 
+QPixmap TakeAbout(const Place& place, const std::string& board) {
+  Stage stage(place.program, place.sounds, board);
+  stage.Open(place.size);
+  stage.Find<QAction>("AboutAction").trigger();
+  stage.Settle(stage.Window());
+  return stage.Window().grab();
+}
+
 /// Some values are moved and not sent.
 QPixmap TakeSetupMoved(const Place& place, const std::string& board) {
   Stage stage(place.program, place.sounds, board);
@@ -296,6 +304,7 @@ constexpr Scene kScenes[] = {
     // Going online writes three reports; the third of the download would put the parameters back.
     {"setup-kept", "id=65535,serial=4B535401,fault=write:6", TakeSetupKept},
     {"help", "none", TakeHelp},
+    {"about", kBoard, TakeAbout},
     {"no-board", "none", TakeNoBoard},
     {"question", kBoard, TakeQuestion},
     {"error", kBoard, TakeError},

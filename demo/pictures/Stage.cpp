@@ -18,6 +18,18 @@ namespace {
 
 constexpr const char* kNoBoard = "none";
 
+/// What the program tells of itself in a picture.
+ui::window::AboutFacts Facts(const std::filesystem::path& program) {
+  return {"2.2.2",
+          "MIT License, Copyright (c) 2026 The Kestrin Launcher authors",
+          {"Qt 6.4.2", "hidapi 0.13.1", "libudev", "libcurl 7.88.1 with OpenSSL/3.0.15", "libpulse 16.1", "chmlib",
+           "nlohmann-json 3.11.2"},
+          {{"Program", program},
+           {"Your data", "/home/ann/.local/share/kestrin"},
+           {"Fonts", "/home/ann/.local/share/kestrin/fonts"}},
+          {}};
+}
+
 }  // namespace
 
 Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board,
@@ -44,7 +56,8 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
                                                                          m_settings,
                                                                          program,
                                                                          {ui::kit::PathOf(m_folder.path())},
-                                                                         doctor});
+                                                                         doctor,
+                                                                         [program] { return Facts(program); }});
 }
 
 Stage::~Stage() = default;

@@ -23,6 +23,7 @@ class NoTransfer final : public core::update::TransferControl {
   }
   bool StillExecuting() override { return false; }
   void Cancel() override {}
+  [[nodiscard]] std::string Trouble() const override { return ""; }
   [[nodiscard]] int HttpStatus() const override { return 0; }
   [[nodiscard]] std::string GetHeader(const std::string&) const override { return ""; }
   std::string NextChunk(std::size_t) override { return ""; }

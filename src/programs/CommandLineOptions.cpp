@@ -3,6 +3,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QUrl>
 
 #include "core/update/UpdateServer.h"
 #include "ui/kit/PathText.h"
@@ -12,8 +13,7 @@ namespace kestrin::programs {
 namespace {
 
 /// The whole path: what the window shows and remembers must not depend on where the program was started.
-std::filesystem::path WholePath(const QString& text) {
-  std::filesystem::path given = ui::kit::PathOf(text);
+std::filesystem::path WholePath(const std::filesystem::path& given) {
   std::error_code failed;
   const std::filesystem::path whole = std::filesystem::absolute(given, failed).lexically_normal();
   if (failed) return given;
@@ -24,6 +24,15 @@ std::filesystem::path WholePath(const QString& text) {
 constexpr const char* kBoard = "board";
 constexpr const char* kFolder = "program-folder";
 constexpr const char* kServer = "update-server";
+
+/// The argument as a path: by its text, or as it stands in `paths` beside `arguments`. Desktops may name a file by its
+/// address.
+std::filesystem::path PathOfArgument(const QString& argument, const QStringList& arguments,
+                                     const std::vector<std::filesystem::path>& paths) {
+  if (argument.startsWith("file://")) return ui::kit::PathOf(QUrl::fromEncoded(argument.toUtf8()));
+  const auto index = static_cast<std::size_t>(arguments.lastIndexOf(argument));
+  return WholePath(index < paths.size() ? paths[index] : ui::kit::PathOf(argument));
+}
 
 }  // namespace
 
@@ -38,7 +47,8 @@ QList<QCommandLineOption> CommandLineOptions::Options() {
 
 CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& arguments,
                                                      const std::filesystem::path& programFolder,
-                                                     const char* environmentServer) {
+                                                     const char* environmentServer,
+                                                     const std::vector<std::filesystem::path>& paths) {
   QCommandLineParser parser;
   parser.setApplicationDescription(kDescription);
   const QCommandLineOption help = parser.addHelpOption();
@@ -54,7 +64,7 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
   if (parser.isSet(version))
     return {{}, QCoreApplication::applicationName() + ' ' + QCoreApplication::applicationVersion() + '\n', ""};
   const QStringList files = parser.positionalArguments();
-  if (files.size() > 1) return problem("Give one sound set only.");
+  if (files.size() > 1) return problem("Give one file or folder only.");
 
   const auto choice = platform::boards::BoardChoice::Parse(parser.value(kBoard).toStdString());
   if (!choice) return problem(QString::fromStdString(choice.Text()));
@@ -64,8 +74,10 @@ CommandLineOptions::Parsed CommandLineOptions::Parse(const QStringList& argument
     return problem("\"" + QString::fromStdString(options.updateServer) + "\" is no update server: give " +
                    core::update::UpdateServer::kForm + ".");
   options.board = *choice;
-  options.programFolder = parser.isSet(kFolder) ? WholePath(parser.value(kFolder)) : programFolder;
-  if (!files.isEmpty()) options.set = WholePath(files.constFirst());
+  options.programFolder =
+      parser.isSet(kFolder) ? PathOfArgument(parser.value(kFolder), arguments, paths) : programFolder;
+  if (!files.isEmpty()) options.path = PathOfArgument(files.constFirst(), arguments, paths);
+  options.isPlain = !parser.isSet(kBoard) && !parser.isSet(kFolder) && !parser.isSet(kServer);
   return {options, "", ""};
 }
 

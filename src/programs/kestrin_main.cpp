@@ -3,7 +3,6 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTextStream>
-#include <QTimer>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -24,6 +23,7 @@
 #include "platform/desktop/ExecutableFolder.h"
 #include "platform/desktop/ProgramFolder.h"
 #include "platform/desktop/QtDialogs.h"
+#include "platform/desktop/RunningWindow.h"
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/desktop/SystemSoundPlayer.h"
 #include "platform/doctor/SystemSurvey.h"
@@ -32,6 +32,7 @@
 #include "platform/net/CurlTransfer.h"
 #include "platform/process/Environment.h"
 #include "platform/process/StandardStreams.h"
+#include "programs/AboutProgram.h"
 #include "programs/ChosenFacts.h"
 #include "programs/CommandLineOptions.h"
 #include "ui/doctor/DoctorMeans.h"
@@ -48,6 +49,7 @@
 namespace {
 
 using namespace kestrin;
+using platform::desktop::RunningWindow;
 
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
@@ -112,9 +114,29 @@ ui::doctor::DoctorMeans MakeDoctor(core::doctor::LinkSurvey& survey, const platf
       }};
 }
 
-int Run(ui::window::Application& application, const programs::CommandLineOptions& options) {
+/// The arguments that Qt has left, as paths, where those are bytes that its texts may not tell.
+std::vector<std::filesystem::path> Paths([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
+#ifdef _WIN32
+  return {};
+#else
+  return {argv, argv + argc};
+#endif
+}
+
+/// Leads what other starts and the desktop ask for to the window, until its end is certain.
+void Connect(RunningWindow& running, ui::window::Application& application, ui::window::Main& window) {
+  QObject::connect(&running, &RunningWindow::asked, &window,
+                   [&window](const std::filesystem::path& path, const QByteArray& activation) {
+                     window.ComeToFront(activation);
+                     if (!path.empty()) window.OpenPath(path);
+                   });
+  QObject::connect(&window, &ui::window::Main::ending, &running, &RunningWindow::TakeNoMore);
+  QObject::connect(&application, &ui::window::Application::openRequested, &window, &ui::window::Main::OpenPath);
+}
+
+int Run(ui::window::Application& application, const programs::CommandLineOptions& options, core::base::Disk& disk,
+        RunningWindow& running, RunningWindow::Outcome start) {
   core::base::SystemClock clock;
-  platform::files::SystemDisk disk;
   ui::kit::CommandGate gate;
   const auto board = platform::boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
   if (!board) return Tell(stderr, "kestrin: " + QString::fromStdString(board.Text()) + '\n', kFailed);
@@ -141,7 +163,9 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   const ui::doctor::DoctorMeans doctor = MakeDoctor(survey, options.board, **board, clock);
 
   ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
-                           options.programFolder, places, &doctor});
+                           options.programFolder, places, &doctor, [&] {
+                             return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});
+                           }});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });
@@ -154,13 +178,13 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
     dialogs.Dismiss();
   });
   ends.SetIsOver([&window] { return window.IsOver(); });
+  Connect(running, application, window);
   if (!window.StartUp()) return ends.ExitCode(kDone);
   window.show();
-  // Once the window can be seen.
-  QTimer open;
-  open.setSingleShot(true);
-  QObject::connect(&open, &QTimer::timeout, &window, [&] { window.OpenSet(options.set); });
-  if (!options.set.empty()) open.start();
+  if (start == RunningWindow::Outcome::Unanswered)
+    window.Tell(
+        "Another window of this program is open and does not answer. This is a new one: close the other when you can.");
+  if (!options.path.empty()) window.OpenPath(options.path);
   return ends.ExitCode(QApplication::exec());
 }
 
@@ -168,6 +192,8 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
 
 int main(int argc, char** argv) {
   platform::process::GuardStandardStreams();
+  // Qt takes it for the first window that it shows; another one may need it.
+  const QByteArray activation = qgetenv("XDG_ACTIVATION_TOKEN");
   ui::window::Application application(argc, argv);
   QCoreApplication::setApplicationName("Kestrin Launcher");
   QCoreApplication::setApplicationVersion(KESTRIN_VERSION);
@@ -176,11 +202,17 @@ int main(int argc, char** argv) {
       platform::process::EnvironmentText(core::update::UpdateServer::kEnvironment);
   const programs::CommandLineOptions::Parsed parsed = programs::CommandLineOptions::Parse(
       QCoreApplication::arguments(), platform::desktop::ProgramFolderOf(ExecutableFolder()),
-      server ? server->c_str() : nullptr);
+      server ? server->c_str() : nullptr, Paths(argc, argv));
   if (!parsed.answer.isEmpty()) return Tell(stdout, parsed.answer, kDone);
   if (!parsed.problem.isEmpty()) return Tell(stderr, "kestrin: " + parsed.problem + '\n', kWrongUsage);
   try {
-    return Run(application, parsed.options);
+    const programs::CommandLineOptions& options = parsed.options;
+    platform::files::SystemDisk disk;
+    RunningWindow running(options.isPlain ? RunningWindow::PlaceOfSession() : RunningWindow::Place(), disk);
+    const RunningWindow::Outcome start = running.Start({options.path, activation});
+    if (start == RunningWindow::Outcome::HandedOver)
+      return Tell(stdout, "kestrin: the window that is open already takes it from here.\n", kDone);
+    return Run(application, options, disk, running, start);
   } catch (const std::exception& error) {
     return Tell(stderr, QString("kestrin: %1\n").arg(error.what()), kFailed);
   }

@@ -22,7 +22,7 @@ TEST(CommandLineOptions, AreTheRealBoardsAndTheProgramsOwnFolderByDefault) {
   EXPECT_EQ(parsed.options.board.kind, Kind::Auto);
   EXPECT_EQ(parsed.options.board.path, "");
   EXPECT_EQ(parsed.options.programFolder, "/opt/kestrin");
-  EXPECT_TRUE(parsed.options.set.empty());
+  EXPECT_TRUE(parsed.options.path.empty());
 }
 
 /// A path from the root; where there are drives, on the one where the test stands.
@@ -34,7 +34,7 @@ TEST(CommandLineOptions, NameBoardFolderAndSet) {
   EXPECT_EQ(parsed.options.board.kind, Kind::Simulated);
   EXPECT_EQ(parsed.options.board.simulated.id, 64);
   EXPECT_EQ(parsed.options.programFolder, Whole("/a folder"));
-  EXPECT_EQ(parsed.options.set, Whole("/my set.lscfg"));
+  EXPECT_EQ(parsed.options.path, Whole("/my set.lscfg"));
 }
 
 TEST(CommandLineOptions, MakeNamesWhole) {
@@ -48,8 +48,25 @@ TEST(CommandLineOptions, MakeNamesWhole) {
   for (const auto& [given, whole] : names) {
     const auto parsed = Parse({"--program-folder", given, given});
     EXPECT_EQ(parsed.options.programFolder.native(), whole.native()) << given.toStdString();
-    EXPECT_EQ(parsed.options.set.native(), whole.native()) << given.toStdString();
+    EXPECT_EQ(parsed.options.path.native(), whole.native()) << given.toStdString();
   }
+}
+
+TEST(CommandLineOptions, TakeAFilesAddressAndNamesThatAreNoUtf8) {
+  EXPECT_EQ(Parse({"file:///sets/a%20b%FC.lscfg"}).options.path.native(), "/sets/a b\xFC.lscfg");
+  const std::vector<std::filesystem::path> paths{"kestrin", "--program-folder", "/f\xFC", "/s\xE4.lscfg"};
+  QStringList arguments;
+  for (const auto& path : paths) arguments.append(QString::fromUtf8(path.c_str()));
+  const auto parsed = CommandLineOptions::Parse(arguments, "/opt/kestrin", nullptr, paths);
+  EXPECT_EQ(parsed.options.programFolder.native(), "/f\xFC");
+  EXPECT_EQ(parsed.options.path.native(), "/s\xE4.lscfg");
+}
+
+TEST(CommandLineOptions, ArePlainWithoutBoardFolderAndServer) {
+  EXPECT_TRUE(Parse({}).options.isPlain);
+  EXPECT_TRUE(Parse({"/a.lscfg"}).options.isPlain);
+  for (const char* const option : {"--board=sim", "--program-folder=/x", "--update-server=localhost"})
+    EXPECT_FALSE(Parse({option, "/a.lscfg"}).options.isPlain) << option;
 }
 
 TEST(CommandLineOptions, NameTheUpdateServer) {
@@ -76,7 +93,7 @@ TEST(CommandLineOptions, SayWhatIsWrong) {
   EXPECT_TRUE(Parse({"--board", "usb"}).problem.contains("\"usb\" names no board"));
   EXPECT_TRUE(Parse({"--board", "sim:colour=red"}).problem.contains("colour"));
   EXPECT_TRUE(Parse({"--boards"}).problem.contains("boards"));
-  EXPECT_TRUE(Parse({"a.lscfg", "b.lscfg"}).problem.contains("one sound set only"));
+  EXPECT_TRUE(Parse({"a.lscfg", "b.lscfg"}).problem.contains("one file or folder only"));
 }
 
 TEST(CommandLineOptions, AnswerHelpAndVersionInsteadOfShowingTheWindow) {

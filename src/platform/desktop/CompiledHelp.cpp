@@ -103,6 +103,8 @@ struct CompiledHelp::Archive {
   }
 };
 
+const char* CompiledHelp::Library() { return "chmlib"; }
+
 CompiledHelp::CompiledHelp(const fs::path& file) : m_problem(ProblemOf(file)), m_archive(std::make_unique<Archive>()) {
   if (!m_problem.empty()) return;
   m_archive->file.reset(chm_open(NativeName(file).c_str()));

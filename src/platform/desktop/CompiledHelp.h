@@ -19,6 +19,8 @@ namespace kestrin::platform::desktop {
 /// A file that does not bear its seal (ui/help/HelpSeal.h) is reported as damaged and not read any further.
 class CompiledHelp : public ui::help::HelpSource {
  public:
+  /// The name of the library that reads it, which does not tell its version; "" where this build has none.
+  [[nodiscard]] static const char* Library();
   static constexpr const char* kFileName = "kestrinusb.chm";
 
   /// Opens the file; what is wrong with it is in `Problem`.

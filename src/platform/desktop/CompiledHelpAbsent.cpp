@@ -11,6 +11,8 @@ CompiledHelp::CompiledHelp(const std::filesystem::path&)
           "This program was built without the part that reads its help file. The same pages are in the folder "
           "assets/help of its source and open in any web browser.") {}
 
+const char* CompiledHelp::Library() { return ""; }
+
 CompiledHelp::~CompiledHelp() = default;
 
 std::optional<std::string> CompiledHelp::Page(const std::string&) const { return std::nullopt; }

@@ -27,6 +27,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::FileList, "explorer.html#files"},
     {kit::HelpContext::View, "window.html#view"},
     {kit::HelpContext::HelpMenu, "window.html#help"},
+    {kit::HelpContext::About, "window.html#about"},
     {kit::HelpContext::Slots, "slots.html"},
     {kit::HelpContext::Boot, "slots.html#boot"},
     {kit::HelpContext::PwrOn, "slots.html#pwron"},

@@ -30,6 +30,7 @@ enum class HelpContext : int {
 
   View = 1025,
   HelpMenu = 1026,
+  About = 1027,
 
   Slots = 1030,
   /// The slots follow in the order of the slot kinds, see `HelpContextOfSlot`.

@@ -179,13 +179,19 @@ void LedPanel::OpenFile() {
   const QString path =
       m_around.dialogs.OpenFile(tr("Open LED settings"), kit::TextOf(m_around.programFolder),
                                 kit::QtFileFilter(core::led::LedSettingsFile::kFilter), kit::HelpContext::LedSettings);
-  if (path.isEmpty()) return;
+  if (!path.isEmpty()) Load(kit::PathOf(path));
+}
+
+void LedPanel::OpenPath(const std::filesystem::path& path) {
+  m_around.run([this, path] { Load(path); });
+}
+
+void LedPanel::Load(const std::filesystem::path& path) {
   if (m_setup.HasUnsaved() &&
       !MayLose(tr("The light pulses on this page were neither sent nor saved.\nOpen the file and lose them?"),
                tr("Cancel keeps them. \"Save settings\" writes them to a file.")))
     return;
-  if (m_setup.LoadSettings(kit::PathOf(path)))
-    emit news(tr("The LED settings are open. Send the pulses to put them on the board."));
+  if (m_setup.LoadSettings(path)) emit news(tr("The LED settings are open. Send the pulses to put them on the board."));
 }
 
 void LedPanel::SaveFile() {

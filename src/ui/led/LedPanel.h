@@ -53,6 +53,8 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
   core::base::Result<> InitLedDrivers();
   /// Another text whenever the catalogue's file has changed.
   [[nodiscard]] std::string CatalogueStamp() const { return m_setup.CatalogueStamp(); }
+  /// Opens a settings file as soon as nothing else talks to the board; asks before pulses are lost.
+  void OpenPath(const std::filesystem::path& path);
   /// Whether the window may be closed: asks when pulses would be lost that were neither sent nor saved.
   [[nodiscard]] bool MayClose();
   /// Whether an LED driver is online: the buttons that talk to it can be used then.
@@ -71,6 +73,7 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
   void SetTabOrder();
 
   void OpenFile();
+  void Load(const std::filesystem::path& path);
   void SaveFile();
   void UpdateLED();
   void SendPulse();

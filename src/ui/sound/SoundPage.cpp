@@ -16,6 +16,7 @@
 #include "ui/sound/DetailPanel.h"
 #include "ui/sound/FileExplorer.h"
 #include "ui/sound/MemoryGauge.h"
+#include "ui/sound/SetLabel.h"
 #include "ui/sound/SlotList.h"
 #include "ui/sound/SlotListModel.h"
 #include "ui/sound/SlotPanel.h"
@@ -40,6 +41,7 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
       m_set(set),
       m_actions(new SoundActions(set, this)),
       m_explorer(new FileExplorer(folders, this)),
+      m_setLabel(new SetLabel(this)),
       m_options(new QButtonGroup(this)) {
   kit::SetHelpOfGround(*this, kit::HelpContext::Slots);
   MakeActions();
@@ -89,8 +91,12 @@ void SoundPage::MakeLayout() {
   auto* lists = new QHBoxLayout;
   for (const core::sound::Slot& slot : core::sound::kSlots)
     (slot.isList ? lists : singles)->addWidget(m_slots[slot.kind], 1);
+  auto* head = new QVBoxLayout;
+  head->setSpacing(kit::kHalf);
+  head->addWidget(m_setLabel);
+  head->addLayout(singles);
   auto* right = new QVBoxLayout;
-  right->addLayout(singles);
+  right->addLayout(head);
   right->addLayout(lists, 1);
   right->addWidget(m_detail);
   right->addWidget(m_gauge);
@@ -227,6 +233,7 @@ void SoundPage::SlotChanged(core::sound::SlotKind kind) {
 void SoundPage::MemoryChanged() { m_gauge->Show(core::sound::MemoryUse::Of(m_set.Configuration())); }
 
 void SoundPage::ModifiedChanged() {
+  m_setLabel->Show(QString::fromStdString(m_set.Name()), m_set.IsModified(), m_set.Path());
   const auto show = [this](QAction& action, const QString& verb, const std::string& what, bool possible) {
     const QString text = QString::fromStdString(what);
     action.setText(text.isEmpty() ? verb : tr("%1: %2").arg(verb, text));

@@ -21,6 +21,7 @@ namespace kestrin::ui::sound {
 class DetailPanel;
 class FileExplorer;
 class MemoryGauge;
+class SetLabel;
 class SlotPanel;
 class SoundActions;
 
@@ -97,6 +98,7 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   QAction* m_stopAction = nullptr;
   SoundActions* m_actions = nullptr;
   FileExplorer* m_explorer = nullptr;
+  SetLabel* m_setLabel = nullptr;
   std::map<core::sound::SlotKind, SlotPanel*> m_slots;
   QButtonGroup* m_options = nullptr;
   DetailPanel* m_detail = nullptr;

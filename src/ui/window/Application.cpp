@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/window/Application.h"
 
+#include <QFileOpenEvent>
 #include <QScopeGuard>
 #include <exception>
 #include <utility>
+
+#include "ui/kit/PathText.h"
 
 namespace kestrin::ui::window {
 
@@ -17,6 +20,13 @@ bool Application::notify(QObject* receiver, QEvent* event) {
              .arg(QString::fromLocal8Bit(error.what())));
   }
   return false;
+}
+
+bool Application::event(QEvent* event) {
+  if (event->type() != QEvent::FileOpen) return QApplication::event(event);
+  const std::filesystem::path path = kit::PathOf(static_cast<QFileOpenEvent*>(event)->url());
+  if (!path.empty()) emit openRequested(path);
+  return true;
 }
 
 void Application::Tell(const QString& text) {

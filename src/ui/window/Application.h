@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QApplication>
+#include <filesystem>
 
 namespace kestrin::ui::window {
 
@@ -19,6 +20,11 @@ class Application : public QApplication {
   /// Something went wrong; the text is for the person. What goes wrong before everybody who hears of it is done is not
   /// told.
   void mishap(const QString& text);
+  /// The desktop asks this program to open the file or folder, as that of macOS does.
+  void openRequested(const std::filesystem::path& path);
+
+ protected:
+  bool event(QEvent* event) override;
 
  private:
   void Tell(const QString& text);

@@ -15,7 +15,14 @@ HelpMenu::HelpMenu(QWidget* parent) : QMenu(parent) {
   m_doctor->setObjectName("ConnectionAction");
   m_doctor->setVisible(false);
   connect(m_doctor, &QAction::triggered, this, &HelpMenu::doctorRequested);
+  m_about = addAction(tr("&About Kestrin Launcher ..."));
+  m_about->setObjectName("AboutAction");
+  m_about->setToolTip(tr("Version, licence, libraries, and where your data lies"));
+  m_about->setVisible(false);
+  connect(m_about, &QAction::triggered, this, &HelpMenu::aboutRequested);
 }
+
+void HelpMenu::OfferAbout() { m_about->setVisible(true); }
 
 void HelpMenu::OfferDoctor(const QString& whyNot) {
   m_doctor->setVisible(true);

@@ -45,6 +45,12 @@ void LedPage::ShowFor(std::int32_t board) {
   if (std::exchange(m_board, board) != board) m_pages.Show(Pages::Page::LedDriver);
 }
 
+void LedPage::OpenPath(const std::filesystem::path& path) {
+  led::LedPanel& panel = Panel();
+  m_pages.Show(Pages::Page::LedDriver);
+  panel.OpenPath(path);
+}
+
 core::base::Result<> LedPage::InitLedDrivers() { return Panel().InitLedDrivers(); }
 
 }  // namespace kestrin::ui::window

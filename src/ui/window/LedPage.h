@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include "core/base/Result.h"
@@ -32,6 +33,8 @@ class LedPage : public QObject {
   /// As core::device::BoardReader says.
   core::base::Result<> InitLedDrivers();
   [[nodiscard]] std::string CatalogueStamp() { return Panel().CatalogueStamp(); }
+  /// Shows the page and opens a settings file there, as LedPanel::OpenPath() does.
+  void OpenPath(const std::filesystem::path& path);
   /// Whether the window may be closed: asks when pulses would be lost.
   [[nodiscard]] bool MayClose() { return m_panel == nullptr || m_panel->MayClose(); }
 

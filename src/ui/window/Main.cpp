@@ -2,6 +2,7 @@
 #include "ui/window/Main.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFrame>
 #include <QSettings>
@@ -25,6 +26,7 @@
 #include "ui/motion/ConfigFrame.h"
 #include "ui/sound/DownloadFrame.h"
 #include "ui/sound/SoundPage.h"
+#include "ui/window/AboutFrame.h"
 #include "ui/window/GateRunner.h"
 #include "ui/window/HelpLine.h"
 #include "ui/window/HelpMenu.h"
@@ -38,6 +40,7 @@ namespace kestrin::ui::window {
 namespace {
 
 constexpr const char* kFolderKey = "explorerFolder";
+constexpr const char* kLedSettings = ".ldset";
 
 QWidget* MakeLine() {
   auto* const line = new QFrame;
@@ -61,7 +64,9 @@ Main::Main(const Surroundings& surroundings)
       m_preview(surroundings.player, surroundings.foldersToWriteIn),
       m_focus(*this),
       m_place(*this, surroundings.settings),
-      m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}) {
+      m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
+      m_requests(surroundings.gate, {[this] { return IsFree(); }, [this](const auto& path) { Open(path); },
+                                     [this](const auto& path) { TellWaiting(path); }}) {
   setObjectName("Main");
   setWindowTitle(kCaption);
   setWindowIcon(m_pictures.Icon("kestrin.bmp"));
@@ -76,7 +81,6 @@ Main::Main(const Surroundings& surroundings)
   m_set.AddListener(*this);
   kit::SetHelpOfGround(*this, kit::HelpContext::Main);
   m_helpLine->Explain(*this);
-  ShowSet();
   UpdateButtons();
   m_place.Restore();
 }
@@ -123,8 +127,9 @@ void Main::MakeLedPage() {
 }
 
 void Main::LayOver() {
-  for (QWidget* const panel : {static_cast<QWidget*>(&m_setup.Frame()), static_cast<QWidget*>(&m_doctor.Frame()),
-                               static_cast<QWidget*>(&m_download.Frame())}) {
+  m_about = new AboutFrame(m_pictures);
+  for (QWidget* const panel :
+       std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about, &m_download.Frame()}) {
     auto* const overlay = new kit::Overlay(*panel, *this);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
@@ -146,6 +151,9 @@ void Main::ConnectHelp() {
   connect(m_tools, &ToolRow::whyPressed, this, &Main::OpenDoctor);
   connect(m_helpMenu, &HelpMenu::doctorRequested, this, &Main::OpenDoctor);
   connect(m_helpMenu, &HelpMenu::helpRequested, this, [this] { emit helpRequested(kit::HelpContext::Overview); });
+  if (!m_around.about) return;
+  m_helpMenu->OfferAbout();
+  connect(m_helpMenu, &HelpMenu::aboutRequested, m_about, [this] { m_about->Open(m_around.about()); });
 }
 
 void Main::OpenDoctor() {
@@ -230,6 +238,51 @@ void Main::OpenSet(const std::filesystem::path& path) {
   });
 }
 
+void Main::OpenPath(const std::filesystem::path& path) { m_requests.Add(path); }
+
+bool Main::IsFree() const {
+  return isVisible() && !m_running && !m_covered && !m_closing.IsEnding() && QGuiApplication::modalWindow() == nullptr;
+}
+
+void Main::Open(const std::filesystem::path& path) {
+  // An open menu may be about what is gone then.
+  if (QWidget* const menu = QApplication::activePopupWidget(); menu != nullptr) menu->close();
+  if (std::error_code ignored; std::filesystem::is_directory(path, ignored)) {
+    m_pages->Show(Pages::Page::Sounds);
+    return m_page->SetFolder(path);
+  }
+  if (!kit::TextOf(path.extension()).endsWith(kLedSettings, Qt::CaseInsensitive)) return OpenSet(path);
+  if (m_session.State().HasLedDriver()) return m_ledPage->OpenPath(path);
+  m_around.dialogs.ShowError(tr("\"%1\" holds the settings of an LED driver, and no LED driver is connected.\nConnect "
+                                "it, then open the file again.")
+                                 .arg(kit::TextOf(path.filename())));
+}
+
+void Main::TellWaiting(const std::filesystem::path& path) {
+  // The window is about to be there, or nothing comes any more.
+  if (!isVisible() || m_closing.IsEnding()) return;
+  Tell(tr("\"%1\" opens as soon as what goes on here has ended.").arg(kit::TextOf(path.filename())));
+}
+
+void Main::Tell(const QString& news) { m_helpLine->ShowNews(news); }
+
+void Main::ComeToFront(const QByteArray& activation) {
+  // At the start a question may stand before the window is there.
+  QWidget* const question = QApplication::activeModalWidget();
+  if (!isVisible() && question == nullptr) return;
+  // Where windows may not come to the front by themselves, the next activation takes this along.
+  if (!activation.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activation);
+  if (isVisible()) {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+  }
+  QWidget& front = question != nullptr ? *question : *this;
+  front.raise();
+  front.activateWindow();
+  // Where it may not come to the front all the same, it shows that it wants to.
+  QApplication::alert(&front);
+}
+
 void Main::PlayLsuFile(const std::filesystem::path& path) { m_preview.Play(path); }
 
 std::filesystem::path Main::fGetSpecialFolder(int CSIDL) const {
@@ -278,10 +331,6 @@ bool Main::WaitForBoard(const std::string&) {
   return false;
 }
 
-void Main::ShowSet() {
-  m_tools->ShowSet(QString::fromStdString(m_set.Name()), m_set.IsModified(), kit::TextOf(m_set.Path()));
-}
-
 void Main::Press(ToolRow::Tool tool) {
   switch (tool) {
     case ToolRow::Tool::Load:
@@ -328,14 +377,19 @@ void Main::SetRunning(bool running) {
   m_running = running;
   m_page->SetBusy(running);
   UpdateButtons();
-  if (!running) m_focus.GiveBack();
+  if (running) return;
+  m_focus.GiveBack();
+  m_requests.Look();
 }
 
 void Main::SetCovered(bool covered) {
   if (covered) m_focus.Take();
+  m_covered = covered;
   m_tools->setEnabled(!covered);
   m_pages->setEnabled(!covered);
-  if (!covered) m_focus.GiveBack();
+  if (covered) return;
+  m_focus.GiveBack();
+  m_requests.Look();
 }
 
 void Main::UpdateButtons() {
@@ -353,6 +407,12 @@ WhyNot Main::Why() const {
   // Without an LED driver the set takes the page's place as soon as one is opened.
   const bool isSetSeen = m_pages->Shown() == Pages::Page::Sounds || !session.HasLedDriver();
   return {session, m_running, isSetSeen, m_set.Fits(), m_around.update != nullptr};
+}
+
+bool Main::event(QEvent* event) {
+  // The window is there, or a question over it is answered.
+  if (event->type() == QEvent::Show || event->type() == QEvent::WindowUnblocked) m_requests.Look();
+  return QMainWindow::event(event);
 }
 
 void Main::paintEvent(QPaintEvent* event) {
@@ -377,6 +437,7 @@ bool Main::AskToClose() {
 }
 
 void Main::StopAll() {
+  emit ending();
   m_watch.Stop();
   m_doctor.Stop();
   m_download.Cancel();

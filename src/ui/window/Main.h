@@ -17,6 +17,7 @@
 #include "ui/window/BoardWatch.h"
 #include "ui/window/Closing.h"
 #include "ui/window/LinkDoctor.h"
+#include "ui/window/OpenRequests.h"
 #include "ui/window/Preview.h"
 #include "ui/window/SensorSetup.h"
 #include "ui/window/SetDownload.h"
@@ -31,6 +32,7 @@ class SoundPage;
 
 namespace kestrin::ui::window {
 
+class AboutFrame;
 class HelpLine;
 class HelpMenu;
 class LedPage;
@@ -53,8 +55,16 @@ class Main : public QMainWindow,
   /// Makes the window ready, looks for a board and asks whether to go on when there is none. False: the person wants to
   /// end the program; the window was not shown.
   [[nodiscard]] bool StartUp();
-  /// Opens a set, as the command line names it.
+  /// Opens a set as soon as nothing goes on.
   void OpenSet(const std::filesystem::path& path);
+  /// Opens what the person has opened outside the window, by the desktop or by the command line: a set, LED settings,
+  /// or a folder in the file explorer. It waits until the window is there and the person is free to answer questions.
+  void OpenPath(const std::filesystem::path& path);
+  /// Brings the window to the front, with the question that stands over it. `activation` is what the desktop gave for
+  /// that; may be empty.
+  void ComeToFront(const QByteArray& activation = {});
+  /// Short news for the person.
+  void Tell(const QString& news);
   /// Ends the program without a question, when there is nobody to answer one: a download ends as if it had been
   /// cancelled, a set that is not saved is lost. `closed` follows, at once or when what is going on has stopped.
   void EndNow() { m_closing.EndNow(); }
@@ -72,12 +82,15 @@ class Main : public QMainWindow,
   [[nodiscard]] std::filesystem::path fGetSpecialFolder(int CSIDL) const;
 
  signals:
+  /// The end is certain: what comes from now on would be lost.
+  void ending();
   /// The window was closed, the board let go: the program ends.
   void closed();
   /// The person wants to read the help.
   void helpRequested(kit::HelpContext topic);
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -103,8 +116,12 @@ class Main : public QMainWindow,
   core::base::Result<> InitLedDrivers() override;
   [[nodiscard]] std::string CatalogueStamp() override;
 
-  void ModifiedChanged() override { ShowSet(); }
   void MemoryChanged() override { UpdateButtons(); }
+
+  /// Nothing keeps the person from answering questions.
+  [[nodiscard]] bool IsFree() const;
+  void Open(const std::filesystem::path& path);
+  void TellWaiting(const std::filesystem::path& path);
 
   void Press(ToolRow::Tool tool);
   void Update();
@@ -113,7 +130,6 @@ class Main : public QMainWindow,
   void SetCovered(bool covered);
   void UpdateButtons();
   [[nodiscard]] WhyNot Why() const;
-  void ShowSet();
   [[nodiscard]] bool AskToClose();
   void StopAll();
   void Finish();
@@ -139,13 +155,16 @@ class Main : public QMainWindow,
   HelpLine* m_helpLine = nullptr;
   HelpMenu* m_helpMenu = nullptr;
   QWidget* m_waitFrame = nullptr;
+  AboutFrame* m_about = nullptr;
 
   kit::FocusKeeper m_focus;
   WindowPlace m_place;
   Closing m_closing;
+  OpenRequests m_requests;
   /// That the person was told of last.
   std::string m_accessProblem;
   bool m_running = false;
+  bool m_covered = false;
   bool m_unloaded = false;
 };
 

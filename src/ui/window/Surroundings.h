@@ -2,9 +2,11 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 #include "core/base/Clock.h"
+#include "ui/window/AboutFacts.h"
 
 class QSettings;
 
@@ -56,6 +58,8 @@ struct Surroundings {
   std::vector<std::filesystem::path> foldersToWriteIn;
   /// nullptr where nobody can look into connections.
   const doctor::DoctorMeans* doctor = nullptr;
+  /// What the program tells of itself, looked up when somebody asks; null where nobody may.
+  std::function<AboutFacts()> about = {};
 };
 
 }  // namespace kestrin::ui::window

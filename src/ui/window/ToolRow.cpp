@@ -11,7 +11,6 @@
 #include <QMenu>
 #include <QStyle>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 #include "core/device/SessionState.h"
 #include "ui/kit/Grid.h"
@@ -93,16 +92,15 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   row->addLayout(MakeLabels(), 1);
   m_view = MakeMenuButton("ViewBtn", tr("View"), tr("Choose the colors of the window"));
   kit::SetHelpContext(*m_view, kit::HelpContext::View);
-  m_help = MakeMenuButton("HelpBtn", tr("Help"), tr("Read the help, or find out about the connection with the board"));
+  m_help = MakeMenuButton("HelpBtn", tr("Help"),
+                          tr("Read the help, find out about the connection with the board or about this program"));
   kit::SetHelpContext(*m_help, kit::HelpContext::HelpMenu);
   row->addWidget(m_view);
   row->addWidget(m_help);
   ShowSession({});
 }
 
-QVBoxLayout* ToolRow::MakeLabels() {
-  m_set = kit::MakeLabel("SetLabel", kit::TextStyle::Soft, "", this);
-  m_set->setAlignment(Qt::AlignRight);
+QHBoxLayout* ToolRow::MakeLabels() {
   m_online = kit::MakeLabel("OnlinePicture", kit::TextStyle::Plain, "", this);
   m_noBoard = kit::MakeLabel("NoBoardLabel", kit::TextStyle::Soft, tr("No board connected"), this);
   m_why = new kit::LinkButton("WhyLink", tr("Why?"), this);
@@ -116,7 +114,6 @@ QVBoxLayout* ToolRow::MakeLabels() {
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   }
-  kit::SetHelpContext(*m_set, kit::HelpContext::UnsavedSet);
   kit::SetHelpOfGround(*m_online, kit::HelpContext::OnlinePicture);
   for (QLabel* const label : {m_noBoard, m_serial}) kit::SetHelpContext(*label, kit::HelpContext::OnlinePicture);
 
@@ -127,13 +124,7 @@ QVBoxLayout* ToolRow::MakeLabels() {
   board->addWidget(m_serial, 1);
   board->addSpacing(kit::kHalf);
   board->addWidget(m_online);
-  auto* const labels = new QVBoxLayout;
-  labels->setSpacing(kit::kHalf);
-  labels->addStretch(1);
-  labels->addLayout(board);
-  labels->addWidget(m_set);
-  labels->addStretch(1);
-  return labels;
+  return board;
 }
 
 QToolButton* ToolRow::MakeMenuButton(const char* name, const QString& caption, const QString& purpose) {
@@ -317,14 +308,6 @@ void ToolRow::ShowSession(const core::device::SessionState& session) {
   m_serial->setToolTip(online && session.boards > 1
                            ? tr("%1 boards are connected; this is the first one, which is used.").arg(session.boards)
                            : QString());
-}
-
-void ToolRow::ShowSet(const QString& name, bool modified, const QString& path) {
-  constexpr int kWidest = 320;
-  const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, kWidest);
-  m_set->setText(modified ? shown + QStringLiteral(" \u2022") : shown);
-  m_set->setAccessibleName(modified ? tr("%1, not saved").arg(name) : name);
-  m_set->setToolTip(modified ? tr("%1\nNot saved yet").arg(path.isEmpty() ? name : path) : path);
 }
 
 void ToolRow::changeEvent(QEvent* event) {

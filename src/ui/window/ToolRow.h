@@ -12,7 +12,6 @@ class QIcon;
 class QLabel;
 class QMenu;
 class QToolButton;
-class QVBoxLayout;
 
 namespace kestrin::core::device {
 struct SessionState;
@@ -24,7 +23,7 @@ class Pictures;
 
 namespace kestrin::ui::window {
 
-/// The row of picture buttons along the top of the window, with the set's name and the board that is online.
+/// The row of picture buttons along the top of the window, with the board that is online.
 class ToolRow : public QWidget {
   Q_OBJECT
 
@@ -56,8 +55,6 @@ class ToolRow : public QWidget {
   void ShowLogo();
   /// The board that is online, or that there is none and why.
   void ShowSession(const core::device::SessionState& session);
-  /// The set's name, with a mark while it is not saved.
-  void ShowSet(const QString& name, bool modified, const QString& path);
 
  signals:
   void pressed(window::ToolRow::Tool tool);
@@ -72,7 +69,7 @@ class ToolRow : public QWidget {
   void MakeButtons(QHBoxLayout& layout);
   /// A button that a menu opens below.
   [[nodiscard]] QToolButton* MakeMenuButton(const char* name, const QString& caption, const QString& purpose);
-  [[nodiscard]] QVBoxLayout* MakeLabels();
+  [[nodiscard]] QHBoxLayout* MakeLabels();
   void ShowPictures();
   void SetMenu(QToolButton& button, QMenu& menu);
   /// Puts out the light of the button when its menu closes, unless the pointer is on it.
@@ -96,7 +93,6 @@ class ToolRow : public QWidget {
   kit::LinkButton* m_why = nullptr;
   bool m_isOnline = false;
   QLabel* m_serial = nullptr;
-  QLabel* m_set = nullptr;
 };
 
 }  // namespace kestrin::ui::window

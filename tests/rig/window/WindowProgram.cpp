@@ -40,12 +40,17 @@ std::string Quoted(const std::string& role, const std::string& name) { return ro
 }  // namespace
 
 void WindowProgram::Start(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
+  m_program.reset();
+  m_program = Another(arguments, environment);
+}
+
+std::unique_ptr<support::ChildProcess> WindowProgram::Another(const std::vector<std::string>& arguments,
+                                                              const std::vector<std::string>& environment) const {
   std::vector<std::string> command{KESTRIN};
   command.insert(command.end(), arguments.begin(), arguments.end());
   std::vector<std::string> variables = m_desktop.Environment();
   variables.insert(variables.end(), environment.begin(), environment.end());
-  m_program.reset();
-  m_program = std::make_unique<support::ChildProcess>(command, variables);
+  return std::make_unique<support::ChildProcess>(command, variables);
 }
 
 support::Finished WindowProgram::Close() {

@@ -22,6 +22,9 @@ class WindowProgram {
 
   /// Starts the program; `environment` as for ChildProcess, on top of the desktop's.
   void Start(const std::vector<std::string>& arguments, const std::vector<std::string>& environment);
+  /// Starts it once more on the same desktop; whoever holds that start waits for its end.
+  [[nodiscard]] std::unique_ptr<support::ChildProcess> Another(const std::vector<std::string>& arguments,
+                                                               const std::vector<std::string>& environment) const;
   /// Closes the window by its title bar and waits for the program's end.
   support::Finished Close();
   /// Waits for the end of a program that has been told to end.

@@ -81,6 +81,7 @@ class MainFixture : public testing::Test {
     ASSERT_TRUE(created) << created.Text();
     agent = *std::move(created);
     if (!plugged) agent->Unplug();
+    const std::function<ui::window::AboutFacts()> tell = [this] { return about; };
     window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*agent,
                                                                          gate,
                                                                          Clock(),
@@ -94,7 +95,8 @@ class MainFixture : public testing::Test {
                                                                          settings,
                                                                          program,
                                                                          {program, data},
-                                                                         &doctor.means});
+                                                                         &doctor.means,
+                                                                         hasAbout ? tell : nullptr});
   }
 
   /// Makes it and starts it up with that board online.
@@ -182,6 +184,13 @@ class MainFixture : public testing::Test {
   FakeSleepBlocker sleep;
   FakeUpdateDialog update;
   FakeDoctor doctor;
+  /// What the program tells of itself, if it tells.
+  ui::window::AboutFacts about{"9.8.7",
+                               "A licence",
+                               {"libone 1.2 with libtwo/3", "libthree"},
+                               {{"Program", "/opt/kestrin"}, {"Your data", ""}},
+                               {"An \aodd system"}};
+  bool hasAbout = true;
   ui::kit::UpdateDialog* updateDialog = &update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "programs/AboutProgram.h"
+
+#include <QGuiApplication>
+#include <QSysInfo>
+#include <algorithm>
+
+#include "platform/desktop/CompiledHelp.h"
+#include "platform/desktop/SoundLibrary.h"
+#include "platform/hid/HidLibrary.h"
+#include "platform/net/NetLibrary.h"
+#include "simulator/store/JsonLibrary.h"
+
+namespace kestrin::programs {
+
+ui::window::AboutFacts AboutProgram(const std::string& version, const ProgramPlaces& places) {
+  std::vector<std::string> libraries{std::string("Qt ") + qVersion(),   platform::hid::HidLibrary(),
+                                     platform::hid::MonitorLibrary(),   platform::net::NetLibrary(),
+                                     platform::desktop::SoundLibrary(), platform::desktop::CompiledHelp::Library(),
+                                     simulator::store::JsonLibrary()};
+  // Those that this system does without.
+  std::erase(libraries, "");
+  return {version,
+          "MIT License, Copyright (c) 2026 The Kestrin Launcher authors",
+          std::move(libraries),
+          {{"Program", places.program}, {"Your data", places.data}, {"Fonts", places.fonts}},
+          {QSysInfo::prettyProductName().toStdString() + ", " + QSysInfo::currentCpuArchitecture().toStdString(),
+           "kernel " + QSysInfo::kernelType().toStdString() + ' ' + QSysInfo::kernelVersion().toStdString(),
+           "windows by " + QGuiApplication::platformName().toStdString()}};
+}
+
+}  // namespace kestrin::programs
