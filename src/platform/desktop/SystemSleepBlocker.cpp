@@ -53,7 +53,11 @@ struct SystemSleepBlocker::Hold {
 SystemSleepBlocker::SystemSleepBlocker() = default;
 SystemSleepBlocker::~SystemSleepBlocker() = default;
 
-void SystemSleepBlocker::Block(const std::string& why) { m_hold = std::make_unique<Hold>(why); }
+void SystemSleepBlocker::Block(const std::string& why) {
+  // The old one's end first: Windows goes by what it is told last.
+  m_hold.reset();
+  m_hold = std::make_unique<Hold>(why);
+}
 
 void SystemSleepBlocker::Unblock() { m_hold.reset(); }
 

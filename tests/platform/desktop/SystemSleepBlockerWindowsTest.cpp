@@ -15,6 +15,7 @@ EXECUTION_STATE Told() {
 }
 
 TEST(SystemSleepBlockerOnWindows, KeepsTheComputerAwakeUntilItIsToldOtherwise) {
+  SetThreadExecutionState(ES_CONTINUOUS);
   SystemSleepBlocker blocker;
   EXPECT_EQ(Told() & ES_SYSTEM_REQUIRED, 0U);
   blocker.Block("Sounds go to the board");
