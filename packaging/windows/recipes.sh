@@ -46,6 +46,8 @@ build_chmlib() {
   local sources="$windows_libraries/sources/chmlib/src" work="$windows_libraries/work/chmlib" file
   unpack_source chmlib
   mkdir -p "$work"
+  # As it stands, nobody else could read the help while one window has it open.
+  sed -i '/CreateFileA(filename,/,/OPEN_EXISTING/s/^\( *\)0,$/\1FILE_SHARE_READ,/' "$sources/chm_lib.c"
   for file in chm_lib lzx; do "$windows_target-gcc-posix" -O2 -w -DWIN32 -c "$sources/$file.c" -o "$work/$file.o"; done
   rm -f "$windows_libraries/installed/lib/libchm.a"
   "$windows_target-ar" rcs "$windows_libraries/installed/lib/libchm.a" "$work/chm_lib.o" "$work/lzx.o"
