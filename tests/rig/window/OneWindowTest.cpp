@@ -27,7 +27,11 @@ class OneWindow : public ProgramFixture {
  protected:
   static constexpr const char* kTaken = "kestrin: the window that is open already takes it from here.\n";
 
-  OneWindow() { std::filesystem::create_directories(m_data); }
+  OneWindow() {
+    std::filesystem::create_directories(m_data);
+    // With a board the window asks nothing.
+    mock.Plug(3);
+  }
 
   /// A complete set of that name.
   std::string Set(const std::string& name) const {
@@ -35,9 +39,7 @@ class OneWindow : public ProgramFixture {
     EXPECT_EQ(core::sound::ConfigurationFile::Save(m_set.configuration, path, support::AnyDisk()).Text(), "");
     return path.string();
   }
-  /// The first window, with a board, so that it asks nothing.
   void StartFirst(const std::vector<std::string>& arguments = {}) {
-    mock.Plug(3);
     window.Start(arguments, m_environment);
     window.Await("graphic", "A board is connected");
   }
@@ -80,20 +82,22 @@ TEST_F(OneWindow, LeavesOneThatHangsAlone) {
   StartFirst();
   window.Program().Signal(SIGSTOP);
   const std::unique_ptr<ChildProcess> second = StartAnother({Set("mine.lscfg")});
+  // It goes on by itself: signals are caught where a window is made.
+  second->WaitUntilItCatches(SIGTERM);
+  window.Program().Signal(SIGCONT);
   // The board belongs to the first, so the second asks whether to go on without.
   window.Click("push button", "OK");
   window.Await("label", "mine");
   second->Signal(SIGKILL);
   static_cast<void>(second->Wait());
-  window.Program().Signal(SIGCONT);
   // What another window has opened is not opened here as well.
+  EXPECT_FALSE(window.IsShown("label", "mine"));
   EXPECT_EQ(StartAnother({Set("later.lscfg")})->Wait().out, kTaken);
   window.Await("label", "later");
 }
 
 TEST_F(OneWindow, IsOneOfTwentyThatBeginAtTheSameInstant) {
   constexpr int kStarts = 20;
-  mock.Plug(3);
   std::vector<std::unique_ptr<ChildProcess>> starts;
   for (int i = 0; i < kStarts; ++i) starts.push_back(StartAnother({Set("s" + std::to_string(i) + ".lscfg")}));
   window.Await("graphic", "A board is connected");

@@ -109,9 +109,10 @@ TEST_F(DoctorInMain, HelpOffersItAlsoWithABoard) {
   EXPECT_FALSE(Shown("WhyLink"));
   QMenu* const menu = Button("HelpBtn").menu();
   ASSERT_NE(menu, nullptr);
-  ASSERT_EQ(menu->actions().size(), 2);
+  ASSERT_EQ(menu->actions().size(), 3);
   EXPECT_EQ(menu->actions()[0]->text(), "&Help\tF1");
   EXPECT_EQ(menu->actions()[1]->text(), "&Connection ...");
+  EXPECT_EQ(menu->actions()[2]->text(), "&About Kestrin Launcher ...");
   menu->actions()[1]->trigger();
   EXPECT_TRUE(Shown("DoctorFrame"));
   EXPECT_FALSE(Button("SendBtn").isEnabled()) << "it lies over the window";
