@@ -29,7 +29,7 @@ packages_suites() {
   # What is started here ends with it, and systems need no cleaning up: their mounts are gone with their last process.
   trap 'exit 130' INT
   trap 'exit 143' TERM
-  trap 'end_screen; rm -rf "$systems_folder"/*.root "$systems_folder"/*.part' EXIT
+  trap 'end_deb_screen; rm -rf "$systems_folder"/*.root "$systems_folder"/*.part' EXIT
   mkdir -p "$systems_folder"
   # These mostly wait for the network, and the package's build computes.
   for system in "${debian_systems[@]}"; do
@@ -188,7 +188,7 @@ sees_a_wrong_bit() {
 }
 
 # The screen is this computer's, so that the system needs nothing but the package to show the window.
-start_screen() {
+start_deb_screen() {
   local ready
   ready="$(mktemp -d)"
   mkfifo "$ready/number"
@@ -197,7 +197,7 @@ start_screen() {
   screen_process=$! screen_folder="$ready"
   read -r screen_number <"$ready/number" && [ -n "$screen_number" ]
 }
-end_screen() {
+end_deb_screen() {
   if [ -n "${screen_process-}" ]; then
     kill "$screen_process" && wait "$screen_process"
     rm -rf "$screen_folder"
@@ -210,7 +210,7 @@ check_window() {
   local command window process status=0
   command="$(sed -n 's/^Exec=//p' "$root"/usr/share/applications/*.desktop | head -n 1)"
   command="${command/\%[fFuU]/\"$examples\"}"
-  if ! start_screen; then
+  if ! start_deb_screen; then
     fail "a screen for the window"
     return
   fi
@@ -223,7 +223,7 @@ check_window() {
   wait $process || status=$?
   # Told to end, it ends, and says so.
   check "the window ends when it is told to, with status $status" test $status -eq $((128 + 15))
-  end_screen
+  end_deb_screen
 }
 on_screen() { DISPLAY=":$screen_number" timeout 20 xdotool "$@"; }
 # Says yes as long as it is asked, until the window is there.
