@@ -62,7 +62,7 @@ is_for() {  # CODENAME
   [ "$1" != bookworm ] || [ "$built_on" != trixie ]
 }
 
-says() {  # PATTERN COMMAND...; the pattern is to be found in what the command says
+tells() {  # PATTERN COMMAND...; the pattern is to be found in what the command says
   local said
   said="$("${@:2}" 2>&1)" || { echo "$said"; return 1; }
   grep -E -e "$1" <<<"$said" || { echo "$said"; return 1; }
@@ -158,11 +158,11 @@ prove_deb() {  # CODENAME
 
   check "it is installed" install "/tmp/$(deb_name)"
   examples="$(as_root dpkg -L kestrin | grep -m 1 '/Examples/.*\.lscfg$')"
-  check "kestrinctl's version" says "$(deb_name | cut -d _ -f 2)" as_person kestrinctl --version
-  check "kestrinctl finds the catalogue of LEDs" says . as_person kestrinctl led types
-  check "the examples go into a simulated board" says "SUCCESS" as_person kestrinctl --board sim:dir=/home/person/board download "$examples"
+  check "kestrinctl's version" tells "$(deb_name | cut -d _ -f 2)" as_person kestrinctl --version
+  check "kestrinctl finds the catalogue of LEDs" tells . as_person kestrinctl led types
+  check "the examples go into a simulated board" tells "SUCCESS" as_person kestrinctl --board sim:dir=/home/person/board download "$examples"
   check "the board's flash was written" test -s "$root/home/person/board/flash.bin"
-  check "the board holds them" says '"verified": true' as_person kestrinctl --json --board sim:dir=/home/person/board verify "$examples"
+  check "the board holds them" tells '"verified": true' as_person kestrinctl --json --board sim:dir=/home/person/board verify "$examples"
   check "verify sees a bit that is wrong" sees_a_wrong_bit
   check_window
   check "it is removed" as_root apt-get remove -q -y kestrin
@@ -264,25 +264,25 @@ check_desktop() {
     esac
   done < <(as_root dpkg -L kestrin)
   for file in kestrin kestrinctl; do
-    check "the page of $file is found" says "/$file\.1" as_person man -w $file
+    check "the page of $file is found" tells "/$file\.1" as_person man -w $file
   done
-  check "bash completes a command" says '^download$' as_person bash -c '. /usr/share/bash-completion/bash_completion
+  check "bash completes a command" tells '^download$' as_person bash -c '. /usr/share/bash-completion/bash_completion
     _completion_loader kestrinctl
     COMP_WORDS=(kestrinctl downl) COMP_CWORD=1 COMP_LINE="kestrinctl downl" COMP_POINT=16
     "$(complete -p kestrinctl | sed "s/.*-F \([^ ]*\).*/\1/")" kestrinctl downl kestrinctl
     printf "%s\n" "${COMPREPLY[@]%% }"'
-  check "zsh knows how to complete" says '^_kestrinctl$' as_person zsh -fc 'autoload -Uz compinit; compinit -u -D; echo $_comps[kestrinctl]'
-  check "fish completes a command" says '^download' as_person fish -c 'complete -C "kestrinctl downl"'
+  check "zsh knows how to complete" tells '^_kestrinctl$' as_person zsh -fc 'autoload -Uz compinit; compinit -u -D; echo $_comps[kestrinctl]'
+  check "fish completes a command" tells '^download' as_person fish -c 'complete -C "kestrinctl downl"'
   check_type lscfg application/x-kestrin-sound-set
   check_type ldset application/x-kestrin-led-settings
   check_type lsu application/x-kestrin-sound
   for file in sound-set led-settings; do
-    check "the window opens files of this kind: $file" says 'kestrin\.desktop' as_person gio mime "application/x-kestrin-$file"
+    check "the window opens files of this kind: $file" tells 'kestrin\.desktop' as_person gio mime "application/x-kestrin-$file"
   done
 }
 
 check_type() {  # ENDING MIME-TYPE
   # Of an empty file no system says more than that.
   as_person sh -c "echo >/home/person/mine.$1"
-  check "the type of .$1 files" says "content-type: $2\$" as_person gio info -a standard::content-type "/home/person/mine.$1"
+  check "the type of .$1 files" tells "content-type: $2\$" as_person gio info -a standard::content-type "/home/person/mine.$1"
 }
