@@ -4,12 +4,17 @@
 
 windows_results="$windows_build/results"
 
+# On the drive of the temporary folder, which relative paths of the tests begin or end in.
+tests_stand_in="$WINEPREFIX/drive_c"
+
 windows_units_suite() {
   section "Windows: unit tests" run_windows_tests kestrin_core_tests kestrin_simulator_tests kestrin_board_store_tests \
     kestrin_platform_tests kestrin_writer_tests kestrin_demo_tests help_file_test
 }
 windows_commands_suite() { section "Windows: the command line's tests" run_windows_tests kestrin_cli_tests; }
+# There paths of this system lead to files of this system.
 windows_window_suite() {
+  local tests_stand_in="$windows_build"
   section "Windows: the window's tests, without a screen" run_windows_tests kestrin_kit_tests help_window_test \
     kestrin_sound_ui_tests kestrin_window_tests kestrin_application_tests kestrin_desktop_tests kestrin_programs_tests
 }
@@ -37,8 +42,7 @@ run_windows_tests() {  # PROGRAM...
     tests_environment
     export -f run_test_program plain_name run_wine windows_path left_out_rows
     export windows_results windows_build windows_rig wine_program
-    # A relative path from the folder of a test to where one stands is there only where both are on one drive.
-    cd "$WINEPREFIX/drive_c" || exit
+    cd "$tests_stand_in" || exit
     printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c 'run_test_program {}'
   )
   for program in "$@"; do
