@@ -8,7 +8,6 @@
 #include <array>
 #include <chrono>
 #include <condition_variable>
-#include <fstream>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -46,9 +45,9 @@ struct WaveOutPlayer::Job {
   /// `manual` keeps it set once it is.
   static Event MakeEvent(BOOL manual) { return Event(CreateEventW(nullptr, manual, FALSE, nullptr)); }
 
-  /// Open from the beginning, so that another file may take its name while this one is read.
-  std::ifstream file;
   std::filesystem::path name;
+  /// All of it from the beginning: as long as a file is open, no other can take its name.
+  std::optional<WavFile> wav;
   /// Set for the end.
   Event stop = MakeEvent(TRUE);
 
@@ -66,12 +65,7 @@ struct WaveOutPlayer::Job {
   }
 
   /// What the sound's thread does.
-  core::base::Result<> Run() {
-    const std::optional<WavFile> wav = WavFile::Read(file);
-    file.close();
-    if (!wav) return Unreadable();
-    return Play(*wav);
-  }
+  core::base::Result<> Run() { return Play(*wav); }
 
   [[nodiscard]] core::base::Failure Unreadable() const {
     return {core::base::FailureKind::Failed,
@@ -135,8 +129,8 @@ void WaveOutPlayer::Play(const std::filesystem::path& wav) {
   Stop();
   m_job = std::make_shared<Job>();
   m_job->name = wav.filename();
-  m_job->file.open(wav, std::ios::binary);
-  if (!m_job->file.is_open()) {
+  m_job->wav = WavFile::Read(wav);
+  if (!m_job->wav) {
     m_job->End(m_job->Unreadable());
     return;
   }

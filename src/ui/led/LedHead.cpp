@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/led/LedHead.h"
 
+#include <QDir>
 #include <QHBoxLayout>
 #include <QKeySequence>
 #include <QLabel>
@@ -68,7 +69,7 @@ void LedHead::SetShortcut(QPushButton& button, const QKeySequence& keys) {
 void LedHead::ShowNotice(const QString& text) {
   // The file stands where it always does; what is wrong in it must be in sight.
   QString shown = text;
-  m_notice->setText(shown.remove(m_programFolder + QLatin1Char('/')));
+  m_notice->setText(shown.remove(m_programFolder + QDir::separator()));
   m_notice->setToolTip(text);
 }
 
