@@ -60,8 +60,9 @@ end_font_server() {  # PORT SIGNAL
 }
 
 # Makes a folder for nginx: the site as it stands in packaging/fonts but for addresses, ports and paths, the certificate that
-# lies in it already, and what `extra` holds beside it. Sets host_plain, host_secure and host_ports.
-prepare_host() {  # FOLDER PROGRAM [EXTRA-CONFIGURATION]
+# lies in it already, and what a command prints that is called with the ports set. Sets host_plain, host_secure and
+# host_ports.
+prepare_host() {  # FOLDER PROGRAM [COMMAND...]
   local inside part
   host_folder="$1"
   host_program="$2"
@@ -79,7 +80,9 @@ prepare_host() {  # FOLDER PROGRAM [EXTRA-CONFIGURATION]
     printf '%s\n' "worker_processes 2;" "pid $host_folder/pid;" "error_log $host_folder/error.log info;" "daemon off;" \
       "events { worker_connections 1024; }" "http {" "client_body_temp_path $host_folder/body;" "proxy_temp_path $host_folder/proxy;"
     for part in fastcgi uwsgi scgi; do echo "${part}_temp_path $host_folder/other;"; done
-    printf '%s\n' "sendfile on;" "access_log off;" "include $host_folder/site.conf;" "${3-}" "}"
+    printf '%s\n' "sendfile on;" "access_log off;" "include $host_folder/site.conf;"
+    "${@:3}"
+    echo "}"
   } >"$host_folder/nginx.conf"
 }
 

@@ -67,7 +67,7 @@ check_site() {
   make_font "$fonts" "Große Halle" 3000000 65536 65537
   local sounds=7 requests=$((hosting_clients * (1 + 2 + 7)))
   make_certificates "$hosting_folder/run/host"
-  prepare_host "$hosting_folder/run/host" "$project/build/release/bin/kestrinctl" "$(encrypted_sites "$hosting_folder/run/host")"
+  prepare_host "$hosting_folder/run/host" "$project/build/release/bin/kestrinctl" encrypted_sites "$hosting_folder/run/host"
   for number in 0 1; do start_font_server "$fonts" "${host_ports[$number]}" || { fail "no server"; return; }; done
   start_nginx || { fail "nginx: $(cat "$host_folder/start.log")"; return; }
 
@@ -200,9 +200,10 @@ encrypted_sites() {  # FOLDER -> for nginx; the ports stand in FOLDER/NAME.port
   done
   for name in to-secure to-plain; do free_port >"$1/$name.port"; done
   # shellcheck disable=SC2016  # nginx's variables
-  printf 'server { listen 127.0.0.1:%d; return 301 https://127.0.0.1:%d$request_uri; }\n' "$(cat "$1/to-secure.port")" "$host_secure"
-  printf 'server { listen 127.0.0.1:%d ssl; ssl_certificate %s; ssl_certificate_key %s; return 307 http://127.0.0.1:%d/; }\n' \
-    "$(cat "$1/to-plain.port")" "$1/certificate.pem" "$1/key.pem" "$host_plain"
+  printf 'server { listen 127.0.0.1:%d; access_log %s; return 301 https://127.0.0.1:%d$request_uri; }\n' "$(cat "$1/to-secure.port")" \
+    "$1/sent-on.log" "$host_secure"
+  printf 'server { listen 127.0.0.1:%d ssl; ssl_certificate %s; ssl_certificate_key %s; access_log %s; return 307 http://127.0.0.1:%d/; }\n' \
+    "$(cat "$1/to-plain.port")" "$1/certificate.pem" "$1/key.pem" "$1/sent-on.log" "$host_plain"
 }
 
 check_encryption() {
@@ -231,6 +232,7 @@ END
   row="$(KESTRIN_CA_FILE="$host_folder/nginx.conf" update_fonts "$hosting_folder/run/clients/72" 72 "https://127.0.0.1:$host_secure" 2>&1)"
   check "no file of certificates: $row" refused $? "$row" "KESTRIN_CA_FILE"
   # What nginx itself refuses stands in the log; nothing of it reached a server.
+  check "those that send on were asked" [ "$(grep -cE '" 30[17] ' "$host_folder/sent-on.log")" -ge 2 ]
   check "a question went to a stranger" [ ! -s "$host_folder/strangers.log" ]
   check "a question was answered that should not have been asked" [ "$(tail -n +$((before + 1)) "$host_folder/access.log" | grep -c ' 200 ')" -eq 0 ]
   check_encrypted_request

@@ -138,7 +138,7 @@ struct FontServer::Impl {
   [[nodiscard]] static bool Begin(MHD_Connection* connection, std::string_view url, std::string_view method);
   [[nodiscard]] bool Answer(MHD_Connection* connection, std::string_view url, const Request& request);
   [[nodiscard]] bool AnswerFile(MHD_Connection* connection, const std::filesystem::path& path, const Request& request,
-                                std::string what);
+                                const std::string& what);
   [[nodiscard]] Response FileResponse(const std::filesystem::path& path, ConnectionTable::Id id);
   void EndOverdue();
 
@@ -205,7 +205,7 @@ Response FontServer::Impl::FileResponse(const std::filesystem::path& path, Conne
 }
 
 bool FontServer::Impl::AnswerFile(MHD_Connection* connection, const std::filesystem::path& path, const Request& request,
-                                  std::string what) {
+                                  const std::string& what) {
   // Before the file is opened: a file that changes meanwhile must not go by the tag of what it has become.
   const std::string tag = TagOf(path);
   const char* const known = MHD_lookup_connection_value(connection, MHD_HEADER_KIND, MHD_HTTP_HEADER_IF_NONE_MATCH);
@@ -225,7 +225,7 @@ bool FontServer::Impl::Answer(MHD_Connection* connection, std::string_view url, 
   core::update::FontAnswers::Answer answer =
       url == core::update::FontAnswers::kTextPath ? answers.Text(request.body) : answers.Download(request.body);
   connections.NoteProgress(request.id, clock.Now());
-  if (answer.file) return AnswerFile(connection, *answer.file, request, std::move(answer.note));
+  if (answer.file) return AnswerFile(connection, *answer.file, request, answer.note);
   note(answer.note);
   return QueueText(connection, static_cast<unsigned int>(answer.status), std::move(answer.text));
 }
