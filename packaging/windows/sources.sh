@@ -13,7 +13,8 @@ checksum_of() { sha256sum "$1" | cut -d ' ' -f 1; }  # FILE
 source_apt() {  # SUITE apt-get's arguments...
   local suite="$1" state="$windows_libraries/apt/$1"
   shift
-  apt-get -o Dir::Etc::sourcelist="$state/list.sources" -o Dir::Etc::sourceparts=/dev/null \
+  # A server's list may be an old one, as on mirrors that stand still: what is taken is known by its checksum.
+  apt-get -o Acquire::Check-Valid-Until=false -o Dir::Etc::sourcelist="$state/list.sources" -o Dir::Etc::sourceparts=/dev/null \
     -o Dir::State::lists="$state/lists" -o Dir::Cache="$state/cache" -o APT::Sandbox::User=root -q "$@"
 }
 
