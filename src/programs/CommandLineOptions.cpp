@@ -29,7 +29,7 @@ constexpr const char* kServer = "update-server";
 /// address.
 std::filesystem::path PathOfArgument(const QString& argument, const QStringList& arguments,
                                      const std::vector<std::filesystem::path>& paths) {
-  if (argument.startsWith("file://")) return ui::kit::PathOf(QUrl::fromEncoded(argument.toUtf8()));
+  if (argument.startsWith("file://")) return WholePath(ui::kit::PathOf(QUrl::fromEncoded(argument.toUtf8())));
   const auto index = static_cast<std::size_t>(arguments.lastIndexOf(argument));
   return WholePath(index < paths.size() ? paths[index] : ui::kit::PathOf(argument));
 }

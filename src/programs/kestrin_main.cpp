@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QFileInfo>
+#include <QProcess>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTextStream>
@@ -134,12 +135,19 @@ void Connect(RunningWindow& running, ui::window::Application& application, ui::w
   QObject::connect(&application, &ui::window::Application::openRequested, &window, &ui::window::Main::OpenPath);
 }
 
-int Run(ui::window::Application& application, const programs::CommandLineOptions& options, core::base::Disk& disk,
+/// What the program ends with.
+struct End {
+  int code = kDone;
+  /// What other starts have handed over, and the window did not come to before it was closed.
+  std::vector<std::filesystem::path> unopened;
+};
+
+End Run(ui::window::Application& application, const programs::CommandLineOptions& options, core::base::Disk& disk,
         RunningWindow& running, RunningWindow::Outcome start) {
   core::base::SystemClock clock;
   ui::kit::CommandGate gate;
   const auto board = platform::boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
-  if (!board) return Tell(stderr, "kestrin: " + QString::fromStdString(board.Text()) + '\n', kFailed);
+  if (!board) return {Tell(stderr, "kestrin: " + QString::fromStdString(board.Text()) + '\n', kFailed), {}};
 
   const std::filesystem::path data = DataFolder();
   core::motion::KeptParametersFolder kept(data / core::motion::KeptParametersFolder::kFolderName, disk);
@@ -179,13 +187,31 @@ int Run(ui::window::Application& application, const programs::CommandLineOptions
   });
   ends.SetIsOver([&window] { return window.IsOver(); });
   Connect(running, application, window);
-  if (!window.StartUp()) return ends.ExitCode(kDone);
+  const auto end = [&](int code) {
+    const int ended = ends.ExitCode(code);
+    // Who asks the program to end does not want to see it again.
+    return ended == kDone ? End{ended, window.TakeUnopened()} : End{ended, {}};
+  };
+  if (!window.StartUp()) return end(kDone);
   window.show();
   if (start == RunningWindow::Outcome::Unanswered)
     window.Tell(
         "Another window of this program is open and does not answer. This is a new one: close the other when you can.");
   if (!options.path.empty()) window.OpenPath(options.path);
-  return ends.ExitCode(QApplication::exec());
+  return end(QApplication::exec());
+}
+
+/// Starts the program anew for each of these; the first becomes the window.
+void StartFor(const std::vector<std::filesystem::path>& paths) {
+  for (const std::filesystem::path& path : paths) {
+    QProcess start;
+    start.setProgram(QCoreApplication::applicationFilePath());
+    start.setArguments({ui::kit::TextOf(path)});
+    // Whoever reads what this program says is not to wait for the next one's end.
+    start.setStandardOutputFile(QProcess::nullDevice());
+    start.setStandardErrorFile(QProcess::nullDevice());
+    start.startDetached();
+  }
 }
 
 }  // namespace
@@ -208,11 +234,16 @@ int main(int argc, char** argv) {
   try {
     const programs::CommandLineOptions& options = parsed.options;
     platform::files::SystemDisk disk;
-    RunningWindow running(options.isPlain ? RunningWindow::PlaceOfSession() : RunningWindow::Place(), disk);
-    const RunningWindow::Outcome start = running.Start({options.path, activation});
+    auto running = std::make_unique<RunningWindow>(
+        options.isPlain ? RunningWindow::PlaceOfSession() : RunningWindow::Place(), disk);
+    const RunningWindow::Outcome start = running->Start({options.path, activation});
     if (start == RunningWindow::Outcome::HandedOver)
       return Tell(stdout, "kestrin: the window that is open already takes it from here.\n", kDone);
-    return Run(application, options, disk, running, start);
+    const End end = Run(application, options, disk, *running, start);
+    // They must not meet the window that has ended.
+    running.reset();
+    if (start == RunningWindow::Outcome::First) StartFor(end.unopened);
+    return end.code;
   } catch (const std::exception& error) {
     return Tell(stderr, QString("kestrin: %1\n").arg(error.what()), kFailed);
   }

@@ -54,6 +54,7 @@ TEST(CommandLineOptions, MakeNamesWhole) {
 
 TEST(CommandLineOptions, TakeAFilesAddressAndNamesThatAreNoUtf8) {
   EXPECT_EQ(Parse({"file:///sets/a%20b%FC.lscfg"}).options.path.native(), "/sets/a b\xFC.lscfg");
+  EXPECT_EQ(Parse({"file:///sets/more/"}).options.path, "/sets/more");
   const std::vector<std::filesystem::path> paths{"kestrin", "--program-folder", "/f\xFC", "/s\xE4.lscfg"};
   QStringList arguments;
   for (const auto& path : paths) arguments.append(QString::fromUtf8(path.c_str()));

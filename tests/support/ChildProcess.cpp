@@ -202,6 +202,8 @@ void ChildProcess::CloseOutput() { Close(m_out); }
 Finished ChildProcess::Wait() {
   while (ReadMore()) {
   }
+  // Who asks again is not to wait for some other child.
+  if (m_pid < 0) return m_finished;
   int status = 0;
   while (waitpid(m_pid, &status, 0) < 0 && errno == EINTR) {
   }

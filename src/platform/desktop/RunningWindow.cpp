@@ -125,7 +125,8 @@ RunningWindow::RunningWindow(Place place, core::base::Disk& disk, QObject* paren
 RunningWindow::~RunningWindow() { TakeNoMore(); }
 
 RunningWindow::Outcome RunningWindow::Start(const Request& request, std::chrono::milliseconds patience) {
-  if (m_place.lock.empty() || BytesOf(request).size() > kMostBytes) return Outcome::Alone;
+  const bool canBeTold = request.path.empty() || request.path.is_absolute();
+  if (m_place.lock.empty() || !canBeTold || BytesOf(request).size() > kMostBytes) return Outcome::Alone;
   const QDeadlineTimer deadline(patience);
   for (;;) {
     core::base::Disk::LockResult locked = m_disk.TryLock(m_place.lock);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/sound/SetLabel.h"
 
+#include <QEvent>
+
 #include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/PathText.h"
@@ -37,6 +39,11 @@ QSize SetLabel::minimumSizeHint() const { return {0, QLabel::minimumSizeHint().h
 void SetLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
   Fit();
+}
+
+void SetLabel::changeEvent(QEvent* event) {
+  QLabel::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Fit();
 }
 
 void SetLabel::Fit() {

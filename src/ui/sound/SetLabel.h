@@ -21,6 +21,7 @@ class SetLabel : public QLabel {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void Fit();

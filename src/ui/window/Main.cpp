@@ -41,6 +41,8 @@ namespace {
 
 constexpr const char* kFolderKey = "explorerFolder";
 constexpr const char* kLedSettings = ".ldset";
+/// A sound set to try, in the folder of an installed program.
+constexpr const char* kExample = "Examples/demo.lscfg";
 
 QWidget* MakeLine() {
   auto* const line = new QFrame;
@@ -57,7 +59,8 @@ Main::Main(const Surroundings& surroundings)
       m_set(m_configuration),
       m_session(surroundings.agent, *this, this),
       m_watch(m_session, surroundings.gate, this),
-      m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings),
+      m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings,
+                surroundings.programFolder / kExample),
       m_download(m_configuration, m_session, m_around),
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),
@@ -240,13 +243,17 @@ void Main::OpenSet(const std::filesystem::path& path) {
 
 void Main::OpenPath(const std::filesystem::path& path) { m_requests.Add(path); }
 
+std::vector<std::filesystem::path> Main::TakeUnopened() { return m_requests.TakeWaiting(); }
+
 bool Main::IsFree() const {
-  return isVisible() && !m_running && !m_covered && !m_closing.IsEnding() && QGuiApplication::modalWindow() == nullptr;
+  return isVisible() && !m_running && m_covers == 0 && !m_closing.IsEnding() &&
+         QGuiApplication::modalWindow() == nullptr;
 }
 
 void Main::Open(const std::filesystem::path& path) {
-  // An open menu may be about what is gone then.
-  if (QWidget* const menu = QApplication::activePopupWidget(); menu != nullptr) menu->close();
+  // An open menu may be about what is gone then, and so may those that it came from.
+  while (QWidget* const menu = QApplication::activePopupWidget())
+    if (!menu->close()) break;
   if (std::error_code ignored; std::filesystem::is_directory(path, ignored)) {
     m_pages->Show(Pages::Page::Sounds);
     return m_page->SetFolder(path);
@@ -384,9 +391,9 @@ void Main::SetRunning(bool running) {
 
 void Main::SetCovered(bool covered) {
   if (covered) m_focus.Take();
-  m_covered = covered;
-  m_tools->setEnabled(!covered);
-  m_pages->setEnabled(!covered);
+  m_covers += covered ? 1 : -1;
+  m_tools->setEnabled(m_covers == 0);
+  m_pages->setEnabled(m_covers == 0);
   if (covered) return;
   m_focus.GiveBack();
   m_requests.Look();

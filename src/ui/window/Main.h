@@ -60,6 +60,8 @@ class Main : public QMainWindow,
   /// Opens what the person has opened outside the window, by the desktop or by the command line: a set, LED settings,
   /// or a folder in the file explorer. It waits until the window is there and the person is free to answer questions.
   void OpenPath(const std::filesystem::path& path);
+  /// What waits for that still when the window has ended: it was promised to be opened.
+  [[nodiscard]] std::vector<std::filesystem::path> TakeUnopened();
   /// Brings the window to the front, with the question that stands over it. `activation` is what the desktop gave for
   /// that; may be empty.
   void ComeToFront(const QByteArray& activation = {});
@@ -164,7 +166,8 @@ class Main : public QMainWindow,
   /// That the person was told of last.
   std::string m_accessProblem;
   bool m_running = false;
-  bool m_covered = false;
+  /// How many sheets lie over the window.
+  int m_covers = 0;
   bool m_unloaded = false;
 };
 

@@ -24,6 +24,11 @@ void OpenRequests::Look() {
   QMetaObject::invokeMethod(this, &OpenRequests::Next, Qt::QueuedConnection);
 }
 
+std::vector<std::filesystem::path> OpenRequests::TakeWaiting() {
+  const std::deque<std::filesystem::path> waiting = std::exchange(m_waiting, {});
+  return {waiting.begin(), waiting.end()};
+}
+
 void OpenRequests::Next() {
   if (m_waiting.empty() || std::exchange(m_isAtGate, true)) return;
   m_gate.WhenFree([this] {

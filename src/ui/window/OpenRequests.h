@@ -5,6 +5,7 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <vector>
 
 namespace kestrin::ui::kit {
 class CommandGate;
@@ -34,6 +35,8 @@ class OpenRequests : public QObject {
   void Add(const std::filesystem::path& path);
   /// Something has ended that the person was busy with.
   void Look();
+  /// What waits and is not opened here any more.
+  [[nodiscard]] std::vector<std::filesystem::path> TakeWaiting();
 
  private:
   void Next();

@@ -27,13 +27,14 @@ core::sound::RecentSets ReadRecent(const QSettings& settings) {
 }  // namespace
 
 SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::Disk& disk, kit::CommandGate& gate,
-                 QSettings& settings, QObject* parent)
+                 QSettings& settings, std::filesystem::path example, QObject* parent)
     : QObject(parent),
       m_set(set),
       m_dialogs(dialogs),
       m_disk(disk),
       m_gate(gate),
       m_settings(settings),
+      m_example(std::move(example)),
       m_locator(set, dialogs, gate),
       m_recent(ReadRecent(settings)) {
   m_menu.setObjectName("LoadMenu");
@@ -175,6 +176,11 @@ void SetFile::FillMenu() {
   // The actions must outlive their own signals, and saving and loading fill the menu anew.
   connect(
       fresh, &QAction::triggered, this, [this] { m_gate.WhenFree([this] { New(); }); }, Qt::QueuedConnection);
+  if (std::error_code ignored; std::filesystem::exists(m_example, ignored)) {
+    QAction* const example = m_menu.addAction(tr("A set to &try"));
+    example->setToolTip(kit::TextOf(m_example));
+    ConnectTo(*example, m_example);
+  }
   if (!m_recent.Paths().empty()) m_menu.addSection(tr("Recent sets"));
   for (const std::filesystem::path& path : m_recent.Paths()) {
     const QString text = kit::TextOf(path);
@@ -182,12 +188,16 @@ void SetFile::FillMenu() {
     const QString name = QFileInfo(text).completeBaseName().replace('&', "&&");
     QAction* const action = m_menu.addAction(QString("&%1  %2").arg(++number).arg(name));
     action->setToolTip(text);
-    connect(
-        action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
-        Qt::QueuedConnection);
+    ConnectTo(*action, path);
   }
   if (kit::PathsOfSetting(m_settings.value(kRecentKey)) != m_recent.Paths())
     m_settings.setValue(kRecentKey, kit::SettingOf(m_recent.Paths()));
+}
+
+void SetFile::ConnectTo(QAction& action, const std::filesystem::path& path) {
+  connect(
+      &action, &QAction::triggered, this, [this, path] { m_gate.WhenFree([this, path] { OpenPath(path); }); },
+      Qt::QueuedConnection);
 }
 
 QString SetFile::StartPlace() const {

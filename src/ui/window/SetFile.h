@@ -26,11 +26,11 @@ class SetFile : public QObject {
   Q_OBJECT
 
  public:
-  /// All must outlive the object. `settings` keeps the recent sets.
+  /// All must outlive the object. `settings` keeps the recent sets; `example` is a set to try, and need not be there.
   SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::Disk& disk, kit::CommandGate& gate,
-          QSettings& settings, QObject* parent = nullptr);
+          QSettings& settings, std::filesystem::path example, QObject* parent = nullptr);
 
-  /// "New set" and the recent sets.
+  /// "New set", the set to try and the recent sets.
   [[nodiscard]] QMenu& Menu() { return m_menu; }
   /// What finds the missing sounds of the set.
   [[nodiscard]] SoundLocator& Locator() { return m_locator; }
@@ -67,6 +67,8 @@ class SetFile : public QObject {
   bool Write(const std::filesystem::path& path, core::sound::SoundSet::Missing missing);
   void Remember(const std::filesystem::path& path);
   void FillMenu();
+  /// Lets the menu's entry open that set.
+  void ConnectTo(QAction& action, const std::filesystem::path& path);
   /// Where a file dialog begins: the set's file, or a folder that exists.
   [[nodiscard]] QString StartPlace() const;
 
@@ -75,6 +77,7 @@ class SetFile : public QObject {
   core::base::Disk& m_disk;
   kit::CommandGate& m_gate;
   QSettings& m_settings;
+  std::filesystem::path m_example;
   SoundLocator m_locator;
   core::sound::RecentSets m_recent;
   QMenu m_menu;

@@ -78,6 +78,20 @@ TEST_F(OneWindow, BeginsAnewWhereItWasKilled) {
   window.Await("label", "next");
 }
 
+TEST_F(OneWindow, OpensAnewForWhatItHadTakenWhenItWasClosed) {
+  mock.Unplug();
+  window.Start({}, m_environment);
+  window.Await("push button", "Cancel");
+  EXPECT_EQ(StartAnother({Set("late.lscfg")})->Wait().out, kTaken);
+  // Without a board and without a window.
+  window.Click("push button", "Cancel");
+  EXPECT_EQ(window.Wait().code, 0);
+  window.Click("push button", "OK");
+  window.Await("label", "late");
+  static_cast<void>(window.Close());
+  window.AwaitGone("label", "late");
+}
+
 TEST_F(OneWindow, LeavesOneThatHangsAlone) {
   StartFirst();
   window.Program().Signal(SIGSTOP);

@@ -137,6 +137,40 @@ TEST_F(OpenPath, ClosesAMenuThatMayBeAboutWhatGoes) {
   EXPECT_EQ(LabelText("SetLabel"), "one");
 }
 
+TEST_F(OpenPath, ClosesAMenuTogetherWithTheOneItCameFrom) {
+  Start();
+  QMenu menu(window.get());
+  QMenu* const places = menu.addMenu("Move to");
+  places->addAction("1");
+  menu.popup(QPoint(10, 10));
+  places->popup(QPoint(60, 10));
+  ASSERT_EQ(QApplication::activePopupWidget(), places);
+  window->OpenPath(Set("one"));
+  EXPECT_FALSE(places->isVisible());
+  EXPECT_FALSE(menu.isVisible());
+}
+
+TEST_F(OpenPath, GivesBackWhatTheWindowDidNotComeTo) {
+  Start();
+  QMessageBox question(window.get());
+  question.open();
+  Settle();
+  window->OpenPath(Set("one"));
+  window->OpenPath(Set("two"));
+  window->EndNow();
+  EXPECT_EQ(window->TakeUnopened(), (std::vector<std::filesystem::path>{folder / "one.lscfg", folder / "two.lscfg"}));
+  EXPECT_TRUE(window->TakeUnopened().empty());
+  EXPECT_NE(LabelText("SetLabel"), "one");
+}
+
+TEST_F(OpenPath, GivesBackNothingThatIsOpen) {
+  Start();
+  window->OpenPath(Set("one"));
+  Settle();
+  ASSERT_EQ(LabelText("SetLabel"), "one");
+  EXPECT_TRUE(window->TakeUnopened().empty());
+}
+
 TEST_F(OpenPath, OpensNothingOnceTheEndIsCertain) {
   Start();
   bool ends = false;

@@ -160,6 +160,21 @@ TEST_F(SetFile, OffersTheRecentSetsLatestFirstAlsoAfterARestart) {
   EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "complete"; }));
 }
 
+TEST_F(SetFile, OffersTheSetToTryThatCameWithTheProgram) {
+  StartOffline();
+  for (const QAction* const action : Button("LoadBtn").menu()->actions()) EXPECT_NE(action->text(), "A set to &try");
+  window.reset();
+  std::filesystem::create_directories(program / "Examples");
+  std::filesystem::copy_file(CompleteSet(), program / "Examples" / "demo.lscfg");
+  StartOffline();
+  const QList<QAction*> actions = Button("LoadBtn").menu()->actions();
+  ASSERT_GE(actions.size(), 2);
+  EXPECT_EQ(actions[1]->text(), "A set to &try");
+  EXPECT_EQ(actions[1]->toolTip(), Text(program / "Examples" / "demo.lscfg"));
+  actions[1]->trigger();
+  EXPECT_TRUE(Until([this] { return LabelText("SetLabel") == "demo"; }));
+}
+
 TEST_F(SetFile, StartsANewSet) {
   StartOffline();
   Open(CompleteSet());
