@@ -18,8 +18,17 @@ std::FILE* MakeExclusively(const std::filesystem::path& path) {
 #ifdef _WIN32
   // Only wide characters can name every file there. The "x" of fopen() is no good: the runtime library that every
   // Windows has takes no notice of it, and would empty a file that is there.
-  const int number = _wopen(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY, _S_IREAD | _S_IWRITE);
-  return number < 0 ? nullptr : _fdopen(number, "wb");
+  // A program that is started meanwhile does not get it: it would keep the file from its name.
+  constexpr int kHow = _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY | _O_NOINHERIT;
+  const int number = _wopen(path.c_str(), kHow, _S_IREAD | _S_IWRITE);
+  if (number < 0) return nullptr;
+  std::FILE* const file = _fdopen(number, "wb");
+  if (file == nullptr) {
+    const int why = errno;
+    (void)_close(number);
+    errno = why;
+  }
+  return file;
 #else
   return std::fopen(path.c_str(), "wbx");
 #endif
