@@ -64,39 +64,37 @@ struct WaveOutPlayer::Job {
     changed.notify_all();
   }
 
-  /// What the sound's thread does.
-  core::base::Result<> Run() { return Play(*wav); }
-
   [[nodiscard]] core::base::Failure Unreadable() const {
     return {core::base::FailureKind::Failed,
             "The sound's copy " + core::base::Quoted(name) + " cannot be read. Play the sound again."};
   }
 
- private:
-  core::base::Result<> Play(const WavFile& wav) {
-    if (wav.samples.empty()) return {};
+  /// What the sound's thread does, once the file is read.
+  core::base::Result<> Play() {
+    if (wav->samples.empty()) return {};
     const Event told = MakeEvent(FALSE);
     WAVEFORMATEX format{};
     format.wFormatTag = WAVE_FORMAT_PCM;
-    format.nChannels = wav.channels;
-    format.nSamplesPerSec = wav.samplesPerSecond;
+    format.nChannels = wav->channels;
+    format.nSamplesPerSec = wav->samplesPerSecond;
     format.wBitsPerSample = 16;
-    format.nBlockAlign = static_cast<WORD>(wav.channels * 2);
-    format.nAvgBytesPerSec = wav.samplesPerSecond * format.nBlockAlign;
+    format.nBlockAlign = static_cast<WORD>(wav->channels * 2);
+    format.nAvgBytesPerSec = wav->samplesPerSecond * format.nBlockAlign;
     HWAVEOUT output = nullptr;
     if (waveOutOpen(&output, WAVE_MAPPER, &format, reinterpret_cast<DWORD_PTR>(told.get()), 0, CALLBACK_EVENT) !=
         MMSYSERR_NOERROR)
       return NoOutput();
-    const core::base::Result<> played = Play(wav, output, told.get());
+    const core::base::Result<> played = Play(output, told.get());
     waveOutClose(output);
     return played;
   }
 
-  core::base::Result<> Play(const WavFile& wav, HWAVEOUT output, HANDLE told) {
+ private:
+  core::base::Result<> Play(HWAVEOUT output, HANDLE told) {
     WAVEHDR header{};
     // The system reads it only.
-    header.lpData = const_cast<char*>(wav.samples.data());
-    header.dwBufferLength = static_cast<DWORD>(wav.samples.size());
+    header.lpData = const_cast<char*>(wav->samples.data());
+    header.dwBufferLength = static_cast<DWORD>(wav->samples.size());
     if (waveOutPrepareHeader(output, &header, sizeof(header)) != MMSYSERR_NOERROR) return Broken();
     core::base::Result<> played;
     if (waveOutWrite(output, &header, sizeof(header)) != MMSYSERR_NOERROR) played = Broken();
@@ -134,7 +132,7 @@ void WaveOutPlayer::Play(const std::filesystem::path& wav) {
     m_job->End(m_job->Unreadable());
     return;
   }
-  std::thread([job = m_job] { job->End(job->Run()); }).detach();
+  std::thread([job = m_job] { job->End(job->Play()); }).detach();
 }
 
 void WaveOutPlayer::Stop() {

@@ -7,8 +7,8 @@
 
 namespace kestrin::platform::desktop {
 
-/// Plays through Windows' wave output. Each sound has a thread of its own, since disks and sound cards make their
-/// callers wait.
+/// Plays through Windows' wave output. A sound is read whole before Play() returns, so that its file can be replaced
+/// while it is heard; it plays in a thread of its own, since sound cards make their callers wait.
 class WaveOutPlayer final : public core::sound::SoundPlayer {
  public:
   WaveOutPlayer() = default;
