@@ -24,7 +24,7 @@ std::unique_ptr<DeviceMonitor> MakeMonitor([[maybe_unused]] HidStack& stack,
   auto monitor = std::make_unique<UdevMonitor>(UdevMonitor::PreferredSource());
   if (monitor->IsListening()) return monitor;
 #elif defined(_WIN32)
-  auto monitor = std::make_unique<WindowsMonitor>(stack);
+  auto monitor = std::make_unique<WindowsMonitor>(stack, clock);
   if (monitor->IsListening()) return monitor;
 #endif
   return std::make_unique<PollingMonitor>(stack, clock);

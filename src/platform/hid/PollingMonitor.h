@@ -3,12 +3,11 @@
 
 #include <chrono>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "core/base/Clock.h"
 #include "platform/hid/DeviceMonitor.h"
-#include "platform/hid/HidStack.h"
+#include "platform/hid/SeenInterfaces.h"
 
 namespace kestrin::platform::hid {
 
@@ -19,15 +18,14 @@ class PollingMonitor final : public DeviceMonitor {
   static constexpr std::chrono::seconds kInterval{1};
 
   /// Both must outlive the monitor.
-  PollingMonitor(HidStack& stack, const core::base::Clock& clock) : m_stack(stack), m_clock(clock) {}
+  PollingMonitor(HidStack& stack, const core::base::Clock& clock) : m_seen(stack), m_clock(clock) {}
 
   [[nodiscard]] std::vector<DeviceNotice> Collect(std::int32_t vendorId, std::int32_t productId) override;
 
  private:
-  HidStack& m_stack;
+  SeenInterfaces m_seen;
   const core::base::Clock& m_clock;
   std::optional<core::base::Clock::Duration> m_lastLook;
-  std::vector<std::string> m_present;
 };
 
 }  // namespace kestrin::platform::hid

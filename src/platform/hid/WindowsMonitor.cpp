@@ -29,7 +29,8 @@ WindowsMonitor::Functions WindowsMonitor::Functions::OfSystem() {
   return functions;
 }
 
-WindowsMonitor::WindowsMonitor(HidStack& stack, Functions functions) : m_functions(functions), m_notices(stack) {
+WindowsMonitor::WindowsMonitor(HidStack& stack, const core::base::Clock& clock, Functions functions)
+    : m_functions(functions), m_notices(stack, clock) {
   if (m_functions.start == nullptr || m_functions.end == nullptr) return;
   CM_NOTIFY_FILTER filter{};
   filter.cbSize = sizeof(filter);

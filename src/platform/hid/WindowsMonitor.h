@@ -23,8 +23,8 @@ class WindowsMonitor final : public DeviceMonitor {
     [[nodiscard]] static Functions OfSystem();
   };
 
-  /// `stack` must outlive the monitor.
-  explicit WindowsMonitor(HidStack& stack, Functions functions = Functions::OfSystem());
+  /// `stack` and `clock` must outlive the monitor.
+  WindowsMonitor(HidStack& stack, const core::base::Clock& clock, Functions functions = Functions::OfSystem());
   ~WindowsMonitor() override;
   WindowsMonitor(const WindowsMonitor&) = delete;
   WindowsMonitor& operator=(const WindowsMonitor&) = delete;

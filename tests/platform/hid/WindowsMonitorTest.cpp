@@ -53,7 +53,7 @@ TEST(WindowsMonitor, TellsWhatTheSystemTells) {
   support::FakeHidBus bus;
   support::FakeHidStack stack(bus);
   {
-    WindowsMonitor monitor(stack, {Start, End});
+    WindowsMonitor monitor(stack, bus.clock, {Start, End});
     ASSERT_TRUE(monitor.IsListening());
     EXPECT_TRUE(IsEqualGUID(s_manager.wanted,
                             GUID({0x4D1E55B2, 0xF16F, 0x11CF, {0x88, 0xCB, 0x00, 0x11, 0x11, 0x00, 0x00, 0x30}})));
@@ -74,8 +74,8 @@ TEST(WindowsMonitor, DoesNotListenWhereTheSystemTellsNothing) {
   support::FakeHidBus bus;
   support::FakeHidStack stack(bus);
   s_manager = {};
-  EXPECT_FALSE(WindowsMonitor(stack, {}).IsListening());
-  EXPECT_FALSE(WindowsMonitor(stack, {Refuse, End}).IsListening());
+  EXPECT_FALSE(WindowsMonitor(stack, bus.clock, {}).IsListening());
+  EXPECT_FALSE(WindowsMonitor(stack, bus.clock, {Refuse, End}).IsListening());
   EXPECT_EQ(s_manager.ended, 0);
 }
 
