@@ -39,7 +39,8 @@ VIAddVersionKey CompanyName "Kestrin"
 VIAddVersionKey LegalCopyright "MIT licence"
 
 !define MUI_ABORTWARNING
-!define MUI_FINISHPAGE_RUN "$INSTDIR\kestrin.exe"
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION StartWindow
 !insertmacro MUI_PAGE_LICENSE "${LICENCE}"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_DIRECTORY
@@ -118,6 +119,11 @@ FunctionEnd
 Function un.onInit
   SetRegView 64
   !insertmacro MULTIUSER_UNINIT
+FunctionEnd
+
+; By the Explorer, which is the person's own: started by the setup it would be an administrator's.
+Function StartWindow
+  Exec '"$WINDIR\explorer.exe" "$INSTDIR\kestrin.exe"'
 FunctionEnd
 
 Section

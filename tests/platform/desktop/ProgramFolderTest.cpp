@@ -76,6 +76,46 @@ TEST_F(ProgramFolder, BesideTheProgramsIsWrittenIntoFirst) {
   EXPECT_THAT(FoldersToWriteIn(programs, programs, own), ElementsAre(programs, own));
 }
 
+TEST_F(ProgramFolder, AmongEverybodysProgramsIsNotWrittenInto) {
+  PutData(programs);
+  EXPECT_THAT(FoldersToWriteIn(programs, programs, own, {tree}), ElementsAre(own));
+  EXPECT_THAT(FoldersToWriteIn(programs, programs, own, {folder.Path() / "other", programs}), ElementsAre(own));
+  // However it is spelled.
+  EXPECT_THAT(FoldersToWriteIn(programs, programs, own, {tree / "bin" / ".."}), ElementsAre(own));
+  EXPECT_THAT(FoldersToWriteIn(programs, programs / ".." / "bin", own, {tree}), ElementsAre(own));
+  // The last resort of who has no folder.
+  EXPECT_THAT(FoldersToWriteIn(programs, programs, "", {tree}), ElementsAre(programs));
+}
+
+TEST_F(ProgramFolder, OutsideOfEverybodysProgramsIsWrittenIntoFirst) {
+  PutData(programs);
+  // Names that begin alike are no folders in each other.
+  EXPECT_THAT(FoldersToWriteIn(programs, programs, own, {tree / "bi", programs / "below", folder.Path() / "tre", ""}),
+              ElementsAre(programs, own));
+  const fs::path elsewhere = folder.Path() / "elsewhere" / "bin";
+  fs::create_directories(elsewhere);
+  EXPECT_THAT(FoldersToWriteIn(elsewhere, tree / ".." / "elsewhere" / "bin", own, {tree}), ElementsAre(elsewhere, own));
+  // What the person names is theirs, wherever the programs are.
+  const fs::path named = folder.Path() / "named";
+  EXPECT_THAT(FoldersToWriteIn(named, programs, own, {tree}), ElementsAre(named, own));
+}
+
+#if defined(_WIN32)
+TEST_F(ProgramFolder, OfEverybodysProgramsIsTheOneThatWindowsNames) {
+  const fs::path everybodys = folder.Path() / "Программы ü";
+  const fs::path installed = everybodys / "Kestrin";
+  PutData(installed);
+  const std::wstring before = _wgetenv(L"ProgramFiles");
+  _wputenv_s(L"ProgramFiles", everybodys.c_str());
+  EXPECT_THAT(FoldersToWriteIn(installed, installed, own), ElementsAre(own));
+  EXPECT_THAT(FoldersToWriteIn(everybodys / "KESTRIN", installed, own), ElementsAre(own)) << "letters of another case";
+  _wputenv_s(L"ProgramFiles", before.c_str());
+  EXPECT_THAT(FoldersToWriteIn(installed, installed, own), ElementsAre(installed, own));
+  const fs::path real = fs::path(before) / "Kestrin Launcher";
+  EXPECT_THAT(FoldersToWriteIn(real, real, own), ElementsAre(own));
+}
+#endif
+
 TEST_F(ProgramFolder, ThatThePersonNamesIsWrittenIntoFirst) {
   const fs::path named = folder.Path() / "named";
   EXPECT_THAT(FoldersToWriteIn(named, programs, own), ElementsAre(named, own));
