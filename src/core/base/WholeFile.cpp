@@ -14,6 +14,7 @@
 #include "base/PathText.h"
 #include "base/TakeName.h"
 #ifdef _WIN32
+#include "base/Text.h"
 #include "base/WindowsName.h"
 #endif
 
@@ -120,6 +121,9 @@ Result<> Replace(const fs::path& path, const fs::file_status& old, const Content
 }
 
 #ifdef _WIN32
+/// The device that forgets what it is given. In a folder the name is refused: not every Windows means the device by it.
+bool IsNowhere(const fs::path& path) { return EqualsIgnoringCase(TextOf(path), "NUL"); }
+
 /// Why the system would not store the file under its name or not replace the old one, found before anything is written.
 Result<> CheckName(const fs::path& path, const fs::file_status& old) {
   if (const std::string_view why = WhyNoWindowsName(TextOf(path.filename())); !why.empty())
@@ -129,24 +133,26 @@ Result<> CheckName(const fs::path& path, const fs::file_status& old) {
   return {};
 }
 #else
+bool IsNowhere(const fs::path&) { return false; }
 Result<> CheckName(const fs::path&, const fs::file_status&) { return {}; }
 #endif
 
-Result<> Write(const fs::path& path, const ContentInPieces& content, Disk* disk) {
+/// Writes in the way that fits what is there; the text of a failure is the reason alone.
+Result<> WriteOver(const fs::path& path, const ContentInPieces& content, Disk* disk) {
   std::error_code error;
   const fs::file_status old = fs::status(path, error);
-  Result<> done = CheckName(path, old);
-  if (!done) return Failure{done.Why().kind, Quoted(path) + " could not be written: " + done.Why().text};
-  if (fs::is_directory(old))
-    done = Failure{FailureKind::InTheWay, "a folder of that name is in the way"};
-  else if (fs::exists(old) && !fs::is_regular_file(old))
-    // A device or a pipe is written to, never replaced.
-    done = WriteStraight(path, content);
-  else if (fs::is_symlink(path, error) && fs::exists(old))
-    // A link keeps pointing where the person put it: the file behind it is replaced.
-    done = Replace(fs::canonical(path, error), old, content, disk);
-  else
-    done = Replace(path, old, content, disk);
+  if (fs::is_directory(old)) return Failure{FailureKind::InTheWay, "a folder of that name is in the way"};
+  if (IsNowhere(path)) return WriteStraight(path, content);
+  if (Result<> named = CheckName(path, old); !named) return named;
+  // A device or a pipe is written to, never replaced.
+  if (fs::exists(old) && !fs::is_regular_file(old)) return WriteStraight(path, content);
+  // A link keeps pointing where the person put it: the file behind it is replaced.
+  if (fs::is_symlink(path, error) && fs::exists(old)) return Replace(fs::canonical(path, error), old, content, disk);
+  return Replace(path, old, content, disk);
+}
+
+Result<> Write(const fs::path& path, const ContentInPieces& content, Disk* disk) {
+  Result<> done = WriteOver(path, content, disk);
   if (done) return done;
   return Failure{done.Why().kind, Quoted(path) + " could not be written: " + done.Why().text};
 }

@@ -48,6 +48,28 @@ TEST(WriteWholeFileOnWindows, LeavesAFileAloneThatIsMarkedAsReadOnly) {
   fs::permissions(path, fs::perms::owner_write, fs::perm_options::add);
 }
 
+TEST(WriteWholeFileOnWindows, WritesToTheDeviceThatForgets) {
+  for (const char* const name : {"NUL", "nul"}) {
+    bool written = false;
+    const Result<> done = WriteWholeFile(name, [&](const AppendBytes& append) {
+      written = append("x");
+      return Result<>();
+    });
+    EXPECT_TRUE(done) << done.Text();
+    EXPECT_TRUE(written);
+  }
+}
+
+TEST(WriteWholeFileOnWindows, SaysThatAFolderIsInTheWayHoweverItIsSpelled) {
+  const support::TemporaryFolder folder;
+  for (const fs::path& path : {folder.Path(), folder / "", folder / "."}) {
+    const Result<> written = WriteWholeFile(path, "x");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.Why().kind, FailureKind::InTheWay);
+    EXPECT_THAT(written.Text(), EndsWith("could not be written: a folder of that name is in the way"));
+  }
+}
+
 TEST(WriteWholeFileOnWindows, RefusesNamesThatWouldBeSomethingElse) {
   const support::TemporaryFolder folder;
   for (const char* const name : {"CON.lscfg", "nul", "set.", "set ", "set:stream", "a?b", "a|b"}) {
