@@ -5,6 +5,7 @@
 windows_rig="$project/tests/rig/windows"
 packages_folder="$project/build/packages"
 . "$project/scripts/package/windows.sh"
+. "$project/scripts/fonts-host.sh"
 . "$windows_rig/wine.sh"
 . "$windows_rig/tests.sh"
 . "$windows_rig/board.sh"
