@@ -85,20 +85,24 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !macroend
 
 ; A program that runs cannot be replaced. Without anybody to ask, nothing is done and the exit code is 2.
+!macro TryToOpen PROGRAM
+  ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
+    FileOpen $0 "$INSTDIR\${PROGRAM}" a
+    FileClose $0
+  ${EndIf}
+!macroend
 !macro WaitUntilClosed UN
 Function ${UN}WaitUntilClosed
   again:
-  IfFileExists "$INSTDIR\kestrin.exe" 0 closed
   ClearErrors
-  FileOpen $0 "$INSTDIR\kestrin.exe" a
-  IfErrors 0 opened
+  !insertmacro TryToOpen kestrin.exe
+  !insertmacro TryToOpen kestrinctl.exe
+  IfErrors 0 closed
   MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
-    "${NAME} is open. Close its window - a download to a board has to end first - and choose Retry." \
+    "${NAME} or kestrinctl is open, or you may not write to $INSTDIR. Close them - a download to a board has to end first - and choose Retry." \
     /SD IDCANCEL IDRETRY again
   SetErrorLevel 2
   Quit
-  opened:
-  FileClose $0
   closed:
 FunctionEnd
 !macroend
@@ -118,7 +122,57 @@ FunctionEnd
 
 Function un.onInit
   SetRegView 64
+  ; The folder that this uninstaller lies in: the one that is registered may be that of a later installation.
+  Push $INSTDIR
   !insertmacro MULTIUSER_UNINIT
+  Pop $INSTDIR
+FunctionEnd
+
+; A folder that others use is neither filled nor, later, emptied: we get one of our own in it. Sets $Registered to the folder
+; of the version that is to go.
+Var Registered
+Function UseOwnFolder
+  ReadRegStr $Registered SHCTX "${SETTINGS_KEY}" "InstallLocation"
+  ${GetFileName} "$INSTDIR" $0
+  ${If} $Registered == $INSTDIR
+  ${OrIf} $0 == "${NAME}"
+    Return
+  ${EndIf}
+  ${DirState} "$INSTDIR" $0
+  ${If} $0 = 1
+    StrCpy $INSTDIR "$INSTDIR\${NAME}"
+  ${EndIf}
+FunctionEnd
+
+; A file that people may have changed goes only when it is as it was installed, which its time tells: the setup gives each
+; file the time that it had here. Else it stays, as FILE.mine, FILE.mine2 ...
+!macro DeleteUnchanged FILE HIGH LOW
+  StrCpy $0 "$INSTDIR\${FILE}"
+  StrCpy $1 "${HIGH} ${LOW}"
+  Call un.DeleteUnchanged
+!macroend
+Function un.DeleteUnchanged
+  ClearErrors
+  GetFileTime $0 $2 $3
+  ${If} ${Errors}
+    Return
+  ${EndIf}
+  ${If} "$2 $3" == $1
+    Delete $0
+    Return
+  ${EndIf}
+  StrCpy $2 "$0.mine"
+  StrCpy $3 1
+  ${While} ${FileExists} $2
+    IntOp $3 $3 + 1
+    StrCpy $2 "$0.mine$3"
+  ${EndWhile}
+  ClearErrors
+  Rename $0 $2
+  ${If} ${Errors}
+    SetErrorLevel 2
+    Abort "$0 is not as it was installed and could not be kept. Copy it elsewhere and start again."
+  ${EndIf}
 FunctionEnd
 
 ; By the Explorer, which is the person's own: started by the setup it would be an administrator's.
@@ -127,9 +181,11 @@ Function StartWindow
 FunctionEnd
 
 Section
+  Call UseOwnFolder
   Call WaitUntilClosed
   ; What an older version installed goes first: this one may no longer know all of it.
-  ${If} ${FileExists} "$INSTDIR\uninstall.exe"
+  ${If} $Registered == $INSTDIR
+  ${AndIf} ${FileExists} "$INSTDIR\uninstall.exe"
     ExecWait '"$INSTDIR\uninstall.exe" /S /$MultiUser.InstallMode _?=$INSTDIR' $0
     ${If} $0 <> 0
       MessageBox MB_OK|MB_ICONSTOP \
@@ -168,12 +224,18 @@ Section Uninstall
   !insertmacro UninstallFiles
   Delete "$INSTDIR\uninstall.exe"
   ; Where the window puts the fonts that people fetch.
+  Delete "$INSTDIR\fonts\.lock"
   RMDir "$INSTDIR\fonts"
   ; Never with what is in it: people put sounds of their own beside the examples.
   RMDir "$INSTDIR"
-  Delete "$SMPROGRAMS\${NAME}.lnk"
-  !insertmacro ForFileTypes UnregisterFileType
-  !insertmacro TellDesktop
-  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
-  DeleteRegKey SHCTX "${SETTINGS_KEY}"
+  ; The menu and the registry speak of one installation, and another one may have come after this.
+  ReadRegStr $0 SHCTX "${SETTINGS_KEY}" "InstallLocation"
+  ${If} $0 == $INSTDIR
+  ${OrIfNot} ${FileExists} "$0\uninstall.exe"
+    Delete "$SMPROGRAMS\${NAME}.lnk"
+    !insertmacro ForFileTypes UnregisterFileType
+    !insertmacro TellDesktop
+    DeleteRegKey SHCTX "${UNINSTALL_KEY}"
+    DeleteRegKey SHCTX "${SETTINGS_KEY}"
+  ${EndIf}
 SectionEnd

@@ -56,13 +56,20 @@ expect "each line of sources.txt has five columns, the last a checksum" \
 # What the setup installs, its uninstaller takes away: files one by one, and folders that are empty then, the inner ones first.
 mkdir -p "$work/folder/in side/deep"
 touch "$work/folder/a.exe" "$work/folder/in side/b c.txt" "$work/folder/in side/deep/d"
+# 1970-01-01 00:00:01 is kept as its even second: 11644473600 s after 1601, which is 27111902 * 2^32 + 3577643008 steps of 100 ns.
+mkdir "$work/folder/Examples"
+touch -d @1 "$work/folder/Examples/my set.lscfg"
+touch -d @2 "$work/folder/LEDs.ldcfg"
 bash "$real/packaging/windows/list_files.sh" "$work/folder" >"$work/list"
 expect "what is taken away" [ "$(sed -n '/^!macro UninstallFiles/,$p' "$work/list" | sed '1d;$d' | sed 's/^ *//')" = \
-  'Delete "$INSTDIR\a.exe"
+  '!insertmacro DeleteUnchanged "Examples\my set.lscfg" 27111902 3577643008
+!insertmacro DeleteUnchanged "LEDs.ldcfg" 27111902 3597643008
+Delete "$INSTDIR\a.exe"
 Delete "$INSTDIR\in side\b c.txt"
 Delete "$INSTDIR\in side\deep\d"
 RMDir "$INSTDIR\in side\deep"
-RMDir "$INSTDIR\in side"' ]
-expect "what is installed" [ "$(grep -c '^  File ' "$work/list")" = 3 ]
+RMDir "$INSTDIR\in side"
+RMDir "$INSTDIR\Examples"' ]
+expect "what is installed" [ "$(grep -c '^  File ' "$work/list")" = 5 ]
 expect "where" grep -qF 'SetOutPath "$INSTDIR\in side\deep"' "$work/list"
 exit $failed

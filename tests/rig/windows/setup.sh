@@ -3,21 +3,23 @@
 # shellcheck shell=bash disable=SC2154  # project, packages_folder and the names that begin with windows_: of who sources this
 
 windows_setup_suite() {
+  # Where Wine runs as root, its person is an administrator.
+  setup_person="$(id -un)"
+  own_programs="$drive/users/$setup_person/AppData/Local/Programs/Kestrin Launcher"
+  settings="$drive/users/$setup_person/AppData/Roaming/kestrin"
   section "Windows: the setup, for one person" setup_for_one
   section "Windows: the setup, for everybody" setup_for_all
+  section "Windows: the setup, where another program lies" setup_beside_others
 }
 
 windows_pictures="$windows_build/pictures"
-drive="$WINEPREFIX/drive_c"
-# Where Wine runs as root, its person is an administrator.
-setup_person="$(id -un)"
-own_programs="$drive/users/$setup_person/AppData/Local/Programs/Kestrin Launcher"
+drive="$windows_build/wine/drive_c"
 all_programs="$drive/Program Files/Kestrin Launcher"
+strangers="$drive/Strangers"
 
 run_setup() { timeout -k 5 300 "$wine_program" "$packages_folder/kestrin-$windows_version-setup.exe" /S "$@" </dev/null; }
 
 # Everything on the disk, but what lies in folders for passing things, and what a person has set.
-settings="$drive/users/$setup_person/AppData/Roaming/kestrin"
 files_on_disk() { (cd "$drive" && find . -path '*/Temp' -prune -o -path ".${settings#"$drive"}" -prune -o -print | sort); }
 # Everything of ours in the registry.
 keys_in_registry() {
@@ -29,6 +31,7 @@ keys_in_registry() {
 
 setup_for_one() {
   local before after own="$own_programs/Examples/my own.lsu"
+  local set="$own_programs/Examples/demo.lscfg" catalogue="$own_programs/KestrinLEDS.ldcfg"
   remove_leftovers
   before="$(files_on_disk)"
   check "the setup runs silently" run_setup
@@ -45,12 +48,23 @@ setup_for_one() {
   check "the installed kestrinctl downloads and verifies the examples" installed_download
   cp "$own_programs/Examples/idle.lsu" "$own"
   check "the window, and a setup while it is open" installed_window
+  check "a setup while kestrinctl runs" installed_server
+  for file in "$set" "$catalogue"; do echo "a person's change" >>"$file"; done
   check "the setup runs again over what is there" run_setup
-  check "and installs the same" holds_the_folder "$own_programs" "$own"
+  check "and installs the same" holds_the_folder "$own_programs" "$own" "$set.mine" "$catalogue.mine"
+  for file in "$set" "$catalogue"; do
+    check "what a person has changed is kept in ${file##*/}.mine" ends_with "$file.mine" "a person's change"
+    echo "another change" >>"$file"
+  done
   check "the uninstaller" remove_silently "$own_programs"
   after="$(files_on_disk)"
-  check "nothing is left but a person's own file" diff <(echo "$after") \
-    <({ echo "$before"; printf '.%s\n' "${own_programs#"$drive"}" "${own_programs#"$drive"}/Examples" "${own#"$drive"}"; } | sort)
+  check "nothing is left but a person's own files" diff <(echo "$after") \
+    <({ echo "$before"; printf ".%s\n" "${own_programs#"$drive"}" "${own_programs#"$drive"}/Examples" "${own#"$drive"}" \
+      "${set#"$drive"}".mine{,2} "${catalogue#"$drive"}".mine{,2}; } | sort)
+  for file in "$set" "$catalogue"; do
+    check "what was kept before still is, in ${file##*/}.mine" ends_with "$file.mine" "a person's change"
+    check "what a person has changed since is kept in ${file##*/}.mine2" ends_with "$file.mine2" "another change"
+  done
   check "what a person has set is still there" test -s "$settings/kestrin.ini"
   check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
   remove_leftovers
@@ -71,13 +85,39 @@ setup_for_all() {
   check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
 }
 
+# Into a folder that is another program's, and then without the older installation elsewhere.
+setup_beside_others() {
+  local before ours="$strangers/Kestrin Launcher"
+  remove_leftovers
+  before="$(files_on_disk)"
+  mkdir -p "$strangers"
+  echo "no program of ours" >"$strangers/uninstall.exe"
+  check "the setup runs silently" run_setup
+  check "the setup runs into another program's folder" run_setup '/D=C:\Strangers'
+  check "which stays as it was" diff <(cd "$strangers" && echo * && cat uninstall.exe) <(echo "Kestrin Launcher uninstall.exe" && echo "no program of ours")
+  check "it installs into a folder of its own" holds_the_folder "$ours"
+  check "it is the one that is registered" registry_says 'HKCU\Software\Kestrin Launcher' InstallLocation 'C:\\Strangers\\Kestrin Launcher'
+  check "the older one's uninstaller" remove_silently "$own_programs"
+  check "which has gone" [ ! -e "$own_programs" ]
+  check "the newer one is whole" holds_the_folder "$ours"
+  check "it is still the one that is registered" registry_says 'HKCU\Software\Kestrin Launcher' InstallLocation 'C:\\Strangers\\Kestrin Launcher'
+  check "sets are still opened by it" registry_says 'HKCU\Software\Classes\Kestrin.SoundSet\shell\open\command' '' 'C:\\Strangers\\Kestrin Launcher\\kestrin.exe'
+  check "it runs a second time, into the same place" run_setup
+  check "and installs the same" holds_the_folder "$ours"
+  check "its uninstaller" remove_silently "$ours"
+  rm -rf "$strangers"
+  check "nothing is left" diff <(echo "$before") <(files_on_disk)
+  check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
+}
+
 # Of a run that was broken off, and what the checks themselves have put there.
 remove_leftovers() {
   local folder
-  for folder in "$own_programs" "$all_programs"; do
+  for folder in "$own_programs" "$all_programs" "$strangers/Kestrin Launcher"; do
     if [ -e "$folder/uninstall.exe" ]; then remove_silently "$folder"; fi
     rm -rf "$folder"
   done
+  rm -rf "$strangers"
   # The disk is compared: what Windows makes for every program's first run has to be there already.
   rmdir "$drive/users/$setup_person/AppData/Local/Programs" 2>/dev/null
   mkdir -p "$drive/users/$setup_person/AppData/Local/Programs"
@@ -108,16 +148,44 @@ installed_download() {
   done
 }
 
-# The uninstaller goes on as a copy of itself and is gone before that one is.
+ends_with() { [ "$(tail -n 1 "$1")" = "$2" ]; }  # FILE LINE
+
+# The uninstaller goes on as a copy of itself. That takes its own file away in the folder, then the folder, and last what
+# the registry says of it.
 remove_silently() {  # FOLDER
   local tries
   run_wine "$1/uninstall.exe" /S </dev/null || return
   for ((tries = 0; tries < 600; ++tries)); do
-    [ -e "$1/uninstall.exe" ] || [ -n "$(pgrep -f 'Un[._].*\.exe')" ] || return 0
+    [ -e "$1/uninstall.exe" ] || is_registered "$1" || return 0
     sleep 0.1
   done
   echo "it did not end"
   return 1
+}
+is_registered() {  # FOLDER
+  local root folder="C:${1#"$drive"}"
+  for root in HKCU HKLM; do
+    run_wine reg query "$root\\Software\\Kestrin Launcher" /v InstallLocation </dev/null 2>/dev/null | tr -d '\r' | grep -qF "${folder//\//\\}" && return
+  done
+  return 1
+}
+
+# As long as it serves, its program cannot be replaced.
+installed_server() {
+  local server address status
+  rm -f "$windows_build/server"
+  mkfifo "$windows_build/server"
+  (cd "$own_programs" && exec "$wine_program" ./kestrinctl.exe fonts serve "$windows_build/demo/fonts" </dev/null >"$windows_build/server" 2>&1) &
+  server=$!
+  exec {said}<"$windows_build/server"
+  read -r -t 60 address <&"$said"
+  echo "it serves at ${address-nothing}"
+  setup_waits_for "$server"
+  status=$?
+  kill -INT $server
+  wait $server
+  exec {said}<&-
+  return $status
 }
 
 # Opens the installed window, looks at it, tries to install over it, and closes it.
@@ -126,7 +194,7 @@ installed_window() {
   mkdir -p "$windows_pictures"
   (cd "$own_programs" && LC_ALL=C.UTF-8 exec "$wine_program" ./kestrin.exe --board sim Examples/demo.lscfg </dev/null >"$windows_build/window.log" 2>&1) &
   program=$!
-  look_at_window && setup_waits_for_window "$program"
+  look_at_window && setup_waits_for "$program"
   status=$?
   # As a person closes it.
   run_wine taskkill /im kestrin.exe </dev/null >/dev/null 2>&1
@@ -165,13 +233,13 @@ look_at_window() {
   return 1
 }
 
-# Nothing is replaced under a window that is open, and nobody is asked silently.
-setup_waits_for_window() {  # PROCESS
+# Nothing is replaced under a program that runs, and nobody is asked silently.
+setup_waits_for() {  # PROCESS
   local before status
   before="$(ls -l --time-style=full-iso "$own_programs")"
   run_setup
   status=$?
   [ $status -eq 2 ] || { echo "the setup ended with $status"; return 1; }
-  kill -0 "$1" || { echo "the window has gone"; return 1; }
+  kill -0 "$1" || { echo "the program has gone"; return 1; }
   [ "$before" = "$(ls -l --time-style=full-iso "$own_programs")" ] || { echo "files were replaced"; return 1; }
 }

@@ -5,7 +5,7 @@
 windows_results="$windows_build/results"
 
 # On the drive of the temporary folder, which relative paths of the tests begin or end in.
-tests_stand_in="$WINEPREFIX/drive_c"
+tests_stand_in="$windows_build/wine/drive_c"
 
 windows_units_suite() {
   section "Windows: unit tests" run_windows_tests kestrin_core_tests kestrin_simulator_tests kestrin_board_store_tests \
@@ -38,13 +38,15 @@ left_out_rows() {  # PROGRAM -> lines "TEST REASON"
 run_windows_tests() {  # PROGRAM...
   local program test reason
   mkdir -p "$windows_results"
+  # What an earlier run left is not to be counted.
+  for program in "$@"; do rm -f "$windows_results/$program".*; done
   (
     tests_environment
     export -f run_test_program plain_name run_wine windows_path left_out_rows
     export windows_results windows_build windows_rig wine_program
     cd "$tests_stand_in" || exit
     printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c 'run_test_program {}'
-  )
+  ) || fail "not every test program was run"
   for program in "$@"; do
     count_windows_results "$program"
     while read -r test reason; do
@@ -64,7 +66,6 @@ plain_name() { echo "${1//[^[:alnum:].]/_}"; }  # TEST
 run_test_program() {  # NAME
   local out="$windows_results/$1" test reason one left_out=""
   local file="$windows_build/bin/$1.exe"
-  rm -f "$out".*
   while read -r test reason; do
     left_out+=":$test"
     one="$out.$(plain_name "$test")"

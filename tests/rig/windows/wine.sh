@@ -3,9 +3,6 @@
 # shellcheck shell=bash disable=SC2154  # project and the names that begin with windows_: of who sources this
 
 wine_log="$windows_build/wine.log"
-export WINEPREFIX="$windows_build/wine" WINEDEBUG=-all
-# Neither .NET nor a browser is asked for, and nothing enters our own desktop's menu.
-export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 
 # The program loader itself, where it can be had: the script around it asks for a 32-bit one.
 wine_program=/usr/lib/wine/wine64
@@ -41,6 +38,9 @@ start_screen() {
 
 # A server that stays makes a start ten times as quick.
 start_wine() {
+  export WINEPREFIX="$windows_build/wine" WINEDEBUG=-all
+  # Neither .NET nor a browser is asked for, and nothing enters our own desktop's menu.
+  export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
   mkdir -p "$WINEPREFIX"
   start_screen || return
   {
