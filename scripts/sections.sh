@@ -31,6 +31,20 @@ leave_out() {  # WHAT, WHY
   echo "left out: $*"
 }
 
+# What is to be done on every way out, the last one first, so that nothing that a part has started outlives ./test. A command
+# may come twice, or when there is nothing for it to do. What it says is not shown, since the total is the last line.
+at_end_commands=()
+at_end() {  # COMMAND
+  at_end_commands=("$1" "${at_end_commands[@]}")
+  trap end_all EXIT
+  trap 'exit 130' INT
+  trap 'exit 143' TERM
+}
+end_all() {
+  local command
+  for command in "${at_end_commands[@]}"; do "$command" >/dev/null 2>&1; done
+}
+
 section() {  # TITLE COMMAND...
   local title="$1" passed_before=$passed failed_before=$failed start=$SECONDS
   shift

@@ -48,6 +48,8 @@ build_chmlib() {
   mkdir -p "$work"
   # As it stands, nobody else could read the help while one window has it open.
   sed -i '/CreateFileA(filename,/,/OPEN_EXISTING/s/^\( *\)0,$/\1FILE_SHARE_READ,/' "$sources/chm_lib.c"
+  # Here and where Windows' other character set is used, which is so already.
+  [ "$(grep -c FILE_SHARE_READ "$sources/chm_lib.c")" -eq 2 ]
   for file in chm_lib lzx; do "$windows_target-gcc-posix" -O2 -w -DWIN32 -c "$sources/$file.c" -o "$work/$file.o"; done
   rm -f "$windows_libraries/installed/lib/libchm.a"
   "$windows_target-ar" rcs "$windows_libraries/installed/lib/libchm.a" "$work/chm_lib.o" "$work/lzx.o"

@@ -12,9 +12,9 @@ windows_folder="$windows_build/folder/kestrin-$windows_version"
 . "$project/packaging/windows/libraries.sh"
 . "$project/packaging/windows/programs.sh"
 
-package_windows() {
+package_windows() {  # [cmake options]
   need_packages build windows || return 1
   build_windows_libraries && build_windows_tools || return 1
   echo "Building the programs for Windows; everything that is said is in ${windows_build#"$project/"}/build.log ..."
-  build_for_windows -DKESTRIN_TESTS=OFF && make_windows_folder && make_windows_zip && make_windows_setup
+  build_for_windows -DKESTRIN_TESTS=OFF "$@" && make_windows_folder && make_windows_zip && make_windows_setup
 }

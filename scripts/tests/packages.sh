@@ -11,8 +11,12 @@ debian_systems=("bookworm:Debian 12" "trixie:Debian 13")
 most_bytes=3000000
 
 packages_is_here() {
-  local system
-  for system in "${debian_systems[@]}"; do [ -e "$systems_folder/${system%%:*}.tar" ] || return 1; done
+  local system name
+  # What is installed there has been fetched when all of it was installed once.
+  for system in "${debian_systems[@]}"; do
+    name="$systems_folder/${system%%:*}"
+    [ -e "$name.tar" ] && [ -e "$name.complete" ] || return 1
+  done
   can_have_systems && [ -z "$(missing_packages build test deb packages 2>/dev/null)" ]
 }
 
@@ -26,18 +30,19 @@ packages_suites() {
     leave_out "packages, the packages of the sections \"deb\" and \"packages\" in packaging/debian-packages.txt could not be installed"
     return
   fi
-  # What is started here ends with it, and systems need no cleaning up: their mounts are gone with their last process.
-  trap 'exit 130' INT
-  trap 'exit 143' TERM
-  trap 'end_deb_screen; rm -rf "$systems_folder"/*.root "$systems_folder"/*.part' EXIT
+  at_end end_packages
   mkdir -p "$systems_folder"
-  # These mostly wait for the network, and the package's build computes.
+  # These mostly wait for the network, and the package's build computes. Each is a process group of its own, to end as a whole.
+  set -m
   for system in "${debian_systems[@]}"; do
     codename="${system%%:*}"
     fetch_system "$codename" >"$systems_folder/$codename.log" 2>&1 &
+    fetching+=($!)
   done
+  set +m
   section "The package for Debian" check_deb
-  wait
+  wait "${fetching[@]}"
+  fetching=()
   deb="$project/build/packages/$(deb_name)"
   if [ ! -e "$deb" ]; then return; fi
   for system in "${debian_systems[@]}"; do
@@ -51,6 +56,17 @@ packages_suites() {
       section "The package in a fresh ${system#*:}" prove_deb "$codename"
     fi
   done
+}
+
+# What is started here ends with it, and systems need no unmounting: their mounts are gone with their last process.
+fetching=()
+end_packages() {
+  local process
+  for process in "${fetching[@]}"; do kill -KILL -- "-$process"; done
+  if [ ${#fetching[@]} -gt 0 ]; then wait "${fetching[@]}"; fi
+  fetching=()
+  end_deb_screen
+  rm -rf "$systems_folder"/*.root "$systems_folder"/*.part
 }
 
 can_have_systems() { [ "$(id -u)" -eq 0 ] && unshare --mount --pid --fork true 2>/dev/null; }
@@ -95,7 +111,7 @@ mirror() { apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'O
 fetch_system() {  # CODENAME
   local root="$systems_folder/$1.part"
   if [ -e "$systems_folder/$1.tar" ]; then return 0; fi
-  rm -rf "$root"
+  rm -rf "$root" "$systems_folder/$1.complete"
   unshare --mount debootstrap --variant=minbase "$1" "$root" "$(mirror)" || return 1
   rm -f "$root"/var/cache/apt/archives/*.deb
   mkdir -p "$systems_folder/$1.archives"
@@ -148,7 +164,7 @@ nothing_is_left() {  # FILE: the list from before
 # ---- A person's day with it
 
 prove_deb() {  # CODENAME
-  local root="$systems_folder/$1.root" before examples
+  local root="$systems_folder/$1.root" before examples failed_before=$failed
   before="$(mktemp)"
   rm -rf "$root"
   mkdir -p "$root"
@@ -178,6 +194,7 @@ prove_deb() {  # CODENAME
   check "it is purged beside a desktop's tools" purge
   check "files that are left behind beside a desktop's tools" nothing_is_left "$before"
   rm -rf "$root" "$before"
+  if [ "$failed" -eq "$failed_before" ]; then touch "$systems_folder/$1.complete"; fi
 }
 
 sees_a_wrong_bit() {

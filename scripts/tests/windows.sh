@@ -33,21 +33,20 @@ windows_suites() {  # [SUITE...]; all by default
     fi
   done
   if [ $# -eq 0 ]; then suites=("${all_windows_suites[@]}"); fi
+  [ ${#suites[@]} -gt 0 ] || return
   if ! need_packages build windows windows-test; then
     leave_out "Windows, the packages of the sections \"windows\" and \"windows-test\" in packaging/debian-packages.txt could not be installed"
     return
   fi
   section "Windows: packages and test programs" build_all_for_windows
   if [ -z "$windows_is_built" ]; then return; fi
-  # On every way out: what Wine started would outlive us.
-  trap stop_wine EXIT
+  at_end stop_wine
   if start_wine; then
     for suite in "${suites[@]}"; do "windows_${suite}_suite"; done
   else
     fail "Wine did not start; what it said is in ${wine_log#"$project/"}"
   fi
   stop_wine
-  trap - EXIT
 }
 
 windows_is_built=""
@@ -56,14 +55,14 @@ largest_setup=20000000
 build_all_for_windows() {
   local -a results=()
   mkdir -p "$packages_folder"
-  if ! package_windows; then
+  if ! package_windows -DKESTRIN_WERROR=ON; then
     fail "./package windows"
     return
   fi
   check "the setup is no larger than 20 MB" \
     [ "$(stat -c %s "$packages_folder/kestrin-$windows_version-setup.exe")" -le "$largest_setup" ]
   check "the zip holds the programs" zip_holds_programs
-  # Only the tests' own sources are compiled now. What they compare with is made by the programs for this system.
+  # Only the tests' own sources are compiled now: nothing else is configured otherwise. What they compare with is made by the programs for this system.
   if build_for_windows -DKESTRIN_TESTS=ON -DKESTRIN_WERROR=ON &&
     windows_step "The build for this system" "$windows_build/tools.log" \
       cmake --build "$project/build/release" -j "$jobs" --target kestrinctl; then
@@ -75,8 +74,9 @@ build_all_for_windows() {
 }
 
 zip_holds_programs() {
-  local name
+  local name held
+  held="$(cmake -E tar tf "$packages_folder/kestrin-$windows_version-windows.zip")" || return
   for name in kestrin.exe kestrinctl.exe kestrinusb.chm Examples/demo.lscfg platforms/qwindows.dll licences/README.txt; do
-    cmake -E tar tf "$packages_folder/kestrin-$windows_version-windows.zip" | grep -qxF "kestrin-$windows_version/$name" || return
+    grep -qxF "kestrin-$windows_version/$name" <<<"$held" || { echo "there is no $name"; return 1; }
   done
 }
