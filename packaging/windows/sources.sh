@@ -26,15 +26,22 @@ know_sources() {  # SUITE
   if [ "$suite" = own ]; then
     source_lists deb-src >"$state/list.sources"
   else
-    # The first entry is the suite itself; those for updates and security have other names there.
-    source_lists deb-src | awk -v RS= 'NR == 1' | sed "s/^Suites:.*/Suites: $suite/" >"$state/list.sources"
+    # The entry for this system's own suite; those for updates and security, and what is not Debian's, have other names there.
+    source_lists deb-src | entry_of "$(. /etc/os-release && echo "${VERSION_CODENAME-}")" | sed "s/^Suites:.*/Suites: $suite/" >"$state/list.sources"
   fi
   source_apt "$suite" update && touch "$state/known"
 }
 
+# The first entry with that suite. Where none has it - the suite may be named "stable" - it is the first one of all.
+entry_of() {  # CODENAME
+  awk -v RS= -v suite="$1" 'NR == 1 { found = $0 }
+    ("\n" $0 "\n") ~ ("\nSuites:([^\n]* )?" suite "[ \n]") { found = $0; exit }
+    END { print found }'
+}
+
 # The system's entries, in the form that newer and older systems keep them in, as entries of one type.
 source_lists() {  # TYPE
-  local file
+  local file entry options address suite components
   for file in /etc/apt/sources.list.d/*.sources; do
     [ -e "$file" ] || continue
     sed "s/^Types:.*/Types: $1/; /^#/d" "$file"
@@ -42,9 +49,12 @@ source_lists() {  # TYPE
   done
   for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
     [ -e "$file" ] || continue
-    sed -nE 's/^deb +(\[[^]]*\] +)?([^ ]+) +([^ ]+) +(.*)$/\2 \3 \4/p' "$file" |
-      while read -r address suite components; do
-        printf 'Types: %s\nURIs: %s\nSuites: %s\nComponents: %s\n\n' "$1" "$address" "$suite" "$components"
+    sed -nE 's/^deb +(\[([^]]*)\] +)?([^ ]+) +([^ ]+) +(.*)$/\3 \4 \5|\2/p' "$file" |
+      while IFS='|' read -r entry options; do
+        read -r address suite components <<<"$entry"
+        printf 'Types: %s\nURIs: %s\nSuites: %s\nComponents: %s\n' "$1" "$address" "$suite" "$components"
+        sed -nE 's/(.* )?signed-by=([^ ]+).*/Signed-By: \2/p' <<<"$options"
+        echo
       done
   done
 }
@@ -68,7 +78,7 @@ unpack_source() {  # NAME [GIVEN]
     fetch_source "$archives" "$package" "$suite" || return
   fi
   if ! is_intact "$archives/$archive" "$checksum"; then
-    echo "The source package $package does not hold $archive with the checksum in packaging/windows/sources.txt." >&2
+    echo "The source package $package does not hold $archive with the checksum in packaging/windows/sources.txt. The programs for Windows are built on Debian 12." >&2
     return 1
   fi
   if [ "$suite" = own ]; then

@@ -50,6 +50,9 @@ expect "and names it" grep -q "^left out: ./test sun, " "$work/out"
 part sun true 'pass; leave_out "light, it is night"'
 run "$project/.ci/run"
 ends_with "the server adds up" 0 "6 passed, 0 failed, 1 left out"
+KESTRIN_CI_LAST_BEGIN=0 run "$project/.ci/run"
+ends_with "the server begins nothing too late" 0 "2 passed, 0 failed, 2 left out"
+expect "and says so" [ "$(grep -c "^left out: ./test .* time" "$work/out")" = 2 ]
 part moon true 'pass; fail "no light"'
 run "$project/.ci/run"
 ends_with "a part fails" 1 "4 passed, 1 failed, 1 left out"
@@ -58,4 +61,15 @@ ends_with "words are passed on" 0 "1 passed, 0 failed"
 part moon true 'echo dying; exit 0'
 run "$project/.ci/run"
 ends_with "a part without a total" 1 "3 passed, 1 failed, 1 left out"
+
+# What a part has started ends with ./test, however that ends.
+part moon true 'at_end put_out; at_end draw_curtain; pass; [ -z "${KILLED-}" ] || kill -TERM $$'
+printf 'put_out() { echo light >>"%s"; }\ndraw_curtain() { echo curtain >>"%s"; }\n' "$work/ended" "$work/ended" >>"$project/scripts/tests/moon.sh"
+run "$project/test" moon
+ends_with "a part with an end" 0 "1 passed, 0 failed"
+expect "all was ended, the last first" [ "$(xargs <"$work/ended")" = "curtain light" ]
+rm "$work/ended"
+KILLED=1 run "$project/test" moon
+expect "killed: status $status" [ "$status" -eq 143 ]
+expect "killed, all was ended" [ "$(xargs <"$work/ended")" = "curtain light" ]
 exit $failed

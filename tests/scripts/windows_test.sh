@@ -49,6 +49,11 @@ echo "hidapi - - any.tar $(sha256sum "$work/given.tar" | cut -d ' ' -f 1)" >>"$p
 expect "a known one is unpacked" unpack_source hidapi "$work/given.tar"
 expect "without its outermost folder" [ "$(cat "$windows_libraries/sources/hidapi/file")" = hello ]
 
+# Of the entries for packages, in any order, that of the system's own suite.
+printf 'URIs: a\nSuites: other\n\nURIs: b\nSuites: moon-updates\n\nURIs: c\nSuites: moon-backports moon\nSigned-By: key\n\nURIs: d\nSuites: moon\n' >"$work/entries"
+expect "the system's own suite" [ "$(entry_of moon <"$work/entries" | xargs)" = "URIs: c Suites: moon-backports moon Signed-By: key" ]
+expect "or the first" [ "$(entry_of sun <"$work/entries" | xargs)" = "URIs: a Suites: other" ]
+
 # Every line of the real list is whole.
 expect "each line of sources.txt has five columns, the last a checksum" \
   awk '/^[^#]/ && (NF != 5 || $5 !~ /^[0-9a-f]+$/ || length($5) != 64) { print; bad = 1 } END { exit bad }' "$real/packaging/windows/sources.txt"
