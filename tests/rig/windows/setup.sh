@@ -175,7 +175,7 @@ installed_server() {
   local server address status
   rm -f "$windows_build/server"
   mkfifo "$windows_build/server"
-  (cd "$own_programs" && exec "$wine_program" ./kestrinctl.exe fonts serve "$windows_build/demo/fonts" </dev/null >"$windows_build/server" 2>&1) &
+  (cd "$own_programs" && exec "$wine_program" ./kestrinctl.exe fonts serve "$windows_build/demo/fonts" </dev/null) >"$windows_build/server" 2>&1 &
   server=$!
   exec {said}<"$windows_build/server"
   read -r -t 60 address <&"$said"
