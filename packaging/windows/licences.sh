@@ -46,8 +46,8 @@ Part of the programs:
 The setup was made with NSIS (zlib licence).
 
 They are built from Debian's source packages of the same names (qt6-base, curl, chmlib, libmicrohttpd, hidapi, gcc-mingw-w64,
-mingw-w64) and unchanged but for Debian's patches and one line of chmlib: it lets others read the file that it has open, see
-build_chmlib in packaging/windows/recipes.sh. The sources of Kestrin Launcher say in packaging/windows with which versions, and build the
+mingw-w64) and unchanged but for Debian's patches and one line of chmlib: it lets others read the file that it has open. The
+sources of Kestrin Launcher say in packaging/windows with which versions, make that change there in recipes.sh, and build the
 programs anew with others, with the one command "./package windows".
 TEXT
 sed -i 's/$/\r/' "$folder/README.txt"
