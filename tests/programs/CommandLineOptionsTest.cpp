@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QUrl>
+
 #include "core/update/UpdateServer.h"
 #include "ui/kit/FileFilter.h"
+#include "ui/kit/PathText.h"
 
 namespace kestrin::support {
 namespace {
@@ -52,9 +55,18 @@ TEST(CommandLineOptions, MakeNamesWhole) {
   }
 }
 
-TEST(CommandLineOptions, TakeAFilesAddressAndNamesThatAreNoUtf8) {
+TEST(CommandLineOptions, TakeAFilesAddress) {
+  for (const char* const path : {"/sets/a b.lscfg", "/sets/more"}) {
+    const QString address = QUrl::fromLocalFile(ui::kit::TextOf(Whole(path))).toString(QUrl::FullyEncoded);
+    EXPECT_EQ(Parse({address.toUtf8().constData()}).options.path, Whole(path));
+    EXPECT_EQ(Parse({(address + '/').toUtf8().constData()}).options.path, Whole(path)) << "a folder needs a name";
+  }
+}
+
+#ifndef _WIN32
+// Names are text there.
+TEST(CommandLineOptions, TakeNamesThatAreNoUtf8) {
   EXPECT_EQ(Parse({"file:///sets/a%20b%FC.lscfg"}).options.path.native(), "/sets/a b\xFC.lscfg");
-  EXPECT_EQ(Parse({"file:///sets/more/"}).options.path, "/sets/more");
   const std::vector<std::filesystem::path> paths{"kestrin", "--program-folder", "/f\xFC", "/s\xE4.lscfg"};
   QStringList arguments;
   for (const auto& path : paths) arguments.append(QString::fromUtf8(path.c_str()));
@@ -62,6 +74,7 @@ TEST(CommandLineOptions, TakeAFilesAddressAndNamesThatAreNoUtf8) {
   EXPECT_EQ(parsed.options.programFolder.native(), "/f\xFC");
   EXPECT_EQ(parsed.options.path.native(), "/s\xE4.lscfg");
 }
+#endif
 
 TEST(CommandLineOptions, ArePlainWithoutBoardFolderAndServer) {
   EXPECT_TRUE(Parse({}).options.isPlain);
