@@ -14,6 +14,17 @@ namespace kestrin::core::motion {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// Which variable of the environment says where a person's data lies.
+#ifdef _WIN32
+constexpr const char* kVariable = "APPDATA";
+#else
+constexpr const char* kVariable = "HOME";
+#endif
+
+}  // namespace
+
 KeptParametersFolder::KeptParametersFolder(fs::path folder, base::Disk& disk)
     : m_folder(std::move(folder)), m_disk(disk) {}
 
@@ -38,7 +49,8 @@ base::Result<> KeptParametersFolder::Keep(const std::string& serialNumber, const
   if (m_folder.empty())
     return base::Failure{base::FailureKind::NotFound,
                          "The folder for your data is not known, and the board's detection parameters must be kept "
-                         "there. Set the environment variable HOME and try again."};
+                         "there. Set the environment variable " +
+                             std::string(kVariable) + " and try again."};
   std::error_code error;
   fs::create_directories(m_folder, error);
   if (error)

@@ -7,6 +7,7 @@
 #include <QFrame>
 #include <QSettings>
 #include <QVBoxLayout>
+#include <array>
 #include <utility>
 
 #include "ui/doctor/DoctorFrame.h"
@@ -42,7 +43,7 @@ namespace {
 constexpr const char* kFolderKey = "explorerFolder";
 constexpr const char* kLedSettings = ".ldset";
 /// A sound set to try, in the folder of an installed program.
-constexpr const char* kExample = "Examples/demo.lscfg";
+constexpr std::array kExample{"Examples", "demo.lscfg"};
 
 QWidget* MakeLine() {
   auto* const line = new QFrame;
@@ -60,7 +61,7 @@ Main::Main(const Surroundings& surroundings)
       m_session(surroundings.agent, *this, this),
       m_watch(m_session, surroundings.gate, this),
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings,
-                surroundings.programFolder / kExample),
+                surroundings.programFolder / kExample[0] / kExample[1]),
       m_download(m_configuration, m_session, m_around),
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),

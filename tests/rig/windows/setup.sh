@@ -21,7 +21,7 @@ run_setup() { timeout -k 5 300 "$wine_program" "$packages_folder/kestrin-$window
 
 # Everything on the disk, but what lies in folders for passing things, and what a person has set.
 files_on_disk() { (cd "$drive" && find . -path '*/Temp' -prune -o -path ".${settings#"$drive"}" -prune -o -print | sort); }
-# Everything of ours in the registry.
+# Everything of ours in the registry; the tests that ran before leave folders that file dialogs have shown.
 keys_in_registry() {
   local root
   for root in HKCU HKLM; do
@@ -30,10 +30,11 @@ keys_in_registry() {
 }
 
 setup_for_one() {
-  local before after own="$own_programs/Examples/my own.lsu"
+  local before keys after own="$own_programs/Examples/my own.lsu"
   local set="$own_programs/Examples/demo.lscfg" catalogue="$own_programs/KestrinLEDS.ldcfg"
   remove_leftovers
   before="$(files_on_disk)"
+  keys="$(keys_in_registry)"
   check "the setup runs silently" run_setup
   check "it installs what the zip holds, and an uninstaller" holds_the_folder "$own_programs"
   check "it installs what docs/packages.md lists" listed_as_documented "$own_programs"
@@ -66,14 +67,15 @@ setup_for_one() {
     check "what a person has changed since is kept in ${file##*/}.mine2" ends_with "$file.mine2" "another change"
   done
   check "what a person has set is still there" test -s "$settings/kestrin.ini"
-  check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
+  check "nothing is left in the registry" diff <(echo "$keys") <(keys_in_registry)
   remove_leftovers
 }
 
 setup_for_all() {
-  local before
+  local before keys
   remove_leftovers
   before="$(files_on_disk)"
+  keys="$(keys_in_registry)"
   check "the setup runs silently" run_setup /AllUsers
   check "it installs what the zip holds, and an uninstaller" holds_the_folder "$all_programs"
   check "everybody's start menu has it" test -e "$drive/ProgramData/Microsoft/Windows/Start Menu/Programs/Kestrin Launcher.lnk"
@@ -82,14 +84,15 @@ setup_for_all() {
   check "a set is opened by it" registry_says 'HKLM\Software\Classes\Kestrin.SoundSet\shell\open\command' '' 'kestrin.exe" "%1"'
   check "the uninstaller" remove_silently "$all_programs"
   check "nothing is left" diff <(echo "$before") <(files_on_disk)
-  check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
+  check "nothing is left in the registry" diff <(echo "$keys") <(keys_in_registry)
 }
 
 # Into a folder that is another program's, and then without the older installation elsewhere.
 setup_beside_others() {
-  local before ours="$strangers/Kestrin Launcher"
+  local before keys ours="$strangers/Kestrin Launcher"
   remove_leftovers
   before="$(files_on_disk)"
+  keys="$(keys_in_registry)"
   mkdir -p "$strangers"
   echo "no program of ours" >"$strangers/uninstall.exe"
   check "the setup runs silently" run_setup
@@ -107,7 +110,7 @@ setup_beside_others() {
   check "its uninstaller" remove_silently "$ours"
   rm -rf "$strangers"
   check "nothing is left" diff <(echo "$before") <(files_on_disk)
-  check "nothing is left in the registry" [ -z "$(keys_in_registry)" ]
+  check "nothing is left in the registry" diff <(echo "$keys") <(keys_in_registry)
 }
 
 # Of a run that was broken off, and what the checks themselves have put there.

@@ -28,7 +28,11 @@ tests_environment() {
   WINEPATH="$(windows_path "$qt/bin");$(windows_path "$runtime");$(windows_path "/usr/$windows_target/lib")"
   export WINEQT_QPA_PLATFORM=offscreen WINEQT_PLUGIN_PATH WINEQT_QPA_FONTDIR
   WINEQT_PLUGIN_PATH="$(windows_path "$qt/plugins")"
-  WINEQT_QPA_FONTDIR="$(windows_path /usr/share/fonts/truetype/dejavu)"
+  # Of a system that has more of them, others might be chosen.
+  rm -rf "$windows_build/letters"
+  mkdir -p "$windows_build/letters"
+  cp /usr/share/fonts/truetype/dejavu/DejaVu{Sans,SansMono,Serif}{,-Bold}.ttf "$windows_build/letters/"
+  WINEQT_QPA_FONTDIR="$(windows_path "$windows_build/letters")"
 }
 
 left_out_rows() {  # PROGRAM -> lines "TEST REASON"

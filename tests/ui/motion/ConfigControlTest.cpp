@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the panel "Acceleration Sensor Configuration" says about the board, and what it asks before it sends.
 
+#include <QTest>
+
 #include "ui/motion/ConfigFrameFixture.h"
 #include "ui/motion/ParameterSlider.h"
 
@@ -291,7 +293,8 @@ TEST_F(ConfigControl, HasRoomInTheSmallestWindowWithAllThatItCanSay) {
   Open();
   ASSERT_TRUE(Shown("KeptNotice"));
   ASSERT_TRUE(Shown("ReadCmdBtn"));
-  QApplication::processEvents();
+  window->activateWindow();
+  ASSERT_TRUE(Until([this] { return window->isActiveWindow(); })) << "only there the focus moves what is in sight";
   for (const char* const name :
        {"ReadCmdBtn", "PutBackBtn", "DefaultBtn", "CloseCfgBtn", "SendCmdBtn", "ConfigCaption"}) {
     const auto& control = Find<QWidget>(name);
@@ -299,8 +302,9 @@ TEST_F(ConfigControl, HasRoomInTheSmallestWindowWithAllThatItCanSay) {
     EXPECT_GE(control.height(), control.sizeHint().height()) << name;
   }
   for (const ConfigRow& row : kConfigRows) {
-    // As the Tab key does.
-    Slider(row.slider).setFocus(Qt::TabFocusReason);
+    for (int keys = 0; keys < 50 && !Slider(row.slider).hasFocus(); ++keys)
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(Slider(row.slider).hasFocus()) << row.slider;
     QWidget& shelf = *Find<QWidget>("ConfigShelf").findChild<QWidget*>("qt_scrollarea_viewport");
     EXPECT_TRUE(shelf.rect().contains(QRect(Slider(row.slider).mapTo(&shelf, QPoint()), Slider(row.slider).size())))
         << row.slider;
