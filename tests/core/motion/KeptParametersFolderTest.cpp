@@ -69,7 +69,12 @@ TEST(KeptParametersFolder, TakesADamagedFileAsNothing) {
 TEST(KeptParametersFolder, WithoutAFolderNothingIsAndCanBeKept) {
   KeptParametersFolder kept("", support::AnyDisk());
   EXPECT_EQ(kept.Find("A"), std::nullopt);
-  EXPECT_THAT(kept.Keep("A", kValues).Text(), ::testing::HasSubstr("HOME"));
+#ifdef _WIN32
+  const char* const variable = " APPDATA ";
+#else
+  const char* const variable = " HOME ";
+#endif
+  EXPECT_THAT(kept.Keep("A", kValues).Text(), ::testing::HasSubstr(variable));
   EXPECT_NO_THROW(kept.Forget("A"));
 }
 
