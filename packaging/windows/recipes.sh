@@ -7,7 +7,7 @@ windows_target=x86_64-w64-mingw32
 . "$project/packaging/windows/sources.sh"
 
 build_with_cmake() {  # SOURCES NAME [cmake options]
-  local sources="$1" work="$windows_libraries/work/$2"
+  local sources="$1" work="$windows_libraries/made/$2"
   shift 2
   rm -rf "$work"
   cmake -S "$sources" -B "$work" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$project/packaging/windows/mingw64.cmake" \
@@ -18,7 +18,7 @@ build_with_cmake() {  # SOURCES NAME [cmake options]
 
 # Configures in a folder of its own; the options say which parts are built.
 configure_with_autotools() {  # SOURCES NAME [configure options]
-  local sources="$1" work="$windows_libraries/work/$2"
+  local sources="$1" work="$windows_libraries/made/$2"
   shift 2
   [ -e "$sources/configure" ] || (cd "$sources" && autoreconf -fi)
   rm -rf "$work"
@@ -28,7 +28,7 @@ configure_with_autotools() {  # SOURCES NAME [configure options]
 }
 
 install_with_make() {  # NAME FOLDER-TO-BUILD FOLDER-TO-INSTALL...
-  local work="$windows_libraries/work/$1" folder
+  local work="$windows_libraries/made/$1" folder
   make -s -C "$work/$2" -j "$jobs"
   for folder in "${@:2}"; do make -s -C "$work/$folder" install; done
   make -s -C "$work" install-pkgconfigDATA
@@ -43,7 +43,7 @@ build_headers() {
 
 # Two files: what its makers wrote for building it on Windows is for the tools of its time.
 build_chmlib() {
-  local sources="$windows_libraries/sources/chmlib/src" work="$windows_libraries/work/chmlib" file
+  local sources="$windows_libraries/sources/chmlib/src" work="$windows_libraries/made/chmlib" file
   unpack_source chmlib
   mkdir -p "$work"
   # As it stands, nobody else could read the help while one window has it open.
@@ -111,7 +111,7 @@ build_qt() {
   for name in "$windows_libraries"/qt/bin/*.dll "$windows_libraries"/qt/plugins/*/*.dll; do
     "$windows_target-strip" --strip-unneeded "$name"
   done
-  rm -rf "$windows_libraries/work/qt"
+  rm -rf "$windows_libraries/made/qt"
 }
 
 if [ $# -gt 0 ] && [ "$0" = "${BASH_SOURCE[0]}" ]; then "build_$1"; fi
