@@ -14,6 +14,7 @@
 
 #include "core/base/Text.h"
 #include "core/device/Protocol.h"
+#include "platform/doctor/AccessOf.h"
 #include "platform/doctor/BusListing.h"
 #include "platform/doctor/NodeUsers.h"
 #include "platform/doctor/RuleFile.h"
@@ -33,7 +34,6 @@ namespace {
 using core::base::Failure;
 using core::base::FailureKind;
 using core::base::Result;
-using core::doctor::Access;
 using core::doctor::LinkFacts;
 using core::doctor::LinkNode;
 
@@ -46,12 +46,6 @@ Result<> TryToOpen(const std::string& path) {
   if (!isBoard()) return Failure{FailureKind::NotFound, ""};
   const Result<hid::NodeIdentity> probed = hid::ProbeNode(path);
   return probed ? Result<>() : probed.Why();
-}
-
-Access AccessOf(const Result<>& opened) {
-  if (opened) return Access::Open;
-  if (opened.Why().kind == FailureKind::InUse) return Access::InUse;
-  return opened.Why().kind == FailureKind::NotPermitted ? Access::NotPermitted : Access::Failed;
 }
 
 /// Room for what the system knows of a user or a group.

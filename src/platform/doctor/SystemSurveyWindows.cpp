@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/device/Protocol.h"
+#include "platform/doctor/AccessOf.h"
 #include "platform/doctor/SystemSurvey.h"
 #include "platform/hid/BoardList.h"
 #include "platform/hid/BoardLock.h"
@@ -19,19 +20,12 @@ namespace {
 using core::base::Failure;
 using core::base::FailureKind;
 using core::base::Result;
-using core::doctor::Access;
 using core::doctor::LinkFacts;
 using core::doctor::LinkNode;
 
 Result<> TryToOpen(const std::string& path) {
   if (hid::IsBoardLocked(path)) return Failure{FailureKind::InUse, ""};
   return hid::TryInterface(path);
-}
-
-Access AccessOf(const Result<>& opened) {
-  if (opened) return Access::Open;
-  if (opened.Why().kind == FailureKind::InUse) return Access::InUse;
-  return opened.Why().kind == FailureKind::NotPermitted ? Access::NotPermitted : Access::Failed;
 }
 
 /// "Windows 10.0.19045": programs are told the truth by the lowest layer alone.
