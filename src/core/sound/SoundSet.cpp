@@ -307,11 +307,20 @@ void SoundSet::RemoveListener(SoundSetListener& listener) {
   m_listeners.erase(std::remove(m_listeners.begin(), m_listeners.end(), &listener), m_listeners.end());
 }
 
-void SoundSet::BeginGroup() {
-  if (m_groupDepth++ == 0) m_groupHasStep = false;
+void SoundSet::BeginGroup(std::string text) {
+  if (m_groupDepth++ > 0) return;
+  m_groupText = std::move(text);
+  m_groupHasStep = false;
+  // Its changes are no part of a step before it.
+  m_volumeStep.clear();
 }
 
-void SoundSet::EndGroup() { --m_groupDepth; }
+void SoundSet::EndGroup() {
+  if (--m_groupDepth > 0) return;
+  m_groupText.clear();
+  // Nor is what follows a part of them.
+  m_volumeStep.clear();
+}
 
 void SoundSet::PutBack(const Contents& contents) {
   const std::int32_t capacity = m_configuration.MaxNrOfSamples();
@@ -326,7 +335,7 @@ void SoundSet::Remember(Moment&& before, std::string text) {
   const bool joins = m_groupDepth > 0 && m_groupHasStep;
   m_groupHasStep = m_groupDepth > 0;
   if (joins) return;
-  m_undo.push_back({std::move(text), std::move(before)});
+  m_undo.push_back({m_groupText.empty() ? std::move(text) : m_groupText, std::move(before)});
   if (m_undo.size() > kHistory) m_undo.pop_front();
 }
 

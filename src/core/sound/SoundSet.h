@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/EventPump.h"
@@ -43,10 +44,11 @@ class SoundSet {
   /// Steps that can be undone; older ones are forgotten.
   static constexpr std::size_t kHistory = 100;
 
-  /// Everything that changes while it lives is one step to undo.
+  /// Everything that changes while it lives is one step to undo, which is called `text`, or without one as its first
+  /// change. Of groups inside one another the outermost counts.
   class Group {
    public:
-    explicit Group(SoundSet& set) : m_set(set) { m_set.BeginGroup(); }
+    explicit Group(SoundSet& set, std::string text = {}) : m_set(set) { m_set.BeginGroup(std::move(text)); }
     ~Group() { m_set.EndGroup(); }
     Group(const Group&) = delete;
     Group& operator=(const Group&) = delete;
@@ -159,7 +161,7 @@ class SoundSet {
   };
   class LoadView;
 
-  void BeginGroup();
+  void BeginGroup(std::string text);
   void EndGroup();
   [[nodiscard]] Contents Held() const { return {m_configuration.WithoutStreams(), m_missing}; }
   [[nodiscard]] Moment Now() const { return {Held(), m_origin}; }
@@ -188,6 +190,7 @@ class SoundSet {
   /// The sounds whose volume the last step changed, while nothing else has happened.
   std::vector<SoundPlace> m_volumeStep;
   int m_groupDepth = 0;
+  std::string m_groupText;
   bool m_groupHasStep = false;
   bool m_loading = false;
   std::vector<SoundSetListener*> m_listeners;
