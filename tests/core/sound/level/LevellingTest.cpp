@@ -137,13 +137,17 @@ TEST_F(LevellingTest, SaysWhatCannotBeMeasured) {
   ASSERT_TRUE(set.Add(SlotKind::PwrOff, Sparse("gone.lsu", 1)));
   set.SetVolume(SlotKind::PwrOff, 1, 70);
   std::filesystem::remove(folder / "gone.lsu");
+  ASSERT_TRUE(set.Add(SlotKind::Idle, Sparse("cut.lsu", 1, 40000)));
+  Sparse("cut.lsu", 1, 20000);
   const std::vector<MeasuredSound> measured = Measured();
-  ASSERT_EQ(measured.size(), 3U);
+  ASSERT_EQ(measured.size(), 4U);
   EXPECT_TRUE(measured[0].lufs);
   EXPECT_FALSE(measured[1].lufs);
   EXPECT_EQ(measured[1].reason, "");
   EXPECT_FALSE(measured[2].lufs);
   EXPECT_NE(measured[2].reason.find("is no longer there"), std::string::npos) << measured[2].reason;
+  EXPECT_FALSE(measured[3].lufs);
+  EXPECT_NE(measured[3].reason.find("has changed since"), std::string::npos) << measured[3].reason;
   ASSERT_TRUE(Levelling::Apply(LevelPlan::Of(measured, Even()), set));
   EXPECT_EQ(set.At({SlotKind::PwrOff, 1}).Volume(), 70);
 }
