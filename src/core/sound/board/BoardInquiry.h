@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "base/Result.h"
+#include "device/TLS.h"
+#include "sound/LSU_SoundFile.h"
+#include "sound/board/FlashSound.h"
+#include "sound/board/SetImage.h"
+
+namespace kestrin::core::sound {
+
+/// Finds out what a sound board holds. Its flash cannot be read, but it gives the sum of any range of it: the sum of
+/// one byte is the byte. So the file table can be read byte by byte, in up to five seconds over full-speed USB, and
+/// what is known already can be told by a few sums. Nothing is written, and no question is asked twice.
+///
+/// Every method fails with Cancelled when it was stopped, with NoAnswer when the board does not answer, and with
+/// NotValid when it answers such questions otherwise: then nothing is known.
+class BoardInquiry {
+ public:
+  /// Whether to go on; asked before every question.
+  using GoOn = std::function<bool()>;
+
+  /// The board must outlive the inquiry, and nobody else may write to it meanwhile.
+  explicit BoardInquiry(device::TLS& board, GoOn goOn = {}) : m_board(board), m_goOn(std::move(goOn)) {}
+
+  /// Whether the board holds exactly this set: the same table, and of every sound the same sum. One question a sound,
+  /// and five.
+  base::Result<bool> Holds(const SetImage& set);
+  /// The sounds that the board's own table names, with their sums, in flash order; none when the flash is erased.
+  base::Result<std::vector<FlashSound>> Read();
+  /// The volume in percent, 1 .. 102, at which this file codes into what the board holds there; nothing when it is
+  /// another sound. It is told by the sums of four parts, so that no other sound is taken for it.
+  base::Result<std::optional<std::int16_t>> VolumeOf(const LSU_SoundFile& file, const FlashSound& onBoard);
+
+ private:
+  /// The board's sum of that range.
+  base::Result<std::uint16_t> Sum(std::int32_t address, std::int32_t count);
+  /// The table's bytes; none when the flash is erased there.
+  base::Result<std::vector<std::uint8_t>> ReadTable();
+  /// Appends bytes until there are `size`.
+  base::Result<> ReadUpTo(std::vector<std::uint8_t>& table, std::size_t size);
+  base::Result<bool> MatchesInParts(LSU_SoundFile& coded, const FlashSound& onBoard);
+
+  device::TLS& m_board;
+  GoOn m_goOn;
+  std::map<std::pair<std::int32_t, std::int32_t>, std::uint16_t> m_sums;
+};
+
+}  // namespace kestrin::core::sound
