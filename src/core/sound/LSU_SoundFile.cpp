@@ -2,7 +2,6 @@
 #include "sound/LSU_SoundFile.h"
 
 #include <algorithm>
-#include <bit>
 #include <functional>
 #include <limits>
 #include <span>
@@ -16,6 +15,7 @@
 #include "base/WholeFile.h"
 #include "sound/SampleCoder.h"
 #include "sound/SampleReader.h"
+#include "sound/WavStream.h"
 
 namespace kestrin::core::sound {
 
@@ -99,34 +99,6 @@ std::string TooLoudText(const LSU_SoundFile& file, std::int32_t loudest) {
            " is louder than was measured for its place in the list. Take it out and add it again.";
   return base::Quoted(file.FileNameAndPath()) + " is too loud at " + std::to_string(file.Volume()) + " %. " +
          VolumeAdvice(loudest, file.Peak(), file.Volume());
-}
-
-void AppendLittle16(std::string& bytes, std::uint32_t value) {
-  bytes += static_cast<char>(value & 0xFF);
-  bytes += static_cast<char>(value >> 8 & 0xFF);
-}
-
-void AppendLittle32(std::string& bytes, std::uint32_t value) {
-  AppendLittle16(bytes, value);
-  AppendLittle16(bytes, value >> 16);
-}
-
-/// What stands before that many bytes of samples.
-std::string WavHeader(std::uint32_t dataBytes) {
-  std::string header;
-  header += "RIFF";
-  AppendLittle32(header, dataBytes + 36);
-  header += "WAVEfmt ";
-  AppendLittle32(header, 16);  // bytes of the format that follows
-  AppendLittle16(header, 1);   // PCM
-  AppendLittle16(header, 1);   // channels
-  AppendLittle32(header, LSU_SoundFile::kSamplesPerSecond);
-  AppendLittle32(header, 2 * LSU_SoundFile::kSamplesPerSecond);  // bytes a second
-  AppendLittle16(header, 2);                                     // bytes a sample frame
-  AppendLittle16(header, 16);                                    // bits a sample
-  header += "data";
-  AppendLittle32(header, dataBytes);
-  return header;
 }
 
 }  // namespace
@@ -273,28 +245,20 @@ std::uint16_t LSU_SoundFile::GetFileCRC() const { return base::ByteSum(m_bytes);
 
 base::ContentInPieces LSU_SoundFile::WavPieces(const base::EventPump& pump) const {
   return [this, pump](const base::AppendBytes& append) -> base::Result<> {
-    const auto samples = static_cast<std::uint64_t>(m_nrOfSamples);
+    const std::int64_t samples = m_nrOfSamples;
     if (samples == 0) return base::Failure{base::FailureKind::NotFound, "there is no sound to write"};
-    // The sizes in the header have 32 bits.
-    if (2 * samples + 36 > std::numeric_limits<std::uint32_t>::max())
+    if (samples > WavStream::kMostSamples)
       return base::Failure{base::FailureKind::NotValid,
                            base::Quoted(m_path) + " is longer than a WAV file can be. Choose a shorter sound."};
 
-    if (!append(WavHeader(static_cast<std::uint32_t>(2 * samples)))) return {};
+    if (!append(WavStream::Header(samples))) return {};
     SampleReader reader(m_path);
-    std::string swapped;
-    for (std::uint64_t left = samples; left > 0;) {
-      const auto block = reader.Next(static_cast<std::size_t>(std::min<std::uint64_t>(left, SampleReader::kBlock)));
+    for (auto left = static_cast<std::size_t>(samples); left > 0;) {
+      const auto block = reader.Next(std::min(left, SampleReader::kBlock));
       if (block.empty())
         return base::Failure{base::FailureKind::Changed,
                              base::Quoted(m_path) + " changed while it was read. Try again."};
-      if constexpr (std::endian::native == std::endian::little) {
-        if (!append({reinterpret_cast<const char*>(block.data()), block.size_bytes()})) return {};
-      } else {
-        swapped.clear();
-        for (const std::int16_t sample : block) AppendLittle16(swapped, static_cast<std::uint16_t>(sample));
-        if (!append(swapped)) return {};
-      }
+      if (!WavStream::Append(block, append)) return {};
       left -= block.size();
       base::Pump(pump);
     }

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "base/Result.h"
+#include "sound/level/HeardSound.h"
 
 namespace kestrin::core::sound {
 
@@ -13,10 +14,15 @@ class PreviewFile {
  public:
   static constexpr const char* kName = "temp.wav";
 
-  /// Writes the copy of `sound` into the first of the folders that takes it; missing folders are made. Returns where
-  /// the copy lies. Fails with NotValid when the sound is missing or none, else when no folder takes the copy.
-  static base::Result<std::filesystem::path> Write(const std::filesystem::path& sound,
+  /// Writes the copy of `sound`, as its file holds it or as a board plays it, into the first of the folders that takes
+  /// it; missing folders are made. Returns where the copy lies. Fails when the sound is missing or none (NotValid),
+  /// when no board can be given it, as LSU_SoundFile::CheckCodable() says it, or when no folder takes the copy.
+  static base::Result<std::filesystem::path> Write(const HeardSound& sound,
                                                    std::span<const std::filesystem::path> folders);
+  static base::Result<std::filesystem::path> Write(const std::filesystem::path& sound,
+                                                   std::span<const std::filesystem::path> folders) {
+    return Write(HeardSound{sound}, folders);
+  }
 };
 
 }  // namespace kestrin::core::sound

@@ -8,6 +8,8 @@
 #include <optional>
 #include <vector>
 
+#include "sound/level/HeardSound.h"
+
 namespace kestrin::core::sound {
 
 /// The lowest and the highest sample of a stretch of a sound.
@@ -26,6 +28,10 @@ class WaveformReader {
   /// the file cannot be read to its end or holds no sample, there is no result.
   [[nodiscard]] static std::optional<std::vector<WaveformColumn>> Read(const std::filesystem::path& path,
                                                                        std::size_t columns,
+                                                                       const std::function<bool()>& goOn = {});
+  /// The same of a sound as it is heard: as on the board it is what BoardSound plays, and there is none of a sound that
+  /// no board can be given.
+  [[nodiscard]] static std::optional<std::vector<WaveformColumn>> Read(const HeardSound& sound, std::size_t columns,
                                                                        const std::function<bool()>& goOn = {});
 };
 

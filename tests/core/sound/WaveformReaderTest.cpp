@@ -63,5 +63,40 @@ TEST(WaveformReaderTest, ItStopsBetweenBlocksWhenItIsNoLongerWanted) {
   EXPECT_TRUE(WaveformReader::Read(path, 100, [] { return true; }).has_value());
 }
 
+TEST(WaveformReaderTest, AsOnTheBoardItIsWhatTheBoardPlays) {
+  TemporaryFolder folder;
+  // 999 is the peak: magnitudes are what they are. The first sample is lost, and the last of an even count.
+  std::vector<std::int16_t> samples(50, 0);
+  samples[0] = -999;
+  samples[1] = 400;
+  samples[2] = -80;
+  samples[48] = 996;
+  samples[49] = -999;
+  const auto path = WriteSoundFile(folder / "a.lsu", samples);
+  // 12812 is 400 of 1,023 steps, 2562 is 80, 31902 is 996.
+  EXPECT_EQ(WaveformReader::Read(HeardSound{path, true}, 2), (Columns{{-2562, 12812}, {0, 31902}}));
+  EXPECT_EQ(WaveformReader::Read(HeardSound{path, false}, 2), (Columns{{-999, 400}, {-999, 996}}));
+  LSU_SoundFile half;
+  ASSERT_TRUE(half.ReadFile(path));
+  half.SetVolume(50);
+  // 200, 40 and 498 of 1,023.
+  EXPECT_EQ(WaveformReader::Read(HeardSound{path, true, half}, 2), (Columns{{-1281, 6406}, {0, 15951}}));
+  half.SetVolume(150);
+  EXPECT_EQ(WaveformReader::Read(HeardSound{path, true, half}, 2), std::nullopt);
+  EXPECT_EQ(WaveformReader::Read(HeardSound{folder / "none.lsu", true}, 2), std::nullopt);
+}
+
+TEST(WaveformReaderTest, AsOnTheBoardItStopsWhileItMeasuresAndWhileItReads) {
+  TemporaryFolder folder;
+  const auto path = WriteSoundFile(folder / "a.lsu", std::vector<std::int16_t>(200000, 1));
+  // 13 blocks are measured, then 13 read.
+  for (const int last : {1, 13, 14, 20}) {
+    int asked = 0;
+    EXPECT_EQ(WaveformReader::Read(HeardSound{path, true}, 100, [&] { return ++asked < last; }), std::nullopt);
+    EXPECT_EQ(asked, last);
+  }
+  EXPECT_TRUE(WaveformReader::Read(HeardSound{path, true}, 100, [] { return true; }).has_value());
+}
+
 }  // namespace
 }  // namespace kestrin::core::sound
