@@ -26,6 +26,7 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeConfigShowCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigDiffCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigMapCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigLevelCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeBoardCommand();

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "cli/ConfigurationLoader.h"
 
+#include <system_error>
+
 #include "cli/CommandFailure.h"
 #include "cli/TextTable.h"
 #include "core/base/PathText.h"
-#include "core/sound/ConfigurationFile.h"
 
 namespace kestrin::cli {
 
@@ -45,7 +46,10 @@ Document DocumentOf(const LSU_Configuration& configuration, const core::sound::S
 LoadedFiles LoadConfiguration(const std::filesystem::path& path, LSU_Configuration& configuration,
                               const core::base::EventPump& pump) {
   NoView view(pump);
-  const core::sound::LoadResult result = core::sound::ConfigurationFile::Load(path, configuration, view);
+  return LoadedFilesOf(core::sound::ConfigurationFile::Load(path, configuration, view));
+}
+
+LoadedFiles LoadedFilesOf(const core::sound::LoadResult& result) {
   if (!result.valid) throw CommandFailure(ExitCode::Failed, result.Message() + "\n" + result.valid.Text());
   LoadedFiles loaded{{}, result.Message()};
   for (const auto& failed : result.failed) loaded.failed.push_back(core::base::TextOf(failed.path));
@@ -62,6 +66,16 @@ void LoadMemoryMap(const std::filesystem::path& path, LSU_Configuration& configu
   if (!loaded.failed.empty()) throw CommandFailure(ExitCode::Failed, loaded.message);
   const core::base::Result<> map = configuration.MakeMemoryMap([](int) { return true; }, pump);
   if (!map) throw CommandFailure(ExitCode::Failed, map.Text());
+}
+
+void RequireOutputOfItsOwn(const std::filesystem::path& output, LSU_Configuration& configuration) {
+  for (const core::sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
+    std::error_code error;
+    if (std::filesystem::equivalent(output, entry.file->FileNameAndPath(), error))
+      throw CommandFailure(
+          ExitCode::WrongUsage,
+          core::base::TextOf(output) + " is one of the sounds. Choose another name for the configuration file.");
+  }
 }
 
 Report ReportOf(const LSU_Configuration& configuration, const LoadedFiles& loaded) {

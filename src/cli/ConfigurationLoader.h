@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/Report.h"
+#include "core/sound/ConfigurationFile.h"
 #include "core/sound/LSU_Configuration.h"
 
 namespace kestrin::cli {
@@ -18,6 +19,9 @@ struct LoadedFiles {
   std::string message;
 };
 
+/// What is left to say of a load. Throws CommandFailure when it was no configuration file.
+[[nodiscard]] LoadedFiles LoadedFilesOf(const core::sound::LoadResult& result);
+
 /// Loads a configuration file; `pump` gets its turn while sounds are read. Throws CommandFailure when it is none.
 [[nodiscard]] LoadedFiles LoadConfiguration(const std::filesystem::path& path,
                                             core::sound::LSU_Configuration& configuration,
@@ -27,6 +31,9 @@ struct LoadedFiles {
 /// it is no configuration file, a piece is missing, or a file cannot be used or coded.
 void LoadMemoryMap(const std::filesystem::path& path, core::sound::LSU_Configuration& configuration,
                    const core::base::EventPump& pump);
+
+/// Throws CommandFailure when a configuration that is written as `output` would be the end of one of its sounds.
+void RequireOutputOfItsOwn(const std::filesystem::path& output, core::sound::LSU_Configuration& configuration);
 
 /// A configuration as `config show` prints it.
 [[nodiscard]] Report ReportOf(const core::sound::LSU_Configuration& configuration, const LoadedFiles& loaded);

@@ -72,24 +72,13 @@ class ConfigMakeCommand final : public Command {
       if (!m_singles[i].empty()) Add(configuration, slot, m_singles[i], context.interrupt.Pump());
       for (const std::string& text : m_sounds[i]) Add(configuration, slot, text, context.interrupt.Pump());
     }
-    RequireOutputOfItsOwn(configuration);
+    RequireOutputOfItsOwn(m_output, configuration);
     const core::base::Result<> saved = core::sound::ConfigurationFile::Save(configuration, m_output, context.disk);
     if (!saved) throw CommandFailure(ExitCode::Failed, saved.Text());
     return ReportOf(configuration, {});
   }
 
  private:
-  /// A configuration under the name of one of its sounds would be the end of that sound.
-  void RequireOutputOfItsOwn(core::sound::LSU_Configuration& configuration) const {
-    for (const core::sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
-      std::error_code error;
-      if (fs::equivalent(m_output, entry.file->FileNameAndPath(), error))
-        throw CommandFailure(
-            ExitCode::WrongUsage,
-            core::base::TextOf(m_output) + " is one of the sounds. Choose another name for the configuration file.");
-    }
-  }
-
   static void Add(core::sound::LSU_Configuration& configuration, const core::sound::Slot& slot, const std::string& text,
                   const core::base::EventPump& pump) {
     if (slot.isList && configuration.Count(slot.kind) == core::sound::kListCapacity)
