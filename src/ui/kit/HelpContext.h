@@ -44,8 +44,10 @@ enum class HelpContext : int {
 
   Volume = 1040,
   Waveform = 1041,
+  Level = 1042,
   Memory = 1050,
   Preview = 1060,
+  AsOnBoard = 1061,
   UnsavedSet = 1065,
   Undo = 1066,
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/sound/DetailPanel.h"
 
+#include <QCheckBox>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -28,18 +29,21 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
       m_name(kit::MakeLabel("SelectedSoundLabel", kit::TextStyle::Title, "", this)),
       m_where(kit::MakeLabel("SelectedPlaceLabel", kit::TextStyle::Soft, "", this)),
       m_play(new QPushButton(this)),
+      m_asOnBoard(new QCheckBox(tr("As on the board"), this)),
       m_volumeLabel(kit::MakeLabel("", kit::TextStyle::Plain, tr("&Volume"), this)),
       m_volume(new QSlider(Qt::Horizontal, this)),
       m_percent(kit::MakeLabel("VolumeLabel", kit::TextStyle::Plain, "", this)),
       m_waveform(new WaveformView(this)) {
   m_play->setObjectName(QStringLiteral("PlayBtn"));
+  m_asOnBoard->setObjectName(QStringLiteral("AsOnBoardBox"));
+  m_asOnBoard->setToolTip(tr("Play and show sounds as the board plays them: coded for it, with their volume"));
   m_volume->setObjectName(QStringLiteral("VolSlider"));
   m_waveform->setObjectName(QStringLiteral("Waveform"));
   m_volume->setAccessibleName(tr("Volume of the selected sound, in percent"));
-  m_waveform->setAccessibleName(tr("Waveform of the selected sound"));
 
   kit::SetHelpContext(*this, kit::HelpContext::Volume);
   kit::SetHelpContext(*m_play, kit::HelpContext::Preview);
+  kit::SetHelpContext(*m_asOnBoard, kit::HelpContext::AsOnBoard);
   kit::SetHelpContext(*m_waveform, kit::HelpContext::Waveform);
 
   m_volumeLabel->setBuddy(m_volume);
@@ -56,6 +60,7 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   head->addWidget(m_where);
   head->addStretch(1);
   head->addWidget(m_play);
+  head->addWidget(m_asOnBoard);
   head->addSpacing(kit::kGrid);
   head->addWidget(m_volumeLabel);
   head->addWidget(m_volume, 3);
@@ -72,8 +77,15 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
       emit stopRequested();
     else if (IsMissing())
       emit locateRequested(*m_place);
+    else if (m_place)
+      m_actions.Play(*m_place);
     else
       m_actions.Play(m_path);
+  });
+  connect(m_asOnBoard, &QCheckBox::toggled, this, [this](bool asOnBoard) {
+    m_actions.SetAsOnBoard(asOnBoard);
+    ShowWaveform();
+    emit asOnBoardChosen(asOnBoard);
   });
   connect(m_volume, &QSlider::valueChanged, this, [this](int percent) {
     if (m_place) emit volumeChosen(percent);
@@ -125,7 +137,6 @@ void DetailPanel::ShowSound(const std::filesystem::path& path, const QString& wh
   m_name->setToolTip(kit::TextOf(path));
   m_where->setText(where);
   m_where->setVisible(!where.isEmpty());
-  m_waveform->Show(IsMissing() ? std::filesystem::path() : path);
   m_waveform->SetColor(m_place ? kit::SlotColor(m_place->kind, palette()) : QColor());
   ShowPlayButton();
 }
@@ -142,7 +153,16 @@ void DetailPanel::ShowVolume(int percent) {
   m_percent->setEnabled(isUsable);
   m_percent->setText(m_place ? tr("%1 %").arg(percent) : QString());
   m_waveform->SetVolume(percent);
+  ShowWaveform();
 }
+
+void DetailPanel::ShowWaveform() {
+  m_waveform->Show(m_place ? m_actions.Heard(*m_place) : m_actions.Heard(m_path));
+  m_waveform->setAccessibleName(m_actions.IsAsOnBoard() ? tr("Waveform of the selected sound as on the board")
+                                                        : tr("Waveform of the selected sound"));
+}
+
+void DetailPanel::SetAsOnBoard(bool asOnBoard) { m_asOnBoard->setChecked(asOnBoard); }
 
 void DetailPanel::SetPlaying(const std::filesystem::path& path) {
   m_playing = path;

@@ -7,6 +7,7 @@
 #include "core/sound/SoundSet.h"
 #include "ui/kit/Card.h"
 
+class QCheckBox;
 class QLabel;
 class QPushButton;
 class QSlider;
@@ -32,6 +33,8 @@ class DetailPanel : public kit::Card {
   void ShowFile(const std::filesystem::path& path);
   /// Takes up what the set holds now.
   void Refresh();
+  /// Whether sounds are heard and seen as the board plays them, or as their files hold them.
+  void SetAsOnBoard(bool asOnBoard);
   void SetPlaying(const std::filesystem::path& path);
   /// The slot's row that is shown, if there is one.
   [[nodiscard]] std::optional<core::sound::SoundPlace> Place() const { return m_place; }
@@ -40,6 +43,8 @@ class DetailPanel : public kit::Card {
   void stopRequested();
   /// The person wants that volume for what is selected.
   void volumeChosen(int percent);
+  /// The person has chosen how sounds are heard and seen.
+  void asOnBoardChosen(bool asOnBoard);
   /// The person wants to show the program this missing sound.
   void locateRequested(const core::sound::SoundPlace& place);
 
@@ -50,6 +55,7 @@ class DetailPanel : public kit::Card {
   void ShowSound(const std::filesystem::path& path, const QString& where);
   void ShowVolume(int percent);
   void ShowPlayButton();
+  void ShowWaveform();
   [[nodiscard]] bool IsMissing() const;
 
   SoundActions& m_actions;
@@ -60,6 +66,7 @@ class DetailPanel : public kit::Card {
   QLabel* m_name;
   QLabel* m_where;
   QPushButton* m_play;
+  QCheckBox* m_asOnBoard;
   QLabel* m_volumeLabel;
   QSlider* m_volume;
   QLabel* m_percent;

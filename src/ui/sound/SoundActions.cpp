@@ -167,8 +167,18 @@ void SoundActions::Redo() {
   if (MayChange()) m_set.Redo();
 }
 
-void SoundActions::Play(const fs::path& path) {
-  if (!path.empty()) emit playRequested(path);
+core::sound::HeardSound SoundActions::Heard(const core::sound::SoundPlace& place) const {
+  if (!m_set.Holds(place)) return {};
+  const core::sound::LSU_SoundFile& sound = m_set.At(place);
+  return {sound.FileNameAndPath(), m_asOnBoard, sound.WithoutStream()};
+}
+
+void SoundActions::Play(const core::sound::HeardSound& sound) {
+  if (sound.path.empty()) return;
+  if (sound.asOnBoard)
+    emit playAsOnBoardRequested(sound);
+  else
+    emit playRequested(sound.path);
 }
 
 }  // namespace kestrin::ui::sound

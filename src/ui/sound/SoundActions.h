@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/sound/SoundSet.h"
+#include "core/sound/level/HeardSound.h"
 
 namespace kestrin::ui::sound {
 
@@ -38,22 +39,36 @@ class SoundActions : public QObject {
   void SetVolume(const std::vector<core::sound::SoundPlace>& places, int percent);
   void Undo();
   void Redo();
-  void Play(const std::filesystem::path& path);
+
+  /// Whether sounds are heard and seen as the board plays them; else as their files hold them.
+  void SetAsOnBoard(bool asOnBoard) { m_asOnBoard = asOnBoard; }
+  [[nodiscard]] bool IsAsOnBoard() const { return m_asOnBoard; }
+  /// How a file that is in no slot, or the sound of a slot, is heard and seen.
+  [[nodiscard]] core::sound::HeardSound Heard(const std::filesystem::path& path) const { return {path, m_asOnBoard}; }
+  [[nodiscard]] core::sound::HeardSound Heard(const core::sound::SoundPlace& place) const;
+  /// Plays a file that is in no slot.
+  void Play(const std::filesystem::path& path) { Play(Heard(path)); }
+  /// Plays the sound of a slot; nothing when none sits there.
+  void Play(const core::sound::SoundPlace& place) { Play(Heard(place)); }
 
  signals:
   /// `detail` is "" or says why.
   void message(const QString& text, const QString& detail);
+  /// The person wants to hear a file as it is, or a sound as the board plays it.
   void playRequested(const std::filesystem::path& path);
+  void playAsOnBoardRequested(const core::sound::HeardSound& sound);
   /// So many sounds have been moved: they stand in these rows, one below the other, from 1.
   void moved(core::sound::SlotKind kind, int first, int count);
 
  private:
   class Work;
+  void Play(const core::sound::HeardSound& sound);
   void MoveInside(core::sound::SlotKind kind, const std::vector<int>& positions, int to);
 
   core::sound::SoundSet& m_set;
   bool m_busy = false;
   bool m_isWorking = false;
+  bool m_asOnBoard = false;
 };
 
 }  // namespace kestrin::ui::sound

@@ -66,8 +66,7 @@ std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const
   }
   const bool isSound = isAny && actions.Set().Holds({kind, positions.front()});
   AddEntry(*menu, MenuTexts::tr("Play"), Qt::Key_Space, isSound, [&actions, kind, positions] {
-    if (actions.Set().Holds({kind, positions.front()}))
-      actions.Play(actions.Set().At({kind, positions.front()}).FileNameAndPath());
+    actions.Play(core::sound::SoundPlace{kind, positions.front()});
   });
   AddEntry(*menu, MenuTexts::tr("Remove"), Qt::Key_Delete, mayChange, [&list] { list.RemoveSelected(); });
   if (core::sound::SlotOf(kind).isList) {

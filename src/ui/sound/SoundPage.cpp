@@ -57,9 +57,11 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
   ConnectExplorer();
   connect(m_actions, &SoundActions::message, this, &SoundPage::message);
   connect(m_actions, &SoundActions::playRequested, this, &SoundPage::playRequested);
+  connect(m_actions, &SoundActions::playAsOnBoardRequested, this, &SoundPage::playAsOnBoardRequested);
   connect(m_actions, &SoundActions::moved, this, &SoundPage::FollowMoved);
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
   connect(m_detail, &DetailPanel::locateRequested, this, &SoundPage::locateRequested);
+  connect(m_detail, &DetailPanel::asOnBoardChosen, this, &SoundPage::asOnBoardChosen);
   connect(m_detail, &DetailPanel::volumeChosen, this,
           [this](int percent) { m_actions->SetVolume(SelectedPlaces(), percent); });
   m_slots[core::sound::SlotKind::Boot]->Option()->setChecked(true);
@@ -134,8 +136,7 @@ void SoundPage::ConnectSlot(SlotPanel& panel) {
           [this, kind](const QModelIndex& index) { m_actions->Remove(kind, {index.row() + 1}); });
   connect(list, &SoundListView::deletePressed, list, &SlotList::RemoveSelected);
   connect(list, &SoundListView::playWanted, this, [this, kind](const QModelIndex& index) {
-    const core::sound::SoundPlace place{kind, index.row() + 1};
-    if (m_set.Holds(place)) m_actions->Play(m_set.At(place).FileNameAndPath());
+    m_actions->Play(core::sound::SoundPlace{kind, index.row() + 1});
   });
   connect(list, &SoundListView::rowChosen, this, [this, kind](int row) { SelectSound({kind, row + 1}); });
   connect(list, &SoundListView::clickedInto, panel.Option(), [option = panel.Option()] { option->setChecked(true); });
@@ -209,6 +210,8 @@ void SoundPage::SetPlaying(const std::filesystem::path& path) {
   m_explorer->SetPlaying(path);
   for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(path);
 }
+
+void SoundPage::SetAsOnBoard(bool asOnBoard) { m_detail->SetAsOnBoard(asOnBoard); }
 
 void SoundPage::SetBusy(bool busy) {
   m_actions->SetBusy(busy);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/sound/SoundSet.h"
+#include "core/sound/level/HeardSound.h"
 
 class QAction;
 class QButtonGroup;
@@ -47,6 +48,8 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   void SetPreparing(bool isPreparing);
   /// Shows which sound is playing; empty: none.
   void SetPlaying(const std::filesystem::path& path);
+  /// Whether sounds are heard and seen as the board plays them, or as their files hold them.
+  void SetAsOnBoard(bool asOnBoard);
   /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
   void SetBusy(bool busy);
   /// Selects the slot's option button and gives its list the keyboard.
@@ -59,8 +62,11 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   [[nodiscard]] QAction* RedoAction() const { return m_redoAction; }
 
  signals:
-  /// The person wants to hear this file.
+  /// The person wants to hear this file, or this sound as the board plays it.
   void playRequested(const std::filesystem::path& path);
+  void playAsOnBoardRequested(const core::sound::HeardSound& sound);
+  /// The person has chosen how sounds are heard and seen.
+  void asOnBoardChosen(bool asOnBoard);
   /// The person wants silence.
   void stopRequested();
   /// The person wants to show the program a missing sound, or all of them.

@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "core/sound/level/SampleDecoder.h"
 #include "ui/kit/LatestJob.h"
 #include "ui/kit/ThemeColors.h"
 
@@ -22,26 +23,29 @@ WaveformView::WaveformView(QWidget* parent) : QWidget(parent), m_job(new kit::La
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
-void WaveformView::Show(const std::filesystem::path& path) {
-  if (path == m_path) return;
-  m_path = path;
-  m_columns.clear();
-  m_note.clear();
-  update();
+void WaveformView::Show(const core::sound::HeardSound& sound) {
+  if (sound == m_sound) return;
+  const bool isSameSound = sound.path == m_sound.path && sound.asOnBoard && m_sound.asOnBoard;
+  m_sound = sound;
+  if (!isSameSound) {
+    m_columns.clear();
+    m_note.clear();
+    update();
+  }
   m_job->Cancel();
-  if (path.empty()) return;
-  m_job->Start([this, path](const kit::LatestJob::GoOn& goOn, const kit::LatestJob::Deliver& deliver) {
-    auto columns = core::sound::WaveformReader::Read(path, kColumns, goOn);
-    deliver([this, path, columns = std::move(columns)]() mutable {
-      Take(path, columns ? std::move(*columns) : std::vector<core::sound::WaveformColumn>());
+  if (sound.path.empty()) return;
+  m_job->Start([this, sound](const kit::LatestJob::GoOn& goOn, const kit::LatestJob::Deliver& deliver) {
+    auto columns = core::sound::WaveformReader::Read(sound, kColumns, goOn);
+    deliver([this, columns = std::move(columns)]() mutable {
+      Take(columns ? std::move(*columns) : std::vector<core::sound::WaveformColumn>());
     });
   });
 }
 
-void WaveformView::Take(const std::filesystem::path& path, std::vector<core::sound::WaveformColumn> columns) {
-  if (path != m_path) return;
+void WaveformView::Take(std::vector<core::sound::WaveformColumn> columns) {
   m_columns = std::move(columns);
-  if (m_columns.empty()) m_note = tr("This file cannot be read");
+  if (m_columns.empty())
+    m_note = m_sound.asOnBoard ? tr("No board can be given this sound as it is") : tr("This file cannot be read");
   update();
   emit ready();
 }
@@ -54,6 +58,15 @@ void WaveformView::SetVolume(int percent) {
 void WaveformView::SetColor(const QColor& color) {
   m_color = color;
   update();
+}
+
+double WaveformView::Scale(double height) const {
+  if (m_sound.asOnBoard) return height / core::sound::SampleDecoder::kFullScale;
+  // A sound is played as loud as its own peak allows: its shape fills the height at 100 %.
+  int peak = 1;
+  for (const core::sound::WaveformColumn& column : m_columns)
+    peak = std::max({peak, -int{column.low}, int{column.high}});
+  return height / peak * m_volume / 100;
 }
 
 void WaveformView::paintEvent(QPaintEvent* /*event*/) {
@@ -70,11 +83,7 @@ void WaveformView::paintEvent(QPaintEvent* /*event*/) {
   const QRectF room = QRectF(rect()).adjusted(8, 4, -8, -4);
   const auto bars = static_cast<std::size_t>(std::max(1.0, room.width() / kBar));
   const QColor color = m_color.isValid() ? m_color : kit::ColorOf(kit::ColorRole::Accent, palette());
-  // A sound is played as loud as its own peak allows: its shape fills the height at 100 %.
-  int peak = 1;
-  for (const core::sound::WaveformColumn& column : m_columns)
-    peak = std::max({peak, -int{column.low}, int{column.high}});
-  const double scale = room.height() / 2 / peak * m_volume / 100;
+  const double scale = Scale(room.height() / 2);
   const auto height = [&](int sample) { return std::clamp(sample * scale, -room.height() / 2, room.height() / 2); };
   painter.setPen(Qt::NoPen);
   painter.setBrush(color);

@@ -20,9 +20,12 @@ class WaveformView : public QWidget {
  public:
   explicit WaveformView(QWidget* parent = nullptr);
 
-  /// Shows the file; empty: nothing. The shape appears once the file has been read.
-  void Show(const std::filesystem::path& path);
-  /// The volume in percent with which the shape is drawn.
+  /// Shows the file as it is; empty: nothing. The shape appears once the file has been read.
+  void Show(const std::filesystem::path& path) { Show(core::sound::HeardSound{path}); }
+  /// Shows the sound as it is heard. As on the board it has its own volume, and full scale is the view's height; while
+  /// only that volume changes, the shape stays until the new one is there.
+  void Show(const core::sound::HeardSound& sound);
+  /// The volume in percent with which the shape of a file is drawn.
   void SetVolume(int percent);
   /// The colour of the shape; an invalid one: the accent.
   void SetColor(const QColor& color);
@@ -40,10 +43,12 @@ class WaveformView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void Take(const std::filesystem::path& path, std::vector<core::sound::WaveformColumn> columns);
+  void Take(std::vector<core::sound::WaveformColumn> columns);
+  /// What a sample is multiplied by to be that many pixels high.
+  [[nodiscard]] double Scale(double height) const;
 
   kit::LatestJob* m_job;
-  std::filesystem::path m_path;
+  core::sound::HeardSound m_sound;
   std::vector<core::sound::WaveformColumn> m_columns;
   QString m_note;
   QColor m_color;

@@ -41,6 +41,7 @@ namespace kestrin::ui::window {
 namespace {
 
 constexpr const char* kFolderKey = "explorerFolder";
+constexpr const char* kAsOnBoardKey = "asOnBoard";
 constexpr const char* kLedSettings = ".ldset";
 /// A sound set to try, in the folder of an installed program.
 constexpr std::array kExample{"Examples", "demo.lscfg"};
@@ -197,6 +198,11 @@ void Main::ConnectSet() {
 
 void Main::ConnectPreview() {
   connect(m_page, &sound::SoundPage::playRequested, this, &Main::PlayLsuFile);
+  connect(m_page, &sound::SoundPage::playAsOnBoardRequested, &m_preview,
+          qOverload<const core::sound::HeardSound&>(&Preview::Play));
+  m_page->SetAsOnBoard(m_around.settings.value(kAsOnBoardKey).toBool());
+  connect(m_page, &sound::SoundPage::asOnBoardChosen, this,
+          [this](bool asOnBoard) { m_around.settings.setValue(kAsOnBoardKey, asOnBoard); });
   connect(m_page, &sound::SoundPage::stopRequested, &m_preview, &Preview::Stop);
   connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
   connect(&m_preview, &Preview::preparing, m_page, &sound::SoundPage::SetPreparing);

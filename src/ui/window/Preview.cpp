@@ -21,7 +21,7 @@ constexpr int kLookInterval = 20;
 
 /// The making of one copy. The thread's results may be read once `done` is set.
 struct Preview::Job {
-  std::filesystem::path sound;
+  core::sound::HeardSound sound;
   std::optional<core::base::Result<std::filesystem::path>> written;
   std::atomic<bool> done = false;
   std::thread thread;
@@ -39,8 +39,8 @@ Preview::Preview(core::sound::SoundPlayer& player, std::vector<std::filesystem::
 
 Preview::~Preview() { m_player.Stop(); }
 
-void Preview::Play(const std::filesystem::path& sound) {
-  if (!core::sound::LSU_SoundFile::HasSoundName(sound)) return;
+void Preview::Play(const core::sound::HeardSound& sound) {
+  if (!core::sound::LSU_SoundFile::HasSoundName(sound.path)) return;
   Stop();
   m_wanted = sound;
   emit preparing(true);
@@ -50,8 +50,8 @@ void Preview::Play(const std::filesystem::path& sound) {
 
 void Preview::Stop() {
   m_player.Stop();
-  if (!m_wanted.empty()) {
-    m_wanted.clear();
+  if (!m_wanted.path.empty()) {
+    m_wanted = {};
     emit preparing(false);
   }
   EndPlaying();
@@ -77,15 +77,15 @@ void Preview::Look() {
 
 void Preview::LookAtJob() {
   if (!m_job->done) return;
-  const std::filesystem::path sound = m_job->sound;
+  const core::sound::HeardSound sound = m_job->sound;
   const core::base::Result<std::filesystem::path> written = *m_job->written;
   m_job.reset();
-  if (m_wanted.empty()) return;
+  if (m_wanted.path.empty()) return;
   if (m_wanted != sound) {
     StartJob();
     return;
   }
-  m_wanted.clear();
+  m_wanted = {};
   emit preparing(false);
   if (!written) {
     emit failed(kit::Translated(written.Text()));
@@ -93,7 +93,7 @@ void Preview::LookAtJob() {
   }
   m_player.Play(*written);
   m_playing = true;
-  emit playing(sound);
+  emit playing(sound.path);
 }
 
 void Preview::LookAtPlayer() {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/sound/SoundPlayer.h"
+#include "core/sound/level/HeardSound.h"
 
 namespace kestrin::ui::window {
 
@@ -23,8 +24,9 @@ class Preview : public QObject {
   /// Silence; waits until the copy that is being written is complete.
   ~Preview() override;
 
-  /// Plays the file in place of what is playing; files that are no ".lsu" are ignored.
-  void Play(const std::filesystem::path& sound);
+  /// Plays the sound in place of what is playing; files that are no ".lsu" are ignored.
+  void Play(const core::sound::HeardSound& sound);
+  void Play(const std::filesystem::path& sound) { Play(core::sound::HeardSound{sound}); }
   void Stop();
 
  signals:
@@ -48,7 +50,7 @@ class Preview : public QObject {
   std::vector<std::filesystem::path> m_folders;
   std::unique_ptr<Job> m_job;
   /// The sound that is to be played next.
-  std::filesystem::path m_wanted;
+  core::sound::HeardSound m_wanted;
   bool m_playing = false;
   QTimer m_timer;
 };
