@@ -27,6 +27,17 @@ class RecordingDisk final : public core::base::Disk {
     return {std::make_unique<Held>(m_held, path), false, {}};
   }
 
+  [[nodiscard]] std::error_code TakeFreeName(const std::filesystem::path& made,
+                                             const std::filesystem::path& name) override {
+    if (onTakeFreeName)
+      if (const std::error_code error = onTakeFreeName(name)) return error;
+    std::error_code error;
+    if (std::filesystem::exists(std::filesystem::symlink_status(name, error)))
+      return std::make_error_code(std::errc::file_exists);
+    std::filesystem::rename(made, name, error);
+    return error;
+  }
+
   /// Whether somebody has that lock.
   [[nodiscard]] bool IsLocked(const std::filesystem::path& path) const { return m_held->contains(path); }
 
@@ -34,6 +45,8 @@ class RecordingDisk final : public core::base::Disk {
   /// Looks on, and says how flushing ends.
   std::function<std::error_code(const std::filesystem::path&)> onFlush;
   std::error_code lockError;
+  /// Looks on before a new name is taken, and says whether that fails.
+  std::function<std::error_code(const std::filesystem::path&)> onTakeFreeName;
 
  private:
   using Paths = std::set<std::filesystem::path>;

@@ -36,6 +36,11 @@ class Disk {
   /// Takes the lock that the file `path` stands for; the file is made when it is absent, its content is nobody's. Does
   /// not wait. Another holder may be another program or another part of this one.
   [[nodiscard]] virtual LockResult TryLock(const std::filesystem::path& path) = 0;
+  /// Gives the file or folder `made`, which nobody has open, the name `name` on the same disk, unless something has
+  /// that name already: then the error is std::errc::file_exists. Of several programs that do so at once one gets the
+  /// name.
+  [[nodiscard]] virtual std::error_code TakeFreeName(const std::filesystem::path& made,
+                                                     const std::filesystem::path& name) = 0;
 };
 
 }  // namespace kestrin::core::base

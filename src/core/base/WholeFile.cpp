@@ -2,14 +2,13 @@
 #include "base/WholeFile.h"
 
 #include <cerrno>
-#include <cstdint>
 #include <fstream>
 #include <optional>
-#include <random>
 #include <string>
 #include <system_error>
 
 #include "base/Disk.h"
+#include "base/NameBeside.h"
 #include "base/NewFile.h"
 #include "base/PathText.h"
 #include "base/TakeName.h"
@@ -27,18 +26,6 @@ namespace {
 /// Names are drawn until one is free; with 64 bits the second is never needed, and a folder that refuses every name
 /// says so instead.
 constexpr int kDraws = 16;
-
-/// A name beside `path` that nobody else draws. It does not grow with the file's own name, which may be as long as
-/// names can be.
-fs::path NameBeside(const fs::path& path, std::random_device& chance) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string name = ".kestrin-";
-  for (int half = 0; half < 2; ++half) {
-    std::uint32_t bits = chance();
-    for (int digit = 0; digit < 8; ++digit, bits >>= 4) name += kDigits[bits & 0xF];
-  }
-  return path.parent_path() / (name + ".new");
-}
 
 /// Writes and closes.
 Result<> WriteStraight(const fs::path& path, const ContentInPieces& content) {
@@ -83,9 +70,8 @@ Result<> Fill(NewFile& file, const ContentInPieces& content) {
 
 /// Makes the file that `beside` is to name and writes it; there is none when that failed.
 Result<> WriteBeside(const fs::path& path, const ContentInPieces& content, fs::path& beside) {
-  std::random_device chance;
   for (int draw = 1;; ++draw) {
-    beside = NameBeside(path, chance);
+    beside = NameBeside(path);
     std::optional<NewFile> file(beside);
     if (!file->IsOpen() && file->WasThere() && draw < kDraws) continue;
     if (!file->IsOpen()) return file->Why();

@@ -22,6 +22,8 @@ class PathEnd {
 
   /// The bare name of the file; "" when the path is empty.
   [[nodiscard]] std::string_view Name() const { return m_pieces.empty() ? std::string_view() : m_pieces.back(); }
+  /// The folders and the name, without separators.
+  [[nodiscard]] const std::vector<std::string_view>& Pieces() const { return m_pieces; }
   /// In how many pieces, from the file's name backwards, two paths are the same but for the case of their letters.
   [[nodiscard]] std::size_t SharedWith(const PathEnd& other) const;
   /// Where the file would lie if it had moved together with `folder`, in which the set lies: the same end of its path

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <memory>
 #include <utility>
 
@@ -57,6 +58,23 @@ bool IsFolder(const std::filesystem::path& path) {
   return ::stat(path.c_str(), &about) == 0 && S_ISDIR(about.st_mode);
 }
 
+/// Makes something of that name, which only one program can, and puts the other in its place.
+std::error_code TakeReservedName(const std::filesystem::path& made, const std::filesystem::path& name) {
+  constexpr mode_t kFolderOfEverybody = 0777;
+  constexpr mode_t kOfTheOwner = 0600;
+  if (IsFolder(made)) {
+    if (::mkdir(name.c_str(), kFolderOfEverybody) != 0) return Reason();
+  } else {
+    const Descriptor reserved(
+        Again([&] { return ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOfTheOwner); }));
+    if (!reserved.IsOpen()) return Reason();
+  }
+  if (::rename(made.c_str(), name.c_str()) == 0) return {};
+  const std::error_code why = Reason();
+  (void)::remove(name.c_str());
+  return why;
+}
+
 }  // namespace
 
 std::error_code SystemDisk::Flush(const std::filesystem::path& path) {
@@ -77,6 +95,15 @@ core::base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& pa
     return {std::make_unique<HeldLock>(std::move(file)), false, {}};
   if (errno == EWOULDBLOCK) return {nullptr, true, {}};
   return {nullptr, false, Reason()};
+}
+
+std::error_code SystemDisk::TakeFreeName(const std::filesystem::path& made, const std::filesystem::path& name) {
+#ifdef RENAME_NOREPLACE
+  if (::renameat2(AT_FDCWD, made.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) return {};
+  // Some disks, and older kernels, know only the old way.
+  if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) return Reason();
+#endif
+  return TakeReservedName(made, name);
 }
 
 }  // namespace kestrin::platform::files

@@ -11,6 +11,8 @@ class SystemDisk final : public core::base::Disk {
   /// A folder that the system cannot flush, or that may not be listed, counts as flushed: nobody can do more for it.
   [[nodiscard]] std::error_code Flush(const std::filesystem::path& path) override;
   [[nodiscard]] LockResult TryLock(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code TakeFreeName(const std::filesystem::path& made,
+                                             const std::filesystem::path& name) override;
 };
 
 }  // namespace kestrin::platform::files

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <windows.h>
 
+#include <array>
 #include <memory>
 
 #include "platform/files/SystemDisk.h"
@@ -50,6 +51,19 @@ core::base::Disk::LockResult SystemDisk::TryLock(const std::filesystem::path& pa
     return {std::make_unique<HeldLock>(std::move(file)), false, {}};
   if (GetLastError() == ERROR_LOCK_VIOLATION || GetLastError() == ERROR_IO_PENDING) return {nullptr, true, {}};
   return {nullptr, false, Reason()};
+}
+
+std::error_code SystemDisk::TakeFreeName(const std::filesystem::path& made, const std::filesystem::path& name) {
+  // Scanners of viruses open what was just written, for a few milliseconds each.
+  constexpr std::array<DWORD, 5> kPauses{10, 20, 40, 80, 100};
+  for (auto pause = kPauses.begin();; ++pause) {
+    if (MoveFileExW(made.c_str(), name.c_str(), 0) != 0) return {};
+    const DWORD why = GetLastError();
+    if (why == ERROR_ALREADY_EXISTS || why == ERROR_FILE_EXISTS) return std::make_error_code(std::errc::file_exists);
+    const bool mayPass = why == ERROR_SHARING_VIOLATION || why == ERROR_ACCESS_DENIED;
+    if (!mayPass || pause == kPauses.end()) return {static_cast<int>(why), std::system_category()};
+    Sleep(*pause);
+  }
 }
 
 }  // namespace kestrin::platform::files

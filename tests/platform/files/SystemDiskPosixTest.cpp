@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/files/RegularFile.h"
 #include "platform/files/SystemDisk.h"
 #include "support/TestFiles.h"
 
@@ -17,6 +18,13 @@ TEST(SystemDisk, DoesNotWaitForTheOtherEndOfAPipe) {
   const support::TemporaryFolder folder;
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   EXPECT_NE(SystemDisk().Flush(folder / "pipe"), std::error_code()) << "a pipe has nothing to flush";
+}
+
+TEST(RegularFile, IsNoPipeAndNoDevice) {
+  const support::TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(RegularFile::Open(folder / "pipe").Text(), "it is a device or a pipe, no file") << "and nobody waited";
+  EXPECT_FALSE(RegularFile::Open("/dev/zero"));
 }
 
 TEST(SystemDisk, TakesNoLockThroughALink) {

@@ -46,5 +46,30 @@ TEST(SystemDisk, SaysWhyALockCannotBeAskedFor) {
   EXPECT_EQ(missing.error, std::errc::no_such_file_or_directory);
 }
 
+TEST(SystemDisk, GivesAFreeNameOnly) {
+  const support::TemporaryFolder folder;
+  SystemDisk disk;
+  support::WriteBytes(folder / "made", "new");
+  support::WriteBytes(folder / "taken", "old");
+  EXPECT_EQ(disk.TakeFreeName(folder / "made", folder / "taken"), std::errc::file_exists);
+  EXPECT_EQ(support::ReadBytes(folder / "taken"), "old");
+  EXPECT_EQ(disk.TakeFreeName(folder / "made", folder / "free"), std::error_code());
+  EXPECT_EQ(support::ReadBytes(folder / "free"), "new");
+  EXPECT_FALSE(std::filesystem::exists(folder / "made"));
+  EXPECT_EQ(disk.TakeFreeName(folder / "made", folder / "other"), std::errc::no_such_file_or_directory);
+  EXPECT_FALSE(std::filesystem::exists(folder / "other"));
+}
+
+TEST(SystemDisk, GivesAFolderAFreeNameOnly) {
+  const support::TemporaryFolder folder;
+  SystemDisk disk;
+  std::filesystem::create_directory(folder / "made");
+  support::WriteBytes(folder / "made" / "a", "a");
+  std::filesystem::create_directory(folder / "taken");
+  EXPECT_EQ(disk.TakeFreeName(folder / "made", folder / "taken"), std::errc::file_exists) << "not even an empty one";
+  EXPECT_EQ(disk.TakeFreeName(folder / "made", folder / "free"), std::error_code());
+  EXPECT_EQ(support::ReadBytes(folder / "free" / "a"), "a");
+}
+
 }  // namespace
 }  // namespace kestrin::platform::files
