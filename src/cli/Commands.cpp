@@ -10,14 +10,15 @@ namespace kestrin::cli {
 
 namespace {
 
-constexpr std::array<std::unique_ptr<Command> (*)(), 28> kMakers{
-    MakeDevicesCommand,     MakeInfoCommand,          MakeDoctorCommand,       MakeSoundInfoCommand,
-    MakeSoundCodeCommand,   MakeSoundWavCommand,      MakeConfigMakeCommand,   MakeConfigShowCommand,
-    MakeConfigMapCommand,   MakeDownloadCommand,      MakeVerifyCommand,       MakeAccelGetCommand,
-    MakeAccelSetCommand,    MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeLedTypesCommand,
-    MakeLedStatusCommand,   MakeLedCountsCommand,     MakeLedConfigCommand,    MakeLedPreviewCommand,
-    MakeLedSettingsCommand, MakeLedSendCommand,       MakeFontsUpdateCommand,  MakeFontsListCommand,
-    MakeFontsServeCommand,  MakeBoardCommand,         MakeConfigDiffCommand,   MakeConfigLevelCommand};
+constexpr std::array kMakers{
+    MakeDevicesCommand,      MakeInfoCommand,        MakeDoctorCommand,        MakeSoundInfoCommand,
+    MakeSoundCodeCommand,    MakeSoundWavCommand,    MakeConfigMakeCommand,    MakeConfigShowCommand,
+    MakeConfigMapCommand,    MakeConfigLevelCommand, MakeConfigDiffCommand,    MakeConfigPackCommand,
+    MakeConfigUnpackCommand, MakeDownloadCommand,    MakeVerifyCommand,        MakeBoardCommand,
+    MakeAccelGetCommand,     MakeAccelSetCommand,    MakeAccelDefaultsCommand, MakeAccelRestoreCommand,
+    MakeLedTypesCommand,     MakeLedStatusCommand,   MakeLedCountsCommand,     MakeLedConfigCommand,
+    MakeLedPreviewCommand,   MakeLedSettingsCommand, MakeLedSendCommand,       MakeFontsUpdateCommand,
+    MakeFontsListCommand,    MakeFontsServeCommand};
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kGroups{{
     {"sound", "Measure, code and convert sound files"},

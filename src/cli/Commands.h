@@ -24,9 +24,11 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeSoundWavCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigMakeCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigShowCommand();
-[[nodiscard]] std::unique_ptr<Command> MakeConfigDiffCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigMapCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigLevelCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigDiffCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigPackCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeConfigUnpackCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeBoardCommand();

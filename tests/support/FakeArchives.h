@@ -80,6 +80,7 @@ class FakeArchives final : public core::base::Archives {
       using core::base::Failure;
       using core::base::FailureKind;
       const Entry& file = m_entries.at(entry);
+      if (!file.about.isReadable) return Failure{FailureKind::NotValid, file.about.reason};
       if (file.content.size() > most) return Failure{FailureKind::Full, "It is too large."};
       // In two pieces, so that something can happen in between.
       const std::string_view content = file.content;

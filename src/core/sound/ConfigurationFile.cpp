@@ -112,17 +112,27 @@ class Loader {
 
   /// Takes the file into the slot. Returns its position, 0 when it cannot be used.
   int Add(const Slot& slot, std::string_view text) {
-    const fs::path path = base::PathOf(text);
+    const fs::path path = PlaceOf(text);
     if (const bool found = AddAt(slot, path); !found && !AddBeside(slot, path, text)) {
       const auto failed = std::count_if(m_result.failed.begin(), m_result.failed.end(),
                                         [&slot](const MissingSound& sound) { return sound.place.kind == slot.kind; });
       const int row = m_configuration.Count(slot.kind) + static_cast<int>(failed) + 1;
-      m_result.failed.push_back({{slot.kind, row}, path});
+      m_result.failed.push_back({{slot.kind, row}, base::PathOf(text)});
       return 0;
     }
     const int position = m_configuration.Count(slot.kind);
     m_view.ShowFile(slot.kind, position, base::LastPathPiece(text));
     return position;
+  }
+
+  /// Where a path leads. One that names no folder from the root on is meant from the set's folder, wherever the program
+  /// was started.
+  fs::path PlaceOf(std::string_view text) const {
+    fs::path path = base::PathOf(text);
+    if (m_folder.empty() || !path.is_relative()) return path;
+    std::error_code error;
+    fs::path beside = m_folder / path;
+    return fs::exists(beside, error) ? beside : path;
   }
 
   /// Takes the file of just this path into the slot, if there is one and it can be used.
@@ -165,8 +175,8 @@ std::string LoadResult::Message() const {
   return message;
 }
 
-base::Result<> ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk,
-                                       const MissingSounds& missing) {
+base::Result<std::string> ConfigurationFile::ContentOf(const LSU_Configuration& configuration,
+                                                       const MissingSounds& missing, const NameOf& nameOf) {
   std::string content;
   const auto line = [&](std::string_view text) { content.append(text).append(base::kLineEnd); };
   for (const Slot& slot : kSlots) {
@@ -176,19 +186,27 @@ base::Result<> ConfigurationFile::Save(const LSU_Configuration& configuration, c
       const SoundPlace place{slot.kind, row};
       const MissingSound* const gone = missing.At(place);
       const int position = row - missing.Above(place);
-      const std::string file =
-          base::TextOf(gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath());
+      const fs::path& path = gone != nullptr ? gone->path : configuration.FileAt(slot.kind, position).FileNameAndPath();
+      const std::string file = nameOf ? nameOf(path) : base::TextOf(path);
       if (file.find_first_of(std::string_view("\r\n")) != file.npos)
-        return base::Failure{base::FailureKind::NotValid,
-                             base::Quoted(path) + " could not be written: the name of " + base::Quoted(file) +
-                                 " holds a line break. Rename that file and add it again."};
+        return base::Failure{
+            base::FailureKind::NotValid,
+            "the name of " + base::Quoted(file) + " holds a line break. Rename that file and add it again."};
       line(file);
       const int volume = gone != nullptr ? gone->volume : configuration.GetVolume(slot.kind, position);
       // A blank stands where a negative number has its sign.
       line((volume < 0 ? "" : " ") + std::to_string(volume));
     }
   }
-  return base::WriteWholeFile(path, content, disk);
+  return content;
+}
+
+base::Result<> ConfigurationFile::Save(const LSU_Configuration& configuration, const fs::path& path, base::Disk& disk,
+                                       const MissingSounds& missing) {
+  const base::Result<std::string> content = ContentOf(configuration, missing);
+  if (!content)
+    return base::Failure{content.Why().kind, base::Quoted(path) + " could not be written: " + content.Why().text};
+  return base::WriteWholeFile(path, *content, disk);
 }
 
 LoadResult ConfigurationFile::Load(const fs::path& path, LSU_Configuration& configuration, ConfigurationView& view) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -57,8 +58,17 @@ class ConfigurationFile {
   static base::Result<> Save(const LSU_Configuration& configuration, const std::filesystem::path& path,
                              base::Disk& disk, const MissingSounds& missing = {});
 
-  /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read. Where
-  /// nothing lies at a sound's path, the sound is looked for beside the file, see PathEnd::PlacesAround().
+  /// What stands in the file for a sound of that path.
+  using NameOf = std::function<std::string(const std::filesystem::path&)>;
+  /// What Save() writes, with the sounds' paths as they are unless `nameOf` says otherwise; it is asked about an empty
+  /// slot's empty path too. Fails with NotValid like Save(); the text is the reason alone.
+  [[nodiscard]] static base::Result<std::string> ContentOf(const LSU_Configuration& configuration,
+                                                           const MissingSounds& missing = {},
+                                                           const NameOf& nameOf = {});
+
+  /// Reads `path` into the configuration and the view. Each slot is emptied when its keyword line has been read. A
+  /// path that does not begin at the root is meant from the file's folder first. Where nothing lies at a sound's path,
+  /// the sound is looked for beside the file, see PathEnd::PlacesAround().
   [[nodiscard]] static LoadResult Load(const std::filesystem::path& path, LSU_Configuration& configuration,
                                        ConfigurationView& view);
 };

@@ -26,11 +26,9 @@ constexpr EndingRow kEndings[] = {
 
 }  // namespace
 
-SoundEnding EndingOf(const std::filesystem::path& path) {
-  return EndingOf(std::string_view(base::TextOf(path.filename())));
-}
+SoundEnding EndingOf(const std::filesystem::path& path) { return EndingOfName(base::TextOf(path.filename())); }
 
-SoundEnding EndingOf(std::string_view name) {
+SoundEnding EndingOfName(std::string_view name) {
   const std::size_t dot = name.rfind('.');
   if (dot == name.npos) return SoundEnding::None;
   for (const EndingRow& row : kEndings)

@@ -23,7 +23,7 @@ enum class SoundEnding {
 /// By what follows the last "." of the file's name, in any letter case.
 [[nodiscard]] SoundEnding EndingOf(const std::filesystem::path& path);
 /// The same of a name in UTF-8, which may be none that this system can store.
-[[nodiscard]] SoundEnding EndingOf(std::string_view name);
+[[nodiscard]] SoundEnding EndingOfName(std::string_view name);
 
 /// The endings of that kind, each without its "." and in small letters.
 [[nodiscard]] std::vector<std::string_view> EndingsOf(SoundEnding kind);

@@ -10,7 +10,7 @@
 #include "base/NewFile.h"
 #include "base/PathText.h"
 #include "base/Text.h"
-#include "sound/PathEnd.h"
+#include "sound/import/EntryPlace.h"
 #include "sound/import/SoundEnding.h"
 
 namespace kestrin::core::sound {
@@ -23,8 +23,6 @@ constexpr const char* kOfTheBoard = "It is a sound for the board already. Add it
 constexpr const char* kOfTheBoardInArchive =
     "It is a sound for the board already. Unpack the archive, then add it to the set as it is.";
 constexpr const char* kNoSounds = "There are no sounds in it.";
-
-bool IsHidden(std::string_view name) { return name.starts_with('.') || name == "__MACOSX"; }
 
 /// A name without its ending.
 std::string StemOf(std::string_view name) {
@@ -73,7 +71,7 @@ class Walk {
 
   End Take(const fs::directory_entry& entry, int depth) {
     std::error_code ignored;
-    if (IsHidden(base::TextOf(entry.path().filename()))) return End::Whole;
+    if (IsHiddenName(base::TextOf(entry.path().filename()))) return End::Whole;
     // Links to folders are left alone, so none leads round in a circle.
     if (fs::is_directory(entry.symlink_status(ignored)))
       return depth < m_limits.depth ? Look(entry.path(), depth + 1) : End::TooLarge;
@@ -96,14 +94,8 @@ struct PlacedEntry {
 std::vector<PlacedEntry> SoundsIn(const base::Archive& archive) {
   std::vector<PlacedEntry> sounds;
   for (std::size_t i = 0; i < archive.Entries().size(); ++i) {
-    const base::ArchiveEntry& entry = archive.Entries()[i];
-    const bool isFile = entry.isReadable || !entry.reason.empty();
-    if (!isFile || EndingOf(std::string_view(entry.name)) == SoundEnding::None) continue;
-    const std::vector<std::string_view> pieces = PathEnd(entry.name).Pieces();
-    if (std::any_of(pieces.begin(), pieces.end(), IsHidden)) continue;
-    std::string place;
-    for (const std::string_view piece : pieces) place.append(place.empty() ? "" : "/").append(base::Shown(piece));
-    sounds.push_back({i, place});
+    const std::string place = PlaceOf(archive.Entries()[i]);
+    if (EndingOfName(place) != SoundEnding::None) sounds.push_back({i, base::Shown(place)});
   }
   std::sort(sounds.begin(), sounds.end(),
             [](const PlacedEntry& a, const PlacedEntry& b) { return base::NaturallyBefore(a.place, b.place); });
@@ -192,7 +184,7 @@ bool SourceList::Unpack(base::Archive& archive, std::size_t entry, ImportSource&
     source.reason = about.reason;
     return true;
   }
-  if (EndingOf(std::string_view(about.name)) == SoundEnding::OfTheBoard) {
+  if (EndingOfName(about.name) == SoundEnding::OfTheBoard) {
     source.reason = kOfTheBoardInArchive;
     return true;
   }

@@ -219,11 +219,11 @@ TEST_F(SourceListTest, WhatIsUnpackedIsNobodyElses) {
 TEST(SoundEndings, AreKnownInAnyLetterCase) {
   EXPECT_EQ(EndingOf(std::filesystem::path("a.b/c.WaV")), SoundEnding::Readable);
   EXPECT_EQ(EndingOf(std::filesystem::path("a.wav/c")), SoundEnding::None);
-  EXPECT_EQ(EndingOf("x.m4a"), SoundEnding::Foreign);
-  EXPECT_EQ(EndingOf("x.Wma"), SoundEnding::Foreign);
-  EXPECT_EQ(EndingOf("x.LSU"), SoundEnding::OfTheBoard);
-  EXPECT_EQ(EndingOf("wav"), SoundEnding::None);
-  EXPECT_EQ(EndingOf("x.wavx"), SoundEnding::None);
+  EXPECT_EQ(EndingOfName("x.m4a"), SoundEnding::Foreign);
+  EXPECT_EQ(EndingOfName("x.Wma"), SoundEnding::Foreign);
+  EXPECT_EQ(EndingOfName("x.LSU"), SoundEnding::OfTheBoard);
+  EXPECT_EQ(EndingOfName("wav"), SoundEnding::None);
+  EXPECT_EQ(EndingOfName("x.wavx"), SoundEnding::None);
   EXPECT_THAT(EndingsOf(SoundEnding::Readable),
               AllOf(testing::Contains("flac"), testing::Contains("opus"), testing::Not(testing::Contains("lsu"))));
   EXPECT_THAT(EndingsOf(SoundEnding::OfTheBoard), ElementsAre("lsu"));
