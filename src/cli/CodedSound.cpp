@@ -31,11 +31,11 @@ void CodeSound(LSU_SoundFile& file, std::optional<std::int32_t> volume, const co
   }
 }
 
-void RequireOtherFile(const std::filesystem::path& source, const std::filesystem::path& output) {
+void RequireOtherFile(const std::filesystem::path& source, const std::filesystem::path& output, std::string_view what) {
   std::error_code noSuchFile;
   if (std::filesystem::equivalent(source, output, noSuchFile))
-    throw CommandFailure(ExitCode::WrongUsage,
-                         core::base::TextOf(output) + " is the sound file itself: choose another output file.");
+    throw CommandFailure(ExitCode::WrongUsage, core::base::TextOf(output) + " is " + std::string(what) +
+                                                   " itself: choose another output file.");
 }
 
 void RequireWritten(const core::base::Result<>& written) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 #include "cli/Syntax.h"
 #include "core/base/EventPump.h"
@@ -24,8 +25,9 @@ void DeclareVolume(Syntax& syntax, std::optional<std::int32_t>& volume);
 /// Codes a file that was read, at `volume` if there is one. Throws CommandFailure when it cannot be coded.
 void CodeSound(core::sound::LSU_SoundFile& file, std::optional<std::int32_t> volume, const core::base::EventPump& pump);
 
-/// Throws CommandFailure when `output` names the file `source` itself, which would be lost.
-void RequireOtherFile(const std::filesystem::path& source, const std::filesystem::path& output);
+/// Throws CommandFailure when `output` names the file `source` itself, which would be lost; `what` is what it is.
+void RequireOtherFile(const std::filesystem::path& source, const std::filesystem::path& output,
+                      std::string_view what = "the sound file");
 
 /// Throws CommandFailure when the output could not be written.
 void RequireWritten(const core::base::Result<>& written);

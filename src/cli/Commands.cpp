@@ -10,21 +10,23 @@ namespace kestrin::cli {
 
 namespace {
 
+<<<<<<< HEAD
 constexpr std::array kMakers{
-    MakeDevicesCommand,      MakeInfoCommand,        MakeDoctorCommand,        MakeSoundInfoCommand,
-    MakeSoundCodeCommand,    MakeSoundWavCommand,    MakeConfigMakeCommand,    MakeConfigShowCommand,
-    MakeConfigMapCommand,    MakeConfigLevelCommand, MakeConfigDiffCommand,    MakeConfigPackCommand,
-    MakeConfigUnpackCommand, MakeDownloadCommand,    MakeVerifyCommand,        MakeBoardCommand,
-    MakeAccelGetCommand,     MakeAccelSetCommand,    MakeAccelDefaultsCommand, MakeAccelRestoreCommand,
-    MakeLedTypesCommand,     MakeLedStatusCommand,   MakeLedCountsCommand,     MakeLedConfigCommand,
-    MakeLedPreviewCommand,   MakeLedSettingsCommand, MakeLedSendCommand,       MakeFontsUpdateCommand,
-    MakeFontsListCommand,    MakeFontsServeCommand};
+    MakeDevicesCommand,      MakeInfoCommand,        MakeDoctorCommand,      MakeSoundInfoCommand,
+    MakeSoundCodeCommand,    MakeSoundWavCommand,    MakeConfigMakeCommand,  MakeConfigShowCommand,
+    MakeConfigMapCommand,    MakeConfigLevelCommand, MakeConfigDiffCommand,  MakeConfigPackCommand,
+    MakeConfigUnpackCommand, MakeDownloadCommand,    MakeVerifyCommand,      MakeBoardCommand,
+    MakeSaberRenderCommand,  MakeAccelGetCommand,    MakeAccelSetCommand,    MakeAccelDefaultsCommand,
+    MakeAccelRestoreCommand, MakeLedTypesCommand,    MakeLedStatusCommand,   MakeLedCountsCommand,
+    MakeLedConfigCommand,    MakeLedPreviewCommand,  MakeLedSettingsCommand, MakeLedSendCommand,
+    MakeFontsUpdateCommand,  MakeFontsListCommand,   MakeFontsServeCommand};
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kGroups{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kGroups{{
     {"sound", "Measure, code and convert sound files"},
     {"config", "Make and look at configuration files: which sound sits in which slot"},
     {"accel", "The six detection parameters of the acceleration sensor"},
     {"led", "Set up LED drivers: LED type, light pulses"},
+    {"saber", "Hear a set as on a saber"},
     {"fonts", "Fetch sound fonts from an update server, list them, offer them to others"},
 }};
 

@@ -32,6 +32,7 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeBoardCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSaberRenderCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelGetCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelSetCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelDefaultsCommand();
