@@ -10,7 +10,6 @@ namespace kestrin::cli {
 
 namespace {
 
-<<<<<<< HEAD
 constexpr std::array kMakers{
     MakeDevicesCommand,      MakeInfoCommand,        MakeDoctorCommand,      MakeSoundInfoCommand,
     MakeSoundCodeCommand,    MakeSoundWavCommand,    MakeConfigMakeCommand,  MakeConfigShowCommand,
