@@ -3,15 +3,13 @@
 
 #include <cerrno>
 #include <fstream>
-#include <optional>
 #include <string>
 #include <system_error>
 
 #include "base/Disk.h"
-#include "base/NameBeside.h"
-#include "base/NewFile.h"
 #include "base/PathText.h"
 #include "base/TakeName.h"
+#include "base/WriteBeside.h"
 #ifdef _WIN32
 #include "base/Text.h"
 #include "base/WindowsName.h"
@@ -22,10 +20,6 @@ namespace kestrin::core::base {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// Names are drawn until one is free; with 64 bits the second is never needed, and a folder that refuses every name
-/// says so instead.
-constexpr int kDraws = 16;
 
 /// Writes and closes.
 Result<> WriteStraight(const fs::path& path, const ContentInPieces& content) {
@@ -58,47 +52,16 @@ Result<> Flush(Disk* disk, const fs::path& path) {
   return {};
 }
 
-/// Fills the new file and closes it.
-Result<> Fill(NewFile& file, const ContentInPieces& content) {
-  bool written = true;
-  Result<> filled = content([&](std::string_view piece) { return written = written && file.Write(piece); });
-  if (!written) filled = file.Why();
-  // Closed in any case: some systems remove no file that is open.
-  if (!file.Close() && filled) filled = file.Why();
-  return filled;
-}
-
-/// Makes the file that `beside` is to name and writes it; there is none when that failed.
-Result<> WriteBeside(const fs::path& path, const ContentInPieces& content, fs::path& beside) {
-  for (int draw = 1;; ++draw) {
-    beside = NameBeside(path);
-    std::optional<NewFile> file(beside);
-    if (!file->IsOpen() && file->WasThere() && draw < kDraws) continue;
-    if (!file->IsOpen()) return file->Why();
-    std::error_code ignored;
-    try {
-      Result<> filled = Fill(*file, content);
-      if (!filled) fs::remove(beside, ignored);
-      return filled;
-    } catch (...) {
-      // Whoever gives the content was stopped by the person.
-      file.reset();
-      fs::remove(beside, ignored);
-      throw;
-    }
-  }
-}
-
 /// Writes beside the file and takes its name.
 Result<> Replace(const fs::path& path, const fs::file_status& old, const ContentInPieces& content, Disk* disk) {
-  fs::path beside;
-  Result<> done = WriteBeside(path, content, beside);
-  if (!done) return done;
+  const Result<fs::path> written = WriteBeside(path.parent_path(), content);
+  if (!written) return written.Why();
+  const fs::path& beside = *written;
   const fs::path folder = path.has_parent_path() ? path.parent_path() : ".";
   std::error_code error;
   if (fs::exists(old)) fs::permissions(beside, old.permissions(), error);
   // Complete before it is named, and named before anybody relies on it.
-  done = Flush(disk, beside);
+  Result<> done = Flush(disk, beside);
   if (done) done = Flush(disk, folder);
   if (done) done = TakeName(beside, path);
   if (done) return Flush(disk, folder);

@@ -37,7 +37,7 @@ struct ImportedSound {
   std::string source;
   /// The ".lsu" file that was made; empty when none was.
   std::filesystem::path path;
-  /// Why none was made, a text for the person with the next step; "" when one was.
+  /// Why none was made, whole sentences for the person with the next step; "" when one was.
   std::string reason;
   /// Of the source.
   int rate = 0;

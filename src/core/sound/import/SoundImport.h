@@ -7,6 +7,7 @@
 #include "base/Disk.h"
 #include "sound/import/AudioTools.h"
 #include "sound/import/ImportedSound.h"
+#include "sound/import/PreparedSound.h"
 
 namespace kestrin::core::sound {
 
@@ -27,6 +28,12 @@ class SoundImport {
   /// false, leaves no file, and is told in the result's reason.
   [[nodiscard]] ImportedSound Import(const ImportSource& source, const ImportOptions& options,
                                      const std::filesystem::path& folder, const GoOn& goOn = {});
+
+  /// The first half of Import(): all of the work, into a file of the folder that has no name yet.
+  [[nodiscard]] PreparedSound Prepare(const ImportSource& source, const ImportOptions& options,
+                                      const std::filesystem::path& folder, const GoOn& goOn = {});
+  /// The second half: gives it its name.
+  [[nodiscard]] ImportedSound Finish(PreparedSound prepared, const std::filesystem::path& folder);
 
  private:
   AudioTools& m_tools;
