@@ -4,7 +4,9 @@
 
 . "$project/packaging/windows/recipes.sh"
 
-windows_library_names=(headers chmlib hidapi microhttpd curl googletest qt)
+# Each behind those that it is built with.
+windows_library_names=(headers chmlib hidapi microhttpd curl ogg vorbis opus flac mpg123 lame sndfile soxr ebur128 zlib zip
+  googletest qt)
 
 # Builds what is not there yet as its recipe stands here; what a recipe says is shown only when it fails.
 build_windows_libraries() {

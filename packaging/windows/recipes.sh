@@ -81,6 +81,66 @@ build_curl() {
   install_with_make curl lib include
 }
 
+# Libraries that come with what CMake wants, as they are by default but for the options.
+build_plain() {  # NAME [cmake options]
+  local name="$1"
+  shift
+  unpack_source "$name"
+  build_with_cmake "$windows_libraries/sources/$name" "$name" -DCMAKE_INSTALL_PREFIX="$windows_libraries/installed" \
+    -DBUILD_SHARED_LIBS=OFF -DBUILD_TESTING=OFF "$@"
+}
+
+# Libraries that come with what autotools want.
+build_with_make() {  # NAME [configure options]
+  local name="$1"
+  shift
+  unpack_source "$name"
+  configure_with_autotools "$windows_libraries/sources/$name" "$name" "$@"
+  make -s -C "$windows_libraries/made/$name" -j "$jobs"
+  make -s -C "$windows_libraries/made/$name" install
+}
+
+# What the reader of sounds asks for, each no more than its library.
+build_ogg() { build_plain ogg -DINSTALL_DOCS=OFF; }
+build_vorbis() { build_plain vorbis; }
+build_opus() { build_with_make opus --disable-extra-programs --disable-doc --disable-stack-protector; }
+build_flac() {
+  build_plain flac -DBUILD_CXXLIBS=OFF -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOCS=OFF -DINSTALL_MANPAGES=OFF \
+    -DWITH_OGG=OFF -DWITH_STACK_PROTECTOR=OFF
+}
+build_mpg123() { build_with_make mpg123 --disable-components --enable-libmpg123 --disable-modules; }
+# MP3 is read by mpg123 alone, but the reader of sounds takes both or none.
+build_lame() { build_with_make lame --disable-frontend --disable-decoder --disable-analyzer-hooks; }
+build_sndfile() {
+  build_plain sndfile -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_REGTEST=OFF -DENABLE_CPACK=OFF -DENABLE_EXTERNAL_LIBS=ON \
+    -DENABLE_MPEG=ON -DINSTALL_MANPAGES=OFF -DCMAKE_DISABLE_FIND_PACKAGE_ALSA=ON -DCMAKE_DISABLE_FIND_PACKAGE_Speex=ON
+  grep -qx '#define HAVE_EXTERNAL_XIPH_LIBS 1' "$windows_libraries/made/sndfile/src/config.h"
+  grep -qx '#define HAVE_MPEG 1' "$windows_libraries/made/sndfile/src/config.h"
+}
+build_soxr() { build_plain soxr -DWITH_OPENMP=OFF -DBUILD_TESTS=OFF -DBUILD_EXAMPLES=OFF -DWITH_LSR_BINDINGS=OFF; }
+build_ebur128() { build_plain ebur128 -DENABLE_INTERNAL_QUEUE_H=ON; }
+
+# Its files for Windows are not in Debian's archive, and none of them is needed for the library alone.
+build_zlib() {
+  local sources="$windows_libraries/sources/zlib" work="$windows_libraries/made/zlib" installed="$windows_libraries/installed" file
+  unpack_source zlib
+  mkdir -p "$work"
+  for file in adler32 compress crc32 deflate gzclose gzlib gzread gzwrite infback inffast inflate inftrees trees uncompr zutil; do
+    ccache "$windows_target-gcc-posix" -O2 -c "$sources/$file.c" -o "$work/$file.o"
+  done
+  rm -f "$installed/lib/libz.a"
+  "$windows_target-ar" rcs "$installed/lib/libz.a" "$work"/*.o
+  cp "$sources/zlib.h" "$sources/zconf.h" "$installed/include/"
+  sed -e "s|@prefix@|$installed|; s|@exec_prefix@|$installed|; s|@includedir@|$installed/include|; s|@VERSION@|1.2.13|" \
+    -e "s|@libdir@|$installed/lib|; s|@sharedlibdir@|$installed/lib|" "$sources/zlib.pc.in" >"$installed/lib/pkgconfig/zlib.pc"
+}
+# Nothing but what ordinary ZIP files need.
+build_zip() {
+  build_plain zip -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF -DENABLE_ZSTD=OFF -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF \
+    -DENABLE_MBEDTLS=OFF -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF \
+    -DBUILD_EXAMPLES=OFF -DBUILD_DOC=OFF
+}
+
 build_googletest() {
   unpack_source googletest
   build_with_cmake "$windows_libraries/sources/googletest" googletest \

@@ -315,5 +315,22 @@ TEST_F(FontsTest, AServerThatCannotStartSaysWhy) {
   EXPECT_EQ(Run({"fonts", "serve", core::base::TextOf(m_offered), "--address", "no address"}).code, 1);
 }
 
+TEST_F(FontsTest, APackedSetIsAFontToo) {
+  const std::filesystem::path swing = WriteSoundFile(m_folder / "swing.lsu", SomeSamples(3000));
+  const std::string set = (m_folder / "any name.lscfg").string();
+  ASSERT_EQ(Run({"config", "make", set, "--boot", swing.string() + ":40", "--motion", swing.string()}).code, 0);
+  ASSERT_EQ(Run({"config", "pack", set, "--output", (m_offered / "Frost.zip").string()}).code, 0);
+  WriteBytes(m_offered / "Broken.zip", "PK no more");
+  const Server server = Serve();
+  EXPECT_EQ(Run(Update(server.address)).code, 0);
+  const Finished served = Stop(server);
+  EXPECT_NE(served.out.find("On offer: Frost"), std::string::npos) << served.out;
+  EXPECT_NE(served.errors.find("left out: Broken: "), std::string::npos) << served.errors;
+  EXPECT_EQ(ReadBytes(m_store / "Frost" / "swing.lsu"), ReadBytes(swing));
+  const Json shown = RunJson(0, {"config", "show", (m_store / "Frost" / "Frost.lscfg").string()});
+  EXPECT_EQ(shown["slots"]["boot"]["volume"], 40);
+  EXPECT_EQ(shown["slots"]["motion"][0]["path"], (m_store / "Frost" / "swing.lsu").string());
+}
+
 }  // namespace
 }  // namespace kestrin::support

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <iostream>
+#include <memory>
 #include <system_error>
 
 #include "cli/CommandFailure.h"
 #include "cli/Commands.h"
 #include "core/base/Clock.h"
 #include "core/base/PathText.h"
+#include "core/base/PrivateFolder.h"
+#include "core/sound/pack/SetUnpacker.h"
 #include "core/update/PlainName.h"
+#include "platform/archive/ZipArchives.h"
 #include "platform/net/FontServer.h"
 
 namespace kestrin::cli {
@@ -21,7 +25,8 @@ class FontsServeCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Offer a folder of sound fonts to other computers"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Path("DIR", m_folder, "The folder, with one folder for each font", Syntax::Need::Required);
+    syntax.Path("DIR", m_folder, "The folder, with one folder or packed set (.zip) for each font",
+                Syntax::Need::Required);
     syntax.Number("--port N", m_port, 0, kHighestPort, "The port, 0 for a free one");
     syntax.Text("--address A", m_address,
                 "The address of this computer, 0.0.0.0 for all (127.0.0.1: this computer only)",
@@ -35,7 +40,7 @@ class FontsServeCommand final : public Command {
       throw CommandFailure(ExitCode::Failed,
                            core::base::TextOf(m_folder) + " is no folder. Name one that holds a folder for each font.");
     const bool quiet = context.options.quiet || context.options.json;
-    const core::update::FontCollection fonts(m_folder);
+    const core::update::FontCollection fonts(m_folder, MakePacked(context.disk));
     const core::base::SystemClock clock;
     const auto note = [quiet](const std::string& text) {
       if (!quiet) std::cout << text << std::endl;
@@ -55,6 +60,17 @@ class FontsServeCommand final : public Command {
  private:
   static void Require(const core::base::Result<>& step) {
     if (!step) throw CommandFailure(ExitCode::Failed, step.Text());
+  }
+
+  /// What unpacks packed sets, for as long as the server runs.
+  static std::shared_ptr<core::update::PackedFonts> MakePacked(core::base::Disk& disk) {
+    core::base::Result<core::base::PrivateFolder> folder = core::base::PrivateFolder::Make();
+    if (!folder) throw CommandFailure(ExitCode::Failed, folder.Text());
+    return std::make_shared<core::update::PackedFonts>(
+        std::move(*folder), [&disk](const std::filesystem::path& file, const std::filesystem::path& place) {
+          platform::archive::ZipArchives archives(disk);
+          return core::sound::SetUnpacker(archives, disk).Unpack(file, place);
+        });
   }
 
   static void Introduce(const core::update::FontCollection& fonts, bool quiet) {

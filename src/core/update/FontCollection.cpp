@@ -108,11 +108,17 @@ base::Result<> BareSounds(FontCollection::Lines& lines, const fs::path& folder) 
   return {};
 }
 
+/// Why clients take no font of that name.
+base::Result<> CheckFontName(const std::string& name) {
+  if (!IsPlainName(name)) return NoFont("this" + std::string(kNotPlain));
+  if (!IsFontName(name)) return NoFont("clients keep a file of that name beside the fonts. Rename it.");
+  return {};
+}
+
 /// The lines of the font in that folder, or why it cannot be offered.
 base::Result<FontCollection::Lines> ReadLines(const fs::path& folder) {
   const std::string name = TextOf(folder.filename());
-  if (!IsPlainName(name)) return NoFont("this" + std::string(kNotPlain));
-  if (!IsFontName(name)) return NoFont("clients keep a file of that name beside the fonts. Rename it.");
+  if (const base::Result<> named = CheckFontName(name); !named) return named.Why();
   const std::vector<fs::path> files = Entries(folder, fs::file_type::regular);
   const std::optional<fs::path> configuration = ConfigurationOf(folder, files);
   if (!configuration)
@@ -123,16 +129,55 @@ base::Result<FontCollection::Lines> ReadLines(const fs::path& folder) {
   return lines;
 }
 
-FontCollection::Font ReadFont(const fs::path& folder) { return {TextOf(folder.filename()), ReadLines(folder)}; }
-
 }  // namespace
+
+std::vector<fs::path> FontCollection::Places() const {
+  std::vector<fs::path> places = Entries(m_folder, fs::file_type::directory);
+  if (m_packed)
+    for (const fs::path& file : Entries(m_folder, fs::file_type::regular))
+      if (PackedFonts::HasPackedName(file)) places.push_back(file);
+  std::stable_sort(places.begin(), places.end(),
+                   [this](const fs::path& a, const fs::path& b) { return NameAt(a) < NameAt(b); });
+  return places;
+}
+
+std::string FontCollection::NameAt(const fs::path& place) const {
+  return TextOf(IsPacked(place) ? place.stem() : place.filename());
+}
+
+bool FontCollection::IsPacked(const fs::path& place) const {
+  std::error_code error;
+  return m_packed && PackedFonts::HasPackedName(place) && !fs::is_directory(place, error);
+}
+
+FontCollection::Font FontCollection::Read(const fs::path& place) const {
+  Font font{NameAt(place), place, Lines{}};
+  if (IsPacked(place)) {
+    font.folder.clear();
+    // A name that no client takes may be one that cannot be unpacked under.
+    if (const base::Result<> named = CheckFontName(font.name); !named) {
+      font.lines = named.Why();
+      return font;
+    }
+    const base::Result<fs::path> folder = m_packed->FolderOf(place);
+    if (!folder) {
+      font.lines = folder.Why();
+      return font;
+    }
+    font.folder = *folder;
+  }
+  font.lines = ReadLines(font.folder);
+  return font;
+}
 
 std::vector<FontCollection::Font> FontCollection::Fonts() const {
   std::vector<Font> fonts;
   std::vector<std::string> offered;
-  for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
-    Font font = ReadFont(folder);
+  for (const fs::path& place : Places()) {
+    Font font = Read(place);
     if (font.lines && HasTwin(font.name, offered)) font.lines = NoFont("this" + std::string(kTwin));
+    if (font.lines && std::find(offered.begin(), offered.end(), font.name) != offered.end())
+      font.lines = NoFont("there is another font of that name. Rename " + TextOf(place.filename()) + ".");
     if (font.lines) offered.push_back(font.name);
     fonts.push_back(std::move(font));
   }
@@ -140,9 +185,9 @@ std::vector<FontCollection::Font> FontCollection::Fonts() const {
 }
 
 std::optional<FontCollection::Font> FontCollection::Find(std::string_view name) const {
-  for (const fs::path& folder : Entries(m_folder, fs::file_type::directory)) {
-    if (!base::EqualsIgnoringCase(TextOf(folder.filename()), name)) continue;
-    Font font = ReadFont(folder);
+  for (const fs::path& place : Places()) {
+    if (!base::EqualsIgnoringCase(NameAt(place), name)) continue;
+    Font font = Read(place);
     if (!font.lines) continue;
     // Of names that differ in the case of their letters only, the first that can be is offered.
     return font.name == name ? std::optional(std::move(font)) : std::nullopt;
@@ -155,7 +200,7 @@ std::optional<fs::path> FontCollection::SoundFile(std::string_view font, std::st
   if (!found || !UpdateUtils::NamesSound(name)) return std::nullopt;
   const Lines& lines = *found->lines;
   if (std::find(lines.begin(), lines.end(), name) == lines.end()) return std::nullopt;
-  return m_folder / base::PathOf(font) / base::PathOf(name);
+  return found->folder / base::PathOf(name);
 }
 
 }  // namespace kestrin::core::update
