@@ -16,6 +16,7 @@
 #include "core/motion/KeptParametersFolder.h"
 #include "core/update/FontsPlace.h"
 #include "core/update/UpdateServer.h"
+#include "platform/audio/SystemAudioTools.h"
 #include "platform/boards/BoardAgent.h"
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/DataFolder.h"
@@ -170,10 +171,12 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
   platform::doctor::SystemSurvey survey;
   const ui::doctor::DoctorMeans doctor = MakeDoctor(survey, options.board, **board, clock);
 
+  platform::audio::SystemAudioTools audio;
   ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
                            options.programFolder, places, &doctor, [&] {
                              return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});
-                           }});
+                           },
+                           &audio});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });

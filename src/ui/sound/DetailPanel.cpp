@@ -6,12 +6,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "ui/kit/Grid.h"
+#include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/PathText.h"
 #include "ui/kit/ThemeColors.h"
@@ -22,6 +24,12 @@
 #include "ui/sound/WaveformView.h"
 
 namespace kestrin::ui::sound {
+
+namespace {
+
+constexpr const char* kAsOnBoardKey = "asOnBoard";
+
+}  // namespace
 
 DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
     : Card(parent),
@@ -36,14 +44,14 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
       m_waveform(new WaveformView(this)) {
   m_play->setObjectName(QStringLiteral("PlayBtn"));
   m_asOnBoard->setObjectName(QStringLiteral("AsOnBoardBox"));
-  m_asOnBoard->setToolTip(tr("Play and show sounds as the board plays them: coded for it, with their volume"));
   m_volume->setObjectName(QStringLiteral("VolSlider"));
   m_waveform->setObjectName(QStringLiteral("Waveform"));
   m_volume->setAccessibleName(tr("Volume of the selected sound, in percent"));
 
   kit::SetHelpContext(*this, kit::HelpContext::Volume);
   kit::SetHelpContext(*m_play, kit::HelpContext::Preview);
-  kit::SetHelpContext(*m_asOnBoard, kit::HelpContext::AsOnBoard);
+  kit::SetHelp(*m_asOnBoard, tr("Play and show sounds as the board will play them: coded for it, with their volume"),
+               kit::HelpContext::AsOnBoard);
   kit::SetHelpContext(*m_waveform, kit::HelpContext::Waveform);
 
   m_volumeLabel->setBuddy(m_volume);
@@ -85,7 +93,6 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   connect(m_asOnBoard, &QCheckBox::toggled, this, [this](bool asOnBoard) {
     m_actions.SetAsOnBoard(asOnBoard);
     ShowWaveform();
-    emit asOnBoardChosen(asOnBoard);
   });
   connect(m_volume, &QSlider::valueChanged, this, [this](int percent) {
     if (m_place) emit volumeChosen(percent);
@@ -157,12 +164,16 @@ void DetailPanel::ShowVolume(int percent) {
 }
 
 void DetailPanel::ShowWaveform() {
-  m_waveform->Show(m_place ? m_actions.Heard(*m_place) : m_actions.Heard(m_path));
+  m_waveform->ShowHeard(m_place ? m_actions.Heard(*m_place) : m_actions.Heard(m_path));
   m_waveform->setAccessibleName(m_actions.IsAsOnBoard() ? tr("Waveform of the selected sound as on the board")
                                                         : tr("Waveform of the selected sound"));
 }
 
-void DetailPanel::SetAsOnBoard(bool asOnBoard) { m_asOnBoard->setChecked(asOnBoard); }
+void DetailPanel::KeepAsOnBoard(QSettings& settings) {
+  m_asOnBoard->setChecked(settings.value(kAsOnBoardKey).toBool());
+  connect(m_asOnBoard, &QCheckBox::toggled, this,
+          [&settings](bool asOnBoard) { settings.setValue(kAsOnBoardKey, asOnBoard); });
+}
 
 void DetailPanel::SetPlaying(const std::filesystem::path& path) {
   m_playing = path;

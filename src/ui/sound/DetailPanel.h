@@ -10,6 +10,7 @@
 class QCheckBox;
 class QLabel;
 class QPushButton;
+class QSettings;
 class QSlider;
 
 namespace kestrin::ui::sound {
@@ -33,8 +34,9 @@ class DetailPanel : public kit::Card {
   void ShowFile(const std::filesystem::path& path);
   /// Takes up what the set holds now.
   void Refresh();
-  /// Whether sounds are heard and seen as the board plays them, or as their files hold them.
-  void SetAsOnBoard(bool asOnBoard);
+  /// The settings keep from now on whether sounds are heard and seen as the board plays them. They must outlive the
+  /// panel.
+  void KeepAsOnBoard(QSettings& settings);
   void SetPlaying(const std::filesystem::path& path);
   /// The slot's row that is shown, if there is one.
   [[nodiscard]] std::optional<core::sound::SoundPlace> Place() const { return m_place; }
@@ -43,8 +45,6 @@ class DetailPanel : public kit::Card {
   void stopRequested();
   /// The person wants that volume for what is selected.
   void volumeChosen(int percent);
-  /// The person has chosen how sounds are heard and seen.
-  void asOnBoardChosen(bool asOnBoard);
   /// The person wants to show the program this missing sound.
   void locateRequested(const core::sound::SoundPlace& place);
 

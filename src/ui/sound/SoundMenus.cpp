@@ -51,7 +51,7 @@ std::unique_ptr<QMenu> MakeFileMenu(SoundActions& actions, const std::vector<std
 }
 
 std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds,
-                                    std::function<void()> locateAll) {
+                                    std::function<void()> locateAll, QAction* level) {
   auto menu = std::make_unique<QMenu>(&list);
   const core::sound::SlotKind kind = sounds.Kind();
   const std::vector<int> positions = list.SelectedPositions();
@@ -87,6 +87,8 @@ std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const
           actions.Bring(kind, positions, to, SoundActions::kEnd, copy);
         });
   }
+  menu->addSeparator();
+  menu->addAction(level);
   return menu;
 }
 

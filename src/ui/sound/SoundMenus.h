@@ -7,6 +7,7 @@
 #include "core/sound/SlotKind.h"
 #include "ui/sound/FolderContents.h"
 
+class QAction;
 class QMenu;
 class QWidget;
 
@@ -22,8 +23,9 @@ class SoundActions;
                                                   core::sound::SlotKind target, QWidget* parent);
 
 /// The menu for the selected sounds of a slot: play, remove, reorder, move and copy to another slot; where one of them
-/// is missing, also what locates it, or all by `locateAll`. The list must outlive the menu.
+/// is missing, also what locates it, or all by `locateAll`; and `level`, unless it is invisible. List and action must
+/// outlive the menu.
 [[nodiscard]] std::unique_ptr<QMenu> MakeSlotMenu(SoundActions& actions, SlotList& list, const SlotListModel& sounds,
-                                                  std::function<void()> locateAll);
+                                                  std::function<void()> locateAll, QAction* level);
 
 }  // namespace kestrin::ui::sound

@@ -13,6 +13,7 @@
 
 #include "ui/kit/Grid.h"
 #include "ui/kit/HelpText.h"
+#include "ui/kit/LinkButton.h"
 #include "ui/sound/DetailPanel.h"
 #include "ui/sound/FileExplorer.h"
 #include "ui/sound/MemoryGauge.h"
@@ -61,7 +62,6 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
   connect(m_actions, &SoundActions::moved, this, &SoundPage::FollowMoved);
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
   connect(m_detail, &DetailPanel::locateRequested, this, &SoundPage::locateRequested);
-  connect(m_detail, &DetailPanel::asOnBoardChosen, this, &SoundPage::asOnBoardChosen);
   connect(m_detail, &DetailPanel::volumeChosen, this,
           [this](int percent) { m_actions->SetVolume(SelectedPlaces(), percent); });
   m_slots[core::sound::SlotKind::Boot]->Option()->setChecked(true);
@@ -76,16 +76,21 @@ void SoundPage::MakeActions() {
   m_undoAction = new QAction(this);
   m_redoAction = new QAction(this);
   m_stopAction = new QAction(tr("Stop playing"), this);
+  m_levelAction = new QAction(tr("Level the volumes ..."), this);
   m_undoAction->setObjectName(QStringLiteral("UndoAction"));
   m_redoAction->setObjectName(QStringLiteral("RedoAction"));
+  m_levelAction->setObjectName(QStringLiteral("LevelAction"));
   m_undoAction->setShortcuts(QKeySequence::Undo);
   m_redoAction->setShortcuts(QKeySequence::Redo);
   m_stopAction->setShortcut(Qt::Key_Escape);
   m_stopAction->setEnabled(false);
+  m_levelAction->setShortcut(Qt::CTRL | Qt::Key_L);
+  m_levelAction->setVisible(false);
   connect(m_undoAction, &QAction::triggered, m_actions, &SoundActions::Undo);
   connect(m_redoAction, &QAction::triggered, m_actions, &SoundActions::Redo);
   connect(m_stopAction, &QAction::triggered, this, &SoundPage::stopRequested);
-  addActions({m_undoAction, m_redoAction, m_stopAction});
+  connect(m_levelAction, &QAction::triggered, this, &SoundPage::levelRequested);
+  addActions({m_undoAction, m_redoAction, m_stopAction, m_levelAction});
 }
 
 void SoundPage::MakeLayout() {
@@ -93,9 +98,18 @@ void SoundPage::MakeLayout() {
   auto* lists = new QHBoxLayout;
   for (const core::sound::Slot& slot : core::sound::kSlots)
     (slot.isList ? lists : singles)->addWidget(m_slots[slot.kind], 1);
+  m_level = new kit::LinkButton(QStringLiteral("LevelBtn"), tr("Level the volumes ..."), this);
+  m_level->setToolTip(tr("Make all sounds equally loud (Ctrl+L)"));
+  kit::SetHelp(*m_level, tr("Make all sounds of the set equally loud, by their volumes alone"),
+               kit::HelpContext::Level);
+  m_level->hide();
+  connect(m_level, &QPushButton::clicked, m_levelAction, &QAction::trigger);
+  auto* name = new QHBoxLayout;
+  name->addWidget(m_setLabel, 1);
+  name->addWidget(m_level);
   auto* head = new QVBoxLayout;
   head->setSpacing(kit::kHalf);
-  head->addWidget(m_setLabel);
+  head->addLayout(name);
   head->addLayout(singles);
   auto* right = new QVBoxLayout;
   right->addLayout(head);
@@ -147,7 +161,8 @@ void SoundPage::ConnectSlot(SlotPanel& panel) {
   });
   list->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(list, &QWidget::customContextMenuRequested, this, [this, &panel, list](const QPoint& where) {
-    PopUp(MakeSlotMenu(*m_actions, *list, *panel.Sounds(), [this] { emit locateAllRequested(); }),
+    PopUp(MakeSlotMenu(
+              *m_actions, *list, *panel.Sounds(), [this] { emit locateAllRequested(); }, m_levelAction),
           list->mapToGlobal(where));
   });
   list->viewport()->installEventFilter(this);
@@ -211,7 +226,12 @@ void SoundPage::SetPlaying(const std::filesystem::path& path) {
   for (const auto& [kind, panel] : m_slots) panel->Sounds()->SetPlaying(path);
 }
 
-void SoundPage::SetAsOnBoard(bool asOnBoard) { m_detail->SetAsOnBoard(asOnBoard); }
+void SoundPage::KeepAsOnBoard(QSettings& settings) { m_detail->KeepAsOnBoard(settings); }
+
+void SoundPage::OfferLevelling() {
+  m_levelAction->setVisible(true);
+  m_level->show();
+}
 
 void SoundPage::SetBusy(bool busy) {
   m_actions->SetBusy(busy);
@@ -244,6 +264,8 @@ void SoundPage::ModifiedChanged() {
   };
   show(*m_undoAction, tr("Undo"), m_set.UndoText(), m_set.CanUndo());
   show(*m_redoAction, tr("Redo"), m_set.RedoText(), m_set.CanRedo());
+  m_levelAction->setEnabled(!m_actions->IsBusy());
+  m_level->setEnabled(!m_actions->IsBusy());
 }
 
 bool SoundPage::eventFilter(QObject* watched, QEvent* event) {

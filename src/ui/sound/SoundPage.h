@@ -12,10 +12,12 @@
 
 class QAction;
 class QButtonGroup;
+class QSettings;
 
 namespace kestrin::ui::kit {
+class LinkButton;
 class SpecialFolders;
-}
+}  // namespace kestrin::ui::kit
 
 namespace kestrin::ui::sound {
 
@@ -48,8 +50,10 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   void SetPreparing(bool isPreparing);
   /// Shows which sound is playing; empty: none.
   void SetPlaying(const std::filesystem::path& path);
-  /// Whether sounds are heard and seen as the board plays them, or as their files hold them.
-  void SetAsOnBoard(bool asOnBoard);
+  /// The settings keep from now on whether sounds are heard and seen as the board plays them.
+  void KeepAsOnBoard(QSettings& settings);
+  /// The volumes can be levelled: offers that beside the set's name, by a key and in the slots' menus.
+  void OfferLevelling();
   /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
   void SetBusy(bool busy);
   /// Selects the slot's option button and gives its list the keyboard.
@@ -65,8 +69,8 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   /// The person wants to hear this file, or this sound as the board plays it.
   void playRequested(const std::filesystem::path& path);
   void playAsOnBoardRequested(const core::sound::HeardSound& sound);
-  /// The person has chosen how sounds are heard and seen.
-  void asOnBoardChosen(bool asOnBoard);
+  /// The person wants to make the sounds equally loud.
+  void levelRequested();
   /// The person wants silence.
   void stopRequested();
   /// The person wants to show the program a missing sound, or all of them.
@@ -102,9 +106,11 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   QAction* m_undoAction = nullptr;
   QAction* m_redoAction = nullptr;
   QAction* m_stopAction = nullptr;
+  QAction* m_levelAction = nullptr;
   SoundActions* m_actions = nullptr;
   FileExplorer* m_explorer = nullptr;
   SetLabel* m_setLabel = nullptr;
+  kit::LinkButton* m_level = nullptr;
   std::map<core::sound::SlotKind, SlotPanel*> m_slots;
   QButtonGroup* m_options = nullptr;
   DetailPanel* m_detail = nullptr;

@@ -23,7 +23,7 @@ WaveformView::WaveformView(QWidget* parent) : QWidget(parent), m_job(new kit::La
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
-void WaveformView::Show(const core::sound::HeardSound& sound) {
+void WaveformView::ShowHeard(const core::sound::HeardSound& sound) {
   if (sound == m_sound) return;
   const bool isSameSound = sound.path == m_sound.path && sound.asOnBoard && m_sound.asOnBoard;
   m_sound = sound;

@@ -21,10 +21,10 @@ class WaveformView : public QWidget {
   explicit WaveformView(QWidget* parent = nullptr);
 
   /// Shows the file as it is; empty: nothing. The shape appears once the file has been read.
-  void Show(const std::filesystem::path& path) { Show(core::sound::HeardSound{path}); }
+  void Show(const std::filesystem::path& path) { ShowHeard({path}); }
   /// Shows the sound as it is heard. As on the board it has its own volume, and full scale is the view's height; while
   /// only that volume changes, the shape stays until the new one is there.
-  void Show(const core::sound::HeardSound& sound);
+  void ShowHeard(const core::sound::HeardSound& sound);
   /// The volume in percent with which the shape of a file is drawn.
   void SetVolume(int percent);
   /// The colour of the shape; an invalid one: the accent.

@@ -41,7 +41,6 @@ namespace kestrin::ui::window {
 namespace {
 
 constexpr const char* kFolderKey = "explorerFolder";
-constexpr const char* kAsOnBoardKey = "asOnBoard";
 constexpr const char* kLedSettings = ".ldset";
 /// A sound set to try, in the folder of an installed program.
 constexpr std::array kExample{"Examples", "demo.lscfg"};
@@ -67,6 +66,7 @@ Main::Main(const Surroundings& surroundings)
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),
       m_preview(surroundings.player, surroundings.foldersToWriteIn),
+      m_levelling(m_set, m_around),
       m_focus(*this),
       m_place(*this, surroundings.settings),
       m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
@@ -133,8 +133,8 @@ void Main::MakeLedPage() {
 
 void Main::LayOver() {
   m_about = new AboutFrame(m_pictures);
-  for (QWidget* const panel :
-       std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about, &m_download.Frame()}) {
+  for (QWidget* const panel : std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about,
+                                                              &m_levelling.Frame(), &m_download.Frame()}) {
     auto* const overlay = new kit::Overlay(*panel, *this);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
@@ -150,6 +150,8 @@ void Main::ConnectTools() {
   connect(m_pages, &Pages::changed, this, &Main::UpdateButtons);
   connect(&m_setFile, &SetFile::loading, this, &Main::SetRunning);
   connect(&m_download, &SetDownload::running, this, &Main::SetRunning);
+  connect(&m_levelling, &SetLevelling::running, this, &Main::SetRunning);
+  m_levelling.Attach(*m_page, gate);
 }
 
 void Main::ConnectHelp() {
@@ -200,9 +202,7 @@ void Main::ConnectPreview() {
   connect(m_page, &sound::SoundPage::playRequested, this, &Main::PlayLsuFile);
   connect(m_page, &sound::SoundPage::playAsOnBoardRequested, &m_preview,
           qOverload<const core::sound::HeardSound&>(&Preview::Play));
-  m_page->SetAsOnBoard(m_around.settings.value(kAsOnBoardKey).toBool());
-  connect(m_page, &sound::SoundPage::asOnBoardChosen, this,
-          [this](bool asOnBoard) { m_around.settings.setValue(kAsOnBoardKey, asOnBoard); });
+  m_page->KeepAsOnBoard(m_around.settings);
   connect(m_page, &sound::SoundPage::stopRequested, &m_preview, &Preview::Stop);
   connect(&m_preview, &Preview::preparing, m_waitFrame, &QWidget::setVisible);
   connect(&m_preview, &Preview::preparing, m_page, &sound::SoundPage::SetPreparing);
@@ -214,6 +214,7 @@ void Main::ConnectNews() {
   connect(m_page, &sound::SoundPage::message, this,
           [this](const QString& text, const QString& detail) { m_around.dialogs.ShowError(text, detail); });
   connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_levelling, &SetLevelling::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
   connect(m_ledPage, &LedPage::news, m_helpLine, &HelpLine::ShowNews);
@@ -454,6 +455,7 @@ void Main::StopAll() {
   emit ending();
   m_watch.Stop();
   m_doctor.Stop();
+  m_levelling.Stop();
   m_download.Cancel();
   m_session.Hurry();
   m_setFile.Locator().Stop();

@@ -22,6 +22,7 @@
 #include "ui/window/SensorSetup.h"
 #include "ui/window/SetDownload.h"
 #include "ui/window/SetFile.h"
+#include "ui/window/SetLevelling.h"
 #include "ui/window/Surroundings.h"
 #include "ui/window/ToolRow.h"
 #include "ui/window/WindowPlace.h"
@@ -149,6 +150,7 @@ class Main : public QMainWindow,
   SensorSetup m_setup;
   LinkDoctor m_doctor;
   Preview m_preview;
+  SetLevelling m_levelling;
 
   ToolRow* m_tools = nullptr;
   Pages* m_pages = nullptr;

@@ -20,8 +20,9 @@ namespace kestrin::core::device {
 class KeptParameters;
 }
 namespace kestrin::core::sound {
+class AudioTools;
 class SoundPlayer;
-}
+}  // namespace kestrin::core::sound
 
 namespace kestrin::ui::doctor {
 struct DoctorMeans;
@@ -60,6 +61,8 @@ struct Surroundings {
   const doctor::DoctorMeans* doctor = nullptr;
   /// What the program tells of itself, looked up when somebody asks; null where nobody may.
   std::function<AboutFacts()> about = {};
+  /// nullptr where sounds of other kinds than the board's own cannot be read.
+  core::sound::AudioTools* audio = nullptr;
 };
 
 }  // namespace kestrin::ui::window

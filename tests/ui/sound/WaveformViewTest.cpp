@@ -57,6 +57,27 @@ TEST_F(WaveformViewTest, TheShapeGrowsWithTheVolume) {
   EXPECT_NEAR(Height(), 72, 3);
 }
 
+TEST_F(WaveformViewTest, AsOnTheBoardTheShapeIsAsHighAsTheBoardPlaysIt) {
+  core::sound::LSU_SoundFile sound;
+  ASSERT_TRUE(sound.ReadFile(support::WriteSoundFile(folder / "a.lsu", support::SomeSamples(48000))));
+  const auto show = [&](std::int16_t volume) {
+    sound.SetVolume(volume);
+    const int before = answers;
+    view.ShowHeard({folder / "a.lsu", true, sound});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return answers > before; }, 20000));
+  };
+  // 72 pixels are full scale, which a sound at 100 % does not reach: 999 of 1,023.
+  show(100);
+  EXPECT_NEAR(Height(), 70, 3);
+  show(50);
+  EXPECT_NEAR(Height(), 35, 3);
+  // Its volume is in it already.
+  view.SetVolume(10);
+  EXPECT_NEAR(Height(), 35, 3);
+  show(150);
+  EXPECT_FALSE(view.HasShape());
+}
+
 TEST_F(WaveformViewTest, AFileThatCannotBeReadHasNoShape) {
   Show(folder / "missing.lsu");
   EXPECT_FALSE(view.HasShape());

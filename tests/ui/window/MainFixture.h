@@ -96,7 +96,8 @@ class MainFixture : public testing::Test {
                                                                          program,
                                                                          {program, data},
                                                                          &doctor.means,
-                                                                         hasAbout ? tell : nullptr});
+                                                                         hasAbout ? tell : nullptr,
+                                                                         audio});
   }
 
   /// Makes it and starts it up with that board online.
@@ -191,6 +192,8 @@ class MainFixture : public testing::Test {
                                {{"Program", "/opt/kestrin"}, {"Your data", ""}},
                                {"An \aodd system"}};
   bool hasAbout = true;
+  /// What measures sounds, if anything does.
+  core::sound::AudioTools* audio = nullptr;
   ui::kit::UpdateDialog* updateDialog = &update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;
