@@ -22,6 +22,7 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeSoundInfoCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSoundCodeCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSoundWavCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSoundImportCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigMakeCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigShowCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeConfigMapCommand();

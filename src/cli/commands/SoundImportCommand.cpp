@@ -11,6 +11,8 @@
 #include "core/base/Clock.h"
 #include "core/base/PathText.h"
 #include "core/sound/import/ImportCrew.h"
+#include "core/sound/import/SourceList.h"
+#include "platform/archive/ZipArchives.h"
 #include "platform/audio/SystemAudioTools.h"
 
 namespace kestrin::cli {
@@ -115,7 +117,7 @@ class SoundImportCommand final : public Command {
   [[nodiscard]] std::string Description() const override { return "Make sounds for the board of any sound files"; }
 
   void Declare(Syntax& syntax) override {
-    syntax.Paths("SOURCE", m_sources, "Sound files: WAV, AIFF, FLAC, Ogg, Opus, MP3 and others",
+    syntax.Paths("SOURCE", m_sources, "Sounds (WAV, AIFF, FLAC, Ogg, Opus, MP3 and others), folders and ZIP files",
                  Syntax::Need::Required);
     syntax.Path("--output DIR", m_folder, "The folder for the sounds; nothing in it is overwritten",
                 Syntax::Need::Required);
@@ -130,18 +132,27 @@ class SoundImportCommand final : public Command {
     options.trim = m_trim;
     options.loop = m_loop;
     options.level = ParseLevel(m_level);
-    std::vector<ImportCrew::Order> orders;
-    for (const fs::path& path : m_sources)
-      orders.push_back({{path, core::base::TextOf(path), core::base::TextOf(path.stem())}, options});
     MakeFolder();
 
     core::base::SystemClock clock;
     ProgressLine progress(context.options, clock);
-    progress.Phase("Importing ...");
     bool isStopped = false;
     ImportReport report;
     {
       const InterruptAction stop(context.interrupt, [&] { isStopped = true; });
+      const auto goOn = [&] {
+        context.interrupt.Look();
+        return !isStopped;
+      };
+      progress.Phase("Looking for sounds ...");
+      platform::archive::ZipArchives archives(context.disk);
+      core::sound::SourceList sources(archives);
+      for (const fs::path& path : m_sources)
+        if (!sources.Add(path, goOn)) break;
+      std::vector<ImportCrew::Order> orders;
+      for (const ImportSource& source : sources.Sources()) orders.push_back({source, options});
+
+      progress.Phase("Importing ...");
       platform::audio::SystemAudioTools tools;
       ImportCrew crew(tools, context.disk);
       crew.Import(
@@ -150,10 +161,7 @@ class SoundImportCommand final : public Command {
             report.Add(sound);
             progress.Percent(static_cast<int>((number + 1) * 100 / orders.size()));
           },
-          [&] {
-            context.interrupt.Look();
-            return !isStopped;
-          });
+          goOn);
     }
     progress.End();
     RemoveFolderIfNew();

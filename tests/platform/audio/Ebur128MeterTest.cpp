@@ -7,8 +7,8 @@
 #include <numbers>
 #include <vector>
 
-#include "SoundWriter.h"
 #include "platform/audio/SystemAudioTools.h"
+#include "support/SoundFiles.h"
 
 namespace kestrin::platform::audio {
 namespace {

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "SoundWriter.h"
 #include "platform/audio/SystemAudioTools.h"
+#include "support/SoundFiles.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::platform::audio {

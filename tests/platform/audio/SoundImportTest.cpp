@@ -9,11 +9,11 @@
 #include <numbers>
 #include <vector>
 
-#include "SoundWriter.h"
 #include "core/base/PathText.h"
 #include "core/sound/LSU_SoundFile.h"
 #include "platform/audio/SystemAudioTools.h"
 #include "support/RecordingDisk.h"
+#include "support/SoundFiles.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::platform::audio {
@@ -46,7 +46,9 @@ class SoundImportTest : public ::testing::Test {
   }
   ImportedSound ImportNew(const std::string& kind, std::span<const double> frames, int rate = 48000, int channels = 1,
                           const ImportOptions& options = {}) {
-    return Import(WriteSound(m_folder / ("sound" + fs::path("x." + kind).extension().string()), kind, frames, rate, channels), options);
+    return Import(
+        WriteSound(m_folder / ("sound" + fs::path("x." + kind).extension().string()), kind, frames, rate, channels),
+        options);
   }
   /// By the meter, of what is in the file.
   Loudness Measured(const fs::path& path) {

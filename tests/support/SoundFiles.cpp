@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SoundWriter.h"
+#include "support/SoundFiles.h"
 
 #include <sndfile.h>
 
