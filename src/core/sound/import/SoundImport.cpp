@@ -211,6 +211,7 @@ PreparedSound SoundImport::Prepare(const ImportSource& source, const ImportOptio
   base::Result<> planned = isSound ? base::Result<>() : workshop.Plan();
   if (!isSound) workshop.Tell(result);
   if (!planned) {
+    result.changes.clear();
     result.reason = planned.Text();
     return prepared;
   }
