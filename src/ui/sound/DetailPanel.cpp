@@ -18,6 +18,7 @@
 #include "ui/kit/PathText.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/kit/TopicOf.h"
+#include "ui/sound/NameLabel.h"
 #include "ui/sound/PlayIcon.h"
 #include "ui/sound/SoundActions.h"
 #include "ui/sound/SoundTexts.h"
@@ -34,7 +35,7 @@ constexpr const char* kAsOnBoardKey = "asOnBoard";
 DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
     : Card(parent),
       m_actions(actions),
-      m_name(kit::MakeLabel("SelectedSoundLabel", kit::TextStyle::Title, "", this)),
+      m_name(new NameLabel(this)),
       m_where(kit::MakeLabel("SelectedPlaceLabel", kit::TextStyle::Soft, "", this)),
       m_play(new QPushButton(this)),
       m_asOnBoard(new QCheckBox(tr("As on the board"), this)),
@@ -42,6 +43,9 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
       m_volume(new QSlider(Qt::Horizontal, this)),
       m_percent(kit::MakeLabel("VolumeLabel", kit::TextStyle::Plain, "", this)),
       m_waveform(new WaveformView(this)) {
+  m_name->setObjectName(QStringLiteral("SelectedSoundLabel"));
+  m_name->setTextFormat(Qt::PlainText);
+  kit::SetTextStyle(*m_name, kit::TextStyle::Title);
   m_play->setObjectName(QStringLiteral("PlayBtn"));
   m_asOnBoard->setObjectName(QStringLiteral("AsOnBoardBox"));
   m_volume->setObjectName(QStringLiteral("VolSlider"));
@@ -57,7 +61,7 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   m_volumeLabel->setBuddy(m_volume);
   m_volume->setRange(0, 100);
   m_volume->setPageStep(10);
-  m_volume->setMinimumWidth(96);
+  m_volume->setMinimumWidth(72);
   m_volume->setMaximumWidth(240);
   m_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   m_percent->setMinimumWidth(m_percent->fontMetrics().horizontalAdvance(QStringLiteral("-100 %")));
@@ -137,10 +141,7 @@ void DetailPanel::Refresh() {
 
 void DetailPanel::ShowSound(const std::filesystem::path& path, const QString& where) {
   m_path = path;
-  // A long name gives way to the controls; the tool tip has all of it.
-  constexpr int kWidestName = 200;
-  m_name->setText(path.empty() ? tr("No sound selected")
-                               : m_name->fontMetrics().elidedText(FileName(path), Qt::ElideMiddle, kWidestName));
+  m_name->setText(path.empty() ? tr("No sound selected") : FileName(path));
   m_name->setToolTip(kit::TextOf(path));
   m_where->setText(where);
   m_where->setVisible(!where.isEmpty());

@@ -15,6 +15,7 @@ class QSlider;
 
 namespace kestrin::ui::sound {
 
+class NameLabel;
 class SoundActions;
 class WaveformView;
 
@@ -63,7 +64,7 @@ class DetailPanel : public kit::Card {
   int m_count = 1;
   std::filesystem::path m_path;
   std::filesystem::path m_playing;
-  QLabel* m_name;
+  NameLabel* m_name;
   QLabel* m_where;
   QPushButton* m_play;
   QCheckBox* m_asOnBoard;

@@ -61,6 +61,10 @@ void LevelFrame::MakeLayout() {
   m_bar->setAccessibleName(tr("Progress of the measuring"));
   m_bar->setRange(0, 100);
   m_bar->setTextVisible(false);
+  // The sheet does not change its height under the pointer.
+  QSizePolicy room = m_bar->sizePolicy();
+  room.setRetainSizeWhenHidden(true);
+  m_bar->setSizePolicy(room);
 
   auto* const all = new QVBoxLayout(this);
   all->setContentsMargins(kit::kBroad, kit::kWide, kit::kBroad, kit::kWide);
@@ -164,7 +168,7 @@ void LevelFrame::SetRunning(bool isRunning) {
   ShowWhetherUsual();
   m_state->setText(isRunning ? tr("Measuring the sounds ...") : QString());
   m_bar->setValue(0);
-  m_bar->setEnabled(isRunning);
+  m_bar->setVisible(isRunning);
 }
 
 void LevelFrame::ShowPercent(int percent) { m_bar->setValue(percent); }

@@ -26,6 +26,7 @@
 #include "ui/kit/WaitFrame.h"
 #include "ui/motion/ConfigFrame.h"
 #include "ui/sound/DownloadFrame.h"
+#include "ui/sound/LevelFrame.h"
 #include "ui/sound/SoundPage.h"
 #include "ui/window/AboutFrame.h"
 #include "ui/window/GateRunner.h"

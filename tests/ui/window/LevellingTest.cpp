@@ -4,7 +4,7 @@
 #include <QTest>
 
 #include "ui/sound/SoundPage.h"
-#include "ui/window/FakeAudioTools.h"
+#include "ui/window/HeldAudioTools.h"
 #include "ui/window/MainFixture.h"
 
 namespace kestrin::support {
@@ -53,7 +53,7 @@ class Levelling : public MainFixture {
     return Until([this] { return !Shown("LevelFrame"); });
   }
 
-  FakeAudioTools tools;
+  HeldAudioTools tools;
 };
 
 TEST_F(Levelling, SetsTheVolumesAsOneStepAndTellsHowMany) {
@@ -69,7 +69,7 @@ TEST_F(Levelling, SetsTheVolumesAsOneStepAndTellsHowMany) {
   Find<QAction>("UndoAction").trigger();
   EXPECT_EQ(Volume("BootFileList"), 70);
   EXPECT_EQ(Volume("PwrOnFileList"), 80);
-  EXPECT_FALSE(Find<QAction>("UndoAction").isEnabled());
+  EXPECT_EQ(Find<QAction>("UndoAction").text(), "Undo: Load set.lscfg");
 }
 
 TEST_F(Levelling, TakesTheBalanceOfTheSheetAndRemembersIt) {
@@ -129,7 +129,7 @@ TEST_F(Levelling, CancelStopsItAndChangesNothing) {
   Push("CancelLevelBtn").click();
   ASSERT_TRUE(Done());
   EXPECT_EQ(Volume("BootFileList"), 70);
-  EXPECT_FALSE(Find<QAction>("UndoAction").isEnabled());
+  EXPECT_EQ(Find<QAction>("UndoAction").text(), "Undo: Load set.lscfg");
 }
 
 TEST_F(Levelling, ShowsHowFarItIs) {

@@ -11,9 +11,9 @@
 namespace kestrin::support {
 
 /// Measures sounds by their mean energy, and only when it may.
-class FakeAudioTools final : public core::sound::AudioTools {
+class HeldAudioTools final : public core::sound::AudioTools {
  public:
-  ~FakeAudioTools() override { LetGo(); }
+  ~HeldAudioTools() override { LetGo(); }
 
   /// From now on whoever measures waits.
   void Hold() {
@@ -40,7 +40,7 @@ class FakeAudioTools final : public core::sound::AudioTools {
  private:
   class Meter final : public core::sound::LoudnessMeter {
    public:
-    explicit Meter(FakeAudioTools& tools) : m_tools(tools) {}
+    explicit Meter(HeldAudioTools& tools) : m_tools(tools) {}
     void Add(std::span<const double> samples) override {
       m_tools.Wait();
       m_meter.Add(samples);
@@ -48,7 +48,7 @@ class FakeAudioTools final : public core::sound::AudioTools {
     [[nodiscard]] core::sound::Loudness Finish() override { return m_meter.Finish(); }
 
    private:
-    FakeAudioTools& m_tools;
+    HeldAudioTools& m_tools;
     EnergyMeter m_meter;
   };
 
