@@ -40,7 +40,7 @@ struct ControlTopic {
   kit::HelpContext topic;
 };
 
-constexpr std::array<ControlTopic, 57> kTopics{{
+constexpr std::array<ControlTopic, 61> kTopics{{
     {"Main", kit::HelpContext::Main},
     {"LoadBtn", kit::HelpContext::Open},
     {"SaveBtn", kit::HelpContext::Save},
@@ -82,6 +82,10 @@ constexpr std::array<ControlTopic, 57> kTopics{{
     {"VolSlider", kit::HelpContext::Volume},
     {"Waveform", kit::HelpContext::Waveform},
     {"PlayBtn", kit::HelpContext::Preview},
+    {"AsOnBoardBox", kit::HelpContext::AsOnBoard},
+    {"LevelBtn", kit::HelpContext::Level},
+    {"LevelFrame", kit::HelpContext::Level},
+    {"Balance_idle", kit::HelpContext::Level},
     {"WaitFrame", kit::HelpContext::Preview},
     {"MemoryStatus", kit::HelpContext::Memory},
     {"MemoryLabel", kit::HelpContext::Memory},
