@@ -5,8 +5,6 @@
 #include <utility>
 
 #include "base/Disk.h"
-#include "base/NewFile.h"
-#include "base/TakeName.h"
 #include "base/WriteBeside.h"
 
 namespace kestrin::core::base {
@@ -35,20 +33,9 @@ FileBeside& FileBeside::operator=(FileBeside&& other) noexcept {
 }
 
 Result<> FileBeside::TakeNewName(const fs::path& path, Disk& disk) {
-  // Renaming replaces what is there. So the name is taken first, by a file that can only be made where there is none.
-  NewFile place(path);
-  if (!place.IsOpen()) return place.WasThere() ? Failure{FailureKind::InTheWay, place.Why().text} : place.Why();
-  Result<> done;
-  if (!place.Close()) done = place.Why();
-  if (done) done = TakeName(m_path, path);
-  if (done) {
-    m_path.clear();
-    if (const std::error_code error = disk.Flush(path.has_parent_path() ? path.parent_path() : "."))
-      done = FailureOf(error);
-  }
-  std::error_code ignored;
-  if (!done) fs::remove(path, ignored);
-  return done;
+  if (const std::error_code error = disk.TakeFreeName(m_path, path)) return FailureOf(error);
+  m_path.clear();
+  return {};
 }
 
 }  // namespace kestrin::core::base

@@ -26,7 +26,8 @@ class FileBeside {
   FileBeside& operator=(const FileBeside&) = delete;
 
   /// Gives it the name `path`, in the same folder, for good. Never replaces anything, whoever is quicker: then the
-  /// failure is InTheWay and another name can be tried.
+  /// failure is InTheWay and another name can be tried. The name is not forced onto the disk: who makes many files does
+  /// that once for all of them.
   Result<> TakeNewName(const std::filesystem::path& path, Disk& disk);
 
  private:

@@ -82,7 +82,8 @@ class Threads {
 
 ImportCrew::ImportCrew(AudioTools& tools, base::Disk& disk, unsigned threads)
     : m_tools(tools), m_disk(disk), m_threads(threads) {
-  if (m_threads == 0) m_threads = std::max(1U, std::thread::hardware_concurrency());
+  // One more than cores: each waits for the disk at times.
+  if (m_threads == 0) m_threads = std::thread::hardware_concurrency() + 1;
 }
 
 void ImportCrew::Import(const std::vector<Order>& orders, const std::filesystem::path& folder, const Done& done,
@@ -114,6 +115,8 @@ void ImportCrew::Import(const std::vector<Order>& orders, const std::filesystem:
       done(number++, import.Finish(std::move(sound), folder));
     }
   }
+  // Without that a power cut might take whole files, but never a part of one.
+  if (number > 0) static_cast<void>(m_disk.Flush(folder));
   for (; number < orders.size(); ++number) done(number, WithReason(orders[number], "Stopped.").result);
   if (stopped) std::rethrow_exception(stopped);
 }

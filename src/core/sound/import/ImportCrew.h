@@ -9,8 +9,8 @@
 
 namespace kestrin::core::sound {
 
-/// Imports many sounds on as many threads as the computer has cores, and yet names and results are those of one after
-/// another.
+/// Imports many sounds on as many threads as keep the computer's cores busy, and yet names and results are those of one
+/// after another.
 class ImportCrew {
  public:
   /// One sound to make, with what is to be done to it.
@@ -22,7 +22,7 @@ class ImportCrew {
   /// orders.
   using Done = std::function<void(std::size_t, ImportedSound)>;
 
-  /// Both must outlive the crew and bear several threads. `threads` 0: as many as the computer has cores.
+  /// Both must outlive the crew and bear several threads. `threads` 0: as many as keep all cores busy.
   ImportCrew(AudioTools& tools, base::Disk& disk, unsigned threads = 0);
 
   /// Imports them all into the folder. `goOn` is asked on the calling thread, about every 20 ms; when it says false or

@@ -16,7 +16,7 @@ struct ImportOptions {
   /// The end is joined to the beginning, so that the sound repeats without a click.
   bool loop = false;
   /// The loudness in LUFS that the sound gets, as far as its peaks allow; nothing leaves it as loud as it is.
-  std::optional<double> level;
+  std::optional<double> level = {};
 };
 
 /// A sound to import.

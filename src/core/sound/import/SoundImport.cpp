@@ -27,6 +27,9 @@ namespace {
 
 constexpr double kRate = LSU_SoundFile::kSamplesPerSecond;
 constexpr std::uint64_t kFewestSamples = 49;
+/// In dB. What rounding to 16 bits does to the loudness and the peak of a louder sound is less than a hundredth of a
+/// dB, so it need not be measured again.
+constexpr double kLoudEnough = -30;
 
 /// Why the board could not use a sound.
 base::Result<> CheckUsable(std::uint64_t samples, bool isSilent) {
@@ -38,6 +41,28 @@ base::Result<> CheckUsable(std::uint64_t samples, bool isSilent) {
     return Failure{FailureKind::NotValid,
                    "The sound is silent from its beginning to its end. Choose a sound that can be heard."};
   return {};
+}
+
+/// Adds finished samples to what is measured.
+void Measure(LoudnessMeter& meter, std::span<const std::int16_t> samples) {
+  std::vector<double> values;
+  values.reserve(samples.size());
+  for (const std::int16_t sample : samples) values.push_back(sample / 32768.0);
+  meter.Add(values);
+}
+
+/// A sound's loudness, louder by that much.
+Loudness Moved(Loudness loudness, double decibels) {
+  if (loudness.lufs) *loudness.lufs += decibels;
+  if (loudness.truePeak) *loudness.truePeak += decibels;
+  return loudness;
+}
+
+void TellResult(std::uint64_t samples, const Loudness& loudness, ImportedSound& result) {
+  result.samples = static_cast<std::int64_t>(samples);
+  result.seconds = static_cast<double>(samples) / kRate;
+  result.truePeak = loudness.truePeak;
+  result.loudness = loudness.lufs;
 }
 
 /// A sound on its way: what is to be done to it and what was.
@@ -59,23 +84,23 @@ class Workshop {
 
   /// Gives the bytes of the ".lsu" file.
   base::Result<> Write(const base::AppendBytes& append, ImportedSound& result) {
-    SoundWriter writer(m_tools, append);
+    SoundWriter writer(append);
+    const bool isMeasured = m_planned.truePeak.value_or(0) + m_gain.decibels < kLoudEnough;
+    const std::unique_ptr<LoudnessMeter> meter = isMeasured ? m_tools.MakeMeter() : nullptr;
     Dither dither(m_gain.Factor(), IsExact());
     std::vector<std::int16_t> samples;
     base::Result<> played = PlayEdited([&](std::span<double> block) {
       samples.clear();
       dither.Add(block, samples);
+      if (meter) Measure(*meter, samples);
       return writer.Add(samples);
     });
     samples.clear();
     dither.Finish(samples);
+    if (meter) Measure(*meter, samples);
     static_cast<void>(writer.Add(samples));
     if (!played) return played;
-    const Loudness loudness = writer.Finish();
-    result.samples = static_cast<std::int64_t>(writer.Count());
-    result.seconds = static_cast<double>(writer.Count()) / kRate;
-    result.truePeak = loudness.truePeak;
-    result.loudness = loudness.lufs;
+    TellResult(writer.Count(), meter ? meter->Finish() : Moved(m_planned, m_gain.decibels), result);
     return CheckUsable(writer.Count(), writer.IsSilent());
   }
 
@@ -85,7 +110,7 @@ class Workshop {
     result.channels = shape.channels;
     if (shape.rate > 0) result.sourceSeconds = static_cast<double>(m_sound.Frames()) / shape.rate;
     for (const std::string& text : {UnpackedText(shape), m_sound.MixdownText(), RateText(shape.rate), DepthText(shape),
-                              m_loopText, GainText(m_gain), TrimText(m_trimmed), MendedText(m_sound.Mended())})
+                                    m_loopText, GainText(m_gain), TrimText(m_trimmed), MendedText(m_sound.Mended())})
       if (!text.empty()) result.changes.push_back(text);
   }
 
@@ -135,7 +160,8 @@ class Workshop {
       return true;
     });
     if (!played) return played;
-    m_gain = ChooseGain(meter->Finish(), m_options.level, IsExact());
+    m_planned = meter->Finish();
+    m_gain = ChooseGain(m_planned, m_options.level, IsExact());
     return {};
   }
 
@@ -152,6 +178,8 @@ class Workshop {
   const ImportOptions& m_options;
   ConvertedSound m_sound;
   SoundEdit m_edit;
+  /// Before the gain.
+  Loudness m_planned;
   Gain m_gain;
   std::uint64_t m_trimmed = 0;
   std::string m_loopText;
@@ -175,20 +203,20 @@ base::Result<> CopySound(AudioTools& tools, const fs::path& path, const SoundImp
     stream.read(reinterpret_cast<char*>(header.data()), header.size());
     std::uint32_t word = 0;
     for (std::size_t byte = header.size(); byte > 0; --byte) word = word << 8 | header[byte - 1];
-    SoundWriter writer(tools, append, word);
+    SoundWriter writer(append, word);
+    const std::unique_ptr<LoudnessMeter> meter = tools.MakeMeter();
     SampleReader reader(path);
-    for (auto block = reader.Next(); !block.empty() && writer.Add(block); block = reader.Next()) look();
+    for (auto block = reader.Next(); !block.empty() && writer.Add(block); block = reader.Next()) {
+      Measure(*meter, block);
+      look();
+    }
     if (writer.Count() != static_cast<std::uint64_t>(file.NrOfSamples()) ||
         reader.GetState() != SampleReader::State::Good)
       return Failure{FailureKind::Changed, "The file changed while it was read. Import it again."};
-    const Loudness loudness = writer.Finish();
+    TellResult(writer.Count(), meter->Finish(), result);
     result.rate = LSU_SoundFile::kSamplesPerSecond;
     result.channels = 1;
-    result.samples = file.NrOfSamples();
-    result.seconds = static_cast<double>(file.NrOfSamples()) / kRate;
     result.sourceSeconds = result.seconds;
-    result.truePeak = loudness.truePeak;
-    result.loudness = loudness.lufs;
     return {};
   } catch (const Failure& stopped) {
     return stopped;
@@ -257,7 +285,10 @@ ImportedSound SoundImport::Finish(PreparedSound prepared, const fs::path& folder
 
 ImportedSound SoundImport::Import(const ImportSource& source, const ImportOptions& options, const fs::path& folder,
                                   const GoOn& goOn) {
-  return Finish(Prepare(source, options, folder, goOn), folder);
+  ImportedSound result = Finish(Prepare(source, options, folder, goOn), folder);
+  // Without that a power cut might take the whole file, but never a part of it.
+  if (!result.path.empty()) static_cast<void>(m_disk.Flush(folder));
+  return result;
 }
 
 }  // namespace kestrin::core::sound

@@ -32,7 +32,7 @@ class SoundImport {
   /// The first half of Import(): all of the work, into a file of the folder that has no name yet.
   [[nodiscard]] PreparedSound Prepare(const ImportSource& source, const ImportOptions& options,
                                       const std::filesystem::path& folder, const GoOn& goOn = {});
-  /// The second half: gives it its name.
+  /// The second half: gives it its name. Names are not forced onto the disk; who makes many sounds does that once.
   [[nodiscard]] ImportedSound Finish(PreparedSound prepared, const std::filesystem::path& folder);
 
  private:

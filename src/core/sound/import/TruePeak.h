@@ -24,19 +24,21 @@ class TruePeak {
   /// Samples on which a point between two of them depends.
   static constexpr std::size_t kReach = 12;
   static constexpr std::size_t kBlock = 512;
-  /// Peaks are kept side by side, so that the processor can compare several at once.
-  static constexpr std::size_t kLanes = 8;
 
   /// Looks at kBlock samples.
   void Look();
 
+  [[nodiscard]] static float HighestOf(const float* values, std::size_t count);
+
   /// By place between two samples, then by sample, the latest first.
-  std::array<std::array<double, kReach>, kTimes - 1> m_filter{};
-  /// The last samples of the block before, then the block.
-  std::vector<double> m_samples;
+  std::array<std::array<float, kReach>, kTimes - 1> m_filter{};
+  /// How much higher than the samples around it a point between two of them can be.
+  float m_most = 1;
+  /// The last samples of the block before, then the block. Half the precision is still far more than a peak needs.
+  std::vector<float> m_samples;
   std::size_t m_filled = kReach;
-  std::array<double, kBlock> m_between{};
-  std::array<double, kLanes> m_peaks{};
+  std::array<float, kBlock> m_between{};
+  float m_peak = 0;
 };
 
 }  // namespace kestrin::core::sound

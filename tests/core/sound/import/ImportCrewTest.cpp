@@ -26,6 +26,12 @@ class QuietDisk final : public base::Disk {
  public:
   std::error_code Flush(const fs::path&) override { return {}; }
   LockResult TryLock(const fs::path&) override { return {}; }
+  std::error_code TakeFreeName(const fs::path& made, const fs::path& name) override {
+    std::error_code error;
+    if (fs::exists(name, error)) return std::make_error_code(std::errc::file_exists);
+    fs::rename(made, name, error);
+    return error;
+  }
 };
 
 class ImportCrewTest : public ::testing::Test {
