@@ -102,9 +102,9 @@ std::vector<std::size_t> SlotGuess::Order(const std::vector<NamedSound>& sounds,
   const auto placeOf = [&guesses](std::size_t sound) {
     const SlotGuess& guess = guesses[sound];
     if (!guess.slot) return std::tuple(2, std::size_t{0});
-    const auto slot =
+    const auto found =
         std::find_if(kSlots.begin(), kSlots.end(), [&guess](const Slot& one) { return one.kind == *guess.slot; });
-    return std::tuple(guess.isSure ? 0 : 1, static_cast<std::size_t>(slot - kSlots.begin()));
+    return std::tuple(guess.isSure ? 0 : 1, static_cast<std::size_t>(found - kSlots.begin()));
   };
   std::vector<std::size_t> order(sounds.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
