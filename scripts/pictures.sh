@@ -11,7 +11,7 @@ folder="${1:-$project/docs/pictures}"
 if [ $# -gt 0 ]; then shift; fi
 pictures=("$@")
 if [ ${#pictures[@]} -eq 0 ]; then
-  pictures=(window-dark window-light downloading-dark setup-light led-dark updating-light doctor-light)
+  pictures=(window-dark window-light downloading-dark setup-light led-dark updating-light doctor-light import-light)
 fi
 
 need_packages build

@@ -37,6 +37,7 @@ constexpr Picture kPictures[] = {
     {"help.bmp", "help.svg", kIconSide, false},
     {"copy.bmp", "copy.svg", kIconSide, false},
     {"shield.bmp", "shield.svg", kIconSide, false},
+    {"import.bmp", "import.svg", kIconSide, false},
     {"download.bmp", "download.svg", kIconSide, false},
     {"download_off.bmp", "download.svg", kIconSide, true},
     {"update.bmp", "update.svg", kIconSide, false},

@@ -35,6 +35,9 @@ class AnsweringDialogs final : public ui::kit::Dialogs {
   [[nodiscard]] QString OpenFile(const QString&, const QString&, const QString&, ui::kit::HelpContext) override {
     return {};
   }
+  [[nodiscard]] QStringList OpenFiles(const QString&, const QString&, const QString&, ui::kit::HelpContext) override {
+    return {};
+  }
   [[nodiscard]] QString SaveFile(const QString&, const QString&, const QString&, const QString&,
                                  ui::kit::HelpContext) override {
     return {};
@@ -71,7 +74,7 @@ class OneFolder final : public ui::kit::SpecialFolders {
  public:
   explicit OneFolder(std::filesystem::path folder) : m_folder(std::move(folder)) {}
   [[nodiscard]] std::filesystem::path Desktop() const override { return m_folder; }
-  [[nodiscard]] std::filesystem::path Documents() const override { return m_folder; }
+  [[nodiscard]] std::filesystem::path Documents() const override { return m_folder.parent_path(); }
   [[nodiscard]] std::vector<ui::kit::Drive> Drives() const override { return {{"Home", m_folder}}; }
 
  private:

@@ -22,6 +22,7 @@
 #include "core/sound/FlashBlock.h"
 #include "core/sound/LSU_SoundFile.h"
 #include "demo/pictures/DoctorScenes.h"
+#include "demo/pictures/ImportScenes.h"
 #include "demo/pictures/Stage.h"
 #include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
@@ -309,6 +310,9 @@ constexpr Scene kScenes[] = {
     {"question", kBoard, TakeQuestion},
     {"error", kBoard, TakeError},
     {"unsaved", kBoard, TakeUnsaved},
+    {"import", "none", TakeImport},
+    {"import-under-way", "none", TakeImportUnderWay},
+    {"import-too-much", "none", TakeImportTooMuch},
     {"doctor-no-board", "none", TakeDoctorNoBoard},
     {"doctor", "none", TakeDoctorNotPermitted},
     {"doctor-consent", "none", TakeDoctorConsent},

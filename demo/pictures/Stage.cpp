@@ -57,7 +57,9 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
                                                                          program,
                                                                          {ui::kit::PathOf(m_folder.path())},
                                                                          doctor,
-                                                                         [program] { return Facts(program); }});
+                                                                         [program] { return Facts(program); },
+                                                                         &m_audio,
+                                                                         &m_archives});
 }
 
 Stage::~Stage() = default;

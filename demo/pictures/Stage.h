@@ -11,6 +11,8 @@
 
 #include "core/motion/KeptParametersFolder.h"
 #include "demo/pictures/Props.h"
+#include "platform/archive/ZipArchives.h"
+#include "platform/audio/SystemAudioTools.h"
 #include "platform/files/SystemDisk.h"
 #include "simulator/SimulatedAgent.h"
 #include "ui/doctor/DoctorMeans.h"
@@ -54,6 +56,8 @@ class Stage {
   core::motion::KeptParametersFolder m_kept;
   Wakefulness m_sleep;
   NoUpdate m_update;
+  platform::audio::SystemAudioTools m_audio;
+  platform::archive::ZipArchives m_archives{m_disk};
   QSettings m_settings;
   std::unique_ptr<simulator::SimulatedAgent> m_agent;
   std::unique_ptr<ui::window::Main> m_window;

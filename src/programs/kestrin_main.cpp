@@ -16,6 +16,7 @@
 #include "core/motion/KeptParametersFolder.h"
 #include "core/update/FontsPlace.h"
 #include "core/update/UpdateServer.h"
+#include "platform/archive/ZipArchives.h"
 #include "platform/audio/SystemAudioTools.h"
 #include "platform/boards/BoardAgent.h"
 #include "platform/desktop/CompiledHelp.h"
@@ -172,11 +173,13 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
   const ui::doctor::DoctorMeans doctor = MakeDoctor(survey, options.board, **board, clock);
 
   platform::audio::SystemAudioTools audio;
+  platform::archive::ZipArchives archives(disk);
   ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
-                           options.programFolder, places, &doctor, [&] {
+                           options.programFolder, places, &doctor,
+                           [&] {
                              return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});
                            },
-                           &audio});
+                           &audio, &archives});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "sound/LSU_Configuration.h"
 
@@ -23,7 +24,15 @@ struct MemoryUse {
   /// millisecond, and its answer in one.
   static constexpr int kBlockMilliseconds = 18;
 
+  /// A sound of that many samples in a slot.
+  struct Sound {
+    SlotKind kind;
+    std::int32_t samples = 0;
+  };
+
   [[nodiscard]] static MemoryUse Of(const LSU_Configuration& configuration);
+  /// The same of sounds that are in no configuration yet.
+  [[nodiscard]] static MemoryUse Of(const std::vector<Sound>& sounds, std::int64_t capacity);
 
   [[nodiscard]] bool Fits() const { return total <= capacity; }
   /// Samples beyond what the board holds, 0 when all fit.

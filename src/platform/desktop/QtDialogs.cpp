@@ -57,20 +57,27 @@ bool QtDialogs::Run(QDialog& dialog, ui::kit::HelpContext topic) {
   return accepted;
 }
 
-QString QtDialogs::Choose(QFileDialog& dialog, const QString& start, ui::kit::HelpContext topic) {
+QStringList QtDialogs::Choose(QFileDialog& dialog, const QString& start, ui::kit::HelpContext topic) {
   MakeRoom(dialog);
   const QFileInfo file(start);
   if (!file.isDir()) {
     dialog.setDirectory(file.absolutePath());
     dialog.selectFile(file.fileName());
   }
-  return Run(dialog, topic) ? dialog.selectedFiles().value(0) : QString();
+  return Run(dialog, topic) ? dialog.selectedFiles() : QStringList();
 }
 
 QString QtDialogs::OpenFile(const QString& title, const QString& start, const QString& filter,
                             ui::kit::HelpContext topic) {
   QFileDialog dialog(Parent(), title, start, filter);
   dialog.setFileMode(QFileDialog::ExistingFile);
+  return Choose(dialog, start, topic).value(0);
+}
+
+QStringList QtDialogs::OpenFiles(const QString& title, const QString& start, const QString& filter,
+                                 ui::kit::HelpContext topic) {
+  QFileDialog dialog(Parent(), title, start, filter);
+  dialog.setFileMode(QFileDialog::ExistingFiles);
   return Choose(dialog, start, topic);
 }
 
@@ -79,14 +86,14 @@ QString QtDialogs::SaveFile(const QString& title, const QString& start, const QS
   QFileDialog dialog(Parent(), title, start, filter);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(suffix);
-  return Choose(dialog, start, topic);
+  return Choose(dialog, start, topic).value(0);
 }
 
 QString QtDialogs::ChooseFolder(const QString& title, const QString& start, ui::kit::HelpContext topic) {
   QFileDialog dialog(Parent(), title, start);
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
-  return Choose(dialog, start, topic);
+  return Choose(dialog, start, topic).value(0);
 }
 
 std::optional<QColor> QtDialogs::AskColor(const QColor& preset, ui::kit::HelpContext topic) {

@@ -25,6 +25,8 @@ class QtDialogs final : public ui::kit::Dialogs {
 
   [[nodiscard]] QString OpenFile(const QString& title, const QString& start, const QString& filter,
                                  ui::kit::HelpContext topic) override;
+  [[nodiscard]] QStringList OpenFiles(const QString& title, const QString& start, const QString& filter,
+                                      ui::kit::HelpContext topic) override;
   [[nodiscard]] QString SaveFile(const QString& title, const QString& start, const QString& filter,
                                  const QString& suffix, ui::kit::HelpContext topic) override;
   [[nodiscard]] QString ChooseFolder(const QString& title, const QString& start, ui::kit::HelpContext topic) override;
@@ -45,8 +47,8 @@ class QtDialogs final : public ui::kit::Dialogs {
   }
   /// Shows it and waits until it is closed; true when it was accepted.
   bool Run(QDialog& dialog, ui::kit::HelpContext topic);
-  /// Asks for a file, beginning at the folder or file `start`; "" for none.
-  [[nodiscard]] QString Choose(QFileDialog& dialog, const QString& start, ui::kit::HelpContext topic);
+  /// Asks for files, beginning at the folder or file `start`; none when the person thought better of it.
+  [[nodiscard]] QStringList Choose(QFileDialog& dialog, const QString& start, ui::kit::HelpContext topic);
   /// A message with OK.
   void Tell(MessageWindow& message);
 

@@ -58,6 +58,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::LedSettings, "led.html#settings"},
     {kit::HelpContext::UpdateForm, "update.html#progress"},
     {kit::HelpContext::Doctor, "doctor.html"},
+    {kit::HelpContext::Import, "import.html"},
 };
 
 }  // namespace

@@ -27,6 +27,9 @@ class Dialogs {
   /// The file to open, "" when the person thought better of it. `start` is a folder or a file, `filter` as Qt has it.
   [[nodiscard]] virtual QString OpenFile(const QString& title, const QString& start, const QString& filter,
                                          HelpContext topic = HelpContext::Files) = 0;
+  /// The same for several files; none when the person thought better of it.
+  [[nodiscard]] virtual QStringList OpenFiles(const QString& title, const QString& start, const QString& filter,
+                                              HelpContext topic = HelpContext::Files) = 0;
   /// The file to save as, with `suffix` when the person gave none; they were asked before one that exists is replaced.
   [[nodiscard]] virtual QString SaveFile(const QString& title, const QString& start, const QString& filter,
                                          const QString& suffix, HelpContext topic = HelpContext::Files) = 0;

@@ -69,6 +69,8 @@ enum class HelpContext : int {
   UpdateForm = 1100,
 
   Doctor = 1110,
+
+  Import = 1120,
 };
 
 /// The topic of a slot: kinds 1 boot, 2 power on, 3 power off, 4 motion, 5 impact, 6 lock-up, 7 idle; any other number

@@ -2,9 +2,11 @@
 #include "ui/sound/FileExplorer.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QFileSystemWatcher>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSettings>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
@@ -15,6 +17,7 @@
 #include <set>
 
 #include "ui/kit/Grid.h"
+#include "ui/kit/HelpText.h"
 #include "ui/kit/HintLabel.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/LatestJob.h"
@@ -35,6 +38,7 @@ namespace {
 
 /// Changes of a folder come in bursts; it is read again when they have ended.
 constexpr int kBurstMilliseconds = 300;
+constexpr const char* kFilterKey = "explorerFilter";
 
 /// Whether `folder` is `drive` or lies in it.
 bool IsWithin(const fs::path& folder, const fs::path& drive) {
@@ -63,6 +67,7 @@ void ShowKeepingPlace(SoundListView& list, FileListModel& model, std::vector<Fol
 FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
     : Card(parent),
       m_specialFolders(folders),
+      m_filter(SoundFilter::Board),
       m_job(new kit::LatestJob(this)),
       m_folders(new FileListModel(this)),
       m_files(new FileListModel(this)),
@@ -70,6 +75,7 @@ FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
       m_up(new QToolButton(this)),
       m_path(new PathLabel(this)),
       m_dirList(new SoundListView(this)),
+      m_filterList(new QComboBox(this)),
       m_fileList(new SoundListView(this)),
       m_hint(new kit::HintLabel(this)),
       m_watcher(new QFileSystemWatcher(this)),
@@ -78,6 +84,7 @@ FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
   m_up->setObjectName(QStringLiteral("UpBtn"));
   m_path->setObjectName(QStringLiteral("FolderLabel"));
   m_dirList->setObjectName(QStringLiteral("DirList"));
+  m_filterList->setObjectName(QStringLiteral("FilterList"));
   m_fileList->setObjectName(QStringLiteral("FileList"));
   m_hint->setObjectName(QStringLiteral("HintLabel"));
   m_driveList->setAccessibleName(tr("Drive"));
@@ -86,6 +93,12 @@ FileExplorer::FileExplorer(const kit::SpecialFolders& folders, QWidget* parent)
   m_up->setAccessibleName(tr("Folder above"));
   m_dirList->setAccessibleName(tr("Folders"));
   m_fileList->setAccessibleName(tr("Sound files"));
+  m_filterList->setAccessibleName(tr("Which sounds are shown"));
+  m_filterList->setAccessibleDescription(tr("Which sounds are shown"));
+  m_filterList->addItems({tr("Sounds for the board"), tr("All sounds")});
+  m_filterList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  m_filterList->hide();
+  kit::SetHelp(*m_filterList, tr("Show the sounds that the board takes as they are, or those too that are imported"));
   m_dirList->setModel(m_folders);
   m_fileList->setModel(m_files);
   m_dirList->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -149,6 +162,7 @@ void FileExplorer::MakeLayout() {
     inside->addWidget(list);
     list->setMinimumHeight(56);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    if (list == m_fileList) column->addWidget(m_filterList);
     column->addWidget(frame, list == m_dirList ? 2 : 5);
   }
   column->addWidget(m_hint);
@@ -214,15 +228,15 @@ void FileExplorer::OpenChosenFolder() {
 
 void FileExplorer::Read() {
   if (m_folder.empty()) return;
-  m_job->Start([this, folder = m_folder](const kit::LatestJob::GoOn& goOn, const kit::LatestJob::Deliver& deliver) {
-    auto contents = std::make_shared<FolderContents>(FolderContents::Of(folder, goOn));
+  m_job->Start([this, folder = m_folder, filter = m_filter](const kit::LatestJob::GoOn& goOn,
+                                                            const kit::LatestJob::Deliver& deliver) {
+    auto contents = std::make_shared<FolderContents>(FolderContents::Of(folder, goOn, filter));
     deliver([this, contents] { Show(*contents); });
   });
 }
 
 void FileExplorer::Show(FolderContents& contents) {
-  m_fileList->SetEmptyText(contents.complete ? tr("No sound files (.lsu) in this folder")
-                                             : tr("This folder cannot be read"));
+  m_fileList->SetEmptyText(contents.complete ? NoSounds() : tr("This folder cannot be read"));
   // Reading the same folder again leaves the person where they were.
   ShowKeepingPlace(*m_dirList, *m_folders, std::move(contents.folders));
   ShowKeepingPlace(*m_fileList, *m_files, std::move(contents.sounds));
@@ -241,6 +255,26 @@ fs::path FileExplorer::FileAt(int row) const {
 }
 
 void FileExplorer::SetPlaying(const fs::path& path) { m_files->SetPlaying(path); }
+
+QString FileExplorer::NoSounds() const {
+  if (m_filter == SoundFilter::All) return tr("No sounds in this folder");
+  const QString none = tr("No sound files (.lsu) in this folder");
+  return m_filterList->isHidden() ? none : tr("%1. \"All sounds\" shows those that can be imported.").arg(none);
+}
+
+void FileExplorer::OfferFilter(QSettings& settings) {
+  const auto choose = [this](int index) {
+    m_filter = index == 0 ? SoundFilter::Board : SoundFilter::All;
+    Read();
+  };
+  m_filterList->setCurrentIndex(settings.value(kFilterKey).toString() == QLatin1String("all") ? 1 : 0);
+  m_filterList->show();
+  choose(m_filterList->currentIndex());
+  connect(m_filterList, &QComboBox::activated, this, [choose, &settings](int index) {
+    settings.setValue(kFilterKey, index == 0 ? "board" : "all");
+    choose(index);
+  });
+}
 
 void FileExplorer::SetHint(const QString& hint) { m_hint->setText(hint); }
 

@@ -9,7 +9,9 @@
 #include "ui/kit/SpecialFolders.h"
 
 class QFileSystemWatcher;
+class QComboBox;
 class QLabel;
+class QSettings;
 class QTimer;
 class QToolButton;
 
@@ -23,6 +25,7 @@ namespace kestrin::ui::sound {
 class DriveList;
 class FileListModel;
 struct FolderContents;
+enum class SoundFilter;
 class SoundListView;
 
 /// Finds sounds on the computer: a drive list, the folders of the current folder, its sound files. Folders are read on
@@ -45,6 +48,8 @@ class FileExplorer : public kit::Card {
   [[nodiscard]] SoundListView* Files() const { return m_fileList; }
   void SetPlaying(const std::filesystem::path& path);
   void SetHint(const QString& hint);
+  /// Lets the person choose whether sounds are shown that have to be imported first; the settings remember that.
+  void OfferFilter(QSettings& settings);
 
  signals:
   /// The contents of the folder are shown.
@@ -60,10 +65,13 @@ class FileExplorer : public kit::Card {
   void Read();
   void Show(FolderContents& contents);
   void OpenChosenFolder();
+  [[nodiscard]] QString NoSounds() const;
 
   const kit::SpecialFolders& m_specialFolders;
   std::vector<kit::Drive> m_drives;
   std::filesystem::path m_folder;
+  /// Nobody has to choose: those of the board's own format are shown.
+  SoundFilter m_filter;
   /// The folder that GoUp() has left: it is selected among its neighbours.
   std::filesystem::path m_left;
   kit::LatestJob* m_job;
@@ -73,6 +81,7 @@ class FileExplorer : public kit::Card {
   QToolButton* m_up;
   QLabel* m_path;
   SoundListView* m_dirList;
+  QComboBox* m_filterList;
   SoundListView* m_fileList;
   kit::HintLabel* m_hint;
   QFileSystemWatcher* m_watcher;

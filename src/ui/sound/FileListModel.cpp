@@ -10,6 +10,15 @@
 
 namespace kestrin::ui::sound {
 
+namespace {
+
+QString Joined(QStringList parts) {
+  parts.removeAll(QString());
+  return parts.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
 void FileListModel::Show(std::vector<FolderEntry> entries) {
   beginResetModel();
   m_entries = std::move(entries);
@@ -35,7 +44,9 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
   const FolderEntry& entry = At(index.row());
   const bool isSound = entry.size > 0;
   const auto bytes = static_cast<std::uintmax_t>(entry.size);
-  const auto duration = [bytes] {
+  const auto duration = [&entry, bytes] {
+    // How long others play shows only when they are read.
+    if (!core::sound::LSU_SoundFile::HasSoundName(entry.path)) return QString();
     return Duration(static_cast<std::int64_t>(core::sound::LSU_SoundFile::SamplesIn(bytes)));
   };
   switch (role) {
@@ -50,7 +61,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     case SoundRowDelegate::kPlayingRole:
       return !m_playing.empty() && entry.path == m_playing;
     case Qt::AccessibleTextRole:
-      return isSound ? QStringList{entry.name, duration(), FileSize(bytes)}.join(QStringLiteral(", ")) : entry.name;
+      return isSound ? Joined({entry.name, duration(), FileSize(bytes)}) : entry.name;
     default:
       return {};
   }

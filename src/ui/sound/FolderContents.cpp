@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "core/sound/LSU_SoundFile.h"
+#include "core/sound/import/SoundEnding.h"
 #include "ui/kit/PathText.h"
 #include "ui/sound/NaturalOrder.h"
 #include "ui/sound/SoundTexts.h"
@@ -13,7 +14,16 @@ namespace kestrin::ui::sound {
 
 namespace fs = std::filesystem;
 
-FolderContents FolderContents::Of(const fs::path& folder, const std::function<bool()>& goOn) {
+namespace {
+
+bool IsShown(const fs::path& file, SoundFilter filter) {
+  if (filter == SoundFilter::Board) return core::sound::LSU_SoundFile::HasSoundName(file);
+  return core::sound::EndingOf(file) != core::sound::SoundEnding::None;
+}
+
+}  // namespace
+
+FolderContents FolderContents::Of(const fs::path& folder, const std::function<bool()>& goOn, SoundFilter filter) {
   FolderContents contents;
   std::error_code error;
   fs::directory_iterator entry(folder, error);
@@ -23,7 +33,7 @@ FolderContents FolderContents::Of(const fs::path& folder, const std::function<bo
     std::error_code ignored;
     if (entry->is_directory(ignored)) {
       if (!name.startsWith(QLatin1Char('.'))) contents.folders.push_back({entry->path(), std::move(name), 0});
-    } else if (core::sound::LSU_SoundFile::HasSoundName(entry->path()) && entry->is_regular_file(ignored)) {
+    } else if (IsShown(entry->path(), filter) && entry->is_regular_file(ignored)) {
       const auto size = static_cast<qint64>(entry->file_size(ignored));
       contents.sounds.push_back({entry->path(), std::move(name), ignored ? 0 : size});
     }

@@ -18,6 +18,12 @@ struct FolderEntry {
   friend bool operator==(const FolderEntry&, const FolderEntry&) = default;
 };
 
+/// Which sounds of a folder are shown.
+enum class SoundFilter {
+  Board,  ///< those of the board's own format
+  All,    ///< those too that have to be imported first
+};
+
 /// What a folder holds, hidden folders left out, both lists sorted as people count.
 struct FolderContents {
   std::vector<FolderEntry> folders;
@@ -26,7 +32,8 @@ struct FolderContents {
   bool complete = false;
 
   /// Reads the folder; `goOn` is asked at every entry, and when it says false the contents are incomplete.
-  [[nodiscard]] static FolderContents Of(const std::filesystem::path& folder, const std::function<bool()>& goOn = {});
+  [[nodiscard]] static FolderContents Of(const std::filesystem::path& folder, const std::function<bool()>& goOn = {},
+                                         SoundFilter filter = SoundFilter::Board);
 };
 
 }  // namespace kestrin::ui::sound

@@ -20,16 +20,6 @@ QString DownloadTime(int seconds) {
   return MemoryGauge::tr("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
 }
 
-QString Summary(const core::sound::MemoryUse& use) {
-  QString used = MemoryGauge::tr("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
-  if (use.total == 0) return used;
-  if (use.Fits()) return MemoryGauge::tr("%1 \u00b7 download about %2").arg(used, DownloadTime(use.downloadSeconds));
-  // Rounded up: taking out what is named here must be enough.
-  constexpr std::int64_t kTenth = core::sound::LSU_SoundFile::kSamplesPerSecond / 10;
-  const std::int64_t excess = (use.Excess() + kTenth - 1) / kTenth * kTenth;
-  return MemoryGauge::tr("%1 \u00b7 %2 too much: take some sounds out").arg(used, Duration(excess));
-}
-
 /// What each slot takes, a line for each that holds something.
 QString Legend(const core::sound::MemoryUse& use) {
   QStringList lines;
@@ -42,6 +32,20 @@ QString Legend(const core::sound::MemoryUse& use) {
 }
 
 }  // namespace
+
+QString MemoryGauge::Used(const core::sound::MemoryUse& use) {
+  return tr("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));
+}
+
+QString MemoryGauge::Summary(const core::sound::MemoryUse& use) {
+  QString used = Used(use);
+  if (use.total == 0) return used;
+  if (use.Fits()) return tr("%1 \u00b7 download about %2").arg(used, DownloadTime(use.downloadSeconds));
+  // Rounded up: taking out what is named here must be enough.
+  constexpr std::int64_t kTenth = core::sound::LSU_SoundFile::kSamplesPerSecond / 10;
+  const std::int64_t excess = (use.Excess() + kTenth - 1) / kTenth * kTenth;
+  return tr("%1 \u00b7 %2 too much: take some sounds out").arg(used, Duration(excess));
+}
 
 MemoryGauge::MemoryGauge(QWidget* parent)
     : Card(parent),

@@ -19,6 +19,11 @@ class MemoryGauge : public kit::Card {
 
   void Show(const core::sound::MemoryUse& use);
 
+  /// How much of the memory is used: "21.0 s of 58.2 s used".
+  [[nodiscard]] static QString Used(const core::sound::MemoryUse& use);
+  /// The same with the time of a download, or with what is too much.
+  [[nodiscard]] static QString Summary(const core::sound::MemoryUse& use);
+
  private:
   QLabel* m_title;
   QLabel* m_text;

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <system_error>
 
+#include "core/sound/LSU_SoundFile.h"
+#include "core/sound/import/SoundEnding.h"
+#include "core/sound/import/SourceList.h"
 #include "ui/kit/Translated.h"
 #include "ui/sound/FolderContents.h"
 #include "ui/sound/SoundTexts.h"
@@ -82,8 +85,38 @@ SoundActions::SoundActions(core::sound::SoundSet& set, QObject* parent) : QObjec
 
 void SoundActions::SetBusy(bool busy) { m_busy = busy; }
 
-void SoundActions::Add(core::sound::SlotKind kind, const std::vector<fs::path>& paths, int to) {
+std::vector<fs::path> SoundActions::WithoutImports(core::sound::SlotKind kind, const std::vector<fs::path>& paths) {
+  if (!m_canImport) return paths;
+  std::vector<fs::path> ready;
+  std::vector<fs::path> sounds;
+  std::vector<fs::path> folders;
+  for (const fs::path& path : paths) {
+    std::error_code ignored;
+    const bool isFolder = fs::is_directory(path, ignored);
+    if (isFolder && FolderContents::Of(path).sounds.empty())
+      folders.push_back(path);
+    else if (!isFolder && core::sound::SourceList::HasArchiveName(path))
+      folders.push_back(path);
+    else if (!isFolder && !core::sound::LSU_SoundFile::HasSoundName(path) &&
+             core::sound::EndingOf(path) != core::sound::SoundEnding::None)
+      sounds.push_back(path);
+    else
+      ready.push_back(path);
+  }
+  // What is in folders and archives is sorted by names.
+  if (!folders.empty()) {
+    folders.insert(folders.end(), sounds.begin(), sounds.end());
+    emit importWanted(folders, std::nullopt);
+  } else if (!sounds.empty()) {
+    emit importWanted(sounds, kind);
+  }
+  return ready;
+}
+
+void SoundActions::Add(core::sound::SlotKind kind, const std::vector<fs::path>& all, int to) {
   if (!MayChange()) return;
+  const std::vector<fs::path> paths = WithoutImports(kind, all);
+  if (paths.empty()) return;
   const bool isList = core::sound::SlotOf(kind).isList;
   QString text;
   QString reasons;

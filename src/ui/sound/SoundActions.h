@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 #include "core/sound/SoundSet.h"
@@ -29,9 +30,12 @@ class SoundActions : public QObject {
   /// Whether a change can be made now: not while busy, nor while another is under way.
   [[nodiscard]] bool MayChange() const { return !IsBusy() && !m_isWorking; }
 
+  /// Sounds of other kinds than the board's own can be imported from now on: Add() asks for that.
+  void OfferImport() { m_canImport = true; }
+
   /// Puts the files into the slot, in a list so that the first gets the position `to`; a folder stands for the sounds
   /// in it. A single slot takes the first that is a sound.
-  void Add(core::sound::SlotKind kind, const std::vector<std::filesystem::path>& paths, int to = kEnd);
+  void Add(core::sound::SlotKind kind, const std::vector<std::filesystem::path>& all, int to = kEnd);
   void Remove(core::sound::SlotKind kind, const std::vector<int>& positions);
   /// Moves or copies sounds of one slot, to before the sound that now stands at `to`.
   void Bring(core::sound::SlotKind from, const std::vector<int>& positions, core::sound::SlotKind kind, int to,
@@ -54,6 +58,8 @@ class SoundActions : public QObject {
  signals:
   /// `detail` is "" or says why.
   void message(const QString& text, const QString& detail);
+  /// These sounds have to be imported first; for the slot when one is given.
+  void importWanted(const std::vector<std::filesystem::path>& named, std::optional<core::sound::SlotKind> slot);
   /// The person wants to hear a file as it is, or a sound as the board plays it.
   void playRequested(const std::filesystem::path& path);
   void playAsOnBoardRequested(const core::sound::HeardSound& sound);
@@ -63,9 +69,13 @@ class SoundActions : public QObject {
  private:
   class Work;
   void Play(const core::sound::HeardSound& sound);
+  /// Takes out what has to be imported, and asks for that.
+  [[nodiscard]] std::vector<std::filesystem::path> WithoutImports(core::sound::SlotKind kind,
+                                                                  const std::vector<std::filesystem::path>& paths);
   void MoveInside(core::sound::SlotKind kind, const std::vector<int>& positions, int to);
 
   core::sound::SoundSet& m_set;
+  bool m_canImport = false;
   bool m_busy = false;
   bool m_isWorking = false;
   bool m_asOnBoard = false;

@@ -59,6 +59,7 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
   connect(m_actions, &SoundActions::message, this, &SoundPage::message);
   connect(m_actions, &SoundActions::playRequested, this, &SoundPage::playRequested);
   connect(m_actions, &SoundActions::playAsOnBoardRequested, this, &SoundPage::playAsOnBoardRequested);
+  connect(m_actions, &SoundActions::importWanted, this, &SoundPage::importRequested);
   connect(m_actions, &SoundActions::moved, this, &SoundPage::FollowMoved);
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
   connect(m_detail, &DetailPanel::locateRequested, this, &SoundPage::locateRequested);
@@ -212,6 +213,11 @@ void SoundPage::ShowFile(const std::filesystem::path& path) {
 void SoundPage::SetFolder(const std::filesystem::path& folder) { m_explorer->SetFolder(folder); }
 
 std::filesystem::path SoundPage::Folder() const { return m_explorer->Folder(); }
+
+void SoundPage::OfferImport(QSettings& settings) {
+  m_actions->OfferImport();
+  m_explorer->OfferFilter(settings);
+}
 
 void SoundPage::SetPreparing(bool isPreparing) {
   m_isPreparing = isPreparing;

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "core/sound/SoundSet.h"
@@ -61,6 +62,10 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   /// The slot into which sounds go: the one whose option button is selected.
   [[nodiscard]] core::sound::SlotKind SelectedSlot() const;
 
+  /// Sounds of other kinds than the board's own can be imported: the explorer shows them too where the person wants
+  /// that, which the settings remember. They must outlive the page.
+  void OfferImport(QSettings& settings);
+
   /// Undo and redo with their texts, shortcuts and states, for menus and toolbars.
   [[nodiscard]] QAction* UndoAction() const { return m_undoAction; }
   [[nodiscard]] QAction* RedoAction() const { return m_redoAction; }
@@ -76,6 +81,8 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   /// The person wants to show the program a missing sound, or all of them.
   void locateRequested(const core::sound::SoundPlace& place);
   void locateAllRequested();
+  /// The person wants sounds in the set that have to be imported first, all for one slot when that is given.
+  void importRequested(const std::vector<std::filesystem::path>& named, std::optional<core::sound::SlotKind> slot);
   /// Something to tell the person in a message box; `detail` is "" or says why.
   void message(const QString& text, const QString& detail);
   /// What the control under the pointer is for; empty when there is nothing to say.

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "ui/doctor/DoctorFrame.h"
+#include "ui/import/ImportFrame.h"
 #include "ui/kit/CommandGate.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/EnterKey.h"
@@ -68,6 +69,7 @@ Main::Main(const Surroundings& surroundings)
       m_doctor(m_session, m_around, m_pictures),
       m_preview(surroundings.player, surroundings.foldersToWriteIn),
       m_levelling(m_set, m_around),
+      m_import(m_set, m_preview, m_levelling, m_around, m_pictures),
       m_focus(*this),
       m_place(*this, surroundings.settings),
       m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
@@ -134,8 +136,9 @@ void Main::MakeLedPage() {
 
 void Main::LayOver() {
   m_about = new AboutFrame(m_pictures);
-  for (QWidget* const panel : std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about,
-                                                              &m_levelling.Frame(), &m_download.Frame()}) {
+  for (QWidget* const panel :
+       std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about, &m_levelling.Frame(),
+                                       &m_import.Frame(), &m_download.Frame()}) {
     auto* const overlay = new kit::Overlay(*panel, *this);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
@@ -171,8 +174,14 @@ void Main::OpenDoctor() {
 
 void Main::ConnectSet() {
   kit::CommandGate& gate = m_around.gate;
-  auto* const drop = new SetDrop(*this, [this] { return !m_running; });
+  // Over another sheet no sounds are imported.
+  m_import.Attach(*m_tools, *m_page, [this] {
+    return (m_covers == 0 || m_import.Frame().isVisible()) && Why().Of(ToolRow::Tool::Import).isEmpty();
+  });
+  auto* const drop = new SetDrop(
+      *this, [this] { return !m_running; }, [this](const SetDrop::Paths& paths) { return m_import.Takes(paths); });
   connect(drop, &SetDrop::dropped, this, &Main::OpenSet);
+  connect(drop, &SetDrop::soundsDropped, &m_import, [this](const SetDrop::Paths& paths) { m_import.Open(paths); });
   connect(&m_setFile, &SetFile::opened, this, [this] {
     if (!m_session.State().IsOnline()) m_pages->Show(Pages::Page::Sounds);
     if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
@@ -216,6 +225,7 @@ void Main::ConnectNews() {
           [this](const QString& text, const QString& detail) { m_around.dialogs.ShowError(text, detail); });
   connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_levelling, &SetLevelling::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_import, &SoundsImport::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
   connect(m_ledPage, &LedPage::news, m_helpLine, &HelpLine::ShowNews);
@@ -355,6 +365,9 @@ void Main::Press(ToolRow::Tool tool) {
     case ToolRow::Tool::Save:
       m_setFile.Save();
       break;
+    case ToolRow::Tool::Import:
+      m_import.AskForFiles();
+      break;
     case ToolRow::Tool::Config:
       m_setup.Open();
       break;
@@ -457,6 +470,7 @@ void Main::StopAll() {
   m_watch.Stop();
   m_doctor.Stop();
   m_levelling.Stop();
+  m_import.Stop();
   m_download.Cancel();
   m_session.Hurry();
   m_setFile.Locator().Stop();

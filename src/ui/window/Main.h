@@ -23,6 +23,7 @@
 #include "ui/window/SetDownload.h"
 #include "ui/window/SetFile.h"
 #include "ui/window/SetLevelling.h"
+#include "ui/window/SoundsImport.h"
 #include "ui/window/Surroundings.h"
 #include "ui/window/ToolRow.h"
 #include "ui/window/WindowPlace.h"
@@ -151,6 +152,7 @@ class Main : public QMainWindow,
   LinkDoctor m_doctor;
   Preview m_preview;
   SetLevelling m_levelling;
+  SoundsImport m_import;
 
   ToolRow* m_tools = nullptr;
   Pages* m_pages = nullptr;

@@ -11,8 +11,8 @@
 
 namespace kestrin::ui::window {
 
-SetDrop::SetDrop(QWidget& window, std::function<bool()> isWelcome)
-    : QObject(&window), m_isWelcome(std::move(isWelcome)) {
+SetDrop::SetDrop(QWidget& window, std::function<bool()> isWelcome, std::function<bool(const Paths&)> takesSounds)
+    : QObject(&window), m_isWelcome(std::move(isWelcome)), m_takesSounds(std::move(takesSounds)) {
   window.setAcceptDrops(true);
   window.installEventFilter(this);
 }
@@ -20,24 +20,40 @@ SetDrop::SetDrop(QWidget& window, std::function<bool()> isWelcome)
 bool SetDrop::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop) return QObject::eventFilter(watched, event);
   auto* const drop = static_cast<QDropEvent*>(event);
-  const std::filesystem::path path = SetIn(*drop->mimeData());
-  if (path.empty() || !m_isWelcome()) {
+  const Paths paths = PathsIn(*drop->mimeData());
+  const std::filesystem::path path = SetIn(paths);
+  if (path.empty() ? !m_takesSounds(paths) : !m_isWelcome()) {
     drop->ignore();
     return true;
   }
   drop->acceptProposedAction();
   if (event->type() == QEvent::Drop)
     QMetaObject::invokeMethod(
-        this, [this, path] { emit dropped(path); }, Qt::QueuedConnection);
+        this,
+        [this, path, paths] {
+          if (path.empty())
+            emit soundsDropped(paths);
+          else
+            emit dropped(path);
+        },
+        Qt::QueuedConnection);
   return true;
 }
 
-/// The one set among what is dragged; empty when there is anything else.
-std::filesystem::path SetDrop::SetIn(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  if (urls.size() != 1) return {};
-  std::filesystem::path path = kit::PathOf(urls.constFirst());
-  return kit::TextOf(path).endsWith(".lscfg", Qt::CaseInsensitive) ? path : std::filesystem::path();
+/// The files and folders that are dragged; none when anything else is among them.
+SetDrop::Paths SetDrop::PathsIn(const QMimeData& data) {
+  Paths paths;
+  for (const QUrl& url : data.urls()) {
+    paths.push_back(kit::PathOf(url));
+    if (paths.back().empty()) return {};
+  }
+  return paths;
+}
+
+/// The one set among them; empty when there is anything else.
+std::filesystem::path SetDrop::SetIn(const Paths& paths) {
+  const bool isSet = paths.size() == 1 && kit::TextOf(paths.front()).endsWith(".lscfg", Qt::CaseInsensitive);
+  return isSet ? paths.front() : std::filesystem::path();
 }
 
 }  // namespace kestrin::ui::window

@@ -45,6 +45,8 @@ class SetLevelling : public QObject {
   void Attach(sound::SoundPage& page, kit::CommandGate& gate);
   /// Opens the sheet; a set without sounds is told instead.
   void Open();
+  /// How loud the slots shall be against one another, as the person has chosen it last.
+  [[nodiscard]] core::sound::Balance Kept() const;
   /// Gives up what is under way; no volume has changed then.
   void Stop();
 
@@ -59,8 +61,6 @@ class SetLevelling : public QObject {
 
   void Start();
   void Finish(const Measured& measured);
-  /// The balance of the settings.
-  [[nodiscard]] core::sound::Balance Kept() const;
   void Keep(const core::sound::Balance& balance);
   void SetRunning(bool isRunning);
 

@@ -11,8 +11,9 @@
 class QSettings;
 
 namespace kestrin::core::base {
+class Archives;
 class Disk;
-}
+}  // namespace kestrin::core::base
 namespace kestrin::core::device {
 class THIDagent;
 }
@@ -63,6 +64,8 @@ struct Surroundings {
   std::function<AboutFacts()> about = {};
   /// nullptr where sounds of other kinds than the board's own cannot be read.
   core::sound::AudioTools* audio = nullptr;
+  /// nullptr where ZIP files cannot be read.
+  core::base::Archives* archives = nullptr;
 };
 
 }  // namespace kestrin::ui::window

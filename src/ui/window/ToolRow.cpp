@@ -54,6 +54,10 @@ constexpr std::array<ToolFacts, ToolRow::kTools.size()> kFacts{{
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Save the sound set"),
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "SAVE Configuration File"), "Ctrl+Shift+S", "save.bmp", "",
      kit::HelpContext::Save},
+    {"ImportBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Import"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Make your own sounds ready for the board"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "IMPORT Sounds of any kind"), "Ctrl+I", "import.bmp", "",
+     kit::HelpContext::Import},
     {"ConfigBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Setup"),
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Set up how the board detects motion and impact"),
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "CONFIGURE Hardware"), "Ctrl+E", "setup.bmp", "setup_off.bmp",
@@ -147,13 +151,13 @@ QToolButton* ToolRow::MakeMenuButton(const char* name, const QString& caption, c
 void ToolRow::MakeButtons(QHBoxLayout& layout) {
   for (const Tool tool : kTools) {
     const ToolFacts& facts = FactsOf(tool);
-    if (tool == Tool::Config) {
+    if (tool == Tool::Import) {
       m_edit = new QWidget(this);
       auto* const edit = new QHBoxLayout(m_edit);
       edit->setContentsMargins(0, 0, 0, 0);
       edit->setSpacing(kit::kHalf);
       layout.addWidget(m_edit);
-      layout.addSpacing(kit::kWide);
+      layout.addSpacing(kit::kGrid);
     }
     auto* const button = new QToolButton(this);
     button->setObjectName(facts.control);
@@ -172,6 +176,7 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     m_buttons[static_cast<std::size_t>(tool)] = button;
     ShowWhyNot(tool, {});
   }
+  Button(Tool::Import).hide();
   kit::Theme::MakePrimary(Button(Tool::Send));
 }
 
@@ -209,7 +214,9 @@ void ToolRow::ShowWhyNot(Tool tool, const QString& reason) const {
   if (!reason.isEmpty()) return button.setToolTip(reason);
   const QString purpose =
       tr("%1 (%2)").arg(tr(FactsOf(tool).purpose), button.shortcut().toString(QKeySequence::NativeText));
-  button.setToolTip(button.menu() == nullptr ? purpose : tr("%1\nArrow down: recent sets").arg(purpose));
+  if (button.menu() == nullptr) return button.setToolTip(purpose);
+  button.setToolTip(tool == Tool::Import ? tr("%1\nArrow down: a whole folder").arg(purpose)
+                                         : tr("%1\nArrow down: recent sets").arg(purpose));
 }
 
 void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
@@ -221,7 +228,7 @@ void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {
   m_edit->layout()->addWidget(redoButton);
   setTabOrder(&Button(Tool::Save), undoButton);
   setTabOrder(undoButton, redoButton);
-  setTabOrder(redoButton, &Button(Tool::Config));
+  setTabOrder(redoButton, &Button(Tool::Import));
 }
 
 void ToolRow::EnableUndoAndRedo(bool enabled) const {
@@ -241,12 +248,17 @@ QToolButton* ToolRow::MakeActionButton(const char* name, QAction& action) {
   return button;
 }
 
-void ToolRow::SetLoadMenu(QMenu& menu) {
-  QToolButton& button = Button(Tool::Load);
+void ToolRow::SetImportMenu(QMenu& menu) {
+  SetArrowMenu(Tool::Import, menu);
+  Button(Tool::Import).show();
+}
+
+void ToolRow::SetArrowMenu(Tool tool, QMenu& menu) {
+  QToolButton& button = Button(tool);
   button.setMenu(&menu);
   button.setPopupMode(QToolButton::MenuButtonPopup);
   button.installEventFilter(this);
-  ShowWhyNot(Tool::Load, {});
+  ShowWhyNot(tool, {});
   ForgetPointerAfter(menu, button);
 }
 

@@ -28,8 +28,9 @@ class ToolRow : public QWidget {
   Q_OBJECT
 
  public:
-  enum class Tool { Load, Save, Config, Update, Send };
-  static constexpr std::array<Tool, 5> kTools{Tool::Load, Tool::Save, Tool::Config, Tool::Update, Tool::Send};
+  enum class Tool { Load, Save, Import, Config, Update, Send };
+  static constexpr std::array<Tool, 6> kTools{Tool::Load,   Tool::Save,   Tool::Import,
+                                              Tool::Config, Tool::Update, Tool::Send};
 
   /// The pictures must outlive the row.
   explicit ToolRow(const kit::Pictures& pictures, QWidget* parent = nullptr);
@@ -42,7 +43,9 @@ class ToolRow : public QWidget {
   /// Whether the buttons for the two actions, and the keys of these, can be used at all.
   void EnableUndoAndRedo(bool enabled) const;
   /// What opens beside `LoadBtn`: by a click on its arrow, or by the arrow key down while the button has the keyboard.
-  void SetLoadMenu(QMenu& menu);
+  void SetLoadMenu(QMenu& menu) { SetArrowMenu(Tool::Load, menu); }
+  /// The same beside `ImportBtn`, which is there only with a menu.
+  void SetImportMenu(QMenu& menu);
 
   /// What opens below `ViewBtn`.
   void SetViewMenu(QMenu& menu);
@@ -72,6 +75,7 @@ class ToolRow : public QWidget {
   [[nodiscard]] QHBoxLayout* MakeLabels();
   void ShowPictures();
   void SetMenu(QToolButton& button, QMenu& menu);
+  void SetArrowMenu(Tool tool, QMenu& menu);
   /// Puts out the light of the button when its menu closes, unless the pointer is on it.
   void ForgetPointerAfter(QMenu& menu, QToolButton& button);
   /// The picture in grey, for the disabled state.

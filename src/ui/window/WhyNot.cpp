@@ -10,6 +10,7 @@ QString WhyNot::Of(ToolRow::Tool tool) const {
   switch (tool) {
     case ToolRow::Tool::Load:
     case ToolRow::Tool::Save:
+    case ToolRow::Tool::Import:
       return Set();
     case ToolRow::Tool::Config:
       return Board();

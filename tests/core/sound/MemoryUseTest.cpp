@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "support/SoundSet.h"
 
 namespace kestrin::core::sound {
@@ -49,6 +52,27 @@ TEST(MemoryUseTest, TheDownloadTakesEighteenMillisecondsABlock) {
   for (int file = 0; file < 12; ++file) ASSERT_TRUE(AddSound(configuration, folder, SlotKind::Motion, "b.lsu", 1364));
   for (int file = 0; file < 8; ++file) ASSERT_TRUE(AddSound(configuration, folder, SlotKind::Impact, "b.lsu", 1364));
   EXPECT_EQ(MemoryUse::Of(configuration).downloadSeconds, 30 + 14);
+}
+
+TEST(MemoryUseTest, SoundsOfNoConfigurationCountLikeThoseOfOne) {
+  TemporaryFolder folder;
+  LSU_Configuration configuration;
+  configuration.SetMaxNrOfSamples(2793120);
+  std::vector<MemoryUse::Sound> sounds;
+  for (const auto& [kind, samples] :
+       {std::pair(SlotKind::Motion, 480000), std::pair(SlotKind::Idle, 1364), std::pair(SlotKind::Motion, 2000)}) {
+    ASSERT_TRUE(AddSound(configuration, folder, kind, "a.lsu", static_cast<std::size_t>(samples)));
+    sounds.push_back({kind, samples});
+  }
+  const MemoryUse use = MemoryUse::Of(sounds, 2793120);
+  // In the order of the slots: Idle, Motion. 703 + 1, 2 and 2 + 1 blocks and the table: 710 of 18 ms, 12.78 s.
+  EXPECT_EQ(use.samples, (std::array<std::int64_t, 7>{0, 0, 0, 1364, 482000, 0, 0}));
+  EXPECT_EQ(use.total, 483364);
+  EXPECT_EQ(use.downloadSeconds, 30 + 13);
+  EXPECT_EQ(MemoryUse::Of(configuration).downloadSeconds, use.downloadSeconds);
+  EXPECT_EQ(MemoryUse::Of(configuration).samples, use.samples);
+  EXPECT_EQ(MemoryUse::Of(sounds, 483363).downloadSeconds, 0);
+  EXPECT_EQ(MemoryUse::Of(sounds, 483363).Excess(), 1);
 }
 
 TEST(MemoryUseTest, ASetThatDoesNotFitSaysByHowMuch) {

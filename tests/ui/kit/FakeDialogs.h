@@ -22,6 +22,7 @@ class FakeDialogs final : public ui::kit::Dialogs {
   };
 
   std::deque<QString> filesToOpen;
+  std::deque<QStringList> manyToOpen;
   std::deque<QString> filesToSave;
   std::deque<QString> folders;
   std::deque<MissingSounds> missingAnswers;
@@ -57,6 +58,13 @@ class FakeDialogs final : public ui::kit::Dialogs {
     lastFilter = filter;
     lastTopic = topic;
     return Next(filesToOpen, QString());
+  }
+  [[nodiscard]] QStringList OpenFiles(const QString&, const QString& start, const QString& filter,
+                                      ui::kit::HelpContext topic) override {
+    lastStart = start;
+    lastFilter = filter;
+    lastTopic = topic;
+    return Next(manyToOpen, QStringList());
   }
   [[nodiscard]] QString SaveFile(const QString&, const QString& start, const QString& filter, const QString& suffix,
                                  ui::kit::HelpContext topic) override {

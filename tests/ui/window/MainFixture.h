@@ -97,7 +97,8 @@ class MainFixture : public testing::Test {
                                                                          {program, data},
                                                                          &doctor.means,
                                                                          hasAbout ? tell : nullptr,
-                                                                         audio});
+                                                                         audio,
+                                                                         archives});
   }
 
   /// Makes it and starts it up with that board online.
@@ -194,6 +195,8 @@ class MainFixture : public testing::Test {
   bool hasAbout = true;
   /// What measures sounds, if anything does.
   core::sound::AudioTools* audio = nullptr;
+  /// What reads ZIP files, if anything does.
+  core::base::Archives* archives = nullptr;
   ui::kit::UpdateDialog* updateDialog = &update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;
