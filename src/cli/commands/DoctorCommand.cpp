@@ -82,7 +82,7 @@ std::string TextFor(const Diagnosis& diagnosis) {
   return text;
 }
 
-Document DocumentOf(const Diagnosis& diagnosis) {
+Document DiagnosisDocument(const Diagnosis& diagnosis) {
   Document findings = Document::array();
   for (const Finding& finding : diagnosis.findings)
     findings.push_back({{"question", WordOf(finding.question)},
@@ -171,7 +171,7 @@ class DoctorCommand final : public Command {
     found.diagnosis = Diagnose(found.facts, found.answers);
     Report report;
     report.code = CodeOf(found);
-    report.document = DocumentOf(found.diagnosis);
+    report.document = DiagnosisDocument(found.diagnosis);
     report.text = TextFor(found.diagnosis);
     if (const Finding* const problem = found.diagnosis.Problem()) report.message = problem->text;
     if (!m_report.empty()) WriteReport(found, context, report);

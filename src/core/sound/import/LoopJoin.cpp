@@ -9,7 +9,7 @@ namespace kestrin::core::sound {
 
 namespace {
 
-constexpr std::uint64_t kShortest = 960;
+constexpr std::uint64_t kFewestToJoin = 960;
 /// 100 ms: a hum has several of its waves in it.
 constexpr std::uint64_t kLongestFade = 4800;
 /// 25 ms: a whole wave of 40 Hz.
@@ -22,7 +22,7 @@ double Product(std::span<const double> a, std::span<const double> b) {
 }  // namespace
 
 std::optional<LoopNeed> NeedOfLoop(std::uint64_t samples) {
-  if (samples < kShortest) return std::nullopt;
+  if (samples < kFewestToJoin) return std::nullopt;
   return LoopNeed{static_cast<std::size_t>(std::min(kLongestFade, samples / 4)),
                   static_cast<std::size_t>(std::min(kLongestSearch, samples / 8))};
 }

@@ -11,7 +11,7 @@ namespace kestrin::core::sound {
 namespace {
 
 /// In characters: even where each takes four bytes, number and ending fit into the 200 bytes of a font server's names.
-constexpr std::size_t kLongest = 45;
+constexpr std::size_t kLongestName = 45;
 /// What paths, Windows and the fields of a request take for something else. So is "?", which stands for control
 /// characters.
 constexpr std::string_view kMeansMore = "/\\:?*\"<>|&=+%";
@@ -49,7 +49,7 @@ std::string PackedNames::Plain(std::string_view wished) {
   std::string name = base::Shown(WholeCharacters(dot == wished.npos || dot == 0 ? wished : wished.substr(0, dot)));
   std::replace_if(
       name.begin(), name.end(), [](char letter) { return kMeansMore.find(letter) != kMeansMore.npos; }, '_');
-  name = base::FirstCharacters(name, kLongest);
+  name = base::FirstCharacters(name, kLongestName);
   const std::size_t first = name.find_first_not_of(kAtNoEnd);
   name = first == name.npos ? "" : name.substr(first, name.find_last_not_of(kAtNoEnd) - first + 1);
   if (name.empty()) return "sound";

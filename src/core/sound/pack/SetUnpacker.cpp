@@ -35,7 +35,7 @@ constexpr std::size_t kMostSounds = 4 + 3 * kListCapacity;
 /// Of one sound; the longest that a board can hold has a third of it.
 constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
 /// More folders of one name are taken for a mistake.
-constexpr int kMostNumbers = 1'000;
+constexpr int kMostFolders = 1'000;
 
 bool EndsLike(std::string_view name, std::string_view ending) {
   return name.size() > ending.size() && base::EqualsIgnoringCase(name.substr(name.size() - ending.size()), ending);
@@ -302,10 +302,10 @@ Result<fs::path> SetUnpacker::UnpackBelow(const fs::path& file, const fs::path& 
   const std::string name = PackedNames::Plain(base::TextOf(file.filename()));
   for (int number = 1;; ++number) {
     const fs::path folder = place / base::PathOf(number == 1 ? name : name + " " + std::to_string(number));
-    if (IsThere(folder) && number < kMostNumbers) continue;
+    if (IsThere(folder) && number < kMostFolders) continue;
     // Another program may take the name meanwhile.
     Result<fs::path> unpacked = UnpackInto(file, folder, true, pump);
-    if (unpacked || unpacked.Why().kind != FailureKind::InTheWay || number == kMostNumbers) return unpacked;
+    if (unpacked || unpacked.Why().kind != FailureKind::InTheWay || number == kMostFolders) return unpacked;
   }
 }
 
