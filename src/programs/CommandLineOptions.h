@@ -19,7 +19,8 @@ struct CommandLineOptions {
   static constexpr const char* kDescription = "Configuration tool for Kestrin light-saber sound boards.";
   /// The one argument that is no option.
   static constexpr const char* kArgument = "FILE";
-  static constexpr const char* kArgumentHelp = "A sound set (.lscfg), LED settings (.ldset) or a folder to open.";
+  static constexpr const char* kArgumentHelp =
+      "A sound set (.lscfg, or packed as .zip), LED settings (.ldset) or a folder to open.";
   /// All options but those for help and version: what the parser knows, and what manual and completions are made of.
   [[nodiscard]] static QList<QCommandLineOption> Options();
   /// Reads the arguments, the program's own name first. `programFolder` is the one that belongs to the program;

@@ -62,8 +62,9 @@ Main::Main(const Surroundings& surroundings)
       m_set(m_configuration),
       m_session(surroundings.agent, *this, this),
       m_watch(m_session, surroundings.gate, this),
+      m_packed(surroundings.archives, surroundings.disk, surroundings.dialogs, surroundings.folders),
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings,
-                surroundings.programFolder / kExample[0] / kExample[1]),
+                surroundings.programFolder / kExample[0] / kExample[1], m_packed),
       m_download(m_configuration, m_session, m_around),
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),
@@ -110,6 +111,7 @@ void Main::MakeLayout() {
 
   m_tools->AddUndoAndRedo(*m_page->UndoAction(), *m_page->RedoAction());
   m_tools->SetLoadMenu(m_setFile.Menu());
+  if (m_around.archives != nullptr) m_tools->SetSaveMenu(m_setFile.SaveMenu());
   m_tools->SetViewMenu(*new kit::ViewMenu(m_around.settings, this));
   m_helpMenu = new HelpMenu(this);
   m_tools->SetHelpMenu(*m_helpMenu);
@@ -182,6 +184,11 @@ void Main::ConnectSet() {
       *this, [this] { return !m_running; }, [this](const SetDrop::Paths& paths) { return m_import.Takes(paths); });
   connect(drop, &SetDrop::dropped, this, &Main::OpenSet);
   connect(drop, &SetDrop::soundsDropped, &m_import, [this](const SetDrop::Paths& paths) { m_import.Open(paths); });
+  // A ZIP file may as well be one of sounds.
+  connect(&m_setFile, &SetFile::noSet, &m_import, [this](const std::filesystem::path& path) {
+    if (m_import.Takes({path})) return m_import.Open({path});
+    m_around.dialogs.ShowError(tr("There is no sound set in \"%1\".").arg(kit::TextOf(path)));
+  });
   connect(&m_setFile, &SetFile::opened, this, [this] {
     if (!m_session.State().IsOnline()) m_pages->Show(Pages::Page::Sounds);
     if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());

@@ -18,6 +18,7 @@
 #include "ui/window/Closing.h"
 #include "ui/window/LinkDoctor.h"
 #include "ui/window/OpenRequests.h"
+#include "ui/window/PackedSets.h"
 #include "ui/window/Preview.h"
 #include "ui/window/SensorSetup.h"
 #include "ui/window/SetDownload.h"
@@ -146,6 +147,7 @@ class Main : public QMainWindow,
   core::sound::SoundSet m_set;
   core::device::DeviceSession m_session;
   BoardWatch m_watch;
+  PackedSets m_packed;
   SetFile m_setFile;
   SetDownload m_download;
   SensorSetup m_setup;

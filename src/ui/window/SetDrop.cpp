@@ -50,9 +50,11 @@ SetDrop::Paths SetDrop::PathsIn(const QMimeData& data) {
   return paths;
 }
 
-/// The one set among them; empty when there is anything else.
+/// The one set among them, packed or not; empty when there is anything else.
 std::filesystem::path SetDrop::SetIn(const Paths& paths) {
-  const bool isSet = paths.size() == 1 && kit::TextOf(paths.front()).endsWith(".lscfg", Qt::CaseInsensitive);
+  if (paths.size() != 1) return {};
+  const QString name = kit::TextOf(paths.front());
+  const bool isSet = name.endsWith(".lscfg", Qt::CaseInsensitive) || name.endsWith(".zip", Qt::CaseInsensitive);
   return isSet ? paths.front() : std::filesystem::path();
 }
 

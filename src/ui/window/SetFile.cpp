@@ -12,6 +12,7 @@
 #include "ui/kit/PathText.h"
 #include "ui/kit/Translated.h"
 #include "ui/window/ExistingFolder.h"
+#include "ui/window/PackedSets.h"
 
 namespace kestrin::ui::window {
 
@@ -27,7 +28,7 @@ core::sound::RecentSets ReadRecent(const QSettings& settings) {
 }  // namespace
 
 SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::Disk& disk, kit::CommandGate& gate,
-                 QSettings& settings, std::filesystem::path example, QObject* parent)
+                 QSettings& settings, std::filesystem::path example, PackedSets& packed, QObject* parent)
     : QObject(parent),
       m_set(set),
       m_dialogs(dialogs),
@@ -36,12 +37,14 @@ SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::
       m_settings(settings),
       m_example(std::move(example)),
       m_locator(set, dialogs, gate),
-      m_recent(ReadRecent(settings)) {
+      m_recent(ReadRecent(settings)),
+      m_packed(packed) {
   m_menu.setObjectName("LoadMenu");
   m_menu.setToolTipsVisible(true);
   connect(&m_locator, &SoundLocator::searching, this, &SetFile::loading);
   connect(&m_locator, &SoundLocator::news, this, &SetFile::news);
   FillMenu();
+  FillSaveMenu();
 }
 
 QString SetFile::Filter() {
@@ -54,7 +57,54 @@ void SetFile::Open() {
 }
 
 void SetFile::OpenPath(const std::filesystem::path& path) {
+  if (m_packed.Takes(path)) return OpenPacked(path);
   if (MayLose()) Load(path);
+}
+
+void SetFile::OpenPacked(const std::filesystem::path& path) {
+  if (!m_packed.HoldsSet(path)) return emit noSet(path);
+  if (!MayLose()) return;
+  core::base::Result<std::filesystem::path> set = std::filesystem::path();
+  {
+    const kit::CommandGate::Passage passage(m_gate);
+    emit loading(true);
+    set = m_packed.Unpack(path, m_gate.Pump());
+    emit loading(false);
+  }
+  if (!set) return m_dialogs.ShowError(kit::Translated(set.Text()));
+  Load(*set);
+  emit news(tr("The packed set was unpacked into \"%1\".").arg(kit::TextOf(set->parent_path())));
+}
+
+void SetFile::Pack() {
+  const std::filesystem::path start = kit::PathOf(StartPlace());
+  std::error_code ignored;
+  const bool isFolder = std::filesystem::is_directory(start, ignored);
+  const std::filesystem::path file = m_packed.AskForFile(isFolder ? start : start.parent_path(), m_set.Name());
+  if (file.empty()) return;
+  core::base::Result<> packed;
+  {
+    const kit::CommandGate::Passage passage(m_gate);
+    emit loading(true);
+    packed = m_packed.Pack(m_set, file, m_gate.Pump());
+    emit loading(false);
+  }
+  if (!packed) return m_dialogs.ShowError(kit::Translated(packed.Text()));
+  emit news(tr("The set was packed with its sounds as \"%1\".").arg(kit::TextOf(file)));
+}
+
+void SetFile::FillSaveMenu() {
+  m_saveMenu.setObjectName("SaveMenu");
+  m_saveMenu.setToolTipsVisible(true);
+  QAction* const pack = m_saveMenu.addAction(tr("&Pack with its sounds ..."));
+  pack->setObjectName("PackAction");
+  connect(
+      pack, &QAction::triggered, this, [this] { m_gate.WhenFree([this] { Pack(); }); }, Qt::QueuedConnection);
+  connect(&m_saveMenu, &QMenu::aboutToShow, this, [this, pack] {
+    const QString whyNot = m_packed.WhyNot(m_set);
+    pack->setEnabled(whyNot.isEmpty());
+    pack->setToolTip(whyNot.isEmpty() ? tr("The set and its sounds as one file, to take along") : whyNot);
+  });
 }
 
 void SetFile::OfferNew(const std::vector<std::filesystem::path>& paths) {

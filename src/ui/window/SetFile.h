@@ -20,24 +20,30 @@ class Dialogs;
 
 namespace kestrin::ui::window {
 
+class PackedSets;
+
 /// The set of sounds as a file: opens and saves it, remembers the recent ones, asks before an unsaved set is lost or
 /// missing sounds are.
 class SetFile : public QObject {
   Q_OBJECT
 
  public:
-  /// All must outlive the object. `settings` keeps the recent sets; `example` is a set to try, and need not be there.
+  /// All must outlive the object. `settings` keeps the recent sets; `example` is a set to try, and need not be there;
+  /// `packed` packs sets and unpacks them.
   SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::Disk& disk, kit::CommandGate& gate,
-          QSettings& settings, std::filesystem::path example, QObject* parent = nullptr);
+          QSettings& settings, std::filesystem::path example, PackedSets& packed, QObject* parent = nullptr);
 
   /// "New set", the set to try and the recent sets.
   [[nodiscard]] QMenu& Menu() { return m_menu; }
+  /// What can be done with the set beside saving it: packing it with its sounds.
+  [[nodiscard]] QMenu& SaveMenu() { return m_saveMenu; }
   /// What finds the missing sounds of the set.
   [[nodiscard]] SoundLocator& Locator() { return m_locator; }
 
   /// Asks for a file and opens it.
   void Open();
-  /// Opens this file; the person is asked before an unsaved set is lost.
+  /// Opens this file; the person is asked before an unsaved set is lost. A packed set is unpacked for good, and opened
+  /// from there.
   void OpenPath(const std::filesystem::path& path);
   /// Sets that have just come: the person may open one of them at once.
   void OfferNew(const std::vector<std::filesystem::path>& paths);
@@ -45,6 +51,8 @@ class SetFile : public QObject {
   bool Save();
   /// Saves the set to its file without asking for a name; one that has no file yet as Save() does.
   bool SaveNamed();
+  /// Asks for a file name and packs the set with its sounds.
+  void Pack();
   /// An empty set.
   void New();
   /// True when the set is saved, or may be lost.
@@ -57,11 +65,15 @@ class SetFile : public QObject {
   void opened();
   /// A line for the person.
   void news(const QString& text);
+  /// What was to be opened is a ZIP file without a set in it: there may be sounds to import.
+  void noSet(const std::filesystem::path& path);
 
  private:
   /// Which files the dialogs offer.
   [[nodiscard]] static QString Filter();
   void Load(const std::filesystem::path& path);
+  void OpenPacked(const std::filesystem::path& path);
+  void FillSaveMenu();
   /// What becomes of the missing sounds when the set is saved; none when it shall not be saved.
   [[nodiscard]] std::optional<core::sound::SoundSet::Missing> AskMissing();
   bool Write(const std::filesystem::path& path, core::sound::SoundSet::Missing missing);
@@ -80,7 +92,9 @@ class SetFile : public QObject {
   std::filesystem::path m_example;
   SoundLocator m_locator;
   core::sound::RecentSets m_recent;
+  PackedSets& m_packed;
   QMenu m_menu;
+  QMenu m_saveMenu;
 };
 
 }  // namespace kestrin::ui::window

@@ -215,8 +215,10 @@ void ToolRow::ShowWhyNot(Tool tool, const QString& reason) const {
   const QString purpose =
       tr("%1 (%2)").arg(tr(FactsOf(tool).purpose), button.shortcut().toString(QKeySequence::NativeText));
   if (button.menu() == nullptr) return button.setToolTip(purpose);
-  button.setToolTip(tool == Tool::Import ? tr("%1\nArrow down: a whole folder").arg(purpose)
-                                         : tr("%1\nArrow down: recent sets").arg(purpose));
+  // Only the first tools have menus.
+  const QString menus[] = {tr("%1\nArrow down: recent sets"), tr("%1\nArrow down: pack the set with its sounds"),
+                           tr("%1\nArrow down: a whole folder")};
+  button.setToolTip(menus[static_cast<std::size_t>(tool)].arg(purpose));
 }
 
 void ToolRow::AddUndoAndRedo(QAction& undo, QAction& redo) {

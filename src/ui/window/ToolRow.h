@@ -47,6 +47,9 @@ class ToolRow : public QWidget {
   /// The same beside `ImportBtn`, which is there only with a menu.
   void SetImportMenu(QMenu& menu);
 
+  /// The same beside `SaveBtn`.
+  void SetSaveMenu(QMenu& menu) { SetArrowMenu(Tool::Save, menu); }
+
   /// What opens below `ViewBtn`.
   void SetViewMenu(QMenu& menu);
   /// What opens below `HelpBtn`.
