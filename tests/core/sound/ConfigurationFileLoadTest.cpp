@@ -306,5 +306,22 @@ TEST_F(ConfigurationFileLoad, OfTheFilesBesideTheFirstThatIsASoundIsTaken) {
   EXPECT_EQ(m_configuration.TotalNrOfSamples(), 100);
 }
 
+TEST_F(ConfigurationFileLoad, APathFromNoRootIsMeantFromTheSetsFolder) {
+  // Another file of that name lies where the program was started.
+  const TemporaryFolder elsewhere;
+  support::WriteSoundFile(elsewhere / "boot.lsu", support::SomeSamples(200));
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(elsewhere.Path());
+  const LoadResult result = Load(Text({"BOOT", "boot.lsu", " 11", "PWRON", "gone.lsu", " 12", "PWROFF", "", " 100",
+                                       "IDLE", "", " 100", "MOTION-0", "IMPACT-0", "LOCKUP-0"}));
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(result.valid);
+  EXPECT_EQ(m_configuration.FileAt(SlotKind::Boot).FileNameAndPath(), m_folder / "boot.lsu");
+  EXPECT_EQ(m_configuration.FileAt(SlotKind::Boot).NrOfSamples(), 100);
+  EXPECT_EQ(result.foundBeside, 0);
+  ASSERT_EQ(result.failed.size(), 1U);
+  EXPECT_EQ(result.failed[0].path, "gone.lsu") << "as it stands in the file";
+}
+
 }  // namespace
 }  // namespace kestrin::core::sound

@@ -80,7 +80,11 @@ TEST_F(PackedFontsTest, AChangedFileIsUnpackedAgain) {
   WriteBytes(file, "third");
   fs::last_write_time(file, time + std::chrono::hours(1));
   EXPECT_TRUE(Fonts().SoundFile("Ember", "third.lsu"));
-  EXPECT_EQ(m_unpackings, 3);
+  // Of another length, at the same time.
+  WriteBytes(file, "the fourth");
+  fs::last_write_time(file, time + std::chrono::hours(1));
+  EXPECT_TRUE(Fonts().SoundFile("Ember", "the fourth.lsu"));
+  EXPECT_EQ(m_unpackings, 4);
 }
 
 TEST_F(PackedFontsTest, WhatCannotBeUnpackedIsLeftOutAndNotTriedAtEveryRequest) {
