@@ -19,13 +19,17 @@ take "curl" "$libraries/sources/curl/debian/copyright"
 take "chmlib" "$libraries/sources/chmlib/debian/copyright"
 take "libmicrohttpd" "$libraries/sources/microhttpd/debian/copyright"
 take "hidapi" "$libraries"/sources/hidapi/LICENSE*.txt
+for name in sndfile:libsndfile flac:FLAC ogg:Ogg vorbis:Vorbis opus:Opus mpg123:mpg123 lame:LAME soxr:libsoxr zip:libzip zlib:zlib; do
+  take "${name#*:}" "$libraries/sources/${name%:*}/debian/copyright"
+done
+take "libebur128" "$libraries/sources/ebur128/COPYING"
 take "CLI11" /usr/share/doc/libcli11-dev/copyright
 take "JSON for Modern C++" /usr/share/doc/nlohmann-json3-dev/copyright
 take "GCC runtime libraries" /usr/share/doc/g++-mingw-w64-x86-64-posix/copyright
 take "mingw-w64 runtime" /usr/share/doc/mingw-w64-x86-64-dev/copyright
 take "NSIS" /usr/share/doc/nsis/copyright
 # Those that the lists only name.
-for text in LGPL-2.1 LGPL-3 GPL-2 GPL-3; do take "$text" "/usr/share/common-licenses/$text"; done
+for text in LGPL-2 LGPL-2.1 LGPL-3 GPL-2 GPL-3; do take "$text" "/usr/share/common-licenses/$text"; done
 
 cat >"$folder/README.txt" <<'TEXT'
 Kestrin Launcher is free software under the MIT licence. It is put together with the work of others, whose licences lie here.
@@ -40,13 +44,22 @@ Part of the programs:
   chmlib                  GNU LGPL 2.1
   libmicrohttpd           GNU LGPL 2.1
   hidapi                  BSD, or its own, or GNU GPL 3, as one likes
+  libsndfile              GNU LGPL 2.1
+  FLAC                    BSD
+  Ogg, Vorbis, Opus       BSD
+  mpg123                  GNU LGPL 2.1
+  LAME                    GNU LGPL 2
+  libsoxr                 GNU LGPL 2.1
+  libebur128              MIT
+  libzip                  BSD
+  zlib                    zlib's licence
   CLI11                   BSD
   JSON for Modern C++     MIT
 
 The setup was made with NSIS (zlib licence).
 
-They are built from Debian's source packages of the same names (qt6-base, curl, chmlib, libmicrohttpd, hidapi, gcc-mingw-w64,
-mingw-w64) and unchanged but for Debian's patches and one line of chmlib: it lets others read the file that it has open. The
+They are built from Debian's source packages of the same names (qt6-base, curl, chmlib, libmicrohttpd, hidapi, libsndfile, flac,
+libogg, libvorbis, opus, mpg123, lame, libsoxr, libebur128, libzip, zlib, gcc-mingw-w64, mingw-w64) and unchanged but for Debian's patches and one line of chmlib: it lets others read the file that it has open. The
 sources of Kestrin Launcher say in packaging/windows with which versions, make that change there in recipes.sh, and build the
 programs anew with others, with the one command "./package windows".
 TEXT

@@ -103,21 +103,27 @@ build_with_make() {  # NAME [configure options]
 # What the reader of sounds asks for, each no more than its library.
 build_ogg() { build_plain ogg -DINSTALL_DOCS=OFF; }
 build_vorbis() { build_plain vorbis; }
-build_opus() { build_with_make opus --disable-extra-programs --disable-doc --disable-stack-protector; }
+build_opus() { build_with_make opus --disable-extra-programs --disable-doc --disable-stack-protector --disable-hardening \
+    "CFLAGS=-O2 -D_FORTIFY_SOURCE=0"; }
 build_flac() {
   build_plain flac -DBUILD_CXXLIBS=OFF -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOCS=OFF -DINSTALL_MANPAGES=OFF \
-    -DWITH_OGG=OFF -DWITH_STACK_PROTECTOR=OFF
+    -DWITH_OGG=OFF -DWITH_STACK_PROTECTOR=OFF -DWITH_FORTIFY_SOURCE=OFF
 }
 build_mpg123() { build_with_make mpg123 --disable-components --enable-libmpg123 --disable-modules; }
 # MP3 is read by mpg123 alone, but the reader of sounds takes both or none.
 build_lame() { build_with_make lame --disable-frontend --disable-decoder --disable-analyzer-hooks; }
 build_sndfile() {
   build_plain sndfile -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_REGTEST=OFF -DENABLE_CPACK=OFF -DENABLE_EXTERNAL_LIBS=ON \
-    -DENABLE_MPEG=ON -DINSTALL_MANPAGES=OFF -DCMAKE_DISABLE_FIND_PACKAGE_ALSA=ON -DCMAKE_DISABLE_FIND_PACKAGE_Speex=ON
+    -DENABLE_MPEG=ON -DCMAKE_C_FLAGS=-DFLAC__NO_DLL -DINSTALL_MANPAGES=OFF -DCMAKE_DISABLE_FIND_PACKAGE_ALSA=ON -DCMAKE_DISABLE_FIND_PACKAGE_Speex=ON
   grep -qx '#define HAVE_EXTERNAL_XIPH_LIBS 1' "$windows_libraries/made/sndfile/src/config.h"
   grep -qx '#define HAVE_MPEG 1' "$windows_libraries/made/sndfile/src/config.h"
 }
-build_soxr() { build_plain soxr -DWITH_OPENMP=OFF -DBUILD_TESTS=OFF -DBUILD_EXAMPLES=OFF -DWITH_LSR_BINDINGS=OFF; }
+# What tells others where it is it installs on other systems only.
+build_soxr() {
+  build_plain soxr -DWITH_OPENMP=OFF -DBUILD_TESTS=OFF -DBUILD_EXAMPLES=OFF -DWITH_LSR_BINDINGS=OFF
+  printf '%s\n' "prefix=$windows_libraries/installed" 'Name: soxr' 'Description: converter of sample rates' 'Version: 0.1.3' \
+    'Libs: -L${prefix}/lib -lsoxr' 'Cflags: -I${prefix}/include' >"$windows_libraries/installed/lib/pkgconfig/soxr.pc"
+}
 build_ebur128() { build_plain ebur128 -DENABLE_INTERNAL_QUEUE_H=ON; }
 
 # Its files for Windows are not in Debian's archive, and none of them is needed for the library alone.

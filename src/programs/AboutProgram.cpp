@@ -5,6 +5,8 @@
 #include <QSysInfo>
 #include <algorithm>
 
+#include "platform/archive/ZipLibrary.h"
+#include "platform/audio/AudioLibraries.h"
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/SoundLibrary.h"
 #include "platform/hid/HidLibrary.h"
@@ -17,7 +19,9 @@ ui::window::AboutFacts AboutProgram(const std::string& version, const ProgramPla
   std::vector<std::string> libraries{std::string("Qt ") + qVersion(),   platform::hid::HidLibrary(),
                                      platform::hid::MonitorLibrary(),   platform::net::NetLibrary(),
                                      platform::desktop::SoundLibrary(), platform::desktop::CompiledHelp::Library(),
-                                     simulator::store::JsonLibrary()};
+                                     simulator::store::JsonLibrary(),   platform::archive::ZipLibrary()};
+  const std::vector<std::string> audio = platform::audio::AudioLibraries();
+  libraries.insert(libraries.end(), audio.begin(), audio.end());
   // Those that this system does without.
   std::erase(libraries, "");
   return {version,

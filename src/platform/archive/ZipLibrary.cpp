@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "platform/archive/ZipLibrary.h"
+
+#include <zip.h>
+
+namespace kestrin::platform::archive {
+
+std::string ZipLibrary() { return std::string("libzip ") + zip_libzip_version(); }
+
+}  // namespace kestrin::platform::archive
