@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "core/sound/import/ImportCrew.h"
+#include "core/sound/import/SoundImport.h"
 #include "platform/audio/SystemAudioTools.h"
 #include "platform/files/SystemDisk.h"
 #include "support/SoundFiles.h"
@@ -134,6 +135,46 @@ void ImportHundredFiles(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * kFiles);
 }
 BENCHMARK(ImportHundredFiles)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+/// A number of /proc/self/status, in MiB.
+double MemoryOf(const std::string& name) {
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;)
+    if (double kibibytes = 0; word == name + ":" && status >> kibibytes) return kibibytes / 1024;
+  return 0;
+}
+
+/// A WAV file of two gibibytes, stereo at 44,100 Hz, from the first step to the last. `MiB` tells how much memory that
+/// takes above what the program had before, at its most.
+void ImportTwoGibibytes(benchmark::State& state) {
+  const fs::path folder =
+      fs::temp_directory_path() / ("kestrin benchmark " + std::to_string(Clock::now().time_since_epoch().count()));
+  fs::create_directories(folder);
+  const fs::path file = folder / "long.wav";
+  constexpr std::uint32_t kBytes = 0x7FFFFF00;
+  support::WriteSound(file, "wav", support::Tone(440, 0.9, 400'000, 44100), 44100, 2);
+  {
+    std::fstream wav(file, std::ios::in | std::ios::out | std::ios::binary);
+    const std::uint32_t sizes[] = {kBytes - 8, kBytes - 44};
+    wav.seekp(4).write(reinterpret_cast<const char*>(&sizes[0]), 4);
+    wav.seekp(40).write(reinterpret_cast<const char*>(&sizes[1]), 4);
+  }
+  // The rest is silence that takes no room on the disk.
+  fs::resize_file(file, kBytes);
+  platform::audio::SystemAudioTools tools;
+  platform::files::SystemDisk disk;
+  for (auto _ : state) {
+    // From now on the most is counted anew.
+    std::ofstream("/proc/self/clear_refs") << 5;
+    const double before = MemoryOf("VmRSS");
+    const ImportedSound made = SoundImport(tools, disk).Import({file, "long", "long"}, {}, folder);
+    if (!made.reason.empty()) state.SkipWithError(made.reason.c_str());
+    state.counters["MiB"] = MemoryOf("VmHWM") - before;
+  }
+  std::error_code ignored;
+  fs::remove_all(folder, ignored);
+}
+BENCHMARK(ImportTwoGibibytes)->Unit(benchmark::kSecond)->Iterations(1);
 
 }  // namespace
 }  // namespace kestrin::core::sound
