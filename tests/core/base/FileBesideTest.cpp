@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -90,36 +88,6 @@ TEST_F(FileBesideTest, NothingIsEverReplaced) {
 #endif
   EXPECT_TRUE(file->TakeNewName(m_folder / "hum 2.lsu", m_disk));
   EXPECT_EQ(ReadBytes(m_folder / "hum 2.lsu"), "content");
-}
-
-TEST_F(FileBesideTest, OfTwoThatWantTheSameNameOneGetsIt) {
-  for (int round = 0; round < 50; ++round) {
-    const fs::path name = m_folder / ("sound " + std::to_string(round));
-    std::atomic<int> ready = 0;
-    std::atomic<int> got = 0;
-    const auto race = [&](const std::string& content) {
-      support::RecordingDisk disk;
-      Result<FileBeside> file = FileBeside::Write(
-          m_folder.Path(),
-          [&](const AppendBytes& append) {
-            static_cast<void>(append(content));
-            return Result<>();
-          },
-          disk);
-      ++ready;
-      while (ready < 2) std::this_thread::yield();
-      if (file && file->TakeNewName(name, disk)) {
-        ++got;
-        EXPECT_EQ(ReadBytes(name), content);
-      }
-    };
-    std::thread one(race, "one");
-    std::thread other(race, "another");
-    one.join();
-    other.join();
-    EXPECT_EQ(got, 1);
-  }
-  EXPECT_EQ(Names().size(), 50U);
 }
 
 TEST_F(FileBesideTest, WhatFailsOnTheWayLeavesNothing) {
