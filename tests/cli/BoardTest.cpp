@@ -52,7 +52,7 @@ TEST_F(BoardTest, WithoutASetToCompareItsOwnTableIsRead) {
   EXPECT_EQ(document["files"], named["files"]);
   const Finished forPeople = Run({"--board", Board(), "board"});
   EXPECT_NE(forPeople.out.find("On the board: A set this computer does not know: 2 motion sounds, 1 impact sound, "
-                                  "1 lock-up sound, "),
+                               "1 lock-up sound, "),
             std::string::npos)
       << forPeople.out;
 }
@@ -69,9 +69,9 @@ TEST_F(BoardTest, ASetThatDiffersALittleIsNamedWithIt) {
   const Json document = RunOnBoard(0, {"board", other.string()});
   EXPECT_EQ(document["known"], false);
   EXPECT_EQ(document["differences"], Json::parse(R"([{"slot":"pwroff","position":1,"kind":"volume"}])"));
-  EXPECT_NE(Run({"--board", Board(), "board", other.string()})
-                .out.find("On the board: \"changed\", but Power Off differs\n"),
-            std::string::npos);
+  EXPECT_NE(
+      Run({"--board", Board(), "board", other.string()}).out.find("On the board: \"changed\", but Power Off differs\n"),
+      std::string::npos);
 }
 
 TEST_F(BoardTest, AFontOfThisComputerIsKnown) {

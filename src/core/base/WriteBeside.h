@@ -8,8 +8,8 @@
 
 namespace kestrin::core::base {
 
-/// Writes `content` into a new file in the folder, under a name that nobody else draws, and closes it. Returns its path;
-/// there is none when that failed or `content` threw. The text of a failure is the reason alone.
+/// Writes `content` into a new file in the folder, under a name that nobody else draws, and closes it. Returns its
+/// path; there is none when that failed or `content` threw. The text of a failure is the reason alone.
 [[nodiscard]] Result<std::filesystem::path> WriteBeside(const std::filesystem::path& folder,
                                                         const ContentInPieces& content);
 

@@ -31,8 +31,7 @@ SoundsImport::SoundsImport(core::sound::SoundSet& set, Preview& preview, const S
   m_control = new ImportControl(
       *m_frame, *m_rows,
       {std::move(means), set, around.dialogs, around.folders, [&levelling] { return levelling.Kept(); }}, m_frame);
-  connect(m_control, &ImportControl::playRequested, &preview,
-          qOverload<const std::filesystem::path&>(&Preview::Play));
+  connect(m_control, &ImportControl::playRequested, &preview, qOverload<const std::filesystem::path&>(&Preview::Play));
   connect(m_control, &ImportControl::stopRequested, &preview, &Preview::Stop);
   connect(&preview, &Preview::playing, m_control, &ImportControl::SetPlaying);
   connect(m_control, &ImportControl::news, this, &SoundsImport::news);
