@@ -31,7 +31,7 @@ class SoundSetUndoTest : public SoundSetFixture {
   }
 };
 
-struct Step {
+struct UndoStep {
   std::string text;
   std::function<void()> make;
 };
@@ -44,7 +44,7 @@ TEST_F(SoundSetUndoTest, EveryChangeIsTakenBackAndDoneAgainExactly) {
   Fill(SlotKind::Impact, 2);
   set.SetVolume(SlotKind::Impact, 1, 80);
   ASSERT_EQ(set.Save(folder / "set.lscfg", support::AnyDisk()).Text(), "");
-  const std::vector<Step> changes{
+  const std::vector<UndoStep> changes{
       {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Impact, Sound("x.lsu", 300, 9000)).Text(), ""); }},
       {"Add x.lsu", [&] { ASSERT_EQ(set.Add(SlotKind::Idle, folder / "x.lsu").Text(), ""); }},
       {"Remove impact 1.lsu", [&] { set.Remove(SlotKind::Impact, 1); }},
@@ -63,7 +63,7 @@ TEST_F(SoundSetUndoTest, EveryChangeIsTakenBackAndDoneAgainExactly) {
       {"New set", [&] { set.Clear(); }},
   };
   std::vector<std::string> states{Everything()};
-  for (const Step& change : changes) {
+  for (const UndoStep& change : changes) {
     change.make();
     EXPECT_EQ(set.UndoText(), change.text);
     EXPECT_NE(Everything(), states.back()) << change.text;

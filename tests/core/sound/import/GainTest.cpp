@@ -8,7 +8,7 @@
 namespace kestrin::core::sound {
 namespace {
 
-struct Row {
+struct GainRow {
   const char* what;
   Loudness loudness;
   std::optional<double> level;
@@ -17,7 +17,7 @@ struct Row {
   const char* text;
 };
 constexpr std::nullopt_t kNone = std::nullopt;
-const Row kRows[] = {
+const GainRow kRows[] = {
     {"below the ceiling", {-20.0, -3.0}, kNone, false, 0, ""},
     {"above the ceiling", {-10.0, 2.0}, kNone, false, -3.01, "3 dB quieter"},
     {"far above it", {20.0, 40.0}, kNone, false, -41.01, "41 dB quieter"},
@@ -40,7 +40,7 @@ const Row kRows[] = {
 };
 
 TEST(GainTest, Table) {
-  for (const Row& row : kRows) {
+  for (const GainRow& row : kRows) {
     const Gain gain = ChooseGain(row.loudness, row.level, row.isExact);
     EXPECT_NEAR(gain.decibels, row.decibels, 1e-9) << row.what;
     EXPECT_EQ(GainText(gain), row.text) << row.what;

@@ -21,7 +21,7 @@ namespace {
 using support::EnergyMeter;
 using Samples = std::vector<std::int16_t>;
 
-Balance Even() {
+Balance EvenBalance() {
   Balance balance;
   for (const Slot& slot : kSlots) balance.Set(slot.kind, 0);
   return balance;
@@ -80,7 +80,7 @@ TEST_F(LevellingTest, ChangesTheVolumesInOneStepThatIsTakenBackAsOne) {
   set.SetVolume(SlotKind::Motion, 1, 150);
   set.SetVolume(SlotKind::Boot, 1, 90);
   const std::string before = set.UndoText();
-  ASSERT_TRUE(Level(Even()));
+  ASSERT_TRUE(Level(EvenBalance()));
   // One in a hundred is a tenth, one in four a half of the height that has the same energy; 20 and 14 LU come down.
   EXPECT_EQ(Names(SlotKind::Boot), "boot.lsu@10");
   EXPECT_EQ(Names(SlotKind::Idle), "hum.lsu@20");
@@ -99,7 +99,7 @@ TEST_F(LevellingTest, JoinsNoVolumeChangeBeforeOrBehindIt) {
   ASSERT_TRUE(set.Add(SlotKind::Boot, Sparse("boot.lsu", 1)));
   ASSERT_TRUE(set.Add(SlotKind::PwrOn, Sparse("on.lsu", 100)));
   set.SetVolume(SlotKind::Boot, 1, 90);
-  ASSERT_TRUE(Level(Even()));
+  ASSERT_TRUE(Level(EvenBalance()));
   set.SetVolume(SlotKind::Boot, 1, 33);
   EXPECT_EQ(set.UndoText(), "Change volume of boot.lsu");
   set.Undo();
@@ -110,7 +110,7 @@ TEST_F(LevellingTest, JoinsNoVolumeChangeBeforeOrBehindIt) {
 
 TEST_F(LevellingTest, IsNoStepWhenEverythingIsLevelAlready) {
   ASSERT_TRUE(set.Add(SlotKind::Boot, Sparse("boot.lsu", 3)));
-  ASSERT_TRUE(Level(Even()));
+  ASSERT_TRUE(Level(EvenBalance()));
   EXPECT_EQ(set.UndoText(), "Add boot.lsu");
 }
 
@@ -122,7 +122,7 @@ TEST_F(LevellingTest, LeavesSoundsThatAreMissingInTheirRows) {
   ASSERT_TRUE(set.Save(folder / "set.lscfg", support::AnyDisk()));
   std::filesystem::remove(folder / "b.lsu");
   ASSERT_EQ(set.Load(folder / "set.lscfg").failed.size(), 1U);
-  ASSERT_TRUE(Level(Even()));
+  ASSERT_TRUE(Level(EvenBalance()));
   EXPECT_EQ(set.At({SlotKind::Motion, 1}).Volume(), 10);
   EXPECT_EQ(set.AllMissing().At({SlotKind::Motion, 2})->volume, 60);
   EXPECT_EQ(set.At({SlotKind::Motion, 3}).Volume(), 100);
@@ -148,7 +148,7 @@ TEST_F(LevellingTest, SaysWhatCannotBeMeasured) {
   EXPECT_NE(measured[2].reason.find("is no longer there"), std::string::npos) << measured[2].reason;
   EXPECT_FALSE(measured[3].lufs);
   EXPECT_NE(measured[3].reason.find("has changed since"), std::string::npos) << measured[3].reason;
-  ASSERT_TRUE(Levelling::Apply(LevelPlan::Of(measured, Even()), set));
+  ASSERT_TRUE(Levelling::Apply(LevelPlan::Of(measured, EvenBalance()), set));
   EXPECT_EQ(set.At({SlotKind::PwrOff, 1}).Volume(), 70);
 }
 
@@ -158,7 +158,7 @@ TEST_F(LevellingTest, ASoundThatMovedUpCountsAsLoudAsItsPlaceMakesIt) {
   ASSERT_TRUE(set.Add(SlotKind::Boot, support::WriteSoundFile(folder / "boot.lsu", Samples(200, 5000))));
   // The peak of the first place stays there: the second sound comes out at half the height.
   set.Remove(SlotKind::Motion, 1);
-  ASSERT_TRUE(Level(Even()));
+  ASSERT_TRUE(Level(EvenBalance()));
   EXPECT_EQ(Names(SlotKind::Motion), "quiet.lsu@100");
   EXPECT_EQ(Names(SlotKind::Boot), "boot.lsu@50");
 }
@@ -189,7 +189,7 @@ TEST_F(LevellingTest, ChangesNothingInASetThatIsAnotherByNow) {
   ASSERT_TRUE(set.Add(SlotKind::Boot, Sparse("boot.lsu", 1)));
   ASSERT_TRUE(set.Add(SlotKind::Motion, Sparse("a.lsu", 1)));
   ASSERT_TRUE(set.Add(SlotKind::Motion, Sparse("b.lsu", 100)));
-  const LevelPlan plan = LevelPlan::Of(Measured(), Even());
+  const LevelPlan plan = LevelPlan::Of(Measured(), EvenBalance());
   set.Move(SlotKind::Motion, 1, 2);
   EXPECT_EQ(Levelling::Apply(plan, set).Why().kind, base::FailureKind::Changed);
   set.Undo();
@@ -203,7 +203,7 @@ TEST_F(LevellingTest, ChangesNothingInASetThatIsAnotherByNow) {
 TEST_F(LevellingTest, IsRefusedWhileTheSetIsLoading) {
   ASSERT_TRUE(set.Add(SlotKind::Boot, Sparse("boot.lsu", 1)));
   ASSERT_TRUE(set.Save(folder / "set.lscfg", support::AnyDisk()));
-  const LevelPlan plan = LevelPlan::Of(Measured(), Even());
+  const LevelPlan plan = LevelPlan::Of(Measured(), EvenBalance());
   bool wasAsked = false;
   static_cast<void>(set.Load(folder / "set.lscfg", [&] {
     wasAsked = true;
