@@ -16,7 +16,7 @@ windows_commands_suite() { section "Windows: the command line's tests" run_windo
 windows_window_suite() {
   local tests_stand_in="$windows_build"
   section "Windows: the window's tests, without a screen" run_windows_tests kestrin_kit_tests help_window_test \
-    kestrin_sound_ui_tests kestrin_window_tests kestrin_application_tests kestrin_desktop_tests kestrin_programs_tests
+    kestrin_sound_ui_tests kestrin_import_ui_tests kestrin_window_tests kestrin_application_tests kestrin_desktop_tests kestrin_programs_tests
 }
 
 # Qt and the compiler's libraries lie where they were built or installed; Wine keeps variables that begin with QT_ from the
