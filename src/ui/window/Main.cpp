@@ -194,16 +194,7 @@ void Main::ConnectSet() {
     if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
   });
 
-  SoundLocator& locator = m_setFile.Locator();
-  connect(&locator, &SoundLocator::searching, m_waitFrame, &QWidget::setVisible);
-  connect(&locator, &SoundLocator::searching, m_page, &sound::SoundPage::SetPreparing);
-  connect(m_page, &sound::SoundPage::stopRequested, &locator, &SoundLocator::Stop);
-  connect(m_page, &sound::SoundPage::locateRequested, &locator,
-          [&gate, &locator](const core::sound::SoundPlace& place) {
-            gate.WhenFree([&locator, place] { locator.LocateOne(place); });
-          });
-  connect(m_page, &sound::SoundPage::locateAllRequested, &locator,
-          [&gate, &locator] { gate.WhenFree([&locator] { locator.LocateAll(); }); });
+  m_setFile.Locator().Attach(*m_page, *m_waitFrame);
 
   // Of the page, so that a set that cannot be seen is not saved.
   auto* const save = new QAction(tr("Save the sound set to its file"), m_page);

@@ -3,6 +3,7 @@
 
 #include <QStandardPaths>
 #include <QStringList>
+#include <QWidget>
 #include <vector>
 
 #include "core/sound/SoundSearch.h"
@@ -11,6 +12,7 @@
 #include "ui/kit/FileFilter.h"
 #include "ui/kit/PathText.h"
 #include "ui/kit/Translated.h"
+#include "ui/sound/SoundPage.h"
 #include "ui/sound/SoundTexts.h"
 #include "ui/window/ExistingFolder.h"
 
@@ -20,6 +22,15 @@ using core::sound::MissingSound;
 
 SoundLocator::SoundLocator(core::sound::SoundSet& set, kit::Dialogs& dialogs, kit::CommandGate& gate, QObject* parent)
     : QObject(parent), m_set(set), m_dialogs(dialogs), m_gate(gate) {}
+
+void SoundLocator::Attach(sound::SoundPage& page, QWidget& waitFrame) {
+  connect(this, &SoundLocator::searching, &waitFrame, &QWidget::setVisible);
+  connect(this, &SoundLocator::searching, &page, &sound::SoundPage::SetPreparing);
+  connect(&page, &sound::SoundPage::stopRequested, this, &SoundLocator::Stop);
+  connect(&page, &sound::SoundPage::locateRequested, this,
+          [this](const core::sound::SoundPlace& place) { m_gate.WhenFree([this, place] { LocateOne(place); }); });
+  connect(&page, &sound::SoundPage::locateAllRequested, this, [this] { m_gate.WhenFree([this] { LocateAll(); }); });
+}
 
 void SoundLocator::Tell(QString headline) {
   while (!headline.isEmpty()) {

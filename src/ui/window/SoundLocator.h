@@ -7,10 +7,16 @@
 
 #include "core/sound/SoundSet.h"
 
+class QWidget;
+
 namespace kestrin::ui::kit {
 class CommandGate;
 class Dialogs;
 }  // namespace kestrin::ui::kit
+
+namespace kestrin::ui::sound {
+class SoundPage;
+}
 
 namespace kestrin::ui::window {
 
@@ -21,6 +27,9 @@ class SoundLocator : public QObject {
  public:
   /// All must outlive the object.
   SoundLocator(core::sound::SoundSet& set, kit::Dialogs& dialogs, kit::CommandGate& gate, QObject* parent = nullptr);
+
+  /// Looks when the page asks for it, and shows there and by `waitFrame` that it does.
+  void Attach(sound::SoundPage& page, QWidget& waitFrame);
 
   /// Tells under this headline which sounds are missing, and looks for them as long as the person wants to.
   void Tell(QString headline);
