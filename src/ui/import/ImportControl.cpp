@@ -66,8 +66,6 @@ fs::path Unused(const fs::path& folder) {
   return folder;
 }
 
-bool MadeAlike(const ImportOptions& a, const ImportOptions& b) { return a.trim == b.trim && a.loop == b.loop; }
-
 }  // namespace
 
 ImportControl::ImportControl(ImportFrame& frame, ImportModel& rows, Around around, QObject* parent)
@@ -214,7 +212,7 @@ void ImportControl::MakeReady() {
   // All of it is under way: sounds that nobody waits for any more do no harm.
   const auto isUnderWay = [this](const SoundMaker::Order& order) {
     return std::any_of(m_making.begin(), m_making.end(), [&order](const SoundMaker::Order& one) {
-      return one.id == order.id && MadeAlike(one.options, order.options);
+      return one.id == order.id && one.options == order.options;
     });
   };
   if (std::all_of(wanted.begin(), wanted.end(), isUnderWay)) return;

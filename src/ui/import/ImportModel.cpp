@@ -32,10 +32,6 @@ QString NameOf(const ImportRow& row) {
 
 std::int32_t SamplesOf(const ImportRow& row) { return static_cast<std::int32_t>(row.result.samples); }
 
-bool Alike(const ImportOptions& a, const ImportOptions& b) {
-  return a.trim == b.trim && a.loop == b.loop && a.level == b.level;
-}
-
 }  // namespace
 
 QString SlotChoice(std::optional<SlotKind> slot) {
@@ -219,7 +215,7 @@ ImportOptions ImportModel::OptionsOf(const ImportRow& row) const {
 }
 
 bool ImportModel::IsReady(const ImportRow& row) const {
-  return row.state == ImportRow::State::Ready && (row.IsTakenAsItIs() || Alike(row.madeWith, OptionsOf(row)));
+  return row.state == ImportRow::State::Ready && (row.IsTakenAsItIs() || row.madeWith == OptionsOf(row));
 }
 
 std::vector<int> ImportModel::Unready() const {

@@ -17,6 +17,8 @@ struct ImportOptions {
   bool loop = false;
   /// The loudness in LUFS that the sound gets, as far as its peaks allow; nothing leaves it as loud as it is.
   std::optional<double> level = {};
+
+  friend bool operator==(const ImportOptions&, const ImportOptions&) = default;
 };
 
 /// A sound to import.
