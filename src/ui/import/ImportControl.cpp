@@ -59,7 +59,7 @@ fs::path Unused(const fs::path& folder) {
   constexpr int kMost = 1000;
   for (int number = 1; number < kMost; ++number) {
     fs::path path = folder;
-    if (number > 1) path += " " + std::to_string(number);
+    if (number > 1) (path += " ") += std::to_string(number);
     std::error_code error;
     if (!fs::exists(path, error) || (fs::is_directory(path, error) && fs::is_empty(path, error))) return path;
   }
