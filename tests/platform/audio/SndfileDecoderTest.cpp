@@ -153,6 +153,16 @@ TEST_F(SndfileDecoderTest, AFileThatWasCutOffIsTold) {
   }
 }
 
+TEST_F(SndfileDecoderTest, AnOggFileWithoutItsLastPageIsTold) {
+  // What is left of it consists of whole pages.
+  const std::filesystem::path path = Write("ogg", Tone(440, 0.5, 240000));
+  const std::string whole = support::ReadBytes(path);
+  auto opened = m_tools.Open(support::WriteBytes(path, whole.substr(0, whole.rfind("OggS"))));
+  ASSERT_TRUE(opened) << opened.Text();
+  static_cast<void>(ReadAll(**opened));
+  EXPECT_EQ((*opened)->Ended().Text().substr(0, 20), "The file breaks off ");
+}
+
 TEST_F(SndfileDecoderTest, WhereAFileBreaksOffIsSaid) {
   const std::filesystem::path path = Write("wav", Tone(440, 0.5, 240000));
   const std::string whole = support::ReadBytes(path);

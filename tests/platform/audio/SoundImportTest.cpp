@@ -311,6 +311,20 @@ TEST_F(SoundImportTest, NamesThatChangeAreTold) {
   EXPECT_EQ(both.path, m_out / "a_ 2.lsu");
 }
 
+TEST_F(SoundImportTest, WhoIsQuickerWithANameKeepsIt) {
+  // Another program takes the name between the look into the folder and the moment in which it is given.
+  int left = 2;
+  m_disk.onTakeFreeName = [&](const fs::path& name) {
+    if (left-- > 0) support::WriteBytes(name, "quicker");
+    return std::error_code();
+  };
+  const ImportedSound made = ImportNew("wav", Tone(440, 0.5, 1000));
+  EXPECT_EQ(made.path, m_out / "sound 3.lsu");
+  EXPECT_EQ(support::ReadBytes(m_out / "sound.lsu"), "quicker");
+  EXPECT_EQ(support::ReadBytes(m_out / "sound 2.lsu"), "quicker");
+  EXPECT_EQ(FilesMade(), 3U);
+}
+
 TEST_F(SoundImportTest, AReasonThatIsKnownBeforeIsPassedOn) {
   const ImportedSound made = m_import.Import({{}, "a.zip: b.wav", "b", "It is encrypted."}, {}, m_out);
   EXPECT_EQ(made.reason, "It is encrypted.");
