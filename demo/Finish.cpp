@@ -14,11 +14,16 @@ std::vector<std::int16_t> Samples(const Sound& sound) {
   for (const double value : sound) peak = std::max(peak, std::abs(value));
   std::vector<std::int16_t> samples(sound.size());
   std::transform(sound.begin(), sound.end(), samples.begin(),
-                 [peak](double value) { return static_cast<std::int16_t>(std::lround(value / peak * kFinishedPeak)); });
+                 [peak](double value) { return FinishedSample(value / peak); });
   return samples;
 }
 
 }  // namespace
+
+std::int16_t FinishedSample(double value) {
+  constexpr double kSteps = 1023.0;
+  return static_cast<std::int16_t>(std::lround(std::round(value * kSteps) / kSteps * kFinishedPeak));
+}
 
 std::vector<std::int16_t> Finish(Sound sound, double fadeIn, double fadeOut) {
   // Nothing below 30 Hz comes out of a hilt, but it would take room from what does.

@@ -11,6 +11,10 @@ namespace kestrin::demo {
 /// The loudest sample of a finished sound: 1 dB below full scale.
 inline constexpr double kFinishedPeak = 29204.0;
 
+/// The sample of a finished sound for a value from -1 to 1. There are no more of them than a board keeps apart: nobody
+/// hears more there, and what is installed is half as large when it is packed.
+[[nodiscard]] std::int16_t FinishedSample(double value);
+
 /// A sound that is played once: no direct current, soft ends (`fadeIn`, `fadeOut` in seconds), loudest sample
 /// kFinishedPeak. `sound` is not silent.
 [[nodiscard]] std::vector<std::int16_t> Finish(Sound sound, double fadeIn, double fadeOut);

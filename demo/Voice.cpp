@@ -29,7 +29,7 @@ std::vector<std::int16_t> InVoice(std::span<const std::int16_t> samples, bool lo
   }
   std::vector<std::int16_t> result(length);
   std::transform(sound.begin(), sound.end(), result.begin(),
-                 [peak](double value) { return static_cast<std::int16_t>(std::lround(value / peak * kFinishedPeak)); });
+                 [peak](double value) { return FinishedSample(value / peak); });
   return result;
 }
 

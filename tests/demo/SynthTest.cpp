@@ -79,8 +79,10 @@ TEST(Synth, StepsAndDecaysHaveTheirMarks) {
 TEST(Finish, TurnsALoopToItsQuietestPlace) {
   // Mean 0; the pair of neighbours next to zero is 1, -1, so the loop starts with -1.
   const std::vector<std::int16_t> samples = FinishLoop({40.0, 1.0, -1.0, -40.0, -20.0, 20.0});
-  const double unit = 29204.0 / 40.0;
-  const auto sized = [unit](double value) { return static_cast<std::int16_t>(std::lround(value * unit)); };
+  // In the 1,023 steps that a board keeps apart.
+  const auto sized = [](double value) {
+    return static_cast<std::int16_t>(std::lround(std::round(value / 40.0 * 1023.0) * 29204.0 / 1023.0));
+  };
   EXPECT_EQ(samples, (std::vector<std::int16_t>{sized(-1), sized(-40), sized(-20), sized(20), sized(40), sized(1)}));
 }
 
