@@ -2,24 +2,21 @@
 #include "demo/pictures/ImportScenes.h"
 
 #include <QApplication>
-#include <QDropEvent>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QListView>
-#include <QMimeData>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QUrl>
 #include <cmath>
 #include <cstdint>
 #include <fstream>
 #include <functional>
 #include <numbers>
+#include <optional>
 #include <vector>
 
 #include "demo/pictures/Stage.h"
 #include "ui/kit/PathText.h"
+#include "ui/sound/SoundPage.h"
 
 namespace kestrin::demo {
 
@@ -94,18 +91,12 @@ class ImportStage {
     std::filesystem::create_directory(folder);
     for (const Tone& tone : kTones) Write(folder, tone, length);
     m_stage.Open(place.size, false);
-    QMimeData data;
-    data.setUrls({ui::kit::UrlOf(folder)});
-    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&m_stage.Window(), &drop);
+    emit m_stage.Window().findChild<ui::sound::SoundPage*>()->importRequested({folder}, std::nullopt);
     Await([this] { return Rows().model()->rowCount() == static_cast<int>(std::size(kTones)); });
   }
 
   void AwaitReady() {
     Await([this] { return m_stage.Find<QPushButton>("ImportTakeBtn").isEnabled(); });
-  }
-  void AwaitSome() {
-    Await([this] { return m_stage.Find<QProgressBar>("ImportProgress").value() >= 5; });
   }
   void PlayAfter(int row) {
     Rows().setCurrentIndex(Rows().model()->index(row, 0));
@@ -116,7 +107,6 @@ class ImportStage {
     m_stage.Settle(m_stage.Window());
     return m_stage.Window().grab();
   }
-  [[nodiscard]] QPixmap GrabNow() { return m_stage.Window().grab(); }
 
  private:
   [[nodiscard]] QListView& Rows() { return m_stage.Find<QListView>("ImportList"); }
@@ -135,12 +125,6 @@ QPixmap TakeImport(const Place& place, const std::string& board) {
   stage.AwaitReady();
   stage.PlayAfter(6);
   return stage.Grab();
-}
-
-QPixmap TakeImportUnderWay(const Place& place, const std::string& board) {
-  ImportStage stage(place, board, 8);
-  stage.AwaitSome();
-  return stage.GrabNow();
 }
 
 QPixmap TakeImportTooMuch(const Place& place, const std::string& board) {

@@ -11,8 +11,6 @@ namespace kestrin::demo {
 // The sheet "Import sounds" over the window, with a folder of sounds as people have them.
 
 [[nodiscard]] QPixmap TakeImport(const Place& place, const std::string& board);
-/// While the sounds are made ready.
-[[nodiscard]] QPixmap TakeImportUnderWay(const Place& place, const std::string& board);
 /// With more than the board holds.
 [[nodiscard]] QPixmap TakeImportTooMuch(const Place& place, const std::string& board);
 

@@ -311,7 +311,6 @@ constexpr Scene kScenes[] = {
     {"error", kBoard, TakeError},
     {"unsaved", kBoard, TakeUnsaved},
     {"import", "none", TakeImport},
-    {"import-under-way", "none", TakeImportUnderWay},
     {"import-too-much", "none", TakeImportTooMuch},
     {"doctor-no-board", "none", TakeDoctorNoBoard},
     {"doctor", "none", TakeDoctorNotPermitted},

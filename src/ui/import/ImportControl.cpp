@@ -79,8 +79,10 @@ ImportControl::ImportControl(ImportFrame& frame, ImportModel& rows, Around aroun
   connect(&m_maker, &SoundMaker::listed, this, &ImportControl::Listed);
   connect(&m_maker, &SoundMaker::made, this, &ImportControl::Made);
   connect(&m_maker, &SoundMaker::copied, this, [this](int id, const fs::path& copy, const QString& failure) {
-    if (m_isOpen && !failure.isEmpty()) m_frame.ShowFailure(failure);
-    if (m_isOpen && failure.isEmpty()) Hear(id, ImportModel::Half::Before, copy);
+    if (!failure.isEmpty())
+      TellFailure(failure);
+    else if (m_isOpen)
+      Hear(id, ImportModel::Half::Before, copy);
   });
   connect(&m_maker, &SoundMaker::measured, this, [this](const SoundMaker::Measured& sounds) {
     m_measured = sounds;
@@ -108,7 +110,7 @@ void ImportControl::Start() {
 void ImportControl::Open(const std::vector<fs::path>& named, std::optional<SlotKind> slot) {
   if (named.empty()) return;
   if (!m_isOpen) Start();
-  m_slot = slot;
+  m_slots.insert(m_slots.end(), named.size(), slot);
   m_named.insert(m_named.end(), named.begin(), named.end());
   if (m_folder.empty()) {
     m_folder = FolderFor(named.front());
@@ -159,6 +161,7 @@ void ImportControl::Close() {
   if (m_heard.id >= 0) emit stopRequested();
   m_making.clear();
   m_named.clear();
+  m_slots.clear();
   m_model.Start(core::sound::kRoomOfAnEmptySet, {}, 0);
 }
 
@@ -189,7 +192,8 @@ void ImportControl::Listed(const fs::path& named, const std::vector<ImportSource
   std::vector<std::string> names;
   for (const ImportSource& source : sources) names.push_back(NameIn(named, source.shownAs));
   m_isGuessStale = true;
-  m_model.Add(sources, names, m_slot);
+  m_model.Add(sources, names, m_slots.front());
+  m_slots.pop_front();
   if (isLast) m_frame.ShowWork(ImportFrame::Work::None);
 }
 
@@ -238,6 +242,10 @@ void ImportControl::Hear(int id, ImportModel::Half half, const fs::path& file) {
   emit playRequested(file);
   m_heard = {id, half, file};
   m_model.SetPlaying(id, half);
+}
+
+void ImportControl::TellFailure(const QString& text) {
+  if (m_isOpen) m_frame.ShowFailure(text);
 }
 
 void ImportControl::SetPlaying(const fs::path& path) {

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -50,6 +51,8 @@ class ImportControl : public QObject {
   void AskForFolder();
   /// The sheet closes, and whatever goes on ends.
   void Stop();
+  /// Tells that a sound could not be played.
+  void TellFailure(const QString& text);
   /// Shows what is heard now; empty: nothing.
   void SetPlaying(const std::filesystem::path& path);
   /// What a file dialog shows of sounds that can be imported.
@@ -95,7 +98,8 @@ class ImportControl : public QObject {
   SoundMaker m_maker;
   bool m_isOpen = false;
   std::vector<std::filesystem::path> m_named;
-  std::optional<core::sound::SlotKind> m_slot;
+  /// For which slots the sounds are meant that are still looked for.
+  std::deque<std::optional<core::sound::SlotKind>> m_slots;
   std::filesystem::path m_folder;
   /// What is being made ready, by rows, with what.
   std::vector<SoundMaker::Order> m_making;

@@ -213,10 +213,12 @@ void ImportRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
       option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideMiddle, columns.name.width()));
   painter->setPen(ColorOf(ColorRole::Soft, palette));
   const QString length = index.data(ImportModel::kLength).toString();
-  painter->drawText(columns.length, Qt::AlignVCenter | Qt::AlignRight,
-                    length.isEmpty() ? QStringLiteral("\u2013") : length);
-  // Why a sound is left out has all the room to the right.
-  if (isFailed) columns.changes.setRight(columns.after.right());
+  // Why a sound is left out needs all the room that there is.
+  if (isFailed)
+    columns.changes.setCoords(columns.length.left(), option.rect.top(), columns.after.right(), option.rect.bottom());
+  else
+    painter->drawText(columns.length, Qt::AlignVCenter | Qt::AlignRight,
+                      length.isEmpty() ? QStringLiteral("\u2013") : length);
   PaintChanges(*painter, columns.changes, option, index);
   if (!isFailed) {
     PaintChip(*painter, columns.slot, index.data(ImportModel::kSlotText).toString(),

@@ -34,6 +34,7 @@ SoundsImport::SoundsImport(core::sound::SoundSet& set, Preview& preview, const S
   connect(m_control, &ImportControl::playRequested, &preview, qOverload<const std::filesystem::path&>(&Preview::Play));
   connect(m_control, &ImportControl::stopRequested, &preview, &Preview::Stop);
   connect(&preview, &Preview::playing, m_control, &ImportControl::SetPlaying);
+  connect(&preview, &Preview::failed, m_control, &ImportControl::TellFailure);
   connect(m_control, &ImportControl::news, this, &SoundsImport::news);
 
   m_menu.setObjectName("ImportMenu");

@@ -206,6 +206,15 @@ TEST_F(ImportTake, AllGoIntoTheSlotForWhichTheyWereMeant) {
   EXPECT_THAT(Lines(), ElementsAre("[x] boot.wav: Lock-up", "[x] swing 2.wav: Lock-up"));
 }
 
+TEST_F(ImportTake, EachGoesIntoTheSlotThatWasNamedWithIt) {
+  FillHeron();
+  Make();
+  control->Open({Heron() / "boot.wav"}, SlotKind::Lockup);
+  control->Open({Heron() / "swing 2.wav"});
+  ASSERT_TRUE(Until([this] { return rows.rowCount() == 2 && rows.Unready().empty(); }));
+  EXPECT_THAT(Lines(), UnorderedElementsAre("[x] boot.wav: Lock-up", "[x] swing 2.wav: Motion"));
+}
+
 TEST_F(ImportTake, SaysWhenThereIsNothingToImport) {
   Make();
   control->Open({Heron()});

@@ -8,7 +8,10 @@
 #include <QStyle>
 #include <QStyleOptionGroupBox>
 
+#include "platform/archive/ZipArchives.h"
+#include "platform/audio/SystemAudioTools.h"
 #include "ui/kit/Theme.h"
+#include "ui/sound/SoundPage.h"
 #include "ui/window/MainFixture.h"
 
 namespace kestrin::ui::window {
@@ -32,7 +35,7 @@ void LengthenTexts(QWidget& root) {
 
 /// What cuts off by itself, with an ellipsis and the whole text in its tool tip: names of the person's own files.
 bool MayBeCut(const QWidget& widget) {
-  static const QStringList kNames{"FolderLabel", "SelectedSoundLabel", "SetLabel"};
+  static const QStringList kNames{"FolderLabel", "ImportFolderLabel", "SelectedSoundLabel", "SetLabel"};
   return kNames.contains(widget.objectName());
 }
 
@@ -47,6 +50,13 @@ QSize RoomFor(const QWidget& widget) {
 
 class LongText : public support::MainFixture {
  protected:
+  LongText() {
+    audio = &m_tools;
+    archives = &m_zips;
+  }
+  // Before what reads sounds.
+  ~LongText() override { window.reset(); }
+
   // The style asks for the room that it needs; without it the test would measure another program.
   void SetUp() override {
     kit::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), kit::ColorScheme::Light);
@@ -102,6 +112,10 @@ class LongText : public support::MainFixture {
     EXPECT_EQ(LabelText("InformationLabel"), state);
     ExpectNothingIsCut(state);
   }
+
+ private:
+  platform::audio::SystemAudioTools m_tools;
+  platform::archive::ZipArchives m_zips{disk};
 };
 
 TEST_F(LongText, FitsWithABoard) {
@@ -175,6 +189,15 @@ TEST_F(LongText, FitsWhenTheDownloadWasCancelled) {
   dialogs.okAnswers = {false};
   WhenInformation("Downloading...", [this] { Find<QPushButton>("CancelBtn").click(); });
   ExpectNothingIsCutAfterSending("Canceled");
+}
+
+TEST_F(LongText, FitsOnTheImportSheet) {
+  StartWithSet();
+  // One that cannot be read will do.
+  const std::filesystem::path file = support::WriteBytes(folder / "swing.wav", "no sound");
+  emit window->findChild<sound::SoundPage*>()->importRequested({file}, {});
+  ASSERT_TRUE(support::Until([this] { return Find<QListView>("ImportList").model()->rowCount() == 1; }));
+  ExpectNothingIsCut("import");
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <QScreen>
 
+#include "platform/archive/ZipArchives.h"
+#include "platform/audio/SystemAudioTools.h"
 #include "ui/kit/Theme.h"
 #include "ui/window/MainFixture.h"
 
@@ -32,11 +34,21 @@ TEST(WindowPlace, IsWithinTheRoomThatThereIs) {
 
 class WindowOnTheScreen : public support::MainFixture {
  protected:
+  WindowOnTheScreen() {
+    audio = &m_tools;
+    archives = &m_zips;
+  }
+  // Before what reads sounds.
+  ~WindowOnTheScreen() override { window.reset(); }
   // The style asks for the room that it needs.
   void SetUp() override {
     kit::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), kit::ColorScheme::Light);
   }
   [[nodiscard]] static QRect Room() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+
+ private:
+  platform::audio::SystemAudioTools m_tools;
+  platform::archive::ZipArchives m_zips{disk};
 };
 
 TEST_F(WindowOnTheScreen, FirstSizeIsNotLargerThanTheScreenLeaves) {
