@@ -26,7 +26,8 @@ TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
     SCOPED_TRACE("sounds");
     EXPECT_THAT(Controls(kMain),
                 IsSupersetOf(std::vector<Said>{{"button menu", "Open"},
-                                               {"push button", "Save"},
+                                               {"button menu", "Save"},
+                                               {"button menu", "Import"},
                                                {"push button", "Setup"},
                                                {"push button", "Download"},
                                                {"label", "Kestrin USB Serial Number: 4B535401"},
