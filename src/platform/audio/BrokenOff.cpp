@@ -55,9 +55,10 @@ FileEnd EndOfOgg(SourceFile& file, std::string_view start) {
 FileEnd EndOfMp3(SourceFile& file, std::string_view start) {
   std::uint64_t first = 0;
   // Names and pictures come before it; their length has seven bits a byte.
-  if (start.starts_with("ID3"))
-    first = 10 + ((Byte(start, 6) & 0x7F) << 21 | (Byte(start, 7) & 0x7F) << 14 | (Byte(start, 8) & 0x7F) << 7 |
-                  (Byte(start, 9) & 0x7F));
+  if (start.starts_with("ID3")) {
+    for (std::size_t i = 6; i < 10; ++i) first = first << 7 | (Byte(start, i) & 0x7F);
+    first += 10;
+  }
   const std::string frame = ReadText(file, first, 256);
   for (const std::string_view name : {"Xing"sv, "Info"sv}) {
     const std::size_t found = frame.find(name);
