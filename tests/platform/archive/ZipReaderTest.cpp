@@ -257,24 +257,29 @@ TEST_F(ZipReaderTest, TenThousandEntriesAreTheMost) {
 }
 
 TEST_F(ZipReaderTest, AMillionEntriesAreRefusedByTheEndRecordAlone) {
-  std::string bytes = "PK\6\6";
-  RawZip::Number(bytes, 44, 8);
-  RawZip::Number(bytes, 45 << 16 | 45, 4);
-  RawZip::Number(bytes, 0, 8);
-  RawZip::Number(bytes, 1'000'000, 8);
-  RawZip::Number(bytes, 1'000'000, 8);
-  RawZip::Number(bytes, 53'000'000, 8);
-  RawZip::Number(bytes, 0, 8);
-  bytes += "PK\6\7";
-  RawZip::Number(bytes, 0, 4);
-  RawZip::Number(bytes, 0, 8);
-  RawZip::Number(bytes, 1, 4);
-  bytes += "PK\5\6";
-  RawZip::Number(bytes, 0, 4);
-  RawZip::Number(bytes, 0xFFFFFFFF, 4);
-  RawZip::Number(bytes, 0xFFFFFFFFFFFFFFFF, 8);
-  RawZip::Number(bytes, 0, 2);
-  EXPECT_EQ(WhyNot(bytes).kind, FailureKind::Full);
+  // The short end says that the long one counts, or hides it.
+  for (const std::uint64_t said : {std::uint64_t{0xFFFF}, std::uint64_t{1}}) {
+    std::string bytes = "PK\6\6";
+    RawZip::Number(bytes, 44, 8);
+    RawZip::Number(bytes, 45 << 16 | 45, 4);
+    RawZip::Number(bytes, 0, 8);
+    RawZip::Number(bytes, 1'000'000, 8);
+    RawZip::Number(bytes, 1'000'000, 8);
+    RawZip::Number(bytes, 53'000'000, 8);
+    RawZip::Number(bytes, 0, 8);
+    bytes += "PK\6\7";
+    RawZip::Number(bytes, 0, 4);
+    RawZip::Number(bytes, 0, 8);
+    RawZip::Number(bytes, 1, 4);
+    bytes += "PK\5\6";
+    RawZip::Number(bytes, 0, 4);
+    RawZip::Number(bytes, said, 2);
+    RawZip::Number(bytes, said, 2);
+    RawZip::Number(bytes, said == 1 ? 50 : 0xFFFFFFFF, 4);
+    RawZip::Number(bytes, said == 1 ? 0 : 0xFFFFFFFF, 4);
+    RawZip::Number(bytes, 0, 2);
+    EXPECT_EQ(WhyNot(bytes).kind, FailureKind::Full) << said;
+  }
 }
 
 TEST_F(ZipReaderTest, ADirectoryTooLongIsRefusedHoweverFewEntriesItClaims) {
@@ -293,6 +298,21 @@ TEST_F(ZipReaderTest, AnEndBehindAnotherHidesNothing) {
   bytes.replace(large.End() + 20, 2, std::string("\x16\0", 2));
   bytes += std::string("PK\5\6", 4) + std::string(18, '\0');
   EXPECT_EQ(WhyNot(bytes).kind, FailureKind::Full);
+}
+
+TEST_F(ZipReaderTest, SeveralEndsTogetherMayNotHoldMoreEither) {
+  const auto end = [](std::uint64_t entries, std::uint64_t comment) {
+    std::string bytes = "PK\5\6";
+    RawZip::Number(bytes, 0, 4);
+    RawZip::Number(bytes, entries, 2);
+    RawZip::Number(bytes, entries, 2);
+    RawZip::Number(bytes, 1000, 4);
+    RawZip::Number(bytes, 0, 4);
+    RawZip::Number(bytes, comment, 2);
+    return bytes;
+  };
+  EXPECT_EQ(WhyNot(end(6000, 22) + end(6000, 0)).kind, FailureKind::Full);
+  EXPECT_EQ(WhyNot(end(4000, 22) + end(6000, 0)).kind, FailureKind::NotValid) << "for another reason";
 }
 
 }  // namespace
