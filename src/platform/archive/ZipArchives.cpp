@@ -7,6 +7,7 @@
 #include "core/base/NewFile.h"
 #include "core/base/PathText.h"
 #include "core/base/WindowsName.h"
+#include "platform/archive/ZipCalls.h"
 #include "platform/archive/ZipReader.h"
 #include "platform/archive/ZipWriter.h"
 
@@ -19,6 +20,10 @@ using core::base::FailureKind;
 using core::base::Result;
 
 namespace {
+
+Failure NoLibrary() {
+  return {FailureKind::NotFound, "the library for ZIP files is missing. Install it (on Debian: libzip5 or libzip4)"};
+}
 
 Failure IsThereAlready() { return {FailureKind::InTheWay, "there is one of that name already. Choose another name"}; }
 
@@ -46,7 +51,8 @@ Result<> Name(const fs::path& made, const fs::path& path, core::base::Disk& disk
 }  // namespace
 
 Result<std::unique_ptr<core::base::Archive>> ZipArchives::Open(const fs::path& path) {
-  Result<std::unique_ptr<core::base::Archive>> opened = ZipReader::Open(path);
+  Result<std::unique_ptr<core::base::Archive>> opened = NoLibrary();
+  if (IsZipLibraryThere()) opened = ZipReader::Open(path);
   if (opened) return opened;
   return Failure{opened.Why().kind, core::base::Quoted(path) + " could not be read: " + opened.Why().text + "."};
 }
@@ -56,6 +62,7 @@ Result<> ZipArchives::Write(const fs::path& path, const std::vector<core::base::
   const auto failed = [&](const Failure& why) {
     return Failure{why.kind, core::base::Quoted(path) + " could not be written: " + why.text + "."};
   };
+  if (!IsZipLibraryThere()) return failed(NoLibrary());
   if (const Result<> named = CheckName(path); !named) return failed(named.Why());
   const fs::path made = core::base::NameBeside(path);
   core::base::NewFile file(made);

@@ -3,8 +3,10 @@
 
 #include <zip.h>
 
+#include "platform/archive/ZipCalls.h"
+
 namespace kestrin::platform::archive {
 
-std::string ZipLibrary() { return std::string("libzip ") + zip_libzip_version(); }
+std::string ZipLibrary() { return IsZipLibraryThere() ? std::string("libzip ") + zip_libzip_version() : ""; }
 
 }  // namespace kestrin::platform::archive

@@ -164,8 +164,14 @@ TEST_F(ZipReaderTest, ClaimsOf100GiBAreOnlyClaims) {
   std::string longSizes("\1\0\20\0", 4);
   RawZip::Number(longSizes, 100 * 1024 * kMiB, 8);
   RawZip::Number(longSizes, 3, 8);
-  const auto archive =
-      Opened({{"a.wav", "abc", 0, 0, 0100644, 0xFFFFFFFF, std::nullopt, std::nullopt, 0xFFFFFFFF, longSizes}});
+  Result<std::unique_ptr<Archive>> opened =
+      Open(RawZip(Entries{{"a.wav", "abc", 0, 0, 0100644, 0xFFFFFFFF, {}, {}, 0xFFFFFFFF, longSizes}}).Bytes());
+  // Later versions of the library see at once that it cannot be.
+  if (!opened) {
+    EXPECT_THAT(opened.Text(), HasSubstr("contradicts itself"));
+    return;
+  }
+  const std::unique_ptr<Archive>& archive = *opened;
   ASSERT_EQ(archive->Entries()[0].size, 100 * 1024 * kMiB);
   std::string content;
   const Result<> refused = Unpack(*archive, 0, content);
