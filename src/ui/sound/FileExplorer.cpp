@@ -160,7 +160,7 @@ void FileExplorer::MakeLayout() {
     // The rows' ground reaches up to the card's line.
     inside->setContentsMargins(1, kit::kHalf, 1, kit::kHalf);
     inside->addWidget(list);
-    list->setMinimumHeight(56);
+    list->setMinimumHeight(52);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     if (list == m_fileList) column->addWidget(m_filterList);
     column->addWidget(frame, list == m_dirList ? 2 : 5);

@@ -10,7 +10,9 @@
 #include <QLabel>
 #include <QMenu>
 #include <QStyle>
+#include <QStyleOptionToolButton>
 #include <QToolButton>
+#include <algorithm>
 
 #include "core/device/SessionState.h"
 #include "ui/kit/Grid.h"
@@ -73,6 +75,25 @@ constexpr std::array<ToolFacts, ToolRow::kTools.size()> kFacts{{
 }};
 
 const ToolFacts& FactsOf(ToolRow::Tool tool) { return kFacts[static_cast<std::size_t>(tool)]; }
+
+/// The width of the button with that style.
+int WidthOf(const QToolButton& button, Qt::ToolButtonStyle style) {
+  if (button.toolButtonStyle() == style) return button.sizeHint().width();
+  QStyleOptionToolButton option;
+  option.initFrom(&button);
+  option.iconSize = button.iconSize();
+  option.toolButtonStyle = style;
+  int width = button.iconSize().width();
+  if (style == Qt::ToolButtonTextUnderIcon)
+    width = std::max(width, button.fontMetrics().size(Qt::TextShowMnemonic, button.text()).width() +
+                                2 * button.fontMetrics().horizontalAdvance(QLatin1Char(' ')));
+  if (button.popupMode() == QToolButton::MenuButtonPopup) {
+    option.features = QStyleOptionToolButton::MenuButtonPopup;
+    width += button.style()->pixelMetric(QStyle::PM_MenuButtonIndicator, &option, &button);
+  }
+  const QSize contents(width, button.iconSize().height());
+  return button.style()->sizeFromContents(QStyle::CT_ToolButton, &option, contents, &button).width();
+}
 
 /// Adds the only picture of `disabled`, if it has one, for the disabled state.
 void AddPicture(QIcon& icon, const QIcon& disabled) {
@@ -290,6 +311,35 @@ void ToolRow::ForgetPointerAfter(QMenu& menu, QToolButton& button) {
         button.update();
       },
       Qt::QueuedConnection);
+}
+
+int ToolRow::WidthFor(bool hasCaptions) const {
+  const auto style = hasCaptions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly;
+  int width = QWidget::minimumSizeHint().width();
+  for (const QToolButton* const button : m_buttons)
+    if (!button->isHidden()) width += WidthOf(*button, style) - button->sizeHint().width();
+  return width;
+}
+
+QSize ToolRow::minimumSizeHint() const { return {WidthFor(false), QWidget::minimumSizeHint().height()}; }
+
+void ToolRow::FitCaptions() {
+  const bool hasCaptions = WidthFor(true) <= width();
+  const auto style = hasCaptions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly;
+  for (QToolButton* const button : m_buttons)
+    if (button->toolButtonStyle() != style) button->setToolButtonStyle(style);
+}
+
+bool ToolRow::event(QEvent* event) {
+  const bool handled = QWidget::event(event);
+  // A label has become longer or shorter, or a tool has come.
+  if (event->type() == QEvent::LayoutRequest) FitCaptions();
+  return handled;
+}
+
+void ToolRow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitCaptions();
 }
 
 void ToolRow::ShowLogo() {

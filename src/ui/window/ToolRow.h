@@ -58,6 +58,9 @@ class ToolRow : public QWidget {
   /// when it can.
   void OfferWhy(const QString& whyNot);
 
+  /// Without the captions of the tools, which stand there only where there is room for all of them.
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
   void ShowLogo();
   /// The board that is online, or that there is none and why.
   void ShowSession(const core::device::SessionState& session);
@@ -68,7 +71,9 @@ class ToolRow : public QWidget {
   void whyPressed();
 
  protected:
+  bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -77,6 +82,9 @@ class ToolRow : public QWidget {
   [[nodiscard]] QToolButton* MakeMenuButton(const char* name, const QString& caption, const QString& purpose);
   [[nodiscard]] QHBoxLayout* MakeLabels();
   void ShowPictures();
+  /// The width that the row needs, with the captions of the tools or without.
+  [[nodiscard]] int WidthFor(bool hasCaptions) const;
+  void FitCaptions();
   void SetMenu(QToolButton& button, QMenu& menu);
   void SetArrowMenu(Tool tool, QMenu& menu);
   /// Puts out the light of the button when its menu closes, unless the pointer is on it.
