@@ -109,7 +109,8 @@ void SoundPage::MakeLayout() {
   name->addWidget(m_setLabel, 1);
   name->addWidget(m_level);
   auto* head = new QVBoxLayout;
-  head->setSpacing(kit::kHalf);
+  // A screen of 800 by 600 has no pixel to spare beside an LED driver.
+  head->setSpacing(kit::kHalf / 2);
   head->addLayout(name);
   head->addLayout(singles);
   auto* right = new QVBoxLayout;
