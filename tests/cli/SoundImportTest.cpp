@@ -67,6 +67,17 @@ TEST_F(SoundImportTest, MakesSoundsOfEveryKind) {
   EXPECT_EQ(RunJson(0, {"sound", "info", (m_out / "hum.lsu").string()})["files"][0]["samples"], 48000);
 }
 
+TEST_F(SoundImportTest, ASoundOfTheBoardIsCopiedAsItIs) {
+  const std::filesystem::path folder = m_folder / "mixed";
+  std::filesystem::create_directory(folder);
+  const std::string bytes = ReadBytes(WriteSoundFile(folder / "boot.lsu", SomeSamples(5000)));
+  static_cast<void>(WriteSound(folder / "hum.wav", "wav", Tone(440, 0.5, 24000)));
+  const Json document = RunJson(0, {"sound", "import", folder.string(), "--output", m_outText});
+  EXPECT_EQ(document["imported"], 2);
+  EXPECT_EQ(document["files"][0]["changes"], Json::array());
+  EXPECT_EQ(ReadBytes(m_out / "boot.lsu"), bytes);
+}
+
 TEST_F(SoundImportTest, ABadFileEndsNothing) {
   const std::string bad = WriteBytes(m_folder / "diary.wav", "Dear diary").string();
   const std::string why = "This is no sound that can be read here. Save it as WAV, FLAC, Ogg or MP3 and import that.";

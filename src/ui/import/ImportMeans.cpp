@@ -30,10 +30,7 @@ ListedSounds List(core::base::Archives& archives, const std::vector<fs::path>& n
   auto list = std::make_shared<SourceList>(archives);
   for (const fs::path& path : named)
     if (!list->Add(path, goOn)) break;
-  ListedSounds listed{list->Sources(), list};
-  for (ImportSource& source : listed.sources)
-    if (IsOfTheBoard(source)) source.reason.clear();
-  return listed;
+  return {list->Sources(), list};
 }
 
 /// A sound of the board's own format as it is.

@@ -12,7 +12,7 @@ namespace kestrin::core::sound {
 enum class SoundEnding {
   /// No sound.
   None,
-  /// A sound of the board's own format, ".lsu": it needs no import.
+  /// A sound of the board's own format, ".lsu": it is taken as it is.
   OfTheBoard,
   /// A sound that can be imported.
   Readable,

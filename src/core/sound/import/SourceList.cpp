@@ -19,9 +19,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kOfTheBoard = "It is a sound for the board already. Add it to the set as it is.";
-constexpr const char* kOfTheBoardInArchive =
-    "It is a sound for the board already. Unpack the archive, then add it to the set as it is.";
 constexpr const char* kNoSounds = "There are no sounds in it.";
 
 /// A name without its ending.
@@ -32,9 +29,7 @@ std::string StemOf(std::string_view name) {
 
 ImportSource SourceOf(const fs::path& file) {
   const std::string text = base::TextOf(file);
-  ImportSource source{file, text, StemOf(base::Shown(base::TextOf(file.filename())))};
-  if (EndingOf(file) == SoundEnding::OfTheBoard) source.reason = kOfTheBoard;
-  return source;
+  return {file, text, StemOf(base::Shown(base::TextOf(file.filename())))};
 }
 
 /// The sounds of a folder and all that is below it.
@@ -182,10 +177,6 @@ bool SourceList::Unpack(base::Archive& archive, std::size_t entry, ImportSource&
   const base::ArchiveEntry& about = archive.Entries()[entry];
   if (!about.isReadable) {
     source.reason = about.reason;
-    return true;
-  }
-  if (EndingOfName(about.name) == SoundEnding::OfTheBoard) {
-    source.reason = kOfTheBoardInArchive;
     return true;
   }
   const base::Result<fs::path> place = NewPlace(about.name);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/PathText.h"
+#include "sound/LSU_SoundFile.h"
 #include "sound/import/SoundEnding.h"
 #include "support/FakeArchives.h"
 
@@ -62,13 +63,16 @@ TEST_F(SourceListTest, OfAFolderWhatEndsLikeASoundIsTakenAsPeopleCount) {
   EXPECT_THAT(list.Sources(), testing::Each(Field(&ImportSource::reason, "")));
 }
 
-TEST_F(SourceListTest, ASoundOfTheBoardNeedsNoImport) {
+TEST_F(SourceListTest, ASoundOfTheBoardIsASoundLikeAnyOther) {
   (void)File("set/boot.lsu");
   SourceList list(m_archives, m_temporary);
   EXPECT_TRUE(list.Add(m_folder / "set"));
   EXPECT_TRUE(list.Add(m_archives.Put(m_folder / "a.zip", {FakeArchives::File("idle.LSU", "x")})));
   ASSERT_THAT(Names(list), ElementsAre("boot", "idle"));
-  for (const ImportSource& source : list.Sources()) EXPECT_THAT(source.reason, HasSubstr("for the board already"));
+  for (const ImportSource& source : list.Sources()) {
+    EXPECT_EQ(source.reason, "");
+    EXPECT_TRUE(LSU_SoundFile::HasSoundName(source.file)) << "whoever imports it tells it by its name";
+  }
 }
 
 TEST_F(SourceListTest, WhatHoldsNoSoundsIsTold) {
