@@ -23,7 +23,7 @@
 
 #ifdef __SANITIZE_ADDRESS__
 // libsndfile forgets a few kilobytes of every broken Ogg file.
-extern "C" const char* __lsan_default_suppressions() { return "leak:vorbis_info_init\n"; }
+extern "C" const char* __lsan_default_suppressions() { return "leak:libvorbis\n"; }
 #endif
 
 namespace kestrin::platform::audio {
