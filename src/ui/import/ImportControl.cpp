@@ -190,6 +190,7 @@ void ImportControl::ChooseFolder() {
 void ImportControl::Listed(const fs::path& named, const std::vector<ImportSource>& sources, bool isLast) {
   if (!m_isOpen) return;
   std::vector<std::string> names;
+  names.reserve(sources.size());
   for (const ImportSource& source : sources) names.push_back(NameIn(named, source.shownAs));
   m_isGuessStale = true;
   m_model.Add(sources, names, m_slots.front());

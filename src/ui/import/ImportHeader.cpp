@@ -64,8 +64,8 @@ void ImportHeader::paintEvent(QPaintEvent* /*event*/) {
   painter.drawLine(rect().bottomLeft(), rect().bottomRight());
   painter.setPen(kit::ColorOf(kit::ColorRole::Text, palette()));
   const ImportColumns columns = ImportColumns::Of(rect().adjusted(0, 0, -m_margin, 0), fontMetrics());
-  const auto caption = [&](const QRect& where, const QString& text, Qt::Alignment side) {
-    painter.drawText(where, Qt::AlignVCenter | side, text);
+  const auto caption = [&](const QRect& where, const QString& text, int side) {
+    painter.drawText(where, int{Qt::AlignVCenter} | side, text);
   };
   caption(columns.name, ImportTexts::tr("Sound"), Qt::AlignLeft);
   caption(columns.length, ImportTexts::tr("Length"), Qt::AlignRight);

@@ -159,7 +159,7 @@ FitAdvice FitAdvice::For(const std::vector<ComingSound>& coming, std::int64_t st
     ways.push_back("leave out " + Listed(names) + " and " + also);
   } else {
     advice.leaveOut.clear();
-    ways.push_back(staying > 0 ? "leave out more sounds, or take some out of the set" : "choose shorter sounds");
+    ways.emplace_back(staying > 0 ? "leave out more sounds, or take some out of the set" : "choose shorter sounds");
   }
   advice.text = Seconds(advice.excess) + " too much: " + ways.front();
   if (ways.size() > 1) advice.text += ", or " + ways.back();
