@@ -50,6 +50,9 @@ step "info after the unplugging" 3 "" kestrinctl info
 plug sound
 step "info after the plugging" 0 "0A1B2C3D" kestrinctl info
 step "verify after the plugging" 0 '"verified": true' kestrinctl --json verify "$demo"
+step "board, of a set that is named" 0 '"known": true' kestrinctl --json board "$demo"
+step "board, by its own table" 0 "A set this computer does not know: 6 motion sounds" kestrinctl board
+step "config diff with the board" 0 '"same": true' kestrinctl --json config diff "$demo" board
 end sound
 
 topic "An LED driver"
@@ -95,6 +98,14 @@ check "a WAV file" test "$(head -c 4 /tmp/boot.wav)" = RIFF
 step "config make" 0 '"totalSamples"' kestrinctl --json config make /tmp/made.lscfg --boot /run/demo/boot.lsu:70
 step "config show" 0 '"volume": 70' kestrinctl --json config show /tmp/made.lscfg
 step "config map" 0 '"checksum"' kestrinctl --json config map "$demo"
+step "sound import" 0 '"imported": 1' kestrinctl --json sound import /tmp/boot.wav --output /tmp/imported
+check "what was a WAV file is a sound" test "$(stat -c %s /tmp/imported/boot.lsu)" = $(($(stat -c %s /tmp/boot.wav) - 40))
+step "config level" 0 '"changed"' kestrinctl --json config level "$demo" --output /tmp/level.lscfg
+step "config diff" 1 '"kind": "volume"' kestrinctl --json config diff "$demo" /tmp/level.lscfg
+step "config pack" 0 '"files": 18' kestrinctl --json config pack "$demo" --output /tmp/packed.zip
+step "config unpack" 0 '"totalSamples"' kestrinctl --json config unpack /tmp/packed.zip --output /tmp/unpacked
+check "what was packed is there again" cmp /run/demo/idle.lsu /tmp/unpacked/idle.lsu
+step "saber render" 0 '"slot": "motion"' kestrinctl --json saber render "$demo" --script "on; swing; off" --output /tmp/saber.wav
 step "led types" 0 "$led" kestrinctl led types
 step "led counts" 0 '"period"' kestrinctl --json led counts --type "$led" --overdrive 100 --level 255 128
 step "led settings" 0 '"Trise": 500' kestrinctl --json led settings /tmp/blade.ldset
