@@ -49,6 +49,11 @@ cp "$build/bin/kestrin_kernel_client" rig/client
 cp "$build/bin/kestrinctl" "$build/bin/KestrinLEDS.ldcfg" rig/programs/
 cp "$project/packaging/linux/70-kestrin.rules" rig/
 copy_libraries "$build/bin/kestrinctl"
+# The library for ZIP files is looked for when it is needed, so the program does not name it.
+zip="$(PATH="$PATH:/sbin:/usr/sbin" ldconfig -p | sed -n 's/.*libzip\.so\.[0-9]* .*=> //p' | head -n 1)"
+mkdir -p "$root${zip%/*}"
+cp -L "$zip" "$root$zip"
+copy_libraries "$zip"
 
 # The set names its sounds by where they were built; in the machine they are in /run, which programs that see another root
 # have as well.
