@@ -82,8 +82,7 @@ class Threads {
 
 ImportCrew::ImportCrew(AudioTools& tools, base::Disk& disk, unsigned threads)
     : m_tools(tools), m_disk(disk), m_threads(threads) {
-  // One more than cores: each waits for the disk at times.
-  if (m_threads == 0) m_threads = std::thread::hardware_concurrency() + 1;
+  if (m_threads == 0) m_threads = ThreadsFor(std::thread::hardware_concurrency());
 }
 
 void ImportCrew::Import(const std::vector<Order>& orders, const std::filesystem::path& folder, const Done& done,

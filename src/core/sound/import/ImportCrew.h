@@ -22,6 +22,9 @@ class ImportCrew {
   /// orders.
   using Done = std::function<void(std::size_t, ImportedSound)>;
 
+  /// Threads that keep so many cores busy: one more, since each waits for the disk at times.
+  [[nodiscard]] static constexpr unsigned ThreadsFor(unsigned cores) { return cores + 1; }
+
   /// Both must outlive the crew and bear several threads. `threads` 0: as many as keep all cores busy.
   ImportCrew(AudioTools& tools, base::Disk& disk, unsigned threads = 0);
 
