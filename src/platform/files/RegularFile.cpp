@@ -22,9 +22,12 @@ struct RegularFile::Handle {
   Handle& operator=(const Handle&) = delete;
 
   int number;
+  struct stat about {};
 };
 
 namespace {
+
+constexpr const char* kNoFile = "it is a device or a pipe, no file";
 
 Failure WhyNotRead() { return core::base::FailureOf({errno, std::generic_category()}); }
 
@@ -40,13 +43,22 @@ Result<RegularFile> RegularFile::Open(const std::filesystem::path& path) {
   int number = -1;
   do number = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   while (number < 0 && errno == EINTR);
+  if (number < 0 && errno == ENXIO) return Failure{FailureKind::NotValid, kNoFile};
   if (number < 0) return WhyNotRead();
   auto handle = std::make_unique<Handle>(number);
-  struct stat about {};
+  struct stat& about = handle->about;
   if (::fstat(number, &about) != 0) return WhyNotRead();
   if (S_ISDIR(about.st_mode)) return Failure{FailureKind::NotValid, "it is a folder"};
-  if (!S_ISREG(about.st_mode)) return Failure{FailureKind::NotValid, "it is a device or a pipe, no file"};
-  return RegularFile(std::move(handle), static_cast<std::uint64_t>(about.st_size));
+  if (!S_ISREG(about.st_mode)) return Failure{FailureKind::NotValid, kNoFile};
+  const auto size = static_cast<std::uint64_t>(about.st_size);
+  return RegularFile(std::move(handle), size);
+}
+
+bool RegularFile::HasChanged() const {
+  const struct stat& before = m_handle->about;
+  struct stat now {};
+  return ::fstat(m_handle->number, &now) != 0 || now.st_size != before.st_size ||
+         now.st_mtim.tv_sec != before.st_mtim.tv_sec || now.st_mtim.tv_nsec != before.st_mtim.tv_nsec;
 }
 
 Result<std::size_t> RegularFile::ReadAt(std::uint64_t offset, std::span<char> bytes) const {

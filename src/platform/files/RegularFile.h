@@ -24,12 +24,14 @@ class RegularFile {
 
   /// Its bytes when it was opened.
   [[nodiscard]] std::uint64_t Size() const { return m_size; }
+  /// Whether somebody has written to it since it was opened.
+  [[nodiscard]] bool HasChanged() const;
   /// Reads from `offset` on until `bytes` is full or the file ends. Returns how many bytes it was. The text of a
   /// failure is the reason alone.
   [[nodiscard]] core::base::Result<std::size_t> ReadAt(std::uint64_t offset, std::span<char> bytes) const;
 
  private:
-  /// What the system knows the open file as.
+  /// What the system knows the open file as, and what it told about it then.
   struct Handle;
   RegularFile(std::unique_ptr<Handle> handle, std::uint64_t size);
 

@@ -20,9 +20,14 @@ struct RegularFile::Handle {
   Handle& operator=(const Handle&) = delete;
 
   HANDLE number;
+  BY_HANDLE_FILE_INFORMATION about{};
 };
 
 namespace {
+
+std::uint64_t SizeOf(const BY_HANDLE_FILE_INFORMATION& about) {
+  return std::uint64_t{about.nFileSizeHigh} << 32 | about.nFileSizeLow;
+}
 
 Failure WhyNotRead() { return core::base::FailureOf({static_cast<int>(GetLastError()), std::system_category()}); }
 
@@ -42,9 +47,16 @@ Result<RegularFile> RegularFile::Open(const std::filesystem::path& path) {
   if (number == INVALID_HANDLE_VALUE) return WhyNotRead();
   auto handle = std::make_unique<Handle>(number);
   if (GetFileType(number) != FILE_TYPE_DISK) return Failure{FailureKind::NotValid, "it is a device or a pipe, no file"};
-  LARGE_INTEGER size{};
-  if (GetFileSizeEx(number, &size) == 0) return WhyNotRead();
-  return RegularFile(std::move(handle), static_cast<std::uint64_t>(size.QuadPart));
+  if (GetFileInformationByHandle(number, &handle->about) == 0) return WhyNotRead();
+  const std::uint64_t size = SizeOf(handle->about);
+  return RegularFile(std::move(handle), size);
+}
+
+bool RegularFile::HasChanged() const {
+  const BY_HANDLE_FILE_INFORMATION& before = m_handle->about;
+  BY_HANDLE_FILE_INFORMATION now{};
+  return GetFileInformationByHandle(m_handle->number, &now) == 0 || SizeOf(now) != SizeOf(before) ||
+         CompareFileTime(&now.ftLastWriteTime, &before.ftLastWriteTime) != 0;
 }
 
 Result<std::size_t> RegularFile::ReadAt(std::uint64_t offset, std::span<char> bytes) const {

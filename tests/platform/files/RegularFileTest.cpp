@@ -31,5 +31,14 @@ TEST(RegularFile, IsThereAndNoFolder) {
   EXPECT_EQ(RegularFile::Open(folder.Path()).Text(), "it is a folder");
 }
 
+TEST(RegularFile, TellsThatSomebodyHasWrittenToIt) {
+  const support::TemporaryFolder folder;
+  const Result<RegularFile> file = RegularFile::Open(support::WriteBytes(folder / "a", "0123"));
+  ASSERT_TRUE(file);
+  EXPECT_FALSE(file->HasChanged());
+  support::WriteBytes(folder / "a", "01234");
+  EXPECT_TRUE(file->HasChanged());
+}
+
 }  // namespace
 }  // namespace kestrin::platform::files
