@@ -180,6 +180,10 @@ prove_deb() {  # CODENAME
   check "the board's flash was written" test -s "$root/home/person/board/flash.bin"
   check "the board holds them" tells '"verified": true' as_person kestrinctl --json --board sim:dir=/home/person/board verify "$examples"
   check "verify sees a bit that is wrong" sees_a_wrong_bit
+  check "the examples are packed" as_person kestrinctl config pack "$examples" --output /home/person/pack.zip
+  check "a sound becomes a WAV file" as_person kestrinctl sound wav "${examples%/*}/boot.lsu" --output /home/person/boot.wav
+  check "both are imported, with all their sounds" tells '^18$' imported /home/person/boot.wav /home/person/pack.zip
+  check "the examples are heard as on a saber" as_person kestrinctl saber render "$examples" --script "on; swing; off" --output /home/person/saber.wav
   check_window
   check "it is removed" as_root apt-get remove -q -y kestrin
   check "programs that are still there" test ! -e "$root/usr/bin/kestrin" -a ! -e "$root/usr/bin/kestrinctl"
@@ -195,6 +199,11 @@ prove_deb() {  # CODENAME
   check "files that are left behind beside a desktop's tools" nothing_is_left "$before"
   rm -rf "$root" "$before"
   if [ "$failed" -eq "$failed_before" ]; then touch "$systems_folder/$1.complete"; fi
+}
+
+# How many sounds are there when these have been imported.
+imported() {  # SOURCE...
+  as_person kestrinctl sound import "$@" --output /home/person/imported && find "$root/home/person/imported" -name '*.lsu' -size +1k | wc -l
 }
 
 sees_a_wrong_bit() {

@@ -47,6 +47,7 @@ setup_for_one() {
     check "files .$ending have a kind" registry_says "HKCU\\Software\\Classes\\.$ending" '' 'Kestrin\.'
   done
   check "the installed kestrinctl downloads and verifies the examples" installed_download
+  check "the installed kestrinctl imports a sound and a packed set" installed_import
   cp "$own_programs/Examples/idle.lsu" "$own"
   check "the window, and a setup while it is open" installed_window
   check "a setup while kestrinctl runs" installed_server
@@ -149,6 +150,19 @@ installed_download() {
     said="$(run_wine ./kestrinctl.exe --board "sim:dir=$(windows_path "$windows_build/installed-board")" "$command" Examples/demo.lscfg </dev/null 2>&1)" ||
       { echo "$command ended with $?: $said"; return 1; }
   done
+}
+
+# A sound and a packed set, of 17 sounds, are read by the libraries that came with the programs.
+installed_import() {
+  local made
+  made="$(windows_path "$windows_build/installed-sounds")"
+  rm -rf "$windows_build/installed-sounds"
+  mkdir "$windows_build/installed-sounds"
+  cd "$own_programs" || return
+  run_wine ./kestrinctl.exe sound wav Examples/boot.lsu --output "$made\\boot.wav" </dev/null &&
+    run_wine ./kestrinctl.exe config pack Examples/demo.lscfg --output "$made\\pack.zip" </dev/null &&
+    run_wine ./kestrinctl.exe sound import "$made\\boot.wav" "$made\\pack.zip" --output "$made" </dev/null || return
+  [ "$(find "$windows_build/installed-sounds" -name '*.lsu' -size +1k | wc -l)" -eq 18 ]
 }
 
 ends_with() { [ "$(tail -n 1 "$1")" = "$2" ]; }  # FILE LINE
