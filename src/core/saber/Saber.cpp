@@ -10,15 +10,15 @@ namespace kestrin::core::saber {
 
 using sound::SlotKind;
 
-Saber::Saber(const SaberSounds& sounds, std::uint32_t seed, Began began)
-    : m_sounds(sounds), m_began(std::move(began)), m_dice(seed) {}
+Saber::Saber(const SaberSounds& sounds, std::uint32_t seed, Began began, Ended ended)
+    : m_sounds(sounds), m_began(std::move(began)), m_ended(std::move(ended)), m_dice(seed) {}
 
 void Saber::Begin(Voice& voice, SlotKind kind, bool isLoop) {
   Stop(voice);
   const int count = m_sounds.Count(kind);
   if (count == 0) return;
   const sound::SoundPlace place{kind, m_dice.Throw(kind, count)};
-  voice = Voice(m_sounds.At(place), isLoop);
+  voice = Voice(place, m_sounds.At(place), isLoop);
   if (m_began) m_began(m_now, place);
 }
 
@@ -26,6 +26,7 @@ void Saber::Stop(Voice& voice) {
   if (!voice.HasEnded()) {
     m_fading.push_back(voice);
     m_fading.back().Stop();
+    if (m_ended) m_ended(m_now, voice.Place(), true);
   }
   voice = Voice();
 }
@@ -74,7 +75,14 @@ void Saber::Take(Event event) {
   FollowUp();
 }
 
+void Saber::TellEnded(Voice& voice) {
+  if (!voice.IsSound() || !voice.HasEnded()) return;
+  if (m_ended) m_ended(m_now, voice.Place(), false);
+  voice = Voice();
+}
+
 void Saber::FollowUp() {
+  for (Voice* const voice : {&m_blade, &m_hum, &m_effect}) TellEnded(*voice);
   if (!m_blade.HasEnded()) return;
   if (m_state == State::Ignition) {
     m_state = State::On;
@@ -97,6 +105,19 @@ void Saber::Render(std::span<std::int16_t> out) {
     ++m_now;
     FollowUp();
   }
+}
+
+void Saber::TakeExchanged(const sound::SoundPlace& place) {
+  const SharedSamples samples = m_sounds.At(place);
+  for (Voice* const voice : {&m_blade, &m_hum, &m_effect})
+    if (voice->IsSound() && voice->Place() == place) voice->Exchange(samples);
+}
+
+std::vector<sound::SoundPlace> Saber::Sounding() const {
+  std::vector<sound::SoundPlace> places;
+  for (const Voice* const voice : {&m_blade, &m_hum, &m_effect})
+    if (!voice->HasEnded()) places.push_back(voice->Place());
+  return places;
 }
 
 std::int64_t Saber::Remaining() const {

@@ -46,16 +46,23 @@ class Saber {
   /// Is told which sound begins, at which sample.
   using Began = std::function<void(std::int64_t sample, const sound::SoundPlace& place)>;
 
+  /// Is told which sound is over, and the sample behind its last. What is interrupted goes on to fade from there.
+  using Ended = std::function<void(std::int64_t sample, const sound::SoundPlace& place, bool isInterrupted)>;
+
   /// The sounds must outlive the saber.
-  Saber(const SaberSounds& sounds, std::uint32_t seed, Began began = {});
+  Saber(const SaberSounds& sounds, std::uint32_t seed, Began began = {}, Ended ended = {});
 
   /// Something happens before the next sample. Nothing comes of what cannot happen now: swings of a blade that is in,
   /// switching on one that is out.
   void Take(Event event);
   /// The next samples.
   void Render(std::span<std::int16_t> out);
+  /// The samples of a sound were exchanged: where it is heard it goes on with the new ones.
+  void TakeExchanged(const sound::SoundPlace& place);
 
   [[nodiscard]] State GetState() const { return m_state; }
+  /// What sounds now: of the blade, the hum, and what lies over it. What fades does not count.
+  [[nodiscard]] std::vector<sound::SoundPlace> Sounding() const;
   /// Samples rendered so far.
   [[nodiscard]] std::int64_t Now() const { return m_now; }
   /// Samples so far that would have been louder than full scale.
@@ -68,12 +75,14 @@ class Saber {
   void Begin(Voice& voice, sound::SlotKind kind, bool isLoop);
   /// What sounds fades beside what comes next.
   void Stop(Voice& voice);
+  void TellEnded(Voice& voice);
   /// What follows from a sound that has ended.
   void FollowUp();
   [[nodiscard]] bool IsOut() const { return m_state == State::On || m_state == State::Lockup; }
 
   const SaberSounds& m_sounds;
   Began m_began;
+  Ended m_ended;
   SoundDice m_dice;
   State m_state = State::Off;
   /// Boot, power on, power off.

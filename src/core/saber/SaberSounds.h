@@ -2,11 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <vector>
 
 #include "base/EventPump.h"
 #include "base/Result.h"
+#include "saber/SharedSamples.h"
 #include "sound/LSU_Configuration.h"
 #include "sound/SoundPlace.h"
 
@@ -20,18 +20,24 @@ class SaberSounds {
   [[nodiscard]] static base::Result<SaberSounds> Of(const sound::LSU_Configuration& set,
                                                     const base::EventPump& pump = {});
 
+  /// A single sound as a board plays it, with its volume of now. Fails like `Of`.
+  [[nodiscard]] static base::Result<SharedSamples> Of(const sound::LSU_SoundFile& file,
+                                                      const base::EventPump& pump = {});
+
   /// The samples of a sound; none when there is none.
-  [[nodiscard]] std::span<const std::int16_t> At(const sound::SoundPlace& place) const;
+  [[nodiscard]] SharedSamples At(const sound::SoundPlace& place) const;
   /// The sounds of a slot: 0 or 1, in a list 0 .. 12.
   [[nodiscard]] int Count(sound::SlotKind kind) const;
 
   /// Puts a sound behind the others of its slot.
   void Add(sound::SlotKind kind, std::vector<std::int16_t> samples);
+  /// Puts other samples in place of a sound's. Nothing happens when there is no such sound.
+  void Exchange(const sound::SoundPlace& place, SharedSamples samples);
 
  private:
   struct Sound {
     sound::SoundPlace place;
-    std::vector<std::int16_t> samples;
+    SharedSamples samples;
   };
   std::vector<Sound> m_sounds;
 };

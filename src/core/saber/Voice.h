@@ -3,7 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <utility>
+
+#include "saber/SharedSamples.h"
+#include "sound/SoundPlace.h"
 
 namespace kestrin::core::saber {
 
@@ -17,20 +20,32 @@ class Voice {
 
   /// Silence.
   Voice() = default;
-  /// The samples must outlive the voice.
-  Voice(std::span<const std::int16_t> samples, bool isLoop) : m_samples(samples), m_isLoop(isLoop) {}
+  Voice(const sound::SoundPlace& place, SharedSamples samples, bool isLoop)
+      : m_place(place), m_samples(std::move(samples)), m_isLoop(isLoop) {}
 
+  /// Whether it is a sound at all, be it that it has ended.
+  [[nodiscard]] bool IsSound() const { return m_samples != nullptr; }
+  [[nodiscard]] const sound::SoundPlace& Place() const { return m_place; }
   /// The next sample, 0 once it has ended.
   [[nodiscard]] double Next();
   /// Lets it fade; what fades already goes on doing so.
   void Stop();
+  /// Goes on with other samples where it stands, blending into them within `kFade` samples, so that this does not click
+  /// either. Where they end earlier, a sound ends and a loop begins its next turn.
+  void Exchange(SharedSamples samples);
   /// Whether there is nothing more to hear.
-  [[nodiscard]] bool HasEnded() const { return m_at >= m_samples.size() || m_left == 0; }
+  [[nodiscard]] bool HasEnded() const { return m_at >= Size() || m_left == 0; }
   /// Samples until the end of the sound, of a loop until the end of its present turn.
-  [[nodiscard]] std::size_t Remaining() const { return HasEnded() ? 0 : m_samples.size() - m_at; }
+  [[nodiscard]] std::size_t Remaining() const { return HasEnded() ? 0 : Size() - m_at; }
 
  private:
-  std::span<const std::int16_t> m_samples;
+  [[nodiscard]] std::size_t Size() const { return m_samples == nullptr ? 0 : m_samples->size(); }
+
+  sound::SoundPlace m_place;
+  SharedSamples m_samples;
+  /// What it played before an exchange, and samples until nothing is left of it.
+  SharedSamples m_before;
+  int m_beforeLeft = 0;
   std::size_t m_at = 0;
   bool m_isLoop = false;
   bool m_fades = false;
