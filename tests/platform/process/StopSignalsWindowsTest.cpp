@@ -11,17 +11,26 @@ namespace kestrin::platform::process {
 namespace {
 
 std::atomic<int> s_last = 0;
+HANDLE s_taken = nullptr;
 
-/// What a handler is told of an event that the console sends to this program; nothing where none can be sent.
+/// What a handler is told of an event that the console sends to this program; nothing where none can be sent, 0 where
+/// none arrives. A console that has just been made may lose events, so it is asked for another one.
 std::optional<int> TakenFor(DWORD event) {
+  constexpr DWORD kForOne = 2000;
+  constexpr int kMost = 15;
   s_last = 0;
+  s_taken = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   CatchStopSignals([](int signal) {
     s_last = signal;
-    s_last.notify_all();
+    SetEvent(s_taken);
   });
-  const BOOL sent = GenerateConsoleCtrlEvent(event, 0);
-  if (sent != 0) s_last.wait(0);
+  BOOL sent = TRUE;
+  for (int tries = 0; tries < kMost && sent != 0; ++tries) {
+    sent = GenerateConsoleCtrlEvent(event, 0);
+    if (sent != 0 && WaitForSingleObject(s_taken, kForOne) == WAIT_OBJECT_0) break;
+  }
   ReleaseStopSignals();
+  CloseHandle(s_taken);
   return sent != 0 ? std::optional<int>(s_last) : std::nullopt;
 }
 
