@@ -8,9 +8,9 @@
 #include "platform/archive/ZipLibrary.h"
 #include "platform/audio/AudioLibraries.h"
 #include "platform/desktop/CompiledHelp.h"
-#include "platform/desktop/SoundLibrary.h"
 #include "platform/hid/HidLibrary.h"
 #include "platform/net/NetLibrary.h"
+#include "platform/speaker/SoundLibrary.h"
 #include "simulator/store/JsonLibrary.h"
 
 namespace kestrin::programs {
@@ -18,7 +18,7 @@ namespace kestrin::programs {
 ui::window::AboutFacts AboutProgram(const std::string& version, const ProgramPlaces& places) {
   std::vector<std::string> libraries{std::string("Qt ") + qVersion(),   platform::hid::HidLibrary(),
                                      platform::hid::MonitorLibrary(),   platform::net::NetLibrary(),
-                                     platform::desktop::SoundLibrary(), platform::desktop::CompiledHelp::Library(),
+                                     platform::speaker::SoundLibrary(), platform::desktop::CompiledHelp::Library(),
                                      simulator::store::JsonLibrary(),   platform::archive::ZipLibrary()};
   const std::vector<std::string> audio = platform::audio::AudioLibraries();
   libraries.insert(libraries.end(), audio.begin(), audio.end());

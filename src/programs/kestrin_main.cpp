@@ -14,6 +14,7 @@
 #include "core/doctor/DoctorReport.h"
 #include "core/doctor/Interview.h"
 #include "core/motion/KeptParametersFolder.h"
+#include "core/sound/FilePlayer.h"
 #include "core/update/FontsPlace.h"
 #include "core/update/UpdateServer.h"
 #include "platform/archive/ZipArchives.h"
@@ -28,13 +29,13 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/RunningWindow.h"
 #include "platform/desktop/SystemSleepBlocker.h"
-#include "platform/desktop/SystemSoundPlayer.h"
 #include "platform/doctor/SystemSurvey.h"
 #include "platform/doctor/UdevRule.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "platform/process/Environment.h"
 #include "platform/process/StandardStreams.h"
+#include "platform/speaker/SystemSoundOutput.h"
 #include "programs/AboutProgram.h"
 #include "programs/ChosenFacts.h"
 #include "programs/CommandLineOptions.h"
@@ -155,7 +156,7 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
   core::motion::KeptParametersFolder kept(data / core::motion::KeptParametersFolder::kFolderName, disk);
   QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   ui::kit::Theme::Apply(application, ui::kit::ViewMenu::Chosen(settings));
-  const std::unique_ptr<core::sound::SoundPlayer> player = platform::desktop::MakeSystemSoundPlayer(clock);
+  core::sound::FilePlayer player(platform::speaker::MakeSystemSoundOutput());
   const std::vector<std::filesystem::path> places =
       platform::desktop::FoldersToWriteIn(options.programFolder, ExecutableFolder(), data);
   const std::filesystem::path fonts = core::update::FontsPlaceIn(places);
@@ -174,7 +175,7 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
 
   platform::audio::SystemAudioTools audio;
   platform::archive::ZipArchives archives(disk);
-  ui::window::Main window({**board, gate, clock, disk, dialogs, *player, folders, kept, sleep, &update, settings,
+  ui::window::Main window({**board, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings,
                            options.programFolder, places, &doctor,
                            [&] {
                              return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});

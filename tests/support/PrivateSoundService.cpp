@@ -2,6 +2,7 @@
 #include "support/PrivateSoundService.h"
 
 #include <gtest/gtest.h>
+#include <pulse/pulseaudio.h>
 #include <pulse/simple.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -24,11 +26,35 @@ namespace {
 
 constexpr pa_sample_spec kFormat{PA_SAMPLE_S16LE, 48000, 1};
 
-pa_simple* OpenMonitor() {
+pa_simple* OpenMonitor(const std::string& sink = "null") {
   const auto byDefault = static_cast<std::uint32_t>(-1);
   const pa_buffer_attr buffer{byDefault, byDefault, byDefault, byDefault, 1920};
-  return pa_simple_new(nullptr, "test", PA_STREAM_RECORD, "null.monitor", "record", &kFormat, nullptr, &buffer,
-                       nullptr);
+  return pa_simple_new(nullptr, "test", PA_STREAM_RECORD, (sink + ".monitor").c_str(), "record", &kFormat, nullptr,
+                       &buffer, nullptr);
+}
+
+/// The module that is loaded second is the sink.
+constexpr std::uint32_t kFirstSink = 1;
+
+/// Asks for something and returns once the service has done it.
+void AskSoundService(const std::function<pa_operation*(pa_context*)>& ask) {
+  pa_mainloop* const loop = pa_mainloop_new();
+  pa_context* const context = pa_context_new(pa_mainloop_get_api(loop), "test");
+  pa_context_connect(context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
+  const auto turn = [&] {
+    return pa_mainloop_iterate(loop, 1, nullptr) >= 0 && PA_CONTEXT_IS_GOOD(pa_context_get_state(context));
+  };
+  while (pa_context_get_state(context) != PA_CONTEXT_READY && turn()) {
+  }
+  if (pa_operation* const operation = ask(context)) {
+    while (pa_operation_get_state(operation) == PA_OPERATION_RUNNING && turn()) {
+    }
+    pa_operation_unref(operation);
+  }
+  EXPECT_EQ(pa_context_errno(context), PA_OK);
+  pa_context_disconnect(context);
+  pa_context_unref(context);
+  pa_mainloop_free(loop);
 }
 
 }  // namespace
@@ -82,13 +108,40 @@ void PrivateSoundService::WaitUntilItAnswers() const {
 
 void PrivateSoundService::Stop() const {
   kill(m_process, SIGTERM);
+  // One that was stopped hears nothing.
+  kill(m_process, SIGCONT);
   int status = 0;
   waitpid(m_process, &status, 0);
   std::error_code ignored;
   std::filesystem::remove_all(m_folder, ignored);
 }
 
-PrivateSoundService::Recorder::Recorder() : m_stream(OpenMonitor()) {
+void PrivateSoundService::Signal(int number) const { kill(m_process, number); }
+
+void PrivateSoundService::AddSink(const std::string& name) const {
+  const std::string arguments =
+      "sink_name=" + name + " format=s16le rate=48000 channels=1 channel_map=mono norewinds=1";
+  AskSoundService([&arguments](pa_context* context) {
+    return pa_context_load_module(
+        context, "module-null-sink", arguments.c_str(), [](pa_context*, std::uint32_t, void*) {}, nullptr);
+  });
+}
+
+void PrivateSoundService::SetDefaultSink(const std::string& name) const {
+  AskSoundService([&name](pa_context* context) {
+    return pa_context_set_default_sink(
+        context, name.c_str(), [](pa_context*, int, void*) {}, nullptr);
+  });
+}
+
+void PrivateSoundService::RemoveSinks() const {
+  AskSoundService([](pa_context* context) {
+    return pa_context_unload_module(
+        context, kFirstSink, [](pa_context*, int, void*) {}, nullptr);
+  });
+}
+
+PrivateSoundService::Recorder::Recorder(const std::string& sink) : m_stream(OpenMonitor(sink)) {
   if (m_stream == nullptr) throw std::runtime_error("the monitor cannot be recorded");
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 struct pa_simple;
@@ -21,10 +22,19 @@ class PrivateSoundService {
   PrivateSoundService(const PrivateSoundService&) = delete;
   PrivateSoundService& operator=(const PrivateSoundService&) = delete;
 
+  /// Sends it a signal: it falls silent (SIGSTOP), speaks again (SIGCONT) or dies (SIGKILL).
+  void Signal(int number) const;
+  /// Adds a sink of that name without a device; its monitor is NAME.monitor.
+  void AddSink(const std::string& name) const;
+  /// What has not chosen a sink of its own plays into this one from now on.
+  void SetDefaultSink(const std::string& name) const;
+  /// Takes away every sink.
+  void RemoveSinks() const;
+
   /// Listens from its making on.
   class Recorder {
    public:
-    Recorder();
+    explicit Recorder(const std::string& sink = "null");
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;

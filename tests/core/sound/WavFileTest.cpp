@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/desktop/WavFile.h"
+#include "core/sound/WavFile.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "support/TestFiles.h"
 
-namespace kestrin::platform::desktop {
+namespace kestrin::core::sound {
 namespace {
 
 using namespace std::string_literals;
@@ -50,4 +50,4 @@ TEST(WavFile, RefusesEverythingElse) {
 }
 
 }  // namespace
-}  // namespace kestrin::platform::desktop
+}  // namespace kestrin::core::sound

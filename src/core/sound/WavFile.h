@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace kestrin::platform::desktop {
+namespace kestrin::core::sound {
 
 /// A WAV file of plain 16-bit samples in memory.
 struct WavFile {
@@ -22,4 +22,4 @@ struct WavFile {
   [[nodiscard]] static std::optional<WavFile> Read(std::istream& file);
 };
 
-}  // namespace kestrin::platform::desktop
+}  // namespace kestrin::core::sound

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/desktop/WavFile.h"
+#include "sound/WavFile.h"
 
 #include <algorithm>
 #include <fstream>
 #include <string_view>
 
-namespace kestrin::platform::desktop {
+namespace kestrin::core::sound {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::optional<WavFile> WavFile::Read(std::istream& file) {
   return std::nullopt;
 }
 
-}  // namespace kestrin::platform::desktop
+}  // namespace kestrin::core::sound

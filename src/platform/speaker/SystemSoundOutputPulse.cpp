@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#include "platform/speaker/PulseOutput.h"
+#include "platform/speaker/SystemSoundOutput.h"
+
+namespace kestrin::platform::speaker {
+
+std::unique_ptr<core::sound::SoundOutput> MakeSystemSoundOutput() { return std::make_unique<PulseOutput>(); }
+
+}  // namespace kestrin::platform::speaker

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#include "platform/speaker/SystemSoundOutput.h"
+#include "platform/speaker/WasapiOutput.h"
+
+namespace kestrin::platform::speaker {
+
+std::unique_ptr<core::sound::SoundOutput> MakeSystemSoundOutput() { return std::make_unique<WasapiOutput>(); }
+
+}  // namespace kestrin::platform::speaker

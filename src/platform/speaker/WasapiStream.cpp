@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "platform/speaker/WasapiStream.h"
+
+#include <mmdeviceapi.h>
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace kestrin::platform::speaker {
+
+namespace {
+
+/// In units of 100 ns: how much of the sound the service may hold.
+constexpr REFERENCE_TIME kBufferDuration = 200'000;
+constexpr DWORD kSampleRate = 48000;
+/// In milliseconds: the service asks for samples about every ten of them.
+constexpr DWORD kPatience = 2000;
+
+core::base::Failure NoDevice() {
+  return {core::base::FailureKind::Failed,
+          "Windows has no sound output to play on. Connect a loudspeaker and play the sound again."};
+}
+
+core::base::Failure Broken() {
+  return {core::base::FailureKind::Failed, "The sound output stopped playing. Play the sound again."};
+}
+
+WAVEFORMATEX OneChannel() {
+  WAVEFORMATEX format{};
+  format.wFormatTag = WAVE_FORMAT_PCM;
+  format.nChannels = 1;
+  format.nSamplesPerSec = kSampleRate;
+  format.wBitsPerSample = 16;
+  format.nBlockAlign = sizeof(std::int16_t);
+  format.nAvgBytesPerSec = kSampleRate * format.nBlockAlign;
+  return format;
+}
+
+/// The service's objects belong to threads that said so.
+class ObjectThread {
+ public:
+  ObjectThread() : m_isEntered(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
+  ~ObjectThread() {
+    if (m_isEntered) CoUninitialize();
+  }
+  ObjectThread(const ObjectThread&) = delete;
+  ObjectThread& operator=(const ObjectThread&) = delete;
+
+ private:
+  bool m_isEntered;
+};
+
+}  // namespace
+
+void WasapiStream::Run() {
+  {
+    const ObjectThread thread;
+    m_state.End(PlayAll());
+  }
+  m_state.TellGone();
+}
+
+void WasapiStream::Stop() {
+  m_state.Stop();
+  SetEvent(m_stop.get());
+}
+
+core::base::Result<> WasapiStream::PlayAll() {
+  for (;;) {
+    m_hasPlayed = false;
+    switch (PlayOnDefaultDevice()) {
+      case Played::ToTheEnd:
+        return {};
+      case Played::Nowhere:
+        return NoDevice();
+      case Played::Badly:
+        return Broken();
+      case Played::UntilTheDeviceWent:
+        // One that goes as soon as it is opened would go for ever.
+        if (!m_hasPlayed) return Broken();
+        break;
+    }
+  }
+}
+
+WasapiStream::Object<IAudioClient> WasapiStream::OpenDefaultDevice() {
+  void* made = nullptr;
+  if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_ALL, __uuidof(IMMDeviceEnumerator), &made)))
+    return nullptr;
+  const Object<IMMDeviceEnumerator> devices(static_cast<IMMDeviceEnumerator*>(made));
+  IMMDevice* found = nullptr;
+  if (FAILED(devices->GetDefaultAudioEndpoint(eRender, eConsole, &found))) return nullptr;
+  const Object<IMMDevice> device(found);
+  if (FAILED(device->Activate(__uuidof(IAudioClient), CLSCTX_ALL, nullptr, &made))) return nullptr;
+  Object<IAudioClient> client(static_cast<IAudioClient*>(made));
+  const WAVEFORMATEX format = OneChannel();
+  // The service converts to what the device takes.
+  constexpr DWORD kFlags =
+      AUDCLNT_STREAMFLAGS_EVENTCALLBACK | AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM | AUDCLNT_STREAMFLAGS_SRC_DEFAULT_QUALITY;
+  if (FAILED(client->Initialize(AUDCLNT_SHAREMODE_SHARED, kFlags, kBufferDuration, 0, &format, nullptr)))
+    return nullptr;
+  return client;
+}
+
+WasapiStream::Played WasapiStream::PlayOnDefaultDevice() {
+  const Object<IAudioClient> client = OpenDefaultDevice();
+  if (client == nullptr) return Played::Nowhere;
+  const Event wanted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+  UINT32 frames = 0;
+  void* made = nullptr;
+  if (FAILED(client->SetEventHandle(wanted.get())) || FAILED(client->GetBufferSize(&frames)) ||
+      FAILED(client->GetService(__uuidof(IAudioRenderClient), &made)))
+    return Played::Badly;
+  const Object<IAudioRenderClient> renderer(static_cast<IAudioRenderClient*>(made));
+  const Played played = Play(*client, *renderer, frames, wanted.get());
+  client->Stop();
+  return played;
+}
+
+WasapiStream::Played WasapiStream::Play(IAudioClient& client, IAudioRenderClient& renderer, UINT32 frames,
+                                        HANDLE wanted) {
+  const auto failed = [](HRESULT result) {
+    return result == AUDCLNT_E_DEVICE_INVALIDATED ? Played::UntilTheDeviceWent : Played::Badly;
+  };
+  // From the first sample on there is something to play.
+  HRESULT result = Write(client, renderer, frames);
+  if (SUCCEEDED(result)) result = client.Start();
+  const std::array<HANDLE, 2> events{m_stop.get(), wanted};
+  while (SUCCEEDED(result)) {
+    const DWORD which = WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, kPatience);
+    if (which == WAIT_OBJECT_0) return Played::ToTheEnd;
+    if (which != WAIT_OBJECT_0 + 1) return Played::Badly;
+    m_hasPlayed = true;
+    UINT32 waiting = 0;
+    if (!m_isExhausted) {
+      result = Write(client, renderer, frames);
+    } else if (SUCCEEDED(result = client.GetCurrentPadding(&waiting)) && waiting == 0) {
+      // The service has taken the last sample; the device plays it so much later.
+      REFERENCE_TIME latency = 0;
+      client.GetStreamLatency(&latency);
+      WaitForSingleObject(m_stop.get(), static_cast<DWORD>(latency / 10'000 + 1));
+      return Played::ToTheEnd;
+    }
+  }
+  return failed(result);
+}
+
+HRESULT WasapiStream::Write(IAudioClient& client, IAudioRenderClient& renderer, UINT32 frames) {
+  UINT32 waiting = 0;
+  HRESULT result = client.GetCurrentPadding(&waiting);
+  if (FAILED(result) || waiting >= frames) return result;
+  BYTE* room = nullptr;
+  result = renderer.GetBuffer(frames - waiting, &room);
+  if (FAILED(result)) return result;
+  const std::span<std::int16_t> samples(reinterpret_cast<std::int16_t*>(room), frames - waiting);
+  const std::size_t made = m_state.Fill(samples);
+  m_isExhausted = made < samples.size();
+  // A part of what the service takes at a time might wait for the rest.
+  std::fill(samples.begin() + static_cast<std::ptrdiff_t>(made), samples.end(), std::int16_t{0});
+  return renderer.ReleaseBuffer(frames - waiting, 0);
+}
+
+}  // namespace kestrin::platform::speaker
