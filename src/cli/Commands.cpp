@@ -11,14 +11,15 @@ namespace kestrin::cli {
 namespace {
 
 constexpr std::array kMakers{
-    MakeDevicesCommand,       MakeInfoCommand,         MakeDoctorCommand,      MakeSoundInfoCommand,
-    MakeSoundCodeCommand,     MakeSoundWavCommand,     MakeSoundImportCommand, MakeConfigMakeCommand,
-    MakeConfigShowCommand,    MakeConfigMapCommand,    MakeConfigLevelCommand, MakeConfigDiffCommand,
-    MakeConfigPackCommand,    MakeConfigUnpackCommand, MakeDownloadCommand,    MakeVerifyCommand,
-    MakeBoardCommand,         MakeSaberRenderCommand,  MakeAccelGetCommand,    MakeAccelSetCommand,
-    MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeLedTypesCommand,    MakeLedStatusCommand,
-    MakeLedCountsCommand,     MakeLedConfigCommand,    MakeLedPreviewCommand,  MakeLedSettingsCommand,
-    MakeLedSendCommand,       MakeFontsUpdateCommand,  MakeFontsListCommand,   MakeFontsServeCommand};
+    MakeDevicesCommand,     MakeInfoCommand,          MakeDoctorCommand,       MakeSoundInfoCommand,
+    MakeSoundCodeCommand,   MakeSoundWavCommand,      MakeSoundImportCommand,  MakeConfigMakeCommand,
+    MakeConfigShowCommand,  MakeConfigMapCommand,     MakeConfigLevelCommand,  MakeConfigDiffCommand,
+    MakeConfigPackCommand,  MakeConfigUnpackCommand,  MakeDownloadCommand,     MakeVerifyCommand,
+    MakeBoardCommand,       MakeSaberRenderCommand,   MakeSaberPlayCommand,    MakeAccelGetCommand,
+    MakeAccelSetCommand,    MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeLedTypesCommand,
+    MakeLedStatusCommand,   MakeLedCountsCommand,     MakeLedConfigCommand,    MakeLedPreviewCommand,
+    MakeLedSettingsCommand, MakeLedSendCommand,       MakeFontsUpdateCommand,  MakeFontsListCommand,
+    MakeFontsServeCommand};
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kGroups{{
     {"sound", "Measure, code and convert sound files"},

@@ -33,6 +33,7 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeDownloadCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeVerifyCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeBoardCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeSaberPlayCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeSaberRenderCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelGetCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelSetCommand();

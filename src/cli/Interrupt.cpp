@@ -16,13 +16,17 @@ constexpr int kStatusOfSignals = 128;
 /// The signal that came first, 0 for none. A signal handler reaches nothing but what lives outside every object.
 std::atomic<int> s_signal = 0;
 std::atomic<bool> s_ctrlC = false;
-static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
+std::atomic<void (*)()> s_lastAct = nullptr;
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free &&
+              std::atomic<void (*)()>::is_always_lock_free);
 
 void OnStopSignal(int number) {
   int none = 0;
   s_signal.compare_exchange_strong(none, number);
   // Only a person's second Ctrl-C is impatience: the other signals often come twice, from the system and from a shell.
-  if (number == platform::process::kInterrupt && s_ctrlC.exchange(true)) std::_Exit(kStatusOfSignals + number);
+  if (number != platform::process::kInterrupt || !s_ctrlC.exchange(true)) return;
+  if (const auto act = s_lastAct.load()) act();
+  std::_Exit(kStatusOfSignals + number);
 }
 
 }  // namespace
@@ -37,6 +41,8 @@ Interrupt::~Interrupt() {
 bool Interrupt::Requested() { return s_signal != 0; }
 
 int Interrupt::Status() { return Requested() ? kStatusOfSignals + s_signal : 0; }
+
+void Interrupt::SetLastAct(void (*act)()) { s_lastAct = act; }
 
 void Interrupt::Look() {
   if (!Requested() || m_acted) return;

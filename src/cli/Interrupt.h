@@ -23,6 +23,10 @@ class Interrupt {
   /// The exit status of a program that was stopped: 128 and the number of the first signal; 0 when none came.
   [[nodiscard]] static int Status();
 
+  /// What a second Ctrl-C still does before it ends the program at once; null for nothing. It may do no more than
+  /// signal handlers may.
+  static void SetLastAct(void (*act)());
+
   /// Throws CommandFailure once a signal came; while there is an action, runs that instead.
   void Look();
   /// Look() for the waits of a board command or a long computation. Must not outlive the interrupt.

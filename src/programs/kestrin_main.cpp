@@ -156,7 +156,7 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
   core::motion::KeptParametersFolder kept(data / core::motion::KeptParametersFolder::kFolderName, disk);
   QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   ui::kit::Theme::Apply(application, ui::kit::ViewMenu::Chosen(settings));
-  core::sound::FilePlayer player(platform::speaker::MakeSystemSoundOutput());
+  core::sound::FilePlayer player(platform::speaker::MakeSystemSoundOutput(platform::speaker::kFileBuffer));
   const std::vector<std::filesystem::path> places =
       platform::desktop::FoldersToWriteIn(options.programFolder, ExecutableFolder(), data);
   const std::filesystem::path fonts = core::update::FontsPlaceIn(places);

@@ -20,7 +20,7 @@ TEST_F(UsageTest, TheHelpListsEveryCommand) {
   EXPECT_EQ(finished.code, 0);
   EXPECT_EQ(finished.errors, "");
   for (const char* command :
-       {"devices", "info", "doctor", "sound", "config", "download", "verify", "accel", "led", "fonts"})
+       {"devices", "info", "doctor", "sound", "config", "download", "verify", "accel", "led", "saber", "fonts"})
     EXPECT_NE(finished.out.find(std::string("\n  ") + command + " "), std::string::npos) << command;
 }
 
@@ -46,6 +46,8 @@ TEST_F(UsageTest, EveryCommandHasItsOwnHelp) {
                                         {"led", "preview"},
                                         {"led", "settings"},
                                         {"led", "send"},
+                                        {"saber", "play"},
+                                        {"saber", "render"},
                                         {"fonts", "update"},
                                         {"fonts", "list"},
                                         {"fonts", "serve"},

@@ -8,6 +8,7 @@
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -114,6 +115,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::v
   const Channel errors = OpenPipe();
   m_out = out.test;
   m_errors = errors.test;
+  if (terminal) m_terminal = fcntl(m_out, F_DUPFD_CLOEXEC, 0);
   for (const int output : surroundings.unread) Close(output == STDOUT_FILENO ? m_out : m_errors);
   // Everything is made ready before the fork: behind it only a few calls are allowed.
   std::vector<std::string> arguments = command;
@@ -125,6 +127,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::v
   if (m_pid == 0) {
     dup2(out.child, STDOUT_FILENO);
     dup2(errors.child, STDERR_FILENO);
+    if (surroundings.hasKeyboard) dup2(out.child, STDIN_FILENO);
     if (terminal) TakeTerminal();
     Prepare(surroundings);
     execve(argumentPointers[0], argumentPointers.data(), variablePointers.data());
@@ -141,6 +144,7 @@ ChildProcess::~ChildProcess() {
   }
   if (m_out >= 0) close(m_out);
   if (m_errors >= 0) close(m_errors);
+  if (m_terminal >= 0) close(m_terminal);
 }
 
 void ChildProcess::WaitForOutput(const std::string& text) {
@@ -197,7 +201,28 @@ void ChildProcess::StopTerminal() const {
   if (write(m_out, "\x13", 1) != 1) Fail("stop the terminal");
 }
 
-void ChildProcess::CloseOutput() { Close(m_out); }
+void ChildProcess::Type(const std::string& keys) const {
+  if (write(m_out, keys.data(), keys.size()) != static_cast<ssize_t>(keys.size())) Fail("press keys");
+}
+
+bool ChildProcess::IsTerminalAsUsual() const {
+  termios state{};
+  if (tcgetattr(m_terminal, &state) != 0) Fail("look at the terminal");
+  return (state.c_lflag & ECHO) != 0 && (state.c_lflag & ICANON) != 0 && (state.c_iflag & IXON) != 0 &&
+         state.c_cc[VSUSP] != _POSIX_VDISABLE;
+}
+
+void ChildProcess::BlockTerminal() const {
+  const int child = open(ptsname(m_out), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (child < 0 || tcflow(child, TCOOFF) != 0) Fail("block the terminal");
+  close(child);
+}
+
+void ChildProcess::CloseOutput() {
+  Close(m_out);
+  // It hangs up when the last one has gone.
+  if (m_terminal >= 0) Close(m_terminal);
+}
 
 Finished ChildProcess::Wait() {
   while (ReadMore()) {

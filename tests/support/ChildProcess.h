@@ -33,6 +33,8 @@ class ChildProcess {
     Output output = Output::Pipe;
     /// The terminal's width; 0 when it does not tell.
     unsigned short columns = 0;
+    /// Whether its standard input is that terminal as well.
+    bool hasKeyboard = false;
     /// Outputs (1, 2) whose reader has gone before the program starts.
     std::vector<int> unread = {};
     /// Standard descriptors that are closed.
@@ -68,6 +70,12 @@ class ChildProcess {
   void Signal(int number) const;
   /// Stops its terminal as Ctrl-S does: what it writes waits.
   void StopTerminal() const;
+  /// Presses keys on its terminal.
+  void Type(const std::string& keys) const;
+  /// Whether its terminal shows what is typed and gives it on by lines, as one does before any program changes that.
+  [[nodiscard]] bool IsTerminalAsUsual() const;
+  /// Lets nothing more be written onto its terminal, whatever the program does about Ctrl-S.
+  void BlockTerminal() const;
   /// Goes away as the reader of its standard output; a terminal hangs up.
   void CloseOutput();
   /// By which the system knows it.
@@ -92,6 +100,8 @@ class ChildProcess {
 #else
   pid_t m_pid = -1;
   int m_out = -1;
+  /// Its terminal, also once nothing comes out of it any more.
+  int m_terminal = -1;
   int m_errors = -1;
 #endif
   Finished m_finished;

@@ -19,7 +19,7 @@ PulseOutput::~PulseOutput() {
 
 void PulseOutput::Start(Source source) {
   Stop();
-  m_stream = std::make_shared<PulseStream>(std::move(source), m_patience);
+  m_stream = std::make_shared<PulseStream>(std::move(source), m_buffer, m_patience);
   std::thread([stream = m_stream] { stream->Run(); }).detach();
 }
 

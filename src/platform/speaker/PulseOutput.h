@@ -12,7 +12,9 @@ namespace kestrin::platform::speaker {
 /// of its own, so that whoever starts and stops them never waits for the service.
 class PulseOutput final : public core::sound::SoundOutput {
  public:
-  explicit PulseOutput(const PulsePatience& patience = {}) : m_patience(patience) {}
+  /// `buffer`: how much of a stream the service may hold.
+  explicit PulseOutput(std::chrono::milliseconds buffer, const PulsePatience& patience = {})
+      : m_buffer(buffer), m_patience(patience) {}
   /// Stops, and waits a moment for the stream's thread.
   ~PulseOutput() override;
   PulseOutput(const PulseOutput&) = delete;
@@ -23,6 +25,7 @@ class PulseOutput final : public core::sound::SoundOutput {
   [[nodiscard]] Status Look() override;
 
  private:
+  std::chrono::milliseconds m_buffer;
   PulsePatience m_patience;
   /// Shared with its thread, which may outlive the output when the service does not answer.
   std::shared_ptr<PulseStream> m_stream;

@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::uint32_t kSamplesPerSecond = 48000;
 constexpr std::size_t kBytesOfASample = sizeof(std::int16_t);
-/// What the service may hold: so quickly is heard what happens, and less is not played without gaps everywhere.
-constexpr std::uint32_t kBufferMilliseconds = 20;
 /// Patience is counted in slices. Whoever was asleep for long, as a program that was stopped, has lost one of them.
 constexpr int kSlices = 20;
 
@@ -26,13 +24,12 @@ core::base::Failure NoPulseLibrary() {
 
 core::base::Failure NoPulseService() {
   return PulseFailure(
-      "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and play "
-      "the sound again.");
+      "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and try "
+      "again.");
 }
 
 core::base::Failure SilentPulseService() {
-  return PulseFailure(
-      "The sound service does not answer any more. Start PipeWire or PulseAudio anew and play the sound again.");
+  return PulseFailure("The sound service does not answer any more. Start PipeWire or PulseAudio anew and try again.");
 }
 
 }  // namespace
@@ -119,7 +116,7 @@ void PulseStream::OnContextState(pa_context* context, void* self) {
     stream.OpenStream(context);
   } else if (!PA_CONTEXT_IS_GOOD(state)) {
     if (stream.m_isReady)
-      stream.Fail("The sound service stopped playing", "Play the sound again.");
+      stream.Fail("The sound service stopped playing", "Try again.");
     else
       stream.m_state.End(NoPulseService());
   }
@@ -128,15 +125,15 @@ void PulseStream::OnContextState(pa_context* context, void* self) {
 void PulseStream::OpenStream(pa_context* context) {
   constexpr pa_sample_spec kFormat{PA_SAMPLE_S16NE, kSamplesPerSecond, 1};
   constexpr auto kByDefault = static_cast<std::uint32_t>(-1);
-  constexpr std::uint32_t kBuffer = kSamplesPerSecond * kBufferMilliseconds / 1000 * kBytesOfASample;
-  constexpr pa_buffer_attr kBuffers{kByDefault, kBuffer, kByDefault, kByDefault, kByDefault};
+  const auto bytes = static_cast<std::uint32_t>(m_buffer.count()) * kSamplesPerSecond / 1000 * kBytesOfASample;
+  const pa_buffer_attr buffers{kByDefault, static_cast<std::uint32_t>(bytes), kByDefault, kByDefault, kByDefault};
   m_stream = m_pulse->newStream(context, "Sound", &kFormat, nullptr);
   if (m_stream != nullptr) {
     m_pulse->setStreamCallback(m_stream, OnStreamState, this);
     m_pulse->setWriteCallback(m_stream, OnWanted, this);
-    if (m_pulse->connectPlayback(m_stream, nullptr, &kBuffers, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) >= 0) return;
+    if (m_pulse->connectPlayback(m_stream, nullptr, &buffers, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) >= 0) return;
   }
-  Fail("The sound service does not play", "Look at the computer's sound settings and play the sound again.");
+  Fail("The sound service does not play", "Look at the computer's sound settings and try again.");
 }
 
 void PulseStream::OnStreamState(pa_stream* stream, void* self) {
@@ -148,9 +145,9 @@ void PulseStream::OnStreamState(pa_stream* stream, void* self) {
     case PA_STREAM_FAILED:
     case PA_STREAM_TERMINATED:
       if (one.m_isReady)
-        one.Fail("The sound service stopped playing", "Play the sound again.");
+        one.Fail("The sound service stopped playing", "Try again.");
       else
-        one.Fail("The sound service has nothing to play on", "Connect a loudspeaker and play the sound again.");
+        one.Fail("The sound service has nothing to play on", "Connect a loudspeaker and try again.");
       break;
     default:
       break;
@@ -166,7 +163,7 @@ void PulseStream::OnDrained(pa_stream*, int isDone, void* self) {
   if (isDone != 0)
     stream.m_state.End({});
   else
-    stream.Fail("The sound service stopped playing", "Play the sound again.");
+    stream.Fail("The sound service stopped playing", "Try again.");
 }
 
 void PulseStream::Write(pa_stream* stream, std::size_t bytes) {
@@ -175,7 +172,7 @@ void PulseStream::Write(pa_stream* stream, std::size_t bytes) {
     void* room = nullptr;
     std::size_t roomBytes = bytes;
     if (m_pulse->beginWrite(stream, &room, &roomBytes) < 0 || room == nullptr)
-      return Fail("The sound service stopped playing", "Play the sound again.");
+      return Fail("The sound service stopped playing", "Try again.");
     const std::span<std::int16_t> samples(static_cast<std::int16_t*>(room),
                                           std::min(bytes, roomBytes) / kBytesOfASample);
     const std::size_t made = m_state.Fill(samples);
@@ -185,7 +182,7 @@ void PulseStream::Write(pa_stream* stream, std::size_t bytes) {
     } else {
       m_hasWritten = true;
       if (m_pulse->write(stream, room, made * kBytesOfASample, nullptr, 0, PA_SEEK_RELATIVE) < 0)
-        return Fail("The sound service stopped playing", "Play the sound again.");
+        return Fail("The sound service stopped playing", "Try again.");
       bytes -= made * kBytesOfASample;
     }
     if (m_isExhausted) Drain(stream);
@@ -196,7 +193,7 @@ void PulseStream::Drain(pa_stream* stream) {
   // There is no last sample to wait for.
   if (!m_hasWritten) return m_state.End({});
   pa_operation* const operation = m_pulse->drain(stream, OnDrained, this);
-  if (operation == nullptr) return Fail("The sound service stopped playing", "Play the sound again.");
+  if (operation == nullptr) return Fail("The sound service stopped playing", "Try again.");
   m_pulse->releaseOperation(operation);
 }
 

@@ -23,8 +23,8 @@ struct PulsePatience {
 /// waits for it no longer than `PulsePatience` says, and nobody waits for that thread.
 class PulseStream {
  public:
-  PulseStream(StreamState::Source source, const PulsePatience& patience)
-      : m_state(std::move(source)), m_patience(patience) {}
+  PulseStream(StreamState::Source source, std::chrono::milliseconds buffer, const PulsePatience& patience)
+      : m_state(std::move(source)), m_buffer(buffer), m_patience(patience) {}
   PulseStream(const PulseStream&) = delete;
   PulseStream& operator=(const PulseStream&) = delete;
 
@@ -51,6 +51,7 @@ class PulseStream {
   void Fail(const char* text, const char* next);
 
   StreamState m_state;
+  std::chrono::milliseconds m_buffer;
   PulsePatience m_patience;
   std::atomic<bool> m_isReady = false;
   /// Goes up with each word of the service.

@@ -23,6 +23,8 @@ class AbsentOutput final : public core::sound::SoundOutput {
 
 }  // namespace
 
-std::unique_ptr<core::sound::SoundOutput> MakeSystemSoundOutput() { return std::make_unique<AbsentOutput>(); }
+std::unique_ptr<core::sound::SoundOutput> MakeSystemSoundOutput(std::chrono::milliseconds) {
+  return std::make_unique<AbsentOutput>();
+}
 
 }  // namespace kestrin::platform::speaker

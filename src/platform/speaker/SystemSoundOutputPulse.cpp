@@ -4,6 +4,8 @@
 
 namespace kestrin::platform::speaker {
 
-std::unique_ptr<core::sound::SoundOutput> MakeSystemSoundOutput() { return std::make_unique<PulseOutput>(); }
+std::unique_ptr<core::sound::SoundOutput> MakeSystemSoundOutput(std::chrono::milliseconds buffer) {
+  return std::make_unique<PulseOutput>(buffer);
+}
 
 }  // namespace kestrin::platform::speaker

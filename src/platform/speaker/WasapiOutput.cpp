@@ -21,7 +21,7 @@ WasapiOutput::~WasapiOutput() {
 
 void WasapiOutput::Start(Source source) {
   Stop();
-  m_stream = std::make_shared<WasapiStream>(std::move(source));
+  m_stream = std::make_shared<WasapiStream>(std::move(source), m_buffer);
   std::thread([stream = m_stream] { stream->Run(); }).detach();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include "core/sound/SoundOutput.h"
@@ -11,7 +12,8 @@ namespace kestrin::platform::speaker {
 /// through the next one when that is unplugged. Each stream has a thread of its own.
 class WasapiOutput final : public core::sound::SoundOutput {
  public:
-  WasapiOutput() = default;
+  /// `buffer`: how much of a stream the system may hold.
+  explicit WasapiOutput(std::chrono::milliseconds buffer) : m_buffer(buffer) {}
   /// Stops, and waits a moment for the stream's thread.
   ~WasapiOutput() override;
   WasapiOutput(const WasapiOutput&) = delete;
@@ -22,6 +24,7 @@ class WasapiOutput final : public core::sound::SoundOutput {
   [[nodiscard]] Status Look() override;
 
  private:
+  std::chrono::milliseconds m_buffer;
   /// Shared with its thread, which may outlive the output when the system does not answer.
   std::shared_ptr<class WasapiStream> m_stream;
 };

@@ -11,19 +11,19 @@ namespace kestrin::platform::speaker {
 
 namespace {
 
-/// In units of 100 ns: how much of the sound the service may hold.
-constexpr REFERENCE_TIME kBufferDuration = 200'000;
+/// The service counts time in units of 100 ns.
+constexpr REFERENCE_TIME kMillisecond = 10'000;
 constexpr DWORD kSampleRate = 48000;
 /// In milliseconds: the service asks for samples about every ten of them.
 constexpr DWORD kPatience = 2000;
 
 core::base::Failure NoDevice() {
   return {core::base::FailureKind::Failed,
-          "Windows has no sound output to play on. Connect a loudspeaker and play the sound again."};
+          "Windows has no sound output to play on. Connect a loudspeaker and try again."};
 }
 
 core::base::Failure Broken() {
-  return {core::base::FailureKind::Failed, "The sound output stopped playing. Play the sound again."};
+  return {core::base::FailureKind::Failed, "The sound output stopped playing. Try again."};
 }
 
 WAVEFORMATEX OneChannel() {
@@ -84,7 +84,7 @@ core::base::Result<> WasapiStream::PlayAll() {
   }
 }
 
-WasapiStream::Object<IAudioClient> WasapiStream::OpenDefaultDevice() {
+WasapiStream::Object<IAudioClient> WasapiStream::OpenDefaultDevice() const {
   void* made = nullptr;
   if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_ALL, __uuidof(IMMDeviceEnumerator), &made)))
     return nullptr;
@@ -98,7 +98,8 @@ WasapiStream::Object<IAudioClient> WasapiStream::OpenDefaultDevice() {
   // The service converts to what the device takes.
   constexpr DWORD kFlags =
       AUDCLNT_STREAMFLAGS_EVENTCALLBACK | AUDCLNT_STREAMFLAGS_AUTOCONVERTPCM | AUDCLNT_STREAMFLAGS_SRC_DEFAULT_QUALITY;
-  if (FAILED(client->Initialize(AUDCLNT_SHAREMODE_SHARED, kFlags, kBufferDuration, 0, &format, nullptr)))
+  if (FAILED(
+          client->Initialize(AUDCLNT_SHAREMODE_SHARED, kFlags, m_buffer.count() * kMillisecond, 0, &format, nullptr)))
     return nullptr;
   return client;
 }
@@ -139,7 +140,7 @@ WasapiStream::Played WasapiStream::Play(IAudioClient& client, IAudioRenderClient
       // The service has taken the last sample; the device plays it so much later.
       REFERENCE_TIME latency = 0;
       client.GetStreamLatency(&latency);
-      WaitForSingleObject(m_stop.get(), static_cast<DWORD>(latency / 10'000 + 1));
+      WaitForSingleObject(m_stop.get(), static_cast<DWORD>(latency / kMillisecond + 1));
       return Played::ToTheEnd;
     }
   }

@@ -5,6 +5,7 @@
 // After the line above, which they need.
 #include <audioclient.h>
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 
@@ -15,7 +16,8 @@ namespace kestrin::platform::speaker {
 /// One stream of the Windows audio service.
 class WasapiStream {
  public:
-  explicit WasapiStream(StreamState::Source source) : m_state(std::move(source)) {}
+  WasapiStream(StreamState::Source source, std::chrono::milliseconds buffer)
+      : m_state(std::move(source)), m_buffer(buffer) {}
   WasapiStream(const WasapiStream&) = delete;
   WasapiStream& operator=(const WasapiStream&) = delete;
 
@@ -53,9 +55,10 @@ class WasapiStream {
   [[nodiscard]] Played Play(IAudioClient& client, IAudioRenderClient& renderer, UINT32 frames, HANDLE wanted);
   /// Fills what is free of a buffer of so many frames.
   [[nodiscard]] HRESULT Write(IAudioClient& client, IAudioRenderClient& renderer, UINT32 frames);
-  [[nodiscard]] static Object<IAudioClient> OpenDefaultDevice();
+  [[nodiscard]] Object<IAudioClient> OpenDefaultDevice() const;
 
   StreamState m_state;
+  std::chrono::milliseconds m_buffer;
   Event m_stop{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
   /// Whether the source has given its last sample.
   bool m_isExhausted = false;

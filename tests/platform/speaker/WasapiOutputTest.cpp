@@ -23,8 +23,7 @@ namespace {
 
 using platform::speaker::WasapiOutput;
 
-constexpr const char* kNoOutput =
-    "Windows has no sound output to play on. Connect a loudspeaker and play the sound again.";
+constexpr const char* kNoOutput = "Windows has no sound output to play on. Connect a loudspeaker and try again.";
 
 /// Looks until `condition` holds; false when that takes too long.
 bool Until(const std::function<bool()>& condition) {
@@ -58,7 +57,7 @@ void ExpectEnded(const core::base::Result<>& ended) {
 }
 
 TEST(WasapiOutput, HasNothingToSayBeforeAnything) {
-  WasapiOutput output;
+  WasapiOutput output(platform::speaker::kLiveBuffer);
   output.Stop();
   EXPECT_FALSE(output.Look().isPlaying);
   EXPECT_TRUE(output.Look().ended);
@@ -67,7 +66,7 @@ TEST(WasapiOutput, HasNothingToSayBeforeAnything) {
 TEST(WasapiOutput, EndsByItselfOrSaysThatNothingIsThereToPlayOn) {
   for (const std::int64_t length : {100, 9600}) {
     Tone tone{length};
-    WasapiOutput output;
+    WasapiOutput output(platform::speaker::kLiveBuffer);
     output.Start(tone.Source());
     EXPECT_TRUE(Until([&output] { return !output.Look().isPlaying; }));
     ExpectEnded(output.Look().ended);
@@ -77,7 +76,7 @@ TEST(WasapiOutput, EndsByItselfOrSaysThatNothingIsThereToPlayOn) {
 
 TEST(WasapiOutput, StopsAtOnceAndAsksForNothingMore) {
   Tone tone{1'000'000'000};
-  WasapiOutput output;
+  WasapiOutput output(platform::speaker::kLiveBuffer);
   for (int i = 0; i < 20; ++i) {
     output.Start(tone.Source());
     output.Stop();
@@ -99,7 +98,7 @@ class WindowsPlayerTest : public testing::Test {
   }
 
   TemporaryFolder m_folder;
-  core::sound::FilePlayer m_player{platform::speaker::MakeSystemSoundOutput()};
+  core::sound::FilePlayer m_player{platform::speaker::MakeSystemSoundOutput(platform::speaker::kFileBuffer)};
 };
 
 TEST_F(WindowsPlayerTest, EndsByItselfOrSaysThatNothingIsThereToPlayOn) {

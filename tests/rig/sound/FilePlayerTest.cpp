@@ -35,7 +35,7 @@ class FilePlayerTest : public testing::Test {
   }
 
   support::TemporaryFolder m_folder;
-  FilePlayer m_player{platform::speaker::MakeSystemSoundOutput()};
+  FilePlayer m_player{platform::speaker::MakeSystemSoundOutput(platform::speaker::kFileBuffer)};
 };
 
 TEST_F(FilePlayerTest, PlaysEverySampleToTheLastAndThenSaysSo) {

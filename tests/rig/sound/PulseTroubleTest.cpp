@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/speaker/PulseOutput.h"
+#include "platform/speaker/SystemSoundOutput.h"
 #include "rig/sound/StreamFixture.h"
 #include "support/PrivateSoundService.h"
 
@@ -18,14 +19,15 @@
 namespace kestrin::rig {
 namespace {
 
+using platform::speaker::kLiveBuffer;
 using platform::speaker::PulseOutput;
 using platform::speaker::PulsePatience;
 using std::chrono::milliseconds;
 using support::PrivateSoundService;
 
 constexpr const char* kNoService =
-    "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and play the "
-    "sound again.";
+    "No sound service answers on this computer, so nothing can be heard. Start PipeWire or PulseAudio and try "
+    "again.";
 
 /// Enough for a computer that is busy, and not long for a test.
 constexpr PulsePatience kLittle{.connecting = milliseconds(400), .playing = milliseconds(400)};
@@ -58,7 +60,7 @@ class MuteService {
 
 TEST(PulseTrouble, NoServiceIsTold) {
   setenv("PULSE_SERVER", "unix:/nonexistent/nobody", 1);
-  PulseOutput output(kEndless);
+  PulseOutput output(kLiveBuffer, kEndless);
   output.Start(SourceOf(LoudSamples(100)));
   EXPECT_TRUE(IsOver(output));
   EXPECT_EQ(output.Look().ended.Text(), kNoService);
@@ -66,7 +68,7 @@ TEST(PulseTrouble, NoServiceIsTold) {
 
 TEST(PulseTrouble, AMuteServiceIsGivenUp) {
   const MuteService mute;
-  PulseOutput output(kLittle);
+  PulseOutput output(kLiveBuffer, kLittle);
   output.Start(SourceOf(LoudSamples(100)));
   EXPECT_TRUE(output.Look().isPlaying);
   EXPECT_TRUE(IsOver(output));
@@ -75,7 +77,7 @@ TEST(PulseTrouble, AMuteServiceIsGivenUp) {
 
 TEST(PulseTrouble, AMuteServiceHoldsUpNobody) {
   const MuteService mute;
-  PulseOutput output(kEndless);
+  PulseOutput output(kLiveBuffer, kEndless);
   for (int i = 0; i < 5; ++i) output.Start(SourceOf(LoudSamples(100)));
   output.Stop();
   EXPECT_FALSE(output.Look().isPlaying);
@@ -87,13 +89,13 @@ TEST(PulseTrouble, AMuteServiceHoldsUpNobody) {
 TEST(PulseTrouble, AFrozenServiceIsTold) {
   const PrivateSoundService service;
   const Endless endless;
-  PulseOutput output(kLittle);
+  PulseOutput output(kLiveBuffer, kLittle);
   output.Start(endless.Source());
   ASSERT_TRUE(endless.Plays());
   service.Signal(SIGSTOP);
   EXPECT_TRUE(IsOver(output));
   EXPECT_EQ(output.Look().ended.Text(),
-            "The sound service does not answer any more. Start PipeWire or PulseAudio anew and play the sound again.");
+            "The sound service does not answer any more. Start PipeWire or PulseAudio anew and try again.");
   // One that has woken up again plays again.
   service.Signal(SIGCONT);
   output.Start(SourceOf(LoudSamples(100)));
@@ -105,7 +107,7 @@ TEST(PulseTrouble, AFrozenServiceHoldsUpNobody) {
   const PrivateSoundService service;
   const Endless endless;
   {
-    PulseOutput output(kEndless);
+    PulseOutput output(kLiveBuffer, kEndless);
     output.Start(endless.Source());
     ASSERT_TRUE(endless.Plays());
     service.Signal(SIGSTOP);
@@ -122,7 +124,7 @@ TEST(PulseTrouble, AFrozenServiceHoldsUpNobody) {
 TEST(PulseTrouble, AServiceThatFreezesBeforeTheLastSampleIsOutIsTold) {
   const PrivateSoundService service;
   std::atomic<int> parts = 0;
-  PulseOutput output(kLittle);
+  PulseOutput output(kLiveBuffer, kLittle);
   // The last part is given once the service sleeps already: its end is never told.
   output.Start([&](std::span<std::int16_t> out) -> std::size_t {
     std::fill(out.begin(), out.end(), std::int16_t{1000});
@@ -138,13 +140,12 @@ TEST(PulseTrouble, AServiceThatFreezesBeforeTheLastSampleIsOutIsTold) {
 TEST(PulseTrouble, AServiceThatDiesIsTold) {
   const PrivateSoundService service;
   const Endless endless;
-  PulseOutput output(kEndless);
+  PulseOutput output(kLiveBuffer, kEndless);
   output.Start(endless.Source());
   ASSERT_TRUE(endless.Plays());
   service.Signal(SIGKILL);
   EXPECT_TRUE(IsOver(output));
-  EXPECT_EQ(output.Look().ended.Text(),
-            "The sound service stopped playing (Connection terminated). Play the sound again.");
+  EXPECT_EQ(output.Look().ended.Text(), "The sound service stopped playing (Connection terminated). Try again.");
   output.Start(endless.Source());
   EXPECT_TRUE(IsOver(output));
   EXPECT_EQ(output.Look().ended.Text(), kNoService);
@@ -153,23 +154,22 @@ TEST(PulseTrouble, AServiceThatDiesIsTold) {
 TEST(PulseTrouble, ASinkThatGoesAwayIsTold) {
   const PrivateSoundService service;
   const Endless endless;
-  PulseOutput output(kEndless);
+  PulseOutput output(kLiveBuffer, kEndless);
   output.Start(endless.Source());
   ASSERT_TRUE(endless.Plays());
   service.RemoveSinks();
   EXPECT_TRUE(IsOver(output));
-  EXPECT_EQ(output.Look().ended.Text(), "The sound service stopped playing (Entity killed). Play the sound again.");
+  EXPECT_EQ(output.Look().ended.Text(), "The sound service stopped playing (Entity killed). Try again.");
   output.Start(endless.Source());
   EXPECT_TRUE(IsOver(output));
-  EXPECT_EQ(
-      output.Look().ended.Text(),
-      "The sound service has nothing to play on (No such entity). Connect a loudspeaker and play the sound again.");
+  EXPECT_EQ(output.Look().ended.Text(),
+            "The sound service has nothing to play on (No such entity). Connect a loudspeaker and try again.");
 }
 
 TEST(PulseTrouble, AProgramThatWasStoppedForLongerThanItsPatiencePlaysOn) {
   const PrivateSoundService service;
   const Endless endless;
-  PulseOutput output({.connecting = milliseconds(5000), .playing = milliseconds(1000)});
+  PulseOutput output(kLiveBuffer, {.connecting = milliseconds(5000), .playing = milliseconds(1000)});
   output.Start(endless.Source());
   ASSERT_TRUE(endless.Plays());
   // As when a person presses Ctrl-Z: another process wakes this one after two seconds.

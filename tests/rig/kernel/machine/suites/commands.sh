@@ -106,6 +106,7 @@ step "config pack" 0 '"files": 18' kestrinctl --json config pack "$demo" --outpu
 step "config unpack" 0 '"totalSamples"' kestrinctl --json config unpack /tmp/packed.zip --output /tmp/unpacked
 check "what was packed is there again" cmp /run/demo/idle.lsu /tmp/unpacked/idle.lsu
 step "saber render" 0 '"slot": "motion"' kestrinctl --json saber render "$demo" --script "on; swing; off" --output /tmp/saber.wav
+step "saber play, where nobody presses keys" 2 'run "saber play" in a terminal' kestrinctl saber play "$demo" </dev/null
 step "led types" 0 "$led" kestrinctl led types
 step "led counts" 0 '"period"' kestrinctl --json led counts --type "$led" --overdrive 100 --level 255 128
 step "led settings" 0 '"Trise": 500' kestrinctl --json led settings /tmp/blade.ldset
