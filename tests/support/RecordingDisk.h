@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -18,12 +19,17 @@ namespace kestrin::support {
 class RecordingDisk final : public core::base::Disk {
  public:
   [[nodiscard]] std::error_code Flush(const std::filesystem::path& path) override {
-    flushed.push_back(path);
+    {
+      // The window keeps what is not saved on another thread.
+      const std::lock_guard lock(m_flushing);
+      flushed.push_back(path);
+    }
     return onFlush ? onFlush(path) : std::error_code();
   }
   [[nodiscard]] LockResult TryLock(const std::filesystem::path& path) override {
     if (lockError) return {nullptr, false, lockError};
-    if (!m_held->insert(path).second) return {nullptr, true, {}};
+    const std::lock_guard lock(m_held->mutex);
+    if (!m_held->paths.insert(path).second) return {nullptr, true, {}};
     return {std::make_unique<Held>(m_held, path), false, {}};
   }
 
@@ -39,7 +45,7 @@ class RecordingDisk final : public core::base::Disk {
   }
 
   /// Whether somebody has that lock.
-  [[nodiscard]] bool IsLocked(const std::filesystem::path& path) const { return m_held->contains(path); }
+  [[nodiscard]] bool IsLocked(const std::filesystem::path& path) const { return m_held->paths.contains(path); }
 
   std::vector<std::filesystem::path> flushed;
   /// Looks on, and says how flushing ends.
@@ -49,18 +55,25 @@ class RecordingDisk final : public core::base::Disk {
   std::function<std::error_code(const std::filesystem::path&)> onTakeFreeName;
 
  private:
-  using Paths = std::set<std::filesystem::path>;
+  struct Paths {
+    std::mutex mutex;
+    std::set<std::filesystem::path> paths;
+  };
 
   class Held final : public Lock {
    public:
     Held(std::shared_ptr<Paths> held, std::filesystem::path path) : m_held(std::move(held)), m_path(std::move(path)) {}
-    ~Held() override { m_held->erase(m_path); }
+    ~Held() override {
+      const std::lock_guard lock(m_held->mutex);
+      m_held->paths.erase(m_path);
+    }
 
    private:
     std::shared_ptr<Paths> m_held;
     std::filesystem::path m_path;
   };
 
+  std::mutex m_flushing;
   std::shared_ptr<Paths> m_held = std::make_shared<Paths>();
 };
 

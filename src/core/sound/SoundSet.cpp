@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string NameOf(const fs::path& path) { return base::LastPathPiece(base::TextOf(path)); }
+std::string FileNameOf(const fs::path& path) { return base::LastPathPiece(base::TextOf(path)); }
 
 /// Whether a configuration file would say the same about the slot.
 bool SavesAlike(const LSU_Configuration& a, const LSU_Configuration& b, SlotKind kind) {
@@ -38,7 +38,7 @@ base::Failure FullList(const Slot& list) {
 
 /// "hum.lsu", or "3 sounds" when there are several.
 std::string NameOrCount(const fs::path& first, std::size_t count) {
-  return count == 1 ? NameOf(first) : std::to_string(count) + " sounds";
+  return count == 1 ? FileNameOf(first) : std::to_string(count) + " sounds";
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ base::Result<> SoundSet::Add(SlotKind kind, const fs::path& path) {
     return NotValidFile();
   }
   if (!isList) m_missing.Forget(kind);
-  Remember(std::move(before), "Add " + NameOf(path));
+  Remember(std::move(before), "Add " + FileNameOf(path));
   Tell({kind});
   return {};
 }
@@ -135,7 +135,7 @@ bool SoundSet::Remove(SlotKind kind, int position) {
   if (m_loading) return false;
   if (!HasRow(place)) return true;
   Moment before = Now();
-  const std::string name = NameOf(PathAt(place));
+  const std::string name = FileNameOf(PathAt(place));
   if (Holds(place)) m_configuration.RemoveFile(PositionOf(place), kind);
   m_missing.CloseRow(place);
   Remember(std::move(before), "Remove " + name);
@@ -147,7 +147,7 @@ bool SoundSet::Move(SlotKind kind, int from, int to) {
   if (m_loading) return false;
   if (!HasRow({kind, from}) || !HasRow({kind, to}) || from == to) return true;
   Moment before = Now();
-  const std::string name = NameOf(PathAt({kind, from}));
+  const std::string name = FileNameOf(PathAt({kind, from}));
   const bool isSound = Holds({kind, from});
   const int position = PositionOf({kind, from});
   m_missing.MoveRow(kind, from, to);
@@ -197,7 +197,7 @@ base::Result<> SoundSet::Transfer(const SoundPlace& from, SlotKind kind, int to,
     m_configuration.RemoveFile(last, from.kind);
     m_missing.CloseRow(from);
   }
-  Remember(std::move(before), (copy ? "Copy " : "Move ") + NameOf(path));
+  Remember(std::move(before), (copy ? "Copy " : "Move ") + FileNameOf(path));
   Tell({from.kind, kind});
   return {};
 }
@@ -230,18 +230,36 @@ bool SoundSet::Clear() {
   return true;
 }
 
+LoadResult SoundSet::Read(const fs::path& path, const base::EventPump& pump) {
+  const base::RaisedFlag loading(m_loading);
+  LoadView view(*this, pump);
+  LoadResult result = ConfigurationFile::Load(path, m_configuration, view);
+  for (const MissingSound& sound : result.failed) m_missing.Put(sound);
+  return result;
+}
+
 LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) {
   if (m_loading) return {Busy(), {}, 0};
   Moment before = Now();
-  LoadResult result;
-  {
-    const base::RaisedFlag loading(m_loading);
-    LoadView view(*this, pump);
-    result = ConfigurationFile::Load(path, m_configuration, view);
-  }
-  for (const MissingSound& sound : result.failed) m_missing.Put(sound);
-  if (result.valid || !SavesLike(before.contents)) Remember(std::move(before), "Load " + NameOf(path));
+  LoadResult result = Read(path, pump);
+  if (result.valid || !SavesLike(before.contents)) Remember(std::move(before), "Load " + FileNameOf(path));
   if (result.valid) m_origin = std::make_shared<Origin>(Origin{path, Held()});
+  TellAll();
+  return result;
+}
+
+LoadResult SoundSet::BringBack(const fs::path& unsaved, const fs::path& origin, const base::EventPump& pump) {
+  if (m_loading) return {Busy(), {}, 0};
+  if (origin.empty() || !Load(origin, pump).valid) {
+    Clear();
+    m_origin = std::make_shared<Origin>(Origin{origin, {}});
+  }
+  Moment before = Now();
+  LoadResult result = Read(unsaved, pump);
+  if (result.valid)
+    Remember(std::move(before), "Bring back " + Name());
+  else
+    PutBack(before.contents);
   TellAll();
   return result;
 }
@@ -285,8 +303,8 @@ void SoundSet::Travel(std::deque<Step>& from, std::deque<Step>& to) {
   TellAll();
 }
 
-std::string SoundSet::Name() const {
-  return Path().empty() ? "New set" : base::LastPathPiece(base::TextOf(Path().stem()));
+std::string SoundSet::NameOf(const fs::path& file) {
+  return file.empty() ? "New set" : base::LastPathPiece(base::TextOf(file.stem()));
 }
 
 bool SoundSet::IsModified() const { return !SavesLike(m_origin->saved); }

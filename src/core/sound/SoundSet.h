@@ -106,6 +106,11 @@ class SoundSet {
   /// Loads a configuration file; `pump` gets its turn after every sound. What a file that is not valid held up to its
   /// flaw stays loaded, under the name of the set before.
   [[nodiscard]] LoadResult Load(const std::filesystem::path& path, const base::EventPump& pump = {});
+  /// Brings back what was not saved of a set: loads its file `origin`, or an empty set where that cannot be loaded,
+  /// then the configuration `unsaved` as changes of it. The set bears the name of `origin`, which is not written to; an
+  /// empty path is that of a set without a file. When `unsaved` is not valid, the set is as `origin` has it.
+  [[nodiscard]] LoadResult BringBack(const std::filesystem::path& unsaved, const std::filesystem::path& origin,
+                                     const base::EventPump& pump = {});
   /// Saves the set, which then bears the file's name. Missing sounds that are left out go from the set too, as a step
   /// to undo. Fails like ConfigurationFile::Save().
   base::Result<> Save(const std::filesystem::path& path, base::Disk& disk, Missing missing = Missing::Keep);
@@ -124,7 +129,9 @@ class SoundSet {
   /// The file that the set was loaded from or saved to; empty when there is none.
   [[nodiscard]] const std::filesystem::path& Path() const { return m_origin->path; }
   /// The file's name without its extension; "New set" when there is no file.
-  [[nodiscard]] std::string Name() const;
+  [[nodiscard]] std::string Name() const { return NameOf(Path()); }
+  /// What a set with that file is called.
+  [[nodiscard]] static std::string NameOf(const std::filesystem::path& file);
   /// Whether the set differs from its file, or from an empty set when it has none. One that was just loaded does not:
   /// its file still names the sounds that are missing, and leads again to those that were found beside it.
   [[nodiscard]] bool IsModified() const;
@@ -161,6 +168,8 @@ class SoundSet {
   };
   class LoadView;
 
+  /// Reads a configuration file into the set, with the sounds that are missing; nobody is told that it is done.
+  LoadResult Read(const std::filesystem::path& path, const base::EventPump& pump);
   void BeginGroup(std::string text);
   void EndGroup();
   [[nodiscard]] Contents Held() const { return {m_configuration.WithoutStreams(), m_missing}; }
