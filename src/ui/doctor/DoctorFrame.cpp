@@ -62,6 +62,8 @@ DoctorFrame::DoctorFrame(const kit::Pictures& pictures, QWidget* parent) : Card(
   setWindowTitle(tr(kCaption));
   setAccessibleName(tr(kCaption));
   kit::SetHelpContext(*this, kit::HelpContext::Doctor);
+  // What does not fit is scrolled to.
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
   MakeLayout();
   Refresh();
   hide();

@@ -55,6 +55,8 @@ ImportFrame::ImportFrame(ImportModel& rows, const kit::Pictures& pictures, QWidg
   setWindowTitle(tr(kCaption));
   setAccessibleName(tr(kCaption));
   kit::SetHelpContext(*this, kit::HelpContext::Import);
+  // What does not fit is scrolled to.
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
   auto* const all = new QVBoxLayout(this);
   all->setContentsMargins(kBroad, kBroad, kBroad, kBroad);
   all->setSpacing(kInset);
