@@ -29,6 +29,7 @@
 #include "platform/desktop/QtDialogs.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/kit/PathText.h"
+#include "ui/window/Examples.h"
 #include "ui/window/Pages.h"
 
 namespace kestrin::demo {
@@ -51,9 +52,15 @@ QPixmap TakeWindow(const Place& place, const std::string& board) {
   return stage.Window().grab();
 }
 
-/// The window as it looks to somebody who has just started.
+/// The window as it looks to somebody who has just installed and started it.
 QPixmap TakeEmpty(const Place& place, const std::string& board) {
-  Stage stage(place.program, place.sounds, board);
+  const QTemporaryDir installed;
+  const std::filesystem::path program = ui::kit::PathOf(installed.path());
+  for (const auto& file : std::filesystem::directory_iterator(place.program))
+    if (file.is_regular_file())
+      std::filesystem::create_symlink(std::filesystem::absolute(file.path()), program / file.path().filename());
+  std::filesystem::create_directory_symlink(std::filesystem::absolute(place.sounds), ui::window::ExamplesIn(program));
+  Stage stage(program, place.sounds, board);
   stage.Open(place.size, false);
   return stage.Window().grab();
 }
@@ -292,6 +299,7 @@ constexpr Scene kScenes[] = {
     {"led", "id=512,serial=4B535402", TakeLedDriver},
     {"led-replugged", "id=512,serial=4B535402", TakeLedReplugged},
     {"empty", kBoard, TakeEmpty},
+    {"start", "none", TakeEmpty},
     {"missing", kBoard, TakeMissing},
     {"missing-question", kBoard, TakeMissingQuestion},
     {"downloading", kBoard, TakeDownloading},

@@ -46,6 +46,7 @@
 #include "ui/kit/PathText.h"
 #include "ui/kit/ViewMenu.h"
 #include "ui/window/Application.h"
+#include "ui/window/Examples.h"
 #include "ui/window/FoldersWithFonts.h"
 #include "ui/window/FontUpdate.h"
 #include "ui/window/Main.h"
@@ -161,7 +162,7 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
       platform::desktop::FoldersToWriteIn(options.programFolder, ExecutableFolder(), data);
   const std::filesystem::path fonts = core::update::FontsPlaceIn(places);
   const platform::desktop::DesktopFolders desktopFolders;
-  const ui::window::FoldersWithFonts folders(desktopFolders, fonts);
+  const ui::window::FoldersWithFonts folders(desktopFolders, fonts, ui::window::ExamplesIn(options.programFolder));
   platform::desktop::EndRequests ends;
   platform::desktop::QtDialogs dialogs;
   platform::desktop::SystemSleepBlocker sleep;

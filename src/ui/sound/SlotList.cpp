@@ -24,9 +24,8 @@ SlotList::SlotList(SoundActions& actions, SlotListModel& sounds, QWidget* parent
   setDefaultDropAction(Qt::MoveAction);
   // Qt would mark rows; here sounds go between them.
   setDropIndicatorShown(false);
-  const bool isList = core::sound::SlotOf(sounds.Kind()).isList;
-  setSizePolicy(QSizePolicy::Ignored, isList ? QSizePolicy::Expanding : QSizePolicy::Fixed);
-  if (!isList) {
+  SetShort(false);
+  if (!core::sound::SlotOf(sounds.Kind()).isList) {
     setSelectionMode(QAbstractItemView::SingleSelection);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   }
@@ -57,15 +56,20 @@ bool SlotList::HasMissingSelected() const {
 
 void SlotList::RemoveSelected() { m_actions.Remove(m_sounds.Kind(), SelectedPositions()); }
 
-QSize SlotList::sizeHint() const {
-  const int rows = core::sound::SlotOf(m_sounds.Kind()).isList ? 4 : 1;
-  return {160, rows * SoundRowDelegate::RowHeight(fontMetrics())};
+void SlotList::SetShort(bool isShort) {
+  m_isShort = isShort;
+  const bool grows = core::sound::SlotOf(m_sounds.Kind()).isList && !isShort;
+  setSizePolicy(QSizePolicy::Ignored, grows ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  updateGeometry();
 }
 
-QSize SlotList::minimumSizeHint() const {
-  const int rows = core::sound::SlotOf(m_sounds.Kind()).isList ? 3 : 1;
-  return {80, rows * SoundRowDelegate::RowHeight(fontMetrics())};
+int SlotList::RowsAtLeast(int ofList) const {
+  return core::sound::SlotOf(m_sounds.Kind()).isList && !m_isShort ? ofList : 1;
 }
+
+QSize SlotList::sizeHint() const { return {160, RowsAtLeast(4) * SoundRowDelegate::RowHeight(fontMetrics())}; }
+
+QSize SlotList::minimumSizeHint() const { return {80, RowsAtLeast(3) * SoundRowDelegate::RowHeight(fontMetrics())}; }
 
 bool SlotList::Takes(const QMimeData& dragged) const {
   if (!m_actions.MayChange()) return false;

@@ -26,6 +26,8 @@ class SlotList : public SoundListView {
   [[nodiscard]] bool IsMissing(int row) const;
   [[nodiscard]] bool HasMissingSelected() const;
 
+  /// A short one keeps no room for more than one row.
+  void SetShort(bool isShort);
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -47,6 +49,7 @@ class SlotList : public SoundListView {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  [[nodiscard]] int RowsAtLeast(int ofList) const;
   [[nodiscard]] bool Takes(const QMimeData& dragged) const;
   [[nodiscard]] int PositionAt(const QPoint& point) const;
   /// The row whose "Locate ..." lies under the point, -1 for none.
@@ -57,6 +60,7 @@ class SlotList : public SoundListView {
 
   SoundActions& m_actions;
   SlotListModel& m_sounds;
+  bool m_isShort = false;
   int m_dropPosition = -1;
   /// The row on whose action the mouse was pressed, -1 for none.
   int m_pressedAction = -1;

@@ -70,7 +70,8 @@ SlotPanel::SlotPanel(SoundActions& actions, core::sound::SlotKind kind, QWidget*
   column->addWidget(m_list);
   head->setContentsMargins(kit::kHalf, 0, kit::kHalf, 0);
 
-  setSizePolicy(QSizePolicy::Expanding, isList ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  m_list->setAccessibleDescription(PurposeOf(kind).text);
+  SetShort(false);
   m_option->installEventFilter(this);
   connect(m_option, &QRadioButton::toggled, this, &SlotPanel::ShowSelected);
   ShowSelected(false);
@@ -94,9 +95,23 @@ void SlotPanel::Refresh() {
 
 void SlotPanel::ShowSelected(bool selected) {
   SetChosen(selected);
-  // A single slot has one line.
-  const QString more = core::sound::SlotOf(m_kind).isList ? tr("Double-click a sound to add it") : tr("Empty");
-  m_list->SetEmptyText(selected ? more : tr("Empty"));
+  ShowEmptyText();
+}
+
+void SlotPanel::ShowEmptyText() {
+  const SlotPurpose purpose = PurposeOf(m_kind);
+  // A list has room for more lines.
+  const bool asks = core::sound::SlotOf(m_kind).isList && !m_isShort && m_option->isChecked();
+  m_list->SetEmptyText(asks ? purpose.text + '\n' + tr("Double-click a sound to add it") : purpose.text,
+                       purpose.shorter);
+}
+
+void SlotPanel::SetShort(bool isShort) {
+  m_isShort = isShort;
+  const bool grows = core::sound::SlotOf(m_kind).isList && !isShort;
+  setSizePolicy(QSizePolicy::Expanding, grows ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  m_list->SetShort(isShort);
+  ShowEmptyText();
 }
 
 bool SlotPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -24,6 +24,8 @@ class SlotPanel : public kit::Card {
   [[nodiscard]] QRadioButton* Option() const { return m_option; }
   [[nodiscard]] SlotList* List() const { return m_list; }
   [[nodiscard]] SlotListModel* Sounds() const { return m_sounds; }
+  /// A short one has no more height than a single slot: the room is for something else.
+  void SetShort(bool isShort);
   /// Takes up what the set holds now.
   void Refresh();
 
@@ -33,8 +35,10 @@ class SlotPanel : public kit::Card {
 
  private:
   void ShowSelected(bool selected);
+  void ShowEmptyText();
 
   core::sound::SlotKind m_kind;
+  bool m_isShort = false;
   SlotListModel* m_sounds;
   QRadioButton* m_option;
   /// How full a list is, or the volume of a single slot.

@@ -41,8 +41,9 @@ SoundListView::SoundListView(QWidget* parent) : QListView(parent) {
   viewport()->setAutoFillBackground(false);
 }
 
-void SoundListView::SetEmptyText(const QString& text) {
+void SoundListView::SetEmptyText(const QString& text, const QString& shorter) {
   m_emptyText = text;
+  m_shorterEmptyText = shorter;
   viewport()->update();
 }
 
@@ -170,14 +171,20 @@ QItemSelectionModel::SelectionFlags SoundListView::selectionCommand(const QModel
   return QListView::selectionCommand(index, event);
 }
 
+QString SoundListView::EmptyTextFor(const QSize& room) const {
+  const QFontMetrics metrics = fontMetrics();
+  const bool fits = room.height() >= 2 * metrics.height() || metrics.horizontalAdvance(m_emptyText) <= room.width();
+  return fits || m_shorterEmptyText.isEmpty() ? m_emptyText : m_shorterEmptyText;
+}
+
 void SoundListView::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
   QPainter painter(viewport());
   const bool isEmpty = model() == nullptr || model()->rowCount() == 0;
   if (isEmpty && !m_emptyText.isEmpty()) {
     painter.setPen(kit::ColorOf(kit::ColorRole::Soft, palette()));
-    painter.drawText(viewport()->rect().adjusted(8, 4, -8, -4), Qt::AlignTop | Qt::AlignLeft | Qt::TextWordWrap,
-                     m_emptyText);
+    const QRect room = viewport()->rect().adjusted(8, 4, -2, -4);
+    painter.drawText(room, Qt::AlignTop | Qt::AlignLeft | Qt::TextWordWrap, EmptyTextFor(room.size()));
   }
   // With a current row the row shows where the keyboard is.
   if (hasFocus() && !currentIndex().isValid()) {

@@ -12,8 +12,9 @@ class SoundListView : public QListView {
  public:
   explicit SoundListView(QWidget* parent = nullptr);
 
-  /// What stands in the list while it is empty.
-  void SetEmptyText(const QString& text);
+  /// What stands in the list while it is empty; `shorter` where that is too long for the one line that there is, unless
+  /// it is "".
+  void SetEmptyText(const QString& text, const QString& shorter = {});
   /// The selected rows from the first to the last.
   [[nodiscard]] QList<int> SelectedRows() const;
   /// Makes that row the current and only selected one; -1: none.
@@ -48,10 +49,12 @@ class SoundListView : public QListView {
                                                                      const QEvent* event) const override;
 
  private:
+  [[nodiscard]] QString EmptyTextFor(const QSize& room) const;
   /// Where no row is selected, selects the one where the keyboard is.
   void SelectCurrent();
 
   QString m_emptyText;
+  QString m_shorterEmptyText;
   /// While the keyboard's row is only being marked: nobody has chosen it.
   bool m_placing = false;
 };

@@ -2,6 +2,7 @@
 #include "ui/sound/SoundPage.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QButtonGroup>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -96,9 +97,9 @@ void SoundPage::MakeActions() {
 
 void SoundPage::MakeLayout() {
   auto* singles = new QHBoxLayout;
-  auto* lists = new QHBoxLayout;
+  m_lists = new QHBoxLayout;
   for (const core::sound::Slot& slot : core::sound::kSlots)
-    (slot.isList ? lists : singles)->addWidget(m_slots[slot.kind], 1);
+    (slot.isList ? m_lists : singles)->addWidget(m_slots[slot.kind], 1);
   m_level = new kit::LinkButton(QStringLiteral("LevelBtn"), tr("Level the volumes ..."), this);
   m_level->setToolTip(tr("Make all sounds equally loud (Ctrl+L)"));
   kit::SetHelp(*m_level, tr("Make all sounds of the set equally loud, by their volumes alone"),
@@ -113,15 +114,15 @@ void SoundPage::MakeLayout() {
   head->setSpacing(kit::kHalf / 2);
   head->addLayout(name);
   head->addLayout(singles);
-  auto* right = new QVBoxLayout;
-  right->addLayout(head);
-  right->addLayout(lists, 1);
-  right->addWidget(m_detail);
-  right->addWidget(m_gauge);
+  m_right = new QVBoxLayout;
+  m_right->addLayout(head);
+  m_right->addLayout(m_lists, 1);
+  m_right->addWidget(m_detail);
+  m_right->addWidget(m_gauge);
   auto* page = new QHBoxLayout(this);
   page->addWidget(m_explorer, 4);
-  page->addLayout(right, 11);
-  for (QBoxLayout* layout : std::initializer_list<QBoxLayout*>{singles, lists, right, page})
+  page->addLayout(m_right, 11);
+  for (QBoxLayout* layout : std::initializer_list<QBoxLayout*>{singles, m_lists, m_right, page})
     layout->setSpacing(kit::kGrid);
   page->setContentsMargins(kit::kWide, kit::kGrid, kit::kWide, kit::kGrid);
   m_explorer->setMinimumWidth(240);
@@ -220,6 +221,32 @@ void SoundPage::OfferImport(QSettings& settings) {
   m_explorer->OfferFilter(settings);
 }
 
+void SoundPage::SetStart(QWidget& cards, const QList<QWidget*>& controls) {
+  m_start = &cards;
+  m_start->hide();
+  m_right->insertWidget(m_right->indexOf(m_lists) + 1, m_start, 1);
+  QWidget* before = m_slots.at(core::sound::SlotKind::Lockup)->List();
+  for (QWidget* const control : controls) {
+    setTabOrder(before, control);
+    before = control;
+  }
+  ShowStart();
+}
+
+void SoundPage::ShowStart() {
+  // What is loaded is not empty for long.
+  if (m_start == nullptr || m_set.IsLoading()) return;
+  const bool isEmpty = std::all_of(core::sound::kSlots.begin(), core::sound::kSlots.end(),
+                                   [this](const core::sound::Slot& slot) { return m_set.Rows(slot.kind) == 0; });
+  if (isEmpty != m_start->isHidden()) return;
+  QWidget* const focused = QApplication::focusWidget();
+  const bool hadFocus = focused != nullptr && m_start->isAncestorOf(focused);
+  m_right->setStretchFactor(m_lists, isEmpty ? 0 : 1);
+  for (const auto& [kind, panel] : m_slots) panel->SetShort(isEmpty);
+  m_start->setVisible(isEmpty);
+  if (hadFocus && !isEmpty) m_slots.at(SelectedSlot())->List()->setFocus(Qt::OtherFocusReason);
+}
+
 void SoundPage::SetPreparing(bool isPreparing) {
   m_isPreparing = isPreparing;
   m_stopAction->setEnabled(m_isPreparing || m_isPlaying);
@@ -263,6 +290,7 @@ void SoundPage::SlotChanged(core::sound::SlotKind kind) {
 void SoundPage::MemoryChanged() { m_gauge->Show(core::sound::MemoryUse::Of(m_set.Configuration())); }
 
 void SoundPage::ModifiedChanged() {
+  ShowStart();
   m_setLabel->Show(QString::fromStdString(m_set.Name()), m_set.IsModified(), m_set.Path());
   const auto show = [this](QAction& action, const QString& verb, const std::string& what, bool possible) {
     const QString text = QString::fromStdString(what);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QWidget>
 #include <filesystem>
@@ -13,7 +14,9 @@
 
 class QAction;
 class QButtonGroup;
+class QHBoxLayout;
 class QSettings;
+class QVBoxLayout;
 
 namespace kestrin::ui::kit {
 class LinkButton;
@@ -66,6 +69,10 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   /// that, which the settings remember. They must outlive the page.
   void OfferImport(QSettings& settings);
 
+  /// As long as the set is empty, `cards` stands where its lists would be: ways to start. The Tab key comes to these
+  /// `controls` of it behind those of the slots. The page takes it.
+  void SetStart(QWidget& cards, const QList<QWidget*>& controls);
+
   /// Undo and redo with their texts, shortcuts and states, for menus and toolbars.
   [[nodiscard]] QAction* UndoAction() const { return m_undoAction; }
   [[nodiscard]] QAction* RedoAction() const { return m_redoAction; }
@@ -108,6 +115,8 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   [[nodiscard]] std::vector<core::sound::SoundPlace> SelectedPlaces() const;
   [[nodiscard]] int CountOfSelected() const;
   void ShowFile(const std::filesystem::path& path);
+  /// Shows the ways to start, or the lists in their place.
+  void ShowStart();
 
   core::sound::SoundSet& m_set;
   QAction* m_undoAction = nullptr;
@@ -122,6 +131,9 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   QButtonGroup* m_options = nullptr;
   DetailPanel* m_detail = nullptr;
   MemoryGauge* m_gauge = nullptr;
+  QHBoxLayout* m_lists = nullptr;
+  QVBoxLayout* m_right = nullptr;
+  QWidget* m_start = nullptr;
   bool m_isPreparing = false;
   bool m_isPlaying = false;
 };

@@ -52,6 +52,27 @@ QString SlotMnemonic(core::sound::SlotKind kind) {
   return title;
 }
 
+SlotPurpose PurposeOf(core::sound::SlotKind kind) {
+  using core::sound::SlotKind;
+  switch (kind) {
+    case SlotKind::Boot:
+      return {Texts::tr("plays when the board starts"), Texts::tr("board starts")};
+    case SlotKind::PwrOn:
+      return {Texts::tr("plays when the blade comes out"), Texts::tr("blade comes out")};
+    case SlotKind::PwrOff:
+      return {Texts::tr("plays when the blade goes in"), Texts::tr("blade goes in")};
+    case SlotKind::Idle:
+      return {Texts::tr("hums while the blade is on"), Texts::tr("blade is on")};
+    case SlotKind::Motion:
+      return {Texts::tr("one of these plays when you swing"), Texts::tr("when you swing")};
+    case SlotKind::Impact:
+      return {Texts::tr("one of these plays when you hit"), Texts::tr("when you hit")};
+    case SlotKind::Lockup:
+      return {Texts::tr("plays while two blades are pressed together"), Texts::tr("blades pressed together")};
+  }
+  return {};
+}
+
 QString PlaceTitle(const core::sound::SoundPlace& place) {
   const QString title = SlotTitle(place.kind);
   return core::sound::SlotOf(place.kind).isList ? Texts::tr("%1 %2").arg(title, QString::number(place.position))

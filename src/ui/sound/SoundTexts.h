@@ -18,6 +18,12 @@ namespace kestrin::ui::sound {
 [[nodiscard]] QString SlotTitle(core::sound::SlotKind kind);
 /// The same with the letter that leads there together with Alt: "Power &On".
 [[nodiscard]] QString SlotMnemonic(core::sound::SlotKind kind);
+/// When the board plays the slot's sounds: "plays when the blade comes out", or in fewer words "blade comes out".
+struct SlotPurpose {
+  QString text;
+  QString shorter;
+};
+[[nodiscard]] SlotPurpose PurposeOf(core::sound::SlotKind kind);
 /// Slot and position: "Motion 3", "Idle".
 [[nodiscard]] QString PlaceTitle(const core::sound::SoundPlace& place);
 
