@@ -54,6 +54,7 @@ class AnsweringDialogs final : public ui::kit::Dialogs {
     return harmless != Harmless::Ok;
   }
   [[nodiscard]] Unsaved AskUnsaved(const QString&) override { return Unsaved::Discard; }
+  [[nodiscard]] LeftSet AskLeftSet(const QString&, const QString&) override { return LeftSet::Leave; }
   [[nodiscard]] QString ChooseFolder(const QString&, const QString&, ui::kit::HelpContext) override { return {}; }
   [[nodiscard]] MissingSounds AskMissing(const QString&, const QString&) override { return MissingSounds::Keep; }
 };

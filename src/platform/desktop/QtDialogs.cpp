@@ -151,6 +151,19 @@ ui::kit::Dialogs::Unsaved QtDialogs::AskUnsaved(const QString& question) {
   return message.Pressed() == &discard ? Unsaved::Discard : Unsaved::GoBack;
 }
 
+ui::kit::Dialogs::LeftSet QtDialogs::AskLeftSet(const QString& question, const QString& advice) {
+  using Role = QDialogButtonBox::ButtonRole;
+  MessageWindow message(QStyle::SP_MessageBoxQuestion, question, advice, Parent());
+  QPushButton& open = message.AddButton(QCoreApplication::translate("QtDialogs", "Open it again"), Role::AcceptRole);
+  const QPushButton& throwAway =
+      message.AddButton(QCoreApplication::translate("QtDialogs", "Throw it away"), Role::DestructiveRole);
+  message.AddButton(QCoreApplication::translate("QtDialogs", "Leave it"), Role::RejectRole);
+  message.Prepare(open);
+  Run(message, ui::kit::HelpContext::UnsavedSet);
+  if (message.Pressed() == &open) return LeftSet::Open;
+  return message.Pressed() == &throwAway ? LeftSet::ThrowAway : LeftSet::Leave;
+}
+
 ui::kit::Dialogs::MissingSounds QtDialogs::AskMissing(const QString& question, const QString& advice) {
   using Role = QDialogButtonBox::ButtonRole;
   MessageWindow message(QStyle::SP_MessageBoxWarning, question, advice, Parent());

@@ -38,6 +38,7 @@ class QtDialogs final : public ui::kit::Dialogs {
   [[nodiscard]] bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                  ui::kit::HelpContext topic) override;
   [[nodiscard]] Unsaved AskUnsaved(const QString& question) override;
+  [[nodiscard]] LeftSet AskLeftSet(const QString& question, const QString& advice) override;
   [[nodiscard]] MissingSounds AskMissing(const QString& question, const QString& advice) override;
 
  private:

@@ -16,6 +16,8 @@ class Dialogs {
  public:
   /// What becomes of a set that is not saved yet.
   enum class Unsaved { Save, Discard, GoBack };
+  /// What becomes of a set that was not saved when the program ended.
+  enum class LeftSet { Open, Leave, ThrowAway };
   /// What becomes of the sounds that could not be found when their set is saved.
   enum class MissingSounds { LeaveOut, Keep, GoBack };
   /// The answer that leaves things as they are: the one that Enter, Escape and closing the question stand for. Where
@@ -51,6 +53,8 @@ class Dialogs {
   [[nodiscard]] virtual bool AskOkCancel(const QString& question, const QString& advice, Harmless harmless,
                                          HelpContext topic = HelpContext::Messages) = 0;
   [[nodiscard]] virtual Unsaved AskUnsaved(const QString& question) = 0;
+  /// Enter opens it; Escape and closing the question leave it.
+  [[nodiscard]] virtual LeftSet AskLeftSet(const QString& question, const QString& advice) = 0;
   /// Enter, Escape and closing the question go back.
   [[nodiscard]] virtual MissingSounds AskMissing(const QString& question, const QString& advice) = 0;
 };

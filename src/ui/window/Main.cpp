@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QSettings>
-#include <array>
 #include <utility>
 
 #include "ui/kit/CommandGate.h"
@@ -18,6 +17,7 @@
 #include "ui/sound/DownloadFrame.h"
 #include "ui/sound/SoundPage.h"
 #include "ui/window/AboutFrame.h"
+#include "ui/window/Examples.h"
 #include "ui/window/HelpLine.h"
 #include "ui/window/HelpMenu.h"
 #include "ui/window/LedPage.h"
@@ -30,8 +30,6 @@ namespace {
 
 constexpr const char* kFolderKey = "explorerFolder";
 constexpr const char* kLedSettings = ".ldset";
-/// A sound set to try, in the folder of an installed program.
-constexpr std::array kExample{"Examples", "demo.lscfg"};
 
 }  // namespace
 
@@ -43,7 +41,8 @@ Main::Main(const Surroundings& surroundings)
       m_watch(m_session, surroundings.gate, this),
       m_packed(surroundings.archives, surroundings.disk, surroundings.dialogs, surroundings.folders),
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings,
-                surroundings.programFolder / kExample[0] / kExample[1], m_packed),
+                ExampleIn(surroundings.programFolder), m_packed),
+      m_keeper(m_set, m_setFile, m_around, this),
       m_download(m_configuration, m_session, m_around),
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),
@@ -64,6 +63,7 @@ Main::Main(const Surroundings& surroundings)
   ConnectTools();
   ConnectHelp();
   ConnectSet();
+  ConnectStart();
   ConnectPreview();
   ConnectNews();
   m_set.AddListener(*this);
@@ -114,7 +114,7 @@ void Main::OpenPath(const std::filesystem::path& path) { m_requests.Add(path); }
 std::vector<std::filesystem::path> Main::TakeUnopened() { return m_requests.TakeWaiting(); }
 
 bool Main::IsFree() const {
-  return isVisible() && !m_running && m_covers == 0 && !m_closing.IsEnding() &&
+  return isVisible() && !m_running && m_covers == 0 && !m_closing.IsEnding() && !m_keeper.IsOffering() &&
          QGuiApplication::modalWindow() == nullptr;
 }
 
@@ -235,6 +235,8 @@ void Main::OpenDoctor() {
   if (Why().Doctor().isEmpty()) m_doctor.Open();
 }
 
+void Main::TryExample() { OpenSet(ExampleIn(m_around.programFolder)); }
+
 void Main::Update() {
   // The board may have gone since the button was pressed, and an LED driver may have come.
   core::device::TLS* const board = m_session.Board();
@@ -293,6 +295,8 @@ WhyNot Main::Why() const {
 }
 
 bool Main::event(QEvent* event) {
+  // What was left comes first.
+  if (event->type() == QEvent::Show) m_keeper.Offer();
   // The window is there, or a question over it is answered.
   if (event->type() == QEvent::Show || event->type() == QEvent::WindowUnblocked) m_requests.Look();
   return QMainWindow::event(event);
@@ -316,7 +320,8 @@ bool Main::AskToClose() {
   const sound::DownloadFrame::Pause pause(m_download.Frame());
   // Before another set is loaded its predecessor was asked about.
   const bool maySet = m_set.IsLoading() || m_setFile.MayLose();
-  return maySet && m_ledPage->MayClose() && m_setup.MayClose() && m_download.MayClose();
+  m_mayLose = maySet && m_ledPage->MayClose() && m_setup.MayClose() && m_download.MayClose();
+  return m_mayLose;
 }
 
 void Main::StopAll() {
@@ -333,6 +338,7 @@ void Main::StopAll() {
 
 void Main::Finish() {
   m_place.Keep();
+  m_keeper.Finish(m_mayLose);
   m_around.settings.setValue(kFolderKey, kit::SettingOf(m_page->Folder()));
   Unload();
   hide();

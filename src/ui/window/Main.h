@@ -23,6 +23,7 @@
 #include "ui/window/SensorSetup.h"
 #include "ui/window/SetDownload.h"
 #include "ui/window/SetFile.h"
+#include "ui/window/SetKeeper.h"
 #include "ui/window/SetLevelling.h"
 #include "ui/window/SoundsImport.h"
 #include "ui/window/Surroundings.h"
@@ -71,7 +72,8 @@ class Main : public QMainWindow,
   /// Short news for the person.
   void Tell(const QString& news);
   /// Ends the program without a question, when there is nobody to answer one: a download ends as if it had been
-  /// cancelled, a set that is not saved is lost. `closed` follows, at once or when what is going on has stopped.
+  /// cancelled, a set that is not saved is kept for the next start. `closed` follows, at once or when what is going on
+  /// has stopped.
   void EndNow() { m_closing.EndNow(); }
   /// Whether the board was let go and nothing goes on any more.
   [[nodiscard]] bool IsOver() const { return m_unloaded; }
@@ -107,6 +109,7 @@ class Main : public QMainWindow,
   void ConnectTools();
   void ConnectHelp();
   void ConnectSet();
+  void ConnectStart();
   void ConnectPreview();
   void ConnectNews();
 
@@ -131,6 +134,7 @@ class Main : public QMainWindow,
   void Press(ToolRow::Tool tool);
   void Update();
   void OpenDoctor();
+  void TryExample();
   void SetRunning(bool running);
   void SetCovered(bool covered);
   void UpdateButtons();
@@ -149,6 +153,7 @@ class Main : public QMainWindow,
   BoardWatch m_watch;
   PackedSets m_packed;
   SetFile m_setFile;
+  SetKeeper m_keeper;
   SetDownload m_download;
   SensorSetup m_setup;
   LinkDoctor m_doctor;
@@ -172,6 +177,8 @@ class Main : public QMainWindow,
   /// That the person was told of last.
   std::string m_accessProblem;
   bool m_running = false;
+  /// The person was asked about everything that closing the window loses.
+  bool m_mayLose = false;
   /// How many sheets lie over the window.
   int m_covers = 0;
   bool m_unloaded = false;

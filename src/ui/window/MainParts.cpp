@@ -19,6 +19,7 @@
 #include "ui/sound/LevelFrame.h"
 #include "ui/sound/SoundPage.h"
 #include "ui/window/AboutFrame.h"
+#include "ui/window/Examples.h"
 #include "ui/window/GateRunner.h"
 #include "ui/window/HelpLine.h"
 #include "ui/window/HelpMenu.h"
@@ -26,6 +27,7 @@
 #include "ui/window/Main.h"
 #include "ui/window/Pages.h"
 #include "ui/window/SetDrop.h"
+#include "ui/window/StartCards.h"
 #include "ui/window/WhyNot.h"
 
 namespace kestrin::ui::window {
@@ -81,7 +83,7 @@ void Main::LayOver() {
   for (QWidget* const panel :
        std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about, &m_levelling.Frame(),
                                        &m_import.Frame(), &m_download.Frame()}) {
-    auto* const overlay = new kit::Overlay(*panel, *this);
+    auto* const overlay = new kit::Overlay(*panel, *this, m_pages);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
     connect(overlay, &kit::Overlay::clickedBeside, &m_download, &SetDownload::ClickBeside);
@@ -141,6 +143,25 @@ void Main::ConnectSet() {
   m_page->addAction(save);
 }
 
+void Main::ConnectStart() {
+  std::error_code ignored;
+  const StartCards::Ways ways{m_around.audio != nullptr,
+                              std::filesystem::exists(ExampleIn(m_around.programFolder), ignored)};
+  auto* const start = new StartCards(m_pictures, ways, m_page);
+  m_page->SetStart(*start, start->Controls());
+  // They do what the buttons of the row do, when those can be used.
+  const auto press = [this](ToolRow::Tool tool) {
+    m_around.gate.WhenFree([this, tool] {
+      if (Why().Of(tool).isEmpty()) Press(tool);
+    });
+  };
+  connect(start, &StartCards::importWanted, this, [press] { press(ToolRow::Tool::Import); });
+  connect(start, &StartCards::openWanted, this, [press] { press(ToolRow::Tool::Load); });
+  connect(start, &StartCards::exampleWanted, this, [this] {
+    if (Why().Of(ToolRow::Tool::Load).isEmpty()) TryExample();
+  });
+}
+
 void Main::ConnectPreview() {
   connect(m_page, &sound::SoundPage::playRequested, this, &Main::PlayLsuFile);
   connect(m_page, &sound::SoundPage::playAsOnBoardRequested, &m_preview,
@@ -157,6 +178,8 @@ void Main::ConnectNews() {
   connect(m_page, &sound::SoundPage::message, this,
           [this](const QString& text, const QString& detail) { m_around.dialogs.ShowError(text, detail); });
   connect(&m_setFile, &SetFile::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_keeper, &SetKeeper::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_keeper, &SetKeeper::offered, this, [this] { m_requests.Look(); });
   connect(&m_levelling, &SetLevelling::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_import, &SoundsImport::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);

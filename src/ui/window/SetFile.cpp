@@ -122,20 +122,33 @@ void SetFile::OfferNew(const std::vector<std::filesystem::path>& paths) {
   if (!path.isEmpty()) OpenPath(kit::PathOf(path));
 }
 
+core::sound::LoadResult SetFile::LoadBy(
+    const std::function<core::sound::LoadResult(const core::base::EventPump& pump)>& load) {
+  const kit::CommandGate::Passage passage(m_gate);
+  emit loading(true);
+  core::sound::LoadResult result = load(m_gate.Pump());
+  emit loading(false);
+  return result;
+}
+
 void SetFile::Load(const std::filesystem::path& path) {
-  core::sound::LoadResult result;
-  {
-    const kit::CommandGate::Passage passage(m_gate);
-    emit loading(true);
-    result = m_set.Load(path, m_gate.Pump());
-    emit loading(false);
-  }
+  const auto result = LoadBy([&](const core::base::EventPump& pump) { return m_set.Load(path, pump); });
   std::error_code ignored;
   if (result.valid)
     Remember(path);
   else if (!std::filesystem::exists(path, ignored))
     m_recent.Forget(path);
   FillMenu();
+  Tell(result);
+}
+
+bool SetFile::BringBack(const std::filesystem::path& unsaved, const std::filesystem::path& origin) {
+  const auto result = LoadBy([&](const core::base::EventPump& pump) { return m_set.BringBack(unsaved, origin, pump); });
+  Tell(result);
+  return static_cast<bool>(result.valid);
+}
+
+void SetFile::Tell(const core::sound::LoadResult& result) {
   if (result.valid) emit opened();
   if (!result.valid)
     m_dialogs.ShowError(kit::Translated(result.Message()));

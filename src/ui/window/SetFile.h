@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QObject>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -45,6 +46,9 @@ class SetFile : public QObject {
   /// Opens this file; the person is asked before an unsaved set is lost. A packed set is unpacked for good, and opened
   /// from there.
   void OpenPath(const std::filesystem::path& path);
+  /// Brings back what was not saved of the set whose file is `origin`, from the configuration `unsaved`; see
+  /// SoundSet::BringBack(). False when it is not valid, which the person is told.
+  [[nodiscard]] bool BringBack(const std::filesystem::path& unsaved, const std::filesystem::path& origin);
   /// Sets that have just come: the person may open one of them at once.
   void OfferNew(const std::vector<std::filesystem::path>& paths);
   /// Asks for a file name and saves. False when it was not saved.
@@ -72,6 +76,10 @@ class SetFile : public QObject {
   /// Which files the dialogs offer.
   [[nodiscard]] static QString Filter();
   void Load(const std::filesystem::path& path);
+  /// Lets the set load something, and tells of it.
+  core::sound::LoadResult LoadBy(const std::function<core::sound::LoadResult(const core::base::EventPump& pump)>& load);
+  /// Tells what became of a load, when everything that follows from it is done.
+  void Tell(const core::sound::LoadResult& result);
   void OpenPacked(const std::filesystem::path& path);
   void FillSaveMenu();
   /// What becomes of the missing sounds when the set is saved; none when it shall not be saved.

@@ -28,6 +28,7 @@ class FakeDialogs final : public ui::kit::Dialogs {
   std::deque<MissingSounds> missingAnswers;
   std::deque<bool> okAnswers;
   std::deque<Unsaved> unsavedAnswers;
+  std::deque<LeftSet> leftSetAnswers;
   std::deque<bool> listAnswers;
   std::deque<std::optional<QColor>> colors;
   /// Called while a question stands, and while a message about something that is wrong does.
@@ -44,6 +45,7 @@ class FakeDialogs final : public ui::kit::Dialogs {
   std::vector<Listed> lists;
   std::vector<Asked> asked;
   std::vector<QString> unsavedAsked;
+  std::vector<Asked> leftSetsAsked;
   std::vector<Asked> missingAsked;
   QString lastFilter;
   QString lastStart;
@@ -105,6 +107,11 @@ class FakeDialogs final : public ui::kit::Dialogs {
     unsavedAsked.push_back(question);
     if (whileAsking) whileAsking();
     return Next(unsavedAnswers, Unsaved::GoBack);
+  }
+  [[nodiscard]] LeftSet AskLeftSet(const QString& question, const QString& advice) override {
+    leftSetsAsked.push_back({question, advice, Harmless::Cancel});
+    if (whileAsking) whileAsking();
+    return Next(leftSetAnswers, LeftSet::Leave);
   }
   [[nodiscard]] QString ChooseFolder(const QString&, const QString& start, ui::kit::HelpContext topic) override {
     lastStart = start;
