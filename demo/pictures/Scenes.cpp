@@ -283,6 +283,15 @@ QPixmap TakeUnsaved(const Place& place, const std::string& board) {
   });
 }
 
+QPixmap TakeLeftSet(const Place& place, const std::string& board) {
+  return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) {
+    (void)dialogs.AskLeftSet(
+        "The set \"demo\" has changes that were not saved, from 11/22/26 2:03 PM.\nOpen it again as it was?",
+        "The program ended before they were saved. Its file stays as it is until you save the set. What you leave is "
+        "kept and offered again at the next start.");
+  });
+}
+
 QPixmap TakeMissingQuestion(const Place& place, const std::string& board) {
   return TakeDialog(place, board, [](ui::kit::Dialogs& dialogs) {
     (void)dialogs.AskMissing("Sounds of the set \"demo\" are missing: 2.\nSave it without them?",
@@ -318,6 +327,7 @@ constexpr Scene kScenes[] = {
     {"question", kBoard, TakeQuestion},
     {"error", kBoard, TakeError},
     {"unsaved", kBoard, TakeUnsaved},
+    {"left-set", kBoard, TakeLeftSet},
     {"import", "none", TakeImport},
     {"import-too-much", "none", TakeImportTooMuch},
     {"doctor-no-board", "none", TakeDoctorNoBoard},

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@
 #include "core/doctor/Interview.h"
 #include "core/motion/KeptParametersFolder.h"
 #include "core/sound/FilePlayer.h"
+#include "core/sound/unsaved/UnsavedFolder.h"
 #include "core/update/FontsPlace.h"
 #include "core/update/UpdateServer.h"
 #include "platform/archive/ZipArchives.h"
@@ -31,6 +33,7 @@
 #include "platform/desktop/SystemSleepBlocker.h"
 #include "platform/doctor/SystemSurvey.h"
 #include "platform/doctor/UdevRule.h"
+#include "platform/files/LeftBehind.h"
 #include "platform/files/SystemDisk.h"
 #include "platform/net/CurlTransfer.h"
 #include "platform/process/Environment.h"
@@ -43,6 +46,7 @@
 #include "ui/help/HelpKey.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/kit/CommandGate.h"
+#include "ui/kit/LatestJob.h"
 #include "ui/kit/PathText.h"
 #include "ui/kit/ViewMenu.h"
 #include "ui/window/Application.h"
@@ -50,6 +54,8 @@
 #include "ui/window/FoldersWithFonts.h"
 #include "ui/window/FontUpdate.h"
 #include "ui/window/Main.h"
+#include "ui/window/PackedSets.h"
+#include "ui/window/SetFile.h"
 
 namespace {
 
@@ -139,6 +145,27 @@ void Connect(RunningWindow& running, ui::window::Application& application, ui::w
   QObject::connect(&application, &ui::window::Application::openRequested, &window, &ui::window::Main::OpenPath);
 }
 
+/// Clears away what the program left when it was killed, in the folders that it writes into: its own, that of the
+/// sounds it has made, and those of the recent sets. Beside everything else: any of them may be on a slow disk.
+void ClearAway(ui::kit::LatestJob& job, const std::filesystem::path& data, const std::filesystem::path& documents,
+               const QSettings& settings) {
+  using core::sound::UnsavedFolder;
+  std::set<std::filesystem::path> folders{data, data / UnsavedFolder::kFolderName,
+                                          data / core::motion::KeptParametersFolder::kFolderName};
+  for (const std::filesystem::path& set : ui::window::SetFile::RecentSets(settings)) folders.insert(set.parent_path());
+  const std::filesystem::path made = documents / ui::window::PackedSets::kFolderName;
+  job.Start([folders, made](const ui::kit::LatestJob::GoOn& goOn, const ui::kit::LatestJob::Deliver&) {
+    std::set<std::filesystem::path> all = folders;
+    std::error_code error;
+    all.insert(made);
+    for (std::filesystem::directory_iterator entry(made, error), end; !error && entry != end; entry.increment(error))
+      if (std::error_code ignored; std::filesystem::is_directory(entry->symlink_status(ignored)))
+        all.insert(entry->path());
+    for (const std::filesystem::path& folder : all)
+      if (goOn()) platform::files::RemoveLeftBehind(folder);
+  });
+}
+
 /// What the program ends with.
 struct End {
   int code = kDone;
@@ -202,6 +229,8 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
   };
   if (!window.StartUp()) return end(kDone);
   window.show();
+  ui::kit::LatestJob clearing;
+  ClearAway(clearing, data, desktopFolders.Documents(), settings);
   if (start == RunningWindow::Outcome::Unanswered)
     window.Tell(
         "Another window of this program is open and does not answer. This is a new one: close the other when you can.");

@@ -64,9 +64,9 @@ SlotPurpose PurposeOf(core::sound::SlotKind kind) {
     case SlotKind::Idle:
       return {Texts::tr("hums while the blade is on"), Texts::tr("blade is on")};
     case SlotKind::Motion:
-      return {Texts::tr("one of these plays when you swing"), Texts::tr("when you swing")};
+      return {Texts::tr("one of these plays when you swing"), Texts::tr("plays when you swing")};
     case SlotKind::Impact:
-      return {Texts::tr("one of these plays when you hit"), Texts::tr("when you hit")};
+      return {Texts::tr("one of these plays when you hit"), Texts::tr("plays when you hit")};
     case SlotKind::Lockup:
       return {Texts::tr("plays while two blades are pressed together"), Texts::tr("blades pressed together")};
   }

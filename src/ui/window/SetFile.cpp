@@ -21,10 +21,6 @@ namespace {
 constexpr const char* kRecentKey = "recentSets";
 constexpr const char* kSuffix = "lscfg";
 
-core::sound::RecentSets ReadRecent(const QSettings& settings) {
-  return core::sound::RecentSets(kit::PathsOfSetting(settings.value(kRecentKey)));
-}
-
 }  // namespace
 
 SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::Disk& disk, kit::CommandGate& gate,
@@ -37,7 +33,7 @@ SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::
       m_settings(settings),
       m_example(std::move(example)),
       m_locator(set, dialogs, gate),
-      m_recent(ReadRecent(settings)),
+      m_recent(RecentSets(settings)),
       m_packed(packed) {
   m_menu.setObjectName("LoadMenu");
   m_menu.setToolTipsVisible(true);
@@ -45,6 +41,10 @@ SetFile::SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::
   connect(&m_locator, &SoundLocator::news, this, &SetFile::news);
   FillMenu();
   FillSaveMenu();
+}
+
+std::vector<std::filesystem::path> SetFile::RecentSets(const QSettings& settings) {
+  return kit::PathsOfSetting(settings.value(kRecentKey));
 }
 
 QString SetFile::Filter() {

@@ -34,6 +34,8 @@ class SetFile : public QObject {
   SetFile(core::sound::SoundSet& set, kit::Dialogs& dialogs, core::base::Disk& disk, kit::CommandGate& gate,
           QSettings& settings, std::filesystem::path example, PackedSets& packed, QObject* parent = nullptr);
 
+  /// The files of the recent sets, as those settings keep them.
+  [[nodiscard]] static std::vector<std::filesystem::path> RecentSets(const QSettings& settings);
   /// "New set", the set to try and the recent sets.
   [[nodiscard]] QMenu& Menu() { return m_menu; }
   /// What can be done with the set beside saving it: packing it with its sounds.

@@ -41,6 +41,7 @@ StartCards::StartCards(const kit::Pictures& pictures, const Ways& ways, QWidget*
   column->addWidget(m_title);
   column->addWidget(m_hint);
   column->addLayout(m_row, 1);
+  column->addStretch();
   if (ways.import)
     Add({"StartImportBtn", tr("Drop sounds here"),
          tr("WAV, MP3, FLAC or LSU: single files or a whole folder. They are made ready for the board and sorted into "
@@ -71,9 +72,8 @@ QList<QWidget*> StartCards::Controls() const {
   return buttons;
 }
 
-int StartCards::HeightFor(Detail detail) const {
-  const int inside = width() - 2 * kit::kInset;
-  const int room = inside - m_row->spacing() * (static_cast<int>(m_cards.size()) - 1);
+int StartCards::TallestCard(Detail detail) const {
+  const int room = width() - 2 * kit::kInset - m_row->spacing() * (static_cast<int>(m_cards.size()) - 1);
   int shares = 0;
   for (int card = 0; card < m_row->count(); ++card) shares += m_row->stretch(card);
   int tallest = 0;
@@ -81,9 +81,15 @@ int StartCards::HeightFor(Detail detail) const {
     const int share = m_row->stretch(static_cast<int>(card));
     tallest = std::max(tallest, m_cards[card]->HeightFor(room * share / shares, detail));
   }
+  return tallest;
+}
+
+int StartCards::HeightFor(Detail detail) const {
+  const int tallest = TallestCard(detail);
   if (detail == Detail::ButtonOnly) return tallest;
-  const int title = m_title->sizeHint().height() + layout()->spacing();
-  const int hint = detail == Detail::NoText ? 0 : m_hint->heightForWidth(inside) + layout()->spacing();
+  const int gap = layout()->spacing();
+  const int title = m_title->sizeHint().height() + gap;
+  const int hint = detail == Detail::NoText ? 0 : m_hint->heightForWidth(width() - 2 * kit::kInset) + gap;
   return kit::kInset + title + hint + tallest + kit::kInset;
 }
 
@@ -95,7 +101,12 @@ void StartCards::Fit() {
   layout()->setContentsMargins(inset, inset, inset, inset);
   m_title->setVisible(m_shown != Detail::ButtonOnly);
   m_hint->setVisible(m_shown <= Detail::NoPicture);
-  for (StartCard* const card : m_cards) card->Show(m_shown);
+  // In a large window the buttons stay near to the texts.
+  const int tallest = TallestCard(Detail::All) + 2 * kit::kBroad;
+  for (StartCard* const card : m_cards) {
+    card->setMaximumHeight(tallest);
+    card->Show(m_shown);
+  }
 }
 
 void StartCards::paintEvent(QPaintEvent* event) {

@@ -50,6 +50,8 @@ class StartCards : public kit::Card {
   using Detail = StartCard::Detail;
 
   void Add(const StartCard::Texts& texts, const QIcon& icon, void (StartCards::*wanted)(), int stretch);
+  /// The height of the tallest way in the width that all of it has.
+  [[nodiscard]] int TallestCard(Detail detail) const;
   /// The height of all of it with that much about each way, in the width that it has.
   [[nodiscard]] int HeightFor(Detail detail) const;
   /// Shows as much as there is room for.

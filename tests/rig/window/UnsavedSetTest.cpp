@@ -98,9 +98,9 @@ TEST_F(UnsavedSet, IsLeftByMouseAndOfferedAgain) {
   StartChangeAndKill();
   Start();
   AwaitQuestion();
-  EXPECT_THAT(Controls(kMessage), IsSupersetOf(std::vector<Said>{{"push button", "Open it again"},
-                                                                 {"push button", "Leave it"},
-                                                                 {"push button", "Throw it away"}}));
+  EXPECT_THAT(Controls(kMessage),
+              IsSupersetOf(std::vector<Said>{
+                  {"push button", "Open it again"}, {"push button", "Leave it"}, {"push button", "Throw it away"}}));
   window.Click("push button", "Leave it");
   window.AwaitGone("push button", "Leave it");
   window.Await("label", "New set");
@@ -120,13 +120,13 @@ TEST_F(UnsavedSet, BelongsToItsWindowAsLongAsThatRuns) {
   Change();
   AwaitKept(1);
   // As in another session of the same person.
-  WindowProgram other;
   std::vector<std::string> elsewhere = m_environment;
   elsewhere.emplace_back("KESTRIN_WINDOW=elsewhere");
-  other.Start({"--board", "sim:", "--program-folder", m_folder.Path().string()}, elsewhere);
-  other.Await("graphic", "A board is connected");
-  other.Await("label", "New set");
-  EXPECT_EQ(other.Close().code, 0);
+  const auto other = window.Another({"--board", "sim:", "--program-folder", m_folder.Path().string()}, elsewhere);
+  window.Await("label", "New set");
+  EXPECT_FALSE(window.IsShown("push button", "Open it again"));
+  other->Signal(SIGTERM);
+  EXPECT_EQ(other->Wait().code, 128 + SIGTERM);
   EXPECT_EQ(KeptSets().size(), 1U);
   Kill();
   Start();
@@ -165,10 +165,10 @@ TEST_F(UnsavedSet, AnEmptyWindowTellsWhatToDoNext) {
   window.Click("push button", "Try the example");
   window.Await("label", "demo");
   window.AwaitGone("label", "Three ways to start");
-  // By the list of drives as well.
-  window.Click("combo box", "Drive");
-  window.AwaitItem("Drive", "Examples");
-  window.Press({"Escape"});
+  // The explorer shows where its sounds are.
+  window.Await("the list of drives at the examples", [](const Control& control) {
+    return control.role == "combo box" && control.name == "Examples" && control.description == "Drive";
+  });
 }
 
 }  // namespace
