@@ -94,7 +94,11 @@ void SetKeeper::Finish(bool isAsked) {
 
 void SetKeeper::Offer() {
   if (std::exchange(m_hasOffered, true)) return;
-  std::vector<Left> left = m_store->files.Find();
+  std::vector<Left> left;
+  {
+    const std::lock_guard lock(m_store->mutex);
+    left = m_store->files.Find();
+  }
   if (left.empty()) return;
   m_offers = true;
   // Functions that are passed on can be copied, locks cannot.

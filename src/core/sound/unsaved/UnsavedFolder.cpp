@@ -73,7 +73,8 @@ std::vector<UnsavedFolder::Left> UnsavedFolder::Find() {
 
 base::Result<> UnsavedFolder::Keep(std::string_view content) {
   std::error_code error;
-  fs::create_directories(m_folder, error);
+  // A power cut must not take the folder with all that is in it.
+  if (fs::create_directories(m_folder, error)) error = m_disk.Flush(m_folder.parent_path());
   if (error) {
     const base::Failure why = base::FailureOf(error);
     return base::Failure{why.kind, base::Quoted(m_folder) + " could not be made: " + why.text};

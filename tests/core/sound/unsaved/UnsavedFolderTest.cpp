@@ -69,6 +69,7 @@ TEST_F(UnsavedFolderTest, KeepsTheLatestInOneFileForcedOntoTheDisk) {
   ASSERT_THAT(first, SizeIs(1));
   EXPECT_EQ(ReadBytes(first[0]), Set("/a.lsu"));
   EXPECT_THAT(disk.flushed, testing::Contains(place));
+  EXPECT_THAT(disk.flushed, testing::Contains(place.parent_path())) << "the folder is new";
   ASSERT_TRUE(program.Keep(Set("/b.lsu")));
   EXPECT_THAT(Files(".lscfg"), ElementsAre(first[0]));
   EXPECT_EQ(ReadBytes(first[0]), Set("/b.lsu"));
