@@ -11,7 +11,8 @@ folder="${1:-$project/docs/pictures}"
 if [ $# -gt 0 ]; then shift; fi
 pictures=("$@")
 if [ ${#pictures[@]} -eq 0 ]; then
-  pictures=(window-dark window-light downloading-dark setup-light led-dark updating-light doctor-light import-light)
+  pictures=(window-dark window-light downloading-dark setup-light led-dark updating-light doctor-light import-light
+    try-dark setup-sensor-light board-chip-light board-differs-light board-held-dark left-set-light start-light)
 fi
 
 need_packages build
