@@ -109,6 +109,8 @@ class TLS {
   /// Asks for the sum of `count` flash bytes from `address` on; the answer is left in the response buffer, high byte
   /// first. True when write and read succeeded.
   [[nodiscard]] bool CheckCRC(std::int32_t address, std::int32_t count);
+  /// What the sensor feels: x, y, z from -31 to 31; w, its tilt, as the board sends it. Not all boards answer it.
+  [[nodiscard]] bool GetACC(std::int32_t& x, std::int32_t& y, std::int32_t& z, std::int32_t& w);
   [[nodiscard]] bool GetAccParam(AccParam& parameters);
   /// Sends each parameter's low byte. True when the board accepted them.
   [[nodiscard]] bool SetAccParam(const AccParam& parameters);
@@ -143,8 +145,6 @@ class TLS {
   void Set_LS_Response(int index, std::uint8_t value);
   /// The first byte of the identity answer; 0 on failure.
   [[nodiscard]] std::int32_t GetMemorySize();
-  /// The live acceleration: x, y, z from -31 to 31, w as the board sends it.
-  [[nodiscard]] bool GetACC(std::int32_t& x, std::int32_t& y, std::int32_t& z, std::int32_t& w);
   /// Nine 16-bit values, as SetLEDParam() sends them.
   [[nodiscard]] bool GetLEDParam(std::span<std::int32_t, kLedParameters> values);
 
