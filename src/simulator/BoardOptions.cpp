@@ -63,6 +63,11 @@ bool SetWire(BoardOptions& options, std::string_view value) {
   return value == "usb" || value == "none";
 }
 
+bool SetMotion(BoardOptions& options, std::string_view value) {
+  options.motion = core::base::PathOf(value);
+  return !value.empty();
+}
+
 bool AddFault(BoardOptions& options, std::string_view value) {
   struct Name {
     std::string_view text;
@@ -96,6 +101,7 @@ constexpr Key kKeys[] = {
     {"erase", SetErase, "seconds from 0 to 86400, as in 2 or 0.5"},
     {"wire", SetWire, "\"none\" or \"usb\""},
     {"fault", AddFault, "write:N, read:N, unplug:N or flip:N with a number N from 1", true},
+    {"motion", SetMotion, "the path of a file with movements, without commas"},
 };
 
 core::base::Failure NotValid(std::string text) { return {core::base::FailureKind::NotValid, std::move(text)}; }

@@ -11,6 +11,7 @@
 #include "core/base/Result.h"
 #include "simulator/BoardState.h"
 #include "simulator/FaultPlan.h"
+#include "simulator/SensorSource.h"
 
 namespace kestrin::simulator {
 
@@ -38,6 +39,10 @@ struct BoardOptions {
   core::base::Clock::Duration erase{};
   Wire wire = Wire::None;
   std::vector<Fault> faults;
+  /// The file that says how the board is moved, see MotionScript; empty: `sensor` does.
+  std::filesystem::path motion;
+  /// What moves the board, for programs that do so themselves; empty: it lies still. No text behind "sim:" sets it.
+  SensorSource sensor;
 
   /// A board's state with the id and serial that are wanted, where they are given.
   [[nodiscard]] BoardState Applied(BoardState state) const;

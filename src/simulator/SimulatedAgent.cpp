@@ -29,7 +29,9 @@ constexpr Variable kVariables[] = {{ReportType::Output, core::device::kCommandUs
 SimulatedAgent::SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump)
     : SimulatedAgent(options, clock, std::move(pump), nullptr,
                      std::make_unique<VirtualBoard>(options.Applied({}), options.erase)) {
-  if (!options.dir.empty()) throw std::invalid_argument("a board in memory has no folder");
+  if (!options.dir.empty() || !options.motion.empty())
+    throw std::invalid_argument("a board in memory has no folder and reads no file");
+  m_board->MoveBy(options.sensor);
 }
 
 core::base::Result<std::unique_ptr<SimulatedAgent>> SimulatedAgent::Create(const BoardOptions& options,

@@ -35,7 +35,7 @@ class SimulatedAgent final : public core::device::THIDagent {
   using BoardSource = std::function<core::base::Result<std::unique_ptr<VirtualBoard>>()>;
 
   /// The board that the options describe, in memory, plugged in. The clock must outlive the agent. Throws
-  /// std::invalid_argument for options that name a folder: see store::CreateAgent().
+  /// std::invalid_argument for options that name a folder or a file of movements: see store::CreateAgent().
   SimulatedAgent(const BoardOptions& options, core::base::Clock& clock, core::base::EventPump pump = {});
   /// The same for a board from elsewhere; of the options only wire and faults count. One that another program uses
   /// (the source fails with the kind InUse) is waited for: see AccessProblem() and Refresh(). Any other failure of the

@@ -16,9 +16,14 @@ namespace {
 
 /// What is left of a detection parameter after an erase.
 constexpr std::uint8_t kWipedParameter = 255;
-/// x, y, z and w at rest: gravity pulls along z, where one g is about 21.
-constexpr VirtualBoard::Answer kAccelerationXY{0, 0};
-constexpr VirtualBoard::Answer kAccelerationZW{21, 0};
+/// The strongest that an axis can tell, in either direction.
+constexpr std::int32_t kStrongest = 31;
+
+/// An axis as it is sent: sign and magnitude in six bits.
+std::uint8_t SixBits(std::int32_t value) {
+  const std::int32_t told = std::clamp(value, -kStrongest, kStrongest);
+  return static_cast<std::uint8_t>(told < 0 ? kStrongest + 1 - told : told);
+}
 
 /// The 16-bit / 24-bit number at `element` of a report.
 std::uint16_t Get16(std::span<const std::uint8_t> report, std::size_t element) {
@@ -128,7 +133,7 @@ void VirtualBoard::Execute(ReportView report, Time now) {
       Put16(FlashSum(Get24(report, device::kAddressElement), Get24(report, device::kCountElement)));
       break;
     case Command::GetACC:
-      m_answers.insert(m_answers.end(), {kAccelerationXY, kAccelerationZW});
+      AnswerSensor();
       break;
     case Command::GetAccParam:
       for (std::size_t i = 0; i < m_state.accelerometer.size(); i += 2)
@@ -212,6 +217,12 @@ std::uint16_t VirtualBoard::FlashSum(std::uint32_t address, std::uint32_t count)
   const std::span<const std::uint8_t> flash = Flash();
   if (address >= flash.size()) return 0;
   return core::base::ByteSum(flash.subspan(address, std::min<std::size_t>(count, flash.size() - address)));
+}
+
+void VirtualBoard::AnswerSensor() {
+  const SensorValues felt = m_sensor ? m_sensor() : kLyingStill;
+  Put(SixBits(felt.x), SixBits(felt.y));
+  Put(SixBits(felt.z), static_cast<std::uint8_t>(std::clamp(felt.tilt, 0, 255)));
 }
 
 void VirtualBoard::AnswerPulse(std::size_t set) {

@@ -9,12 +9,14 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/base/Clock.h"
 #include "core/device/Protocol.h"
 #include "simulator/BoardKeeper.h"
 #include "simulator/BoardState.h"
+#include "simulator/SensorSource.h"
 
 namespace kestrin::simulator {
 
@@ -30,7 +32,7 @@ namespace kestrin::simulator {
 /// - An erase also makes each detection parameter 255. The firmware has one thread: while it erases it takes reports
 ///   but works them off afterwards, in order. Done, it answers 10, 10 once. Flash and parameters are gone from its
 ///   beginning on, so that a board that loses power in the middle holds nothing.
-/// - The acceleration is that of a board lying still.
+/// - The acceleration is that of a board lying still, unless something moves it: see MoveBy().
 class VirtualBoard {
  public:
   using Time = core::base::Clock::Duration;
@@ -59,6 +61,9 @@ class VirtualBoard {
   [[nodiscard]] std::optional<Answer> NextAnswer(Time now);
   /// The end of an erase that is under way; empty when the board is idle. Before that moment no new answer gets ready.
   [[nodiscard]] std::optional<Time> BusyUntil() const { return m_eraseEnd; }
+  /// What the sensor feels from now on; empty for a board lying still. Values outside what a sensor can tell become
+  /// the nearest ones inside.
+  void MoveBy(SensorSource source) { m_sensor = std::move(source); }
   /// The board loses its power: answers, reports not yet worked off and an erase under way are gone, all else stays.
   void LosePower();
 
@@ -82,6 +87,7 @@ class VirtualBoard {
   void Erase(Time now);
   void Write(std::uint32_t address, std::span<const std::uint8_t> data);
   [[nodiscard]] std::uint16_t FlashSum(std::uint32_t address, std::uint32_t count) const;
+  void AnswerSensor();
   void AnswerPulse(std::size_t set);
   void TakePulse(ReportView report, std::size_t set);
 
@@ -90,6 +96,7 @@ class VirtualBoard {
   /// than all their commands.
   mutable std::vector<std::uint8_t> m_flash;
   std::unique_ptr<BoardKeeper> m_keeper;
+  SensorSource m_sensor;
   Time m_eraseTime;
   std::optional<Time> m_eraseEnd;
   std::deque<Report> m_waiting;

@@ -29,12 +29,13 @@ TEST(BoardOptions, AnEmptyTextMeansThatAllIsAsItComes) {
 TEST(BoardOptions, TakesEveryKeyAtOnce) {
   const auto parsed = BoardOptions::Parse(
       "id=64,serial=4b53a4Ff,dir=/some where/b=oard,erase=1.5,wire=usb,fault=write:3,fault=read:9,fault=unplug:20,"
-      "fault=flip:7");
+      "fault=flip:7,motion=/some where/moves.txt");
   ASSERT_TRUE(parsed) << parsed.Text();
   const BoardOptions& options = *parsed;
   EXPECT_EQ(options.id, 64);
   EXPECT_EQ(options.serial, 0x4B53A4FFU);
   EXPECT_EQ(options.dir, std::filesystem::path("/some where/b=oard"));
+  EXPECT_EQ(options.motion, std::filesystem::path("/some where/moves.txt"));
   EXPECT_EQ(options.erase, 1500ms);
   EXPECT_EQ(options.wire, BoardOptions::Wire::Usb);
   EXPECT_THAT(options.faults, ElementsAre(Fault{Fault::Kind::WriteFails, 3}, Fault{Fault::Kind::ReadFails, 9},
@@ -85,6 +86,7 @@ TEST(BoardOptions, NamesTheValueThatIsWrongItsKeyAndWhatIsAllowed) {
       {"erase=1e3", "1e3", "erase", erase},
       {"erase=nan", "nan", "erase", erase},
       {"erase=86401", "86401", "erase", erase},
+      {"motion=", "", "motion", "the path of a file"},
       {"wire=serial", "serial", "wire", "\"none\" or \"usb\""},
       {"wire=USB", "USB", "wire", "\"none\" or \"usb\""},
       {"fault=write", "write", "fault", fault},
@@ -126,7 +128,7 @@ TEST(BoardOptions, NamesAKeyThatIsUnknownAndThoseThatThereAre) {
   for (const char* const text : {"speed=9", "id=1,speed=9", "speed", "ID=1=2,speed=9"}) {
     const std::string problem = BoardOptions::Parse(text).Text();
     EXPECT_THAT(problem, HasSubstr(std::string(text).starts_with("ID") ? "no key \"ID\"" : "no key \"speed\"")) << text;
-    EXPECT_THAT(problem, HasSubstr("id, serial, dir, erase, wire, fault")) << text;
+    EXPECT_THAT(problem, HasSubstr("id, serial, dir, erase, wire, fault, motion")) << text;
   }
   EXPECT_THAT(BoardOptions::Parse("id=1,").Text(), HasSubstr("no key \"\""));
   EXPECT_THAT(BoardOptions::Parse(",").Text(), HasSubstr("no key \"\""));

@@ -14,7 +14,8 @@
 namespace kestrin::simulator::store {
 
 /// The board that the options' folder holds, with what the options say of it; in memory when they name no folder. Fails
-/// when the folder cannot be used; the kind is InUse while another program has it, which only a disk can tell.
+/// when the folder or the file of movements cannot be used; the kind is InUse while another program has it, which only
+/// a disk can tell.
 core::base::Result<std::unique_ptr<VirtualBoard>> OpenBoard(const BoardOptions& options,
                                                             core::base::Disk* disk = nullptr);
 
