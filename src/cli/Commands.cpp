@@ -11,20 +11,20 @@ namespace kestrin::cli {
 namespace {
 
 constexpr std::array kMakers{
-    MakeDevicesCommand,     MakeInfoCommand,          MakeDoctorCommand,       MakeSoundInfoCommand,
-    MakeSoundCodeCommand,   MakeSoundWavCommand,      MakeSoundImportCommand,  MakeConfigMakeCommand,
-    MakeConfigShowCommand,  MakeConfigMapCommand,     MakeConfigLevelCommand,  MakeConfigDiffCommand,
-    MakeConfigPackCommand,  MakeConfigUnpackCommand,  MakeDownloadCommand,     MakeVerifyCommand,
-    MakeBoardCommand,       MakeSaberRenderCommand,   MakeSaberPlayCommand,    MakeAccelGetCommand,
-    MakeAccelSetCommand,    MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeLedTypesCommand,
-    MakeLedStatusCommand,   MakeLedCountsCommand,     MakeLedConfigCommand,    MakeLedPreviewCommand,
-    MakeLedSettingsCommand, MakeLedSendCommand,       MakeFontsUpdateCommand,  MakeFontsListCommand,
-    MakeFontsServeCommand};
+    MakeDevicesCommand,    MakeInfoCommand,          MakeDoctorCommand,       MakeSoundInfoCommand,
+    MakeSoundCodeCommand,  MakeSoundWavCommand,      MakeSoundImportCommand,  MakeConfigMakeCommand,
+    MakeConfigShowCommand, MakeConfigMapCommand,     MakeConfigLevelCommand,  MakeConfigDiffCommand,
+    MakeConfigPackCommand, MakeConfigUnpackCommand,  MakeDownloadCommand,     MakeVerifyCommand,
+    MakeBoardCommand,      MakeSaberRenderCommand,   MakeSaberPlayCommand,    MakeAccelGetCommand,
+    MakeAccelSetCommand,   MakeAccelDefaultsCommand, MakeAccelRestoreCommand, MakeAccelWatchCommand,
+    MakeLedTypesCommand,   MakeLedStatusCommand,     MakeLedCountsCommand,    MakeLedConfigCommand,
+    MakeLedPreviewCommand, MakeLedSettingsCommand,   MakeLedSendCommand,      MakeFontsUpdateCommand,
+    MakeFontsListCommand,  MakeFontsServeCommand};
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kGroups{{
     {"sound", "Measure, code and convert sound files"},
     {"config", "Make and look at configuration files: which sound sits in which slot"},
-    {"accel", "The six detection parameters of the acceleration sensor"},
+    {"accel", "The acceleration sensor: its six detection parameters, what it feels"},
     {"led", "Set up LED drivers: LED type, light pulses"},
     {"saber", "Hear a set as on a saber"},
     {"fonts", "Fetch sound fonts from an update server, list them, offer them to others"},

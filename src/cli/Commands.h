@@ -39,6 +39,7 @@ namespace kestrin::cli {
 [[nodiscard]] std::unique_ptr<Command> MakeAccelSetCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelDefaultsCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeAccelRestoreCommand();
+[[nodiscard]] std::unique_ptr<Command> MakeAccelWatchCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeLedTypesCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeLedStatusCommand();
 [[nodiscard]] std::unique_ptr<Command> MakeLedCountsCommand();

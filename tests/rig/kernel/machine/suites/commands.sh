@@ -36,6 +36,8 @@ step "accel get, what was set" 0 '"MotionTh": 99' kestrinctl --json accel get
 step "accel set, out of range" 2 "" kestrinctl accel set --ImpactTh 32
 step "accel defaults" 0 '"MotionTh": 180' kestrinctl --json accel defaults
 step "accel restore, with nothing kept" 1 "" kestrinctl accel restore
+step "accel watch" 0 '"z": 21' kestrinctl --json accel watch --seconds 1
+step "accel watch, for a person" 0 "    0    0   21     0" kestrinctl accel watch --seconds 1
 step "accel set, before the erase" 0 '"ImpactTh": 17' kestrinctl --json accel set --ImpactTh 17
 step "download" 0 '"outcome": "success"' kestrinctl --json download "$demo"
 step "verify" 0 '"verified": true' kestrinctl --json verify "$demo"
@@ -74,6 +76,7 @@ step "led config without consent" 2 "" kestrinctl led config --type "$led" --ove
 step "led status, unchanged" 0 '"overdrive": 110' kestrinctl --json led status
 step "info" 0 "LED Driver" kestrinctl info
 step "download to an LED driver" 1 "LED driver" kestrinctl download "$demo"
+step "accel watch of an LED driver" 1 "LED driver" kestrinctl accel watch --seconds 1
 step "accel get of an LED driver" 1 "LED driver" kestrinctl accel get
 end led
 
