@@ -23,6 +23,7 @@
 #include "core/sound/LSU_SoundFile.h"
 #include "demo/pictures/DoctorScenes.h"
 #include "demo/pictures/ImportScenes.h"
+#include "demo/pictures/SensorScenes.h"
 #include "demo/pictures/Stage.h"
 #include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
@@ -321,6 +322,11 @@ constexpr Scene kScenes[] = {
     {"setup-moved", "id=65535,serial=4B535401", TakeSetupMoved},
     // Going online writes three reports; the third of the download would put the parameters back.
     {"setup-kept", "id=65535,serial=4B535401,fault=write:6", TakeSetupKept},
+    {"setup-sensor", "id=65535,serial=4B535401", TakeSensor},
+    {"setup-sensor-swings", "id=65535,serial=4B535401", TakeSensorSwings},
+    {"setup-sensor-alike", "id=65535,serial=4B535401", TakeSensorAlike},
+    // Going online reads six answers.
+    {"setup-sensor-silent", "id=65535,serial=4B535401,fault=read:7", TakeSensorSilent},
     {"help", "none", TakeHelp},
     {"about", kBoard, TakeAbout},
     {"no-board", "none", TakeNoBoard},

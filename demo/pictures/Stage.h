@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "core/base/Clock.h"
 #include "core/motion/KeptParametersFolder.h"
 #include "demo/pictures/Props.h"
 #include "platform/archive/ZipArchives.h"
@@ -39,6 +40,8 @@ class Stage {
   [[nodiscard]] T& Find(const char* name) const {
     return *m_window->findChild<T*>(name);
   }
+  /// Lets time go by for everything but the computer itself.
+  void Pass(core::base::Clock::Duration time) { m_clock.Wait(time); }
   /// Runs `action` once, as soon as `condition` holds while the window works.
   void When(std::function<bool()> condition, std::function<void()> action);
   /// Lets everything come to rest, so that pictures are complete.

@@ -50,6 +50,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::MotionDetection, "motion.html#swings"},
     {kit::HelpContext::ImpactDetection, "motion.html#hits"},
     {kit::HelpContext::LockupFlash, "motion.html#flash"},
+    {kit::HelpContext::Sensor, "sensor.html"},
     {kit::HelpContext::LedFrame, "led.html"},
     {kit::HelpContext::LedConfiguration, "led.html#type"},
     {kit::HelpContext::IdlePulse, "led.html#idle"},

@@ -58,6 +58,7 @@ enum class HelpContext : int {
   MotionDetection = 1081,
   ImpactDetection = 1082,
   LockupFlash = 1083,
+  Sensor = 1084,
 
   LedFrame = 1090,
   LedConfiguration = 1091,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/motion/ConfigFrame.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -9,12 +10,18 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
 
+#include "core/motion/ThresholdAdvice.h"
 #include "ui/kit/Grid.h"
 #include "ui/kit/Labels.h"
+#include "ui/kit/LinkButton.h"
 #include "ui/kit/Theme.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/motion/ParameterSlider.h"
+#include "ui/motion/SensorColumn.h"
+#include "ui/motion/SuggestionBox.h"
 
 namespace kestrin::ui::motion {
 
@@ -35,19 +42,33 @@ struct ControlNames {
   kit::HelpContext help;
   /// Its ticks are longest at multiples of this.
   int round;
+  const char* hint;
 };
 
 /// In the order of kDetectionParameters.
 constexpr std::array<ControlNames, core::motion::kDetectionParameters.size()> kControls{{
-    {"MotionThresholdSlider", "MotionThresholdLabel", "MotionThresholdState", kit::HelpContext::MotionDetection, 10},
-    {"MotionDebouncingSlider", "MotionDebouncingLabel", "MotionDebouncingState", kit::HelpContext::MotionDetection, 10},
-    {"ImpactThresholdSlider", "ImpactThresholdLabel", "ImpactThresholdState", kit::HelpContext::ImpactDetection, 10},
-    {"ImpactDebouncingslider", "ImpactDebouncingLabel", "ImpactDebouncingState", kit::HelpContext::ImpactDetection, 10},
-    {"ImpactTimeSlider", "ImpactTimeLabel", "ImpactTimeState", kit::HelpContext::ImpactDetection, 10},
-    {"FOCTimeSlider", "FOCTimeLabel", "FOCTimeState", kit::HelpContext::LockupFlash, 100},
+    {"MotionThresholdSlider", "MotionThresholdLabel", "MotionThresholdState", kit::HelpContext::MotionDetection, 10,
+     QT_TRANSLATE_NOOP("kestrin::ui::motion::ConfigFrame", "How hard a swing has to be before a motion sound plays.")},
+    {"MotionDebouncingSlider", "MotionDebouncingLabel", "MotionDebouncingState", kit::HelpContext::MotionDetection, 10,
+     QT_TRANSLATE_NOOP("kestrin::ui::motion::ConfigFrame", "How long it has to last. Higher ignores a short twitch.")},
+    {"ImpactThresholdSlider", "ImpactThresholdLabel", "ImpactThresholdState", kit::HelpContext::ImpactDetection, 10,
+     QT_TRANSLATE_NOOP("kestrin::ui::motion::ConfigFrame", "How hard a hit has to be before an impact sound plays.")},
+    {"ImpactDebouncingslider", "ImpactDebouncingLabel", "ImpactDebouncingState", kit::HelpContext::ImpactDetection, 10,
+     QT_TRANSLATE_NOOP("kestrin::ui::motion::ConfigFrame",
+                       "How long the shaking after a hit is ignored. One hit sounds like two? Go higher.")},
+    {"ImpactTimeSlider", "ImpactTimeLabel", "ImpactTimeState", kit::HelpContext::ImpactDetection, 10,
+     QT_TRANSLATE_NOOP("kestrin::ui::motion::ConfigFrame", "How soon after a clash the next one may sound.")},
+    {"FOCTimeSlider", "FOCTimeLabel", "FOCTimeState", kit::HelpContext::LockupFlash, 100,
+     QT_TRANSLATE_NOOP("kestrin::ui::motion::ConfigFrame",
+                       "How fast the blade flickers in lock-up. 52 is a crackle, 200 a flutter.")},
 }};
 
 constexpr std::size_t kFlashPeriod = core::motion::kDetectionParameters.size() - 1;
+
+constexpr std::size_t kImpactThreshold = 2;
+
+/// In windows of this width there is room for the picture beside the sliders.
+constexpr int kWideWindow = 940;
 
 /// Page up and page down move a slider by so much.
 constexpr int kLargeStep = 5;
@@ -60,9 +81,30 @@ class Shelf : public QScrollArea {
   [[nodiscard]] QSize minimumSizeHint() const override {
     return {widget()->minimumSizeHint().width(), QScrollArea::minimumSizeHint().height()};
   }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool consumed = QScrollArea::eventFilter(watched, event);
+    // An area keeps to itself what its contents need.
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return consumed;
+  }
 };
 
 QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+/// What scrolls its contents where they have no room, on the panel's own ground.
+Shelf* MakeShelf(const char* name, QWidget& contents, QWidget& parent) {
+  auto* const shelf = new Shelf(&parent);
+  shelf->setObjectName(name);
+  shelf->setFrameShape(QFrame::NoFrame);
+  shelf->setWidgetResizable(true);
+  shelf->setFocusPolicy(Qt::NoFocus);
+  shelf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  shelf->viewport()->setAutoFillBackground(false);
+  shelf->setWidget(&contents);
+  // The area has given it a ground.
+  contents.setAutoFillBackground(false);
+  return shelf;
+}
 
 QPushButton* MakeButton(const char* name, const QString& text, QWidget& parent) {
   auto* const button = new QPushButton(text, &parent);
@@ -84,15 +126,49 @@ ConfigFrame::ConfigFrame(QWidget* parent) : Card(parent) {
 }
 
 void ConfigFrame::MakeLayout() {
-  auto* const caption = kit::MakeLabel("ConfigCaption", kit::TextStyle::Caption, tr(kCaption), this);
-
   auto* const all = new QVBoxLayout(this);
   all->setContentsMargins(kBroad, kWide, kBroad - kScrollRoom, kWide);
   all->setSpacing(kGrid);
-  all->addWidget(caption);
+  all->addLayout(MakeHead());
   AddNotices(*all);
-  all->addWidget(MakeGroups());
+  m_columns = new QGridLayout;
+  m_columns->setHorizontalSpacing(kBroad);
+  m_columns->setVerticalSpacing(kGrid);
+  MakeGroups();
+  MakeSensor();
+  all->addLayout(m_columns, 1);
   all->addLayout(MakeButtons());
+  Arrange(0);
+}
+
+QBoxLayout* ConfigFrame::MakeHead() {
+  m_turn = new kit::LinkButton("SensorTurnBtn", "", this);
+  kit::SetHelpContext(*m_turn, kit::HelpContext::Sensor);
+  connect(m_turn, &QPushButton::clicked, this, [this] { Turn(!m_isTurned); });
+  auto* const head = new QHBoxLayout;
+  head->setContentsMargins(0, 0, kScrollRoom, 0);
+  head->addWidget(kit::MakeLabel("ConfigCaption", kit::TextStyle::Caption, tr(kCaption), this));
+  head->addStretch(1);
+  head->addWidget(m_turn);
+  return head;
+}
+
+void ConfigFrame::MakeSensor() {
+  m_sensor = new SensorColumn;
+  m_sensorShelf = MakeShelf("SensorShelf", *m_sensor, *this);
+  kit::SetHelpContext(*m_sensor, kit::HelpContext::Sensor);
+  m_foot = new QWidget(this);
+  m_suggestion = new SuggestionBox(m_foot);
+  auto* const foot = new QVBoxLayout(m_foot);
+  foot->setContentsMargins(0, 0, kScrollRoom, 0);
+  foot->addWidget(m_suggestion);
+  kit::SetHelpContext(*m_suggestion, kit::HelpContext::Sensor);
+  QSlider& slider = *m_rows[kImpactThreshold].slider;
+  connect(m_sensor, &SensorColumn::thresholdDragged, &slider, &QSlider::setValue);
+  connect(m_suggestion, &SuggestionBox::useRequested, &slider, &QSlider::setValue);
+  connect(&slider, &QSlider::valueChanged, m_sensor, &SensorColumn::SetThreshold);
+  connect(m_sensor, &SensorColumn::startAgainRequested, this, &ConfigFrame::startAgainRequested);
+  connect(m_sensor, &SensorColumn::askAgainRequested, this, &ConfigFrame::askAgainRequested);
 }
 
 void ConfigFrame::AddNotices(QBoxLayout& layout) {
@@ -125,7 +201,7 @@ void ConfigFrame::AddNotices(QBoxLayout& layout) {
   layout.addWidget(m_keptNotice);
 }
 
-QWidget* ConfigFrame::MakeGroups() {
+void ConfigFrame::MakeGroups() {
   auto* const groups = new QWidget;
   auto* const column = new QVBoxLayout(groups);
   column->setContentsMargins(0, 0, kScrollRoom, 0);
@@ -138,18 +214,8 @@ QWidget* ConfigFrame::MakeGroups() {
     column->addWidget(MakeGroup(first, last));
     first = last;
   }
-  auto* const shelf = new Shelf(this);
-  shelf->setObjectName("ConfigShelf");
-  shelf->setFrameShape(QFrame::NoFrame);
-  shelf->setWidgetResizable(true);
-  shelf->setFocusPolicy(Qt::NoFocus);
-  shelf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  // It stands on the panel's own ground.
-  shelf->viewport()->setAutoFillBackground(false);
-  shelf->setWidget(groups);
-  // The area has given it a ground.
-  groups->setAutoFillBackground(false);
-  return shelf;
+  column->addStretch(1);
+  m_shelf = MakeShelf("ConfigShelf", *groups, *this);
 }
 
 QWidget* ConfigFrame::MakeGroup(std::size_t first, std::size_t last) {
@@ -159,33 +225,85 @@ QWidget* ConfigFrame::MakeGroup(std::size_t first, std::size_t last) {
   grid->setContentsMargins(kWide, kHalf, kWide, kHalf);
   grid->setHorizontalSpacing(kGrid);
   grid->setVerticalSpacing(0);
-  grid->setColumnStretch(0, 1);
-  for (std::size_t index = first; index < last; ++index) AddRow(*grid, 2 * static_cast<int>(index - first), index);
+  for (std::size_t index = first; index < last; ++index) {
+    m_rows[index].line = 2 * static_cast<int>(index - first);
+    MakeRow(*group, index);
+  }
   return group;
 }
 
-void ConfigFrame::AddRow(QGridLayout& grid, int line, std::size_t index) {
+void ConfigFrame::MakeRow(QWidget& group, std::size_t index) {
   const core::motion::DetectionParameter& parameter = core::motion::kDetectionParameters[index];
   const ControlNames& names = kControls[index];
-  QWidget* const group = grid.parentWidget();
   Row& row = m_rows[index];
-  row.slider = new ParameterSlider(parameter.minimum, parameter.maximum, parameter.step, names.round, group);
+  row.slider = new ParameterSlider(parameter.minimum, parameter.maximum, parameter.step, names.round, &group);
   row.slider->setObjectName(names.slider);
   row.slider->setAccessibleName(tr("%1, %2").arg(Text(parameter.caption), Text(parameter.group)));
   row.slider->setPageStep(kLargeStep);
-  auto* const caption = kit::MakeLabel("", kit::TextStyle::Plain, Text(parameter.caption), group);
-  caption->setBuddy(row.slider);
-  row.state = kit::MakeLabel(names.state, kit::TextStyle::Plain, "", group);
+  row.caption = kit::MakeLabel("", kit::TextStyle::Plain, Text(parameter.caption), &group);
+  row.caption->setBuddy(row.slider);
+  row.hint = kit::MakeLabel("", kit::TextStyle::Soft, tr(names.hint), &group);
+  row.hint->setWordWrap(true);
+  row.state = kit::MakeLabel(names.state, kit::TextStyle::Plain, "", &group);
   row.state->setForegroundRole(QPalette::Link);
-  row.label = kit::MakeLabel(names.label, kit::TextStyle::Plain, "", group);
+  row.label = kit::MakeLabel(names.label, kit::TextStyle::Plain, "", &group);
   row.label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   row.label->setMinimumWidth(row.label->fontMetrics().horizontalAdvance("0000"));
-  grid.setRowMinimumHeight(line, caption->sizeHint().height() + kHalf);
-  grid.addWidget(caption, line, 0);
-  grid.addWidget(row.state, line, 1);
-  grid.addWidget(row.label, line, 2);
-  grid.addWidget(row.slider, line + 1, 0, 1, 3);
   connect(row.slider, &QSlider::valueChanged, this, [this, index](int value) { SetValue(index, value); });
+}
+
+void ConfigFrame::PlaceRow(std::size_t index) {
+  Row& row = m_rows[index];
+  auto& grid = *static_cast<QGridLayout*>(row.slider->parentWidget()->layout());
+  const bool isWide = *m_isWide;
+  grid.setRowMinimumHeight(row.line, row.caption->sizeHint().height() + kHalf);
+  grid.addWidget(row.caption, row.line, 0);
+  grid.addWidget(row.label, row.line, 2);
+  if (isWide) {
+    grid.addWidget(row.slider, row.line, 1);
+    auto* const foot = new QHBoxLayout;
+    foot->addWidget(row.hint, 1);
+    foot->addWidget(row.state);
+    grid.addLayout(foot, row.line + 1, 0, 1, 3);
+    row.foot = foot;
+  } else {
+    grid.addWidget(row.state, row.line, 1);
+    grid.addWidget(row.slider, row.line + 1, 0, 1, 3);
+    delete std::exchange(row.foot, nullptr);
+  }
+  // All sliders begin at the same place.
+  grid.setColumnMinimumWidth(0, isWide ? WidestCaption() : 0);
+  grid.setColumnStretch(0, isWide ? 0 : 1);
+  grid.setColumnStretch(1, isWide ? 1 : 0);
+  row.slider->SetNarrow(isWide);
+  row.hint->setVisible(isWide);
+}
+
+int ConfigFrame::WidestCaption() const {
+  int widest = 0;
+  for (const Row& row : m_rows) widest = std::max(widest, row.caption->sizeHint().width());
+  return widest;
+}
+
+void ConfigFrame::Arrange(int width) {
+  const bool isWide = width >= kWideWindow;
+  if (m_isWide == isWide) return;
+  m_isWide = isWide;
+  m_columns->addWidget(m_sensorShelf, 0, 0, isWide ? 2 : 1, 1);
+  m_columns->addWidget(m_shelf, 0, isWide ? 1 : 0);
+  m_columns->addWidget(m_foot, 1, isWide ? 1 : 0);
+  m_columns->setColumnStretch(0, isWide ? 6 : 1);
+  m_columns->setColumnStretch(1, isWide ? 5 : 0);
+  for (std::size_t index = 0; index < m_rows.size(); ++index) PlaceRow(index);
+  m_turn->setVisible(!isWide);
+  Turn(m_isTurned);
+}
+
+void ConfigFrame::Turn(bool toSensor) {
+  m_isTurned = toSensor;
+  m_turn->setText(toSensor ? tr("Back to the sliders") : tr("See what the sensor sees"));
+  m_shelf->setVisible(*m_isWide || !toSensor);
+  m_sensorShelf->setVisible(*m_isWide || toSensor);
 }
 
 QBoxLayout* ConfigFrame::MakeButtons() {
@@ -314,6 +432,18 @@ void ConfigFrame::ShowSummary() {
   m_summary->setForegroundRole(m_known.From() == Source::Told ? QPalette::PlaceholderText : QPalette::BrightText);
 }
 
+void ConfigFrame::ShowSensor(const core::motion::SensorRecord& record) {
+  const core::motion::ThresholdAdvice advice = core::motion::ThresholdAdvice::Of(record.Trial());
+  m_sensor->Show(record);
+  m_sensor->SetSuggestion(advice.threshold);
+  m_rows[kImpactThreshold].slider->SetSuggestion(advice.threshold);
+  m_suggestion->Show(advice);
+}
+
+void ConfigFrame::SaySensor(const QString& text, bool canAskAgain) { m_sensor->Say(text, canAskAgain); }
+
+bool ConfigFrame::IsSensorSeen() const { return m_sensor->isVisible() && !window()->isMinimized(); }
+
 void ConfigFrame::Open(std::uint16_t revision) {
   const bool flashes = core::motion::HasFlashPeriod(revision);
   const Row& period = m_rows[kFlashPeriod];
@@ -336,6 +466,20 @@ void ConfigFrame::keyPressEvent(QKeyEvent* event) {
     hide();
   else
     Card::keyPressEvent(event);
+}
+
+void ConfigFrame::showEvent(QShowEvent* event) {
+  if (QWidget* const ground = parentWidget(); ground != nullptr && ground != m_ground) {
+    m_ground = ground;
+    ground->installEventFilter(this);
+    Arrange(ground->width());
+  }
+  Card::showEvent(event);
+}
+
+bool ConfigFrame::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == m_ground && event->type() == QEvent::Resize) Arrange(m_ground->width());
+  return Card::eventFilter(watched, event);
 }
 
 }  // namespace kestrin::ui::motion

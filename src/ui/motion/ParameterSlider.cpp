@@ -24,6 +24,10 @@ constexpr int kRoundTick = 8;
 constexpr int kMarkWidth = 12;
 constexpr int kMarkHeight = 9;
 constexpr int kTickRoom = kRoundTick + 2;
+constexpr int kNarrow = 150;
+/// The suggestion is a smaller one that points down.
+constexpr int kHintWidth = 8;
+constexpr int kHintHeight = 5;
 
 }  // namespace
 
@@ -43,7 +47,21 @@ void ParameterSlider::SetMark(std::optional<int> value) {
   update();
 }
 
+void ParameterSlider::SetSuggestion(std::optional<int> value) {
+  if (value) value = std::clamp(*value, minimum(), maximum());
+  if (m_suggestion == value) return;
+  m_suggestion = value;
+  update();
+}
+
+void ParameterSlider::SetNarrow(bool isNarrow) {
+  m_isNarrow = isNarrow;
+  setSizePolicy(isNarrow ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
+  updateGeometry();
+}
+
 QSize ParameterSlider::sizeHint() const {
+  if (m_isNarrow) return {kNarrow, KnobExtent() + kTickRoom};
   const int steps = (maximum() - minimum()) / tickInterval();
   // With so few pixels between ticks, one more or less somewhere would be seen.
   const int room = kPitch * (steps > kWidestSteps / 2 ? steps : kWidestSteps);
@@ -75,6 +93,7 @@ void ParameterSlider::paintEvent(QPaintEvent* /*event*/) {
   option.subControls = QStyle::SC_SliderGroove | QStyle::SC_SliderHandle;
   style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
   if (m_mark && isEnabled()) PaintMark(painter);
+  if (m_suggestion && isEnabled()) PaintSuggestion(painter);
 }
 
 void ParameterSlider::PaintTicks(QPainter& painter) const {
@@ -82,9 +101,13 @@ void ParameterSlider::PaintTicks(QPainter& painter) const {
   const int room = PlaceOf(maximum()) - first;
   const QColor strong = kit::ColorOf(kit::ColorRole::Soft, palette());
   const QColor faint = kit::ColorOf(kit::ColorRole::Outline, palette());
+  const int steps = (maximum() - minimum()) / tickInterval();
+  const bool hasAll = room >= kPitch * steps;
+  const bool hasFifths = room >= 2 * kPitch * steps / 5;
   for (int value = minimum(); value <= maximum(); value += tickInterval()) {
     const bool isRound = value % m_round == 0;
     const bool isFifth = value % (5 * tickInterval()) == 0;
+    if (!isRound && (!isFifth || !hasFifths) && !hasAll) continue;
     const int x = first + QStyle::sliderPositionFromValue(minimum(), maximum(), value, room);
     painter.fillRect(x, KnobExtent(), 1,
                      isRound   ? kRoundTick
@@ -107,6 +130,15 @@ void ParameterSlider::PaintMark(QPainter& painter) const {
   painter.setPen(QPen(kit::ColorOf(kit::ColorRole::Card, palette()), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.setBrush(kit::ColorOf(kit::ColorRole::Text, palette()));
   painter.drawPath(triangle);
+}
+
+void ParameterSlider::PaintSuggestion(QPainter& painter) const {
+  const qreal middle = PlaceOf(*m_suggestion) + 0.5;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kit::ColorOf(kit::ColorRole::Accent, palette()));
+  painter.drawPolygon(QPolygonF(
+      {QPointF(middle - kHintWidth / 2.0, 0), QPointF(middle + kHintWidth / 2.0, 0), QPointF(middle, kHintHeight)}));
 }
 
 }  // namespace kestrin::ui::motion

@@ -6,7 +6,7 @@
 
 namespace kestrin::ui::motion {
 
-/// A slider with a tick at every value that it can take, longer ones at round numbers, and a mark at one of them.
+/// A slider with a tick at every value that it can take, longer ones at round numbers, and marks at one or two of them.
 class ParameterSlider : public QSlider {
   Q_OBJECT
 
@@ -18,7 +18,13 @@ class ParameterSlider : public QSlider {
   void SetMark(std::optional<int> value);
   [[nodiscard]] std::optional<int> Mark() const { return m_mark; }
 
-  /// Wide enough for two pixels from tick to tick, so that each can be seen and all are equally far apart.
+  /// The value that is suggested, marked above the knob; empty for none.
+  void SetSuggestion(std::optional<int> value);
+  /// A narrow slider is a third as wide, and leaves out the ticks for which there is no room then.
+  void SetNarrow(bool isNarrow);
+
+  /// Wide enough for two pixels from tick to tick, so that each can be seen and all are equally far apart,
+  /// unless it is narrow.
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -33,9 +39,12 @@ class ParameterSlider : public QSlider {
   [[nodiscard]] int KnobExtent() const;
   void PaintTicks(QPainter& painter) const;
   void PaintMark(QPainter& painter) const;
+  void PaintSuggestion(QPainter& painter) const;
 
   int m_round;
   std::optional<int> m_mark;
+  std::optional<int> m_suggestion;
+  bool m_isNarrow = false;
 };
 
 }  // namespace kestrin::ui::motion

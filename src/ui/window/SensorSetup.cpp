@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "ui/window/SensorSetup.h"
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 #include "core/device/DeviceSession.h"
+#include "ui/kit/CommandGate.h"
 #include "ui/kit/TopicOf.h"
 #include "ui/motion/ConfigControl.h"
 #include "ui/motion/ConfigFrame.h"
+#include "ui/motion/SensorControl.h"
 #include "ui/window/GateRunner.h"
 #include "ui/window/Surroundings.h"
 
@@ -31,6 +35,18 @@ SensorSetup::SensorSetup(core::device::DeviceSession& session, const Surrounding
   m_control = new Control(*m_frame, {around.dialogs, around.kept, lookup, run});
   m_control->setParent(m_frame);
   connect(m_control, &Control::news, this, &SensorSetup::news);
+  const auto sensorLookup = [lookup]() -> core::device::TLS* {
+    const std::optional<Control::Board> board = lookup();
+    return board ? &board->tls : nullptr;
+  };
+  const auto ask = [run, &session](std::function<void()> question) {
+    run([&session, question = std::move(question)] {
+      question();
+      session.ExpectLateAnswer();
+    });
+  };
+  new motion::SensorControl(
+      *m_frame, {around.clock, sensorLookup, [&gate = around.gate] { return gate.IsBusy(); }, ask}, m_frame);
 }
 
 void SensorSetup::Open() { m_control->Open(); }
