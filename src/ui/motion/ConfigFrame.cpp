@@ -450,6 +450,18 @@ void ConfigFrame::Open(std::uint16_t revision) {
   period.slider->setEnabled(flashes);
   period.label->setEnabled(flashes);
   period.slider->setToolTip(flashes ? QString() : tr("This board has no adjustable flash period."));
+  if (parentWidget() != m_ground) {
+    m_ground = parentWidget();
+    m_ground->installEventFilter(this);
+  }
+  Arrange(window()->width());
+  // The sheet asks at once how large the panel is, and what has changed while it was hidden is told to nobody.
+  for (const Row& row : m_rows) row.slider->parentWidget()->layout()->activate();
+  for (QScrollArea* const shelf : {m_shelf, m_sensorShelf}) {
+    shelf->widget()->layout()->activate();
+    shelf->updateGeometry();
+  }
+  m_columns->invalidate();
   show();
   m_rows.front().slider->setFocus();
 }
@@ -466,15 +478,6 @@ void ConfigFrame::keyPressEvent(QKeyEvent* event) {
     hide();
   else
     Card::keyPressEvent(event);
-}
-
-void ConfigFrame::showEvent(QShowEvent* event) {
-  if (QWidget* const ground = parentWidget(); ground != nullptr && ground != m_ground) {
-    m_ground = ground;
-    ground->installEventFilter(this);
-    Arrange(ground->width());
-  }
-  Card::showEvent(event);
 }
 
 bool ConfigFrame::eventFilter(QObject* watched, QEvent* event) {

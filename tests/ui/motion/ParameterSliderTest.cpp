@@ -109,5 +109,43 @@ TEST_F(ParameterSlider, AMarkOutsideTheRangeStandsAtTheNearestEnd) {
   EXPECT_EQ(slider.Mark(), 2);
 }
 
+TEST_F(ParameterSlider, InANarrowPlaceItLeavesOutTicksForWhichThereIsNoRoom) {
+  for (const ConfigRow& row : kConfigRows) {
+    auto& slider = Of(row);
+    slider.SetMark(std::nullopt);
+    const auto all = Columns(slider, 1).size();
+    slider.SetNarrow(true);
+    slider.resize(160, slider.height());
+    EXPECT_LE(slider.sizeHint().width(), 160) << row.slider;
+    const std::vector<int> ticks = Columns(slider, 1);
+    // Two pixels for each of the 24 and 32 values of the smallest ranges, less than one for 245 and 255.
+    if (all < 50)
+      EXPECT_EQ(ticks.size(), all) << row.slider;
+    else
+      EXPECT_LT(ticks.size(), 160U / 2) << row.slider;
+    EXPECT_GE(ticks.size(), 9U) << row.slider;
+  }
+}
+
+TEST_F(ParameterSlider, ASuggestionStandsOverTheKnobsPlace) {
+  auto& slider = Of(kConfigRows[2]);
+  slider.setValue(0);
+  const QImage before = Picture(slider);
+  slider.SetSuggestion(20);
+  const QImage after = Picture(slider);
+  int first = after.width();
+  int last = -1;
+  for (int x = 0; x < after.width(); ++x)
+    if (before.pixel(x, 0) != after.pixel(x, 0)) {
+      first = std::min(first, x);
+      last = std::max(last, x);
+    }
+  slider.SetSuggestion(std::nullopt);
+  EXPECT_EQ(Picture(slider), before);
+  ASSERT_GE(last, first) << "no mark";
+  // Of 0 .. 31 the twentieth tick behind the first.
+  EXPECT_NEAR((first + last) / 2.0, Columns(slider, 1)[20], 1);
+}
+
 }  // namespace
 }  // namespace kestrin::support

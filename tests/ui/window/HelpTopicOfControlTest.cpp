@@ -40,7 +40,7 @@ struct ControlTopic {
   kit::HelpContext topic;
 };
 
-constexpr std::array<ControlTopic, 61> kTopics{{
+constexpr std::array<ControlTopic, 65> kTopics{{
     {"Main", kit::HelpContext::Main},
     {"LoadBtn", kit::HelpContext::Open},
     {"SaveBtn", kit::HelpContext::Save},
