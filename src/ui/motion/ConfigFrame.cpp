@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -21,6 +20,7 @@
 #include "ui/kit/TopicOf.h"
 #include "ui/motion/ParameterSlider.h"
 #include "ui/motion/SensorColumn.h"
+#include "ui/motion/Shelf.h"
 #include "ui/motion/SuggestionBox.h"
 
 namespace kestrin::ui::motion {
@@ -67,44 +67,18 @@ constexpr std::size_t kFlashPeriod = core::motion::kDetectionParameters.size() -
 
 constexpr std::size_t kImpactThreshold = 2;
 
+/// Beside a slider, longer captions take two lines.
+constexpr int kWidestCaption = 220;
+
 /// In windows of this width there is room for the picture beside the sliders.
 constexpr int kWideWindow = 940;
+/// And in those of this height for what each slider is for.
+constexpr int kHighWindow = 700;
 
 /// Page up and page down move a slider by so much.
 constexpr int kLargeStep = 5;
 
-/// As high as its contents, or lower in a window that has no room for them.
-class Shelf : public QScrollArea {
- public:
-  using QScrollArea::QScrollArea;
-  [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
-  [[nodiscard]] QSize minimumSizeHint() const override {
-    return {widget()->minimumSizeHint().width(), QScrollArea::minimumSizeHint().height()};
-  }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    const bool consumed = QScrollArea::eventFilter(watched, event);
-    // An area keeps to itself what its contents need.
-    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
-    return consumed;
-  }
-};
-
 QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
-
-/// What scrolls its contents where they have no room, on the panel's own ground.
-Shelf* MakeShelf(const char* name, QWidget& contents, QWidget& parent) {
-  auto* const shelf = new Shelf(&parent);
-  shelf->setObjectName(name);
-  shelf->setFrameShape(QFrame::NoFrame);
-  shelf->setWidgetResizable(true);
-  shelf->setFocusPolicy(Qt::NoFocus);
-  shelf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  shelf->viewport()->setAutoFillBackground(false);
-  shelf->setWidget(&contents);
-  // The area has given it a ground.
-  contents.setAutoFillBackground(false);
-  return shelf;
-}
 
 QPushButton* MakeButton(const char* name, const QString& text, QWidget& parent) {
   auto* const button = new QPushButton(text, &parent);
@@ -138,7 +112,7 @@ void ConfigFrame::MakeLayout() {
   MakeSensor();
   all->addLayout(m_columns, 1);
   all->addLayout(MakeButtons());
-  Arrange(0);
+  Arrange({});
 }
 
 QBoxLayout* ConfigFrame::MakeHead() {
@@ -147,7 +121,10 @@ QBoxLayout* ConfigFrame::MakeHead() {
   connect(m_turn, &QPushButton::clicked, this, [this] { Turn(!m_isTurned); });
   auto* const head = new QHBoxLayout;
   head->setContentsMargins(0, 0, kScrollRoom, 0);
-  head->addWidget(kit::MakeLabel("ConfigCaption", kit::TextStyle::Caption, tr(kCaption), this));
+  auto* const caption = kit::MakeLabel("ConfigCaption", kit::TextStyle::Caption, tr(kCaption), this);
+  // It takes no more room than the caption has anyway.
+  m_turn->setMaximumHeight(caption->sizeHint().height());
+  head->addWidget(caption);
   head->addStretch(1);
   head->addWidget(m_turn);
   return head;
@@ -155,13 +132,14 @@ QBoxLayout* ConfigFrame::MakeHead() {
 
 void ConfigFrame::MakeSensor() {
   m_sensor = new SensorColumn;
-  m_sensorShelf = MakeShelf("SensorShelf", *m_sensor, *this);
+  m_sensorShelf = new Shelf("SensorShelf", *m_sensor, this);
   kit::SetHelpContext(*m_sensor, kit::HelpContext::Sensor);
   m_foot = new QWidget(this);
   m_suggestion = new SuggestionBox(m_foot);
   auto* const foot = new QVBoxLayout(m_foot);
   foot->setContentsMargins(0, 0, kScrollRoom, 0);
   foot->addWidget(m_suggestion);
+  m_foot->hide();
   kit::SetHelpContext(*m_suggestion, kit::HelpContext::Sensor);
   QSlider& slider = *m_rows[kImpactThreshold].slider;
   connect(m_sensor, &SensorColumn::thresholdDragged, &slider, &QSlider::setValue);
@@ -215,7 +193,7 @@ void ConfigFrame::MakeGroups() {
     first = last;
   }
   column->addStretch(1);
-  m_shelf = MakeShelf("ConfigShelf", *groups, *this);
+  m_shelf = new Shelf("ConfigShelf", *groups, this);
 }
 
 QWidget* ConfigFrame::MakeGroup(std::size_t first, std::size_t last) {
@@ -244,6 +222,7 @@ void ConfigFrame::MakeRow(QWidget& group, std::size_t index) {
   row.caption->setBuddy(row.slider);
   row.hint = kit::MakeLabel("", kit::TextStyle::Soft, tr(names.hint), &group);
   row.hint->setWordWrap(true);
+  row.caption->setToolTip(row.hint->text());
   row.state = kit::MakeLabel(names.state, kit::TextStyle::Plain, "", &group);
   row.state->setForegroundRole(QPalette::Link);
   row.label = kit::MakeLabel(names.label, kit::TextStyle::Plain, "", &group);
@@ -260,9 +239,13 @@ void ConfigFrame::PlaceRow(std::size_t index) {
   grid.addWidget(row.caption, row.line, 0);
   grid.addWidget(row.label, row.line, 2);
   if (isWide) {
+    delete std::exchange(row.foot, nullptr);
     grid.addWidget(row.slider, row.line, 1);
     auto* const foot = new QHBoxLayout;
+    // As high with a text in it as without one.
+    foot->addStrut(row.state->fontMetrics().height());
     foot->addWidget(row.hint, 1);
+    foot->addStretch();
     foot->addWidget(row.state);
     grid.addLayout(foot, row.line + 1, 0, 1, 3);
     row.foot = foot;
@@ -275,20 +258,24 @@ void ConfigFrame::PlaceRow(std::size_t index) {
   grid.setColumnMinimumWidth(0, isWide ? WidestCaption() : 0);
   grid.setColumnStretch(0, isWide ? 0 : 1);
   grid.setColumnStretch(1, isWide ? 1 : 0);
+  row.caption->setWordWrap(isWide);
   row.slider->SetNarrow(isWide);
-  row.hint->setVisible(isWide);
+  row.hint->setVisible(isWide && m_isHigh);
 }
 
 int ConfigFrame::WidestCaption() const {
   int widest = 0;
-  for (const Row& row : m_rows) widest = std::max(widest, row.caption->sizeHint().width());
-  return widest;
+  for (const Row& row : m_rows)
+    widest = std::max(widest, row.caption->fontMetrics().horizontalAdvance(row.caption->text()));
+  return std::min(widest + kHalf, kWidestCaption);
 }
 
-void ConfigFrame::Arrange(int width) {
-  const bool isWide = width >= kWideWindow;
-  if (m_isWide == isWide) return;
+void ConfigFrame::Arrange(const QSize& size) {
+  const bool isWide = size.width() >= kWideWindow;
+  const bool isHigh = size.height() >= kHighWindow;
+  if (m_isWide == isWide && m_isHigh == isHigh) return;
   m_isWide = isWide;
+  m_isHigh = isHigh;
   m_columns->addWidget(m_sensorShelf, 0, 0, isWide ? 2 : 1, 1);
   m_columns->addWidget(m_shelf, 0, isWide ? 1 : 0);
   m_columns->addWidget(m_foot, 1, isWide ? 1 : 0);
@@ -438,6 +425,7 @@ void ConfigFrame::ShowSensor(const core::motion::SensorRecord& record) {
   m_sensor->SetSuggestion(advice.threshold);
   m_rows[kImpactThreshold].slider->SetSuggestion(advice.threshold);
   m_suggestion->Show(advice);
+  m_foot->setVisible(!m_suggestion->isHidden());
 }
 
 void ConfigFrame::SaySensor(const QString& text, bool canAskAgain) { m_sensor->Say(text, canAskAgain); }
@@ -454,13 +442,10 @@ void ConfigFrame::Open(std::uint16_t revision) {
     m_ground = parentWidget();
     m_ground->installEventFilter(this);
   }
-  Arrange(window()->width());
+  Arrange(window()->size());
   // The sheet asks at once how large the panel is, and what has changed while it was hidden is told to nobody.
   for (const Row& row : m_rows) row.slider->parentWidget()->layout()->activate();
-  for (QScrollArea* const shelf : {m_shelf, m_sensorShelf}) {
-    shelf->widget()->layout()->activate();
-    shelf->updateGeometry();
-  }
+  for (Shelf* const shelf : {m_shelf, m_sensorShelf}) shelf->Measure();
   m_columns->invalidate();
   show();
   m_rows.front().slider->setFocus();
@@ -481,7 +466,7 @@ void ConfigFrame::keyPressEvent(QKeyEvent* event) {
 }
 
 bool ConfigFrame::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == m_ground && event->type() == QEvent::Resize) Arrange(m_ground->width());
+  if (watched == m_ground && event->type() == QEvent::Resize) Arrange(window()->size());
   return Card::eventFilter(watched, event);
 }
 

@@ -16,7 +16,6 @@ class QBoxLayout;
 class QGridLayout;
 class QLabel;
 class QPushButton;
-class QScrollArea;
 
 namespace kestrin::ui::kit {
 class LinkButton;
@@ -26,6 +25,7 @@ namespace kestrin::ui::motion {
 
 class ParameterSlider;
 class SensorColumn;
+class Shelf;
 class SuggestionBox;
 
 /// The panel "Acceleration Sensor Configuration": six sliders for a sound board's detection parameters. Each slider has
@@ -110,8 +110,8 @@ class ConfigFrame : public kit::Card {
   /// Puts the row into its group, as is right for the room that there is.
   void PlaceRow(std::size_t index);
   [[nodiscard]] int WidestCaption() const;
-  /// Puts everything where it belongs in a window of that width.
-  void Arrange(int width);
+  /// Puts everything where it belongs in a window of that size.
+  void Arrange(const QSize& size);
   /// In a narrow panel: shows the picture in place of the sliders, or the sliders.
   void Turn(bool toSensor);
   [[nodiscard]] QBoxLayout* MakeButtons();
@@ -126,8 +126,8 @@ class ConfigFrame : public kit::Card {
 
   std::array<Row, core::motion::kDetectionParameters.size()> m_rows;
   QGridLayout* m_columns = nullptr;
-  QScrollArea* m_shelf = nullptr;
-  QScrollArea* m_sensorShelf = nullptr;
+  Shelf* m_shelf = nullptr;
+  Shelf* m_sensorShelf = nullptr;
   SensorColumn* m_sensor = nullptr;
   SuggestionBox* m_suggestion = nullptr;
   /// What stands below the columns: the suggestion.
@@ -135,6 +135,8 @@ class ConfigFrame : public kit::Card {
   kit::LinkButton* m_turn = nullptr;
   /// Whether there is room for sliders and picture; not known before the first Arrange().
   std::optional<bool> m_isWide;
+  /// Whether there is room for what each slider is for.
+  bool m_isHigh = false;
   bool m_isTurned = false;
   /// The sheet that it lies on, whose width is that of the window.
   QWidget* m_ground = nullptr;

@@ -25,7 +25,7 @@ using core::motion::SensorRecord;
 using kit::ColorOf;
 using kit::ColorRole;
 
-constexpr QSize kUsual{500, 330};
+constexpr QSize kUsual{560, 350};
 constexpr QSize kSmallest{280, 170};
 constexpr int kTiltHeight = 22;
 /// The least that the tilt's strip is high for.

@@ -23,6 +23,9 @@ SensorColumn::SensorColumn(QWidget* parent) : QWidget(parent) {
   m_noticeText->setWordWrap(true);
   m_askAgain = new kit::LinkButton("AskAgainBtn", tr("Ask again"), m_notice);
   m_values = kit::MakeLabel("SensorValues", kit::TextStyle::Soft, "", card);
+  // Its numbers change all the time; nothing else moves by that.
+  m_values->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  m_values->setMinimumWidth(m_values->fontMetrics().horizontalAdvance(TextOf({{}, -31, -31, -31, 255})));
   connect(m_chart, &SensorChart::thresholdDragged, this, &SensorColumn::thresholdDragged);
   connect(m_trial, &TrialCard::startAgainRequested, this, &SensorColumn::startAgainRequested);
   connect(m_askAgain, &QPushButton::clicked, this, &SensorColumn::askAgainRequested);
@@ -33,10 +36,12 @@ SensorColumn::SensorColumn(QWidget* parent) : QWidget(parent) {
   notice->addWidget(m_noticeText, 1);
   notice->addWidget(m_askAgain);
   auto* const head = new QHBoxLayout;
-  head->addWidget(kit::MakeLabel("SensorTitle", kit::TextStyle::Title, tr("What the board feels"), card));
-  head->addStretch(1);
+  auto* const title = kit::MakeLabel("SensorTitle", kit::TextStyle::Title, tr("What the board feels"), card);
+  title->setWordWrap(true);
+  head->addWidget(title, 1);
   head->addWidget(m_values);
   m_hint = kit::MakeLabel("SensorHint", kit::TextStyle::Soft, tr("drag the red line: impact threshold"), card);
+  m_hint->setWordWrap(true);
   auto* const inside = new QVBoxLayout(card);
   inside->setContentsMargins(kit::kInset, kit::kGrid, kit::kInset, kit::kGrid);
   inside->setSpacing(kit::kHalf);
@@ -56,8 +61,11 @@ void SensorColumn::Show(const core::motion::SensorRecord& record) {
   m_chart->Show(record);
   m_trial->Show(record.Trial());
   if (record.Samples().empty()) return m_values->clear();
-  const core::motion::SensorReading& last = record.Samples().back().reading;
-  m_values->setText(tr("X %1   Y %2   Z %3   tilt %4").arg(last.x).arg(last.y).arg(last.z).arg(last.tilt));
+  m_values->setText(TextOf(record.Samples().back().reading));
+}
+
+QString SensorColumn::TextOf(const core::motion::SensorReading& reading) {
+  return tr("X %1   Y %2   Z %3   tilt %4").arg(reading.x).arg(reading.y).arg(reading.z).arg(reading.tilt);
 }
 
 void SensorColumn::Say(const QString& text, bool canAskAgain) {

@@ -41,6 +41,8 @@ class SensorColumn : public QWidget {
   void askAgainRequested();
 
  private:
+  [[nodiscard]] static QString TextOf(const core::motion::SensorReading& reading);
+
   SensorChart* m_chart;
   TrialCard* m_trial;
   QWidget* m_notice;

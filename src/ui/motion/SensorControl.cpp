@@ -42,7 +42,9 @@ void SensorControl::Begin() {
   m_watch.reset();
   m_board = 0;
   Show();
-  LookAfter({});
+  SayRest();
+  // Not from here: the panel is only about to be shown.
+  QMetaObject::invokeMethod(this, &SensorControl::Look, Qt::QueuedConnection);
 }
 
 void SensorControl::LookAfter(core::base::Clock::Duration time) {
@@ -51,6 +53,7 @@ void SensorControl::LookAfter(core::base::Clock::Duration time) {
 }
 
 void SensorControl::Look() {
+  if (!m_frame.isVisible()) return;
   LookAfter(kPatience);
   if (!m_frame.IsSensorSeen()) return;
   const core::device::TLS* const board = m_around.board();
@@ -86,8 +89,12 @@ void SensorControl::Ask() {
     return m_frame.SaySensor(m_silence, true);
   }
   m_record.Add(*reading);
-  m_frame.SaySensor(m_record.KnowsRest() ? QString() : tr("Hold the saber still for a moment."));
+  SayRest();
   Show();
+}
+
+void SensorControl::SayRest() {
+  m_frame.SaySensor(m_record.KnowsRest() ? QString() : tr("Hold the saber still for a moment."));
 }
 
 void SensorControl::Show() { m_frame.ShowSensor(m_record); }

@@ -50,6 +50,7 @@ class SensorControl : public QObject {
   [[nodiscard]] bool IsDue(const core::device::TLS& board) const;
   void Ask();
   void Show();
+  void SayRest();
   void RestartTrial();
   void AskAgain();
   /// The next look, after that many milliseconds at least.

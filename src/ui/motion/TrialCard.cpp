@@ -22,8 +22,8 @@ TrialCard::TrialCard(QWidget* parent) : Card(parent) {
   auto* const again = new kit::LinkButton("TrialAgainBtn", tr("Start again"), this);
   connect(again, &QPushButton::clicked, this, &TrialCard::startAgainRequested);
   auto* const head = new QHBoxLayout;
-  head->addWidget(title);
-  head->addStretch(1);
+  title->setWordWrap(true);
+  head->addWidget(title, 1);
   head->addWidget(again);
   auto* const grid = new QGridLayout(this);
   grid->setContentsMargins(kit::kInset, kit::kGrid, kit::kInset, kit::kGrid);
