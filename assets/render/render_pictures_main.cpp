@@ -38,6 +38,7 @@ constexpr Picture kPictures[] = {
     {"copy.bmp", "copy.svg", kIconSide, false},
     {"shield.bmp", "shield.svg", kIconSide, false},
     {"import.bmp", "import.svg", kIconSide, false},
+    {"try.bmp", "try.svg", kIconSide, false},
     {"download.bmp", "download.svg", kIconSide, false},
     {"download_off.bmp", "download.svg", kIconSide, true},
     {"update.bmp", "update.svg", kIconSide, false},

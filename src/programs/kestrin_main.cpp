@@ -185,6 +185,8 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
   QSettings settings(ui::kit::TextOf(data / "kestrin.ini"), QSettings::IniFormat);
   ui::kit::Theme::Apply(application, ui::kit::ViewMenu::Chosen(settings));
   core::sound::FilePlayer player(platform::speaker::MakeSystemSoundOutput(platform::speaker::kFileBuffer));
+  const std::unique_ptr<core::sound::SoundOutput> output =
+      platform::speaker::MakeSystemSoundOutput(platform::speaker::kLiveBuffer);
   const std::vector<std::filesystem::path> places =
       platform::desktop::FoldersToWriteIn(options.programFolder, ExecutableFolder(), data);
   const std::filesystem::path fonts = core::update::FontsPlaceIn(places);
@@ -208,7 +210,7 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
                            [&] {
                              return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});
                            },
-                           &audio, &archives});
+                           &audio, &archives, output.get()});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });

@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(All, ActivePictures,
                                          Expected{"undo.bmp", 96}, Expected{"redo.bmp", 96}, Expected{"remove.bmp", 96},
                                          Expected{"UpdLED.bmp", 96}, Expected{"apply.bmp", 96},
                                          Expected{"help.bmp", 96}, Expected{"copy.bmp", 96}, Expected{"shield.bmp", 96},
-                                         Expected{"import.bmp", 96}));
+                                         Expected{"import.bmp", 96}, Expected{"try.bmp", 96}));
 
 TEST_P(ActivePictures, AreDrawnOnTransparentGroundAndLargeEnoughToBeSharp) {
   const QImage picture = Picture(GetParam().file);

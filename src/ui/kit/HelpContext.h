@@ -72,6 +72,8 @@ enum class HelpContext : int {
   Doctor = 1110,
 
   Import = 1120,
+
+  Try = 1140,
 };
 
 /// The topic of a slot: kinds 1 boot, 2 power on, 3 power off, 4 motion, 5 impact, 6 lock-up, 7 idle; any other number

@@ -279,6 +279,7 @@ void LedPanel::ShowPulses(const LedSetupState& state) {
   m_idle->ShowSent(m_setup.IsSent(core::led::kIdlePulse));
   m_foc->ShowSent(m_setup.IsSent(core::led::kFocPulse));
   m_head->OfferBringBack(m_setup.HasSetAside());
+  emit pulsesShown();
 }
 
 void LedPanel::ShowPicker(const LedSetupState& state) {

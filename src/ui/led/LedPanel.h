@@ -51,6 +51,8 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
 
   /// An LED driver has come online: reads and shows what it holds. Fails as LedSetup::InitLedDrivers() does.
   core::base::Result<> InitLedDrivers();
+  /// What is set here.
+  [[nodiscard]] const core::ledsetup::LedSetupState& State() const { return m_setup.State(); }
   /// Another text whenever the catalogue's file has changed.
   [[nodiscard]] std::string CatalogueStamp() const { return m_setup.CatalogueStamp(); }
   /// Opens a settings file as soon as nothing else talks to the board; asks before pulses are lost.
@@ -61,6 +63,8 @@ class LedPanel : public QWidget, private core::ledsetup::LedSetupView {
   void SetOnline(bool online);
 
  signals:
+  /// Other pulses are shown, or those of another LED type.
+  void pulsesShown();
   /// The board failed a command.
   void boardFailed();
   /// Short news for the help line.

@@ -31,6 +31,11 @@ void ConfigControl::ReadAccData() {
     emit news(tr("Setup shows what the board holds; values that were not sent are gone."));
 }
 
+std::optional<core::device::AccParam> ConfigControl::Held() const {
+  const std::optional<Board> board = m_around.board();
+  return board && board->serialNumber == m_serialNumber ? m_known.Held() : std::nullopt;
+}
+
 void ConfigControl::Open() {
   const auto board = m_around.board();
   if (!board) return;

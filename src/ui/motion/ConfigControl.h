@@ -50,6 +50,8 @@ class ConfigControl : public QObject {
 
   /// A sound board has come online: the sliders show what it holds.
   void ReadAccData();
+  /// What the board that is online holds, as far as that is known.
+  [[nodiscard]] std::optional<core::device::AccParam> Held() const;
   /// Shows the panel as it was left. The board is not read again.
   void Open();
   /// Whether the window may be closed: asks when values would be lost that the person has set and that neither the

@@ -97,6 +97,7 @@ DetailPanel::DetailPanel(SoundActions& actions, QWidget* parent)
   connect(m_asOnBoard, &QCheckBox::toggled, this, [this](bool asOnBoard) {
     m_actions.SetAsOnBoard(asOnBoard);
     ShowWaveform();
+    emit asOnBoardChanged(asOnBoard);
   });
   connect(m_volume, &QSlider::valueChanged, this, [this](int percent) {
     if (m_place) emit volumeChosen(percent);
@@ -175,6 +176,8 @@ void DetailPanel::KeepAsOnBoard(QSettings& settings) {
   connect(m_asOnBoard, &QCheckBox::toggled, this,
           [&settings](bool asOnBoard) { settings.setValue(kAsOnBoardKey, asOnBoard); });
 }
+
+void DetailPanel::SetAsOnBoard(bool asOnBoard) { m_asOnBoard->setChecked(asOnBoard); }
 
 void DetailPanel::SetPlaying(const std::filesystem::path& path) {
   m_playing = path;

@@ -38,12 +38,14 @@ class DetailPanel : public kit::Card {
   /// The settings keep from now on whether sounds are heard and seen as the board plays them. They must outlive the
   /// panel.
   void KeepAsOnBoard(QSettings& settings);
+  void SetAsOnBoard(bool asOnBoard);
   void SetPlaying(const std::filesystem::path& path);
   /// The slot's row that is shown, if there is one.
   [[nodiscard]] std::optional<core::sound::SoundPlace> Place() const { return m_place; }
 
  signals:
   void stopRequested();
+  void asOnBoardChanged(bool asOnBoard);
   /// The person wants that volume for what is selected.
   void volumeChosen(int percent);
   /// The person wants to show the program this missing sound.

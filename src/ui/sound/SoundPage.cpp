@@ -63,6 +63,7 @@ SoundPage::SoundPage(core::sound::SoundSet& set, const kit::SpecialFolders& fold
   connect(m_actions, &SoundActions::importWanted, this, &SoundPage::importRequested);
   connect(m_actions, &SoundActions::moved, this, &SoundPage::FollowMoved);
   connect(m_detail, &DetailPanel::stopRequested, this, &SoundPage::stopRequested);
+  connect(m_detail, &DetailPanel::asOnBoardChanged, this, &SoundPage::asOnBoardChanged);
   connect(m_detail, &DetailPanel::locateRequested, this, &SoundPage::locateRequested);
   connect(m_detail, &DetailPanel::volumeChosen, this,
           [this](int percent) { m_actions->SetVolume(SelectedPlaces(), percent); });
@@ -277,6 +278,18 @@ void SoundPage::FocusSlot(core::sound::SlotKind kind) {
   m_slots.at(kind)->Option()->setChecked(true);
   m_slots.at(kind)->List()->setFocus(Qt::ShortcutFocusReason);
 }
+
+void SoundPage::Select(const core::sound::SoundPlace& place) {
+  m_slots.at(place.kind)->Option()->setChecked(true);
+  SlotList* const list = m_slots.at(place.kind)->List();
+  list->Place({place.position - 1}, place.position - 1);
+  list->scrollTo(list->currentIndex());
+  SelectSound(place);
+}
+
+void SoundPage::SetAsOnBoard(bool asOnBoard) { m_detail->SetAsOnBoard(asOnBoard); }
+
+bool SoundPage::IsAsOnBoard() const { return m_actions->IsAsOnBoard(); }
 
 core::sound::SlotKind SoundPage::SelectedSlot() const {
   return static_cast<core::sound::SlotKind>(m_options->checkedId());

@@ -56,12 +56,16 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   void SetPlaying(const std::filesystem::path& path);
   /// The settings keep from now on whether sounds are heard and seen as the board plays them.
   void KeepAsOnBoard(QSettings& settings);
+  void SetAsOnBoard(bool asOnBoard);
+  [[nodiscard]] bool IsAsOnBoard() const;
   /// The volumes can be levelled: offers that beside the set's name, by a key and in the slots' menus.
   void OfferLevelling();
   /// While something is going on that needs the set as it is, nothing can be changed; playing stays possible.
   void SetBusy(bool busy);
   /// Selects the slot's option button and gives its list the keyboard.
   void FocusSlot(core::sound::SlotKind kind);
+  /// Selects the sound of that row, as a click on it does.
+  void Select(const core::sound::SoundPlace& place);
   /// The slot into which sounds go: the one whose option button is selected.
   [[nodiscard]] core::sound::SlotKind SelectedSlot() const;
 
@@ -81,6 +85,8 @@ class SoundPage : public QWidget, private core::sound::SoundSetListener {
   /// The person wants to hear this file, or this sound as the board plays it.
   void playRequested(const std::filesystem::path& path);
   void playAsOnBoardRequested(const core::sound::HeardSound& sound);
+  /// Sounds are heard and seen as the board plays them from now on, or are not.
+  void asOnBoardChanged(bool asOnBoard);
   /// The person wants to make the sounds equally loud.
   void levelRequested();
   /// The person wants silence.

@@ -17,6 +17,7 @@ led::LedPanel& LedPage::Panel() {
   m_panel = new led::LedPanel(m_around);
   connect(m_panel, &led::LedPanel::boardFailed, this, &LedPage::boardFailed);
   connect(m_panel, &led::LedPanel::news, this, &LedPage::news);
+  connect(m_panel, &led::LedPanel::pulsesShown, this, &LedPage::pulsesShown);
   m_pages.SetLedDriver(*m_panel);
   m_panel->SetOnline(m_isOnline);
   emit made(*m_panel);
@@ -34,7 +35,7 @@ void LedPage::Follow(const core::device::SessionState& state) {
   } else if (state.HasSoundBoard()) {
     m_board = 0;
     m_pages.ShowTabs(false);
-    m_pages.Show(Pages::Page::Sounds);
+    if (m_pages.Shown() == Pages::Page::LedDriver) m_pages.Show(Pages::Page::Sounds);
   }
   if (m_panel != nullptr) m_panel->SetOnline(m_isOnline);
 }
@@ -42,7 +43,9 @@ void LedPage::Follow(const core::device::SessionState& state) {
 void LedPage::ShowFor(std::int32_t board) {
   Panel();
   m_pages.ShowTabs(true);
-  if (std::exchange(m_board, board) != board) m_pages.Show(Pages::Page::LedDriver);
+  // Whoever tries a set goes on doing so, in the driver's colours.
+  if (std::exchange(m_board, board) != board && m_pages.Shown() != Pages::Page::Try)
+    m_pages.Show(Pages::Page::LedDriver);
 }
 
 void LedPage::OpenPath(const std::filesystem::path& path) {
@@ -50,6 +53,8 @@ void LedPage::OpenPath(const std::filesystem::path& path) {
   m_pages.Show(Pages::Page::LedDriver);
   panel.OpenPath(path);
 }
+
+const core::ledsetup::LedSetupState* LedPage::State() const { return m_panel == nullptr ? nullptr : &m_panel->State(); }
 
 core::base::Result<> LedPage::InitLedDrivers() { return Panel().InitLedDrivers(); }
 

@@ -35,12 +35,16 @@ class LedPage : public QObject {
   [[nodiscard]] std::string CatalogueStamp() { return Panel().CatalogueStamp(); }
   /// Shows the page and opens a settings file there, as LedPanel::OpenPath() does.
   void OpenPath(const std::filesystem::path& path);
+  /// What is set on the page; nullptr as long as it is not made.
+  [[nodiscard]] const core::ledsetup::LedSetupState* State() const;
   /// Whether the window may be closed: asks when pulses would be lost.
   [[nodiscard]] bool MayClose() { return m_panel == nullptr || m_panel->MayClose(); }
 
  signals:
   /// The page is there.
   void made(QWidget& panel);
+  /// The page shows other pulses, or another LED type.
+  void pulsesShown();
   /// The board failed a command.
   void boardFailed();
   /// Short news for the help line.

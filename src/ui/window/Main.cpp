@@ -49,6 +49,7 @@ Main::Main(const Surroundings& surroundings)
       m_preview(surroundings.player, surroundings.foldersToWriteIn),
       m_levelling(m_set, m_around),
       m_import(m_set, m_preview, m_levelling, m_around, m_pictures),
+      m_try(m_set, m_around, m_setup),
       m_focus(*this),
       m_place(*this, surroundings.settings),
       m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
@@ -104,7 +105,7 @@ bool Main::StartUp() {
 void Main::OpenSet(const std::filesystem::path& path) {
   m_around.gate.WhenFree([this, path] {
     // What is not seen is not changed.
-    m_pages->Show(Pages::Page::Sounds);
+    if (m_pages->Shown() == Pages::Page::LedDriver) m_pages->Show(Pages::Page::Sounds);
     m_setFile.OpenPath(path);
   });
 }
@@ -217,6 +218,9 @@ void Main::Press(ToolRow::Tool tool) {
     case ToolRow::Tool::Import:
       m_import.AskForFiles();
       break;
+    case ToolRow::Tool::Try:
+      m_try.Toggle();
+      break;
     case ToolRow::Tool::Config:
       m_setup.Open();
       break;
@@ -261,6 +265,7 @@ void Main::SetRunning(bool running) {
   if (running) m_focus.Take();
   m_running = running;
   m_page->SetBusy(running);
+  m_try.SetBusy(running);
   UpdateButtons();
   if (running) return;
   m_focus.GiveBack();
@@ -284,13 +289,13 @@ void Main::UpdateButtons() {
     m_tools->OfferWhy(why.Doctor());
     m_helpMenu->OfferDoctor(why.Doctor());
   }
-  m_tools->EnableUndoAndRedo(m_pages->Shown() == Pages::Page::Sounds);
+  m_tools->EnableUndoAndRedo(m_pages->Shown() != Pages::Page::LedDriver);
 }
 
 WhyNot Main::Why() const {
   const core::device::SessionState& session = m_session.State();
   // Without an LED driver the set takes the page's place as soon as one is opened.
-  const bool isSetSeen = m_pages->Shown() == Pages::Page::Sounds || !session.HasLedDriver();
+  const bool isSetSeen = m_pages->Shown() != Pages::Page::LedDriver || !session.HasLedDriver();
   return {session, m_running, isSetSeen, m_set.Fits(), m_around.update != nullptr};
 }
 

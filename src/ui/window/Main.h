@@ -28,6 +28,7 @@
 #include "ui/window/SoundsImport.h"
 #include "ui/window/Surroundings.h"
 #include "ui/window/ToolRow.h"
+#include "ui/window/TryPage.h"
 #include "ui/window/WindowPlace.h"
 
 namespace kestrin::ui::sound {
@@ -160,6 +161,7 @@ class Main : public QMainWindow,
   Preview m_preview;
   SetLevelling m_levelling;
   SoundsImport m_import;
+  TryPage m_try;
 
   ToolRow* m_tools = nullptr;
   Pages* m_pages = nullptr;

@@ -127,7 +127,8 @@ void Main::ConnectSet() {
     m_around.dialogs.ShowError(tr("There is no sound set in \"%1\".").arg(kit::TextOf(path)));
   });
   connect(&m_setFile, &SetFile::opened, this, [this] {
-    if (!m_session.State().IsOnline()) m_pages->Show(Pages::Page::Sounds);
+    const bool isLedDriver = m_pages->Shown() == Pages::Page::LedDriver;
+    if (isLedDriver && !m_session.State().IsOnline()) m_pages->Show(Pages::Page::Sounds);
     if (!m_set.Path().empty()) m_page->SetFolder(std::filesystem::absolute(m_set.Path()).parent_path());
   });
 
@@ -141,6 +142,7 @@ void Main::ConnectSet() {
     if (!m_running) gate.WhenFree([this] { m_setFile.SaveNamed(); });
   });
   m_page->addAction(save);
+  m_try.Attach(*m_pages, *m_tools, *m_page, m_preview, *m_ledPage);
 }
 
 void Main::ConnectStart() {
@@ -182,6 +184,7 @@ void Main::ConnectNews() {
   connect(&m_keeper, &SetKeeper::offered, this, [this] { m_requests.Look(); });
   connect(&m_levelling, &SetLevelling::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_import, &SoundsImport::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_try, &TryPage::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_preview, &Preview::failed, m_helpLine, &HelpLine::ShowNews);
   connect(m_ledPage, &LedPage::news, m_helpLine, &HelpLine::ShowNews);

@@ -43,10 +43,7 @@ Pages::Pages(QWidget& sounds, QWidget* parent) : QWidget(parent) {
   column->addLayout(head);
   column->addWidget(m_stack, 1);
   m_tabs->hide();
-  connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) {
-    m_stack->setCurrentIndex(index);
-    emit changed();
-  });
+  connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) { Turn(static_cast<Page>(index)); });
 }
 
 void Pages::SetLedDriver(QWidget& page) {
@@ -54,12 +51,32 @@ void Pages::SetLedDriver(QWidget& page) {
   page.setAutoFillBackground(false);
 }
 
-void Pages::ShowTabs(bool shown) { m_tabs->setVisible(shown); }
+void Pages::SetTry(QWidget& page) { m_stack->addWidget(&page); }
 
-void Pages::Show(Page page) { m_tabs->setCurrentIndex(static_cast<int>(page)); }
+void Pages::ShowTabs(bool shown) {
+  m_hasTabs = shown;
+  m_tabs->setVisible(shown && m_shown != Page::Try);
+}
 
-Pages::Page Pages::Shown() const { return static_cast<Page>(m_tabs->currentIndex()); }
+void Pages::Show(Page page) {
+  // It turns to the page by itself when that has another tab.
+  if (page != Page::Try) m_tabs->setCurrentIndex(static_cast<int>(page));
+  Turn(page);
+}
 
-QString Pages::NameOf(Page page) { return page == Page::Sounds ? tr("Sounds") : tr("LED driver"); }
+void Pages::Turn(Page page) {
+  if (page == m_shown) return;
+  m_shown = page;
+  m_tabs->setVisible(m_hasTabs && page != Page::Try);
+  m_stack->setCurrentIndex(static_cast<int>(page));
+  emit changed();
+}
+
+Pages::Page Pages::Shown() const { return m_shown; }
+
+QString Pages::NameOf(Page page) {
+  const QString names[] = {tr("Sounds"), tr("LED driver"), tr("Try")};
+  return names[static_cast<std::size_t>(page)];
+}
 
 }  // namespace kestrin::ui::window

@@ -55,6 +55,8 @@ void SensorSetup::Hide() { m_frame->hide(); }
 
 void SensorSetup::ReadAccData() { m_control->ReadAccData(); }
 
+std::optional<core::device::AccParam> SensorSetup::Held() const { return m_control->Held(); }
+
 bool SensorSetup::MayClose() { return m_control->MayClose(); }
 
 }  // namespace kestrin::ui::window

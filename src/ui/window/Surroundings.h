@@ -22,6 +22,7 @@ class KeptParameters;
 }
 namespace kestrin::core::sound {
 class AudioTools;
+class SoundOutput;
 class SoundPlayer;
 }  // namespace kestrin::core::sound
 
@@ -66,6 +67,8 @@ struct Surroundings {
   core::sound::AudioTools* audio = nullptr;
   /// nullptr where ZIP files cannot be read.
   core::base::Archives* archives = nullptr;
+  /// What a saber is heard by that is tried; nullptr where there is silence.
+  core::sound::SoundOutput* output = nullptr;
 };
 
 }  // namespace kestrin::ui::window

@@ -60,6 +60,10 @@ constexpr std::array<ToolFacts, ToolRow::kTools.size()> kFacts{{
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Make your own sounds ready for the board"),
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "IMPORT Sounds of any kind"), "Ctrl+I", "import.bmp", "",
      kit::HelpContext::Import},
+    {"TryBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Try"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Try the sound set with a saber on the screen"),
+     QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "TRY the Sounds with a Saber on the Screen"), "Ctrl+T",
+     "try.bmp", "", kit::HelpContext::Try},
     {"ConfigBtn", QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Setup"),
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "Set up how the board detects motion and impact"),
      QT_TRANSLATE_NOOP("kestrin::ui::window::ToolRow", "CONFIGURE Hardware"), "Ctrl+E", "setup.bmp", "setup_off.bmp",
@@ -198,6 +202,7 @@ void ToolRow::MakeButtons(QHBoxLayout& layout) {
     ShowWhyNot(tool, {});
   }
   Button(Tool::Import).hide();
+  Button(Tool::Try).setCheckable(true);
   kit::Theme::MakePrimary(Button(Tool::Send));
 }
 

@@ -28,8 +28,8 @@ class ToolRow : public QWidget {
   Q_OBJECT
 
  public:
-  enum class Tool { Load, Save, Import, Config, Update, Send };
-  static constexpr std::array<Tool, 6> kTools{Tool::Load,   Tool::Save,   Tool::Import,
+  enum class Tool { Load, Save, Import, Try, Config, Update, Send };
+  static constexpr std::array<Tool, 7> kTools{Tool::Load,   Tool::Save,   Tool::Import, Tool::Try,
                                               Tool::Config, Tool::Update, Tool::Send};
 
   /// The pictures must outlive the row.

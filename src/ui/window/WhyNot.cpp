@@ -12,6 +12,8 @@ QString WhyNot::Of(ToolRow::Tool tool) const {
     case ToolRow::Tool::Save:
     case ToolRow::Tool::Import:
       return Set();
+    case ToolRow::Tool::Try:
+      return isRunning ? tr("Please wait until this is done.") : QString();
     case ToolRow::Tool::Config:
       return Board();
     case ToolRow::Tool::Update:

@@ -98,7 +98,8 @@ class MainFixture : public testing::Test {
                                                                          &doctor.means,
                                                                          hasAbout ? tell : nullptr,
                                                                          audio,
-                                                                         archives});
+                                                                         archives,
+                                                                         output});
   }
 
   /// Makes it and starts it up with that board online.
@@ -197,6 +198,8 @@ class MainFixture : public testing::Test {
   core::sound::AudioTools* audio = nullptr;
   /// What reads ZIP files, if anything does.
   core::base::Archives* archives = nullptr;
+  /// What a saber is heard by that is tried, if by anything.
+  core::sound::SoundOutput* output = nullptr;
   ui::kit::UpdateDialog* updateDialog = &update;
   QSettings settings{Text(folder / "settings.ini"), QSettings::IniFormat};
   std::unique_ptr<simulator::SimulatedAgent> agent;

@@ -1,0 +1,450 @@
+// SPDX-License-Identifier: MIT
+#include "ui/stage/TryControl.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <map>
+#include <vector>
+
+#include "support/FakeClock.h"
+#include "support/FakeOutput.h"
+#include "support/SoundSetFixture.h"
+#include "ui/stage/StageView.h"
+#include "ui/stage/Timeline.h"
+#include "ui/stage/TryFrame.h"
+#include "ui/stage/TryList.h"
+#include "ui/stage/TryRows.h"
+
+namespace kestrin::ui::stage {
+namespace {
+
+using core::saber::State;
+using core::sound::SlotKind;
+using core::sound::SoundPlace;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// The page over a set whose sounds are known by their level: every sample of a sound is the same.
+class TryControlTest : public support::SoundSetFixture {
+ protected:
+  static constexpr int kSecond = 48000;
+
+  void Add(SlotKind kind, const std::string& name, std::int16_t level, int samples) {
+    const std::vector<std::int16_t> all(static_cast<std::size_t>(samples), level);
+    ASSERT_TRUE(set.Add(kind, support::WriteSoundFile(folder / name, all)));
+  }
+  /// A tenth of a second each.
+  void AddAll() {
+    constexpr int kTenth = kSecond / 10;
+    Add(SlotKind::Boot, "boot.lsu", 100, kTenth);
+    Add(SlotKind::PwrOn, "on.lsu", 200, kTenth);
+    Add(SlotKind::PwrOff, "off.lsu", 300, kTenth);
+    Add(SlotKind::Idle, "idle.lsu", 1000, kTenth);
+    Add(SlotKind::Motion, "swing.lsu", 2000, kTenth);
+    Add(SlotKind::Impact, "clash.lsu", 4000, kTenth);
+    Add(SlotKind::Lockup, "lock.lsu", 8000, kTenth);
+  }
+  void Make(bool withOutput = true) {
+    control.emplace(TryControl::Means{set, withOutput ? &output : nullptr, clock, [this] { return detection; },
+                                      [this] { return look; }});
+    frame = &control->Frame();
+    holder.reset(frame);
+    QObject::connect(&*control, &TryControl::news, [this](const QString& text) { news.push_back(text.toStdString()); });
+    QObject::connect(&*control, &TryControl::soundChosen,
+                     [this](const SoundPlace& place, const core::sound::HeardSound& sound) {
+                       chosen.push_back(place);
+                       heard.push_back(sound);
+                     });
+    frame->resize(960, 560);
+  }
+  void Show() {
+    frame->show();
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame, 20000));
+    AwaitSounds();
+  }
+  void AwaitSounds() {
+    auto* const reader = frame->findChild<SoundReader*>();
+    ASSERT_TRUE(QTest::qWaitFor([reader] { return !reader->IsReading(); }, 20000));
+  }
+  /// Open, with its boot sound over and the blade in.
+  void Start() {
+    AddAll();
+    Make();
+    Show();
+    Pass(300);
+  }
+  void StartOn() {
+    Start();
+    Key(Qt::Key_P);
+    Pass(300);
+    ASSERT_THAT(Sounding(), ElementsAre(1000));
+  }
+  /// Lets time pass and the loudspeaker take its samples, picture by picture.
+  void Pass(int time) {
+    constexpr int kFrame = 10;
+    for (int passed = 0; passed < time; passed += kFrame) {
+      const std::vector<std::int16_t> samples =
+          output.IsPlaying() ? output.Pull(kSecond / 100) : std::vector<std::int16_t>();
+      if (!samples.empty()) last = samples.back();
+      clock.Advance(milliseconds(kFrame));
+      QMetaObject::invokeMethod(frame->findChild<QTimer*>("StageTimer"), "timeout");
+    }
+  }
+  /// What the loudspeaker hears next, as the levels of the sounds of which it is the sum.
+  std::vector<int> Sounding() {
+    Pass(10);
+    int left = output.IsPlaying() ? last : 0;
+    std::vector<int> levels;
+    for (const int level : {8000, 4000, 2000, 1000, 300, 200, 100})
+      if (left >= level) levels.push_back(level), left -= level;
+    EXPECT_EQ(left, 0) << last;
+    return levels;
+  }
+  void Key(int key) { QTest::keyClick(&frame->Stage(), static_cast<Qt::Key>(key)); }
+  void Repeat(int key) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(&frame->Stage(), &event);
+  }
+  QPushButton& Button(const char* name) { return *frame->findChild<QPushButton*>(name); }
+  /// Leads the blade by the pointer.
+  void Lead(double degrees) { emit frame->Stage().led(degrees); }
+
+  support::FakeClock clock;
+  support::FakeOutput output;
+  TryControl::Detection detection;
+  std::optional<LedLook> look;
+  std::optional<TryControl> control;
+  TryFrame* frame = nullptr;
+  std::unique_ptr<TryFrame> holder;
+  std::vector<std::string> news;
+  std::vector<SoundPlace> chosen;
+  std::vector<core::sound::HeardSound> heard;
+  int last = 0;
+};
+
+TEST_F(TryControlTest, StartsTheBoardAndSwitchesTheBladeByKeys) {
+  AddAll();
+  Make();
+  Show();
+  EXPECT_THAT(Sounding(), ElementsAre(100));
+  Pass(200);
+  EXPECT_THAT(Sounding(), IsEmpty());
+  EXPECT_FALSE(output.IsPlaying());
+  Key(Qt::Key_Space);
+  EXPECT_THAT(Sounding(), ElementsAre(200));
+  EXPECT_TRUE(Button("TryPowerBtn").isChecked());
+  Pass(150);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+  Pass(700);
+  EXPECT_THAT(Sounding(), ElementsAre(1000)) << "the hum goes on";
+  Key(Qt::Key_P);
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+  Pass(20);
+  EXPECT_THAT(Sounding(), ElementsAre(300));
+  Pass(200);
+  EXPECT_THAT(Sounding(), IsEmpty());
+}
+
+TEST_F(TryControlTest, SwingsAndHitsByKeys) {
+  StartOn();
+  for (const int key : {Qt::Key_S, Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right}) {
+    Key(key);
+    EXPECT_THAT(Sounding(), ElementsAre(2000, 1000)) << key;
+    Pass(200);
+    EXPECT_THAT(Sounding(), ElementsAre(1000)) << key;
+  }
+  for (const int key : {Qt::Key_H, Qt::Key_Return, Qt::Key_Enter}) {
+    Key(key);
+    EXPECT_THAT(Sounding(), ElementsAre(4000, 1000)) << key;
+    Pass(200);
+  }
+}
+
+TEST_F(TryControlTest, AKeyThatIsHeldIsPressedOnce) {
+  StartOn();
+  QTest::keyPress(&frame->Stage(), Qt::Key_H);
+  Pass(300);
+  Repeat(Qt::Key_H);
+  Repeat(Qt::Key_Space);
+  Repeat(Qt::Key_S);
+  Repeat(Qt::Key_L);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+}
+
+TEST_F(TryControlTest, LocksUpForAsLongAsTheKeyIsHeld) {
+  StartOn();
+  QTest::keyPress(&frame->Stage(), Qt::Key_L);
+  EXPECT_THAT(Sounding(), ElementsAre(8000, 1000));
+  Pass(1500);
+  EXPECT_THAT(Sounding(), ElementsAre(8000, 1000));
+  QTest::keyRelease(&frame->Stage(), Qt::Key_L);
+  Pass(20);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+}
+
+TEST_F(TryControlTest, AShortLockupCanBeHeard) {
+  StartOn();
+  // As those do it who have nothing but the action of a button.
+  QTest::mouseClick(&Button("TryLockupBtn"), Qt::LeftButton);
+  Pass(TryControl::kShortestLockup - 100);
+  EXPECT_THAT(Sounding(), ElementsAre(8000, 1000));
+  Pass(150);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+}
+
+TEST_F(TryControlTest, LetsGoWhenTheWindowLosesTheKeyboard) {
+  StartOn();
+  QTest::keyPress(&frame->Stage(), Qt::Key_L);
+  Pass(1000);
+  QEvent away(QEvent::WindowDeactivate);
+  QApplication::sendEvent(frame, &away);
+  Pass(20);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+}
+
+TEST_F(TryControlTest, ButtonsDoWhatTheirKeysDo) {
+  Start();
+  QTest::mouseClick(&Button("TryPowerBtn"), Qt::LeftButton);
+  EXPECT_THAT(Sounding(), ElementsAre(200));
+  Pass(200);
+  QTest::mouseClick(&Button("TrySwingBtn"), Qt::LeftButton);
+  EXPECT_THAT(Sounding(), ElementsAre(2000, 1000));
+  QTest::mouseClick(&Button("TryHitBtn"), Qt::LeftButton);
+  Pass(10);
+  EXPECT_THAT(Sounding(), ElementsAre(4000, 1000));
+  Pass(200);
+  QTest::mousePress(&Button("TryLockupBtn"), Qt::LeftButton);
+  Pass(2000);
+  EXPECT_THAT(Sounding(), ElementsAre(8000, 1000));
+  QTest::mouseRelease(&Button("TryLockupBtn"), Qt::LeftButton);
+  Pass(20);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+  // A button that has the keyboard takes Space for itself.
+  Button("TrySwingBtn").setFocus();
+  QTest::keyClick(&Button("TrySwingBtn"), Qt::Key_Space);
+  EXPECT_THAT(Sounding(), ElementsAre(2000, 1000));
+  QTest::keyClick(&Button("TrySwingBtn"), Qt::Key_P);
+  Pass(10);
+  EXPECT_THAT(Sounding(), ElementsAre(300));
+}
+
+TEST_F(TryControlTest, AClickOnTheStageSwitchesOnThenHits) {
+  Start();
+  QTest::mouseClick(&frame->Stage(), Qt::LeftButton, {}, QPoint(400, 60));
+  EXPECT_THAT(Sounding(), ElementsAre(200));
+  Pass(200);
+  QTest::mouseClick(&frame->Stage(), Qt::LeftButton, {}, QPoint(400, 60));
+  EXPECT_THAT(Sounding(), ElementsAre(4000, 1000));
+  Pass(600);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+}
+
+TEST_F(TryControlTest, HoldingTheButtonOnTheStageLocksUp) {
+  StartOn();
+  QTest::mousePress(&frame->Stage(), Qt::LeftButton, {}, QPoint(400, 60));
+  Pass(TryControl::kHold - 20);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+  Pass(40);
+  EXPECT_THAT(Sounding(), ElementsAre(8000, 1000));
+  Pass(2000);
+  EXPECT_THAT(Sounding(), ElementsAre(8000, 1000));
+  QTest::mouseRelease(&frame->Stage(), Qt::LeftButton, {}, QPoint(400, 60));
+  Pass(20);
+  EXPECT_THAT(Sounding(), ElementsAre(1000));
+}
+
+TEST_F(TryControlTest, AQuickPointerSwingsTheBlade) {
+  StartOn();
+  double degrees = 16;
+  const auto turn = [&](double speed, int time) {
+    for (int passed = 0; passed < time; passed += 10) {
+      clock.Advance(milliseconds(10));
+      degrees += speed / 100;
+      Lead(degrees);
+      if (output.IsPlaying()) last = output.Pull(480).back();
+    }
+  };
+  turn(0, 100);
+  turn(150, 100);
+  EXPECT_THAT(Sounding(), ElementsAre(1000)) << "slower than the factory's threshold";
+  turn(-220, 100);
+  EXPECT_THAT(Sounding(), ElementsAre(2000, 1000));
+}
+
+TEST_F(TryControlTest, TakesTheThresholdOfTheBoard) {
+  detection.sensitivity = {40, 2};
+  StartOn();
+  for (int i = 0; i < 12; ++i) {
+    clock.Advance(milliseconds(10));
+    Lead(16 + i * 0.6);
+  }
+  EXPECT_THAT(Sounding(), ElementsAre(2000, 1000));
+}
+
+TEST_F(TryControlTest, NothingIsHeardOnceThePageIsLeft) {
+  StartOn();
+  frame->hide();
+  EXPECT_FALSE(output.IsPlaying());
+  EXPECT_FALSE(frame->findChild<QTimer*>("StageTimer")->isActive());
+  Key(Qt::Key_P);
+  EXPECT_FALSE(frame->findChild<QTimer*>("StageTimer")->isActive());
+  frame->show();
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+}
+
+TEST_F(TryControlTest, ItsClockStopsWhenNothingMoves) {
+  Start();
+  Pass(1500);
+  QTimer& timer = *frame->findChild<QTimer*>("StageTimer");
+  EXPECT_FALSE(timer.isActive());
+  Lead(40);
+  EXPECT_TRUE(timer.isActive());
+  Pass(3000);
+  EXPECT_FALSE(timer.isActive());
+  Key(Qt::Key_P);
+  Pass(5000);
+  EXPECT_TRUE(timer.isActive()) << "the blade shimmers";
+  Key(Qt::Key_P);
+  Pass(2000);
+  EXPECT_FALSE(timer.isActive());
+}
+
+TEST_F(TryControlTest, WhatSoundsIsLitAndLeavesATrace) {
+  StartOn();
+  Key(Qt::Key_S);
+  Pass(20);
+  const auto told = [this](SlotKind kind) {
+    return frame->Rows().IndexOf({kind, 1}).data(Qt::AccessibleTextRole).toString().toStdString();
+  };
+  EXPECT_THAT(told(SlotKind::Motion), HasSubstr("sounding"));
+  EXPECT_THAT(told(SlotKind::Idle), HasSubstr("sounding"));
+  Pass(200);
+  EXPECT_THAT(told(SlotKind::Motion), testing::Not(HasSubstr("sounding")));
+  frame->Times().setFocus();
+  EXPECT_THAT(frame->Times().accessibleDescription().toStdString(), HasSubstr("Motion 1: swing, 0.2 s ago"));
+  QTest::keyClick(&frame->Times(), Qt::Key_Return);
+  ASSERT_EQ(chosen.size(), 1U);
+  EXPECT_EQ(chosen[0], (SoundPlace{SlotKind::Motion, 1}));
+}
+
+TEST_F(TryControlTest, AVolumeIsHeardAtOnceAndCanBeTakenBack) {
+  StartOn();
+  set.SetVolume(SlotKind::Idle, 1, 30);
+  ASSERT_TRUE(QTest::qWaitFor([this] {
+    Pass(10);
+    return last == 300;
+  }));
+  EXPECT_TRUE(Button("TryPowerBtn").isChecked()) << "the blade stays out";
+  set.Undo();
+  ASSERT_TRUE(QTest::qWaitFor([this] {
+    Pass(10);
+    return last == 1000;
+  }));
+}
+
+TEST_F(TryControlTest, AnotherSoundBeginsAnewWithTheBladeIn) {
+  StartOn();
+  Add(SlotKind::Motion, "more.lsu", 500, 4800);
+  AwaitSounds();
+  Pass(20);
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+  EXPECT_EQ(frame->Rows().IndexOf({SlotKind::Motion, 2}).data(Qt::DisplayRole), "more.lsu");
+}
+
+TEST_F(TryControlTest, PowerPressedWhileSoundsAreReadIsNotForgotten) {
+  AddAll();
+  Make();
+  frame->show();
+  Key(Qt::Key_P);
+  AwaitSounds();
+  EXPECT_THAT(Sounding(), ElementsAre(200)) << "without the boot sound";
+}
+
+TEST_F(TryControlTest, ASoundThatCannotBeReadIsToldAndLeftOut) {
+  AddAll();
+  Add(SlotKind::Motion, "gone.lsu", 700, 4800);
+  Add(SlotKind::Motion, "third.lsu", 2000, 4800);
+  std::filesystem::remove(folder / "gone.lsu");
+  Make();
+  Show();
+  ASSERT_EQ(news.size(), 1U);
+  EXPECT_THAT(news[0], HasSubstr("gone.lsu"));
+  EXPECT_THAT(news[0], HasSubstr("The others can be tried."));
+  Pass(300);
+  Key(Qt::Key_P);
+  Pass(300);
+  // Of the two that are left none comes twice in a row; their places are those of the set.
+  std::map<int, int> lit;
+  for (int i = 0; i < 4; ++i) {
+    Key(Qt::Key_S);
+    EXPECT_THAT(Sounding(), ElementsAre(2000, 1000));
+    for (const int position : {1, 2, 3})
+      if (frame->Rows().IndexOf({SlotKind::Motion, position}).data(TryRows::kIsLit).toBool()) ++lit[position];
+    Pass(200);
+  }
+  EXPECT_EQ(lit, (std::map<int, int>{{1, 2}, {3, 2}}));
+}
+
+TEST_F(TryControlTest, GoesOnWithoutSoundAndSaysSo) {
+  AddAll();
+  output.Fail("There is no sound service.");
+  Make();
+  Show();
+  Pass(20);
+  ASSERT_EQ(news.size(), 1U);
+  EXPECT_EQ(news[0], "No sound: There is no sound service. The saber goes on without it.");
+  Pass(300);
+  Key(Qt::Key_P);
+  Pass(300);
+  EXPECT_TRUE(Button("TryPowerBtn").isChecked());
+  EXPECT_TRUE(frame->Rows().IndexOf({SlotKind::Idle, 1}).data(TryRows::kIsLit).toBool());
+  Key(Qt::Key_H);
+  Pass(20);
+  EXPECT_TRUE(frame->Rows().IndexOf({SlotKind::Impact, 1}).data(TryRows::kIsLit).toBool());
+  EXPECT_EQ(news.size(), 1U);
+}
+
+TEST_F(TryControlTest, ASetWithoutSoundsHasASilentSaber) {
+  Make();
+  Show();
+  Key(Qt::Key_P);
+  Pass(400);
+  EXPECT_TRUE(Button("TryPowerBtn").isChecked());
+  for (const int key : {Qt::Key_S, Qt::Key_H, Qt::Key_L, Qt::Key_P}) {
+    Key(key);
+    Pass(1000);
+  }
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+  EXPECT_THAT(news, IsEmpty());
+}
+
+TEST_F(TryControlTest, ChosenSoundsAreHeardAsTheSwitchSays) {
+  Start();
+  emit frame->List().chosen({SlotKind::Idle, 1});
+  control->SetAsOnBoard(true);
+  emit frame->List().chosen({SlotKind::Idle, 1});
+  emit frame->List().chosen({SlotKind::Idle, 2});
+  ASSERT_EQ(heard.size(), 2U);
+  EXPECT_FALSE(heard[0].asOnBoard);
+  EXPECT_TRUE(heard[1].asOnBoard);
+  EXPECT_EQ(heard[0].path.filename(), "idle.lsu");
+}
+
+TEST_F(TryControlTest, TellsWhatIsDescribedToThoseWhoDoNotSee) {
+  Start();
+  EXPECT_EQ(frame->Stage().accessibleDescription(), "Blade in");
+  Key(Qt::Key_P);
+  Pass(20);
+  EXPECT_EQ(frame->Stage().accessibleDescription(), "Blade on");
+}
+
+}  // namespace
+}  // namespace kestrin::ui::stage
