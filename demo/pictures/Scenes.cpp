@@ -25,6 +25,7 @@
 #include "demo/pictures/ImportScenes.h"
 #include "demo/pictures/SensorScenes.h"
 #include "demo/pictures/Stage.h"
+#include "demo/pictures/TryScenes.h"
 #include "demo/pictures/UpdateScenes.h"
 #include "platform/desktop/CompiledHelp.h"
 #include "platform/desktop/QtDialogs.h"
@@ -334,6 +335,11 @@ constexpr Scene kScenes[] = {
     {"error", kBoard, TakeError},
     {"unsaved", kBoard, TakeUnsaved},
     {"left-set", kBoard, TakeLeftSet},
+    {"try", kBoard, TakeTry},
+    {"try-in", kBoard, TakeTryIn},
+    {"try-swing", kBoard, TakeTrySwing},
+    {"try-lockup", kBoard, TakeTryLockup},
+    {"try-empty", "none", TakeTryEmpty},
     {"import", "none", TakeImport},
     {"import-too-much", "none", TakeImportTooMuch},
     {"doctor-no-board", "none", TakeDoctorNoBoard},

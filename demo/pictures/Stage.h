@@ -36,6 +36,8 @@ class Stage {
   void Open(const QSize& size, bool withSet = true);
   [[nodiscard]] ui::window::Main& Window() { return *m_window; }
   [[nodiscard]] simulator::SimulatedAgent& Board() { return *m_agent; }
+  /// The time of everything but the computer's own.
+  [[nodiscard]] core::base::Clock& Clock() { return m_clock; }
   template <typename T>
   [[nodiscard]] T& Find(const char* name) const {
     return *m_window->findChild<T*>(name);
