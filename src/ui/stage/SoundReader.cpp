@@ -35,6 +35,13 @@ bool SoundReader::AreAlike(const Entries& a, const Entries& b) {
   });
 }
 
+bool SoundReader::AreSame(const Entries& a, const Entries& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Entry& one, const Entry& other) {
+    return one.place == other.place && one.file.FileNameAndPath() == other.file.FileNameAndPath() &&
+           one.file.NrOfSamples() == other.file.NrOfSamples() && (one.samples == nullptr) == (other.samples == nullptr);
+  });
+}
+
 void SoundReader::Read(Entry& entry) {
   core::base::Result<SharedSamples> read =
       entry.asOnBoard ? SaberSounds::Of(entry.file) : core::saber::FileSamples(entry.file);
@@ -63,10 +70,14 @@ void SoundReader::ReadAll(Entries entries) {
       deliver([this, done = ++done, all = static_cast<int>(entries.size())] { emit progress(done, all); });
     }
     deliver([this, entries] {
+      // What only sounds otherwise is heard so at once, and the blade stays out.
+      const bool isSame = AreSame(entries, m_entries);
       m_entries = entries;
       m_wanted.reset();
       m_isReading = false;
-      emit ready();
+      if (!isSame) return emit ready();
+      for (const Entry& entry : m_entries)
+        if (entry.samples != nullptr) emit exchanged(entry.place);
     });
   });
 }

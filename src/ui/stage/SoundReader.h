@@ -45,7 +45,7 @@ class SoundReader : public QObject {
   void progress(int done, int all);
   /// All are read: the saber gets others.
   void ready();
-  /// The sound that stands there has another volume.
+  /// The sound that stands there sounds otherwise now.
   void exchanged(const core::sound::SoundPlace& inSet);
 
  private:
@@ -62,6 +62,8 @@ class SoundReader : public QObject {
   [[nodiscard]] static Entries EntriesOf(const core::sound::SoundSet& set, bool asOnBoard);
   /// Whether they differ in their volumes at most.
   [[nodiscard]] static bool AreAlike(const Entries& a, const Entries& b);
+  /// Whether a saber has the same sounds of both, however they sound.
+  [[nodiscard]] static bool AreSame(const Entries& a, const Entries& b);
   static void Read(Entry& entry);
   void ReadAll(Entries entries);
   void ReadVolumes(const Entries& wanted);

@@ -115,6 +115,8 @@ void TryControl::Open(bool isShown) {
   m_frame->Times().Refresh();
   FollowLed();
   FollowSet();
+  // What has to be read first starts when it is.
+  if (!m_reader->IsReading()) Take(Event::Boot);
   Wake();
 }
 
@@ -124,6 +126,7 @@ void TryControl::FollowLed() {
 }
 
 void TryControl::SetFewer(bool isFewer) {
+  m_isFewer = isFewer;
   m_frame->ShowFewer(isFewer);
   m_light.SetFewer(isFewer);
 }
@@ -165,6 +168,8 @@ void TryControl::UseSounds() {
 
 void TryControl::Exchange(const SoundPlace& inSet) {
   if (const auto ofSaber = m_reader->OfSaber(inSet)) m_sound.Exchange(*ofSaber, m_reader->SamplesAt(inSet));
+  // It may be in order now: counting begins anew.
+  m_clippedBefore = -1;
 }
 
 void TryControl::Power() {
@@ -216,13 +221,19 @@ void TryControl::Take(Event event) {
   if (event == Event::Hit && m_state == State::On) {
     m_light.Flash().Hit(Milliseconds());
     m_motion.Shake();
-    m_sparks = Milliseconds();
-    ++m_sparkSeed;
+    Spark();
   }
   m_sound.Take(event);
   // Nobody waits for the next picture to see it.
   FollowState(m_sound.GetState());
   Wake();
+}
+
+void TryControl::Spark() {
+  const double now = Milliseconds();
+  if (m_isFewer && now - m_sparks < BladeFlash::kApart) return;
+  m_sparks = now;
+  ++m_sparkSeed;
 }
 
 void TryControl::Choose(const SoundPlace& place) {
@@ -295,7 +306,10 @@ void TryControl::FollowState(State state) {
   }
   if (state == State::On && before != State::Lockup) {
     // A set without a power-on sound is on at once.
-    if (before != State::Ignition) m_motion.Extend(true, 0);
+    if (before != State::Ignition) {
+      m_motion.Extend(true, 0);
+      m_clippedBefore = -1;
+    }
     m_onSince = -1;
   }
   if (state == State::Retraction) m_motion.Extend(false, SecondsOf(SlotKind::PwrOff));
@@ -344,10 +358,7 @@ void TryControl::Show(const LiveSaber::View& view) {
   picture.shine = m_light.At(now, m_motion.Extent());
   // Two blades that are pressed together spark all the time.
   constexpr double kSparksApart = 230;
-  if (m_state == State::Lockup && now - m_sparks >= kSparksApart) {
-    m_sparks = now;
-    ++m_sparkSeed;
-  }
+  if (m_state == State::Lockup && now - m_sparks >= kSparksApart) Spark();
   picture.sparkAge = (now - m_sparks) / 1000;
   picture.sparkSeed = m_sparkSeed;
   picture.name = QString::fromStdString(m_means.set.Name());

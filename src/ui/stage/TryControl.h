@@ -84,6 +84,8 @@ class TryControl : public QObject {
   void Lead(double degrees);
   void PressStage(bool isPressed);
   void Take(core::saber::Event event);
+  /// Sparks fly, unless there are to be fewer of them.
+  void Spark();
   void Choose(const core::sound::SoundPlace& place);
 
   void Wake();
@@ -112,6 +114,7 @@ class TryControl : public QObject {
 
   bool m_isShown = false;
   bool m_asOnBoard = false;
+  bool m_isFewer = true;
   /// The person has pressed Power while the sounds were being read.
   bool m_isPowerWanted = false;
   core::saber::State m_state = core::saber::State::Off;

@@ -35,7 +35,8 @@ TryFrame::TryFrame(core::sound::SoundSet& set, const PlayedPieces& pieces, QWidg
   setAccessibleName(tr("Try the saber"));
   kit::SetHelpOfGround(*this, kit::HelpContext::Try);
   m_stage->setAccessibleName(tr("The saber"));
-  kit::SetHelp(*m_stage, tr("Move the pointer to swing, click to hit, hold to lock up; Space switches the blade"),
+  kit::SetHelp(*m_stage,
+               tr("P Power  \u00b7  S Swing  \u00b7  H Hit  \u00b7  hold L Lock-up  \u00b7  Esc back to the set"),
                kit::HelpContext::Try);
 
   auto* const left = new QVBoxLayout;
@@ -209,8 +210,8 @@ void TryFrame::keyReleaseEvent(QKeyEvent* event) {
 }
 
 bool TryFrame::event(QEvent* event) {
-  // The release of a key that is held goes to another window then.
-  if (event->type() == QEvent::WindowDeactivate) emit lockupHeld(false);
+  // The release of a key that is held goes to another window then, or to a sheet over this one.
+  if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::EnabledChange) emit lockupHeld(false);
   return QWidget::event(event);
 }
 

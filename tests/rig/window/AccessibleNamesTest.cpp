@@ -28,6 +28,7 @@ TEST_F(AccessibleNames, EveryControlOfEveryPanelIsSaidByItsNameAndRole) {
                 IsSupersetOf(std::vector<Said>{{"button menu", "Open"},
                                                {"button menu", "Save"},
                                                {"button menu", "Import"},
+                                               {"check box", "Try"},
                                                {"push button", "Setup"},
                                                {"push button", "Download"},
                                                {"label", "Kestrin USB Serial Number: 4B535401"},

@@ -66,38 +66,38 @@ TEST_F(Try, ByKeyboard) {
 TEST_F(Try, ByMouse) {
   const support::PrivateSoundService service;
   StartWithSet();
-  window.Click("push button", "Try");
-  window.Click("image", "The saber");
+  window.Click("check box", "Try");
+  window.Click("graphic", "The saber");
   window.AwaitItem("Sounds", "Idle: hum.lsu, volume 100 %, sounding");
-  window.Click("image", "The saber");
+  window.Click("graphic", "The saber");
   window.AwaitItem("Sounds", "Impact 1: clash.lsu, volume 100 %, sounding");
   window.Click("push button", "Swing");
   window.AwaitItem("Sounds", "Motion 1: swing.lsu, volume 100 %, sounding");
   window.Click("push button", "Lock-up");
   window.AwaitItem("Sounds", "Lock-up 1: lock.lsu, volume 100 %, sounding");
   window.Click("push button", "Back to the set");
-  window.AwaitGone("image", "The saber");
+  window.AwaitGone("graphic", "The saber");
 }
 
 TEST_F(Try, WithoutAnySoundService) {
   StartWithSet();
-  window.Click("push button", "Try");
+  window.Click("check box", "Try");
   window.Press({"space"});
   window.AwaitItem("Sounds", "Idle: hum.lsu, volume 100 %, sounding");
   window.Press({"Escape"});
-  window.AwaitGone("image", "The saber");
+  window.AwaitGone("graphic", "The saber");
 }
 
 TEST_F(Try, AsAScreenReaderTellsIt) {
   StartWithSet();
   window.Press({"Control_L", "t"});
   window.AwaitItem("Sounds", "Boot: boot.lsu, volume 100 %");
-  EXPECT_THAT(Controls(kMain), IsSupersetOf(std::vector<Said>{{"image", "The saber"},
+  EXPECT_THAT(Controls(kMain), IsSupersetOf(std::vector<Said>{{"graphic", "The saber"},
                                                               {"push button", "Power"},
                                                               {"push button", "Swing"},
                                                               {"push button", "Hit"},
                                                               {"push button", "Lock-up"},
-                                                              {"image", "The last 12 seconds"},
+                                                              {"graphic", "The last 12 seconds"},
                                                               {"list", "Sounds"},
                                                               {"check box", "Fewer flashes"},
                                                               {"check box", "As on the board"},

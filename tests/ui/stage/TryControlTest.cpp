@@ -350,6 +350,50 @@ TEST_F(TryControlTest, AVolumeIsHeardAtOnceAndCanBeTakenBack) {
   }));
 }
 
+TEST_F(TryControlTest, AsOnTheBoardIsHeardAtOnceWithTheBladeOut) {
+  StartOn();
+  // Coded for the board every sample of these sounds is the largest that there is.
+  control->SetAsOnBoard(true);
+  AwaitSounds();
+  Pass(20);
+  EXPECT_EQ(last, 32767);
+  EXPECT_TRUE(Button("TryPowerBtn").isChecked());
+  control->SetAsOnBoard(false);
+  AwaitSounds();
+  Pass(20);
+  EXPECT_EQ(last, 1000);
+}
+
+TEST_F(TryControlTest, TheBoardStartsWheneverThePageIsOpened) {
+  Start();
+  frame->hide();
+  frame->show();
+  EXPECT_THAT(Sounding(), ElementsAre(100));
+}
+
+TEST_F(TryControlTest, CountsWhatIsTooLoudUntilAVolumeIsChanged) {
+  AddAll();
+  Add(SlotKind::Motion, "loud.lsu", 32000, 4800);
+  ASSERT_TRUE(set.Remove(SlotKind::Motion, 1));
+  Make();
+  Show();
+  Pass(300);
+  Key(Qt::Key_P);
+  Pass(300);
+  const QRect line(16, 48, 300, 20);
+  const QImage quiet = frame->Stage().grab(line).toImage();
+  Key(Qt::Key_S);
+  Pass(300);
+  // 32,000 and 1,000 are more than 32,767, for all of the swing's 4,800 samples.
+  const QImage told = frame->Stage().grab(line).toImage();
+  EXPECT_NE(told, quiet);
+  set.SetVolume(SlotKind::Motion, 1, 50);
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    Pass(20);
+    return frame->Stage().grab(line).toImage() == quiet;
+  }));
+}
+
 TEST_F(TryControlTest, AnotherSoundBeginsAnewWithTheBladeIn) {
   StartOn();
   Add(SlotKind::Motion, "more.lsu", 500, 4800);
