@@ -8,6 +8,8 @@
 #include "cli/OnlineBoard.h"
 #include "core/device/BoardIdentity.h"
 #include "core/sound/Download.h"
+#include "core/sound/board/BoardHistory.h"
+#include "platform/desktop/DataFolder.h"
 
 namespace kestrin::cli {
 
@@ -80,15 +82,29 @@ class DownloadCommand final : public Command {
                        {"information", download.Information()},
                        {"seconds", time.count()},
                        {"bytes", download.BytesWritten()}};
-    const std::string ending = download.Information() + (view.BoardHolds().empty() ? "" : "\n" + view.BoardHolds());
-    if (outcome == core::sound::DownloadOutcome::Success)
+    std::string ending = download.Information() + (view.BoardHolds().empty() ? "" : "\n" + view.BoardHolds());
+    if (outcome == core::sound::DownloadOutcome::Success) {
+      // The board has the set, whether that can be remembered or not.
+      if (const auto entry = Remember(context.disk, configuration, state.serialNumber, download.Parameters()); !entry)
+        ending += "\n" + entry.Text();
       report.text = ending + "\n";
-    else
+    } else {
       report.message = (loaded.message.empty() ? "" : loaded.message + "\n") + ending;
+    }
     return report;
   }
 
  private:
+  /// Leaves an entry in the board's history.
+  core::base::Result<> Remember(core::base::Disk& disk, core::sound::LSU_Configuration& sent,
+                                const std::string& serialNumber,
+                                const std::optional<core::device::AccParam>& parameters) const {
+    const std::filesystem::path data = platform::desktop::DataFolder();
+    core::sound::BoardHistory history(data.empty() ? data : data / core::sound::BoardHistory::kFolderName, disk);
+    return history.Add(sent, m_file, serialNumber, parameters,
+                       std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()));
+  }
+
   /// Nothing was sent.
   static Report Refused(const std::string& why) {
     Report report;

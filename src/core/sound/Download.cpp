@@ -29,6 +29,7 @@ DownloadOutcome Download::Send(const DownloadTarget& target) {
   m_information.clear();
   m_progress = 0;
   m_bytesWritten = 0;
+  m_parameters.reset();
   m_eraseStarted.reset();
   m_frameShown = false;
   DownloadOutcome outcome = DownloadOutcome::Incomplete;
@@ -50,6 +51,7 @@ DownloadOutcome Download::Run(const DownloadTarget& target) {
   if (const auto ended = KeepParameters(target, kept)) return *ended;
   if (const auto ended = Erase(board)) return *ended;
   if (!board.SetAccParam(kept)) return EndWithConnectionLost();
+  m_parameters = kept;
   m_parametersMissing = false;
   m_kept.Forget(target.serialNumber);
 

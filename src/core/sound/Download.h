@@ -62,6 +62,8 @@ class Download {
   [[nodiscard]] const std::string& Information() const { return m_information; }
   /// Whether the board was still erasing when the last run ended: until it is done it answers nothing, then first that.
   [[nodiscard]] bool LeftErasing() const { return m_eraseStarted.has_value(); }
+  /// The detection parameters that the board got back in the last run; nothing when it got none.
+  [[nodiscard]] const std::optional<device::AccParam>& Parameters() const { return m_parameters; }
   /// Coded bytes and table bytes that the board has acknowledged in the last run.
   [[nodiscard]] std::int64_t BytesWritten() const { return m_bytesWritten; }
 
@@ -107,6 +109,7 @@ class Download {
   std::string m_information;
   double m_progress = 0;
   std::int64_t m_bytesWritten = 0;
+  std::optional<device::AccParam> m_parameters;
   /// Of an erase whose completion was not seen yet.
   std::optional<base::Clock::Duration> m_eraseStarted;
 };

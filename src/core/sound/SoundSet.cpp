@@ -130,6 +130,33 @@ bool SoundSet::Fill(const SoundPlace& place, const fs::path& file) {
   return true;
 }
 
+base::Result<> SoundSet::Put(const SoundPlace& place, const fs::path& path, std::int16_t percent) {
+  const SlotKind kind = place.kind;
+  const bool isList = SlotOf(kind).isList;
+  const bool isInstead = isList && HasRow(place);
+  if (m_loading) return Busy();
+  if (isList && !isInstead && Rows(kind) == kListCapacity) return FullList(SlotOf(kind));
+  Moment before = Now();
+  if (isInstead && Holds(place)) {
+    // Behind the others first, so that they keep their own volumes when it goes.
+    m_configuration.MoveFile(kind, PositionOf(place), Count(kind));
+    m_configuration.RemoveFile(Count(kind), kind);
+  }
+  if (!m_configuration.AddFile(path, kind)) {
+    PutBack(before.contents);
+    return NotValidFile();
+  }
+  m_configuration.SetVolume(kind, Count(kind), percent);
+  if (!isList) m_missing.Forget(kind);
+  if (isInstead) {
+    m_missing.Take(place);
+    m_configuration.MoveFile(kind, Count(kind), PositionOf(place));
+  }
+  Remember(std::move(before), "Put " + NameOf(path));
+  Tell({kind});
+  return {};
+}
+
 bool SoundSet::Remove(SlotKind kind, int position) {
   const SoundPlace place{kind, position};
   if (m_loading) return false;
@@ -238,12 +265,16 @@ LoadResult SoundSet::Read(const fs::path& path, const base::EventPump& pump) {
   return result;
 }
 
-LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) {
+LoadResult SoundSet::Load(const fs::path& path, const base::EventPump& pump) { return Load(path, false, pump); }
+
+LoadResult SoundSet::LoadCopy(const fs::path& path, const base::EventPump& pump) { return Load(path, true, pump); }
+
+LoadResult SoundSet::Load(const fs::path& path, bool isCopy, const base::EventPump& pump) {
   if (m_loading) return {Busy(), {}, 0};
   Moment before = Now();
   LoadResult result = Read(path, pump);
   if (result.valid || !SavesLike(before.contents)) Remember(std::move(before), "Load " + FileNameOf(path));
-  if (result.valid) m_origin = std::make_shared<Origin>(Origin{path, Held()});
+  if (result.valid) m_origin = std::make_shared<Origin>(isCopy ? Origin() : Origin{path, Held()});
   TellAll();
   return result;
 }

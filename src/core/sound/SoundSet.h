@@ -87,6 +87,9 @@ class SoundSet {
   /// undo; `pump` gets its turn after every sound. Returns how many were found; fails with NotValid when it is none.
   base::Result<int> Locate(const std::vector<LocatedSound>& found, const base::EventPump& pump = {});
 
+  /// Puts the file at that volume in the place of the sound there, be it missing or not; where there is none, behind
+  /// the others of its slot. Refused like Add(); then everything stays as it was.
+  base::Result<> Put(const SoundPlace& place, const std::filesystem::path& path, std::int16_t percent);
   /// Takes a sound out. In a list the later ones move up, while volumes stay with their positions. Nothing happens
   /// when there is no such sound.
   bool Remove(SlotKind kind, int position);
@@ -111,6 +114,8 @@ class SoundSet {
   /// empty path is that of a set without a file. When `unsaved` is not valid, the set is as `origin` has it.
   [[nodiscard]] LoadResult BringBack(const std::filesystem::path& unsaved, const std::filesystem::path& origin,
                                      const base::EventPump& pump = {});
+  /// The same, but the set has no file then: what was loaded is a set that nobody has saved yet.
+  [[nodiscard]] LoadResult LoadCopy(const std::filesystem::path& path, const base::EventPump& pump = {});
   /// Saves the set, which then bears the file's name. Missing sounds that are left out go from the set too, as a step
   /// to undo. Fails like ConfigurationFile::Save().
   base::Result<> Save(const std::filesystem::path& path, base::Disk& disk, Missing missing = Missing::Keep);
@@ -170,6 +175,7 @@ class SoundSet {
 
   /// Reads a configuration file into the set, with the sounds that are missing; nobody is told that it is done.
   LoadResult Read(const std::filesystem::path& path, const base::EventPump& pump);
+  [[nodiscard]] LoadResult Load(const std::filesystem::path& path, bool isCopy, const base::EventPump& pump);
   void BeginGroup(std::string text);
   void EndGroup();
   [[nodiscard]] Contents Held() const { return {m_configuration.WithoutStreams(), m_missing}; }

@@ -17,8 +17,6 @@ using base::FailureKind;
 
 constexpr std::int32_t kTable = LSU_Configuration::Nr_Base;
 constexpr std::uint8_t kErased = 0xFF;
-/// At these magnitudes still fit into ten bits: 999 at 100 %, 1,018 at 102 %.
-constexpr std::int16_t kLoudest = 102;
 
 Failure AnswersOtherwise() {
   return {FailureKind::NotValid, "This board does not tell what it holds. Download a set to be sure of it."};
@@ -106,7 +104,7 @@ base::Result<std::vector<FlashSound>> BoardInquiry::Read() {
 base::Result<std::optional<std::int16_t>> BoardInquiry::VolumeOf(const LSU_SoundFile& file, const FlashSound& onBoard) {
   if (LSU_SoundFile::CodedBytes(file.NrOfSamples()) != onBoard.length) return std::optional<std::int16_t>();
   LSU_SoundFile coded = file.WithoutStream();
-  for (std::int16_t volume = 1; volume <= kLoudest; ++volume) {
+  for (std::int16_t volume = 1; volume <= StreamSums::kLoudest; ++volume) {
     if (m_goOn && !m_goOn()) return Failure{FailureKind::Cancelled, "The board was not asked to the end."};
     coded.SetVolume(volume);
     try {
@@ -116,23 +114,20 @@ base::Result<std::optional<std::int16_t>> BoardInquiry::VolumeOf(const LSU_Sound
       break;
     }
     if (coded.GetFileCRC() != onBoard.checksum) continue;
-    const base::Result<bool> matches = MatchesInParts(coded, onBoard);
+    const base::Result<bool> matches = Matches(onBoard, StreamSums::Of(coded));
     if (!matches) return matches.Why();
     if (*matches) return std::optional(volume);
   }
   return std::optional<std::int16_t>();
 }
 
-base::Result<bool> BoardInquiry::MatchesInParts(LSU_SoundFile& coded, const FlashSound& onBoard) {
-  constexpr std::int32_t kParts = 4;
-  std::vector<std::uint8_t> bytes;
-  for (std::int32_t part = 0; part < kParts; ++part) {
-    const auto begin = static_cast<std::int32_t>(std::int64_t{onBoard.length} * part / kParts);
-    const auto end = static_cast<std::int32_t>(std::int64_t{onBoard.length} * (part + 1) / kParts);
-    if (!coded.GetBytes(bytes, static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin))) return false;
+base::Result<bool> BoardInquiry::Matches(const FlashSound& onBoard, const StreamSums& sums) {
+  if (sums.length != onBoard.length) return false;
+  for (std::size_t part = 0; part < StreamSums::kParts; ++part) {
+    const auto [begin, end] = StreamSums::Part(onBoard.length, part);
     const base::Result<std::uint16_t> sum = Sum(onBoard.address + begin, end - begin);
     if (!sum) return sum.Why();
-    if (*sum != base::ByteSum(bytes)) return false;
+    if (*sum != sums.parts[part]) return false;
   }
   return true;
 }

@@ -13,6 +13,7 @@
 #include "sound/LSU_SoundFile.h"
 #include "sound/board/FlashSound.h"
 #include "sound/board/SetImage.h"
+#include "sound/board/StreamSums.h"
 
 namespace kestrin::core::sound {
 
@@ -27,8 +28,16 @@ class BoardInquiry {
   /// Whether to go on; asked before every question.
   using GoOn = std::function<bool()>;
 
-  /// The board must outlive the inquiry, and nobody else may write to it meanwhile.
-  explicit BoardInquiry(device::TLS& board, GoOn goOn = {}) : m_board(board), m_goOn(std::move(goOn)) {}
+  /// What a board has told: sums by address and count.
+  using Told = std::map<std::pair<std::int32_t, std::int32_t>, std::uint16_t>;
+
+  /// The board must outlive the inquiry, and nobody else may write to it meanwhile. `told` is what it has told an
+  /// earlier inquiry, while nothing was written to it since.
+  explicit BoardInquiry(device::TLS& board, GoOn goOn = {}, Told told = {})
+      : m_board(board), m_goOn(std::move(goOn)), m_sums(std::move(told)) {}
+
+  /// All that the board has told so far, for the next inquiry.
+  [[nodiscard]] const Told& WhatWasTold() const { return m_sums; }
 
   /// Whether the board holds exactly this set: the same table, and of every sound the same sum. One question a sound,
   /// and five.
@@ -38,6 +47,8 @@ class BoardInquiry {
   /// The volume in percent, 1 .. 102, at which this file codes into what the board holds there; nothing when it is
   /// another sound. It is told by the sums of four parts, so that no other sound is taken for it.
   base::Result<std::optional<std::int16_t>> VolumeOf(const LSU_SoundFile& file, const FlashSound& onBoard);
+  /// Whether each quarter of what the board holds there has these sums.
+  base::Result<bool> Matches(const FlashSound& onBoard, const StreamSums& sums);
 
  private:
   /// The board's sum of that range.
@@ -46,11 +57,10 @@ class BoardInquiry {
   base::Result<std::vector<std::uint8_t>> ReadTable();
   /// Appends bytes until there are `size`.
   base::Result<> ReadUpTo(std::vector<std::uint8_t>& table, std::size_t size);
-  base::Result<bool> MatchesInParts(LSU_SoundFile& coded, const FlashSound& onBoard);
 
   device::TLS& m_board;
   GoOn m_goOn;
-  std::map<std::pair<std::int32_t, std::int32_t>, std::uint16_t> m_sums;
+  Told m_sums;
 };
 
 }  // namespace kestrin::core::sound

@@ -27,6 +27,23 @@ std::optional<std::size_t> FileTable::BytesOf(std::span<const std::uint8_t, kHea
   return kHeadBytes + sounds * kEntryBytes + kChecksumBytes;
 }
 
+std::vector<std::uint8_t> FileTable::Of(std::span<const FlashSound> sounds) {
+  std::vector<std::uint8_t> table;
+  const auto put = [&table](std::int64_t value, int bytes) {
+    while (bytes-- > 0) table.push_back(static_cast<std::uint8_t>(value >> 8 * bytes & 0xFF));
+  };
+  for (const Slot& slot : kSlots)
+    if (slot.isList)
+      put(std::ranges::count_if(sounds, [&](const FlashSound& one) { return one.place.kind == slot.kind; }), 1);
+  put(0, 1);
+  for (const FlashSound& sound : sounds) {
+    put(sound.address, kAddressBytes);
+    put(sound.length, kAddressBytes);
+  }
+  put(base::ByteSum(table), kChecksumBytes);
+  return table;
+}
+
 std::optional<std::vector<FlashSound>> FileTable::Read(std::span<const std::uint8_t> table) {
   if (table.size() < kHeadBytes || table.size() != BytesOf(table.first<kHeadBytes>())) return std::nullopt;
   if (base::ByteSum(table.first(table.size() - kChecksumBytes)) != base::GetBig16(table.last<kChecksumBytes>()))

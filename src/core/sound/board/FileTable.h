@@ -29,6 +29,9 @@ class FileTable {
   /// Bytes of a table that begins with these; nothing when no table does.
   [[nodiscard]] static std::optional<std::size_t> BytesOf(std::span<const std::uint8_t, kHeadBytes> head);
 
+  /// The table of these sounds, which stand in flash order and of which there is one at least in every slot.
+  [[nodiscard]] static std::vector<std::uint8_t> Of(std::span<const FlashSound> sounds);
+
   /// The sounds that the table names, in flash order, their own checksums unknown: 0. Nothing when it is no table of a
   /// complete set: its length or its checksum is wrong, a sound of no length, or one that does not lie behind the one
   /// before, inside the flash.
