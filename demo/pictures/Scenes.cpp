@@ -21,6 +21,7 @@
 
 #include "core/sound/FlashBlock.h"
 #include "core/sound/LSU_SoundFile.h"
+#include "demo/pictures/BoardScenes.h"
 #include "demo/pictures/DoctorScenes.h"
 #include "demo/pictures/ImportScenes.h"
 #include "demo/pictures/SensorScenes.h"
@@ -342,6 +343,11 @@ constexpr Scene kScenes[] = {
     {"try-empty", "none", TakeTryEmpty},
     {"import", "none", TakeImport},
     {"import-too-much", "none", TakeImportTooMuch},
+    {"board-chip", kBoard, TakeBoardChip},
+    {"board-same", kBoard, TakeBoardSame},
+    {"board-differs", kBoard, TakeBoardDiffers},
+    {"board-unknown", kBoard, TakeBoardUnknown},
+    {"board-held", kBoard, TakeBoardHeld},
     {"doctor-no-board", "none", TakeDoctorNoBoard},
     {"doctor", "none", TakeDoctorNotPermitted},
     {"doctor-consent", "none", TakeDoctorConsent},

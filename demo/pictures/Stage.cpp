@@ -33,7 +33,7 @@ ui::window::AboutFacts Facts(const std::filesystem::path& program) {
 }  // namespace
 
 Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board,
-             const ui::doctor::DoctorMeans* doctor)
+             const ui::doctor::DoctorMeans* doctor, bool asksBoard)
     : m_sounds(sounds),
       m_folders(sounds),
       m_kept(ui::kit::PathOf(m_folder.path()), m_disk),
@@ -43,26 +43,31 @@ Stage::Stage(const std::filesystem::path& program, const std::filesystem::path& 
   if (!options) throw std::runtime_error(options.Text());
   m_agent = std::make_unique<simulator::SimulatedAgent>(*options, m_clock, m_gate.Pump());
   if (none) m_agent->Unplug();
-  m_window = std::make_unique<ui::window::Main>(ui::window::Surroundings{*m_agent,
-                                                                         m_gate,
-                                                                         m_clock,
-                                                                         m_disk,
-                                                                         m_dialogs,
-                                                                         m_player,
-                                                                         m_folders,
-                                                                         m_kept,
-                                                                         m_sleep,
-                                                                         &m_update,
-                                                                         m_settings,
-                                                                         program,
-                                                                         {ui::kit::PathOf(m_folder.path())},
-                                                                         doctor,
-                                                                         [program] { return Facts(program); },
-                                                                         &m_audio,
-                                                                         &m_archives});
+  m_window =
+      std::make_unique<ui::window::Main>(ui::window::Surroundings{*m_agent,
+                                                                  m_gate,
+                                                                  m_clock,
+                                                                  m_disk,
+                                                                  m_dialogs,
+                                                                  m_player,
+                                                                  m_folders,
+                                                                  m_kept,
+                                                                  m_sleep,
+                                                                  &m_update,
+                                                                  m_settings,
+                                                                  program,
+                                                                  {ui::kit::PathOf(m_folder.path())},
+                                                                  doctor,
+                                                                  [program] { return Facts(program); },
+                                                                  &m_audio,
+                                                                  &m_archives,
+                                                                  nullptr,
+                                                                  asksBoard ? DataFolder() : std::filesystem::path()});
 }
 
 Stage::~Stage() = default;
+
+std::filesystem::path Stage::DataFolder() const { return ui::kit::PathOf(m_folder.path()); }
 
 void Stage::Open(const QSize& size, bool withSet) {
   if (!m_window->StartUp()) throw std::runtime_error("the window did not start up");

@@ -27,9 +27,10 @@ class Stage {
  public:
   /// `program` holds the program's pictures, `sounds` the demo set; the board is described as behind "sim:", "none" for
   /// no board.
-  /// The window has a doctor where one is given, which must outlive the stage.
+  /// The window has a doctor where one is given, which must outlive the stage. `asksBoard`: the window finds out what
+  /// the board holds.
   Stage(const std::filesystem::path& program, const std::filesystem::path& sounds, const std::string& board,
-        const ui::doctor::DoctorMeans* doctor = nullptr);
+        const ui::doctor::DoctorMeans* doctor = nullptr, bool asksBoard = false);
   ~Stage();
 
   /// Shows the window in that size, with the demo set in it if wanted, and the demo's folder open.
@@ -38,6 +39,8 @@ class Stage {
   [[nodiscard]] simulator::SimulatedAgent& Board() { return *m_agent; }
   /// The time of everything but the computer's own.
   [[nodiscard]] core::base::Clock& Clock() { return m_clock; }
+  /// Where the window keeps what it knows.
+  [[nodiscard]] std::filesystem::path DataFolder() const;
   template <typename T>
   [[nodiscard]] T& Find(const char* name) const {
     return *m_window->findChild<T*>(name);

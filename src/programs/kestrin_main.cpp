@@ -210,7 +210,7 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
                            [&] {
                              return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});
                            },
-                           &audio, &archives, output.get()});
+                           &audio, &archives, output.get(), data});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });

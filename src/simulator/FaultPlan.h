@@ -41,6 +41,8 @@ class FaultPlan {
   /// The next written / read report; one that is tried counts, whether or not it gets through.
   [[nodiscard]] Verdict NextWrite();
   [[nodiscard]] Verdict NextRead();
+  /// How many written reports were tried so far.
+  [[nodiscard]] std::uint64_t Written() const { return m_written; }
 
  private:
   [[nodiscard]] bool Has(Fault::Kind kind, std::uint64_t number) const;

@@ -46,6 +46,8 @@ class SimulatedAgent final : public core::device::THIDagent {
 
   /// The board on the other end. Not while another program has it.
   [[nodiscard]] VirtualBoard& Board() { return *m_board; }
+  /// How many reports the host has tried to write to it so far.
+  [[nodiscard]] std::uint64_t ReportsWritten() const { return m_faults.Written(); }
   /// Pulls the board off: it loses its power and whatever it was about to answer.
   void Unplug();
   /// Plugs it in again.

@@ -30,6 +30,22 @@ TEST_F(DownloadTest, ASuccessfulOneIsReported) {
   EXPECT_EQ(KeptFiles(), 0U);
 }
 
+TEST_F(DownloadTest, ASuccessfulOneIsKeptAsASetThatOpens) {
+  const SoundSet set = WriteSoundSet(m_folder.Path());
+  static_cast<void>(RunOnBoard(0, {"download", set.configuration.string()}));
+  static_cast<void>(RunOnBoard(1, {"download", set.configuration.string()}, "fault=unplug:20"));
+  std::vector<std::filesystem::path> entries;
+  for (const auto& file : std::filesystem::recursive_directory_iterator(m_data))
+    if (file.path().extension() == ".lscfg") entries.push_back(file.path());
+  ASSERT_EQ(entries.size(), 1U) << "of a download that failed, or none";
+  EXPECT_EQ(entries[0].parent_path().filename(), "on-the-board");
+  EXPECT_EQ(RunOnBoard(0, {"config", "diff", entries[0].string(), set.configuration.string()})["same"], true);
+  const std::string text = ReadBytes(entries[0]);
+  EXPECT_NE(text.find("\nboard 4B535401\n"), std::string::npos);
+  // As the factory sets them, in command order.
+  EXPECT_NE(text.find("\nparameters 180 2 10 50 125 13\n"), std::string::npos) << text;
+}
+
 // A board finds its sounds by the table at address 12 and plays magnitudes of ten bits, the loudest sample of a file
 // being 999 at 100 %. The first sample of a pair loses what lies behind the point and borrows from its neighbour what
 // is left over; the second one's two lowest bits give way to that.

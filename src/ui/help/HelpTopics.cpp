@@ -60,6 +60,7 @@ constexpr HelpTopic kTopics[] = {
     {kit::HelpContext::UpdateForm, "update.html#progress"},
     {kit::HelpContext::Doctor, "doctor.html"},
     {kit::HelpContext::Import, "import.html"},
+    {kit::HelpContext::Board, "board.html"},
     {kit::HelpContext::Try, "try.html"},
 };
 

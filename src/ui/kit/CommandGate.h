@@ -34,6 +34,8 @@ class CommandGate : public QObject {
   explicit CommandGate(std::chrono::milliseconds interval = kInterval);
 
   [[nodiscard]] bool IsBusy() const { return m_passages > 0; }
+  /// Whether something waits until the way is free. Work that can be taken up again later makes way then.
+  [[nodiscard]] bool IsAwaited() const { return !m_waiting.empty(); }
   /// Runs `action` now, or from the event loop as soon as the way is free.
   void WhenFree(std::function<void()> action);
   /// Runs `last` now, or from the event loop as soon as the way is free, and nothing after it: what waits is dropped,

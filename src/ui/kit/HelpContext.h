@@ -73,6 +73,8 @@ enum class HelpContext : int {
 
   Import = 1120,
 
+  /// What is on the board.
+  Board = 1130,
   Try = 1140,
 };
 

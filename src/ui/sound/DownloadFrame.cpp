@@ -15,9 +15,11 @@
 #include "core/base/TimeLeft.h"
 #include "ui/kit/Dialogs.h"
 #include "ui/kit/Grid.h"
+#include "ui/kit/HelpText.h"
 #include "ui/kit/Labels.h"
 #include "ui/kit/ThemeColors.h"
 #include "ui/kit/Translated.h"
+#include "ui/sound/MemoryGauge.h"
 
 namespace kestrin::ui::sound {
 
@@ -86,12 +88,22 @@ void DownloadFrame::MakeLayout() {
   m_button->setObjectName("CancelBtn");
   m_button->setMinimumWidth(kButtonWidth);
   m_button->installEventFilter(this);
+  m_again = new QPushButton(tr("Send it again"), this);
+  m_again->setObjectName("SendAgainBtn");
+  m_again->installEventFilter(this);
+  m_again->hide();
+  kit::SetHelp(*m_again, tr("Write the set into the board although it holds just this one"));
+  connect(m_again, &QPushButton::clicked, this, [this] {
+    HideFrame();
+    emit sendAgain();
+  });
 
   auto* const state = new QHBoxLayout;
   state->addWidget(m_information, 1);
   state->addWidget(m_percent);
   auto* const bottom = new QHBoxLayout;
   bottom->addWidget(m_timeLeft, 1);
+  bottom->addWidget(m_again);
   bottom->addWidget(m_button);
   auto* const all = new QVBoxLayout(this);
   all->setContentsMargins(kit::kBroad, kit::kBroad, kit::kBroad, kit::kWide);
@@ -102,6 +114,20 @@ void DownloadFrame::MakeLayout() {
   all->addWidget(m_boardHolds);
   all->addLayout(bottom);
   setFixedWidth(kWidth);
+}
+
+void DownloadFrame::ShowHeld(int seconds) {
+  ShowInformation(QT_TR_NOOP("The board holds just this set."));
+  m_percent->clear();
+  ShowButton("Close");
+  ShowFrame();
+  m_bar->hide();
+  m_again->show();
+  m_boardHolds->setText(tr("Its sounds and volumes were compared. Nothing was sent; to send it again takes about %1.")
+                            .arg(MemoryGauge::DownloadTime(seconds)));
+  m_boardHolds->show();
+  m_outcome = core::sound::DownloadOutcome::Success;
+  ColorInformation();
 }
 
 void DownloadFrame::ShowOutcome(core::sound::DownloadOutcome outcome) {
@@ -135,6 +161,8 @@ void DownloadFrame::ShowFrame() {
   m_outcome.reset();
   ColorInformation();
   m_bar->setEnabled(true);
+  m_bar->show();
+  m_again->hide();
   m_boardHolds->clear();
   m_boardHolds->hide();
   show();
@@ -189,7 +217,7 @@ void DownloadFrame::StartHideFrameTimer() { m_hideTimer->start(); }
 
 bool DownloadFrame::eventFilter(QObject* watched, QEvent* event) {
   // The second press of a double-click on what has started the run, or a key pressed twice, would answer unread.
-  if (watched == m_button && IsPress(*event) && IsTooSoon()) return true;
+  if ((watched == m_button || watched == m_again) && IsPress(*event) && IsTooSoon()) return true;
   return Card::eventFilter(watched, event);
 }
 

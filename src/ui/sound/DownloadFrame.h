@@ -43,6 +43,8 @@ class DownloadFrame : public kit::Card, public core::sound::DownloadView {
     core::base::Clock::Duration m_began;
   };
 
+  /// The board holds just this set: nothing is sent unless the person wants it sent again, which takes so many seconds.
+  void ShowHeld(int seconds);
   /// The run has ended so: its information gets the colour of it.
   void ShowOutcome(core::sound::DownloadOutcome outcome);
   /// The person clicked beside the frame of a run that has ended: it hides, unless the click was meant for something
@@ -63,6 +65,8 @@ class DownloadFrame : public kit::Card, public core::sound::DownloadView {
  signals:
   /// The button was pressed, whatever it says just now.
   void buttonPressed();
+  /// The set is to be sent although the board holds it.
+  void sendAgain();
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -85,6 +89,7 @@ class DownloadFrame : public kit::Card, public core::sound::DownloadView {
   QLabel* m_timeLeft = nullptr;
   QLabel* m_boardHolds = nullptr;
   QPushButton* m_button = nullptr;
+  QPushButton* m_again = nullptr;
   QTimer* m_hideTimer = nullptr;
   std::optional<core::sound::DownloadOutcome> m_outcome;
   /// What goes on; none once the run is cancelled or has ended.

@@ -15,11 +15,6 @@ namespace kestrin::ui::sound {
 
 namespace {
 
-QString DownloadTime(int seconds) {
-  if (seconds < 100) return MemoryGauge::tr("%1 s").arg(seconds);
-  return MemoryGauge::tr("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
-}
-
 /// What each slot takes, a line for each that holds something.
 QString Legend(const core::sound::MemoryUse& use) {
   QStringList lines;
@@ -32,6 +27,11 @@ QString Legend(const core::sound::MemoryUse& use) {
 }
 
 }  // namespace
+
+QString MemoryGauge::DownloadTime(int seconds) {
+  if (seconds < 100) return tr("%1 s").arg(seconds);
+  return tr("%1 min %2 s").arg(seconds / 60).arg(seconds % 60);
+}
 
 QString MemoryGauge::Used(const core::sound::MemoryUse& use) {
   return tr("%1 of %2 used").arg(Duration(use.total), Duration(use.capacity));

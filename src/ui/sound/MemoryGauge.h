@@ -19,6 +19,8 @@ class MemoryGauge : public kit::Card {
 
   void Show(const core::sound::MemoryUse& use);
 
+  /// About how long a download takes: "56 s", "2 min 5 s".
+  [[nodiscard]] static QString DownloadTime(int seconds);
   /// How much of the memory is used: "21.0 s of 58.2 s used".
   [[nodiscard]] static QString Used(const core::sound::MemoryUse& use);
   /// The same with the time of a download, or with what is too much.

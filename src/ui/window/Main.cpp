@@ -22,6 +22,7 @@
 #include "ui/window/HelpMenu.h"
 #include "ui/window/LedPage.h"
 #include "ui/window/Pages.h"
+#include "ui/window/SetsOfComputer.h"
 #include "ui/window/WhyNot.h"
 
 namespace kestrin::ui::window {
@@ -43,13 +44,16 @@ Main::Main(const Surroundings& surroundings)
       m_setFile(m_set, surroundings.dialogs, surroundings.disk, surroundings.gate, surroundings.settings,
                 ExampleIn(surroundings.programFolder), m_packed),
       m_keeper(m_set, m_setFile, m_around, this),
-      m_download(m_configuration, m_session, m_around),
+      m_download(m_configuration, m_set, m_session, m_around),
       m_setup(m_session, m_around),
       m_doctor(m_session, m_around, m_pictures),
       m_preview(surroundings.player, surroundings.foldersToWriteIn),
       m_levelling(m_set, m_around),
       m_import(m_set, m_preview, m_levelling, m_around, m_pictures),
       m_try(m_set, m_around, m_setup),
+      m_knowledge(m_set, m_session, m_around,
+                  [this] { return SetsOfComputer(m_setFile.Recent(), m_around.foldersToWriteIn); }),
+      m_compare(m_set, m_knowledge, m_preview, m_setFile, m_around, m_pictures),
       m_focus(*this),
       m_place(*this, surroundings.settings),
       m_closing(surroundings.gate, {[this] { return AskToClose(); }, [this] { StopAll(); }, [this] { Finish(); }}),
@@ -182,6 +186,7 @@ void Main::ShowState(const core::device::SessionState& state) {
     m_helpLine->ShowNews(tr("A board is there, but this program cannot use it yet. \"Why?\" tells what to do."));
   m_accessProblem = state.accessProblem;
   m_doctor.Follow();
+  m_knowledge.Follow();
   UpdateButtons();
 }
 
@@ -289,6 +294,7 @@ void Main::UpdateButtons() {
     m_tools->OfferWhy(why.Doctor());
     m_helpMenu->OfferDoctor(why.Doctor());
   }
+  m_compare.ShowWhyNotSend(why.Of(ToolRow::Tool::Send));
   m_tools->EnableUndoAndRedo(m_pages->Shown() != Pages::Page::LedDriver);
 }
 
@@ -335,6 +341,8 @@ void Main::StopAll() {
   m_doctor.Stop();
   m_levelling.Stop();
   m_import.Stop();
+  m_knowledge.Stop();
+  m_compare.Stop();
   m_download.Cancel();
   m_session.Hurry();
   m_setFile.Locator().Stop();

@@ -14,6 +14,8 @@
 #include "ui/kit/FocusKeeper.h"
 #include "ui/kit/HelpContext.h"
 #include "ui/kit/Pictures.h"
+#include "ui/window/BoardCompare.h"
+#include "ui/window/BoardKnowledge.h"
 #include "ui/window/BoardWatch.h"
 #include "ui/window/Closing.h"
 #include "ui/window/LinkDoctor.h"
@@ -162,6 +164,8 @@ class Main : public QMainWindow,
   SetLevelling m_levelling;
   SoundsImport m_import;
   TryPage m_try;
+  BoardKnowledge m_knowledge;
+  BoardCompare m_compare;
 
   ToolRow* m_tools = nullptr;
   Pages* m_pages = nullptr;

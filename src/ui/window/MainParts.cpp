@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QVBoxLayout>
 
+#include "ui/board/CompareFrame.h"
 #include "ui/doctor/DoctorFrame.h"
 #include "ui/import/ImportFrame.h"
 #include "ui/kit/CommandGate.h"
@@ -82,7 +83,7 @@ void Main::LayOver() {
   m_about = new AboutFrame(m_pictures);
   for (QWidget* const panel :
        std::initializer_list<QWidget*>{&m_setup.Frame(), &m_doctor.Frame(), m_about, &m_levelling.Frame(),
-                                       &m_import.Frame(), &m_download.Frame()}) {
+                                       &m_import.Frame(), &m_compare.Frame(), &m_download.Frame()}) {
     auto* const overlay = new kit::Overlay(*panel, *this, m_pages);
     connect(overlay, &kit::Overlay::shown, this, [this] { SetCovered(true); });
     connect(overlay, &kit::Overlay::hidden, this, [this] { SetCovered(false); });
@@ -100,6 +101,11 @@ void Main::ConnectTools() {
   connect(&m_download, &SetDownload::running, this, &Main::SetRunning);
   connect(&m_levelling, &SetLevelling::running, this, &Main::SetRunning);
   m_levelling.Attach(*m_page, gate);
+  // A sheet that is open has its own controls.
+  m_compare.Attach(
+      *m_tools, [this] { return m_covers == 0 && !m_running; }, [this] { Press(ToolRow::Tool::Send); });
+  connect(&m_download, &SetDownload::writing, this,
+          [this](bool isWriting) { isWriting ? m_knowledge.Forget() : m_knowledge.LookAgain(); });
 }
 
 void Main::ConnectHelp() {
@@ -183,6 +189,8 @@ void Main::ConnectNews() {
   connect(&m_keeper, &SetKeeper::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_keeper, &SetKeeper::offered, this, [this] { m_requests.Look(); });
   connect(&m_levelling, &SetLevelling::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_compare, &BoardCompare::news, m_helpLine, &HelpLine::ShowNews);
+  connect(&m_download, &SetDownload::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_import, &SoundsImport::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_try, &TryPage::news, m_helpLine, &HelpLine::ShowNews);
   connect(&m_setup, &SensorSetup::news, m_helpLine, &HelpLine::ShowNews);

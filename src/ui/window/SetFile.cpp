@@ -131,10 +131,25 @@ core::sound::LoadResult SetFile::LoadBy(
   return result;
 }
 
-void SetFile::Load(const std::filesystem::path& path) {
-  const auto result = LoadBy([&](const core::base::EventPump& pump) { return m_set.Load(path, pump); });
+void SetFile::OpenCopy(const std::filesystem::path& path) {
+  if (MayLose()) Load(path, true);
+}
+
+std::filesystem::path SetFile::AskForSet(const QString& title) {
+  return kit::PathOf(m_dialogs.OpenFile(title, StartPlace(), Filter(), kit::HelpContext::Board));
+}
+
+void SetFile::SetMore(std::function<void(QMenu&)> more) {
+  m_more = std::move(more);
+  FillMenu();
+}
+
+void SetFile::Load(const std::filesystem::path& path, bool isCopy) {
+  const auto result = LoadBy([&](const core::base::EventPump& pump) {
+    return isCopy ? m_set.LoadCopy(path, pump) : m_set.Load(path, pump);
+  });
   std::error_code ignored;
-  if (result.valid)
+  if (result.valid && !isCopy)
     Remember(path);
   else if (!std::filesystem::exists(path, ignored))
     m_recent.Forget(path);
@@ -252,6 +267,10 @@ void SetFile::FillMenu() {
     QAction* const action = m_menu.addAction(QString("&%1  %2").arg(++number).arg(name));
     action->setToolTip(text);
     ConnectTo(*action, path);
+  }
+  if (m_more) {
+    m_menu.addSeparator();
+    m_more(m_menu);
   }
   if (kit::PathsOfSetting(m_settings.value(kRecentKey)) != m_recent.Paths())
     m_settings.setValue(kRecentKey, kit::SettingOf(m_recent.Paths()));

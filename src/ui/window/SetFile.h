@@ -51,6 +51,14 @@ class SetFile : public QObject {
   /// Brings back what was not saved of the set whose file is `origin`, from the configuration `unsaved`; see
   /// SoundSet::BringBack(). False when it is not valid, which the person is told.
   [[nodiscard]] bool BringBack(const std::filesystem::path& unsaved, const std::filesystem::path& origin);
+  /// Opens the set in this file as one that is not saved yet, after the same question.
+  void OpenCopy(const std::filesystem::path& path);
+  /// Asks for the file of a set; empty when the person thought better of it.
+  [[nodiscard]] std::filesystem::path AskForSet(const QString& title);
+  /// Lets others put more into the menu, behind the sets.
+  void SetMore(std::function<void(QMenu&)> more);
+  /// The files of the sets that were used last.
+  [[nodiscard]] const std::vector<std::filesystem::path>& Recent() const { return m_recent.Paths(); }
   /// Sets that have just come: the person may open one of them at once.
   void OfferNew(const std::vector<std::filesystem::path>& paths);
   /// Asks for a file name and saves. False when it was not saved.
@@ -77,7 +85,7 @@ class SetFile : public QObject {
  private:
   /// Which files the dialogs offer.
   [[nodiscard]] static QString Filter();
-  void Load(const std::filesystem::path& path);
+  void Load(const std::filesystem::path& path, bool isCopy = false);
   /// Lets the set load something, and tells of it.
   core::sound::LoadResult LoadBy(const std::function<core::sound::LoadResult(const core::base::EventPump& pump)>& load);
   /// Tells what became of a load, when everything that follows from it is done.
@@ -105,6 +113,7 @@ class SetFile : public QObject {
   PackedSets& m_packed;
   QMenu m_menu;
   QMenu m_saveMenu;
+  std::function<void(QMenu&)> m_more;
 };
 
 }  // namespace kestrin::ui::window

@@ -69,6 +69,8 @@ struct Surroundings {
   core::base::Archives* archives = nullptr;
   /// What a saber is heard by that is tried; nullptr where there is silence.
   core::sound::SoundOutput* output = nullptr;
+  /// Where the program keeps what it has found out about sets and boards; empty: it keeps nothing, and asks no board.
+  std::filesystem::path dataFolder = {};
 };
 
 }  // namespace kestrin::ui::window

@@ -12,6 +12,7 @@
 #include <QStyle>
 #include <QStyleOptionToolButton>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "core/device/SessionState.h"
@@ -129,7 +130,7 @@ ToolRow::ToolRow(const kit::Pictures& pictures, QWidget* parent) : QWidget(paren
   ShowSession({});
 }
 
-QHBoxLayout* ToolRow::MakeLabels() {
+QVBoxLayout* ToolRow::MakeLabels() {
   m_online = kit::MakeLabel("OnlinePicture", kit::TextStyle::Plain, "", this);
   m_noBoard = kit::MakeLabel("NoBoardLabel", kit::TextStyle::Soft, tr("No board connected"), this);
   m_why = new kit::LinkButton("WhyLink", tr("Why?"), this);
@@ -153,7 +154,17 @@ QHBoxLayout* ToolRow::MakeLabels() {
   board->addWidget(m_serial, 1);
   board->addSpacing(kit::kHalf);
   board->addWidget(m_online);
-  return board;
+  m_board = new QVBoxLayout;
+  m_board->setSpacing(kit::kHair);
+  m_board->addLayout(board);
+  return m_board;
+}
+
+void ToolRow::AddBoardChip(QWidget& chip) {
+  m_board->addStretch(1);
+  m_board->insertStretch(0, 1);
+  m_board->insertWidget(2, &chip, 0, Qt::AlignRight);
+  setTabOrder(m_why, &chip);
 }
 
 QToolButton* ToolRow::MakeMenuButton(const char* name, const QString& caption, const QString& purpose) {

@@ -12,6 +12,7 @@ class QIcon;
 class QLabel;
 class QMenu;
 class QToolButton;
+class QVBoxLayout;
 
 namespace kestrin::core::device {
 struct SessionState;
@@ -50,6 +51,9 @@ class ToolRow : public QWidget {
   /// The same beside `SaveBtn`.
   void SetSaveMenu(QMenu& menu) { SetArrowMenu(Tool::Save, menu); }
 
+  /// The chip that says what the board holds stands below the board's name.
+  void AddBoardChip(QWidget& chip);
+
   /// What opens below `ViewBtn`.
   void SetViewMenu(QMenu& menu);
   /// What opens below `HelpBtn`.
@@ -80,7 +84,7 @@ class ToolRow : public QWidget {
   void MakeButtons(QHBoxLayout& layout);
   /// A button that a menu opens below.
   [[nodiscard]] QToolButton* MakeMenuButton(const char* name, const QString& caption, const QString& purpose);
-  [[nodiscard]] QHBoxLayout* MakeLabels();
+  [[nodiscard]] QVBoxLayout* MakeLabels();
   void ShowPictures();
   /// The width that the row needs, with the captions of the tools or without.
   [[nodiscard]] int WidthFor(bool hasCaptions) const;
@@ -108,6 +112,8 @@ class ToolRow : public QWidget {
   kit::LinkButton* m_why = nullptr;
   bool m_isOnline = false;
   QLabel* m_serial = nullptr;
+  /// The board's name, and what is below it.
+  QVBoxLayout* m_board = nullptr;
 };
 
 }  // namespace kestrin::ui::window

@@ -99,7 +99,8 @@ class MainFixture : public testing::Test {
                                                                          hasAbout ? tell : nullptr,
                                                                          audio,
                                                                          archives,
-                                                                         output});
+                                                                         output,
+                                                                         knowledge});
   }
 
   /// Makes it and starts it up with that board online.
@@ -196,6 +197,8 @@ class MainFixture : public testing::Test {
   bool hasAbout = true;
   /// What measures sounds, if anything does.
   core::sound::AudioTools* audio = nullptr;
+  /// Where the window keeps what it knows of boards; empty: it asks none.
+  std::filesystem::path knowledge;
   /// What reads ZIP files, if anything does.
   core::base::Archives* archives = nullptr;
   /// What a saber is heard by that is tried, if by anything.
