@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -61,7 +62,7 @@ class BoardStage {
     m_stage.Settle(m_stage.Window());
   }
   [[nodiscard]] ui::board::BoardChip& Chip() { return m_stage.Find<ui::board::BoardChip>("BoardChip"); }
-  void NewSet() { m_stage.Find<QMenu>("LoadMenu").actions().front()->trigger(); }
+  void NewSet() { m_stage.Find<QToolButton>("LoadBtn").menu()->actions().front()->trigger(); }
   void Press(const char* button) { m_stage.Find<QAbstractButton>(button).click(); }
   [[nodiscard]] fs::path DataFolder() const { return m_stage.DataFolder(); }
   [[nodiscard]] QPixmap Grab() {
@@ -78,8 +79,8 @@ class BoardStage {
 };
 
 /// The differences of the scenes: another idle sound, another volume, a lock-up sound that is only here.
-const std::vector<std::pair<std::string, std::string>> kChanges = {{"idle\\.lsu", "boot.lsu"},
-                                                                   {"(swing2\\.lsu\r?\n) *[0-9]+", "$1 60"}};
+const std::vector<std::pair<std::string, std::string>> kChanges = {
+    {"idle\\.lsu", "boot.lsu"}, {"(swing2\\.lsu\r?\n) *[0-9]+", "$1 60"}, {"LOCKUP-2", "LOCKUP-1"}};
 
 QPixmap TakeDiffers(const Place& place, const std::string& board, bool isOpen) {
   const QTemporaryDir folder;

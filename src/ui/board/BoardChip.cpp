@@ -26,6 +26,7 @@ constexpr int kArrow = 22;
 /// The widest that it wants to be; what does not fit is in the tool tip.
 constexpr int kWidest = 360;
 constexpr int kLeast = 96;
+constexpr double kDisabledOpacity = 0.5;
 /// Of the warning's colour in the ground, of 255.
 constexpr int kTint = 30;
 
@@ -82,6 +83,7 @@ void BoardChip::paintEvent(QPaintEvent* /*event*/) {
   option.initFrom(this);
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
   const bool isPlain = kit::IsHighContrast(palette());
   QColor ground = ColorOf(ColorRole::Card, palette());
   const bool warns = m_state == State::Differs && !isPlain;

@@ -15,6 +15,7 @@
 #include "ui/kit/Labels.h"
 #include "ui/kit/Pictures.h"
 #include "ui/kit/Theme.h"
+#include "ui/kit/ThemeColors.h"
 #include "ui/kit/TopicOf.h"
 
 namespace kestrin::ui::board {
@@ -35,7 +36,7 @@ constexpr int kCloseWidth = 88;
 
 }  // namespace
 
-CompareFrame::CompareFrame(const kit::Pictures& pictures, QWidget* parent) : Card(parent) {
+CompareFrame::CompareFrame(const kit::Pictures& pictures, QWidget* parent) : Card(parent), m_pictures(pictures) {
   setObjectName("CompareFrame");
   kit::SetHelpContext(*this, kit::HelpContext::Board);
   auto* const all = new QVBoxLayout(this);
@@ -43,7 +44,7 @@ CompareFrame::CompareFrame(const kit::Pictures& pictures, QWidget* parent) : Car
   all->setSpacing(kWide);
   all->addLayout(MakeHead());
   all->addWidget(MakeTable(), 1);
-  all->addLayout(MakeFooter(pictures));
+  all->addLayout(MakeFooter());
   hide();
 }
 
@@ -92,6 +93,8 @@ QWidget* CompareFrame::MakeTable() {
   m_nothing->setMargin(kBroad);
   m_table = new CompareTable(*m_differences, frame);
   connect(m_table, &CompareTable::playWanted, this, &CompareFrame::playWanted);
+  // The rows are laid out after the table.
+  connect(m_table, &CompareTable::laidOut, this, &CompareFrame::PlaceHeader, Qt::QueuedConnection);
   connect(m_table, &CompareTable::stopWanted, this, &CompareFrame::stopWanted);
   connect(m_table, &CompareTable::takeOverWanted, this, &CompareFrame::takeOverWanted);
   kit::SetHelpContext(*m_table, kit::HelpContext::Board);
@@ -105,7 +108,7 @@ QWidget* CompareFrame::MakeTable() {
   return frame;
 }
 
-QBoxLayout* CompareFrame::MakeFooter(const kit::Pictures& pictures) {
+QBoxLayout* CompareFrame::MakeFooter() {
   m_advice = kit::MakeLabel("CompareAdvice", kit::TextStyle::Soft, "", this);
   m_advice->setWordWrap(true);
   m_close = new QPushButton(tr("Close"), this);
@@ -116,8 +119,7 @@ QBoxLayout* CompareFrame::MakeFooter(const kit::Pictures& pictures) {
   m_send = new QPushButton(tr("Send to the board"), this);
   m_send->setObjectName("CompareSendBtn");
   kit::Theme::MakePrimary(*m_send);
-  m_send->setIcon(
-      pictures.Tinted("download.bmp", m_send->palette().color(QPalette::Active, QPalette::HighlightedText)));
+  ShowPicture();
   connect(m_send, &QPushButton::clicked, this, &CompareFrame::sendWanted);
   auto* const row = new QHBoxLayout;
   row->setSpacing(kGrid);
@@ -225,10 +227,15 @@ void CompareFrame::PlaceHeader() {
   m_there->move(m_table->SideAt(1), (kHeaderHeight - m_there->height()) / 2);
 }
 
+void CompareFrame::ShowPicture() {
+  m_send->setIcon(m_pictures.Tinted("download.bmp", kit::ColorOf(kit::ColorRole::AccentText, palette())));
+}
+
 bool CompareFrame::event(QEvent* event) {
   const bool handled = Card::event(event);
   // The rows have their places once they are laid out.
   if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show) PlaceHeader();
+  if (event->type() == QEvent::PaletteChange && m_send != nullptr) ShowPicture();
   return handled;
 }
 

@@ -41,7 +41,7 @@ class CompareFrame : public kit::Card {
     bool isBoard = true;
   };
 
-  /// Starts hidden.
+  /// Starts hidden. The pictures must outlive the sheet.
   explicit CompareFrame(const kit::Pictures& pictures, QWidget* parent = nullptr);
 
   /// Shows the sheet with all places.
@@ -76,11 +76,13 @@ class CompareFrame : public kit::Card {
   [[nodiscard]] QBoxLayout* MakeHead();
   [[nodiscard]] QPushButton* MakeFilter(const char* name);
   [[nodiscard]] QWidget* MakeTable();
-  [[nodiscard]] QBoxLayout* MakeFooter(const kit::Pictures& pictures);
+  [[nodiscard]] QBoxLayout* MakeFooter();
   void ShowSides(const Sides& sides);
   void Refresh();
   void PlaceHeader();
+  void ShowPicture();
 
+  const kit::Pictures& m_pictures;
   core::sound::ComparedPlaces m_places;
   CompareTexts m_texts;
 

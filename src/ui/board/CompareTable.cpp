@@ -146,6 +146,11 @@ QWidget* CompareTable::Beside(Spot spot, int key) const {
   return nullptr;
 }
 
+void CompareTable::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  emit laidOut();
+}
+
 bool CompareTable::eventFilter(QObject* watched, QEvent* event) {
   const std::optional<Spot> spot = SpotOf(watched);
   if (spot && event->type() == QEvent::FocusIn) {

@@ -32,10 +32,13 @@ class CompareTable : public QScrollArea {
  signals:
   void playWanted(const core::sound::ComparedSound& sound);
   void stopWanted();
+  /// The rows have got another width.
+  void laidOut();
   void takeOverWanted(const core::sound::ComparedPlace& place);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   /// A button of the table.

@@ -8,6 +8,7 @@
 #include "core/sound/SoundSet.h"
 #include "core/sound/board/BoardHistory.h"
 #include "ui/kit/CommandGate.h"
+#include "ui/window/SetsOfComputer.h"
 #include "ui/window/Surroundings.h"
 
 namespace kestrin::ui::window {
@@ -33,13 +34,14 @@ struct Stopped {};
 }  // namespace
 
 BoardKnowledge::BoardKnowledge(core::sound::SoundSet& set, core::device::DeviceSession& session,
-                               const Surroundings& around, std::function<std::vector<std::filesystem::path>()> sets,
+                               const Surroundings& around, std::function<std::vector<std::filesystem::path>()> recent,
                                QObject* parent)
     : QObject(parent),
       m_set(set),
       m_session(session),
       m_gate(around.gate),
-      m_listSets(std::move(sets)),
+      m_recent(std::move(recent)),
+      m_fontPlaces(around.foldersToWriteIn),
       m_historyFolder(around.dataFolder / BoardHistory::kFolderName),
       m_disk(around.disk),
       m_learnTimer(this),
@@ -113,9 +115,9 @@ void BoardKnowledge::Learn() {
   if (m_set.IsLoading()) return LearnSoon();
   const auto configuration = std::make_shared<core::sound::LSU_Configuration>(m_set.Configuration().WithoutStreams());
   const auto sounds = m_hasSounds ? std::optional(m_sounds) : std::nullopt;
-  m_job.Start([this, configuration, path = m_set.Path(), files = m_listSets(), sounds, known = m_known,
-               history = BoardHistory(m_historyFolder, m_disk)](const kit::LatestJob::GoOn& goOn,
-                                                                const kit::LatestJob::Deliver& deliver) {
+  m_job.Start([this, configuration, path = m_set.Path(), recent = m_recent(), places = m_fontPlaces, sounds,
+               known = m_known, history = BoardHistory(m_historyFolder, m_disk)](
+                  const kit::LatestJob::GoOn& goOn, const kit::LatestJob::Deliver& deliver) {
     const core::base::EventPump pump = [&goOn] {
       if (!goOn()) throw Stopped();
     };
@@ -125,7 +127,7 @@ void BoardKnowledge::Learn() {
       const std::vector<core::sound::HistoryEntry> entries = history.Entries();
       // What a board has got is known even when its files are gone.
       for (const core::sound::HistoryEntry& entry : entries) learned->sets.push_back(entry.set);
-      for (const std::filesystem::path& file : files) {
+      for (const std::filesystem::path& file : SetsOfComputer(recent, places)) {
         pump();
         if (std::optional<KnownSet> set = KnownSet::Load(file, *known, pump)) learned->sets.push_back(*std::move(set));
       }

@@ -46,10 +46,10 @@ class BoardKnowledge : public QObject, private core::sound::SoundSetListener {
     Told       ///< all is known that can be
   };
 
-  /// All must outlive the object. `sets` tells the files of the sets that this computer knows, whenever they are looked
-  /// through.
+  /// All must outlive the object. `recent` tells the files of the sets that the person has used last; they are known
+  /// beside the sound fonts.
   BoardKnowledge(core::sound::SoundSet& set, core::device::DeviceSession& session, const Surroundings& around,
-                 std::function<std::vector<std::filesystem::path>()> sets, QObject* parent = nullptr);
+                 std::function<std::vector<std::filesystem::path>()> recent, QObject* parent = nullptr);
   ~BoardKnowledge() override;
 
   /// Whether the surroundings have a place to keep what is known; if not, no board is ever asked.
@@ -108,7 +108,9 @@ class BoardKnowledge : public QObject, private core::sound::SoundSetListener {
   core::sound::SoundSet& m_set;
   core::device::DeviceSession& m_session;
   kit::CommandGate& m_gate;
-  std::function<std::vector<std::filesystem::path>()> m_listSets;
+  std::function<std::vector<std::filesystem::path>()> m_recent;
+  /// Where sound fonts may lie.
+  std::vector<std::filesystem::path> m_fontPlaces;
   std::filesystem::path m_historyFolder;
   core::base::Disk& m_disk;
   /// The thread's; nullptr when nobody may ask.

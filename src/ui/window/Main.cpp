@@ -22,7 +22,6 @@
 #include "ui/window/HelpMenu.h"
 #include "ui/window/LedPage.h"
 #include "ui/window/Pages.h"
-#include "ui/window/SetsOfComputer.h"
 #include "ui/window/WhyNot.h"
 
 namespace kestrin::ui::window {
@@ -51,8 +50,7 @@ Main::Main(const Surroundings& surroundings)
       m_levelling(m_set, m_around),
       m_import(m_set, m_preview, m_levelling, m_around, m_pictures),
       m_try(m_set, m_around, m_setup),
-      m_knowledge(m_set, m_session, m_around,
-                  [this] { return SetsOfComputer(m_setFile.Recent(), m_around.foldersToWriteIn); }),
+      m_knowledge(m_set, m_session, m_around, [this] { return m_setFile.Recent(); }),
       m_compare(m_set, m_knowledge, m_preview, m_setFile, m_around, m_pictures),
       m_focus(*this),
       m_place(*this, surroundings.settings),

@@ -54,6 +54,11 @@ bool SetDownload::IsHeld() {
   return holds && *holds;
 }
 
+void SetDownload::Cancel() {
+  m_isStopped = true;
+  m_download.Cancel();
+}
+
 void SetDownload::Remember() {
   const core::base::Result<> kept =
       m_history.Add(m_configuration, m_set.Path(), m_session.State().serialNumber, m_download.Parameters(),
@@ -65,11 +70,13 @@ void SetDownload::Run(bool always) {
   core::device::TLS* const board = m_session.Board();
   if (board == nullptr) return;
   const kit::CommandGate::Passage passage(m_gate);
+  m_isStopped = false;
   emit running(true);
   m_sleep.Block(tr("Sounds are being written into the board.").toStdString());
   const bool identified = static_cast<bool>(m_session.EnsureIdentified());
-  if (!always && identified && IsHeld()) {
-    m_frame->ShowHeld(core::sound::MemoryUse::Of(m_configuration).downloadSeconds);
+  const bool isHeld = !always && identified && IsHeld();
+  if (isHeld || m_isStopped) {
+    if (isHeld) m_frame->ShowHeld(core::sound::MemoryUse::Of(m_configuration).downloadSeconds);
     m_sleep.Unblock();
     return emit running(false);
   }

@@ -40,8 +40,9 @@ class SetDownload : public QObject {
   /// history.
   void SendAgain();
   [[nodiscard]] bool IsRunning() const { return m_download.IsRunning(); }
-  /// Stops it without a question. Does nothing when none is running.
-  void Cancel() { m_download.Cancel(); }
+  /// Stops it without a question, also while it only looks whether the board holds the set. Does nothing when none is
+  /// running.
+  void Cancel();
   /// Whether the window may be closed: asks while a download is running.
   [[nodiscard]] bool MayClose();
   /// The person clicked beside the frame.
@@ -70,6 +71,8 @@ class SetDownload : public QObject {
   kit::SleepBlocker& m_sleep;
   sound::DownloadFrame* m_frame;
   core::sound::Download m_download;
+  /// While it is looked whether the board holds the set: nothing is to be sent any more.
+  bool m_isStopped = false;
   /// Whether boards are asked what they hold, and what they get is kept.
   bool m_isKnowing;
   core::sound::BoardHistory m_history;

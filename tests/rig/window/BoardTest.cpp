@@ -9,9 +9,9 @@ namespace {
 
 using testing::IsSupersetOf;
 
-class Board : public AccessibleNames {
+class OnTheBoard : public AccessibleNames {
  protected:
-  Board() {
+  OnTheBoard() {
     m_set.AddOneEach(4800);
     m_onBoard = m_set.WriteConfiguration("Ember.lscfg");
     static_cast<void>(RunOnBoard(0, {"download", m_onBoard.string()}));
@@ -24,9 +24,8 @@ class Board : public AccessibleNames {
     return m_set.WriteConfiguration("other.lscfg");
   }
   Control AwaitChip(const std::string& name) {
-    return window.Await(name, [&](const Control& control) {
-      return control.name == name && control.Is(Control::State::Focusable);
-    });
+    return window.Await(
+        name, [&](const Control& control) { return control.name == name && control.Is(Control::State::Focusable); });
   }
   void ClickChip(const std::string& name) { window.Click(AwaitChip(name).role, name); }
 
@@ -34,18 +33,17 @@ class Board : public AccessibleNames {
   std::filesystem::path m_onBoard;
 };
 
-TEST_F(Board, IsComparedByMouseAndTakenOverByKeyboard) {
+TEST_F(OnTheBoard, IsComparedByMouseAndTakenOverByKeyboard) {
   Start(Louder());
   ClickChip("Board: This set, but Idle differs");
   window.Await("label", "6 sounds are the same, 1 differs.");
-  EXPECT_THAT(Controls(kMain),
-              IsSupersetOf(std::vector<Said>{{"radio button", "All 7"},
-                                             {"radio button", "Only differences 1"},
-                                             {"push button", "Play Boot: boot.lsu"},
-                                             {"push button", "Play Idle: idle.lsu"},
-                                             {"push button", "Take over Idle: idle.lsu at 100 %"},
-                                             {"push button", "Close"},
-                                             {"push button", "Send to the board"}}));
+  EXPECT_THAT(Controls(kMain), IsSupersetOf(std::vector<Said>{{"radio button", "All 7"},
+                                                              {"radio button", "Only differences 1"},
+                                                              {"push button", "Play Boot: boot.lsu"},
+                                                              {"push button", "Play Idle: idle.lsu"},
+                                                              {"push button", "Take over Idle: idle.lsu at 100 %"},
+                                                              {"push button", "Close"},
+                                                              {"push button", "Send to the board"}}));
   // From the first play button down to the row, then right to what takes over.
   window.Press({"Down"});
   window.Press({"Down"});
@@ -62,7 +60,7 @@ TEST_F(Board, IsComparedByMouseAndTakenOverByKeyboard) {
   window.Press({"Control_L", "y"});
 }
 
-TEST_F(Board, ADownloadThatWouldChangeNothingSaysSo) {
+TEST_F(OnTheBoard, ADownloadThatWouldChangeNothingSaysSo) {
   Start(m_onBoard);
   AwaitChip("Board: This set");
   const std::string flash = Flash();
@@ -77,7 +75,7 @@ TEST_F(Board, ADownloadThatWouldChangeNothingSaysSo) {
   EXPECT_EQ(BoardState()["resets"], resets);
 }
 
-TEST_F(Board, IsKnownFromItsHistory) {
+TEST_F(OnTheBoard, IsKnownFromItsHistory) {
   std::filesystem::remove(m_onBoard);
   Start(std::vector<std::string>{});
   AwaitChip("Board: Ember");

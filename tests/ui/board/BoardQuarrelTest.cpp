@@ -78,6 +78,24 @@ TEST_F(BoardQuarrel, TheWindowClosesAtOnce) {
   EXPECT_LE(Written(), closed + 2);
 }
 
+// Nobody is there any more to see a download through.
+TEST_F(BoardQuarrel, AWindowThatClosesWhileADownloadOnlyLooksSendsNothing) {
+  PutOnBoard(With(6, 50));
+  Make(Board("wire=usb"));
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  Open(Plain());
+  ASSERT_TRUE(Says("Board: This set, but Lock-up 1 differs"));
+  const std::string flash = Flash();
+  const std::uint64_t before = Written();
+  // Behind the table all sounds but the last are the same.
+  When([this, before] { return Written() >= before + 6; }, [this] { window->close(); });
+  Button("SendBtn").click();
+  ASSERT_TRUE(Until([this] { return window->IsOver(); }));
+  EXPECT_EQ(Flash(), flash);
+  EXPECT_TRUE(Entries().empty());
+}
+
 TEST_F(BoardQuarrel, ABoardThatFallsSilentIsNotKnownAndStaysOnline) {
   // The answers before are those to who it is and to its parameters.
   StartAnd(
