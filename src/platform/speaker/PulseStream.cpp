@@ -51,11 +51,11 @@ class PulseStream::Connection {
   ~Connection() {
     if (m_loop == nullptr) return;
     m_pulse.lockLoop(m_loop);
-    if (m_stream.m_stream != nullptr) {
-      m_pulse.setStreamCallback(m_stream.m_stream, nullptr, nullptr);
-      m_pulse.setWriteCallback(m_stream.m_stream, nullptr, nullptr);
-      m_pulse.disconnectStream(m_stream.m_stream);
-      m_pulse.releaseStream(m_stream.m_stream);
+    if (pa_stream* const stream = m_stream.m_stream; stream != nullptr) {
+      m_pulse.setStreamCallback(stream, nullptr, nullptr);
+      m_pulse.setWriteCallback(stream, nullptr, nullptr);
+      m_pulse.disconnectStream(stream);
+      m_pulse.releaseStream(stream);
     }
     if (m_stream.m_context != nullptr) {
       m_pulse.setContextCallback(m_stream.m_context, nullptr, nullptr);
@@ -127,11 +127,12 @@ void PulseStream::OpenStream(pa_context* context) {
   constexpr auto kByDefault = static_cast<std::uint32_t>(-1);
   const auto bytes = static_cast<std::uint32_t>(m_buffer.count()) * kSamplesPerSecond / 1000 * kBytesOfASample;
   const pa_buffer_attr buffers{kByDefault, static_cast<std::uint32_t>(bytes), kByDefault, kByDefault, kByDefault};
-  m_stream = m_pulse->newStream(context, "Sound", &kFormat, nullptr);
-  if (m_stream != nullptr) {
-    m_pulse->setStreamCallback(m_stream, OnStreamState, this);
-    m_pulse->setWriteCallback(m_stream, OnWanted, this);
-    if (m_pulse->connectPlayback(m_stream, nullptr, &buffers, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) >= 0) return;
+  pa_stream* const stream = m_pulse->newStream(context, "Sound", &kFormat, nullptr);
+  m_stream = stream;
+  if (stream != nullptr) {
+    m_pulse->setStreamCallback(stream, OnStreamState, this);
+    m_pulse->setWriteCallback(stream, OnWanted, this);
+    if (m_pulse->connectPlayback(stream, nullptr, &buffers, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) >= 0) return;
   }
   Fail("The sound service does not play", "Look at the computer's sound settings and try again.");
 }

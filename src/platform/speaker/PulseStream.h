@@ -60,7 +60,8 @@ class PulseStream {
   // Of libpulse's thread, and of the one that runs while it holds the loop's lock.
   const PulseLibrary* m_pulse = nullptr;
   pa_context* m_context = nullptr;
-  pa_stream* m_stream = nullptr;
+  /// Atomic for the thread sanitizer alone, which does not see the library's lock.
+  std::atomic<pa_stream*> m_stream = nullptr;
   bool m_hasWritten = false;
   bool m_isExhausted = false;
 };
