@@ -166,6 +166,16 @@ TEST(PulseTrouble, ASinkThatGoesAwayIsTold) {
             "The sound service has nothing to play on (No such entity). Connect a loudspeaker and try again.");
 }
 
+TEST(PulseTrouble, AServiceThatAnswersIsNotGivenUp) {
+  const PrivateSoundService service;
+  const Endless endless;
+  PulseOutput output(kLiveBuffer, {.connecting = milliseconds(5000), .playing = milliseconds(1000)});
+  output.Start(endless.Source());
+  // Two seconds of sound, which are asked for one after the other.
+  EXPECT_TRUE(endless.Plays(96000));
+  EXPECT_TRUE(output.Look().isPlaying) << output.Look().ended.Text();
+}
+
 TEST(PulseTrouble, AProgramThatWasStoppedForLongerThanItsPatiencePlaysOn) {
   const PrivateSoundService service;
   const Endless endless;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <string>
@@ -116,6 +117,11 @@ TEST_F(SaberPlayTest, WhoAsksTwiceDoesNotWaitForTheBlade) {
   const auto saber = PlayWithTheBladeOut();
   saber->Type("q");
   saber->WaitForOutput("Switching off");
+  // Once asked, it is heard on.
+  PrivateSoundService::Recorder recorder;
+  const std::vector<std::int16_t> heard = recorder.Hear(48000);
+  EXPECT_GT(std::ranges::count_if(heard, [](std::int16_t sample) { return sample != 0; }), 24000);
+  EXPECT_FALSE(saber->HasEnded());
   saber->Type("q");
   EXPECT_EQ(saber->Wait().code, 0);
 }
