@@ -70,7 +70,9 @@ TEST(WasapiOutput, EndsByItselfOrSaysThatNothingIsThereToPlayOn) {
     output.Start(tone.Source());
     EXPECT_TRUE(Until([&output] { return !output.Look().isPlaying; }));
     ExpectEnded(output.Look().ended);
-    if (waveOutGetNumDevs() != 0) EXPECT_EQ(tone.given, length);
+    if (waveOutGetNumDevs() != 0) {
+      EXPECT_EQ(tone.given, length);
+    }
   }
 }
 
