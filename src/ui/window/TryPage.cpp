@@ -4,10 +4,12 @@
 #include <QAction>
 #include <QSettings>
 #include <QToolButton>
+#include <optional>
 
 #include "core/ledsetup/LedSetupState.h"
 #include "core/motion/DetectionParameter.h"
 #include "ui/sound/SoundPage.h"
+#include "ui/stage/TryControl.h"
 #include "ui/stage/TryFrame.h"
 #include "ui/window/LedPage.h"
 #include "ui/window/Pages.h"
@@ -22,34 +24,48 @@ namespace {
 
 constexpr const char* kFewerKey = "fewerFlashes";
 
+/// How the board that is online detects motion, or any board as it leaves the factory.
+stage::TryControl::Detection DetectionOf(const SensorSetup& sensor) {
+  const core::device::AccParam held = sensor.Held().value_or(core::motion::FactoryDefaults());
+  return {{held.MotionTh, held.MotionDeb}, static_cast<double>(core::motion::FlashPeriodMilliseconds(held.FOCTime))};
+}
+
+/// The LED settings that are open.
+std::optional<stage::LedLook> LookOf(const LedPage* led) {
+  const core::ledsetup::LedSetupState* const state = led == nullptr ? nullptr : led->State();
+  if (state == nullptr || state->Channels() == 0) return std::nullopt;
+  return stage::LedLook{state->CurrentDriver, state->Shown()};
+}
+
 }  // namespace
 
 TryPage::TryPage(core::sound::SoundSet& set, const Surroundings& around, const SensorSetup& sensor, QObject* parent)
     : QObject(parent),
-      m_control({set, around.output, around.clock, [this, &sensor] { return DetectionOf(sensor); },
-                 [this] { return Look(); }}) {
-  connect(&m_control, &stage::TryControl::news, this, &TryPage::news);
-  m_control.SetFewer(around.settings.value(kFewerKey, true).toBool());
-  connect(&m_control.Frame(), &stage::TryFrame::fewerChosen, this, [this, &settings = around.settings](bool isFewer) {
+      m_control(new stage::TryControl({set, around.output, around.clock, [&sensor] { return DetectionOf(sensor); },
+                                       [this] { return LookOf(m_led); }},
+                                      this)) {
+  connect(m_control, &stage::TryControl::news, this, &TryPage::news);
+  m_control->SetFewer(around.settings.value(kFewerKey, true).toBool());
+  connect(&m_control->Frame(), &stage::TryFrame::fewerChosen, this, [this, &settings = around.settings](bool isFewer) {
     settings.setValue(kFewerKey, isFewer);
-    m_control.SetFewer(isFewer);
+    m_control->SetFewer(isFewer);
   });
 }
 
 void TryPage::Attach(Pages& pages, ToolRow& tools, sound::SoundPage& page, Preview& preview, LedPage& led) {
   m_pages = &pages;
   m_led = &led;
-  stage::TryFrame& frame = m_control.Frame();
+  stage::TryFrame& frame = m_control->Frame();
   pages.SetTry(frame);
   connect(&pages, &Pages::changed, this,
           [&pages, &tools] { tools.Button(ToolRow::Tool::Try).setChecked(pages.Shown() == Pages::Page::Try); });
   connect(&frame, &stage::TryFrame::backRequested, &pages, [&pages] { pages.Show(Pages::Page::Sounds); });
-  connect(&led, &LedPage::pulsesShown, &m_control, &stage::TryControl::FollowLed);
+  connect(&led, &LedPage::pulsesShown, m_control, &stage::TryControl::FollowLed);
   // One switch in two places.
-  m_control.SetAsOnBoard(page.IsAsOnBoard());
-  connect(&page, &sound::SoundPage::asOnBoardChanged, &m_control, &stage::TryControl::SetAsOnBoard);
+  m_control->SetAsOnBoard(page.IsAsOnBoard());
+  connect(&page, &sound::SoundPage::asOnBoardChanged, m_control, &stage::TryControl::SetAsOnBoard);
   connect(&frame, &stage::TryFrame::asOnBoardChosen, &page, &sound::SoundPage::SetAsOnBoard);
-  connect(&m_control, &stage::TryControl::soundChosen, this,
+  connect(m_control, &stage::TryControl::soundChosen, this,
           [&page, &preview](const core::sound::SoundPlace& place, const core::sound::HeardSound& sound) {
             page.Select(place);
             preview.Play(sound);
@@ -66,17 +82,6 @@ void TryPage::Attach(Pages& pages, ToolRow& tools, sound::SoundPage& page, Previ
 
 void TryPage::Toggle() { m_pages->Show(m_pages->Shown() == Pages::Page::Try ? Pages::Page::Sounds : Pages::Page::Try); }
 
-void TryPage::SetBusy(bool isBusy) { m_control.SetBusy(isBusy); }
-
-stage::TryControl::Detection TryPage::DetectionOf(const SensorSetup& sensor) const {
-  const core::device::AccParam held = sensor.Held().value_or(core::motion::FactoryDefaults());
-  return {{held.MotionTh, held.MotionDeb}, static_cast<double>(core::motion::FlashPeriodMilliseconds(held.FOCTime))};
-}
-
-std::optional<stage::LedLook> TryPage::Look() const {
-  const core::ledsetup::LedSetupState* const state = m_led == nullptr ? nullptr : m_led->State();
-  if (state == nullptr || state->Channels() == 0) return std::nullopt;
-  return stage::LedLook{state->CurrentDriver, state->Shown()};
-}
+void TryPage::SetBusy(bool isBusy) { m_control->SetBusy(isBusy); }
 
 }  // namespace kestrin::ui::window

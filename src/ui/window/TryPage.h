@@ -2,15 +2,15 @@
 #pragma once
 
 #include <QObject>
-#include <optional>
-
-#include "ui/stage/TryControl.h"
 
 namespace kestrin::core::sound {
 class SoundSet;
 }
 namespace kestrin::ui::sound {
 class SoundPage;
+}
+namespace kestrin::ui::stage {
+class TryControl;
 }
 
 namespace kestrin::ui::window {
@@ -42,12 +42,9 @@ class TryPage : public QObject {
   void news(const QString& text);
 
  private:
-  [[nodiscard]] stage::TryControl::Detection DetectionOf(const SensorSetup& sensor) const;
-  [[nodiscard]] std::optional<stage::LedLook> Look() const;
-
   const LedPage* m_led = nullptr;
   Pages* m_pages = nullptr;
-  stage::TryControl m_control;
+  stage::TryControl* m_control;
 };
 
 }  // namespace kestrin::ui::window
