@@ -25,33 +25,13 @@ TEST_F(UsageTest, TheHelpListsEveryCommand) {
 }
 
 TEST_F(UsageTest, EveryCommandHasItsOwnHelp) {
-  const std::vector<Arguments> commands{{"devices"},
-                                        {"info"},
-                                        {"sound", "info"},
-                                        {"sound", "code"},
-                                        {"sound", "wav"},
-                                        {"config", "make"},
-                                        {"config", "show"},
-                                        {"config", "map"},
-                                        {"download"},
-                                        {"verify"},
-                                        {"accel", "get"},
-                                        {"accel", "set"},
-                                        {"accel", "defaults"},
-                                        {"accel", "restore"},
-                                        {"led", "types"},
-                                        {"led", "status"},
-                                        {"led", "counts"},
-                                        {"led", "config"},
-                                        {"led", "preview"},
-                                        {"led", "settings"},
-                                        {"led", "send"},
-                                        {"saber", "play"},
-                                        {"saber", "render"},
-                                        {"fonts", "update"},
-                                        {"fonts", "list"},
-                                        {"fonts", "serve"},
-                                        {"doctor"}};
+  const std::vector<Arguments> commands{
+      {"devices"},        {"info"},           {"sound", "info"},     {"sound", "code"},    {"sound", "wav"},
+      {"config", "make"}, {"config", "show"}, {"config", "map"},     {"download"},         {"verify"},
+      {"accel", "get"},   {"accel", "set"},   {"accel", "defaults"}, {"accel", "restore"}, {"led", "types"},
+      {"led", "status"},  {"led", "counts"},  {"led", "config"},     {"led", "preview"},   {"led", "settings"},
+      {"led", "send"},    {"saber", "play"},  {"saber", "render"},   {"fonts", "update"},  {"fonts", "list"},
+      {"fonts", "serve"}, {"doctor"}};
   for (Arguments command : commands) {
     std::string name = "kestrinctl";
     for (const std::string& word : command) name += " " + word;

@@ -145,9 +145,8 @@ void SetFile::SetMore(std::function<void(QMenu&)> more) {
 }
 
 void SetFile::Load(const std::filesystem::path& path, bool isCopy) {
-  const auto result = LoadBy([&](const core::base::EventPump& pump) {
-    return isCopy ? m_set.LoadCopy(path, pump) : m_set.Load(path, pump);
-  });
+  const auto result = LoadBy(
+      [&](const core::base::EventPump& pump) { return isCopy ? m_set.LoadCopy(path, pump) : m_set.Load(path, pump); });
   std::error_code ignored;
   if (result.valid && !isCopy)
     Remember(path);
