@@ -207,7 +207,9 @@ QString CompareFrame::Summary(const core::sound::ComparedPlaces& places, const Q
   }
   if (differ + here + other == 0)
     return same == 1 ? tr("The only sound is the same.") : tr("All %1 sounds are the same.").arg(same);
-  QStringList parts = {same == 1 ? tr("1 sound is the same") : tr("%1 sounds are the same").arg(same)};
+  QStringList parts = {same == 0   ? tr("No sound is the same")
+                       : same == 1 ? tr("1 sound is the same")
+                                   : tr("%1 sounds are the same").arg(same)};
   if (differ > 0) parts.append(differ == 1 ? tr("1 differs") : tr("%1 differ").arg(differ));
   if (here > 0) parts.append(here == 1 ? tr("1 is only here") : tr("%1 are only here").arg(here));
   if (other > 0) parts.append(other == 1 ? tr("1 is only %1").arg(there) : tr("%1 are only %2").arg(other).arg(there));

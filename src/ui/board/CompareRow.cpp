@@ -33,7 +33,7 @@ constexpr int kTitleWidth = 96;
 constexpr int kPlaySide = 22;
 constexpr int kVolumeWidth = 48;
 constexpr int kSecondsWidth = 48;
-constexpr int kVerdictWidth = 144;
+constexpr int kVerdictWidth = 176;
 constexpr int kTakeOverWidth = 96;
 /// Of a difference's colour in the row's ground, of 255.
 constexpr int kRowTint = 26;

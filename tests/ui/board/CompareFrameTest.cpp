@@ -94,6 +94,20 @@ TEST_F(CompareFrameTest, EveryPlaceIsARow) {
                 .toStdString());
 }
 
+TEST_F(CompareFrameTest, WhatDiffersIsNeverCutOff) {
+  for (const QString& there : {QString("on the board"), QString("in the other set")}) {
+    sides.texts.there = there;
+    places[3] = {{SlotKind::Lockup, 2}, {}, ComparedSound{"/a/lock.lsu", 75, 96000}, Differs::OnlyInSecond};
+    frame.Show(sides, places);
+    frame.resize(912, 500);
+    QApplication::processEvents();
+    for (const CompareRow* const row : VisibleRows()) {
+      const auto& words = *row->findChild<QLabel*>("VerdictLabel");
+      EXPECT_GE(words.width(), words.sizeHint().width()) << words.text().toStdString();
+    }
+  }
+}
+
 TEST_F(CompareFrameTest, OnlyDifferencesCanBeShown) {
   frame.findChild<QPushButton*>("CompareDifferencesBtn")->click();
   EXPECT_EQ(Rows().size(), 3);
@@ -195,6 +209,7 @@ TEST(CompareSummary, CountsWhatDiffers) {
   EXPECT_EQ(CompareFrame::Summary({place(Differs::OnlyInSecond), place(Differs::OnlyInSecond), place({}), place({})},
                                   "on the board"),
             "2 sounds are the same, 2 are only on the board.");
+  EXPECT_EQ(CompareFrame::Summary({place(Differs::Sound)}, "on the board"), "No sound is the same, 1 differs.");
 }
 
 }  // namespace
