@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
 #include <cmath>
@@ -92,8 +93,11 @@ TEST_F(StageViewTest, PaintsNothingTwiceThatHasNotChanged) {
   QApplication::processEvents();
   struct Count : QObject {
     int paints = 0;
+    QRegion painted;
     bool eventFilter(QObject*, QEvent* event) override {
-      paints += event->type() == QEvent::Paint ? 1 : 0;
+      if (event->type() != QEvent::Paint) return false;
+      ++paints;
+      painted = static_cast<QPaintEvent*>(event)->region();
       return false;
     }
   } count;
@@ -107,6 +111,18 @@ TEST_F(StageViewTest, PaintsNothingTwiceThatHasNotChanged) {
   view.Show(picture);
   QApplication::processEvents();
   EXPECT_EQ(count.paints, 1);
+  EXPECT_FALSE(count.painted.contains(QPoint(460, 300))) << "that is far below the line";
+  // A blade that moves is painted where it was and where it is, with its light on the floor.
+  picture.shine.extent = 1;
+  view.Show(picture);
+  QApplication::processEvents();
+  const QPoint before = Above(0.9, 0);
+  picture.degrees = picture.trail = 40;
+  view.Show(picture);
+  QApplication::processEvents();
+  EXPECT_TRUE(count.painted.contains(before));
+  EXPECT_TRUE(count.painted.contains(Above(0.5, 0)));
+  EXPECT_TRUE(count.painted.contains(QPoint(460, 375)));
 }
 
 TEST_F(StageViewTest, KeepsTheBladeOnAStageOfAnySize) {

@@ -8,6 +8,7 @@
 #include "support/FakeOutput.h"
 #include "ui/led/LedPanelFixture.h"
 #include "ui/sound/SoundPage.h"
+#include "ui/stage/BladeMotion.h"
 #include "ui/stage/SoundReader.h"
 #include "ui/stage/StageView.h"
 #include "ui/stage/TryList.h"
