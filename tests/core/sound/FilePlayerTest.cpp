@@ -6,10 +6,12 @@
 #include <chrono>
 #include <functional>
 #include <mutex>
+#include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
-#include "core/sound/LSU_SoundFile.h"
+#include "core/sound/WavStream.h"
 #include "support/TestFiles.h"
 
 namespace kestrin::core::sound {
@@ -70,9 +72,12 @@ class FilePlayerTest : public testing::Test {
   }
   /// A preview file with these samples.
   std::filesystem::path Wav(const Samples& samples) {
-    LSU_SoundFile file;
-    EXPECT_TRUE(file.ReadFile(support::WriteSoundFile(m_folder / "sound.lsu", samples)));
-    EXPECT_TRUE(file.WriteWav(m_folder / "temp.wav"));
+    std::string bytes = WavStream::Header(static_cast<std::int64_t>(samples.size()));
+    EXPECT_TRUE(WavStream::Append(samples, [&bytes](std::string_view part) {
+      bytes += part;
+      return true;
+    }));
+    support::WriteBytes(m_folder / "temp.wav", bytes);
     return m_folder / "temp.wav";
   }
 
