@@ -16,7 +16,6 @@ namespace kestrin::simulator {
 
 namespace {
 
-constexpr std::int32_t kStrongest = 31;
 constexpr std::int32_t kMostTilt = 255;
 constexpr std::int32_t kLongestRest = 3600;
 /// Each half of a swing: a third of a second, with one step at its very height.

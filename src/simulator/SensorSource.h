@@ -6,6 +6,9 @@
 
 namespace kestrin::simulator {
 
+/// The most that a sensor tells of an axis, in either direction.
+inline constexpr std::int32_t kStrongest = 31;
+
 /// What the acceleration sensor of a board feels at one moment.
 struct SensorValues {
   /// -31 .. 31; one g is about 21.

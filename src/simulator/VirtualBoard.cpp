@@ -16,8 +16,6 @@ namespace {
 
 /// What is left of a detection parameter after an erase.
 constexpr std::uint8_t kWipedParameter = 255;
-/// The strongest that an axis can tell, in either direction.
-constexpr std::int32_t kStrongest = 31;
 
 /// An axis as it is sent: sign and magnitude in six bits.
 std::uint8_t SixBits(std::int32_t value) {

@@ -36,7 +36,7 @@ constexpr double kRestMilliseconds = 200;
 /// Degrees of a swing by key.
 constexpr double kKeySwing = 34;
 /// A busy window must not make the saber jump.
-constexpr double kLongestStep = 100;
+constexpr double kLongestTick = 100;
 
 QString NameOf(const core::sound::SoundSet& set, const SoundPlace& place) {
   const QString name = sound::FileName(set.PathAt(place));
@@ -251,7 +251,7 @@ void TryControl::Wake() {
 
 void TryControl::Tick() {
   const double now = Milliseconds();
-  const double passed = std::clamp(now - std::exchange(m_last, now), 0.0, kLongestStep);
+  const double passed = std::clamp(now - std::exchange(m_last, now), 0.0, kLongestTick);
   FollowHolds();
   const LiveSaber::View view = m_sound.Look();
   FollowNews(view);

@@ -194,9 +194,10 @@ void BoardCompare::OpenBoard() {
 
 QString BoardCompare::SendAdvice() const {
   const core::sound::MemoryUse use = core::sound::MemoryUse::Of(m_set.Configuration());
-  const QString time = use.total == 0 || use.downloadSeconds == 0 ? tr("Sending replaces all that is on the board.")
-                                                : tr("Sending replaces all that is on the board (about %1).")
-                                                      .arg(sound::MemoryGauge::DownloadTime(use.downloadSeconds));
+  const QString time = use.total == 0 || use.downloadSeconds == 0
+                           ? tr("Sending replaces all that is on the board.")
+                           : tr("Sending replaces all that is on the board (about %1).")
+                                 .arg(sound::MemoryGauge::DownloadTime(use.downloadSeconds));
   return tr("\"Take over\" brings the board's sound or volume into this set.") + ' ' + time;
 }
 

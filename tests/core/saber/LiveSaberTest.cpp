@@ -15,11 +15,11 @@ using sound::SoundPlace;
 using Samples = std::vector<std::int16_t>;
 using News = LiveSaber::News;
 
-constexpr std::int64_t kPwrOn = 300;
-constexpr std::int64_t kIdle = 1000;
+constexpr std::int64_t kPwrOnLength = 300;
+constexpr std::int64_t kIdleLength = 1000;
 constexpr std::int64_t kMotion = 500;
 constexpr std::int64_t kImpact = 800;
-constexpr std::int64_t kPwrOff = 200;
+constexpr std::int64_t kPwrOffLength = 200;
 
 Samples Same(std::int64_t count, int value) {
   return Samples(static_cast<std::size_t>(count), static_cast<std::int16_t>(value));
@@ -27,9 +27,9 @@ Samples Same(std::int64_t count, int value) {
 
 SaberSounds Sounds() {
   SaberSounds sounds;
-  sounds.Add(SlotKind::PwrOn, Same(kPwrOn, 2000));
-  sounds.Add(SlotKind::PwrOff, Same(kPwrOff, 3000));
-  sounds.Add(SlotKind::Idle, Same(kIdle, 100));
+  sounds.Add(SlotKind::PwrOn, Same(kPwrOnLength, 2000));
+  sounds.Add(SlotKind::PwrOff, Same(kPwrOffLength, 3000));
+  sounds.Add(SlotKind::Idle, Same(kIdleLength, 100));
   sounds.Add(SlotKind::Motion, Same(kMotion, 1000));
   sounds.Add(SlotKind::Impact, Same(kImpact, 5000));
   sounds.Add(SlotKind::Lockup, Same(50, 8000));
@@ -57,12 +57,12 @@ TEST(LiveSaber, WhatHappensIsHeardFromTheNextSample) {
   static_cast<void>(Fill(saber, 10));
   saber.Take(Event::On);
   EXPECT_EQ(saber.GetState(), State::Ignition);
-  EXPECT_EQ(Fill(saber, kPwrOn), Same(kPwrOn, 2000));
+  EXPECT_EQ(Fill(saber, kPwrOnLength), Same(kPwrOnLength, 2000));
   EXPECT_EQ(saber.GetState(), State::On);
   saber.Take(Event::Swing);
   EXPECT_EQ(Fill(saber, kMotion), Same(kMotion, 1100));
   EXPECT_EQ(Fill(saber, 5), Same(5, 100));
-  EXPECT_EQ(saber.Now(), 10 + kPwrOn + kMotion + 5);
+  EXPECT_EQ(saber.Now(), 10 + kPwrOnLength + kMotion + 5);
 }
 
 TEST(LiveSaber, TellsOnceWhatBeganAndWhatIsOver) {
@@ -80,8 +80,8 @@ TEST(LiveSaber, TellsOnceWhatBeganAndWhatIsOver) {
   const SoundPlace off{SlotKind::PwrOff, 1};
   LiveSaber::View view = saber.Look();
   EXPECT_EQ(view.news, (std::vector<News>{{News::What::Began, 0, on},
-                                          {News::What::Ended, kPwrOn, on},
-                                          {News::What::Began, kPwrOn, hum},
+                                          {News::What::Ended, kPwrOnLength, on},
+                                          {News::What::Began, kPwrOnLength, hum},
                                           {News::What::Began, 400, swing},
                                           {News::What::Interrupted, 500, swing},
                                           {News::What::Began, 500, hit}}));
@@ -95,7 +95,7 @@ TEST(LiveSaber, TellsOnceWhatBeganAndWhatIsOver) {
   EXPECT_EQ(view.news, (std::vector<News>{{News::What::Ended, 500 + kImpact, hit},
                                           {News::What::Interrupted, 501 + kImpact, hum},
                                           {News::What::Began, 501 + kImpact, off},
-                                          {News::What::Ended, 501 + kImpact + kPwrOff, off}}));
+                                          {News::What::Ended, 501 + kImpact + kPwrOffLength, off}}));
   EXPECT_EQ(view.state, State::Off);
   EXPECT_TRUE(view.sounding.empty());
   EXPECT_TRUE(saber.Look().news.empty());
@@ -104,19 +104,19 @@ TEST(LiveSaber, TellsOnceWhatBeganAndWhatIsOver) {
 TEST(LiveSaber, ALockUpThatIsLetGoIsInterrupted) {
   LiveSaber saber(Sounds(), 1);
   saber.Take(Event::On);
-  static_cast<void>(Fill(saber, kPwrOn));
+  static_cast<void>(Fill(saber, kPwrOnLength));
   saber.Take(Event::LockupBegin);
   static_cast<void>(Fill(saber, 130));
   static_cast<void>(saber.Look());
   saber.Take(Event::LockupEnd);
   EXPECT_EQ(saber.Look().news,
-            (std::vector<News>{{News::What::Interrupted, kPwrOn + 130, SoundPlace{SlotKind::Lockup, 1}}}));
+            (std::vector<News>{{News::What::Interrupted, kPwrOnLength + 130, SoundPlace{SlotKind::Lockup, 1}}}));
 }
 
 TEST(LiveSaber, KeepsTheNewestNewsWhenNobodyLooks) {
   LiveSaber saber(Sounds(), 1);
   saber.Take(Event::On);
-  static_cast<void>(Fill(saber, kPwrOn));
+  static_cast<void>(Fill(saber, kPwrOnLength));
   // Each of them interrupts the one before.
   for (std::size_t i = 0; i < LiveSaber::kMostNews; ++i) {
     saber.Take(Event::Hit);
@@ -124,7 +124,7 @@ TEST(LiveSaber, KeepsTheNewestNewsWhenNobodyLooks) {
   }
   const std::vector<News> news = saber.Look().news;
   ASSERT_EQ(news.size(), LiveSaber::kMostNews);
-  EXPECT_EQ(news.back(), (News{News::What::Began, kPwrOn + static_cast<std::int64_t>(LiveSaber::kMostNews) - 1,
+  EXPECT_EQ(news.back(), (News{News::What::Began, kPwrOnLength + static_cast<std::int64_t>(LiveSaber::kMostNews) - 1,
                                SoundPlace{SlotKind::Impact, 1}}));
 }
 
@@ -155,7 +155,7 @@ TEST(LiveSaber, ASoundGoesOnWithOtherSamplesWhereItStands) {
 TEST(LiveSaber, AHumGoesOnWithALoopOfAnotherLength) {
   LiveSaber saber(Sounds(), 1);
   saber.Take(Event::On);
-  static_cast<void>(Fill(saber, kPwrOn + 900));
+  static_cast<void>(Fill(saber, kPwrOnLength + 900));
   saber.Exchange({SlotKind::Idle, 1}, std::make_shared<const Samples>(Same(10, 70)));
   static_cast<void>(Fill(saber, 240));
   EXPECT_EQ(Fill(saber, 500), Same(500, 70));
@@ -207,7 +207,7 @@ TEST(LiveSaber, ThreadsMakeThingsHappenWhileOthersListen) {
   for (int i = 0; i < 300; ++i) {
     saber.Take(Event::On);
     saber.Take(i % 2 == 0 ? Event::Swing : Event::Hit);
-    saber.Exchange({SlotKind::Idle, 1}, std::make_shared<const Samples>(Same(kIdle, i)));
+    saber.Exchange({SlotKind::Idle, 1}, std::make_shared<const Samples>(Same(kIdleLength, i)));
     if (i % 7 == 0) saber.Take(Event::Off);
     count(saber.Look().news);
     std::this_thread::yield();
@@ -215,9 +215,9 @@ TEST(LiveSaber, ThreadsMakeThingsHappenWhileOthersListen) {
   isOver = true;
   ear.join();
   saber.Take(Event::Off);
-  static_cast<void>(Fill(saber, kPwrOn + kPwrOff));
+  static_cast<void>(Fill(saber, kPwrOnLength + kPwrOffLength));
   saber.Take(Event::Off);
-  static_cast<void>(Fill(saber, kPwrOff));
+  static_cast<void>(Fill(saber, kPwrOffLength));
   count(saber.Look().news);
   EXPECT_GT(began, 0);
   EXPECT_EQ(began, over) << "everything that began is over, and was told once";

@@ -3,15 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include "ui/stage/StagePlaces.h"
+
 namespace kestrin::ui::stage {
 namespace {
 
 using core::sound::SlotKind;
-using core::sound::SoundPlace;
 using Piece = PlayedPieces::Piece;
-
-constexpr SoundPlace kHum{SlotKind::Idle, 1};
-constexpr SoundPlace kSwing{SlotKind::Motion, 3};
 
 TEST(PlayedPieces, LastFromTheirBeginningToTheirEnd) {
   PlayedPieces pieces;

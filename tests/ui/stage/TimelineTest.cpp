@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ui/kit/ThemeColors.h"
+#include "ui/stage/StagePlaces.h"
 
 namespace kestrin::ui::stage {
 namespace {
@@ -16,8 +17,6 @@ using core::sound::SlotKind;
 using core::sound::SoundPlace;
 
 constexpr std::int64_t kSecond = 48000;
-constexpr SoundPlace kHum{SlotKind::Idle, 1};
-constexpr SoundPlace kSwing{SlotKind::Motion, 3};
 
 class TimelineTest : public testing::Test {
  protected:

@@ -8,6 +8,7 @@
 
 #include "support/SoundSetFixture.h"
 #include "ui/kit/ThemeColors.h"
+#include "ui/stage/StagePlaces.h"
 #include "ui/stage/TryRowDelegate.h"
 #include "ui/stage/TryRows.h"
 
@@ -51,7 +52,6 @@ class TryListTest : public support::SoundSetFixture {
   int changes = 0;
 };
 
-constexpr SoundPlace kHum{SlotKind::Idle, 1};
 constexpr SoundPlace kOne{SlotKind::Motion, 1};
 constexpr SoundPlace kTwo{SlotKind::Motion, 2};
 

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kHeadline = "DOWNLOAD-1";
+constexpr const char* kEntryHeadline = "DOWNLOAD-1";
 constexpr const char* kEnding = ".lscfg";
 constexpr std::int32_t device::AccParam::*kParameters[] = {&device::AccParam::MotionTh, &device::AccParam::MotionDeb,
                                                            &device::AccParam::ImpactTh, &device::AccParam::ImpactDeb,
@@ -115,7 +115,7 @@ std::optional<HistoryEntry> Read(const fs::path& file) {
   base::TextLines lines;
   if (!lines.Read(file)) return std::nullopt;
   std::size_t number = 1;
-  while (number <= lines.Count() && lines.Line(number) != kHeadline) ++number;
+  while (number <= lines.Count() && lines.Line(number) != kEntryHeadline) ++number;
   HistoryEntry entry;
   entry.file = file;
   while (++number <= lines.Count())
@@ -159,7 +159,7 @@ base::Result<> BoardHistory::Add(LSU_Configuration& sent, const fs::path& path, 
   if (!content) return failed(content.Why());
   std::ostringstream text;
   text.imbue(std::locale::classic());
-  text << *content << kHeadline << "\ntime " << TextOf(time, "%04d-%02u-%02uT%02d:%02d:%02dZ") << "\nboard "
+  text << *content << kEntryHeadline << "\ntime " << TextOf(time, "%04d-%02u-%02uT%02d:%02d:%02dZ") << "\nboard "
        << serialNumber << "\nset " << LineOf(absolute(path)) << "\nname "
        << (path.empty() ? "New set" : LineOf(path.stem())) << '\n';
   if (parameters) {

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kHeadline = "kestrin known sounds 1";
+constexpr const char* kMemoryHeadline = "kestrin known sounds 1";
 constexpr std::size_t kLargestFile = std::size_t{64} << 20;
 
 /// The rest of a line, behind one blank.
@@ -130,7 +130,7 @@ std::optional<std::vector<KnownSounds::Named>> KnownSounds::SoundsOf(const fs::p
 void KnownSounds::Read() {
   if (std::exchange(m_isRead, true) || m_file.empty()) return;
   base::TextLines lines;
-  if (!lines.Read(m_file, kLargestFile) || lines.Count() == 0 || lines.Line(1) != kHeadline) return;
+  if (!lines.Read(m_file, kLargestFile) || lines.Count() == 0 || lines.Line(1) != kMemoryHeadline) return;
   for (std::size_t number = 2; number <= lines.Count(); ++number) {
     if (lines.Line(number).empty() || ReadLine(lines.Line(number))) continue;
     // Of a damaged file nothing is believed.
@@ -186,7 +186,7 @@ bool KnownSounds::ReadLine(const std::string& text) {
 std::string KnownSounds::Text() const {
   std::ostringstream text;
   text.imbue(std::locale::classic());
-  text << kHeadline << '\n';
+  text << kMemoryHeadline << '\n';
   const bool isTooMany = m_sounds.size() > kMost;
   std::size_t left = kMost;
   for (const auto& [path, sound] : m_sounds) {
