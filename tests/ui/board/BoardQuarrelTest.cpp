@@ -21,7 +21,7 @@ class BoardQuarrel : public BoardFixture {
   [[nodiscard]] bool IsAsking() const { return Chip().Words() == "Board: being asked ..."; }
 };
 
-constexpr const char* kUnknown =
+constexpr const char* kUnknownSet =
     "Board: A set this computer does not know: 1 motion sound, 1 impact sound, 1 lock-up sound, 0.0 s in all";
 
 TEST_F(BoardQuarrel, NothingIsAskedTwiceAlthoughItIsInterrupted) {
@@ -35,7 +35,7 @@ TEST_F(BoardQuarrel, NothingIsAskedTwiceAlthoughItIsInterrupted) {
     });
     start = Written();
   });
-  ASSERT_TRUE(Says(kUnknown));
+  ASSERT_TRUE(Says(kUnknownSet));
   ASSERT_GT(start, 0U);
   EXPECT_LE(then, start + 1) << "it went on asking";
   // Three reports tell who the board is, and parameters are read once; the table has 30 bytes and 18 for its lists.
@@ -49,7 +49,7 @@ TEST_F(BoardQuarrel, ABoardThatIsPulledOutIsForgotten) {
   EXPECT_EQ(LabelText("SerialLabel"), "");
   EXPECT_TRUE(dialogs.errors.empty());
   agent->Plug();
-  ASSERT_TRUE(Says(kUnknown));
+  ASSERT_TRUE(Says(kUnknownSet));
 }
 
 TEST_F(BoardQuarrel, ADownloadBeginsAtOnce) {
