@@ -109,13 +109,13 @@ class SoundSet {
   /// Loads a configuration file; `pump` gets its turn after every sound. What a file that is not valid held up to its
   /// flaw stays loaded, under the name of the set before.
   [[nodiscard]] LoadResult Load(const std::filesystem::path& path, const base::EventPump& pump = {});
+  /// The same, but the set has no file then: what was loaded is a set that nobody has saved yet.
+  [[nodiscard]] LoadResult LoadCopy(const std::filesystem::path& path, const base::EventPump& pump = {});
   /// Brings back what was not saved of a set: loads its file `origin`, or an empty set where that cannot be loaded,
   /// then the configuration `unsaved` as changes of it. The set bears the name of `origin`, which is not written to; an
   /// empty path is that of a set without a file. When `unsaved` is not valid, the set is as `origin` has it.
   [[nodiscard]] LoadResult BringBack(const std::filesystem::path& unsaved, const std::filesystem::path& origin,
                                      const base::EventPump& pump = {});
-  /// The same, but the set has no file then: what was loaded is a set that nobody has saved yet.
-  [[nodiscard]] LoadResult LoadCopy(const std::filesystem::path& path, const base::EventPump& pump = {});
   /// Saves the set, which then bears the file's name. Missing sounds that are left out go from the set too, as a step
   /// to undo. Fails like ConfigurationFile::Save().
   base::Result<> Save(const std::filesystem::path& path, base::Disk& disk, Missing missing = Missing::Keep);

@@ -242,7 +242,14 @@ void Main::OpenDoctor() {
   if (Why().Doctor().isEmpty()) m_doctor.Open();
 }
 
-void Main::TryExample() { OpenSet(ExampleIn(m_around.programFolder)); }
+void Main::TryExample() {
+  m_around.gate.WhenFree([this] {
+    const std::filesystem::path example = ExampleIn(m_around.programFolder);
+    m_setFile.OpenPath(example);
+    // An empty set with changes may have been asked about, and kept.
+    if (m_set.Path() == example && m_pages->Shown() != Pages::Page::Try) m_try.Toggle();
+  });
+}
 
 void Main::Update() {
   // The board may have gone since the button was pressed, and an LED driver may have come.

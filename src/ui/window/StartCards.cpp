@@ -54,8 +54,8 @@ StartCards::StartCards(const kit::Pictures& pictures, const Ways& ways, QWidget*
       pictures.Icon("open.bmp"), &StartCards::openWanted, kShare);
   if (ways.example)
     Add({"StartExampleBtn", tr("Try the example"),
-         tr("A finished set that comes with the program. Hear it, change what you like, save it under your own name."),
-         tr("Try the example"), tr("Open the set that comes with the program")},
+         tr("A finished set that comes with the program. Swing it on the screen and change what you like."),
+         tr("Try the example"), tr("Swing the set that comes with the program on the screen")},
         pictures.Icon("LS_on.bmp"), &StartCards::exampleWanted, kShare);
 }
 

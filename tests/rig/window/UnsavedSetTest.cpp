@@ -163,6 +163,7 @@ TEST_F(UnsavedSet, AnEmptyWindowTellsWhatToDoNext) {
   window.Press({"Escape"});
   window.AwaitGone("dialog", "Open a sound set");
   window.Click("push button", "Try the example");
+  window.Click("push button", "Back to the set");
   window.Await("label", "demo");
   window.AwaitGone("label", "Three ways to start");
   // The explorer shows where its sounds are.

@@ -108,6 +108,7 @@ TEST_F(StartCards, TryTheExample) {
   StartOffline();
   Push("StartExampleBtn").click();
   EXPECT_EQ(LabelText("SetLabel"), "demo");
+  EXPECT_TRUE(Button("TryBtn").isChecked()) << "its saber is on the screen";
   EXPECT_EQ(Find<QListView>("MtFileList").model()->rowCount(), 1);
   EXPECT_TRUE(dialogs.errors.empty());
 }
@@ -125,8 +126,10 @@ TEST_F(StartCards, AreReachedByTabBehindTheSlotsAndLeaveTheKeyboardInASlot) {
     order.append(QApplication::focusWidget()->objectName());
   }
   EXPECT_EQ(order, QStringList({"StartImportBtn", "StartOpenBtn", "StartExampleBtn"}));
+  Push("StartOpenBtn").setFocus();
+  dialogs.filesToOpen = {Text(CompleteSet())};
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-  ASSERT_EQ(LabelText("SetLabel"), "demo");
+  ASSERT_EQ(LabelText("SetLabel"), "complete");
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "BootFileList");
 }
 
