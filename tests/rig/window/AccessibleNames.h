@@ -32,9 +32,12 @@ class AccessibleNames : public support::KestrinctlTest {
 
   /// What can be used in the window of that title now. Expects a name and a known role for each.
   [[nodiscard]] std::vector<Said> Controls(const std::string& title) const {
-    static const std::set<std::string> kRoles{
-        "push button", "button menu", "radio button", "slider",   "combo box", "list",          "list item", "tree",
-        "tree item",   "text",        "label",        "spin box", "check box", "page tab list", "page tab",  "graphic"};
+    static const std::set<std::string> kRoles{"push button",  "button menu", "button with drop down",
+                                              "radio button", "slider",      "combo box",
+                                              "list",         "list item",   "tree",
+                                              "tree item",    "text",        "label",
+                                              "spin box",     "check box",   "page tab list",
+                                              "page tab",     "graphic"};
     std::vector<Said> controls;
     for (const Control& control : window.Shown()) {
       if (control.window != title || !control.Is(Control::State::Focusable)) continue;
