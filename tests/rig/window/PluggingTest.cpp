@@ -18,6 +18,7 @@ using testing::Each;
 constexpr const char* kSerial = "Kestrin USB Serial Number: 4B535401";
 constexpr const char* kBoardIsThere = "A board is connected";
 constexpr const char* kNoBoardIsThere = "No board is connected";
+constexpr const char* kNothingYet = "Board: Nothing yet: its memory is empty";
 constexpr const char* kNotFound =
     "A connection with Kuskekpize could not be established.\n"
     " Press OK to work offline or Cancel to exit the application";
@@ -111,9 +112,10 @@ TEST_F(PluggedWindow, ABoardThatIsPulledOutOfADownloadTakesItWhenItIsBack) {
   Start({Configuration()});
   window.Await("label", "complete set");
   AwaitBoard();
-  // Before the sounds go the detection parameters, the erase, and the parameters back. Each of the seven sounds takes
-  // three reports, so this is the last one of the third sound.
-  HoldTheAnswersTo(12);
+  window.Await("what the board holds", [](const Control& control) { return control.name == kNothingYet; });
+  // Before the sounds go a question, which shows that the board holds another set, the detection parameters, the erase,
+  // and the parameters back. Each of the seven sounds takes three reports, so this is the last one of the third sound.
+  HoldTheAnswersTo(13);
   window.Click("push button", "Download");
   WaitUntilHeld();
   UnplugFrom(window.Program());

@@ -122,7 +122,7 @@ TEST_F(HelpWindowTest, ContentsLeadToEveryPageAndFollowIt) {
   QTreeWidgetItem* const group = contents.topLevelItem(3);
   ASSERT_NE(group, nullptr);
   ASSERT_EQ(group->text(0), "Putting a set together");
-  ASSERT_EQ(group->childCount(), 7);
+  ASSERT_EQ(group->childCount(), 8);
   emit contents.itemClicked(group->child(2), 0);
   EXPECT_EQ(Place(), "slots.html");
   EXPECT_EQ(contents.currentItem(), group->child(2));
