@@ -42,6 +42,7 @@
 #include "programs/AboutProgram.h"
 #include "programs/ChosenFacts.h"
 #include "programs/CommandLineOptions.h"
+#include "simulator/MovedBySaber.h"
 #include "ui/doctor/DoctorMeans.h"
 #include "ui/help/HelpKey.h"
 #include "ui/help/HelpWindow.h"
@@ -177,7 +178,10 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
         RunningWindow& running, RunningWindow::Outcome start) {
   core::base::SystemClock clock;
   ui::kit::CommandGate gate;
-  const auto board = platform::boards::MakeBoardAgent(options.board, clock, gate.Pump(), disk);
+  simulator::MovedBySaber moved;
+  platform::boards::BoardChoice choice = options.board;
+  choice.simulated.sensor = [&moved] { return moved.Next(); };
+  const auto board = platform::boards::MakeBoardAgent(choice, clock, gate.Pump(), disk);
   if (!board) return {Tell(stderr, "kestrin: " + QString::fromStdString(board.Text()) + '\n', kFailed), {}};
 
   const std::filesystem::path data = DataFolder();
@@ -205,12 +209,30 @@ End Run(ui::window::Application& application, const programs::CommandLineOptions
 
   platform::audio::SystemAudioTools audio;
   platform::archive::ZipArchives archives(disk);
-  ui::window::Main window({**board, gate, clock, disk, dialogs, player, folders, kept, sleep, &update, settings,
-                           options.programFolder, places, &doctor,
+  const auto move = [&moved](core::saber::Event event) {
+    return event == core::saber::Event::Hit ? moved.Hit() : moved.Swing();
+  };
+  ui::window::Main window({**board,
+                           gate,
+                           clock,
+                           disk,
+                           dialogs,
+                           player,
+                           folders,
+                           kept,
+                           sleep,
+                           &update,
+                           settings,
+                           options.programFolder,
+                           places,
+                           &doctor,
                            [&] {
-                             return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts});
-                           },
-                           &audio, &archives, output.get(), data});
+                             return programs::AboutProgram(KESTRIN_VERSION, {options.programFolder, data, fonts}); },
+                           &audio,
+                           &archives,
+                           output.get(),
+                           data,
+                           move});
   dialogs.SetWindow(&window);
   QObject::connect(&application, &ui::window::Application::mishap, &window,
                    [&dialogs](const QString& text) { dialogs.ShowError(text, {}); });

@@ -37,6 +37,8 @@ class MotionScript {
 
   /// What is felt next.
   [[nodiscard]] SensorValues Next();
+  /// Whether it is held still from now on.
+  [[nodiscard]] bool IsOver() const { return m_next == m_values.size() && !m_repeats; }
 
  private:
   static core::base::Result<MotionScript> Parse(const core::base::TextLines& lines);

@@ -223,6 +223,7 @@ void TryControl::Take(Event event) {
     m_motion.Shake();
     Spark();
   }
+  if ((event == Event::Swing || event == Event::Hit) && m_state == State::On) emit moved(event);
   m_sound.Take(event);
   // Nobody waits for the next picture to see it.
   FollowState(m_sound.GetState());

@@ -63,6 +63,8 @@ class TryControl : public QObject {
   void SetBusy(bool isBusy);
 
  signals:
+  /// A blade that is out was swung or has hit something.
+  void moved(core::saber::Event event);
   /// Short news for the help line.
   void news(const QString& text);
   /// The person wants to hear a sound by itself and to find it in its slot.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/base/Clock.h"
+#include "core/saber/Saber.h"
 #include "ui/window/AboutFacts.h"
 
 class QSettings;
@@ -71,6 +72,8 @@ struct Surroundings {
   core::sound::SoundOutput* output = nullptr;
   /// Where the program keeps what it has found out about sets and boards; empty: it keeps nothing, and asks no board.
   std::filesystem::path dataFolder = {};
+  /// Lets a simulated board feel what is done to a saber that is tried; null where nothing does.
+  std::function<void(core::saber::Event event)> moveBoard = {};
 };
 
 }  // namespace kestrin::ui::window

@@ -45,6 +45,7 @@ TryPage::TryPage(core::sound::SoundSet& set, const Surroundings& around, const S
                                        [this] { return LookOf(m_led); }},
                                       this)) {
   connect(m_control, &stage::TryControl::news, this, &TryPage::news);
+  if (around.moveBoard) connect(m_control, &stage::TryControl::moved, this, around.moveBoard);
   m_control->SetFewer(around.settings.value(kFewerKey, true).toBool());
   connect(&m_control->Frame(), &stage::TryFrame::fewerChosen, this, [this, &settings = around.settings](bool isFewer) {
     settings.setValue(kFewerKey, isFewer);

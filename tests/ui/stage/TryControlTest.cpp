@@ -23,6 +23,7 @@
 namespace kestrin::ui::stage {
 namespace {
 
+using core::saber::Event;
 using core::saber::State;
 using core::sound::SlotKind;
 using core::sound::SoundPlace;
@@ -166,6 +167,20 @@ TEST_F(TryControlTest, SwingsAndHitsByKeys) {
     EXPECT_THAT(Sounding(), ElementsAre(4000, 1000)) << key;
     Pass(200);
   }
+}
+
+TEST_F(TryControlTest, TellsOfSwingsAndHitsOfABladeThatIsOut) {
+  Start();
+  std::vector<Event> moved;
+  QObject::connect(&*control, &TryControl::moved, [&moved](Event event) { moved.push_back(event); });
+  Key(Qt::Key_S);
+  Key(Qt::Key_H);
+  EXPECT_THAT(moved, IsEmpty());
+  Key(Qt::Key_P);
+  Pass(300);
+  Key(Qt::Key_S);
+  Key(Qt::Key_H);
+  EXPECT_THAT(moved, ElementsAre(Event::Swing, Event::Hit));
 }
 
 TEST_F(TryControlTest, AKeyThatIsHeldIsPressedOnce) {
