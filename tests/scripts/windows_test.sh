@@ -3,6 +3,8 @@
 # What is fetched and built for Windows, and when it is built again; the compiler only pretends.
 . "$(dirname "${BASH_SOURCE[0]}")/pretend.sh"
 set +e
+# What somebody has given for the builds of this computer is not for this one.
+unset KESTRIN_WINDOWS_QT KESTRIN_HIDAPI
 jobs=1
 windows_libraries="$work/libraries"
 . "$project/packaging/windows/libraries.sh"
