@@ -37,7 +37,7 @@ fs::path Changed(const Place& place, const fs::path& folder,
   // Its sounds lie beside the original.
   content =
       std::regex_replace(content, std::regex("(^|\n)([^\r\n/]+\\.lsu)"), "$1" + place.sounds.generic_string() + "/$2");
-  const fs::path path = folder / "Ember knight.lscfg";
+  fs::path path = folder / "Ember knight.lscfg";
   std::ofstream(path, std::ios::binary) << content;
   return path;
 }

@@ -222,11 +222,11 @@ Result<> BoardKnowledge::Confirm(BoardInquiry& inquiry) {
       found[i] = guess;
     }
   }
-  Conclude(std::move(found));
+  Conclude(found);
   return {};
 }
 
-void BoardKnowledge::Conclude(std::vector<std::optional<SoundGuess>> found) {
+void BoardKnowledge::Conclude(const std::vector<std::optional<SoundGuess>>& found) {
   m_places = BoardComparison::WithBoard(m_learned->here, m_sounds, found);
   m_name.clear();
   for (const KnownSet& set : m_learned->sets)

@@ -101,7 +101,7 @@ class BoardKnowledge : public QObject, private core::sound::SoundSetListener {
   core::base::Result<> AskFor(core::sound::BoardInquiry& inquiry);
   /// Which of the guesses the board confirms.
   core::base::Result<> Confirm(core::sound::BoardInquiry& inquiry);
-  void Conclude(std::vector<std::optional<core::sound::SoundGuess>> found);
+  void Conclude(const std::vector<std::optional<core::sound::SoundGuess>>& found);
   void Reset(std::int32_t board);
   void SetState(State state);
 

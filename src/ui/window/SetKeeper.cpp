@@ -117,10 +117,11 @@ void SetKeeper::Ask(std::vector<Left> left) {
         "kept and offered again at the next start.");
     if (set.isOriginNewer) advice += ' ' + tr("Mind that its file was written after these changes.");
     const kit::Dialogs::LeftSet answer = m_dialogs.AskLeftSet(question, advice);
+    if (answer == kit::Dialogs::LeftSet::Open) {
+      BringBack(std::move(set));
+      break;
+    }
     if (answer == kit::Dialogs::LeftSet::ThrowAway) UnsavedFolder::Remove(std::move(set));
-    if (answer != kit::Dialogs::LeftSet::Open) continue;
-    BringBack(std::move(set));
-    break;
   }
   m_offers = false;
   emit offered();
