@@ -43,6 +43,8 @@ topic "A download that loses its board at report 700"
 check_plug_is_noticed used
 check "it is online" online
 check "Download" window click "push button" Download
+check "it says that the board holds the set" window look shown label "The board holds just this set."
+check "Send it again" window click "push button" "Send it again"
 check "it says what happened, and what the board holds" window look shown label "Connection lost" \
   shown label "The board holds no complete sound set. Repeat the download before you use the saber."
 check "it was the cable" log_says used UNPLUGGED
