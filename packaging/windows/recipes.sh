@@ -109,7 +109,10 @@ build_flac() {
   build_plain flac -DBUILD_CXXLIBS=OFF -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_DOCS=OFF -DINSTALL_MANPAGES=OFF \
     -DWITH_OGG=OFF -DWITH_STACK_PROTECTOR=OFF -DWITH_FORTIFY_SOURCE=OFF
 }
-build_mpg123() { build_with_make mpg123 --disable-components --enable-libmpg123 --disable-modules; }
+# It also builds what plays, and would take the sound service of the computer on which it is built for Windows' own.
+build_mpg123() {
+  build_with_make mpg123 --disable-components --enable-libmpg123 --disable-modules --with-audio=dummy --with-default-audio=dummy
+}
 # MP3 is read by mpg123 alone, but the reader of sounds takes both or none.
 build_lame() { build_with_make lame --disable-frontend --disable-decoder --disable-analyzer-hooks; }
 build_sndfile() {
