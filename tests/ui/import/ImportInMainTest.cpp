@@ -27,8 +27,6 @@ class ImportInMain : public MainFixture {
     std::filesystem::create_directories(folders.documents);
     std::filesystem::create_directories(folder / "heron");
   }
-  // Before what reads sounds.
-  ~ImportInMain() override { window.reset(); }
   /// A WAV file of a tone: two channels of 16 bits at 44,100 samples a second.
   std::filesystem::path Wav(const std::string& name, double seconds = 0.5) {
     const auto frames = static_cast<std::uint32_t>(44100 * seconds);

@@ -24,8 +24,6 @@ using ui::window::Pages;
 class TryInMain : public LedPanelFixture {
  protected:
   TryInMain() { output = &loudspeaker; }
-  // It uses the loudspeaker to its end.
-  ~TryInMain() override { window.reset(); }
 
   void Open() {
     Button("TryBtn").click();

@@ -17,8 +17,6 @@ class HeldWrite : public MainFixture {
  protected:
   static constexpr int kForEver = 1000000;
 
-  ~HeldWrite() override { window.reset(); }
-
   /// The window with a board online and a complete set open.
   void StartWithSet() {
     FakeHidDevice& device = bus.Plug("/dev/hidraw0", BoardDescriptor());

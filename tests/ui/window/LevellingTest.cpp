@@ -18,7 +18,10 @@ class Levelling : public MainFixture {
     window->activateWindow();
     ASSERT_TRUE(Until([this] { return window->isActiveWindow(); }));
   }
-  void TearDown() override { tools.LetGo(); }
+  void TearDown() override {
+    tools.LetGo();
+    MainFixture::TearDown();
+  }
 
   /// One sample in `every` is at full height, the others are 0: 10 * log10(every) less energy than with all of them.
   std::filesystem::path Sparse(const std::string& name, std::size_t every, std::size_t count = 4000) {

@@ -54,8 +54,6 @@ class LongText : public support::MainFixture {
     audio = &m_tools;
     archives = &m_zips;
   }
-  // Before what reads sounds.
-  ~LongText() override { window.reset(); }
 
   // The style asks for the room that it needs; without it the test would measure another program.
   void SetUp() override {

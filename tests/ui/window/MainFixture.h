@@ -68,8 +68,9 @@ class MainFixture : public testing::Test {
     folders.drives = {{"Stick", folder.Path()}};
   }
 
+  /// The window's threads may use what fixtures that are built on this one own, and those are gone before ours.
+  void TearDown() override { window.reset(); }
   ~MainFixture() override {
-    window.reset();
     EXPECT_TRUE(dialogs.okAnswers.empty()) << "a question was not asked";
   }
 

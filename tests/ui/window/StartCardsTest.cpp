@@ -24,7 +24,6 @@ class StartCards : public MainFixture {
     audio = &m_tools;
     archives = &m_zips;
   }
-  ~StartCards() override { window.reset(); }
 
   // The style gives the texts the sizes that they have in the program.
   void SetUp() override {

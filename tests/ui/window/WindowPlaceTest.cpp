@@ -38,8 +38,6 @@ class WindowOnTheScreen : public support::MainFixture {
     audio = &m_tools;
     archives = &m_zips;
   }
-  // Before what reads sounds.
-  ~WindowOnTheScreen() override { window.reset(); }
   // The style asks for the room that it needs.
   void SetUp() override {
     kit::Theme::Apply(*static_cast<QApplication*>(QCoreApplication::instance()), kit::ColorScheme::Light);
