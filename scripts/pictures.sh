@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Takes the pictures of the documents anew from the running program, without a display:  scripts/pictures.sh
-# With names it takes these scenes only, into FOLDER:  scripts/pictures.sh FOLDER [SCENE-SCHEME...]
+# With names it takes these scenes only, into FOLDER:  scripts/pictures.sh FOLDER [SCENE-SCHEME[:WIDTHxHEIGHT+X+Y]...]
+# Behind the colon stands the part that is shown, where the whole window would hide what matters.
 set -euo pipefail
 project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)"
 . "$project/scripts/packages.sh"
@@ -12,7 +13,8 @@ if [ $# -gt 0 ]; then shift; fi
 pictures=("$@")
 if [ ${#pictures[@]} -eq 0 ]; then
   pictures=(window-dark window-light downloading-dark setup-light led-dark updating-light doctor-light import-light
-    try-dark setup-sensor-light board-chip-light board-differs-light board-held-dark left-set-light start-light)
+    try-dark try-light:640x400+640+75 setup-sensor-light:1124x650+77+98 board-chip-light:640x400+640+0
+    board-differs-light:1060x640+110+100 board-held-dark:640x400+320+220 left-set-light:680x425+300+190 start-light)
 fi
 
 need_packages build
@@ -32,8 +34,10 @@ mkdir -p "$folder" "$sounds/Ember knight" "$sounds/Old hums" "$sounds/River ston
 "$bin/make_demo_set" "$sounds"
 # What is for an update server.
 rm -rf "$sounds/fonts"
-for picture in "${pictures[@]}"; do
+for wanted in "${pictures[@]}"; do
+  picture="${wanted%%:*}"
+  part="${wanted#"$picture"}"
   QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work" "$bin/take_pictures" --program "$bin" --sounds "$sounds" \
-    --scheme "${picture##*-}" "$folder" "${picture%-*}"
+    --scheme "${picture##*-}" ${part:+--part "${part#:}"} "$folder" "${picture%-*}"
   echo "$folder/$picture.png"
 done

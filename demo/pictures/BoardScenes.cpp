@@ -84,11 +84,9 @@ const std::vector<std::pair<std::string, std::string>> kChanges = {
 
 QPixmap TakeDiffers(const Place& place, const std::string& board, bool isOpen) {
   const QTemporaryDir folder;
-  const fs::path where = ui::kit::PathOf(folder.path());
-  fs::create_directory(where / "before");
   BoardStage stage(place, board);
-  stage.Send(Changed(place, where / "before", kChanges));
-  stage.Open(Changed(place, where, {}));
+  stage.Send(Changed(place, ui::kit::PathOf(folder.path()), kChanges));
+  stage.Open(Changed(place, place.sounds, {}));
   stage.AwaitChip(ui::board::BoardChip::State::Differs);
   if (isOpen) stage.Chip().click();
   return stage.Grab();
@@ -97,9 +95,8 @@ QPixmap TakeDiffers(const Place& place, const std::string& board, bool isOpen) {
 }  // namespace
 
 QPixmap TakeBoardSame(const Place& place, const std::string& board) {
-  const QTemporaryDir folder;
   BoardStage stage(place, board);
-  stage.Send(Changed(place, ui::kit::PathOf(folder.path()), {}));
+  stage.Send(Changed(place, place.sounds, {}));
   stage.Chip().click();
   return stage.Grab();
 }
@@ -124,9 +121,8 @@ QPixmap TakeBoardUnknown(const Place& place, const std::string& board) {
 }
 
 QPixmap TakeBoardHeld(const Place& place, const std::string& board) {
-  const QTemporaryDir folder;
   BoardStage stage(place, board);
-  stage.Send(Changed(place, ui::kit::PathOf(folder.path()), {}));
+  stage.Send(Changed(place, place.sounds, {}));
   stage.Press("SendBtn");
   return stage.Grab();
 }

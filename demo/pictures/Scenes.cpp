@@ -251,7 +251,12 @@ QPixmap TakeDialog(const Place& place, const std::string& board, const std::func
                auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
                stage.Settle(*dialog);
                const QSize room = stage.Window().size() - dialog->size();
-               QPainter(&picture).drawPixmap(QPoint(room.width() / 2, room.height() / 2), dialog->grab());
+               const QRect where(QPoint(room.width() / 2, room.height() / 2), dialog->size());
+               QPainter painter(&picture);
+               painter.drawPixmap(where.topLeft(), dialog->grab());
+               // As the desktop's frame does, it tells the dialog from what lies behind it.
+               painter.setPen(dialog->palette().color(QPalette::Mid));
+               painter.drawRect(where.adjusted(-1, -1, 0, 0));
                dialog->reject();
              });
   show(dialogs);
