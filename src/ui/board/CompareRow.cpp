@@ -35,6 +35,8 @@ constexpr int kVolumeWidth = 48;
 constexpr int kSecondsWidth = 48;
 constexpr int kVerdictWidth = 176;
 constexpr int kTakeOverWidth = 96;
+/// Of a row. A narrower one leaves out how long sounds are: it would hardly have room for their names.
+constexpr int kRoomForSeconds = 870;
 /// Of a difference's colour in the row's ground, of 255.
 constexpr int kRowTint = 26;
 
@@ -109,17 +111,19 @@ QWidget* CompareRow::MakeSide(const std::optional<ComparedSound>& sound, Part pl
   if (isOther) MakeBold(*name);
   row->addWidget(name, 1);
   if (sound->volume) AddFigure(*row, tr("%1 %").arg(*sound->volume), kVolumeWidth, m_place.differs == Differs::Volume);
-  if (!sound->path.empty()) AddFigure(*row, sound::Duration(sound->samples), kSecondsWidth, isOther);
+  if (!sound->path.empty())
+    AddFigure(*row, sound::Duration(sound->samples), kSecondsWidth, isOther).setObjectName("SecondsLabel");
   return side;
 }
 
-void CompareRow::AddFigure(QHBoxLayout& row, const QString& text, int width, bool isDifferent) {
+QLabel& CompareRow::AddFigure(QHBoxLayout& row, const QString& text, int width, bool isDifferent) {
   auto* const figure =
       kit::MakeLabel("FigureLabel", isDifferent ? kit::TextStyle::Plain : kit::TextStyle::Soft, text, this);
   figure->setFixedWidth(width);
   figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   if (isDifferent) MakeBold(*figure);
   row.addWidget(figure);
+  return *figure;
 }
 
 QWidget* CompareRow::MakeVerdict(const CompareTexts& texts) {
@@ -179,6 +183,11 @@ void CompareRow::ShowIcons() {
 }
 
 int CompareRow::SideAt(int number) const { return m_sides.at(static_cast<std::size_t>(number))->x(); }
+
+void CompareRow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  for (QWidget* const seconds : findChildren<QWidget*>("SecondsLabel")) seconds->setVisible(width() >= kRoomForSeconds);
+}
 
 void CompareRow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);

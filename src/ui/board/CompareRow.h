@@ -52,6 +52,7 @@ class CompareRow : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -59,7 +60,7 @@ class CompareRow : public QWidget {
                                   const QString& nothing);
   [[nodiscard]] QWidget* MakeVerdict(const CompareTexts& texts);
   [[nodiscard]] QWidget* MakeTakeOver();
-  void AddFigure(QHBoxLayout& row, const QString& text, int width, bool isDifferent);
+  QLabel& AddFigure(QHBoxLayout& row, const QString& text, int width, bool isDifferent);
   void ShowIcons();
 
   core::sound::ComparedPlace m_place;

@@ -108,6 +108,23 @@ TEST_F(CompareFrameTest, WhatDiffersIsNeverCutOff) {
   }
 }
 
+TEST_F(CompareFrameTest, NamesCanBeReadInANarrowOneTooWhichLeavesOutTheLengths) {
+  places[0].here->path = places[0].there->path = "/a/power off.lsu";
+  frame.Show(sides, places);
+  for (const auto& [width, hasLengths] : {std::pair(830, false), std::pair(912, false), std::pair(928, true)}) {
+    frame.resize(width, 500);
+    QApplication::processEvents();
+    for (const CompareRow* const row : VisibleRows()) {
+      for (const char* const side : {"HereLabel", "ThereLabel"})
+        for (const QLabel* const name : row->findChildren<QLabel*>(side))
+          EXPECT_GE(name->width(), name->fontMetrics().horizontalAdvance(name->text()))
+              << width << ": " << name->text().toStdString();
+      for (const QLabel* const length : row->findChildren<QLabel*>("SecondsLabel"))
+        EXPECT_EQ(length->isVisible(), hasLengths) << width;
+    }
+  }
+}
+
 TEST_F(CompareFrameTest, OnlyDifferencesCanBeShown) {
   frame.findChild<QPushButton*>("CompareDifferencesBtn")->click();
   EXPECT_EQ(Rows().size(), 3);
