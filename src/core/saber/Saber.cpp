@@ -24,8 +24,10 @@ void Saber::Begin(Voice& voice, SlotKind kind, bool isLoop) {
 
 void Saber::Stop(Voice& voice) {
   if (!voice.HasEnded()) {
-    m_fading.push_back(voice);
-    m_fading.back().Stop();
+    if (voice.IsHeard()) {
+      m_fading.push_back(voice);
+      m_fading.back().Stop();
+    }
     if (m_ended) m_ended(m_now, voice.Place(), true);
   }
   voice = Voice();
@@ -87,7 +89,8 @@ void Saber::FollowUp() {
   if (m_state == State::Ignition) {
     m_state = State::On;
     Begin(m_hum, SlotKind::Idle, true);
-  } else if (m_state == State::Boot || m_state == State::Retraction) {
+  } else if ((m_state == State::Boot || m_state == State::Retraction) && m_fading.empty()) {
+    // Whoever takes the samples takes none of a blade that is in: the hum has faded before, also without a sound.
     m_state = State::Off;
   }
 }

@@ -15,8 +15,8 @@ namespace kestrin::core::saber {
 /// The sounds of a set as a board plays them: coded, decoded, with their volumes. 48,000 samples a second.
 class SaberSounds {
  public:
-  /// Reads every sound of the set; `pump` gets its turn after each. Fails like coding does when one cannot be read or
-  /// is too loud.
+  /// Reads every sound of the set; `pump` gets its turn again and again. Fails like coding does when one cannot be read
+  /// or is too loud.
   [[nodiscard]] static base::Result<SaberSounds> Of(const sound::LSU_Configuration& set,
                                                     const base::EventPump& pump = {});
 

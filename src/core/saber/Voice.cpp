@@ -7,6 +7,7 @@ namespace kestrin::core::saber {
 
 double Voice::Next() {
   if (HasEnded()) return 0;
+  m_isHeard = true;
   double sample = (*m_samples)[m_at];
   if (m_beforeLeft > 0) {
     const double before = m_at < m_before->size() ? (*m_before)[m_at] : 0;

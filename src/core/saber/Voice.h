@@ -26,6 +26,8 @@ class Voice {
   /// Whether it is a sound at all, be it that it has ended.
   [[nodiscard]] bool IsSound() const { return m_samples != nullptr; }
   [[nodiscard]] const sound::SoundPlace& Place() const { return m_place; }
+  /// Whether any sample of it was taken.
+  [[nodiscard]] bool IsHeard() const { return m_isHeard; }
   /// The next sample, 0 once it has ended.
   [[nodiscard]] double Next();
   /// Lets it fade; what fades already goes on doing so.
@@ -48,6 +50,7 @@ class Voice {
   int m_beforeLeft = 0;
   std::size_t m_at = 0;
   bool m_isLoop = false;
+  bool m_isHeard = false;
   bool m_fades = false;
   /// Samples of the fade that are still to come.
   int m_left = kFade;

@@ -167,6 +167,22 @@ TEST_F(SaberTest, SwitchingOffEndsEverythingButThePowerOffSound) {
   EXPECT_EQ(Render(500), Samples(500, 0));
 }
 
+TEST_F(SaberTest, WithoutAPowerOffSoundTheBladeIsInOnceTheHumHasFaded) {
+  SaberSounds sounds;
+  sounds.Add(SlotKind::Idle, Samples(7, 1000));
+  Saber saber(sounds, 1);
+  saber.Take(Event::On);
+  Samples samples(1);
+  saber.Render(samples);
+  saber.Take(Event::Off);
+  for (std::size_t i = 0; i < 240; ++i) {
+    EXPECT_EQ(saber.GetState(), State::Retraction) << i;
+    saber.Render(samples);
+    ExpectSample(samples[0], Faded(1000, i), i);
+  }
+  EXPECT_EQ(saber.GetState(), State::Off);
+}
+
 TEST_F(SaberTest, SwitchingOnEndsTheBootSound) {
   m_saber.Take(Event::Boot);
   static_cast<void>(Render(100));
@@ -224,6 +240,14 @@ TEST_F(SaberTest, ASetWithoutSoundsIsASilentSaber) {
   Samples samples(100, 1);
   saber.Render(samples);
   EXPECT_EQ(samples, Samples(100, 0));
+}
+
+TEST_F(SaberTest, WhatIsInterruptedBeforeItsFirstSampleIsNotHeard) {
+  SwitchOn();
+  m_saber.Take(Event::Swing);
+  m_saber.Take(Event::Hit);
+  const Samples samples = Render(100);
+  for (std::size_t i = 0; i < samples.size(); ++i) EXPECT_EQ(samples[i], Hum(i) + 5000 + static_cast<int>(i)) << i;
 }
 
 TEST_F(SaberTest, BlocksOfAnyLengthMakeTheSameSound) {
