@@ -72,9 +72,8 @@ void RequireOutputOfItsOwn(const std::filesystem::path& output, LSU_Configuratio
   for (const core::sound::SlotFile& entry : configuration.FilesInFlashOrder()) {
     std::error_code error;
     if (std::filesystem::equivalent(output, entry.file->FileNameAndPath(), error))
-      throw CommandFailure(
-          ExitCode::WrongUsage,
-          core::base::TextOf(output) + " is one of the sounds. Choose another name for the configuration file.");
+      throw CommandFailure(ExitCode::WrongUsage, core::base::TextOf(output) +
+                                                     " is one of the sounds. Choose another name for the output file.");
   }
 }
 

@@ -32,7 +32,7 @@ struct LoadedFiles {
 void LoadMemoryMap(const std::filesystem::path& path, core::sound::LSU_Configuration& configuration,
                    const core::base::EventPump& pump);
 
-/// Throws CommandFailure when a configuration that is written as `output` would be the end of one of its sounds.
+/// Throws CommandFailure when what is written as `output` would be the end of one of the configuration's sounds.
 void RequireOutputOfItsOwn(const std::filesystem::path& output, core::sound::LSU_Configuration& configuration);
 
 /// A configuration as `config show` prints it.

@@ -79,6 +79,92 @@ TEST_F(SaberTest, TheSetItselfIsNotOverwritten) {
   EXPECT_EQ(ReadBytes(m_set.configuration), set);
 }
 
+TEST_F(SaberTest, ASoundOfTheSetIsNotOverwritten) {
+  for (const SoundSet::Sound& sound : m_set.sounds) {
+    const std::string before = ReadBytes(sound.path);
+    const Finished finished =
+        Run({"saber", "render", m_set.configuration.string(), "--script", "on", "--output", sound.path.string()});
+    EXPECT_EQ(finished.code, 2);
+    EXPECT_NE(finished.errors.find("is one of the sounds. Choose another"), std::string::npos) << finished.errors;
+    EXPECT_EQ(ReadBytes(sound.path), before);
+  }
+}
+
+#ifndef _WIN32
+TEST_F(SaberTest, WhatIsThereAlreadyIsReplacedAsAWholeOrStays) {
+  WriteBytes(m_wav, "my own");
+  Surroundings full;
+  full.largestFile = 1000;
+  const Finished finished = Run(
+      {"saber", "render", m_set.configuration.string(), "--script", "boot; on; off", "--output", m_wav.string()}, full);
+  EXPECT_EQ(finished.code, 1);
+  EXPECT_NE(finished.errors.find("What was there before is unchanged."), std::string::npos) << finished.errors;
+  EXPECT_EQ(ReadBytes(m_wav), "my own");
+  EXPECT_GT(Render("boot")["samples"], 0);
+  EXPECT_EQ(ReadBytes(m_wav).substr(0, 4), "RIFF");
+}
+#endif
+
+TEST_F(SaberTest, AFolderThatIsNotThereIsNamed) {
+  const std::string wav = (m_folder / "nowhere" / "saber.wav").string();
+  const Finished finished = Run({"saber", "render", m_set.configuration.string(), "--script", "on", "--output", wav});
+  EXPECT_EQ(finished.code, 1);
+  EXPECT_NE(finished.errors.find(wav), std::string::npos) << finished.errors;
+  EXPECT_NE(finished.errors.find("Check that the folder is there"), std::string::npos) << finished.errors;
+}
+
+// A WAV file tells its sizes in 32 bits: 2^31 samples of two bytes are more than it can hold. 75 times ten minutes are
+// 2,160,000,000 samples.
+TEST_F(SaberTest, AScriptThatIsTooLongIsRefused) {
+  std::string script;
+  for (int i = 0; i < 75; ++i) script += "wait 600;";
+  const Finished finished =
+      Run({"saber", "render", m_set.configuration.string(), "--script", script, "--output", m_wav.string()});
+  EXPECT_EQ(finished.code, 1);
+  EXPECT_NE(finished.errors.find("longer than a WAV file can be. Write a shorter script."), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(m_wav));
+}
+
+TEST_F(SaberTest, EmptySlotsAreSilent) {
+  static_cast<void>(
+      RunJson(0, {"config", "make", m_set.configuration.string(), "--pwron", m_set.sounds[1].path.string()}));
+  const Json document = Render("boot; on; swing; hit; lockup 0.5; wait 0.25; off");
+  EXPECT_EQ(document["events"].size(), 1U);
+  EXPECT_EQ(document["events"][0]["slot"], "pwron");
+  EXPECT_EQ(document["samples"], Played(1) + 36000);
+}
+
+TEST_F(SaberTest, ASetWithoutAnySoundIsAnEmptyFile) {
+  static_cast<void>(RunJson(0, {"config", "make", m_set.configuration.string()}));
+  const Json document = Render("boot; on; swing; off");
+  EXPECT_EQ(document["samples"], 0);
+  EXPECT_EQ(document["clipped"], 0);
+  EXPECT_EQ(document["events"], Json::array());
+  EXPECT_EQ(ReadBytes(m_wav).size(), 44U);
+}
+
+TEST_F(SaberTest, ALockUpIsHeldForItsTime) {
+  const Json none = Render("on; lockup 0; off");
+  const Json held = Render("on; lockup 600; off");
+  EXPECT_EQ(held["samples"].get<std::int64_t>() - none["samples"].get<std::int64_t>(), 600 * 48000);
+}
+
+// A sound that is all as loud as it can be is coded as 999 of 1,023, but for the first two samples that the board
+// plays, which are always silent. Two of them together are cut off at every other sample.
+TEST_F(SaberTest, WhatIsTooLoudTogetherIsCountedAndTold) {
+  const std::vector<std::int16_t> loud(1000, 32767);
+  const std::vector<std::int16_t> longer(2000, 32767);
+  for (const std::size_t sound : {1U, 2U, 6U}) WriteSoundFile(m_set.sounds[sound].path, loud);
+  WriteSoundFile(m_set.sounds[3].path, longer);
+  static_cast<void>(RunJson(0, {"config", "make", m_set.configuration.string(), "--idle", m_set.sounds[3].path.string(),
+                                "--impact", m_set.sounds[6].path.string()}));
+  EXPECT_EQ(Render("on; hit")["clipped"], 998);
+  const Finished finished =
+      Run({"saber", "render", m_set.configuration.string(), "--script", "on; hit", "--output", m_wav.string()});
+  EXPECT_NE(finished.out.find("Cut off at full scale  998"), std::string::npos) << finished.out;
+  EXPECT_EQ(Render("on; wait 0.02; off")["clipped"], 0);
+}
+
 TEST_F(SaberTest, ASoundThatIsMissingIsNamed) {
   std::filesystem::remove(m_set.sounds[4].path);
   const Json document =

@@ -30,6 +30,10 @@ struct Performance {
   std::int64_t clipped = 0;
 };
 
+CommandFailure TooLong() {
+  return CommandFailure(ExitCode::Failed, "That is longer than a WAV file can be. Write a shorter script.");
+}
+
 class SaberRenderCommand final : public Command {
  public:
   [[nodiscard]] std::string Name() const override { return "saber render"; }
@@ -47,20 +51,23 @@ class SaberRenderCommand final : public Command {
   [[nodiscard]] Report Run(Context& context) override {
     const core::base::Result<SaberScript> script = SaberScript::Read(m_script);
     if (!script) throw CommandFailure(ExitCode::WrongUsage, script.Text());
+    if (script->LeastSamples() > WavStream::kMostSamples) throw TooLong();
     RequireOtherFile(m_file, m_output, "the set");
     core::sound::LSU_Configuration set;
     const LoadedFiles loaded = LoadConfiguration(m_file, set, context.interrupt.Pump());
     if (!loaded.failed.empty()) throw CommandFailure(ExitCode::Failed, loaded.message);
+    RequireOutputOfItsOwn(m_output, set);
     const core::base::Result<SaberSounds> sounds = SaberSounds::Of(set, context.interrupt.Pump());
     if (!sounds) throw CommandFailure(ExitCode::Failed, sounds.Text());
 
     // A WAV file says at its beginning how long it is: played once to know it, and once more to write it.
-    const Performance performance = Perform(*script, *sounds, [&context](std::span<const std::int16_t>) {
+    std::int64_t heard = 0;
+    const Performance performance = Perform(*script, *sounds, [&](std::span<const std::int16_t> part) {
       context.interrupt.Look();
-      return true;
+      heard += static_cast<std::int64_t>(part.size());
+      return heard <= WavStream::kMostSamples;
     });
-    if (performance.samples > WavStream::kMostSamples)
-      throw CommandFailure(ExitCode::Failed, "That is longer than a WAV file can be. Write a shorter script.");
+    if (performance.samples > WavStream::kMostSamples) throw TooLong();
     RequireWritten(core::base::WriteWholeFile(
         m_output,
         [&](const core::base::AppendBytes& append) -> core::base::Result<> {

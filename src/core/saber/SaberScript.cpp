@@ -82,6 +82,12 @@ base::Result<SaberScript> SaberScript::Read(std::string_view text) {
   return script;
 }
 
+std::int64_t SaberScript::LeastSamples() const {
+  std::int64_t sum = 0;
+  for (const Step& step : m_steps) sum += step.samples.value_or(0);
+  return sum;
+}
+
 void SaberScript::Perform(Saber& saber, const Take& take) const {
   constexpr std::int64_t kBlock = 4096;
   std::array<std::int16_t, kBlock> block{};

@@ -28,6 +28,9 @@ class SaberScript {
   /// The script of a text. The text of a failure names the step that is none, and those that there are.
   [[nodiscard]] static base::Result<SaberScript> Read(std::string_view text);
 
+  /// How many samples its waits and lock-ups last together: it is no shorter.
+  [[nodiscard]] std::int64_t LeastSamples() const;
+
   /// Lets all of it happen to the saber, and what sounds then come to its end.
   void Perform(Saber& saber, const Take& take) const;
 

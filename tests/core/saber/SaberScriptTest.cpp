@@ -56,6 +56,11 @@ TEST_F(SaberScriptTest, AWaitSaysHowLongAfterTheBeginningTheNextStepComes) {
             "0 pwron, 48000 idle, 72000 motion, 76800 impact, 100800 pwroff, 120800");
 }
 
+TEST_F(SaberScriptTest, OneThingFollowsTheOther) {
+  EXPECT_EQ(Perform("on; wait 1.5; swing; swing; hit; lockup 1.2; off"),
+            "0 pwron, 48000 idle, 72000 motion, 82000 motion, 92000 impact, 99000 lockup, 156600 pwroff, 176600");
+}
+
 TEST_F(SaberScriptTest, FurtherWaitsAreAdded) {
   EXPECT_EQ(Perform("wait 0.5; wait 1; boot; wait 1; wait 1"), "72000 boot, 168000");
 }
@@ -80,6 +85,31 @@ TEST_F(SaberScriptTest, WhoTakesNoMoreEndsIt) {
   int blocks = 0;
   script->Perform(saber, [&blocks](std::span<const std::int16_t>) { return ++blocks < 3; });
   EXPECT_EQ(blocks, 3);
+}
+
+TEST_F(SaberScriptTest, TellsHowLongItIsAtLeast) {
+  const auto least = [](const char* text) { return SaberScript::Read(text)->LeastSamples(); };
+  EXPECT_EQ(least("on; hit"), 0);
+  EXPECT_EQ(least("wait 0.5; on; wait 1.5; hit; lockup 2; wait 1; off"), 5 * 48000);
+}
+
+// A million hits at one and the same sample: each but the last was never heard, so nothing of it is there to fade.
+TEST_F(SaberScriptTest, AsManyStepsAsAnybodyWritesAreTaken) {
+  constexpr int kMany = 1'000'000;
+  std::string text = "on";
+  for (int i = 0; i < kMany; ++i) text += ";hit;wait 0";
+  const base::Result<SaberScript> script = SaberScript::Read(text);
+  ASSERT_TRUE(script) << script.Text();
+  int began = 0;
+  std::vector<std::int16_t> heard;
+  Saber saber(m_sounds, 1, [&began](std::int64_t, const sound::SoundPlace&) { ++began; });
+  script->Perform(saber, [&heard](std::span<const std::int16_t> part) {
+    heard.insert(heard.end(), part.begin(), part.end());
+    return true;
+  });
+  EXPECT_EQ(began, kMany + 2) << "power on, the hum, hits";
+  EXPECT_EQ(saber.Clipped(), 0);
+  EXPECT_EQ(heard.size(), 55000U) << "48,000 of power on, 7,000 of the last hit";
 }
 
 TEST_F(SaberScriptTest, AStepThatIsNoneIsNamed) {
