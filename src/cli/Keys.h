@@ -27,7 +27,7 @@ enum class Key {
 [[nodiscard]] std::optional<Key> TakeKey(std::string& bytes, bool isAll);
 
 /// For as long as it lives, the person's keys come one by one, without Enter, and are not shown. However the program
-/// ends, as far as it is asked, the terminal is as it was before. One at a time.
+/// ends, as far as it is asked, and while it is stopped (Ctrl-Z), the terminal is as it was before. One at a time.
 class Keys {
  public:
   /// Null when standard input is no terminal: nobody is there to press keys.

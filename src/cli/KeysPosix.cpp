@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <string>
 #include <utility>
 
@@ -18,10 +19,49 @@ namespace {
 /// The other bytes of a key come right behind the first, also over a network.
 constexpr int kRestOfAKey = 50;
 
-/// As the terminal was. A signal handler reaches nothing but what lives outside every object.
+/// As the terminal was, and as it is while keys come one by one. A signal handler reaches nothing but what lives
+/// outside every object.
 termios s_before;
+termios s_changed;
 
 void Restore() { tcsetattr(STDIN_FILENO, TCSANOW, &s_before); }
+
+bool Change() { return tcsetattr(STDIN_FILENO, TCSANOW, &s_changed) == 0; }
+
+void Handle(int number, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  // The stop comes while its handler runs.
+  action.sa_flags = SA_RESTART | SA_NODEFER;
+  sigemptyset(&action.sa_mask);
+  sigaction(number, &action, nullptr);
+}
+
+/// The program goes on, be it that nothing was said before it was stopped.
+void OnContinue(int /*number*/) {
+  const int error = errno;
+  Change();
+  errno = error;
+}
+
+/// Ctrl-Z: meanwhile the terminal is as it was before.
+void OnStop(int number) {
+  const int error = errno;
+  Restore();
+  // The system's own stop, since it knows of programs that nobody could wake up again.
+  Handle(number, SIG_DFL);
+  raise(number);
+  Handle(number, OnStop);
+  Change();
+  errno = error;
+}
+
+void SetStopHandlers(void (*onStop)(int), void (*onContinue)(int)) {
+  struct sigaction action {};
+  // Whoever started the program may want it not to be stopped.
+  if (sigaction(SIGTSTP, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) Handle(SIGTSTP, onStop);
+  Handle(SIGCONT, onContinue);
+}
 
 /// What Read() says of the terminal.
 enum class Heard { Something, Nothing, TheEnd };
@@ -47,16 +87,17 @@ struct Keys::Console {
 
 std::unique_ptr<Keys> Keys::Take() {
   if (isatty(STDIN_FILENO) == 0 || tcgetattr(STDIN_FILENO, &s_before) != 0) return nullptr;
-  termios changed = s_before;
-  // Signals stay; those that would end or stop the program without a word to it do not.
-  changed.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-  changed.c_iflag &= ~static_cast<tcflag_t>(IXON);
-  changed.c_cc[VSUSP] = _POSIX_VDISABLE;
-  changed.c_cc[VQUIT] = _POSIX_VDISABLE;
-  changed.c_cc[VMIN] = 1;
-  changed.c_cc[VTIME] = 0;
+  s_changed = s_before;
+  // Signals stay; the one that would end the program without a word to it does not.
+  s_changed.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+  s_changed.c_iflag &= ~static_cast<tcflag_t>(IXON);
+  s_changed.c_cc[VQUIT] = _POSIX_VDISABLE;
+  s_changed.c_cc[VMIN] = 1;
+  s_changed.c_cc[VTIME] = 0;
   Interrupt::SetLastAct(Restore);
-  if (tcsetattr(STDIN_FILENO, TCSANOW, &changed) != 0) {
+  SetStopHandlers(OnStop, OnContinue);
+  if (!Change()) {
+    SetStopHandlers(SIG_DFL, SIG_DFL);
     Interrupt::SetLastAct(nullptr);
     return nullptr;
   }
@@ -66,6 +107,7 @@ std::unique_ptr<Keys> Keys::Take() {
 Keys::Keys(std::unique_ptr<Console> console) : m_console(std::move(console)) {}
 
 Keys::~Keys() {
+  SetStopHandlers(SIG_DFL, SIG_DFL);
   Restore();
   Interrupt::SetLastAct(nullptr);
 }

@@ -212,6 +212,14 @@ bool ChildProcess::IsTerminalAsUsual() const {
          state.c_cc[VSUSP] != _POSIX_VDISABLE;
 }
 
+void ChildProcess::UseTerminalAsUsual() const {
+  termios state{};
+  if (tcgetattr(m_terminal, &state) != 0) Fail("look at the terminal");
+  state.c_lflag |= ECHO | ICANON;
+  state.c_iflag |= IXON;
+  if (tcsetattr(m_terminal, TCSANOW, &state) != 0) Fail("put the terminal back");
+}
+
 void ChildProcess::BlockTerminal() const {
   const int child = open(ptsname(m_out), O_RDWR | O_NOCTTY | O_CLOEXEC);
   if (child < 0 || tcflow(child, TCOOFF) != 0) Fail("block the terminal");

@@ -74,6 +74,8 @@ class ChildProcess {
   void Type(const std::string& keys) const;
   /// Whether its terminal shows what is typed and gives it on by lines, as one does before any program changes that.
   [[nodiscard]] bool IsTerminalAsUsual() const;
+  /// Puts its terminal back into that state, as a shell does when a program of it was stopped.
+  void UseTerminalAsUsual() const;
   /// Lets nothing more be written onto its terminal, whatever the program does about Ctrl-S.
   void BlockTerminal() const;
   /// Goes away as the reader of its standard output; a terminal hangs up.

@@ -77,6 +77,23 @@ TEST_F(SaberPlayTest, KeysMakeThingsHappen) {
   EXPECT_TRUE(saber->IsTerminalAsUsual());
 }
 
+TEST_F(SaberPlayTest, TellsAtItsEndWhatWasTooLoudTogether) {
+  const PrivateSoundService service;
+  for (const SoundSet::Sound& sound : m_set.sounds)
+    WriteSoundFile(sound.path, std::vector<std::int16_t>(12000, std::int16_t{32767}));
+  const auto saber = PlayWithTheBladeOut();
+  saber->Type("\r");
+  saber->WaitForOutput("On: Idle, Impact 1");
+  saber->Type("q");
+  const Finished finished = saber->Wait();
+  EXPECT_EQ(finished.code, 0);
+  EXPECT_NE(
+      finished.errors.find(" samples were louder together than full scale and cut off there. Lower volumes of the "
+                           "set avoid that."),
+      std::string::npos)
+      << finished.errors;
+}
+
 TEST_F(SaberPlayTest, IsHeardAsItIsRendered) {
   const PrivateSoundService service;
   const std::vector<std::int16_t> boot = Rendered("boot");
@@ -139,6 +156,57 @@ TEST_F(SaberPlayTest, SignalsEndItAndTheTerminalIsAsBefore) {
   const auto saber = PlayWithTheBladeOut();
   saber->Type("\x03");
   EXPECT_EQ(saber->Wait().code, 128 + SIGINT);
+  EXPECT_TRUE(saber->IsTerminalAsUsual());
+}
+
+TEST_F(SaberPlayTest, CtrlZGivesTheTerminalBackUntilItGoesOn) {
+  const PrivateSoundService service;
+  // Only a shell with jobs can wake it up again.
+  ChildProcess shell(
+      {"/bin/sh", "-c", "set -m; \"$0\" saber play \"$1\"; echo in the shell; read line; fg; echo ended $?", KESTRINCTL,
+       m_set.configuration.string()},
+      m_environment, {.output = kTerminal, .columns = 80, .hasKeyboard = true});
+  shell.WaitForOutput("Off");
+  shell.Type(" ");
+  shell.WaitForOutput("On: Idle");
+  EXPECT_FALSE(shell.IsTerminalAsUsual());
+  shell.Type("\x1A");
+  shell.WaitForOutput("in the shell");
+  EXPECT_TRUE(shell.IsTerminalAsUsual());
+  shell.Type("\n");
+  shell.Type(kRight);
+  shell.WaitForOutput("On: Idle, Motion ");
+  EXPECT_FALSE(shell.IsTerminalAsUsual());
+  shell.Type("q");
+  shell.WaitForOutput("ended 0");
+  EXPECT_TRUE(shell.IsTerminalAsUsual());
+}
+
+TEST_F(SaberPlayTest, GoesOnByKeysAfterAShellHasUsedTheTerminal) {
+  const PrivateSoundService service;
+  const auto saber = PlayWithTheBladeOut();
+  // A stop that no program can see coming; shells put the terminal back themselves then.
+  saber->Signal(SIGSTOP);
+  saber->UseTerminalAsUsual();
+  saber->Signal(SIGCONT);
+  saber->Type(kRight);
+  saber->WaitForOutput("On: Idle, Motion ");
+  EXPECT_FALSE(saber->IsTerminalAsUsual());
+  saber->Type("q");
+  EXPECT_EQ(saber->Wait().code, 0);
+  EXPECT_TRUE(saber->IsTerminalAsUsual());
+}
+
+TEST_F(SaberPlayTest, NobodyStopsIfThereIsNobodyToWakeItUp) {
+  const PrivateSoundService service;
+  const auto saber = PlayWithTheBladeOut();
+  saber->Type("\x1A");
+  saber->Signal(SIGTSTP);
+  saber->Type(kRight);
+  saber->WaitForOutput("On: Idle, Motion ");
+  EXPECT_FALSE(saber->IsTerminalAsUsual());
+  saber->Type("q");
+  EXPECT_EQ(saber->Wait().code, 0);
   EXPECT_TRUE(saber->IsTerminalAsUsual());
 }
 
