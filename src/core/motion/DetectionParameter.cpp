@@ -39,6 +39,17 @@ std::int32_t NearestInRange(const DetectionParameter& parameter, std::int32_t bo
   return std::clamp(boardValue, inUnits(parameter.minimum), inUnits(parameter.maximum));
 }
 
+device::AccParam InRange(const device::AccParam& held, std::uint16_t revision) {
+  device::AccParam shown;
+  for (const DetectionParameter& parameter : kDetectionParameters) {
+    if (IsFlashPeriod(parameter) && !HasFlashPeriod(revision))
+      SetShownValue(parameter, shown, parameter.factoryDefault);
+    else
+      shown.*parameter.field = NearestInRange(parameter, held.*parameter.field);
+  }
+  return shown;
+}
+
 bool IsFormOf(const device::AccParam& held, const device::AccParam& wanted, std::uint16_t revision) {
   return std::all_of(kDetectionParameters.begin(), kDetectionParameters.end(),
                      [&](const DetectionParameter& parameter) {

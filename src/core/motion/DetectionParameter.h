@@ -52,6 +52,10 @@ void SetShownValue(const DetectionParameter& parameter, device::AccParam& board,
 /// The nearest value that the parameter's range has to what a board holds, in the board's units.
 [[nodiscard]] std::int32_t NearestInRange(const DetectionParameter& parameter, std::int32_t boardValue);
 
+/// What a board of that `DeviceRevision` holds as its sliders show it, in the board's units: each value the nearest in
+/// range, the flash period that of the factory where there is none.
+[[nodiscard]] device::AccParam InRange(const device::AccParam& held, std::uint16_t revision);
+
 /// Whether `held` is what becomes of `wanted` on its way through a slider or into a board of that `DeviceRevision`:
 /// the same values, or the nearest in range where `wanted` is outside. The flash period counts only where there is one.
 [[nodiscard]] bool IsFormOf(const device::AccParam& held, const device::AccParam& wanted, std::uint16_t revision);

@@ -33,7 +33,8 @@ void ConfigControl::ReadAccData() {
 
 std::optional<core::device::AccParam> ConfigControl::Held() const {
   const std::optional<Board> board = m_around.board();
-  return board && board->serialNumber == m_serialNumber ? m_known.Held() : std::nullopt;
+  if (!board || board->serialNumber != m_serialNumber || !m_known.Held()) return std::nullopt;
+  return core::motion::InRange(*m_known.Held(), board->revision);
 }
 
 void ConfigControl::Open() {

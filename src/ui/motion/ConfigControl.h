@@ -50,7 +50,7 @@ class ConfigControl : public QObject {
 
   /// A sound board has come online: the sliders show what it holds.
   void ReadAccData();
-  /// What the board that is online holds, as far as that is known.
+  /// What the board that is online holds, as its sliders show it, as far as that is known.
   [[nodiscard]] std::optional<core::device::AccParam> Held() const;
   /// Shows the panel as it was left. The board is not read again.
   void Open();

@@ -33,7 +33,7 @@ class SensorSetup : public QObject {
   void Hide();
   /// A sound board has come online: the panel shows what it holds.
   void ReadAccData();
-  /// What the board that is online holds, as far as that is known.
+  /// What the board that is online holds, as its sliders show it, as far as that is known.
   [[nodiscard]] std::optional<core::device::AccParam> Held() const;
   /// Whether the window may be closed: asks when values would be lost that the person has set.
   [[nodiscard]] bool MayClose();

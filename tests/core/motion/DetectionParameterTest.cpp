@@ -69,5 +69,16 @@ TEST(FactoryDefaults, AreWhatABoardLeavesTheFactoryWith) {
   EXPECT_EQ(FactoryDefaults(), (device::AccParam{180, 2, 10, 50, 125, 13}));
 }
 
+TEST(DetectionParameters, ThatABoardHoldsOutOfRangeAreTheNearestInside) {
+  const device::AccParam none{0, 0, 0, 0, 0, 0};
+  EXPECT_EQ(InRange(none, 293), (device::AccParam{1, 2, 0, 1, 1, 5}));
+  const device::AccParam all{255, 255, 255, 255, 255, 255};
+  EXPECT_EQ(InRange(all, 293), (device::AccParam{255, 25, 31, 255, 255, 250}));
+  const device::AccParam inside{180, 2, 10, 50, 125, 14};
+  EXPECT_EQ(InRange(inside, 293), inside);
+  // What an older board holds as its flash period is none: 52 ms are 13 units.
+  EXPECT_EQ(InRange(inside, 292), (device::AccParam{180, 2, 10, 50, 125, 13}));
+}
+
 }  // namespace
 }  // namespace kestrin::core::motion

@@ -11,6 +11,7 @@
 #include "ui/stage/BladeMotion.h"
 #include "ui/stage/SoundReader.h"
 #include "ui/stage/StageView.h"
+#include "ui/stage/TryControl.h"
 #include "ui/stage/TryList.h"
 #include "ui/window/Pages.h"
 
@@ -154,6 +155,22 @@ TEST_F(TryInMain, StaysWhenABoardComesOrGoes) {
   agent->Plug();
   ASSERT_TRUE(Until([this] { return Shown("SerialLabel"); }));
   EXPECT_EQ(ShownPage(), Pages::Page::Try);
+}
+
+TEST_F(TryInMain, ABoardThatHoldsNoSensibleValuesMovesNoBladeThatRests) {
+  std::filesystem::create_directories(folder / "board");
+  WriteBytes(folder / "board" / "board.json", R"({"id":4389,"accelerometer":[0,0,0,0,0,0]})");
+  Start("dir=" + core::base::TextOf(folder / "board"));
+  OpenSet();
+  Open();
+  int moved = 0;
+  QObject::connect(window->findChild<ui::stage::TryControl*>(), &ui::stage::TryControl::moved, [&moved] { ++moved; });
+  Pass(300);
+  Key(Qt::Key_P);
+  Pass(300);
+  emit Find<ui::stage::StageView>("StageView").led(16);
+  Pass(300);
+  EXPECT_EQ(moved, 0);
 }
 
 TEST_F(TryInMain, ShinesInTheColourOfTheLedSettings) {
