@@ -61,7 +61,8 @@ void SensorControl::Look() {
     return m_frame.SaySensor(
         tr("No board is connected. Plug it in to see what it feels; the sliders stay as they are."));
   if (board->ClassDebugID() == m_silent) return m_frame.SaySensor(m_silence, true);
-  if (IsDue(*board) && !m_around.isBusy()) m_around.run([this] { Ask(); });
+  if (m_around.isBusy()) return;
+  if (IsDue(*board)) m_around.run([this] { Ask(); });
   // The panel may have been closed while the board was asked.
   if (m_watch && m_timer.isActive()) LookAfter(m_watch->UntilNext());
 }
