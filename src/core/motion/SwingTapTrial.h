@@ -10,7 +10,8 @@
 
 namespace kestrin::core::motion {
 
-/// "Swing five times, tap five times": takes the swings first, then the taps; what is done out of turn does not count.
+/// "Swing five times, then tap five times": takes the swings first, then the taps; what is done out of turn does not
+/// count.
 class SwingTapTrial {
  public:
   /// Of each kind.

@@ -18,7 +18,8 @@ using Kind = core::motion::Movement::Kind;
 
 TrialCard::TrialCard(QWidget* parent) : Card(parent) {
   setObjectName("TrialCard");
-  auto* const title = kit::MakeLabel("TrialTitle", kit::TextStyle::Title, tr("Swing five times, tap five times"), this);
+  auto* const title =
+      kit::MakeLabel("TrialTitle", kit::TextStyle::Title, tr("Swing five times, then tap five times"), this);
   auto* const again = new kit::LinkButton("TrialAgainBtn", tr("Start again"), this);
   connect(again, &QPushButton::clicked, this, &TrialCard::startAgainRequested);
   auto* const head = new QHBoxLayout;

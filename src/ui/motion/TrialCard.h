@@ -11,7 +11,7 @@ namespace kestrin::ui::motion {
 
 class MarkRow;
 
-/// "Swing five times, tap five times": how far a trial has come, and what to do next.
+/// "Swing five times, then tap five times": how far a trial has come, and what to do next.
 class TrialCard : public kit::Card {
   Q_OBJECT
 

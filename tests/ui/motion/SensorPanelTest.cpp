@@ -159,6 +159,17 @@ TEST_F(SensorPanel, NeverAsksWhileSomethingElseTalksToTheBoard) {
   EXPECT_EQ(asked, 1);
 }
 
+TEST_F(SensorPanel, LooksNoMoreOftenThanItWouldAskWhileSomethingElseTalksToTheBoard) {
+  Open();
+  Feel(1);
+  ASSERT_EQ(asked, 1);
+  const ui::kit::CommandGate::Passage passage(gate);
+  for (int turn = 0; turn < 3; ++turn) {
+    Feel(1);
+    EXPECT_GE(Find<QTimer>("SensorTimer").interval(), 40);
+  }
+}
+
 TEST_F(SensorPanel, WhatThePersonWantsMeanwhileComesNext) {
   Open(kWide, "id=4389,wire=usb");
   Slider("ImpactThresholdSlider").setValue(25);
@@ -230,6 +241,7 @@ TEST_F(SensorPanel, WithoutABoardItSaysSoAndGoesOnWithTheNextOne) {
 TEST_F(SensorPanel, FiveSwingsAndFiveTapsSuggestAThreshold) {
   MoveBy(std::string(kFiveSwings) + "tap 19\nrest 0.4\ntap 22\nrest 0.4\ntap 17\nrest 0.4\ntap 25\nrest 0.4\ntap 30");
   Open();
+  EXPECT_EQ(LabelText("TrialTitle"), "Swing five times, then tap five times");
   EXPECT_EQ(Said("SwingsText"), "five times: swing the saber through the air");
   EXPECT_EQ(Said("TapsText"), "after the swings");
   EXPECT_FALSE(Shown("SuggestionBox"));
