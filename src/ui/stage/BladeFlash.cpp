@@ -15,7 +15,10 @@ void BladeFlash::LockUp(double now) {
   m_hit.reset();
 }
 
-double BladeFlash::Length() const { return m_lockedSince && !m_fewer ? m_period / 2 : kLength; }
+double BladeFlash::Length() const {
+  if (m_fewer) return kLength;
+  return m_lockedSince ? m_period / 2 : m_period;
+}
 
 std::optional<double> BladeFlash::Wanted(double now) const {
   if (m_lockedSince) return *m_lockedSince + std::floor((now - *m_lockedSince) / m_period) * m_period;
@@ -38,6 +41,6 @@ double BladeFlash::At(double now) {
   return m_fewer ? 0.6 * std::sin(std::numbers::pi * share) : 1 - share;
 }
 
-bool BladeFlash::IsStill(double now) const { return !m_lockedSince && (!m_hit || now - *m_hit > kLength + kApart); }
+bool BladeFlash::IsStill(double now) const { return !m_lockedSince && (!m_hit || now - *m_hit > Length() + kApart); }
 
 }  // namespace kestrin::ui::stage

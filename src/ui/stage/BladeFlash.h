@@ -5,16 +5,16 @@
 
 namespace kestrin::ui::stage {
 
-/// When a blade flashes: once with a hit, over and over with a flash period while it is locked up. With fewer flashes
-/// none begins sooner than a third of a second after the one before, whatever asks for it, and each comes and goes
-/// softly: more than three flashes a second can make people ill.
+/// When a blade flashes, with the flash period of a board: once with a hit, over and over while it is locked up. With
+/// fewer flashes none begins sooner than a third of a second after the one before, whatever asks for it, and each comes
+/// and goes softly: more than three flashes a second can make people ill.
 ///
 /// Times are milliseconds of one clock that never goes back.
 class BladeFlash {
  public:
   /// At least so far apart begin flashes when there are to be fewer.
   static constexpr double kApart = 1000.0 / 3;
-  /// A hit flashes for so long.
+  /// So long is each when there are to be fewer.
   static constexpr double kLength = 130;
   /// The board's flash period as it leaves the factory.
   static constexpr double kFactoryPeriod = 52;

@@ -21,14 +21,18 @@ std::vector<double> Beginnings(BladeFlash& flash, double from, double to) {
 }
 
 TEST(BladeFlash, FlashesOnceWithAHit) {
-  BladeFlash flash;
-  flash.SetFewer(false);
-  EXPECT_EQ(flash.At(1000), 0);
-  flash.Hit(1000);
-  EXPECT_EQ(flash.At(1000), 1);
-  EXPECT_DOUBLE_EQ(flash.At(1000 + BladeFlash::kLength / 2), 0.5);
-  EXPECT_EQ(flash.At(1000 + BladeFlash::kLength), 0);
-  EXPECT_TRUE(Beginnings(flash, 1200, 4000).empty());
+  for (const double period : {20.0, 52.0, 1000.0}) {
+    BladeFlash flash;
+    flash.SetFewer(false);
+    flash.SetPeriod(period);
+    EXPECT_EQ(flash.At(1000), 0);
+    flash.Hit(1000);
+    EXPECT_EQ(flash.At(1000), 1);
+    EXPECT_DOUBLE_EQ(flash.At(1000 + period / 2), 0.5) << "it lasts for the board's flash period";
+    EXPECT_FALSE(flash.IsStill(1000 + period / 2));
+    EXPECT_EQ(flash.At(1000 + period), 0);
+    EXPECT_TRUE(Beginnings(flash, 1000 + period, 4000).empty());
+  }
 }
 
 TEST(BladeFlash, FlashesWithItsPeriodWhileLockedUp) {
