@@ -78,6 +78,7 @@ void SoundReader::ReadAll(Entries entries) {
       if (!isSame) return emit ready();
       for (const Entry& entry : m_entries)
         if (entry.samples != nullptr) emit exchanged(entry.place);
+      emit kept();
     });
   });
 }

@@ -47,6 +47,8 @@ class SoundReader : public QObject {
   void ready();
   /// The sound that stands there sounds otherwise now.
   void exchanged(const core::sound::SoundPlace& inSet);
+  /// All are read, and the saber keeps its sounds, however they sound now.
+  void kept();
 
  private:
   /// A sound of the set, with what was made of it.

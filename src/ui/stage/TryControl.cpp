@@ -69,7 +69,7 @@ void TryControl::Connect() {
   connect(m_frame, &TryFrame::hitRequested, this, &TryControl::Hit);
   connect(m_frame, &TryFrame::lockupHeld, this, &TryControl::LockUp);
   connect(&m_frame->Stage(), &StageView::led, this, &TryControl::Lead);
-  connect(&m_frame->Stage(), &StageView::entered, this, [this] { m_detector.Forget(); });
+  connect(&m_frame->Stage(), &StageView::entered, this, [this] { m_isLed = false; });
   connect(&m_frame->Stage(), &StageView::pressed, this, [this] { PressStage(true); });
   connect(&m_frame->Stage(), &StageView::released, this, [this] { PressStage(false); });
   connect(&m_frame->Times(), &Timeline::chosen, this, &TryControl::Choose);
@@ -77,6 +77,9 @@ void TryControl::Connect() {
   connect(&m_frame->Rows(), &TryRows::changed, this, &TryControl::FollowSet);
   connect(m_reader, &SoundReader::ready, this, &TryControl::UseSounds);
   connect(m_reader, &SoundReader::exchanged, this, &TryControl::Exchange);
+  connect(m_reader, &SoundReader::kept, this, [this] {
+    if (m_due) Take(*std::exchange(m_due, std::nullopt));
+  });
   connect(m_reader, &SoundReader::progress, this, [this](int done, int all) {
     m_progress =
         done < all ? tr("Reading the sounds: %1 of %2").arg(QString::number(done), QString::number(all)) : QString();
@@ -97,7 +100,7 @@ double TryControl::SecondsOf(SlotKind kind) const { return static_cast<double>(m
 void TryControl::Open(bool isShown) {
   if (std::exchange(m_isShown, isShown) == isShown) return;
   if (!isShown) {
-    m_isPowerWanted = false;
+    m_due.reset();
     m_pressed.reset();
     m_lockedUntil.reset();
     m_isLockupHeld = false;
@@ -109,14 +112,17 @@ void TryControl::Open(bool isShown) {
   }
   const Detection detection = m_means.detection();
   m_detector.SetSensitivity(detection.sensitivity);
-  m_detector.Forget();
+  m_isLed = false;
   m_light.Flash().SetPeriod(detection.flashPeriod);
   m_pieces.Clear();
   m_frame->Times().Refresh();
   FollowLed();
   FollowSet();
   // What has to be read first starts when it is.
-  if (!m_reader->IsReading()) Take(Event::Boot);
+  if (m_reader->IsReading())
+    m_due = Event::Boot;
+  else
+    Take(Event::Boot);
   Wake();
 }
 
@@ -162,8 +168,7 @@ void TryControl::UseSounds() {
                   ? tr("%1 The others can be tried.").arg(first)
                   : tr("%1 sounds cannot be tried. The first: %2").arg(QString::number(failures.size()), first));
   }
-  if (!m_isShown) return;
-  Take(std::exchange(m_isPowerWanted, false) ? Event::On : Event::Boot);
+  Take(std::exchange(m_due, std::nullopt).value_or(Event::Boot));
 }
 
 void TryControl::Exchange(const SoundPlace& inSet) {
@@ -173,11 +178,9 @@ void TryControl::Exchange(const SoundPlace& inSet) {
 }
 
 void TryControl::Power() {
-  if (m_reader->IsReading()) {
-    m_isPowerWanted = !m_isPowerWanted;
-    return;
-  }
-  Take(IsOut() ? Event::Off : Event::On);
+  if (IsOut()) return Take(Event::Off);
+  if (!m_reader->IsReading()) return Take(Event::On);
+  m_due = m_due == Event::On ? Event::Boot : Event::On;
 }
 
 void TryControl::Swing(int way) {
@@ -185,7 +188,7 @@ void TryControl::Swing(int way) {
   m_motion.Aim(m_motion.Aimed() + way * kKeySwing);
   // At its end it comes back the next time.
   m_nextWay = -way;
-  m_detector.Forget();
+  m_isLed = false;
   Take(Event::Swing);
 }
 
@@ -201,6 +204,8 @@ void TryControl::LockUp(bool isHeld) {
 
 void TryControl::Lead(double degrees) {
   m_motion.Aim(degrees);
+  // The pointer takes the blade from wherever it was: the way to there is no movement of the pointer's.
+  if (!std::exchange(m_isLed, true)) m_detector.Forget();
   const auto event = m_detector.Turn(Milliseconds() / 1000, degrees);
   if (event && m_state == State::On) return Take(*event);
   Wake();
@@ -259,7 +264,7 @@ void TryControl::Tick() {
   FollowState(view.state);
   if (const auto problem = m_sound.TakeProblem())
     emit news(tr("No sound: %1 The saber goes on without it.").arg(kit::Translated(*problem)));
-  if (m_state == State::On) {
+  if (m_state == State::On && m_isLed) {
     if (const auto event = m_detector.Turn(now / 1000, m_motion.Aimed())) Take(*event);
   } else {
     m_detector.Forget();

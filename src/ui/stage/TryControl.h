@@ -117,8 +117,8 @@ class TryControl : public QObject {
   bool m_isShown = false;
   bool m_asOnBoard = false;
   bool m_isFewer = true;
-  /// The person has pressed Power while the sounds were being read.
-  bool m_isPowerWanted = false;
+  /// What the saber begins with once the sounds are read: the person may have pressed Power meanwhile.
+  std::optional<core::saber::Event> m_due;
   core::saber::State m_state = core::saber::State::Off;
   /// When Tick() was, in milliseconds as all below.
   double m_last = 0;
@@ -127,6 +127,8 @@ class TryControl : public QObject {
   std::optional<double> m_pressed;
   std::optional<double> m_lockedUntil;
   bool m_isLockupHeld = false;
+  /// Whether the pointer has the blade: it has come onto the stage, and no key has swung it since it moved last.
+  bool m_isLed = false;
   double m_sparks = -1e9;
   unsigned m_sparkSeed = 0;
   std::int64_t m_onSince = 0;

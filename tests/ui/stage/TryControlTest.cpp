@@ -326,6 +326,70 @@ TEST_F(TryControlTest, PowerPressedWhileSoundsAreReadIsNotForgotten) {
   EXPECT_THAT(Sounding(), ElementsAre(200)) << "without the boot sound";
 }
 
+TEST_F(TryControlTest, PowerPressedWhileTheSameSoundsAreReadOtherwiseIsNotForgotten) {
+  Start();
+  control->SetAsOnBoard(true);
+  Key(Qt::Key_P);
+  AwaitSounds();
+  Pass(20);
+  EXPECT_TRUE(Button("TryPowerBtn").isChecked());
+  // Nothing is left over that would switch it on once more.
+  Key(Qt::Key_P);
+  Pass(300);
+  control->SetAsOnBoard(false);
+  AwaitSounds();
+  Pass(20);
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+  EXPECT_FALSE(output.IsPlaying());
+}
+
+TEST_F(TryControlTest, PowerSwitchesOffAlsoWhileSoundsAreRead) {
+  StartOn();
+  control->SetAsOnBoard(true);
+  ASSERT_TRUE(frame->findChild<SoundReader*>()->IsReading());
+  Key(Qt::Key_P);
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+  AwaitSounds();
+  Pass(300);
+  EXPECT_FALSE(Button("TryPowerBtn").isChecked());
+}
+
+TEST_F(TryControlTest, TheBoardStartsAlsoWhenItsSoundsAreReadOtherwiseSinceTheLastTime) {
+  Start();
+  frame->hide();
+  control->SetAsOnBoard(true);
+  frame->show();
+  AwaitSounds();
+  EXPECT_TRUE(output.IsPlaying()) << "the boot sound";
+}
+
+TEST_F(TryControlTest, ThePointerTakesTheBladeFromWhereKeysHaveSwungIt) {
+  StartOn();
+  Lead(16);
+  Pass(100);
+  std::vector<Event> moved;
+  QObject::connect(&*control, &TryControl::moved, [&moved](Event event) { moved.push_back(event); });
+  Key(Qt::Key_S);
+  Pass(300);
+  // A hair's breadth from where it was: 34 degrees from where the key has swung the blade.
+  Lead(16.2);
+  Pass(300);
+  EXPECT_THAT(moved, ElementsAre(Event::Swing));
+}
+
+TEST_F(TryControlTest, ThePointerTakesTheBladeWhereverItComesOntoTheStage) {
+  StartOn();
+  Lead(16);
+  Pass(100);
+  std::vector<Event> moved;
+  QObject::connect(&*control, &TryControl::moved, [&moved](Event event) { moved.push_back(event); });
+  emit frame->Stage().entered();
+  Pass(50);
+  Lead(60);
+  Pass(300);
+  EXPECT_THAT(moved, IsEmpty());
+}
+
 TEST_F(TryControlTest, ASoundThatCannotBeReadIsToldAndLeftOut) {
   AddAll();
   Add(SlotKind::Motion, "gone.lsu", 700, 4800);
