@@ -87,14 +87,21 @@ std::optional<std::size_t> Timeline::PieceAt(const QPointF& where) const {
   return std::nullopt;
 }
 
+std::optional<std::size_t> Timeline::NumberOf(const std::optional<Mark>& mark) const {
+  const std::vector<Piece>& pieces = m_pieces.All();
+  const auto found = std::find_if(pieces.begin(), pieces.end(), [&mark](const Piece& one) {
+    return mark == Mark{one.place, one.from};
+  });
+  if (found == pieces.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - pieces.begin());
+}
+
 void Timeline::Refresh() {
   const double pixel = PlayedPieces::kSpan / std::max(1.0, Room().width() * devicePixelRatioF());
   const bool hasMoved = std::abs(static_cast<double>(m_pieces.Now() - m_now)) >= pixel;
   if (!hasMoved && m_pieces.All().size() == m_count) return;
   m_now = m_pieces.Now();
   m_count = m_pieces.All().size();
-  if (m_chosen && *m_chosen >= m_count) m_chosen.reset();
-  if (m_under && *m_under >= m_count) m_under.reset();
   update();
 }
 
@@ -170,8 +177,9 @@ void Timeline::paintEvent(QPaintEvent* /*event*/) {
   painter.setFont(small);
   PaintGrid(painter);
   const std::vector<Piece>& pieces = m_pieces.All();
-  for (std::size_t i = 0; i < pieces.size(); ++i)
-    PaintPiece(painter, pieces[i], m_under == i || (hasFocus() && m_chosen == i));
+  const std::optional<std::size_t> under = NumberOf(m_under);
+  const std::optional<std::size_t> chosen = hasFocus() ? NumberOf(m_chosen) : std::nullopt;
+  for (std::size_t i = 0; i < pieces.size(); ++i) PaintPiece(painter, pieces[i], under == i || chosen == i);
   if (!hasFocus()) return;
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(ColorOf(ColorRole::Accent, palette()), 1));
@@ -179,13 +187,13 @@ void Timeline::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void Timeline::mouseMoveEvent(QMouseEvent* event) {
-  const auto under = PieceAt(event->position());
+  const auto number = PieceAt(event->position());
+  const Piece* const piece = number ? &m_pieces.All()[*number] : nullptr;
+  const auto under = piece != nullptr ? std::optional(Mark{piece->place, piece->from}) : std::nullopt;
   if (under == m_under) return;
   m_under = under;
-  setCursor(m_under ? Qt::PointingHandCursor : Qt::ArrowCursor);
-  setToolTip(m_under
-                 ? tr("%1: %2").arg(sound::PlaceTitle(m_pieces.All()[*m_under].place), m_pieces.All()[*m_under].name)
-                 : QString());
+  setCursor(piece != nullptr ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  setToolTip(piece != nullptr ? tr("%1: %2").arg(sound::PlaceTitle(piece->place), piece->name) : QString());
   update();
 }
 
@@ -201,8 +209,8 @@ void Timeline::mousePressEvent(QMouseEvent* event) {
 }
 
 void Timeline::Choose(std::size_t piece) {
-  m_chosen = piece;
   const Piece& one = m_pieces.All()[piece];
+  m_chosen = Mark{one.place, one.from};
   const double age = static_cast<double>(m_pieces.Now() - one.from) / 48000;
   setAccessibleDescription(tr("%1: %2, %3 s ago. Enter plays it again.")
                                .arg(sound::PlaceTitle(one.place), one.name, locale().toString(age, 'f', 1)));
@@ -214,14 +222,15 @@ void Timeline::Choose(std::size_t piece) {
 void Timeline::keyPressEvent(QKeyEvent* event) {
   const std::size_t count = m_pieces.All().size();
   if (event->modifiers() != Qt::NoModifier || count == 0) return QWidget::keyPressEvent(event);
+  const std::optional<std::size_t> number = NumberOf(m_chosen);
   switch (event->key()) {
     case Qt::Key_Left:
-      return Choose(m_chosen ? *m_chosen - (*m_chosen > 0 ? 1 : 0) : count - 1);
+      return Choose(number ? *number - (*number > 0 ? 1 : 0) : count - 1);
     case Qt::Key_Right:
-      return Choose(m_chosen ? std::min(*m_chosen + 1, count - 1) : count - 1);
+      return Choose(number ? std::min(*number + 1, count - 1) : count - 1);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (m_chosen && !event->isAutoRepeat()) emit chosen(m_pieces.All()[*m_chosen].place);
+      if (number && !event->isAutoRepeat()) emit chosen(m_pieces.All()[*number].place);
       return;
     default:
       return QWidget::keyPressEvent(event);
@@ -230,7 +239,7 @@ void Timeline::keyPressEvent(QKeyEvent* event) {
 
 void Timeline::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
-  if (!m_chosen && !m_pieces.All().empty()) Choose(m_pieces.All().size() - 1);
+  if (!NumberOf(m_chosen) && !m_pieces.All().empty()) Choose(m_pieces.All().size() - 1);
   update();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <cstdint>
 #include <optional>
 
 #include "ui/stage/PlayedPieces.h"
@@ -37,12 +38,21 @@ class Timeline : public QWidget {
 
  private:
   using Piece = PlayedPieces::Piece;
+  /// A piece by where it stands and when it began: its number changes whenever an older one is forgotten.
+  struct Mark {
+    core::sound::SoundPlace place;
+    std::int64_t from = 0;
+
+    friend bool operator==(const Mark&, const Mark&) = default;
+  };
 
   [[nodiscard]] QRectF Room() const;
   [[nodiscard]] double RowHeight() const;
   [[nodiscard]] double XOf(std::int64_t sample) const;
   [[nodiscard]] QRectF BoxOf(const Piece& piece) const;
   [[nodiscard]] std::optional<std::size_t> PieceAt(const QPointF& where) const;
+  /// The number of the piece; nothing when it is forgotten, or there is none.
+  [[nodiscard]] std::optional<std::size_t> NumberOf(const std::optional<Mark>& mark) const;
   void Choose(std::size_t piece);
   void PaintGrid(QPainter& painter) const;
   void PaintPiece(QPainter& painter, const Piece& piece, bool isChosen) const;
@@ -51,8 +61,8 @@ class Timeline : public QWidget {
   /// What is painted.
   std::int64_t m_now = -1;
   std::size_t m_count = 0;
-  std::optional<std::size_t> m_under;
-  std::optional<std::size_t> m_chosen;
+  std::optional<Mark> m_under;
+  std::optional<Mark> m_chosen;
 };
 
 }  // namespace kestrin::ui::stage

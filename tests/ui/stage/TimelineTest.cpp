@@ -98,6 +98,34 @@ TEST_F(TimelineTest, IsUsedByKeysAndTellsWhichPieceIsChosen) {
   EXPECT_EQ(chosen[0], kHum);
 }
 
+TEST_F(TimelineTest, AChosenPieceStaysChosenWhenAnOlderOneIsForgotten) {
+  const SoundPlace clash{SlotKind::Impact, 1};
+  pieces.Begin(clash, "clash", 11 * kSecond, kSecond);
+  pieces.End(clash, 12 * kSecond);
+  line.Refresh();
+  QTest::keyClick(&line, Qt::Key_Right);
+  ASSERT_EQ(line.accessibleDescription(), "Impact 1: clash, 1.0 s ago. Enter plays it again.");
+  // The swing was over after ten seconds: it goes, the clash stays.
+  pieces.Advance(23 * kSecond);
+  line.Refresh();
+  ASSERT_EQ(pieces.All().size(), 2U);
+  QTest::keyClick(&line, Qt::Key_Return);
+  EXPECT_EQ(chosen, std::vector{clash});
+}
+
+TEST_F(TimelineTest, WhatComesInPlaceOfAForgottenPieceIsNotChosen) {
+  const SoundPlace clash{SlotKind::Impact, 1};
+  QTest::keyClick(&line, Qt::Key_Right);
+  ASSERT_EQ(line.accessibleDescription(), "Motion 3: swing3, 3.0 s ago. Enter plays it again.");
+  pieces.Begin(clash, "clash", 11 * kSecond, kSecond);
+  pieces.End(clash, 12 * kSecond);
+  pieces.Advance(23 * kSecond);
+  line.Refresh();
+  ASSERT_EQ(pieces.All()[1].place, clash);
+  QTest::keyClick(&line, Qt::Key_Return);
+  EXPECT_TRUE(chosen.empty());
+}
+
 TEST_F(TimelineTest, ForgetsAChosenPieceThatIsGone) {
   line.setFocus();
   QTest::keyClick(&line, Qt::Key_Right);
