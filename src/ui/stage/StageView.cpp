@@ -29,6 +29,13 @@ constexpr QRgb kWarningText = 0xffffc266;
 constexpr int kChipHeight = 22;
 constexpr int kDot = 8;
 
+/// Two sounds at once are the most: the hum and what lies over it.
+constexpr int kMostChips = 2;
+
+/// How wide the text of a chip is at most on a stage of that width, and all of it.
+int ChipText(int stage) { return stage / 5; }
+int ChipWidth(int text) { return text + kDot + 3 * kit::kGrid; }
+
 /// The colours on the stage are those of the dark scheme, whichever the window has.
 QPalette Dark() {
   static const QPalette palette = kit::PaletteOf({.isDark = true});
@@ -91,7 +98,7 @@ void StageView::Show(const StagePicture& picture) {
   if (!changed.isEmpty()) update(changed.boundingRect() & rect());
 }
 
-QRect StageView::TextRoom() const { return {0, 0, width(), 4 * kit::kWide + 3 * fontMetrics().height()}; }
+QRect StageView::TextRoom() const { return {0, 0, width(), 4 * kit::kWide + 5 * fontMetrics().height()}; }
 
 QRect StageView::FloorRoom() const { return rect().adjusted(0, height() * 7 / 10, 0, 0); }
 
@@ -165,24 +172,30 @@ void StageView::PaintTexts(QPainter& painter) const {
   painter.setFont(bold);
   painter.setPen(QColor(kText));
   const QFontMetrics large(bold);
+  // Beside as many chips as there can be, so that it stays as it is when they come and go.
+  const int chips = kMostChips * (ChipWidth(ChipText(width())) + kit::kGrid);
   painter.drawText(room, Qt::AlignTop | Qt::AlignLeft,
-                   large.elidedText(m_picture.name, Qt::ElideMiddle, room.width() / 2));
+                   large.elidedText(m_picture.name, Qt::ElideMiddle, room.width() - chips));
   painter.setFont(font());
+  QRect below = room.adjusted(0, large.height() + kit::kHalf, 0, 0);
+  const auto paint = [&](const QString& text, QRgb color) {
+    painter.setPen(QColor(color));
+    QRect used;
+    painter.drawText(below, Qt::AlignTop | Qt::AlignLeft | Qt::TextWordWrap, text, &used);
+    below.setTop(used.bottom() + 1 + kit::kHalf);
+  };
+  paint(m_picture.line, kSoftText);
+  if (!m_picture.warning.isEmpty()) paint(m_picture.warning, kWarningText);
   painter.setPen(QColor(kSoftText));
-  painter.drawText(room.adjusted(0, large.height() + kit::kHalf, -room.width() / 3, 0), Qt::AlignTop | Qt::AlignLeft,
-                   m_picture.line);
-  painter.setPen(QColor(kWarningText));
-  painter.drawText(room.adjusted(0, large.height() + 2 * kit::kHalf + fontMetrics().height(), -room.width() / 3, 0),
-                   Qt::AlignTop | Qt::AlignLeft, m_picture.warning);
-  painter.setPen(QColor(kSoftText));
-  painter.drawText(room.adjusted(room.width() / 3, 0, 0, 0), Qt::AlignBottom | Qt::AlignRight, m_picture.hint);
+  painter.drawText(room.adjusted(room.width() / 3, 0, 0, 0), Qt::AlignBottom | Qt::AlignRight | Qt::TextWordWrap,
+                   m_picture.hint);
 }
 
 void StageView::PaintChips(QPainter& painter) const {
   int right = width() - kit::kWide;
   for (auto chip = m_picture.chips.rbegin(); chip != m_picture.chips.rend(); ++chip) {
-    const QString text = fontMetrics().elidedText(chip->text, Qt::ElideMiddle, width() / 4);
-    const int wide = fontMetrics().horizontalAdvance(text) + kDot + 3 * kit::kGrid;
+    const QString text = fontMetrics().elidedText(chip->text, Qt::ElideMiddle, ChipText(width()));
+    const int wide = ChipWidth(fontMetrics().horizontalAdvance(text));
     const QRectF box(right - wide + 0.5, kit::kInset + 0.5, wide - 1, kChipHeight - 1);
     const QColor color = kit::SlotColor(chip->slot, Dark());
     QColor ground = color;

@@ -8,6 +8,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -123,6 +124,45 @@ TEST_F(StageViewTest, PaintsNothingTwiceThatHasNotChanged) {
   EXPECT_TRUE(count.painted.contains(before));
   EXPECT_TRUE(count.painted.contains(Above(0.5, 0)));
   EXPECT_TRUE(count.painted.contains(QPoint(460, 375)));
+}
+
+TEST_F(StageViewTest, NoTextIsCutOffOnALowAndNarrowStage) {
+  view.resize(360, 200);
+  picture.shine.extent = 0;
+  const QString text = "What is said here goes on for longer than a stage like this one is wide, to the very";
+  for (QString StagePicture::*const place : {&StagePicture::line, &StagePicture::warning, &StagePicture::hint}) {
+    picture.line = picture.warning = picture.hint = "x";
+    picture.*place = text;
+    const QImage without = Grab();
+    picture.*place = text + " end.";
+    EXPECT_NE(Grab(), without) << "the last word cannot be seen";
+  }
+}
+
+TEST_F(StageViewTest, TheNameOfTheSetStandsBesideWhatSounds) {
+  picture.shine.extent = 0;
+  for (const QSize& size : {QSize(440, 230), kSize, QSize(2400, 1000)}) {
+    view.resize(size);
+    picture.name.clear();
+    picture.chips.clear();
+    const QImage nothing = Grab();
+    picture.name = QString(300, 'M');
+    const QImage named = Grab();
+    picture.name.clear();
+    picture.chips = {{core::sound::SlotKind::Idle, QString(300, 'm') + ".lsu"},
+                     {core::sound::SlotKind::Motion, QString(300, 'w') + ".lsu"}};
+    const QImage sounding = Grab();
+    int last = 0;
+    int first = size.width();
+    for (int x = 0; x < size.width(); ++x)
+      for (int y = 0; y < 60; ++y) {
+        if (named.pixel(x, y) != nothing.pixel(x, y)) last = x;
+        if (sounding.pixel(x, y) != nothing.pixel(x, y)) first = std::min(first, x);
+      }
+    EXPECT_GT(last, size.width() / 6) << "there is room for a name";
+    EXPECT_LT(last, first) << size.width();
+    picture.chips.clear();
+  }
 }
 
 TEST_F(StageViewTest, KeepsTheBladeOnAStageOfAnySize) {
