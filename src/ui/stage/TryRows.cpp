@@ -62,7 +62,9 @@ QModelIndex TryRows::IndexOf(const SoundPlace& place) const {
 void TryRows::SetVolume(const QModelIndex& index, int percent) {
   const std::optional<SoundPlace> place = PlaceOf(index);
   if (!place || m_isBusy || m_set.IsLoading() || !m_set.Holds(*place)) return;
-  m_set.SetVolume(place->kind, place->position, static_cast<std::int16_t>(std::clamp(percent, 0, 100)));
+  // One that is louder already can be made less loud, and is not made so by going up.
+  const int most = std::max<int>(100, m_set.At(*place).Volume());
+  m_set.SetVolume(place->kind, place->position, static_cast<std::int16_t>(std::clamp(percent, 0, most)));
 }
 
 int TryRows::rowCount(const QModelIndex& parent) const {

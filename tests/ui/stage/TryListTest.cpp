@@ -117,6 +117,17 @@ TEST_F(TryListTest, ArrowsSetTheVolumeAndEnterChooses) {
   EXPECT_EQ(chosen[0], kOne);
 }
 
+TEST_F(TryListTest, AVolumeOfMoreThan100GoesDownStepByStepAndNoFurtherUp) {
+  OpenThree();
+  set.SetVolume(SlotKind::Idle, 1, 150);
+  list->setFocus();
+  list->setCurrentIndex(rows->IndexOf(kHum));
+  QTest::keyClick(&*list, Qt::Key_Right);
+  EXPECT_EQ(set.At(kHum).Volume(), 150);
+  QTest::keyClick(&*list, Qt::Key_Left);
+  EXPECT_EQ(set.At(kHum).Volume(), 145);
+}
+
 TEST_F(TryListTest, AClickOnASoundChoosesIt) {
   OpenThree();
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, RowOf(kTwo).topLeft() + QPoint(40, 8));
