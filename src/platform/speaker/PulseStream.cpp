@@ -172,7 +172,7 @@ void PulseStream::Write(pa_stream* stream, std::size_t bytes) {
   while (bytes >= kBytesOfASample && !m_isExhausted) {
     void* room = nullptr;
     std::size_t roomBytes = bytes;
-    if (m_pulse->beginWrite(stream, &room, &roomBytes) < 0 || room == nullptr)
+    if (m_pulse->beginWrite(stream, &room, &roomBytes) < 0 || room == nullptr || roomBytes < kBytesOfASample)
       return Fail("The sound service stopped playing", "Try again.");
     const std::span<std::int16_t> samples(static_cast<std::int16_t*>(room),
                                           std::min(bytes, roomBytes) / kBytesOfASample);
