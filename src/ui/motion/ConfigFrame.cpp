@@ -279,6 +279,8 @@ void ConfigFrame::Arrange(const QSize& size) {
   m_columns->addWidget(m_sensorShelf, 0, 0, isWide ? 2 : 1, 1);
   m_columns->addWidget(m_shelf, 0, isWide ? 1 : 0);
   m_columns->addWidget(m_foot, 1, isWide ? 1 : 0);
+  // Alone it ends where everything else does.
+  m_sensor->layout()->setContentsMargins(0, 0, isWide ? 0 : kScrollRoom, 0);
   m_columns->setColumnStretch(0, isWide ? 6 : 1);
   m_columns->setColumnStretch(1, isWide ? 5 : 0);
   for (std::size_t index = 0; index < m_rows.size(); ++index) PlaceRow(index);

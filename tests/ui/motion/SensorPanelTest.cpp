@@ -376,6 +376,7 @@ TEST_F(SensorPanel, SlidersAndPictureStandBesideEachOtherWhereThereIsRoom) {
   EXPECT_FALSE(Shown("ImpactThresholdSlider"));
   for (const char* const name : {"SensorChart", "TrialCard", "SendCmdBtn"})
     EXPECT_TRUE(window->rect().contains(placeOf(name))) << name;
+  EXPECT_EQ(placeOf("TrialCard").right(), placeOf("SendCmdBtn").right()) << "all of it ends on one line";
 }
 
 TEST_F(SensorPanel, TheKeyboardReachesAllOfIt) {
