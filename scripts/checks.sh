@@ -29,6 +29,7 @@ check_files() {
   if [ -z "$bare" ]; then pass; else fail "without the line that names the licence: $bare"; fi
 
   check_docs
+  check "each test program is in a suite for Windows, or left out there for a reason" each_program_has_its_suite
 
   # Each version lays out a few things in its own way, so only the one that the code was laid out with can judge.
   if ! command -v clang-format-14 >/dev/null; then
