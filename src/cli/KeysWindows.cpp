@@ -37,9 +37,9 @@ struct Keys::Console {};
 std::unique_ptr<Keys> Keys::Take() {
   s_console = GetStdHandle(STD_INPUT_HANDLE);
   if (GetConsoleMode(s_console, &s_before) == 0) return nullptr;
-  // Ctrl-C stays the system's.
-  const DWORD changed =
-      (s_before & ~static_cast<DWORD>(ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT)) | ENABLE_PROCESSED_INPUT;
+  // Ctrl-C stays the system's. Some programs leave a console that turns arrows into bytes that begin with Escape.
+  constexpr DWORD kLines = ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT | ENABLE_VIRTUAL_TERMINAL_INPUT;
+  const DWORD changed = (s_before & ~kLines) | ENABLE_PROCESSED_INPUT;
   Interrupt::SetLastAct(Restore);
   if (SetConsoleMode(s_console, changed) == 0) {
     Interrupt::SetLastAct(nullptr);

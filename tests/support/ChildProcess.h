@@ -22,7 +22,8 @@ struct Finished {
 };
 
 /// A program that runs beside the test, with both its outputs caught. Ended by force when it outlives the object. On
-/// Windows it has a pipe for its output and no other surroundings than the usual ones, and there are no signals.
+/// Windows the terminal is this program's own console, and what is shown there is not caught; there are no signals, and
+/// no other surroundings than the usual ones.
 class ChildProcess {
  public:
   /// Where its standard output goes: into a pipe, or onto a terminal of its own, which it is told the end of.

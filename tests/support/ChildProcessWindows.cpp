@@ -76,6 +76,15 @@ Pipe OpenPipe() {
   return pipe;
 }
 
+/// A side of this program's console, which the child inherits.
+HANDLE OpenConsole(const wchar_t* name) {
+  SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+  const HANDLE console = CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                                     OPEN_EXISTING, 0, nullptr);
+  if (console == INVALID_HANDLE_VALUE) Fail("open its console");
+  return console;
+}
+
 }  // namespace
 
 /// Each output is read by a thread of its own: anonymous pipes cannot be waited for.
@@ -106,24 +115,27 @@ struct ChildProcess::Process {
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment,
                            const Surroundings& surroundings)
     : m_process(std::make_unique<Process>()) {
-  if (surroundings.output != Output::Pipe || !surroundings.closed.empty() || !surroundings.ignored.empty() ||
-      !surroundings.unread.empty() || surroundings.largestFile != 0 || surroundings.memory != 0)
+  if (!surroundings.closed.empty() || !surroundings.ignored.empty() || !surroundings.unread.empty() ||
+      surroundings.largestFile != 0 || surroundings.memory != 0)
     Fail("give a program these surroundings on this system");
   std::wstring line;
   for (const std::string& argument : command) line += (line.empty() ? L"" : L" ") + Quoted(Wide(argument));
   std::wstring variables = Environment(environment);
   const Pipe out = OpenPipe();
   const Pipe errors = OpenPipe();
+  const HANDLE screen = surroundings.output == Output::Terminal ? OpenConsole(L"CONOUT$") : nullptr;
+  const HANDLE keyboard = surroundings.hasKeyboard ? OpenConsole(L"CONIN$") : nullptr;
   STARTUPINFOW start{};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdOutput = out.child;
+  start.hStdInput = keyboard;
+  start.hStdOutput = screen != nullptr ? screen : out.child;
   start.hStdError = errors.child;
   PROCESS_INFORMATION process{};
   const BOOL started = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
                                       variables.data(), nullptr, &start, &process);
-  CloseHandle(out.child);
-  CloseHandle(errors.child);
+  for (const HANDLE handle : {out.child, errors.child, screen, keyboard})
+    if (handle != nullptr) CloseHandle(handle);
   if (!started) Fail("start a process");
   CloseHandle(process.hThread);
   m_process->handle = process.hProcess;
