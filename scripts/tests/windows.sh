@@ -11,9 +11,10 @@ packages_folder="$project/build/packages"
 . "$windows_rig/board.sh"
 . "$windows_rig/fonts.sh"
 . "$windows_rig/setup.sh"
+. "$windows_rig/sound.sh"
 
 # Their order is that of the sections.
-all_windows_suites=(units commands window board fonts setup)
+all_windows_suites=(units commands window board fonts sound setup)
 
 # Whether the suites can run without anything being installed, fetched or built but the project itself.
 windows_is_here() {

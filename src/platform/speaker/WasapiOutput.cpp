@@ -23,6 +23,7 @@ void WasapiOutput::Start(Source source) {
   Stop();
   m_stream = std::make_shared<WasapiStream>(std::move(source), m_buffer);
   std::thread([stream = m_stream] { stream->Run(); }).detach();
+  std::thread([stream = m_stream] { stream->Watch(); }).detach();
 }
 
 void WasapiOutput::Stop() {

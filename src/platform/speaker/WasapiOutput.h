@@ -9,7 +9,7 @@
 namespace kestrin::platform::speaker {
 
 /// Plays beside all other programs through the loudspeaker that Windows uses by default when the stream starts, and
-/// through the next one when that is unplugged. Each stream has a thread of its own.
+/// through the next one when that is unplugged. Each stream has threads of its own.
 class WasapiOutput final : public core::sound::SoundOutput {
  public:
   /// `buffer`: how much of a stream the system may hold.

@@ -14,8 +14,12 @@ namespace {
 /// The service counts time in units of 100 ns.
 constexpr REFERENCE_TIME kMillisecond = 10'000;
 constexpr DWORD kSampleRate = 48000;
-/// In milliseconds: the service asks for samples about every ten of them.
-constexpr DWORD kPatience = 2000;
+/// How long the service is waited for until a device is open: a loudspeaker without a cable may have to wake up first.
+constexpr std::chrono::milliseconds kToOpen{5000};
+/// And until a device that plays takes more samples: it does so every few milliseconds.
+constexpr std::chrono::milliseconds kToPlay{2000};
+/// Patience is counted in slices. Whoever was asleep for long, as a computer may be, has lost one of them.
+constexpr int kSlices = 20;
 
 core::base::Failure NoDevice() {
   return {core::base::FailureKind::Failed,
@@ -24,6 +28,11 @@ core::base::Failure NoDevice() {
 
 core::base::Failure Broken() {
   return {core::base::FailureKind::Failed, "The sound output stopped playing. Try again."};
+}
+
+core::base::Failure Silent() {
+  return {core::base::FailureKind::Failed,
+          "The sound output does not answer. Choose another one in the sound settings of Windows and try again."};
 }
 
 WAVEFORMATEX OneChannel() {
@@ -61,6 +70,18 @@ void WasapiStream::Run() {
   m_state.TellGone();
 }
 
+void WasapiStream::Watch() {
+  int idle = 0;
+  std::uint32_t steps = 0;
+  while (idle < kSlices) {
+    if (m_state.WaitUntilOver((m_isOpen ? kToPlay : kToOpen) / kSlices)) return;
+    idle = m_steps == steps ? idle + 1 : 0;
+    steps = m_steps;
+  }
+  m_state.End(Silent());
+  SetEvent(m_stop.get());
+}
+
 void WasapiStream::Stop() {
   m_state.Stop();
   SetEvent(m_stop.get());
@@ -69,6 +90,7 @@ void WasapiStream::Stop() {
 core::base::Result<> WasapiStream::PlayAll() {
   for (;;) {
     m_hasPlayed = false;
+    m_isOpen = false;
     switch (PlayOnDefaultDevice()) {
       case Played::ToTheEnd:
         return {};
@@ -127,16 +149,20 @@ WasapiStream::Played WasapiStream::Play(IAudioClient& client, IAudioRenderClient
   // From the first sample on there is something to play.
   HRESULT result = Write(client, renderer, frames);
   if (SUCCEEDED(result)) result = client.Start();
+  ++m_steps;
+  m_isOpen = true;
   const std::array<HANDLE, 2> events{m_stop.get(), wanted};
   while (SUCCEEDED(result)) {
-    const DWORD which = WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, kPatience);
+    const DWORD which = WaitForMultipleObjects(static_cast<DWORD>(events.size()), events.data(), FALSE, INFINITE);
     if (which == WAIT_OBJECT_0) return Played::ToTheEnd;
     if (which != WAIT_OBJECT_0 + 1) return Played::Badly;
     m_hasPlayed = true;
     UINT32 waiting = 0;
     if (!m_isExhausted) {
       result = Write(client, renderer, frames);
-    } else if (SUCCEEDED(result = client.GetCurrentPadding(&waiting)) && waiting == 0) {
+    } else if (SUCCEEDED(result = client.GetCurrentPadding(&waiting))) {
+      See(waiting);
+      if (waiting > 0) continue;
       // The service has taken the last sample; the device plays it so much later.
       REFERENCE_TIME latency = 0;
       client.GetStreamLatency(&latency);
@@ -150,7 +176,9 @@ WasapiStream::Played WasapiStream::Play(IAudioClient& client, IAudioRenderClient
 HRESULT WasapiStream::Write(IAudioClient& client, IAudioRenderClient& renderer, UINT32 frames) {
   UINT32 waiting = 0;
   HRESULT result = client.GetCurrentPadding(&waiting);
-  if (FAILED(result) || waiting >= frames) return result;
+  if (FAILED(result)) return result;
+  See(waiting);
+  if (waiting >= frames) return result;
   BYTE* room = nullptr;
   result = renderer.GetBuffer(frames - waiting, &room);
   if (FAILED(result)) return result;
@@ -159,7 +187,13 @@ HRESULT WasapiStream::Write(IAudioClient& client, IAudioRenderClient& renderer, 
   m_isExhausted = made < samples.size();
   // A part of what the service takes at a time might wait for the rest.
   std::fill(samples.begin() + static_cast<std::ptrdiff_t>(made), samples.end(), std::int16_t{0});
+  m_waiting = frames;
   return renderer.ReleaseBuffer(frames - waiting, 0);
+}
+
+void WasapiStream::See(UINT32 waiting) {
+  if (waiting != m_waiting) ++m_steps;
+  m_waiting = waiting;
 }
 
 }  // namespace kestrin::platform::speaker

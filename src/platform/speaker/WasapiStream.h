@@ -5,15 +5,18 @@
 // After the line above, which they need.
 #include <audioclient.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 #include "platform/speaker/StreamState.h"
 
 namespace kestrin::platform::speaker {
 
-/// One stream of the Windows audio service.
+/// One stream of the Windows audio service. Any call of the service may last for ever, and a device may ask for samples
+/// without taking any: one thread plays, another one watches, and nobody waits for the first.
 class WasapiStream {
  public:
   WasapiStream(StreamState::Source source, std::chrono::milliseconds buffer)
@@ -23,6 +26,8 @@ class WasapiStream {
 
   /// Plays until it is over: the work of a thread of its own.
   void Run();
+  /// Ends it when the service does nothing for too long: the work of a second thread.
+  void Watch();
   void Stop();
   [[nodiscard]] StreamState& State() { return m_state; }
 
@@ -56,14 +61,21 @@ class WasapiStream {
   /// Fills what is free of a buffer of so many frames.
   [[nodiscard]] HRESULT Write(IAudioClient& client, IAudioRenderClient& renderer, UINT32 frames);
   [[nodiscard]] Object<IAudioClient> OpenDefaultDevice() const;
+  /// So many frames wait in the buffer now.
+  void See(UINT32 waiting);
 
   StreamState m_state;
   std::chrono::milliseconds m_buffer;
+  /// Whether a device is open.
+  std::atomic<bool> m_isOpen = false;
+  /// Goes up with everything that the service does.
+  std::atomic<std::uint32_t> m_steps = 0;
   Event m_stop{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
   /// Whether the source has given its last sample.
   bool m_isExhausted = false;
   /// Whether anything was played on the present device.
   bool m_hasPlayed = false;
+  UINT32 m_waiting = 0;
 };
 
 }  // namespace kestrin::platform::speaker

@@ -41,12 +41,15 @@ start_wine() {
   export WINEPREFIX="$windows_build/wine" WINEDEBUG=-all
   # Neither .NET nor a browser is asked for, and nothing enters our own desktop's menu.
   export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+  # Nobody is to hear the tests.
+  export PULSE_SERVER="unix:$windows_build/no-sound-service"
   mkdir -p "$WINEPREFIX"
   start_screen || return
   {
     LC_ALL=C.UTF-8 "$wine_server" -p &&
       run_wine wineboot --init &&
       run_wine winecfg -v win10 &&
+      run_wine reg add 'HKCU\Software\Wine\Drivers' /v Audio /d pulse /f &&
       # Dialogs ask for a font that Windows alone has.
       run_wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'MS Shell Dlg' /d 'DejaVu Sans' /f
   } >"$wine_log" 2>&1 </dev/null
