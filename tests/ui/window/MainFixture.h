@@ -70,9 +70,7 @@ class MainFixture : public testing::Test {
 
   /// The window's threads may use what fixtures that are built on this one own, and those are gone before ours.
   void TearDown() override { window.reset(); }
-  ~MainFixture() override {
-    EXPECT_TRUE(dialogs.okAnswers.empty()) << "a question was not asked";
-  }
+  ~MainFixture() override { EXPECT_TRUE(dialogs.okAnswers.empty()) << "a question was not asked"; }
 
   /// Makes the window; `board` as behind "sim:" on the command line.
   void Make(const std::string& board = "", bool plugged = true) {
