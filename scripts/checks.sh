@@ -85,13 +85,14 @@ core_only() {
     -DCMAKE_CXX_FLAGS_DEBUG="-O0 -D_GLIBCXX_ASSERTIONS"
 }
 
-# What runs beside the one thread: folders and waveforms that are read, sounds that are played, tried or imported, and
-# reports that are written. Qt itself is not built for this, so what it does among its own threads does not count.
+# What runs beside the one thread: folders and waveforms that are read, sounds that are played, tried, levelled or
+# imported, sets that are kept, and reports that are written. Qt itself is not built for this, so what it does among its own threads does not count.
 thread_tests() {
   local -x TSAN_OPTIONS="suppressions=$project/tests/support/tsan.supp"
   local tests programs="kestrin_writer_tests kestrin_sound_ui_tests kestrin_player_tests kestrin_import_crew_tests"
-  build_preset tsan "$programs kestrin_live_saber_tests kestrin_stage_ui_tests" -DKESTRIN_TESTS=ON || return
-  for tests in platform/hid ui/sound rig/sound core/sound/import core/saber ui/stage; do
+  programs="$programs kestrin_live_saber_tests kestrin_stage_ui_tests kestrin_window_tests kestrin_application_tests"
+  build_preset tsan "$programs" -DKESTRIN_TESTS=ON || return
+  for tests in platform/hid ui/sound rig/sound core/sound/import core/saber ui/stage ui/window; do
     run_tests tsan "$project/build/tsan/tests/$tests"
   done
 }
