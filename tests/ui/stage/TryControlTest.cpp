@@ -383,11 +383,17 @@ TEST_F(TryControlTest, ThePointerTakesTheBladeWhereverItComesOntoTheStage) {
   Pass(100);
   std::vector<Event> moved;
   QObject::connect(&*control, &TryControl::moved, [&moved](Event event) { moved.push_back(event); });
-  emit frame->Stage().entered();
-  Pass(50);
-  Lead(60);
-  Pass(300);
-  EXPECT_THAT(moved, IsEmpty());
+  // With pictures between the two, and without.
+  for (const int pause : {50, 0}) {
+    emit frame->Stage().entered();
+    Pass(pause);
+    Lead(60);
+    Pass(300);
+    EXPECT_THAT(moved, IsEmpty()) << pause;
+    Lead(16);
+    Pass(300);
+    moved.clear();
+  }
 }
 
 TEST_F(TryControlTest, ASoundThatCannotBeReadIsToldAndLeftOut) {
