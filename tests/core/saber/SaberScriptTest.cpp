@@ -73,6 +73,10 @@ TEST_F(SaberScriptTest, WhatIsHeardAtTheEndComesToItsEnd) {
   EXPECT_EQ(Perform("on; swing; wait 0"), "0 pwron, 48000 idle, 48000 motion, 58000");
 }
 
+TEST_F(SaberScriptTest, WhatFadesAtTheEndIsHeardToo) {
+  EXPECT_EQ(Perform("on; lockup 1"), "0 pwron, 48000 idle, 48000 lockup, 96240") << "240 samples of fading";
+}
+
 TEST_F(SaberScriptTest, BlanksAndEmptyStepsAreNothing) {
   EXPECT_EQ(Perform(" ;;\n on ;\twait   1.5;"), Perform("on; wait 1.5"));
   EXPECT_EQ(Perform(""), "0");

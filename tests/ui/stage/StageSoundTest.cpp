@@ -151,6 +151,23 @@ TEST_F(StageSoundTest, IsSilentAtOnceWhenStopped) {
   EXPECT_EQ(sound->Look().now, 0);
 }
 
+TEST_F(StageSoundTest, IsSilentAtOnceWhenItGoes) {
+  Make();
+  sound->Take(Event::On);
+  output.Pull(1000);
+  sound.reset();
+  EXPECT_FALSE(output.IsPlaying());
+}
+
+TEST_F(StageSoundTest, AfterAWindowThatWasBusyForLongItCatchesUpWithNoMoreThanASecond) {
+  Make(false);
+  sound->Take(Event::On);
+  clock.Advance(std::chrono::hours(10));
+  EXPECT_EQ(sound->Look().now, 48000);
+  Pass(10);
+  EXPECT_EQ(last.now, 48480);
+}
+
 TEST_F(StageSoundTest, HearsAnotherVolumeAtOnce) {
   Make();
   sound->Take(Event::On);
