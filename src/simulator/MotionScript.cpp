@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::int32_t kMostTilt = 255;
 constexpr std::int32_t kLongestRest = 3600;
+constexpr std::size_t kMostSteps = std::size_t{24} * 3600 * 1000 / MotionScript::kStepMilliseconds;
 /// Each half of a swing: a third of a second, with one step at its very height.
 constexpr int kSwingSteps = 9;
 /// How much weaker a swing is stopped than it is begun.
@@ -73,7 +74,10 @@ core::base::Result<MotionScript> MotionScript::Parse(const core::base::TextLines
   for (std::size_t number = 1; number <= lines.Count(); ++number) {
     const std::vector<std::string_view> words = Words(lines.Line(number));
     if (words.empty()) continue;
-    if (const std::string problem = script.Take(words); !problem.empty())
+    std::string problem = script.Take(words);
+    if (problem.empty() && script.m_values.size() > kMostSteps)
+      problem = "all until here is longer than a day. Write less, with \"repeat\" at the end.";
+    if (!problem.empty())
       return core::base::Failure{core::base::FailureKind::NotValid, lines.Place(number) + ": " + problem};
   }
   return script;

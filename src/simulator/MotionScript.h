@@ -23,8 +23,9 @@ namespace kestrin::simulator {
 ///     tap FORCE         it hits something: the strongest axis is at FORCE at once and shakes off
 ///     repeat            all from the beginning; the last line if at all
 ///
-/// Empty lines and what follows a "#" count for nothing. The script's time goes on by 40 ms whenever the board is
-/// asked, so that what is felt does not hang on how fast the computer is. After the last line the board is held still.
+/// All of it is a day at most. Empty lines and what follows a "#" count for nothing. The script's time goes on by 40 ms
+/// whenever the board is asked, so that what is felt does not hang on how fast the computer is. After the last line the
+/// board is held still.
 class MotionScript {
  public:
   /// Between two times that the board is asked, in milliseconds of the script.

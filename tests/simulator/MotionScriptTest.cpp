@@ -113,6 +113,17 @@ TEST(MotionScript, SaysInWhichLineWhatIsWrong) {
   }
 }
 
+TEST(MotionScript, ADayIsTheMost) {
+  std::string day;
+  for (int hour = 0; hour < 24; ++hour) day += "rest 3600\n";
+  EXPECT_TRUE(MotionScript::Parse(day, "moves"));
+  const auto longer = MotionScript::Parse(day + "tap 9\n", "moves");
+  ASSERT_FALSE(longer);
+  EXPECT_THAT(
+      longer.Text(),
+      HasSubstr("moves, line 25: all until here is longer than a day. Write less, with \"repeat\" at the end."));
+}
+
 TEST(MotionScript, IsReadFromAFile) {
   const support::TemporaryFolder folder;
   const auto script = MotionScript::Read(support::WriteBytes(folder / "moves.txt", "at 3 4 5\n"));
