@@ -326,6 +326,23 @@ TEST_F(SensorPanel, AnAnswerOfBeforeItWasOpenedAgainCountsForNothing) {
   EXPECT_EQ(LabelText("SensorValues"), "X 0   Y 0   Z 21   tilt 0");
 }
 
+TEST_F(SensorPanel, AnAnswerOfBeforeItWasHiddenCountsForNothing) {
+  Open(kWide, "id=4389,wire=usb");
+  bool wasHidden = false;
+  clock.whileWaiting = [&] {
+    if (std::exchange(wasHidden, true)) return;
+    // As a window is that is minimized for a moment.
+    Find<QWidget>("ConfigFrame").hide();
+    Find<QWidget>("ConfigFrame").show();
+  };
+  Feel(1);
+  clock.whileWaiting = nullptr;
+  ASSERT_TRUE(wasHidden);
+  EXPECT_EQ(LabelText("SensorValues"), "");
+  Feel(1);
+  EXPECT_EQ(LabelText("SensorValues"), "X 0   Y 0   Z 21   tilt 0");
+}
+
 TEST_F(SensorPanel, TheRedLineIsTheSlidersOtherHandle) {
   Open();
   const int ten = HeightOf(10);
