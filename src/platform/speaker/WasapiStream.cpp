@@ -108,7 +108,9 @@ core::base::Result<> WasapiStream::PlayAll() {
 
 WasapiStream::Object<IAudioClient> WasapiStream::OpenDefaultDevice() const {
   void* made = nullptr;
-  if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_ALL, __uuidof(IMMDeviceEnumerator), &made)))
+  // Where the library for it finds nothing to play on, the system would look for a service instead, for seconds.
+  if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_INPROC_SERVER,
+                              __uuidof(IMMDeviceEnumerator), &made)))
     return nullptr;
   const Object<IMMDeviceEnumerator> devices(static_cast<IMMDeviceEnumerator*>(made));
   IMMDevice* found = nullptr;
