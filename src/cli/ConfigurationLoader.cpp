@@ -6,6 +6,7 @@
 #include "cli/CommandFailure.h"
 #include "cli/TextTable.h"
 #include "core/base/PathText.h"
+#include "core/sound/QuietView.h"
 
 namespace kestrin::cli {
 
@@ -13,20 +14,6 @@ using core::sound::LSU_Configuration;
 using core::sound::LSU_SoundFile;
 
 namespace {
-
-/// Nobody watches the slots while they are filled.
-class NoView final : public core::sound::ConfigurationView {
- public:
-  explicit NoView(const core::base::EventPump& pump) : m_pump(pump) {}
-
-  void EmptySlot(core::sound::SlotKind) override {}
-  void ShowFile(core::sound::SlotKind, int, const std::string&) override {}
-  void UpdateMemoryStatus() override {}
-  void Pump() override { core::base::Pump(m_pump); }
-
- private:
-  const core::base::EventPump& m_pump;
-};
 
 Document DocumentOf(const LSU_SoundFile& file) {
   return {
@@ -45,7 +32,7 @@ Document DocumentOf(const LSU_Configuration& configuration, const core::sound::S
 
 LoadedFiles LoadConfiguration(const std::filesystem::path& path, LSU_Configuration& configuration,
                               const core::base::EventPump& pump) {
-  NoView view(pump);
+  core::sound::QuietView view(pump);
   return LoadedFilesOf(core::sound::ConfigurationFile::Load(path, configuration, view));
 }
 

@@ -9,6 +9,7 @@
 
 #include "core/sound/ConfigurationFile.h"
 #include "core/sound/MemoryUse.h"
+#include "core/sound/QuietView.h"
 #include "core/sound/SoundSet.h"
 #include "core/sound/board/BoardComparison.h"
 #include "core/sound/board/HoldingText.h"
@@ -44,19 +45,6 @@ namespace {
 bool IsThisSet(const core::sound::ComparedPlaces& places, const std::vector<SetDifference>& differences) {
   return !places.empty() && differences.size() * 2 <= places.size();
 }
-
-/// Where nobody watches the other set being loaded.
-class QuietLoad final : public core::sound::ConfigurationView {
- public:
-  explicit QuietLoad(const core::base::EventPump& pump) : m_pump(pump) {}
-  void EmptySlot(core::sound::SlotKind) override {}
-  void ShowFile(core::sound::SlotKind, int, const std::string&) override {}
-  void UpdateMemoryStatus() override {}
-  void Pump() override { core::base::Pump(m_pump); }
-
- private:
-  const core::base::EventPump& m_pump;
-};
 
 /// Ends what is read on the thread.
 struct NotWanted {};
@@ -262,7 +250,7 @@ void BoardCompare::CompareWith(const std::filesystem::path& path) {
     };
     try {
       core::sound::LSU_Configuration there;
-      QuietLoad view(pump);
+      core::sound::QuietView view(pump);
       const core::sound::LoadResult result = core::sound::ConfigurationFile::Load(path, there, view);
       const QString problem = kit::Translated(result.Message());
       const core::sound::ComparedPlaces places = BoardComparison::WithSet(*here, there, pump);

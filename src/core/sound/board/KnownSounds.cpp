@@ -10,6 +10,7 @@
 #include "base/TextLines.h"
 #include "base/WholeFile.h"
 #include "sound/ConfigurationFile.h"
+#include "sound/QuietView.h"
 
 namespace kestrin::core::sound {
 
@@ -30,19 +31,6 @@ fs::path PathIn(std::istream& line) {
 bool FitsIntoLine(const fs::path& path) {
   return base::TextOf(path).find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
 }
-
-/// Nobody watches the set being loaded.
-class QuietView final : public ConfigurationView {
- public:
-  explicit QuietView(const base::EventPump& pump) : m_pump(pump) {}
-  void EmptySlot(SlotKind) override {}
-  void ShowFile(SlotKind, int, const std::string&) override {}
-  void UpdateMemoryStatus() override {}
-  void Pump() override { base::Pump(m_pump); }
-
- private:
-  const base::EventPump& m_pump;
-};
 
 }  // namespace
 

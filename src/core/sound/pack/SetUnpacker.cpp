@@ -15,6 +15,7 @@
 #include "base/Text.h"
 #include "base/TextLines.h"
 #include "sound/ConfigurationFile.h"
+#include "sound/QuietView.h"
 #include "sound/import/EntryPlace.h"
 #include "sound/pack/PackedNames.h"
 
@@ -165,19 +166,6 @@ class Staging {
   bool m_isMade = false;
 };
 
-/// Nobody watches the slots while a set is checked.
-class CheckView final : public ConfigurationView {
- public:
-  explicit CheckView(const base::EventPump& pump) : m_pump(pump) {}
-  void EmptySlot(SlotKind) override {}
-  void ShowFile(SlotKind, int, const std::string&) override {}
-  void UpdateMemoryStatus() override {}
-  void Pump() override { base::Pump(m_pump); }
-
- private:
-  const base::EventPump& m_pump;
-};
-
 /// Fills a folder by plan, and checks what has come of it.
 class Filler {
  public:
@@ -221,7 +209,7 @@ class Filler {
 
   Result<> Check(const fs::path& set) const {
     LSU_Configuration configuration;
-    CheckView view(m_pump);
+    QuietView view(m_pump);
     const LoadResult loaded = ConfigurationFile::Load(set, configuration, view);
     if (!loaded.valid) return Failure{FailureKind::NotValid, "the sound set in it is not valid"};
     std::string flawed;
