@@ -151,7 +151,7 @@ bool KnownSounds::ReadLine(const std::string& text) {
     line >> peak >> volume >> sums.length;
     for (std::uint16_t& part : sums.parts) line >> part;
     m_sound->sums[{peak, volume}] = sums;
-    return !line.fail();
+    return !line.fail() && sums.length >= 0;
   }
   if (what == "set") {
     line >> stamp.size >> stamp.time;
@@ -165,7 +165,8 @@ bool KnownSounds::ReadLine(const std::string& text) {
   line >> slot >> named.place.position >> named.volume;
   named.path = PathIn(line);
   const auto found = std::ranges::find(kSlots, slot, &Slot::name);
-  if (line.fail() || found == kSlots.end()) return false;
+  const bool isPlace = named.place.position >= 1 && named.place.position <= kListCapacity;
+  if (line.fail() || found == kSlots.end() || !isPlace) return false;
   named.place.kind = found->kind;
   m_set->sounds.push_back(std::move(named));
   return true;

@@ -113,6 +113,54 @@ TEST_F(KnownSetTest, ADamagedMemoryIsFoundOutAgain) {
   }
 }
 
+TEST_F(KnownSetTest, AMemoryThatNobodyCanHaveWrittenIsNotBelieved) {
+  const SetImage laidOut = LaidOut();
+  std::string bytes;
+  {
+    KnownSounds known(Cache());
+    ASSERT_TRUE(KnownSet::Load(m_file, known));
+    known.Keep();
+    bytes = support::ReadBytes(Cache());
+  }
+  // A sound of 100 samples has 150 bytes; one of the lists has no place of that number.
+  for (const auto& [from, to] : {std::pair<std::string, std::string>{" 150 ", " -150 "},
+                                 {"holds motion 1 ", "holds motion 0 "},
+                                 {"holds motion 1 ", "holds motion 13 "},
+                                 {"holds motion 1 ", "holds blade 1 "},
+                                 {"holds motion 1 ", "holds motion 1000000000000 "}}) {
+    std::string bent = bytes;
+    ASSERT_NE(bent.find(from), std::string::npos) << from;
+    bent.replace(bent.find(from), from.size(), to);
+    support::WriteBytes(Cache(), bent);
+    KnownSounds known(Cache());
+    const auto set = KnownSet::Load(m_file, known);
+    ASSERT_TRUE(set) << to;
+    ExpectSame(set->Image(), laidOut);
+  }
+}
+
+TEST_F(KnownSetTest, TheMemoryDoesNotGrowWithoutEnd) {
+  {
+    KnownSounds known(Cache());
+    ASSERT_TRUE(KnownSet::Load(m_file, known));
+    known.Keep();
+  }
+  // Sounds that nobody asks for any more, and a set that is gone.
+  std::string bytes = support::ReadBytes(Cache());
+  for (std::size_t i = 0; i < KnownSounds::kMost; ++i)
+    bytes += "sound 1 1 100 20000 /gone/" + std::to_string(i) + ".lsu\n";
+  support::WriteBytes(Cache(), bytes + "set 1 1 /gone/set.lscfg\nholds boot 1 100 /gone/1.lsu\n");
+  KnownSounds known(Cache());
+  ASSERT_TRUE(KnownSet::Load(m_file, known, [this] { ++m_turns; }));
+  EXPECT_EQ(m_turns, 0) << "the memory was not read";
+  ASSERT_TRUE(known.SumsOf(m_set.sounds[0].path, 99));
+  known.Keep();
+  const std::string kept = support::ReadBytes(Cache());
+  EXPECT_EQ(kept.find("/gone/"), kept.npos);
+  EXPECT_NE(kept.find(m_set.sounds[8].path.string()), kept.npos);
+  EXPECT_NE(kept.find(m_file.string()), kept.npos);
+}
+
 TEST_F(KnownSetTest, ASetOfWhichSoundsAreMissingIsNotKnown) {
   fs::remove(m_set.sounds[3].path);
   KnownSounds known(Cache());
