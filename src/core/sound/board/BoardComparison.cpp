@@ -15,6 +15,13 @@ bool IsLike(const SetSound& sound, const FlashSound& onBoard) {
   return sound.length == onBoard.length && sound.checksum == onBoard.checksum;
 }
 
+/// Whether the file is still there and what the set has of it. A set that a board has got may name files that have
+/// changed or gone since.
+bool IsStill(const SetSound& sound, KnownSounds& known, const base::EventPump& pump) {
+  const std::optional<StreamSums> sums = known.SumsOf(sound.path, sound.volume, pump);
+  return sums && sums->length == sound.length && sums->Whole() == sound.checksum;
+}
+
 /// What is looked through for one sound of a board.
 class Search {
  public:
@@ -62,7 +69,7 @@ std::vector<std::vector<SoundGuess>> BoardComparison::Guess(const KnownSet& here
     const SetSound* elsewhere = nullptr;
     for (const KnownSet* const set : all)
       for (const SetSound& sound : set->sounds)
-        if (elsewhere == nullptr && IsLike(sound, onBoard)) elsewhere = &sound;
+        if (elsewhere == nullptr && IsLike(sound, onBoard) && IsStill(sound, known, pump)) elsewhere = &sound;
     if (elsewhere != nullptr) {
       search.guesses.push_back({elsewhere->path, elsewhere->volume, {}});
     } else {

@@ -103,6 +103,21 @@ TEST_F(BoardComparisonTest, ASoundThatNobodyKnowsHasALengthAlone) {
   EXPECT_EQ(At(places, SlotKind::Motion, 3).there, (ComparedSound{{}, {}, 130}));
 }
 
+// A set that the board has got before names files as they were then.
+TEST_F(BoardComparisonTest, AFileThatHasChangedSinceIsNotWhatTheBoardHolds) {
+  KnownSet before = Here();
+  Set().RemoveFile(3, SlotKind::Motion);
+  const fs::path third = m_folder / "third.lsu";
+  const ComparedPlace asBefore = At(Compare({before}), SlotKind::Motion, 3);
+  EXPECT_EQ(asBefore.there, (ComparedSound{third, 100, 130}));
+  const fs::file_time_type time = fs::last_write_time(third);
+  support::WriteSoundFile(third, support::SomeSamples(130, 20000, 99));
+  fs::last_write_time(third, time + std::chrono::seconds(1));
+  EXPECT_EQ(At(Compare({before}), SlotKind::Motion, 3).there, (ComparedSound{{}, {}, 130}));
+  fs::remove(third);
+  EXPECT_EQ(At(Compare({before}), SlotKind::Motion, 3).there, (ComparedSound{{}, {}, 130}));
+}
+
 // Bytes in another order have the same sum at the same length.
 TEST_F(BoardComparisonTest, WhatTheBoardDoesNotConfirmIsNotBelieved) {
   const FlashSound motion = *std::ranges::find(m_onBoard, SoundPlace{SlotKind::Motion, 2}, &FlashSound::place);
