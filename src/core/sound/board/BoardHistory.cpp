@@ -186,14 +186,15 @@ base::Result<> BoardHistory::Add(LSU_Configuration& sent, const fs::path& path, 
   const std::string name = TextOf(time, "%04d-%02u-%02u %02d%02d%02d ") + PlainName(serialNumber);
   // Several in one second are rare, but two programs may be at it at once.
   base::Result<> named;
+  fs::path added;
   for (int number = 1; number <= 9; ++number) {
-    named = file->TakeNewName(
-        m_folder / base::PathOf(name + (number == 1 ? "" : " " + std::to_string(number)) + kEnding), m_disk);
+    added = m_folder / base::PathOf(name + (number == 1 ? "" : " " + std::to_string(number)) + kEnding);
+    named = file->TakeNewName(added, m_disk);
     if (named || named.Why().kind != base::FailureKind::InTheWay) break;
   }
   if (!named) return failed(named.Why());
   static_cast<void>(m_disk.Flush(m_folder));
-  ForgetOldest();
+  ForgetOldest(added);
   return {};
 }
 
@@ -210,8 +211,9 @@ std::vector<HistoryEntry> BoardHistory::Entries() const {
   return entries;
 }
 
-void BoardHistory::ForgetOldest() const {
-  const std::vector<HistoryEntry> entries = Entries();
+void BoardHistory::ForgetOldest(const fs::path& added) const {
+  std::vector<HistoryEntry> entries = Entries();
+  std::ranges::stable_partition(entries, [&added](const HistoryEntry& entry) { return entry.file == added; });
   for (std::size_t i = kMost; i < entries.size(); ++i) {
     std::error_code error;
     fs::remove(entries[i].file, error);

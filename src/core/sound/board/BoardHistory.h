@@ -59,7 +59,8 @@ class BoardHistory {
   [[nodiscard]] std::vector<HistoryEntry> Entries() const;
 
  private:
-  void ForgetOldest() const;
+  /// All but the last kMost entries go. `added` stays in any case: the clock may have been set back.
+  void ForgetOldest(const std::filesystem::path& added) const;
 
   std::filesystem::path m_folder;
   base::Disk& m_disk;

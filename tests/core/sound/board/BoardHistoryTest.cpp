@@ -80,6 +80,17 @@ TEST_F(BoardHistoryTest, TheLatestComesFirstAndTheOldestGo) {
   EXPECT_EQ(Files(), BoardHistory::kMost);
 }
 
+// A computer whose battery is empty wakes up in another year.
+TEST_F(BoardHistoryTest, AnEntryStaysThoughTheClockWasSetBack) {
+  for (std::size_t i = 0; i < BoardHistory::kMost; ++i) ASSERT_TRUE(Add(kNoon + std::chrono::minutes(i)));
+  ASSERT_TRUE(Add(kNoon - 24h));
+  EXPECT_EQ(m_history.Entries().size(), BoardHistory::kMost);
+  EXPECT_EQ(m_history.Entries().back().time, kNoon - 24h);
+  ASSERT_TRUE(Add(kNoon - 23h));
+  EXPECT_EQ(m_history.Entries().back().time, kNoon - 23h);
+  EXPECT_EQ(Files(), BoardHistory::kMost);
+}
+
 TEST_F(BoardHistoryTest, TwoInOneSecondAreTwo) {
   ASSERT_TRUE(Add());
   ASSERT_TRUE(Add());
