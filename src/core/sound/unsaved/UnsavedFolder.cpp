@@ -79,6 +79,7 @@ base::Result<> UnsavedFolder::Keep(std::string_view content) {
     const base::Failure why = base::FailureOf(error);
     return base::Failure{why.kind, base::Quoted(m_folder) + " could not be made: " + why.text};
   }
+  RenewLock();
   if (m_file.empty())
     if (base::Result<> drawn = DrawName(); !drawn) return drawn;
   return base::WriteWholeFile(m_file, content, m_disk);
@@ -100,6 +101,15 @@ base::Result<> UnsavedFolder::DrawName() {
     return {};
   }
   return base::Failure{base::FailureKind::InUse, base::Quoted(m_folder) + " is in use by another program"};
+}
+
+void UnsavedFolder::RenewLock() {
+  std::error_code error;
+  if (m_file.empty() || fs::exists(LockOf(m_file), error)) return;
+  m_lock.reset();
+  m_lock = m_disk.TryLock(LockOf(m_file)).lock;
+  // Another program has it already: then it is that one's, and this one draws a name of its own.
+  if (m_lock == nullptr) m_file.clear();
 }
 
 void UnsavedFolder::Forget() {

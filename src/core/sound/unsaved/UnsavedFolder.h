@@ -50,6 +50,8 @@ class UnsavedFolder {
 
  private:
   base::Result<> DrawName();
+  /// Takes the lock anew whose file somebody has removed: without it the set would look left.
+  void RenewLock();
 
   std::filesystem::path m_folder;
   base::Disk& m_disk;

@@ -31,6 +31,8 @@ std::string Set(const std::string& boot, const std::string& origin = "") {
 
 class UnsavedFolderTest : public testing::Test {
  protected:
+  UnsavedFolderTest() { disk.locksAreFiles = true; }
+
   /// A program that has kept this and then ends without a word.
   fs::path LeftBehind(const std::string& content) {
     UnsavedFolder program(place, disk);
@@ -207,6 +209,22 @@ TEST_F(UnsavedFolderTest, KeepsWhatItHadWhenTheDiskIsFullAndSaysWhy) {
   EXPECT_NE(refused.Text(), "");
   EXPECT_EQ(ReadBytes(Files(".lscfg").at(0)), Set("/a.lsu"));
   EXPECT_THAT(Files(".new"), IsEmpty());
+}
+
+// Without its lock a set looks left, and two programs would have it.
+TEST_F(UnsavedFolderTest, ItsSetStaysItsOwnWhenSomebodyClearsTheFolderUp) {
+  UnsavedFolder program(place, disk);
+  ASSERT_TRUE(program.Keep(Set("/a.lsu")));
+  fs::remove_all(place);
+  ASSERT_TRUE(program.Keep(Set("/b.lsu")));
+  EXPECT_THAT(Files(".lscfg"), SizeIs(1));
+  EXPECT_THAT(UnsavedFolder(place, disk).Find(), IsEmpty());
+  fs::remove(Files(".lock").at(0));
+  ASSERT_TRUE(program.Keep(Set("/c.lsu")));
+  EXPECT_THAT(UnsavedFolder(place, disk).Find(), IsEmpty());
+  EXPECT_THAT(Files(".lscfg"), SizeIs(1));
+  program.Forget();
+  EXPECT_TRUE(fs::is_empty(place));
 }
 
 TEST_F(UnsavedFolderTest, SaysWhyNothingCanBeKept) {
