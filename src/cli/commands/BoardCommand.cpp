@@ -55,16 +55,17 @@ class BoardCommand final : public Command {
       context.interrupt.Look();
       return true;
     });
-    return ReportOf(Find(context, named, inquiry));
+    return ReportOf(Find(context, named, inquiry, online.State().MostFlash()));
   }
 
  private:
-  [[nodiscard]] Holding Find(Context& context, std::vector<LSU_Configuration>& named, BoardInquiry& inquiry) const {
+  [[nodiscard]] Holding Find(Context& context, std::vector<LSU_Configuration>& named, BoardInquiry& inquiry,
+                             std::int32_t flash) const {
     for (std::size_t i = 0; i < named.size(); ++i) {
       const SetImage image = SetImage::Of(named[i], m_files[i]);
       if (RequireTold(inquiry.Holds(image))) return Known(image);
     }
-    Holding holding{{}, RequireTold(inquiry.Read()), {}, {}};
+    Holding holding{{}, RequireTold(inquiry.Read(flash)), {}, {}};
     if (const std::optional<SetImage> font = FontOnBoard(context, holding.sounds, inquiry)) return Known(*font);
     holding.text = HoldingText::Of(holding.sounds);
     if (!named.empty() && !holding.sounds.empty()) {

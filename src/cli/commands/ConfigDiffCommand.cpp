@@ -69,7 +69,8 @@ class ConfigDiffCommand final : public Command {
       context.interrupt.Look();
       return true;
     });
-    return RequireTold(core::sound::SetComparison::WithBoard(set, RequireTold(inquiry.Read()), inquiry));
+    const std::vector<core::sound::FlashSound> onBoard = RequireTold(inquiry.Read(online.State().MostFlash()));
+    return RequireTold(core::sound::SetComparison::WithBoard(set, onBoard, inquiry));
   }
 
   std::filesystem::path m_first;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "base/Result.h"
@@ -54,6 +55,10 @@ struct SessionState {
   /// A sound board is online and everything can be done with it.
   [[nodiscard]] bool HasSoundBoard() const {
     return stage == Stage::Ready && deviceType == device::DeviceType::SoundBoard;
+  }
+  /// The bytes of flash that a sound board has at most: of one that has not said what it is, those of the largest.
+  [[nodiscard]] std::int32_t MostFlash() const {
+    return FlashSize(knowsId ? memoryCapacity : std::numeric_limits<std::int32_t>::max());
   }
   /// An LED driver is online, perhaps still being read.
   [[nodiscard]] bool HasLedDriver() const { return IsOnline() && deviceType == device::DeviceType::LedDriver; }

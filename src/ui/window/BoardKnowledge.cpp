@@ -195,7 +195,7 @@ Result<> BoardKnowledge::AskFor(BoardInquiry& inquiry) {
     break;
   }
   if (!sounds) {
-    Result<std::vector<core::sound::FlashSound>> read = inquiry.Read();
+    Result<std::vector<core::sound::FlashSound>> read = inquiry.Read(m_session.State().MostFlash());
     if (!read) return read.Why();
     sounds = *std::move(read);
   }

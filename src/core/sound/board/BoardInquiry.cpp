@@ -80,24 +80,25 @@ base::Result<std::vector<std::uint8_t>> BoardInquiry::ReadTable() {
     return std::vector<std::uint8_t>();
   }
   if (base::Result<> rest = ReadUpTo(table, *size); !rest) return rest.Why();
-  // A board that counts otherwise than this program thinks has given itself away here at the latest.
-  const base::Result<std::uint16_t> sum = Sum(kTable, static_cast<std::int32_t>(*size));
-  if (!sum) return sum.Why();
-  if (*sum != base::ByteSum(table)) return AnswersOtherwise();
   return table;
 }
 
-base::Result<std::vector<FlashSound>> BoardInquiry::Read() {
+base::Result<std::vector<FlashSound>> BoardInquiry::Read(std::int32_t flash) {
   const base::Result<std::vector<std::uint8_t>> table = ReadTable();
   if (!table) return table.Why();
   if (table->empty()) return std::vector<FlashSound>();
-  std::optional<std::vector<FlashSound>> sounds = FileTable::Read(*table);
+  std::optional<std::vector<FlashSound>> sounds = FileTable::Read(*table, flash);
   if (!sounds) return AnswersOtherwise();
   for (FlashSound& sound : *sounds) {
     const base::Result<std::uint16_t> sum = Sum(sound.address, sound.length);
     if (!sum) return sum.Why();
     sound.checksum = *sum;
   }
+  // A board that counts otherwise than this program thinks gives itself away here at the latest, and so does one that
+  // another program has written to meanwhile.
+  const base::Result<std::uint16_t> whole = Sum(kTable, static_cast<std::int32_t>(table->size()));
+  if (!whole) return whole.Why();
+  if (*whole != base::ByteSum(*table)) return AnswersOtherwise();
   return std::move(*sounds);
 }
 

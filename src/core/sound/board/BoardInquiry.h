@@ -10,6 +10,7 @@
 
 #include "base/Result.h"
 #include "device/TLS.h"
+#include "sound/LSU_Configuration.h"
 #include "sound/LSU_SoundFile.h"
 #include "sound/board/FlashSound.h"
 #include "sound/board/SetImage.h"
@@ -42,8 +43,9 @@ class BoardInquiry {
   /// Whether the board holds exactly this set: the same table, and of every sound the same sum. One question a sound,
   /// and five.
   base::Result<bool> Holds(const SetImage& set);
-  /// The sounds that the board's own table names, with their sums, in flash order; none when the flash is erased.
-  base::Result<std::vector<FlashSound>> Read();
+  /// The sounds that the board's own table names, with their sums, in flash order; none when the flash is erased. A
+  /// table that names bytes beyond a flash of so many is not believed, nor is one that is another at the end.
+  base::Result<std::vector<FlashSound>> Read(std::int32_t flash = LSU_Configuration::kAddressSpace);
   /// The volume in percent, 1 .. 102, at which this file codes into what the board holds there; nothing when it is
   /// another sound. It is told by the sums of four parts, so that no other sound is taken for it.
   base::Result<std::optional<std::int16_t>> VolumeOf(const LSU_SoundFile& file, const FlashSound& onBoard);

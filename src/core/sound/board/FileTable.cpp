@@ -44,7 +44,7 @@ std::vector<std::uint8_t> FileTable::Of(std::span<const FlashSound> sounds) {
   return table;
 }
 
-std::optional<std::vector<FlashSound>> FileTable::Read(std::span<const std::uint8_t> table) {
+std::optional<std::vector<FlashSound>> FileTable::Read(std::span<const std::uint8_t> table, std::int32_t flash) {
   if (table.size() < kHeadBytes || table.size() != BytesOf(table.first<kHeadBytes>())) return std::nullopt;
   if (base::ByteSum(table.first(table.size() - kChecksumBytes)) != base::GetBig16(table.last<kChecksumBytes>()))
     return std::nullopt;
@@ -61,7 +61,7 @@ std::optional<std::vector<FlashSound>> FileTable::Read(std::span<const std::uint
       entries = entries.subspan(kEntryBytes);
       if (sound.length == 0 || sound.address < end) return std::nullopt;
       end = std::int64_t{sound.address} + sound.length;
-      if (end > LSU_Configuration::kAddressSpace) return std::nullopt;
+      if (end > flash) return std::nullopt;
       sounds.push_back(sound);
     }
   }

@@ -34,8 +34,9 @@ class FileTable {
 
   /// The sounds that the table names, in flash order, their own checksums unknown: 0. Nothing when it is no table of a
   /// complete set: its length or its checksum is wrong, a sound of no length, or one that does not lie behind the one
-  /// before, inside the flash.
-  [[nodiscard]] static std::optional<std::vector<FlashSound>> Read(std::span<const std::uint8_t> table);
+  /// before, inside a flash of so many bytes.
+  [[nodiscard]] static std::optional<std::vector<FlashSound>> Read(std::span<const std::uint8_t> table,
+                                                                   std::int32_t flash);
 };
 
 }  // namespace kestrin::core::sound

@@ -70,9 +70,10 @@ TEST_F(BoardInquiryTest, TheTableIsReadWithTheSumOfEverySound) {
   const auto sounds = m_inquiry.Read();
   ASSERT_TRUE(sounds) << sounds.Text();
   EXPECT_EQ(*sounds, Image().sounds);
-  // Every byte alone, all of them once more at once, and nine sounds.
+  // Every byte alone, nine sounds, and all bytes of the table at once.
   const std::size_t bytes = 30 + 5 * 6;
-  EXPECT_EQ(m_board.asked.size(), bytes + 1 + 9);
+  ASSERT_EQ(m_board.asked.size(), bytes + 9 + 1);
+  EXPECT_EQ(m_board.asked.back(), std::pair(std::size_t{12}, bytes));
   EXPECT_EQ(std::set(m_board.asked.begin(), m_board.asked.end()).size(), m_board.asked.size()) << "asked twice";
 }
 
@@ -97,6 +98,28 @@ TEST_F(BoardInquiryTest, ABoardThatIsErasedInPartOnlyIsNotKnown) {
   EXPECT_EQ(sounds.Why().kind, base::FailureKind::NotValid);
 }
 
+TEST_F(BoardInquiryTest, ATableBeyondTheFlashIsNotBelieved) {
+  const FlashSound last = Image().sounds.back();
+  EXPECT_TRUE(m_inquiry.Read(last.address + last.length));
+  const auto sounds = BoardInquiry(m_board.tls).Read(last.address + last.length - 1);
+  ASSERT_FALSE(sounds);
+  EXPECT_EQ(sounds.Why().kind, base::FailureKind::NotValid);
+}
+
+// Another program has the board too, and writes another set into it while this one reads.
+TEST_F(BoardInquiryTest, ABoardThatIsWrittenToMeanwhileIsNotKnown) {
+  support::CompleteSet other{140};
+  LayOut(other.configuration);
+  // Behind its 60 bytes: at the second of the nine sounds.
+  m_board.bend = [&](std::size_t, std::size_t, unsigned sum) {
+    if (m_board.asked.size() == 63) m_board.Hold(other.configuration);
+    return sum;
+  };
+  const auto sounds = m_inquiry.Read();
+  ASSERT_FALSE(sounds);
+  EXPECT_EQ(sounds.Why().kind, base::FailureKind::NotValid);
+}
+
 TEST_F(BoardInquiryTest, ABoardThatAnswersOtherwiseIsNotKnown) {
   struct Case {
     const char* why;
@@ -106,19 +129,36 @@ TEST_F(BoardInquiryTest, ABoardThatAnswersOtherwiseIsNotKnown) {
       {"always 0", [](std::size_t, std::size_t, unsigned) { return 0U; }},
       {"always 10, 10", [](std::size_t, std::size_t, unsigned) { return 0x0A0AU; }},
       {"always 255", [](std::size_t, std::size_t, unsigned) { return 0xFFU; }},
-      {"more than a byte for a byte",
-       [](std::size_t, std::size_t count, unsigned sum) { return count == 1 ? sum + 256 : sum; }},
-      {"one byte more than asked for",
-       [this](std::size_t address, std::size_t count, unsigned sum) { return sum + m_board.flash[address + count]; }},
-      {"another sum for all than for each",
-       [](std::size_t, std::size_t count, unsigned sum) { return count == 60 ? sum + 1 : sum; }},
+      {"always 65535", [](std::size_t, std::size_t, unsigned) { return 0xFFFFU; }},
+      {"always 1", [](std::size_t, std::size_t, unsigned) { return 1U; }},
+      {"the count that was asked for", [](std::size_t, std::size_t count, unsigned) { return unsigned(count); }},
+      {"the address that was asked for", [](std::size_t address, std::size_t, unsigned) { return unsigned(address); }},
+      {"one more", [](std::size_t, std::size_t, unsigned sum) { return sum + 1; }},
+      {"one less", [](std::size_t, std::size_t, unsigned sum) { return sum - 1; }},
+      {"bytes the other way round",
+       [](std::size_t, std::size_t, unsigned sum) { return (sum & 0xFF) << 8 | (sum >> 8 & 0xFF); }},
+      {"the last answer once more",
+       [last = 0U](std::size_t, std::size_t, unsigned sum) mutable { return std::exchange(last, sum); }},
+      {"something else each time",
+       [this](std::size_t, std::size_t, unsigned) { return static_cast<unsigned>(m_board.asked.size() * 7 % 13); }},
+      {"the byte behind",
+       [this](std::size_t address, std::size_t count, unsigned sum) {
+         return sum - m_board.flash[address] + m_board.flash[address + count];
+       }},
+      {"eight bits", [](std::size_t, std::size_t, unsigned sum) { return sum & 0xFF; }},
   };
   for (const Case& one : cases) {
     m_board.bend = one.bend;
-    BoardInquiry inquiry(m_board.tls);
-    const auto sounds = inquiry.Read();
+    m_board.asked.clear();
+    const auto sounds = BoardInquiry(m_board.tls).Read();
     ASSERT_FALSE(sounds) << one.why;
     EXPECT_EQ(sounds.Why().kind, base::FailureKind::NotValid) << one.why;
+    m_board.bend = one.bend;
+    m_board.asked.clear();
+    const auto holds = BoardInquiry(m_board.tls).Holds(Image());
+    ASSERT_TRUE(holds) << one.why;
+    // Who asks for no single byte behind the counts cannot know how a board would answer that.
+    EXPECT_EQ(*holds, std::string(one.why) == "another sum for all than for each") << one.why;
   }
 }
 
@@ -163,12 +203,16 @@ TEST_F(BoardInquiryTest, TheVolumeOfASoundIsFound) {
 TEST_F(BoardInquiryTest, AnotherSoundOfTheSameSumIsNotTakenForIt) {
   const FlashSound motion = Image().sounds[4];
   const auto first = static_cast<std::size_t>(motion.address);
-  // From the first quarter into the last.
-  Swap(first + 5, first + static_cast<std::size_t>(motion.length) - 1);
-  ASSERT_NE(m_board.flash[first + 5], m_board.flash[first + static_cast<std::size_t>(motion.length) - 1]);
-  const auto found = m_inquiry.VolumeOf(m_set.configuration.FileAt(SlotKind::Motion, 1), motion);
-  ASSERT_TRUE(found);
-  EXPECT_EQ(*found, std::nullopt);
+  ASSERT_EQ(motion.length, 150);
+  // From the first quarter into the last, from the second into the third, from the third into the last.
+  for (const auto& [one, other] : {std::pair<std::size_t, std::size_t>{5, 149}, {45, 85}, {85, 149}}) {
+    ASSERT_NE(m_board.flash[first + one], m_board.flash[first + other]);
+    Swap(first + one, first + other);
+    const auto found = BoardInquiry(m_board.tls).VolumeOf(m_set.configuration.FileAt(SlotKind::Motion, 1), motion);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(*found, std::nullopt) << one;
+    Swap(first + one, first + other);
+  }
 }
 
 TEST_F(BoardInquiryTest, ASoundOfAnotherLengthIsNotEvenAskedAbout) {

@@ -12,6 +12,9 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// All that 24 bits can name.
+constexpr std::int32_t kFlash = 1 << 24;
+
 /// Two motion sounds, one impact sound and one lock-up sound, each sound of 75 bytes, one byte free between two.
 Bytes SomeTable() {
   Bytes table = {2, 1, 1, 0};
@@ -41,7 +44,7 @@ TEST(FileTable, TellsItsLengthByItsCounts) {
 }
 
 TEST(FileTable, NamesItsSoundsInFlashOrder) {
-  const auto sounds = FileTable::Read(WithChecksum(SomeTable()));
+  const auto sounds = FileTable::Read(WithChecksum(SomeTable()), kFlash);
   ASSERT_TRUE(sounds);
   const std::array<SoundPlace, 8> places = {{{SlotKind::Boot, 1},
                                              {SlotKind::PwrOn, 1},
@@ -60,7 +63,7 @@ TEST(FileTable, ReadsAddressesOf24Bits) {
   Bytes table = SomeTable();
   // The last sound: 0x123456, 0x010203 bytes.
   std::ranges::copy(Bytes{0x12, 0x34, 0x56, 0x01, 0x02, 0x03}, table.end() - 6);
-  const auto sounds = FileTable::Read(WithChecksum(table));
+  const auto sounds = FileTable::Read(WithChecksum(table), kFlash);
   ASSERT_TRUE(sounds);
   EXPECT_EQ(sounds->back().address, 0x123456);
   EXPECT_EQ(sounds->back().length, 0x010203);
@@ -86,26 +89,35 @@ TEST(FileTable, WhatIsNoTableOfACompleteSetIsRefused) {
   for (const Case& one : cases) {
     Bytes table = SomeTable();
     one.spoil(table);
-    EXPECT_FALSE(FileTable::Read(WithChecksum(table))) << one.why;
+    EXPECT_FALSE(FileTable::Read(WithChecksum(table), kFlash)) << one.why;
   }
 }
 
 TEST(FileTable, ASoundMayEndWithTheFlash) {
   Bytes table = SomeTable();
   std::ranges::copy(Bytes{0xFF, 0xFF, 0xFF, 0, 0, 1}, table.end() - 6);
-  EXPECT_TRUE(FileTable::Read(WithChecksum(table)));
+  EXPECT_TRUE(FileTable::Read(WithChecksum(table), kFlash));
+}
+
+TEST(FileTable, NoSoundLiesBeyondASmallerFlash) {
+  Bytes table = SomeTable();
+  std::ranges::copy(Bytes{0x3F, 0xFF, 0xFF, 0, 0, 1}, table.end() - 6);
+  EXPECT_TRUE(FileTable::Read(WithChecksum(table), 4 << 20));
+  table.back() = 2;
+  EXPECT_FALSE(FileTable::Read(WithChecksum(table), 4 << 20));
+  EXPECT_TRUE(FileTable::Read(WithChecksum(table), 8 << 20));
 }
 
 TEST(FileTable, AWrongChecksumIsNoTable) {
   Bytes table = WithChecksum(SomeTable());
   table.back() ^= 1;
-  EXPECT_FALSE(FileTable::Read(table));
+  EXPECT_FALSE(FileTable::Read(table, kFlash));
 }
 
 TEST(FileTable, FewBytesAreNoTable) {
   const Bytes table = WithChecksum(SomeTable());
   for (std::size_t size = 0; size < table.size(); ++size)
-    EXPECT_FALSE(FileTable::Read(std::span(table).first(size))) << size;
+    EXPECT_FALSE(FileTable::Read(std::span(table).first(size), kFlash)) << size;
 }
 
 }  // namespace
