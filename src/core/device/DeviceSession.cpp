@@ -188,6 +188,13 @@ base::Result<> DeviceSession::EnsureIdentified() {
   TLS* const board = Board();
   if (board == nullptr || !m_state.IsOnline())
     return base::Failure{base::FailureKind::NoAnswer, "No board is connected. Plug one in and repeat this."};
+  // An answer that is late would be taken for the one to what is asked next.
+  if (IsUnsettled(*board)) {
+    if (!LetLateAnswersPass(*board, true))
+      return base::Failure{base::FailureKind::NoAnswer,
+                           "The board answers what nobody has asked. Unplug it, plug it in and repeat this."};
+    m_unsettledBoard = 0;
+  }
   if (m_state.knowsId && !m_state.IsIdentified()) {
     m_state.serialNumber = AskSerialNumber(*board);
     if (m_state.IsIdentified()) m_state.serialLabel = CaptionOf(m_state);

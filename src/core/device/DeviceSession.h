@@ -59,7 +59,7 @@ class DeviceSession final : public HidAgentEvents {
   /// A run has left item 1 in the middle of an erase: goes offline until it has finished.
   void LetBoardFinish();
   /// Asks for the serial number again when that is all that is missing. Whether the board is identified then; a failure
-  /// says why not, and the next step.
+  /// says why not, and the next step. To be called before something is sent: an answer that item 1 owes passes first.
   base::Result<> EnsureIdentified();
   /// Somebody else has asked item 1 something. If it still owes the answer, that may come late: the next ones are not
   /// believed before the board has nothing left to say.

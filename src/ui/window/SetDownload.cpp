@@ -47,7 +47,7 @@ bool SetDownload::IsHeld() {
   // What has been told before may have been written over by another program since.
   core::sound::BoardInquiry inquiry(*board, [this, pump = m_gate.Pump()] {
     pump();
-    return !m_gate.IsAwaited();
+    return !m_isStopped;
   });
   const core::base::Result<bool> holds = inquiry.Holds(core::sound::SetImage::Of(set, m_set.Path()));
   if (!holds) m_session.ExpectLateAnswer();
@@ -73,13 +73,15 @@ void SetDownload::Run(bool always) {
   m_isStopped = false;
   emit running(true);
   m_sleep.Block(tr("Sounds are being written into the board.").toStdString());
-  const bool identified = static_cast<bool>(m_session.EnsureIdentified());
+  bool identified = static_cast<bool>(m_session.EnsureIdentified());
   const bool isHeld = !always && identified && IsHeld();
   if (isHeld || m_isStopped) {
     if (isHeld) m_frame->ShowHeld(core::sound::MemoryUse::Of(m_configuration).downloadSeconds);
     m_sleep.Unblock();
     return emit running(false);
   }
+  // A board that kept silent on that question may still answer it.
+  identified = identified && m_session.EnsureIdentified();
   const core::device::SessionState& state = m_session.State();
   const std::int32_t flash = core::device::FlashSize(state.memoryCapacity);
   emit writing(true);

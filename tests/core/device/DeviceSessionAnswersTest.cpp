@@ -146,6 +146,28 @@ TEST_F(DeviceSessionTest, ATickLetsTheAnswersPassThatSomebodyElseHasAskedForInVa
   EXPECT_EQ(m_session.State().serialNumber, "4B535401");
 }
 
+TEST_F(DeviceSessionTest, WhatSomebodyElseHasAskedInVainPassesBeforeSomethingIsSent) {
+  StartOnline(64);
+  EXPECT_EQ(m_session.Board()->GetID(), 0);
+  m_session.ExpectLateAnswer();
+  m_agent.answers = {{{0, 64}}};
+  EXPECT_TRUE(m_session.EnsureIdentified());
+  EXPECT_TRUE(m_agent.answers.empty());
+  // Nothing is owed any more.
+  m_agent.answers = {{{0, 64}}};
+  EXPECT_TRUE(m_session.EnsureIdentified());
+  EXPECT_EQ(m_agent.answers.size(), 1U);
+}
+
+TEST_F(DeviceSessionTest, NothingIsSentToABoardThatNeverStopsTalking) {
+  StartOnline(64);
+  EXPECT_EQ(m_session.Board()->GetID(), 0);
+  m_session.ExpectLateAnswer();
+  m_agent.answers.assign(300, support::ScriptedAgent::Answer{7, 7});
+  EXPECT_EQ(m_session.EnsureIdentified().Text(),
+            "The board answers what nobody has asked. Unplug it, plug it in and repeat this.");
+}
+
 TEST_F(DeviceSessionTest, ASerialNumberThatBeginsLikeTheAnswerOfAnEraseIsAskedForAgain) {
   m_agent.toOpen = {ScriptedAgent::BoardInterface(1)};
   m_agent.answers = {{{0, 64}},      {{10, 10}},   {{0x4B, 0x53}}, {{0x54, 0x01}}, {{0x4B, 0x53}},

@@ -38,9 +38,10 @@ TEST_F(BoardQuarrel, NothingIsAskedTwiceAlthoughItIsInterrupted) {
   ASSERT_TRUE(Says(kUnknownSet));
   ASSERT_GT(start, 0U);
   EXPECT_LE(then, start + 1) << "it went on asking";
-  // Three reports tell who the board is, and parameters are read once; the table has 30 bytes and 18 for its lists.
+  // Three reports tell who the board is, and parameters are read once; the table has 30 bytes and 18 for its lists,
+  // and all of it is looked at again at the end.
   const std::uint64_t all = Written();
-  EXPECT_EQ(all - start + 20, 48U + 1 + 7);
+  EXPECT_EQ(all - start + 20, 48U + 7 + 1);
 }
 
 TEST_F(BoardQuarrel, ABoardThatIsPulledOutIsForgotten) {
@@ -50,6 +51,19 @@ TEST_F(BoardQuarrel, ABoardThatIsPulledOutIsForgotten) {
   EXPECT_TRUE(dialogs.errors.empty());
   agent->Plug();
   ASSERT_TRUE(Says(kUnknownSet));
+}
+
+TEST_F(BoardQuarrel, AnotherBoardInTheSamePlaceIsAskedAnew) {
+  StartWith(Plain(), Plain());
+  ASSERT_TRUE(Says("Board: This set"));
+  agent->Unplug();
+  ASSERT_TRUE(Until([this] { return !Chip().isVisible(); }));
+  std::vector<std::uint8_t> erase(core::device::kCommandSize, 0);
+  erase[0] = 10;
+  agent->Board().Receive(erase, clock.Now());
+  ASSERT_TRUE(agent->Board().NextAnswer(clock.Now()));
+  agent->Plug();
+  ASSERT_TRUE(Says("Board: Nothing yet: its memory is empty"));
 }
 
 TEST_F(BoardQuarrel, ADownloadBeginsAtOnce) {
@@ -94,6 +108,43 @@ TEST_F(BoardQuarrel, AWindowThatClosesWhileADownloadOnlyLooksSendsNothing) {
   ASSERT_TRUE(Until([this] { return window->IsOver(); }));
   EXPECT_EQ(Flash(), flash);
   EXPECT_TRUE(Entries().empty());
+}
+
+// The answer may come late, in place of the one to what the download asks first: the parameters that are put back.
+TEST_F(BoardQuarrel, ADownloadLetsTheAnswerPassThatItHasNotGotInTime) {
+  PutOnBoard(With(6, 50));
+  // Answers 1 to 6 tell who the board is and its parameters, 56 its table and its sounds, 4 the lock-up's volume. The
+  // next is to the question whether it holds the set; what follows is read before the download asks.
+  Make(Board("fault=read:67,fault=read:68"));
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  ASSERT_TRUE(Says(kUnknownSet));
+  Open(Plain());
+  ASSERT_TRUE(Says("Board: This set, but Lock-up 1 differs"));
+  Button("SendBtn").click();
+  ASSERT_TRUE(Until([this] { return LabelText("InformationLabel") == "SUCCESS !"; }));
+}
+
+// What waits is no reason to send for a minute what is there already.
+TEST_F(BoardQuarrel, ADownloadThatOnlyLooksDoesSoToTheEnd) {
+  PutOnBoard(Plain());
+  Make(Board("wire=usb"));
+  ASSERT_TRUE(window->StartUp());
+  Show();
+  Open(Plain());
+  ASSERT_TRUE(Says("Board: This set"));
+  const std::string flash = Flash();
+  const std::uint64_t before = Written();
+  bool hasHadItsTurn = false;
+  When([this, before] { return Written() >= before + 3; },
+       [&] {
+         EXPECT_TRUE(gate.IsBusy());
+         gate.WhenFree([&hasHadItsTurn] { hasHadItsTurn = true; });
+       });
+  Button("SendBtn").click();
+  EXPECT_EQ(LabelText("InformationLabel"), "The board holds just this set.");
+  EXPECT_TRUE(Until([&hasHadItsTurn] { return hasHadItsTurn; }));
+  EXPECT_EQ(Flash(), flash);
 }
 
 TEST_F(BoardQuarrel, ABoardThatFallsSilentIsNotKnownAndStaysOnline) {
