@@ -203,6 +203,15 @@ TEST_F(BoardInMain, WhatTheBoardGetsCanBeOpenedAgain) {
   EXPECT_EQ(LabelText("SetLabel"), QString::fromUtf8("New set \u2022"));
 }
 
+TEST_F(BoardInMain, ADownloadThatFailsIsNotWhatTheBoardHasGot) {
+  StartWith(Plain(), With(3, 63));
+  ASSERT_TRUE(Says("Board: This set, but Idle differs"));
+  WhenInformation("Downloading...", [this] { agent->Unplug(); });
+  Button("SendBtn").click();
+  ASSERT_TRUE(Until([this] { return LabelText("InformationLabel") == "Connection lost"; }));
+  EXPECT_TRUE(Entries().empty());
+}
+
 TEST_F(BoardInMain, SoundsThatAreGoneAreToldOfWhenASetIsOpenedAgain) {
   Start(Board());
   Open(Plain());
