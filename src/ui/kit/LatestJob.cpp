@@ -11,6 +11,8 @@ constexpr int kFetchMilliseconds = 10;
 }  // namespace
 
 LatestJob::LatestJob(QObject* parent) : QObject(parent) {
+  m_fetching.setObjectName("FetchTimer");
+  m_fetching.setParent(this);
   m_fetching.setInterval(kFetchMilliseconds);
   connect(&m_fetching, &QTimer::timeout, this, &LatestJob::Fetch);
 }

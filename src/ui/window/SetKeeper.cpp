@@ -42,7 +42,8 @@ SetKeeper::SetKeeper(core::sound::SoundSet& set, SetFile& file, const Surroundin
       m_dialogs(surroundings.dialogs),
       // The last one is this person's own; a folder of programs may be shared.
       m_store(std::make_shared<Store>(surroundings.foldersToWriteIn.back() / UnsavedFolder::kFolderName,
-                                      surroundings.disk)) {
+                                      surroundings.disk)),
+      m_job(this) {
   m_timer.setObjectName("KeepTimer");
   m_timer.setParent(this);
   m_timer.setSingleShot(true);
