@@ -96,6 +96,18 @@ TEST_F(BoardComparisonTest, ASoundOfAnotherSetHasItsNameAtItsVolume) {
   EXPECT_EQ(At(places, SlotKind::Motion, 3).here, std::nullopt);
 }
 
+// Both would be right; the person would be told to take over what is there already.
+TEST_F(BoardComparisonTest, TheSetsOwnSoundComesBeforeTheCopyOfAnotherSet) {
+  fs::copy_file(m_folder / "second.lsu", m_folder / "copy.lsu");
+  const FlashSound motion = *std::ranges::find(m_onBoard, SoundPlace{SlotKind::Motion, 2}, &FlashSound::place);
+  KnownSet other{m_folder / "other.lscfg", "other", {}};
+  other.sounds.push_back({{SlotKind::Impact, 1}, m_folder / "copy.lsu", 100, motion.length, motion.checksum});
+  Set().SetVolume(SlotKind::Motion, 2, 41);
+  const ComparedPlaces places = Compare({other});
+  EXPECT_EQ(At(places, SlotKind::Motion, 2).differs, Differs::Volume);
+  EXPECT_EQ(At(places, SlotKind::Motion, 2).there, (ComparedSound{m_folder / "second.lsu", 100, 130}));
+}
+
 TEST_F(BoardComparisonTest, ASoundThatNobodyKnowsHasALengthAlone) {
   Set().RemoveFile(3, SlotKind::Motion);
   fs::remove(m_folder / "third.lsu");
