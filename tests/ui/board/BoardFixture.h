@@ -69,6 +69,10 @@ class BoardFixture : public MainFixture {
       ASSERT_TRUE(set.AddFile(folder / sounds.at(i).file, kinds[i]));
       set.SetVolume(kinds[i], 1, static_cast<std::int16_t>(sounds.at(i).volume));
     }
+    PutOnBoard(set);
+  }
+  /// The same of a set of any size.
+  void PutOnBoard(core::sound::LSU_Configuration& set) {
     ASSERT_TRUE(set.MakeMemoryMap({}));
     std::string flash(512, '\xFF');
     const std::vector<std::uint8_t> table = set.GetFileTable();
