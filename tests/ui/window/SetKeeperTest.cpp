@@ -356,13 +356,14 @@ TEST_F(SetKeeper, DoesNotFreezeTheWindowOnASlowDisk) {
   OpenAndChange();
   std::promise<void> ready;
   std::shared_future<void> goOn = ready.get_future().share();
-  std::atomic<bool> waits = false;
-  disk.onFlush = [&waits, goOn](const fs::path&) {
-    waits = true;
+  // What is kept may be flushed once more when the test has seen it.
+  const auto waits = std::make_shared<std::atomic<bool>>(false);
+  disk.onFlush = [waits, goOn](const fs::path&) {
+    *waits = true;
     goOn.wait();
     return std::error_code();
   };
-  ASSERT_TRUE(Until([&] { return waits.load(); }));
+  ASSERT_TRUE(Until([&waits] { return waits->load(); }));
   // The disk is still at it, and the window takes what the person does.
   SetVolume(55);
   EXPECT_EQ(Kept(), "");
