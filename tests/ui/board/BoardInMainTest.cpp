@@ -49,6 +49,14 @@ TEST_F(BoardInMain, KnowsASetThatWasUsedBefore) {
   EXPECT_EQ(Chip().Shown(), ui::board::BoardChip::State::Other);
 }
 
+TEST_F(BoardInMain, TakesNoSetOfAsManySoundsForTheOneOnTheBoard) {
+  PutOnBoard(With(2, 77));
+  settings.setValue("recentSets", QStringList{Text(WriteSet("Nearly.lscfg", With(2, 76))),
+                                              Text(WriteSet("Deep Forge.lscfg", With(2, 77)))});
+  Start(Board());
+  ASSERT_TRUE(Says("Board: Deep Forge"));
+}
+
 TEST_F(BoardInMain, KnowsASoundFont) {
   PutOnBoard(Plain());
   const auto font = program / "fonts" / "Calm Sea";
