@@ -213,7 +213,8 @@ std::vector<HistoryEntry> BoardHistory::Entries() const {
 
 void BoardHistory::ForgetOldest(const fs::path& added) const {
   std::vector<HistoryEntry> entries = Entries();
-  std::ranges::stable_partition(entries, [&added](const HistoryEntry& entry) { return entry.file == added; });
+  std::stable_partition(entries.begin(), entries.end(),
+                        [&added](const HistoryEntry& entry) { return entry.file == added; });
   for (std::size_t i = kMost; i < entries.size(); ++i) {
     std::error_code error;
     fs::remove(entries[i].file, error);
